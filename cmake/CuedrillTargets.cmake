@@ -1,0 +1,41 @@
+# How every part of the house is built.
+
+# Settings of all targets: C++20, warnings, optional sanitizers (CUEDRILL_SANITIZERS, a list for -fsanitize).
+set(CUEDRILL_SANITIZERS "" CACHE STRING "Comma-separated list for -fsanitize; empty for none")
+option(CUEDRILL_WERROR "Treat warnings as errors" ON)
+
+add_library(cuedrill_options INTERFACE)
+target_compile_features(cuedrill_options INTERFACE cxx_std_20)
+target_include_directories(cuedrill_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(cuedrill_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wnull-dereference -Wimplicit-fallthrough
+    $<$<BOOL:${CUEDRILL_WERROR}>:-Werror>)
+if(CUEDRILL_SANITIZERS)
+    target_compile_options(cuedrill_options INTERFACE
+        -fsanitize=${CUEDRILL_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(cuedrill_options INTERFACE -fsanitize=${CUEDRILL_SANITIZERS})
+endif()
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# cuedrill_library(<folder> SOURCES <file>... [LINKS <target>...])
+# One folder of src/ is one library: "platform/sqlite" gives the target cuedrill_platform_sqlite.
+function(cuedrill_library folder)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    string(REPLACE "/" "_" name ${folder})
+    add_library(cuedrill_${name} STATIC ${arg_SOURCES})
+    target_link_libraries(cuedrill_${name} PUBLIC cuedrill_options ${arg_LINKS})
+endfunction()
+
+# cuedrill_test(<folder> SOURCES <file>... [LINKS <target>...] [WORKING_ENVIRONMENT <NAME=value>...])
+# One folder of tests/ is one test program: "platform/sqlite" gives the target test_platform_sqlite.
+function(cuedrill_test folder)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;WORKING_ENVIRONMENT")
+    string(REPLACE "/" "_" name ${folder})
+    add_executable(test_${name} ${arg_SOURCES})
+    target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(test_${name} PRIVATE cuedrill_options ${arg_LINKS} GTest::gtest GTest::gtest_main)
+    gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_WORKING_ENVIRONMENT}")
+endfunction()

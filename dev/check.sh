@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Checks everything: format, floors, scripts, build, tests. dev/check.sh --quick leaves out the build and the tests.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=dev/lib.sh
+source "$root/dev/lib.sh"
+cd "$root"
+
+# step <name> <command>...: runs all the quick checks even when one fails, so that one run shows every complaint.
+failed=0
+step() {
+    local name=$1
+    shift
+    if "$@"; then
+        say "$name: good"
+    else
+        say "$name: FAILED" >&2
+        failed=1
+    fi
+}
+
+check_format() {
+    cpp_sources | xargs -0 --no-run-if-empty clang-format --dry-run -Werror
+}
+
+[[ $# == 0 || $* == --quick ]] || die "usage: dev/check.sh [--quick]"
+
+dev/setup.sh check
+step Format check_format
+step Floors dev/check_floors
+step Scripts shellcheck --external-sources run test .ci/run dev/lib.sh dev/check.sh dev/format.sh dev/setup.sh dev/tidy.sh
+[[ $failed == 0 ]] || exit 1
+if [[ $# == 0 ]]; then
+    ./test
+fi
