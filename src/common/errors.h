@@ -1,0 +1,30 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace cuedrill::common {
+
+/// Base of every error that the program itself raises; `what()` is a sentence for the user.
+class Error : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A value does not fit the 16 bits it is kept in. Thrown before anything is written.
+class OverflowError : public Error {
+public:
+    using Error::Error;
+};
+
+/// An index outside a fixed table or list ("Subscript out of range").
+class OutOfRangeError : public Error {
+public:
+    using Error::Error;
+};
+
+/// Thrown to leave the program from anywhere. It is deliberately no std::exception, so that no error
+/// handler swallows it; only the event guard and the start of the program catch it.
+struct ProgramEnded {};
+
+} // namespace cuedrill::common

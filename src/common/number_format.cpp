@@ -1,0 +1,71 @@
+#include "common/number_format.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace cuedrill::common {
+namespace {
+
+// Room for the longest fixed text of a double: 309 digits, sign, point and the decimals in use.
+constexpr std::size_t longest_number = 400;
+
+// From here on (and below the smallest) a text without an exponent is mostly zeros.
+constexpr double largest_plain = 1e15;
+constexpr double smallest_plain = 1e-5;
+
+} // namespace
+
+std::string format_fixed(double value, int decimals)
+{
+    std::array<char, longest_number> buffer{};
+    const auto [end, error] =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
+    return error == std::errc() ? std::string(buffer.data(), end) : std::string();
+}
+
+std::string format_general(double value)
+{
+    std::array<char, longest_number> buffer{};
+    // Left to itself, to_chars writes 100000 as "1e+05", because that is one character shorter.
+    const double size = std::fabs(value);
+    const bool plain = value == 0 || (size >= smallest_plain && size < largest_plain);
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                            plain ? std::chars_format::fixed : std::chars_format::scientific);
+    return error == std::errc() ? std::string(buffer.data(), end) : std::string();
+}
+
+std::string format_padded(std::int64_t value, int digits)
+{
+    std::string text = std::to_string(value);
+    const std::size_t sign = value < 0 ? 1 : 0;
+    const auto wanted = static_cast<std::size_t>(std::max(digits, 0)) + sign;
+    if (text.size() < wanted)
+        text.insert(sign, wanted - text.size(), '0');
+    return text;
+}
+
+std::optional<double> parse_number(std::string_view text)
+{
+    std::string number(text);
+    if (std::count_if(number.begin(), number.end(), [](char c) { return c == ',' || c == '.'; }) > 1)
+        return std::nullopt;
+    std::replace(number.begin(), number.end(), ',', '.');
+
+    const char* first = number.data();
+    const char* const last = first + number.size();
+    if (first != last && *first == '+') {
+        ++first;
+        if (first != last && *first == '-')
+            return std::nullopt;
+    }
+    double value = 0;
+    const auto [end, error] = std::from_chars(first, last, value);
+    if (error != std::errc() || end != last || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+} // namespace cuedrill::common

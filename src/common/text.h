@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace cuedrill::common {
+
+/// Line end of messages and of stored texts.
+inline constexpr std::string_view cr_lf = "\r\n";
+
+/// `text` without the blanks (character 32 only) at both ends.
+std::string_view trim_blanks(std::string_view text);
+
+/// Number of code points of `text`. Each byte that belongs to no well-formed sequence counts as one.
+std::size_t code_points(std::string_view text);
+
+/// The first `count` code points of `text`; all of it when it has fewer.
+std::string_view first_code_points(std::string_view text, std::size_t count);
+
+/// Whether all of `text` is well-formed UTF-8 (no overlong forms, no surrogates, nothing above U+10FFFF).
+bool is_utf8(std::string_view text);
+
+/// `text` with every occurrence of `what` replaced by `with`, from the left. Requires a non-empty `what`.
+std::string replace_all(std::string_view text, std::string_view what, std::string_view with);
+
+} // namespace cuedrill::common
