@@ -1,0 +1,197 @@
+#pragma once
+
+#include "common/errors.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace cuedrill::platform {
+
+/// A stored value: null, a whole number, a number, or a text in UTF-8.
+using Value = std::variant<std::monostate, std::int64_t, double, std::string>;
+
+enum class DatabaseErrorKind {
+    full,         ///< no room on the storage medium
+    input_output, ///< the medium failed to read or write
+    locked,       ///< another program holds the file
+    read_only,    ///< the file or its folder cannot be written
+    moved,        ///< the file was moved or deleted while it was open
+    damaged,      ///< the contents are not what they must be
+    not_a_course, ///< something else than a course
+    missing,      ///< no such file
+    exists,       ///< a file of that name is already there
+    constraint,   ///< a row breaks a rule of its table (length, uniqueness, range)
+    other
+};
+
+/// An error of the database engine. `what()` says the reason in words for the user, without the path.
+class DatabaseError : public common::Error {
+public:
+    DatabaseError(DatabaseErrorKind kind, int code, const std::string& reason)
+        : common::Error(reason), m_kind(kind), m_code(code)
+    {
+    }
+
+    [[nodiscard]] DatabaseErrorKind kind() const { return m_kind; }
+
+    /// The engine's own code, for the trace log; 0 when the engine gave none.
+    [[nodiscard]] int code() const { return m_code; }
+
+private:
+    DatabaseErrorKind m_kind;
+    int m_code;
+};
+
+enum class ColumnType { text, long_integer, integer, date, number };
+
+struct ColumnDefinition {
+    std::string name;
+    ColumnType type = ColumnType::text;
+    int size = 0;                ///< text: the most characters (code points); without meaning for the other types
+    bool auto_increment = false; ///< long_integer only: numbered by the engine, numbers never come back
+};
+
+struct IndexDefinition {
+    std::string name; ///< unique within its table
+    std::string column;
+    bool primary = false;
+    bool unique = false;
+};
+
+struct TableDefinition {
+    std::string name;
+    std::vector<ColumnDefinition> columns;
+    std::vector<IndexDefinition> indexes;
+};
+
+/// A position in one table, by a chosen index, through which rows are found, read and written. It holds its key and a
+/// copy of the row, never a running statement. Column names are matched without regard to case.
+///
+/// Every function may throw DatabaseError; a function that needs a current row, or an edit in progress, throws
+/// DatabaseError (other) without one.
+class TableCursor {
+public:
+    virtual ~TableCursor() = default;
+
+    /// Chooses the index that `seek` and the moves go by: "PrimaryKey" or another index of the table's definition.
+    virtual void set_index(std::string_view name) = 0;
+
+    /// Makes the first row whose key equals `key` (text: without regard to case) the current one.
+    virtual void seek(const Value& key) = 0;
+
+    /// Whether the last `seek` found nothing.
+    [[nodiscard]] virtual bool no_match() const = 0;
+
+    /// Moves in the order of the index, rows of equal key by the primary key.
+    virtual void move_first() = 0;
+    virtual void move_next() = 0;
+    virtual void move_previous() = 0;
+    virtual void move_last() = 0;
+
+    /// Before the first row (both are true in an empty table).
+    [[nodiscard]] virtual bool bof() const = 0;
+    /// Behind the last row.
+    [[nodiscard]] virtual bool eof() const = 0;
+
+    /// A column of the current row; between add_new or edit and update, what `set` gave it.
+    [[nodiscard]] virtual Value field(std::string_view column) const = 0;
+
+    /// Starts a new row, all columns null.
+    virtual void add_new() = 0;
+    /// Starts a change of the current row, which is read afresh.
+    virtual void edit() = 0;
+    /// Gives a column of the row in progress its value.
+    virtual void set(std::string_view column, Value value) = 0;
+    /// Writes the row in progress. It is then the current row, an automatic number included.
+    /// On an error nothing is written and the row stays in progress.
+    virtual void update() = 0;
+    /// Drops the row in progress.
+    virtual void cancel() = 0;
+    /// Deletes the current row.
+    virtual void delete_row() = 0;
+};
+
+/// The rows of a query, read forward. It keeps a statement of the engine open: it must be gone before a box is shown,
+/// events are pumped or the database is written.
+class Recordset {
+public:
+    virtual ~Recordset() = default;
+
+    /// True when there is no row at all (then eof() is true as well).
+    [[nodiscard]] virtual bool bof() const = 0;
+    /// Behind the last row.
+    [[nodiscard]] virtual bool eof() const = 0;
+    /// Back to the first row: where a new Recordset stands.
+    virtual void move_first() = 0;
+    virtual void move_next() = 0;
+
+    /// A column of the current row by its name, without regard to case.
+    [[nodiscard]] virtual Value field(std::string_view column) const = 0;
+    /// A column of the current row by its position, from 0.
+    [[nodiscard]] virtual Value field(int column) const = 0;
+};
+
+/// One database file. Every function but close may throw DatabaseError.
+class Database {
+public:
+    virtual ~Database() = default;
+
+    /// Begins a new file that will be named `path`. Until `finish_creation` nothing of that name exists; when the
+    /// database is closed before, nothing is left behind.
+    virtual void create(const std::string& path) = 0;
+    /// Adds a table to a file being created.
+    virtual void append_table(const TableDefinition& table) = 0;
+    /// Gives the complete file its name, never over an existing file, and leaves it open.
+    virtual void finish_creation() = 0;
+
+    /// Opens an existing file for reading and writing after checking that it is sound, writable, and holds
+    /// plain tables with exactly the columns of `expected`. A file that is refused is not changed.
+    virtual void open(const std::string& path, const std::vector<TableDefinition>& expected) = 0;
+
+    /// Closes the file, if one is open. An unfinished transaction is rolled back.
+    virtual void close() noexcept = 0;
+    [[nodiscard]] virtual bool is_open() const = 0;
+
+    [[nodiscard]] virtual std::unique_ptr<TableCursor> open_table(std::string_view name) = 0;
+    /// Runs a single reading statement.
+    [[nodiscard]] virtual std::unique_ptr<Recordset> open_recordset(std::string_view sql) = 0;
+    /// Runs a single statement that gives no rows.
+    virtual void execute(std::string_view sql) = 0;
+
+    /// Begins a transaction that holds the write lock at once; inside another one, a part that can be undone by itself.
+    virtual void begin() = 0;
+    /// Ends the innermost transaction; the outermost is durable when this returns.
+    virtual void commit() = 0;
+    /// Undoes the innermost transaction.
+    virtual void rollback() noexcept = 0;
+};
+
+/// A transaction of `database` that is undone unless it is committed.
+class Transaction {
+public:
+    explicit Transaction(Database& database) : m_database(database) { m_database.begin(); }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    ~Transaction()
+    {
+        if (m_open)
+            m_database.rollback();
+    }
+
+    void commit()
+    {
+        m_database.commit();
+        m_open = false;
+    }
+
+private:
+    Database& m_database;
+    bool m_open = true;
+};
+
+} // namespace cuedrill::platform

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace cuedrill::platform {
+
+/// The files that the program reads or appends to as text. Paths and contents are bytes.
+class Files {
+public:
+    virtual ~Files() = default;
+
+    /// Whether a file, folder or anything else of that name exists. Every error means false.
+    [[nodiscard]] virtual bool exists(const std::string& path) const = 0;
+
+    /// Whether the name leads (through links too) to a regular file. Every error means false.
+    [[nodiscard]] virtual bool is_regular_file(const std::string& path) const = 0;
+
+    /// Whether both names lead to the same file, by device and inode. Every error means false.
+    [[nodiscard]] virtual bool is_same_file(const std::string& a, const std::string& b) const = 0;
+
+    /// `path` made absolute against the working folder; unchanged when it is absolute or empty.
+    [[nodiscard]] virtual std::string absolute(const std::string& path) const = 0;
+
+    /// The whole contents.
+    /// @param longest the most bytes that are read.
+    /// @throws common::Error with the path and the reason when the file cannot be read or is longer.
+    [[nodiscard]] virtual std::string read(const std::string& path, std::uint64_t longest) const = 0;
+
+    /// Appends `bytes` when the file (created when missing) is shorter than `limit` bytes.
+    /// @return false, with nothing written, when the file holds `limit` bytes or more.
+    /// @throws common::Error with the path and the reason when the file cannot be opened or written.
+    virtual bool append_below(const std::string& path, std::uint64_t limit, std::string_view bytes) = 0;
+
+    /// Whether the name leads to a folder in which this user may create files. Every error means false.
+    [[nodiscard]] virtual bool is_writable_folder(const std::string& path) const = 0;
+
+    /// Creates the folder and those above it that are missing, for this user only. An existing folder is left as it is.
+    /// @throws common::Error with the path and the reason when it cannot be created.
+    virtual void create_folder(const std::string& path) = 0;
+};
+
+} // namespace cuedrill::platform

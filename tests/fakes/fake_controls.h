@@ -1,0 +1,446 @@
+#pragma once
+
+#include "platform/controls.h"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace cuedrill::fakes {
+
+/// What was done to the controls of a window, in order: "panel_dialog.caption=Show answer?", "bot_yes.focus".
+using Journal = std::vector<std::string>;
+
+/// A control that writes its calls to a journal, when it has one.
+class Journalled {
+public:
+    Journalled() = default;
+    explicit Journalled(std::string own_name, Journal* shared_journal = nullptr)
+        : name(std::move(own_name)), journal(shared_journal)
+    {
+    }
+
+    std::string name;
+    Journal* journal = nullptr;
+
+protected:
+    void note(std::string_view what) const
+    {
+        if (journal != nullptr)
+            journal->push_back(name + "." + std::string(what));
+    }
+    void note(std::string_view property, std::string_view value) const
+    {
+        if (journal != nullptr)
+            journal->push_back(name + "." + std::string(property) + "=" + std::string(value));
+    }
+    void note(std::string_view property, bool value) const { note(property, value ? "true" : "false"); }
+    void note(std::string_view property, const char* value) const { note(property, std::string_view(value)); }
+    void note(std::string_view property, std::int64_t value) const { note(property, std::to_string(value)); }
+    void note(std::string_view property, const std::optional<common::Colour>& colour) const
+    {
+        const auto part = [](std::uint8_t value) { return std::to_string(value); };
+        note(property, colour ? part(colour->red) + "," + part(colour->green) + "," + part(colour->blue) : "none");
+    }
+    void note(std::string_view property, const std::string& value) const { note(property, std::string_view(value)); }
+};
+
+/// What all controls have; visible and enabled from the start.
+template <class Interface>
+class FakeControl : public Interface, public Journalled {
+public:
+    using Journalled::Journalled;
+
+    void set_visible(bool value) override
+    {
+        is_visible = value;
+        note("visible", value);
+    }
+    [[nodiscard]] bool visible() const override { return is_visible; }
+    void set_enabled(bool value) override
+    {
+        is_enabled = value;
+        note("enabled", value);
+    }
+    [[nodiscard]] bool enabled() const override { return is_enabled; }
+
+    /// Whether the user can use it now.
+    [[nodiscard]] bool usable() const { return is_visible && is_enabled; }
+
+    bool is_visible = true;
+    bool is_enabled = true;
+};
+
+class FakeLabel : public FakeControl<platform::Label> {
+public:
+    using FakeControl::FakeControl;
+
+    void set_caption(std::string_view text) override
+    {
+        caption_value = text;
+        note("caption", text);
+    }
+    [[nodiscard]] std::string caption() const override { return caption_value; }
+    void set_description(std::string_view text) override
+    {
+        description = text;
+        note("description", text);
+    }
+    void set_background(std::optional<common::Colour> colour) override
+    {
+        background = colour;
+        note("background", colour);
+    }
+    void set_bold(bool value) override
+    {
+        bold = value;
+        note("bold", value);
+    }
+    void set_alignment(platform::Alignment value) override
+    {
+        alignment = value;
+        note("alignment", value == platform::Alignment::left ? "left" : "emphasised");
+    }
+
+    std::string caption_value;
+    std::string description;
+    std::optional<common::Colour> background;
+    bool bold = false;
+    platform::Alignment alignment = platform::Alignment::left;
+};
+
+class FakeLevelPanel : public FakeControl<platform::LevelPanel> {
+public:
+    using FakeControl::FakeControl;
+
+    void set_caption(std::string_view text) override
+    {
+        caption = text;
+        note("caption", text);
+    }
+    void set_description(std::string_view text) override
+    {
+        description = text;
+        note("description", text);
+    }
+    void set_count(std::int64_t new_count, std::int64_t new_total) override
+    {
+        count = new_count;
+        total = new_total;
+        note("count", std::to_string(new_count) + "/" + std::to_string(new_total));
+    }
+    void set_background(std::optional<common::Colour> colour) override
+    {
+        background = colour;
+        note("background", colour);
+    }
+    void set_marked(bool value) override
+    {
+        marked = value;
+        note("marked", value);
+    }
+
+    std::string caption;
+    std::string description;
+    std::int64_t count = 0;
+    std::int64_t total = 0;
+    std::optional<common::Colour> background;
+    bool marked = false;
+};
+
+class FakeButton : public FakeControl<platform::Button> {
+public:
+    using FakeControl::FakeControl;
+
+    void set_caption(std::string_view text) override
+    {
+        caption_value = text;
+        note("caption", text);
+    }
+    [[nodiscard]] std::string caption() const override { return caption_value; }
+    void set_left(common::Twips value) override
+    {
+        left = value;
+        note("left", std::int64_t{value});
+    }
+    void set_width(common::Twips value) override
+    {
+        width = value;
+        note("width", std::int64_t{value});
+    }
+    void set_focus() override
+    {
+        ++focused;
+        note("focus");
+    }
+
+    /// The left mouse button goes down and up on it. Where going down made the button unusable, there is no click.
+    void click()
+    {
+        press(platform::MouseButton::left);
+        activate();
+        release(platform::MouseButton::left);
+    }
+    void right_click()
+    {
+        press(platform::MouseButton::right);
+        release(platform::MouseButton::right);
+    }
+    /// A mouse button goes down on it.
+    void press(platform::MouseButton button)
+    {
+        if (usable() && on_mouse_down)
+            on_mouse_down(button);
+    }
+    void release(platform::MouseButton button)
+    {
+        if (on_mouse_up)
+            on_mouse_up(button);
+    }
+    /// The space bar presses it: a click without the mouse.
+    void activate()
+    {
+        if (usable() && on_click)
+            on_click();
+    }
+
+    std::string caption_value;
+    common::Twips left = 0;
+    common::Twips width = 0;
+    int focused = 0; ///< how often it was given the focus
+};
+
+class FakeFocusHolder : public platform::FocusHolder, public Journalled {
+public:
+    using Journalled::Journalled;
+
+    void set_focus() override
+    {
+        ++focused;
+        note("focus");
+    }
+
+    int focused = 0; ///< how often it was given the focus
+};
+
+class FakeFrame : public FakeControl<platform::Frame> {
+public:
+    using FakeControl::FakeControl;
+
+    void set_caption(std::string_view text) override
+    {
+        caption = text;
+        note("caption", text);
+    }
+    [[nodiscard]] common::Twips width() const override { return width_value; }
+
+    void resize(common::Twips width)
+    {
+        width_value = width;
+        if (on_resize)
+            on_resize();
+    }
+
+    std::string caption;
+    common::Twips width_value = 9000;
+};
+
+class FakeTextBox : public FakeControl<platform::TextBox> {
+public:
+    using FakeControl::FakeControl;
+
+    void set_text(std::string_view text) override
+    {
+        text_value = text;
+        note("text", text);
+    }
+    [[nodiscard]] std::string text() const override { return text_value; }
+    void set_name(std::string_view text) override
+    {
+        accessible_name = text;
+        note("name", text);
+    }
+    void set_background(std::optional<common::Colour> colour) override
+    {
+        background = colour;
+        note("background", colour);
+    }
+    void set_font(const platform::Font& value) override
+    {
+        font = value;
+        note("font", value.name + " " + std::to_string(value.points) + (value.bold ? " bold" : ""));
+    }
+    void set_locked(bool value) override
+    {
+        locked = value;
+        note("locked", value);
+    }
+
+    std::string text_value;
+    std::string accessible_name;
+    std::optional<common::Colour> background;
+    platform::Font font;
+    bool locked = false;
+};
+
+/// The check mark is the logic's to set: a click leaves it as it is.
+class FakeMenuEntry : public FakeControl<platform::MenuEntry> {
+public:
+    using FakeControl::FakeControl;
+
+    void set_caption(std::string_view text) override
+    {
+        caption_value = text;
+        note("caption", text);
+    }
+    [[nodiscard]] std::string caption() const override { return caption_value; }
+    void set_checkable(bool value) override
+    {
+        checkable = value;
+        note("checkable", value);
+    }
+    void set_checked(bool value) override
+    {
+        checked = value;
+        note("checked", value);
+    }
+
+    void click()
+    {
+        if (usable() && on_click)
+            on_click();
+    }
+
+    std::string caption_value;
+    bool checkable = false;
+    bool checked = false;
+};
+
+class FakeMenu : public platform::Menu, public Journalled {
+public:
+    using Journalled::Journalled;
+
+    FakeMenuEntry& add_entry(std::string_view entry_name, std::string_view entry_caption) override
+    {
+        entries.push_back(std::make_unique<FakeMenuEntry>(std::string(entry_name), journal));
+        entries.back()->caption_value = entry_caption;
+        order.emplace_back(entry_name);
+        return *entries.back();
+    }
+    void add_separator() override { order.emplace_back("-"); }
+
+    std::string caption;
+    std::vector<std::unique_ptr<FakeMenuEntry>> entries;
+    std::vector<std::string> order; ///< names of the entries, "-" for a separator
+};
+
+class FakeMenuBar : public platform::MenuBar {
+public:
+    FakeMenuBar() = default;
+    explicit FakeMenuBar(Journal* shared_journal) : journal(shared_journal) {}
+
+    FakeMenu& add_menu(std::string_view name, std::string_view caption) override
+    {
+        menus.push_back(std::make_unique<FakeMenu>(std::string(name), journal));
+        menus.back()->caption = caption;
+        return *menus.back();
+    }
+
+    /// The entry of that name in any menu.
+    /// @throws std::out_of_range when there is none.
+    [[nodiscard]] FakeMenuEntry& entry(std::string_view name) const
+    {
+        for (const auto& menu : menus)
+            for (const auto& entry : menu->entries)
+                if (entry->name == name)
+                    return *entry;
+        throw std::out_of_range("no menu entry " + std::string(name));
+    }
+
+    /// @throws std::out_of_range when there is none of that name.
+    [[nodiscard]] FakeMenu& menu(std::string_view name) const
+    {
+        for (const auto& menu : menus)
+            if (menu->name == name)
+                return *menu;
+        throw std::out_of_range("no menu " + std::string(name));
+    }
+
+    std::vector<std::unique_ptr<FakeMenu>> menus;
+    Journal* journal = nullptr;
+};
+
+class FakeTimer : public platform::Timer, public Journalled {
+public:
+    using Journalled::Journalled;
+
+    void start(std::chrono::milliseconds value) override
+    {
+        period = value;
+        running = true;
+        note("start", std::int64_t{value.count()});
+    }
+    void stop() override
+    {
+        running = false;
+        note("stop");
+    }
+
+    /// The period has passed; nothing happens while it is stopped.
+    void tick()
+    {
+        if (running && on_tick)
+            on_tick();
+    }
+
+    std::chrono::milliseconds period{0};
+    bool running = false;
+};
+
+class FakeWindow : public platform::Window, public Journalled {
+public:
+    using Journalled::Journalled;
+
+    void set_caption(std::string_view text) override
+    {
+        caption_value = text;
+        note("caption", text);
+    }
+    [[nodiscard]] std::string caption() const override { return caption_value; }
+    void show() override
+    {
+        shown = true;
+        note("show");
+    }
+    void hide() override
+    {
+        shown = false;
+        note("hide");
+    }
+
+    /// The user presses a key; returns whether it was swallowed.
+    bool press(const platform::KeyPress& key) { return on_key && on_key(key); }
+    bool press(platform::Key key, bool auto_repeat = false) { return press({key, {}, auto_repeat}); }
+    bool press(const std::string& character, bool auto_repeat = false)
+    {
+        return press({platform::Key::character, character, auto_repeat});
+    }
+
+    void close()
+    {
+        if (on_close)
+            on_close();
+    }
+
+    std::string caption_value;
+    bool shown = false;
+};
+
+} // namespace cuedrill::fakes

@@ -1,0 +1,154 @@
+#include "fakes/fake_controls.h"
+#include "fakes/fake_dialog_host.h"
+#include "fakes/fake_form1.h"
+
+#include <gtest/gtest.h>
+
+namespace cuedrill::fakes {
+namespace {
+
+using platform::Key;
+using platform::KeyPress;
+using platform::MouseButton;
+
+class Button : public testing::Test {
+protected:
+    Button()
+    {
+        button.on_mouse_down = [this](MouseButton pressed) {
+            events.emplace_back(pressed == MouseButton::left ? "left" : "right");
+        };
+        button.on_click = [this] { events.emplace_back("click"); };
+    }
+
+    FakeButton button{"bot_yes"};
+    std::vector<std::string> events;
+};
+
+using Events = std::vector<std::string>;
+
+TEST_F(Button, goes_down_before_it_clicks)
+{
+    button.click();
+    EXPECT_EQ(events, (Events{"left", "click"}));
+}
+
+TEST_F(Button, right_mouse_button_does_not_click)
+{
+    button.right_click();
+    EXPECT_EQ(events, Events{"right"});
+}
+
+TEST_F(Button, keyboard_clicks_without_the_mouse)
+{
+    button.activate();
+    EXPECT_EQ(events, Events{"click"});
+}
+
+TEST_F(Button, is_inert_while_disabled_or_hidden)
+{
+    button.set_enabled(false);
+    button.click();
+    button.right_click();
+    button.activate();
+    button.set_enabled(true);
+    button.set_visible(false);
+    button.click();
+    button.right_click();
+    button.activate();
+    EXPECT_EQ(events, Events{});
+}
+
+TEST_F(Button, that_going_down_disabled_does_not_click)
+{
+    button.on_mouse_down = [this](MouseButton) { button.set_enabled(false); };
+    button.click();
+    EXPECT_EQ(events, Events{});
+}
+
+TEST(Menus, find_entries_by_name_and_keep_their_order)
+{
+    FakeMenuBar bar;
+    platform::Menu& menu = bar.add_menu("m_file", "&File");
+    int opened = 0;
+    menu.add_entry("m_open", "&Open").on_click = [&] { ++opened; };
+    menu.add_separator();
+    menu.add_entry("m_exit", "E&xit");
+
+    bar.entry("m_open").click();
+    bar.entry("m_open").set_enabled(false);
+    bar.entry("m_open").click();
+
+    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(bar.menu("m_file").order, (std::vector<std::string>{"m_open", "-", "m_exit"}));
+    EXPECT_EQ(bar.menu("m_file").caption, "&File");
+    EXPECT_EQ(bar.entry("m_exit").caption(), "E&xit");
+    EXPECT_THROW((void)bar.entry("m_unknown"), std::out_of_range);
+    EXPECT_THROW((void)bar.menu("m_unknown"), std::out_of_range);
+}
+
+TEST(Timer, ticks_only_while_it_runs)
+{
+    FakeTimer timer;
+    int ticks = 0;
+    timer.on_tick = [&] { ++ticks; };
+    timer.tick();
+    timer.start(std::chrono::milliseconds(250));
+    timer.tick();
+    timer.stop();
+    timer.tick();
+    EXPECT_EQ(ticks, 1);
+    EXPECT_EQ(timer.period.count(), 250);
+}
+
+TEST(Window, tells_whether_a_key_was_swallowed)
+{
+    FakeWindow window;
+    EXPECT_FALSE(window.press("y"));
+    window.on_key = [](const KeyPress& key) { return key.character == "y" && !key.auto_repeat; };
+    EXPECT_TRUE(window.press("y"));
+    EXPECT_FALSE(window.press("y", true));
+    EXPECT_FALSE(window.press(Key::enter));
+}
+
+TEST(Form1, notes_what_is_done_to_its_controls_in_one_journal)
+{
+    FakeForm1 form1;
+    form1.controls.panel_dialog.set_caption("Show answer?");
+    form1.controls.bot_yes.set_visible(false);
+    form1.controls.panel_level[5]->set_count(3, 7);
+    form1.controls.Text_a.set_background(common::light_green);
+    form1.controls.bot_no.set_focus();
+    EXPECT_EQ(form1.journal, (Journal{"panel_dialog.caption=Show answer?", "bot_yes.visible=false",
+                                      "panel_level[5].count=3/7", "Text_a.background=128,255,128", "bot_no.focus"}));
+}
+
+TEST(Form1, gives_the_logic_its_own_controls)
+{
+    FakeForm1 form1;
+    EXPECT_EQ(&form1.controls.bot_other, &form1.bot_other);
+    EXPECT_EQ(form1.controls.panel_level[4], &form1.panel_level[4]);
+    EXPECT_EQ(&form1.controls.timer_1_min, &form1.timer_1_min);
+    EXPECT_EQ(&form1.controls.P_status, &form1.P_status);
+}
+
+TEST(Frame, tells_of_a_new_width)
+{
+    FakeFrame frame;
+    common::Twips seen = 0;
+    frame.on_resize = [&] { seen = frame.width(); };
+    frame.resize(12000);
+    EXPECT_EQ(seen, 12000);
+}
+
+TEST(DialogHost, grants_no_less_than_its_frame)
+{
+    FakeDialogHost host;
+    host.set_height(0);
+    host.set_width(5000);
+    EXPECT_EQ(host.height(), host.smallest_height);
+    EXPECT_EQ(host.width(), 5000);
+}
+
+} // namespace
+} // namespace cuedrill::fakes

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "common/errors.h"
+#include "platform/files.h"
+
+#include <map>
+#include <set>
+#include <string>
+
+namespace cuedrill::fakes {
+
+/// A file system in memory: files with their bytes, folders, and names that lead to other names. A file needs no
+/// folder.
+class FakeFiles : public platform::Files {
+public:
+    std::map<std::string, std::string> files;
+    std::set<std::string> folders;
+    std::set<std::string> read_only_folders; ///< those of `folders` in which nothing may be created
+    std::map<std::string, std::string> links;
+    std::string working_folder = "/home/anna";
+    /// Words of the error that the function throws; empty for success.
+    std::string read_failure;
+    std::string append_failure;
+    std::string create_folder_failure;
+
+    [[nodiscard]] bool exists(const std::string& path) const override
+    {
+        const std::string target = resolve(path);
+        return files.contains(target) || folders.contains(target);
+    }
+
+    [[nodiscard]] bool is_regular_file(const std::string& path) const override { return files.contains(resolve(path)); }
+
+    [[nodiscard]] bool is_same_file(const std::string& a, const std::string& b) const override
+    {
+        return exists(a) && resolve(a) == resolve(b);
+    }
+
+    [[nodiscard]] std::string absolute(const std::string& path) const override
+    {
+        return path.empty() || path.starts_with('/') ? path : working_folder + "/" + path;
+    }
+
+    [[nodiscard]] std::string read(const std::string& path, std::uint64_t longest) const override
+    {
+        const auto file = files.find(resolve(path));
+        if (!read_failure.empty())
+            throw common::Error(read_failure);
+        if (file == files.end())
+            throw common::Error(path + ": No such file or directory");
+        if (file->second.size() > longest)
+            throw common::Error(path + ": the file is too large");
+        return file->second;
+    }
+
+    bool append_below(const std::string& path, std::uint64_t limit, std::string_view bytes) override
+    {
+        if (!append_failure.empty())
+            throw common::Error(append_failure);
+        std::string& contents = files[resolve(path)];
+        if (contents.size() >= limit)
+            return false;
+        contents.append(bytes);
+        return true;
+    }
+
+    [[nodiscard]] bool is_writable_folder(const std::string& path) const override
+    {
+        const std::string target = resolve(path);
+        return folders.contains(target) && !read_only_folders.contains(target);
+    }
+
+    void create_folder(const std::string& path) override
+    {
+        if (!create_folder_failure.empty())
+            throw common::Error(create_folder_failure);
+        folders.insert(path);
+    }
+
+private:
+    [[nodiscard]] std::string resolve(const std::string& path) const
+    {
+        const auto link = links.find(path);
+        return link == links.end() ? path : link->second;
+    }
+};
+
+} // namespace cuedrill::fakes

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/random_source.h"
+
+#include <deque>
+
+namespace cuedrill::fakes {
+
+/// Gives the queued numbers, then the constant for ever.
+class FakeRandom : public platform::RandomSource {
+public:
+    std::deque<double> queue;
+    double constant = 0;
+    int calls = 0;
+
+    double uniform() override
+    {
+        ++calls;
+        if (queue.empty())
+            return constant;
+        const double number = queue.front();
+        queue.pop_front();
+        return number;
+    }
+};
+
+} // namespace cuedrill::fakes
