@@ -1,0 +1,32 @@
+#include "app/base/program_folder.h"
+
+#include "app/base/paths.h"
+#include "app/base/trace_log.h"
+#include "common/errors.h"
+
+namespace cuedrill::app {
+namespace {
+
+bool is_portable(const platform::Files& files, const std::string& executable_folder)
+{
+    return files.is_writable_folder(executable_folder) ||
+           (!executable_folder.empty() && file_exists(files, join_path(executable_folder, trace_switch_file)));
+}
+
+} // namespace
+
+std::string program_folder(platform::Files& files, const std::string& executable_folder, const std::string& data_home)
+{
+    if (data_home.empty() || is_portable(files, executable_folder))
+        return executable_folder;
+
+    const std::string folder = join_path(data_home, "cuedrill");
+    try {
+        files.create_folder(folder);
+    } catch (const common::Error&) {
+        // Nothing can be reported yet: neither a window nor the trace exists this early.
+    }
+    return folder;
+}
+
+} // namespace cuedrill::app

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/base/trace_log.h"
+#include "platform/settings_store.h"
+
+#include <string>
+#include <string_view>
+
+namespace cuedrill::app {
+
+/// The program's own settings, which outlive a course: application "CUEDRILL", section "general".
+class Settings {
+public:
+    Settings(platform::SettingsStore& store, TraceLog& trace) : m_store(store), m_trace(trace) {}
+
+    /// The stored text; "" when the key is absent or cannot be read.
+    [[nodiscard]] std::string get_setting(std::string_view key) const;
+
+    /// Stores `value`, unless that is what is stored already. A store that cannot be written is noted in the trace and
+    /// stops nothing.
+    void save_setting(std::string_view key, std::string_view value);
+
+private:
+    platform::SettingsStore& m_store;
+    TraceLog& m_trace;
+};
+
+} // namespace cuedrill::app

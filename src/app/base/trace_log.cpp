@@ -1,0 +1,54 @@
+#include "app/base/trace_log.h"
+
+#include "app/base/paths.h"
+#include "common/date_time.h"
+#include "common/errors.h"
+#include "common/number_format.h"
+#include "common/text.h"
+
+#include <cstdint>
+
+namespace cuedrill::app {
+namespace {
+
+constexpr std::uint64_t trace_limit = 100000;
+
+} // namespace
+
+TraceLog::TraceLog(platform::Files& files, const platform::Clock& clock, platform::Desktop& desktop,
+                   const std::string& program_folder)
+    : m_files(files), m_clock(clock), m_desktop(desktop), m_path(join_path(program_folder, trace_file)),
+      m_enabled(file_exists(files, join_path(program_folder, trace_switch_file)))
+{
+}
+
+void TraceLog::write_trace(std::string_view message)
+{
+    if (!m_enabled)
+        return;
+
+    bool written = false;
+    try {
+        written = m_files.append_below(m_path, trace_limit, line(message));
+    } catch (const common::Error&) {
+        m_enabled = false;
+        return;
+    }
+    if (written)
+        return;
+
+    // Off before the box opens: timers that tick behind it write traces too, and must not open a second one.
+    m_enabled = false;
+    platform::MessageBox box;
+    box.text = "Trace file too large. Please delete it (" + m_path + ")";
+    m_desktop.message_box(box);
+}
+
+std::string TraceLog::line(std::string_view message) const
+{
+    std::string text = common::format_date_time(m_clock.now());
+    text.append(" (").append(common::format_fixed(m_clock.seconds_since_midnight(), 2)).append(") - ");
+    return text.append(message).append(common::cr_lf);
+}
+
+} // namespace cuedrill::app

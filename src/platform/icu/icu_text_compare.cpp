@@ -1,0 +1,240 @@
+#include "platform/icu/icu_text_compare.h"
+
+#include "common/errors.h"
+
+#include <algorithm>
+#include <array>
+#include <unicode/uchar.h>
+#include <unicode/ucol.h>
+#include <unicode/unorm2.h>
+#include <unicode/ustring.h>
+#include <unicode/utf8.h>
+
+namespace cuedrill::platform::icu {
+namespace {
+
+/// Counts changes of the rules in this file: a course whose indexes were built under another number is sorted anew.
+constexpr std::uint8_t rules_revision = 1;
+
+constexpr const char* course_locale = "en_GB";
+
+/// ICU counts in 32 bits, and a folded or UTF-16 text may take some times the bytes of its source.
+constexpr std::size_t longest_text = std::size_t{1} << 28U;
+
+/// U+FFFD has three bytes, and no folding needs more for a byte of its source.
+constexpr std::size_t folded_bytes_per_byte = 3;
+
+void check(UErrorCode code, const char* doing)
+{
+    if (U_FAILURE(code))
+        throw common::Error(std::string("The text library failed to ") + doing + ": " + u_errorName(code) + ".");
+}
+
+std::int32_t checked_length(std::string_view text)
+{
+    if (text.size() > longest_text)
+        throw common::Error("The text is too long to be compared.");
+    return static_cast<std::int32_t>(text.size());
+}
+
+/// A text in simple case folding. Compared texts are fields of a record, so nearly all fit the buffer on the stack:
+/// building an index folds a million of them.
+class FoldedText {
+public:
+    explicit FoldedText(std::string_view text)
+    {
+        const std::int32_t length = checked_length(text);
+        if (text.size() * folded_bytes_per_byte > m_stack.size()) {
+            m_heap.resize(text.size() * folded_bytes_per_byte);
+            m_begin = m_heap.data();
+        }
+        const auto* const source = reinterpret_cast<const std::uint8_t*>(text.data());
+        for (std::int32_t at = 0; at < length;) {
+            const std::uint8_t byte = source[at];
+            if (byte < 0x80) {
+                m_begin[m_size++] = static_cast<char>(byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte);
+                ++at;
+            } else {
+                UChar32 point = 0;
+                U8_NEXT_OR_FFFD(source, at, length, point);
+                append(static_cast<std::uint32_t>(u_foldCase(point, U_FOLD_CASE_DEFAULT)));
+            }
+        }
+    }
+
+    FoldedText(const FoldedText&) = delete;
+    FoldedText& operator=(const FoldedText&) = delete;
+
+    [[nodiscard]] std::string_view view() const { return {m_begin, m_size}; }
+
+private:
+    void append(std::uint32_t point)
+    {
+        auto* const target = reinterpret_cast<std::uint8_t*>(m_begin);
+        U8_APPEND_UNSAFE(target, m_size, point);
+    }
+
+    // Left uninitialised: clearing it would cost more than folding a typical text.
+    std::array<char, 1536> m_stack;
+    std::string m_heap;
+    char* m_begin = m_stack.data();
+    std::size_t m_size = 0;
+};
+
+bool is_ascii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::u16string to_utf16(std::string_view text)
+{
+    const std::int32_t length = checked_length(text);
+    std::u16string result(text.size(), u'\0');
+    std::int32_t used = 0;
+    UErrorCode code = U_ZERO_ERROR;
+    u_strFromUTF8WithSub(result.data(), length, &used, text.data(), length, 0xFFFD, nullptr, &code);
+    check(code, "read a text");
+    result.resize(static_cast<std::size_t>(used));
+    return result;
+}
+
+std::string to_utf8(std::u16string_view text)
+{
+    std::string result(text.size() * 3, '\0');
+    std::int32_t used = 0;
+    UErrorCode code = U_ZERO_ERROR;
+    u_strToUTF8(result.data(), static_cast<std::int32_t>(result.size()), &used, text.data(),
+                static_cast<std::int32_t>(text.size()), &code);
+    check(code, "write a text");
+    result.resize(static_cast<std::size_t>(used));
+    return result;
+}
+
+/// The result of an ICU function (target, its capacity, status; gives the length it needs), called again with the
+/// length it asked for when its first guess, that of the source, was too short.
+template <typename Function>
+std::u16string transformed(std::size_t length, const char* doing, Function function)
+{
+    std::u16string result(length, u'\0');
+    UErrorCode code = U_ZERO_ERROR;
+    std::int32_t needed = function(result.data(), static_cast<std::int32_t>(result.size()), &code);
+    if (code == U_BUFFER_OVERFLOW_ERROR) {
+        result.resize(static_cast<std::size_t>(needed));
+        code = U_ZERO_ERROR;
+        needed = function(result.data(), needed, &code);
+    }
+    check(code, doing);
+    result.resize(static_cast<std::size_t>(needed));
+    return result;
+}
+
+/// A 32-bit digest (FNV-1a).
+class Digest {
+public:
+    void add(std::uint8_t byte) { m_value = (m_value ^ byte) * 16777619U; }
+    void add(const UVersionInfo& version)
+    {
+        std::for_each(version, version + U_MAX_VERSION_LENGTH, [&](std::uint8_t part) { add(part); });
+    }
+    [[nodiscard]] std::uint32_t value() const { return m_value; }
+
+private:
+    std::uint32_t m_value = 2166136261U;
+};
+
+std::uint32_t order_version_of(const UCollator* collator, const std::string& locale)
+{
+    Digest digest;
+    digest.add(rules_revision);
+    for (const char c : locale)
+        digest.add(static_cast<std::uint8_t>(c));
+    UVersionInfo version{};
+    ucol_getVersion(collator, version);
+    digest.add(version);
+    ucol_getUCAVersion(collator, version);
+    digest.add(version);
+    // The folding follows the character data, not the collation data.
+    u_getUnicodeVersion(version);
+    digest.add(version);
+    return digest.value();
+}
+
+} // namespace
+
+/// Owns ICU's collator. Comparing does not change it, so it may be shared between threads.
+struct IcuTextCompare::Collator {
+    explicit Collator(const std::string& locale)
+    {
+        UErrorCode code = U_ZERO_ERROR;
+        handle = ucol_open(locale.c_str(), &code);
+        check(code, "load the alphabetical order");
+        ucol_setStrength(handle, UCOL_TERTIARY);
+    }
+    Collator(const Collator&) = delete;
+    Collator& operator=(const Collator&) = delete;
+    ~Collator() { ucol_close(handle); }
+
+    UCollator* handle = nullptr;
+};
+
+IcuTextCompare::IcuTextCompare() : IcuTextCompare(course_locale)
+{
+}
+
+IcuTextCompare::IcuTextCompare(const std::string& locale)
+    : m_collator(std::make_unique<const Collator>(locale)),
+      m_order_version(order_version_of(m_collator->handle, locale))
+{
+}
+
+IcuTextCompare::~IcuTextCompare() = default;
+
+bool IcuTextCompare::equal(std::string_view a, std::string_view b) const
+{
+    return FoldedText(a).view() == FoldedText(b).view();
+}
+
+int IcuTextCompare::compare(std::string_view a, std::string_view b) const
+{
+    const FoldedText folded_a(a);
+    const FoldedText folded_b(b);
+    const std::string_view x = folded_a.view();
+    const std::string_view y = folded_b.view();
+    // The bytes of UTF-8 sort as its code points do.
+    const int by_code_point = x.compare(y);
+    if (by_code_point == 0)
+        return 0;
+
+    UErrorCode code = U_ZERO_ERROR;
+    const UCollationResult order = ucol_strcollUTF8(m_collator->handle, x.data(), static_cast<std::int32_t>(x.size()),
+                                                    y.data(), static_cast<std::int32_t>(y.size()), &code);
+    check(code, "compare two texts");
+    // The collator ignores some characters and equates others, such as the forms of a letter with a diacritic.
+    return order != UCOL_EQUAL ? static_cast<int>(order) : by_code_point;
+}
+
+std::string IcuTextCompare::lower(std::string_view text) const
+{
+    const std::u16string source = to_utf16(text);
+    return to_utf8(
+        transformed(source.size(), "make small letters", [&](char16_t* target, std::int32_t size, UErrorCode* code) {
+            return u_strToLower(target, size, source.data(), static_cast<std::int32_t>(source.size()), "", code);
+        }));
+}
+
+std::string IcuTextCompare::nfc(std::string_view text) const
+{
+    if (is_ascii(text))
+        return std::string(text);
+    UErrorCode loading = U_ZERO_ERROR;
+    const UNormalizer2* const normalizer = unorm2_getNFCInstance(&loading);
+    check(loading, "load the normal form");
+    const std::u16string source = to_utf16(text);
+    return to_utf8(
+        transformed(source.size(), "normalise a text", [&](char16_t* target, std::int32_t size, UErrorCode* code) {
+            return unorm2_normalize(normalizer, source.data(), static_cast<std::int32_t>(source.size()), target, size,
+                                    code);
+        }));
+}
+
+} // namespace cuedrill::platform::icu

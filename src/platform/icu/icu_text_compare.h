@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/text_compare.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace cuedrill::platform::icu {
+
+/// Text comparison by ICU: simple case folding and the collator of English (United Kingdom), tertiary strength.
+/// The const functions may be called from several threads at once; they throw common::Error for a text of more than a
+/// quarter of a gigabyte.
+class IcuTextCompare : public TextCompare {
+public:
+    /// @throws common::Error when ICU or its data are not usable.
+    IcuTextCompare();
+
+    /// The alphabetical order of another locale; courses always use that of the other constructor.
+    /// @throws common::Error when ICU cannot provide it.
+    explicit IcuTextCompare(const std::string& locale);
+
+    ~IcuTextCompare() override;
+    IcuTextCompare(const IcuTextCompare&) = delete;
+    IcuTextCompare& operator=(const IcuTextCompare&) = delete;
+
+    [[nodiscard]] bool equal(std::string_view a, std::string_view b) const override;
+    [[nodiscard]] int compare(std::string_view a, std::string_view b) const override;
+    [[nodiscard]] std::string lower(std::string_view text) const override;
+    [[nodiscard]] std::string nfc(std::string_view text) const override;
+    [[nodiscard]] std::uint32_t order_version() const override { return m_order_version; }
+
+private:
+    struct Collator;
+
+    std::unique_ptr<const Collator> m_collator;
+    std::uint32_t m_order_version;
+};
+
+} // namespace cuedrill::platform::icu

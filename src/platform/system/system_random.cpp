@@ -1,0 +1,18 @@
+#include "platform/system/system_random.h"
+
+namespace cuedrill::platform::system {
+
+SystemRandom::SystemRandom()
+{
+    std::random_device device;
+    std::seed_seq seed{device(), device(), device(), device(), device(), device(), device(), device()};
+    m_engine.seed(seed);
+}
+
+double SystemRandom::uniform()
+{
+    // The standard's distribution may round up to 1.0. The upper 53 bits are exact in a double, so this never does.
+    return static_cast<double>(m_engine() >> 11U) * 0x1.0p-53;
+}
+
+} // namespace cuedrill::platform::system

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/random_source.h"
+
+#include <random>
+
+namespace cuedrill::platform::system {
+
+/// Random numbers that differ at every start.
+class SystemRandom : public RandomSource {
+public:
+    SystemRandom();
+
+    double uniform() override;
+
+private:
+    std::mt19937_64 m_engine;
+};
+
+} // namespace cuedrill::platform::system

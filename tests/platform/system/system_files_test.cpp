@@ -1,0 +1,303 @@
+#include "common/errors.h"
+#include "fakes/temp_folder.h"
+#include "platform/system/system_files.h"
+
+#include <csignal>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace cuedrill::platform::system {
+namespace {
+
+constexpr std::uint64_t no_limit = 1U << 30U;
+
+class SystemFilesTest : public testing::Test {
+protected:
+    /// A pipe with a name, which blocks whoever opens it carelessly.
+    [[nodiscard]] std::string make_pipe() const
+    {
+        const std::string path = folder.file("pipe");
+        EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
+        return path;
+    }
+
+    [[nodiscard]] std::string make_link(const std::string& target, const std::string& name) const
+    {
+        std::filesystem::create_symlink(target, folder.file(name));
+        return folder.file(name);
+    }
+
+    /// The words of the error that `operation` throws.
+    static std::string words(const std::function<void()>& operation)
+    {
+        try {
+            operation();
+        } catch (const common::Error& error) {
+            return error.what();
+        }
+        return "no error";
+    }
+
+    [[nodiscard]] std::string read_words(const std::string& path, std::uint64_t longest = no_limit) const
+    {
+        return words([&] { static_cast<void>(files.read(path, longest)); });
+    }
+
+    [[nodiscard]] std::string append_words(const std::string& path)
+    {
+        return words([&] { files.append_below(path, no_limit, "line"); });
+    }
+
+    fakes::TempFolder folder;
+    SystemFiles files;
+};
+
+using Existence = SystemFilesTest;
+using Absolute = SystemFilesTest;
+using Reading = SystemFilesTest;
+using Appending = SystemFilesTest;
+using Folders = SystemFilesTest;
+
+TEST_F(Existence, CountsFilesFoldersAndEverythingElse)
+{
+    EXPECT_TRUE(files.exists(folder.write("a.crs", "")));
+    EXPECT_TRUE(files.exists(folder.path().string()));
+    EXPECT_TRUE(files.exists(make_pipe()));
+    EXPECT_TRUE(files.exists("/dev/null"));
+}
+
+TEST_F(Existence, IsFalseForEveryError)
+{
+    const std::string file = folder.write("a", "");
+    EXPECT_FALSE(files.exists(""));
+    EXPECT_FALSE(files.exists(folder.file("missing")));
+    EXPECT_FALSE(files.exists(file + "/below-a-file"));
+    EXPECT_FALSE(files.exists(std::string(100000, 'x')));
+    EXPECT_FALSE(files.exists(make_link(folder.file("missing"), "dangling")));
+    EXPECT_FALSE(files.exists(make_link(folder.file("circle"), "circle")));
+    EXPECT_FALSE(files.exists(file + std::string("\0tail", 5))) << "not the name before the zero byte";
+}
+
+TEST_F(Existence, OfARegularFileMayBeThroughLinks)
+{
+    const std::string file = folder.write("a.crs", "x");
+    EXPECT_TRUE(files.is_regular_file(file));
+    EXPECT_TRUE(files.is_regular_file(make_link(file, "link")));
+    EXPECT_FALSE(files.is_regular_file(folder.path().string()));
+    EXPECT_FALSE(files.is_regular_file(make_pipe()));
+    EXPECT_FALSE(files.is_regular_file("/dev/null"));
+    EXPECT_FALSE(files.is_regular_file(""));
+    EXPECT_FALSE(files.is_regular_file(folder.file("missing")));
+}
+
+TEST_F(Existence, SameFileIsToldByWhatTheNamesLeadTo)
+{
+    const std::string file = folder.write("a.crs", "x");
+    const std::string twin = folder.write("b.crs", "x");
+    const std::string hard = folder.file("hard");
+    std::filesystem::create_hard_link(file, hard);
+    EXPECT_TRUE(files.is_same_file(file, file));
+    EXPECT_TRUE(files.is_same_file(file, make_link(file, "link")));
+    EXPECT_TRUE(files.is_same_file(hard, file));
+    EXPECT_TRUE(files.is_same_file(file, folder.path().string() + "/./a.crs"));
+    EXPECT_FALSE(files.is_same_file(file, twin)) << "equal contents";
+    EXPECT_FALSE(files.is_same_file(folder.file("missing"), folder.file("missing")));
+    EXPECT_FALSE(files.is_same_file("", ""));
+}
+
+TEST_F(Absolute, StartsAtTheWorkingFolder)
+{
+    const std::string here = std::filesystem::current_path().string();
+    EXPECT_EQ(files.absolute("a.crs"), here + "/a.crs");
+    EXPECT_EQ(files.absolute("sub/a.crs"), here + "/sub/a.crs");
+    EXPECT_EQ(files.absolute("/x/a.crs"), "/x/a.crs");
+    EXPECT_EQ(files.absolute(""), "");
+}
+
+TEST_F(Absolute, LeavesAPathAloneWhenTheWorkingFolderIsGone)
+{
+    const std::filesystem::path before = std::filesystem::current_path();
+    const std::string gone = folder.file("gone");
+    std::filesystem::create_directory(gone);
+    std::filesystem::current_path(gone);
+    std::filesystem::remove(gone);
+    const std::string path = files.absolute("a.crs");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(path, "a.crs");
+}
+
+TEST_F(Reading, GivesEveryByte)
+{
+    std::string bytes;
+    for (int i = 0; i < 200000; ++i)
+        bytes += static_cast<char>(i % 256);
+    EXPECT_EQ(files.read(folder.write("bytes", bytes), no_limit), bytes);
+    EXPECT_EQ(files.read(folder.write("empty", ""), no_limit), "");
+}
+
+TEST_F(Reading, DoesNotRelyOnTheSizeTold)
+{
+    EXPECT_FALSE(files.read("/proc/self/status", no_limit).empty()) << "its size is told as 0";
+}
+
+TEST_F(Reading, AcceptsExactlyTheLongest)
+{
+    const std::string path = folder.write("ten", "0123456789");
+    EXPECT_EQ(files.read(path, 10), "0123456789");
+    EXPECT_EQ(read_words(path, 9), "Cannot read " + path + ": it is longer than 9 bytes.");
+    EXPECT_EQ(files.read(folder.write("empty", ""), 0), "");
+}
+
+TEST_F(Reading, NamesThePathAndTheReasonOfAnError)
+{
+    const std::string missing = folder.file("missing");
+    const std::string directory = folder.path().string();
+    EXPECT_EQ(read_words(missing), "Cannot read " + missing + ": No such file or directory.");
+    EXPECT_EQ(read_words(directory), "Cannot read " + directory + ": Is a directory.");
+    EXPECT_EQ(read_words(""), "Cannot read : Invalid argument.");
+    EXPECT_EQ(read_words(std::string("/dev/null\0x", 11)), std::string("Cannot read /dev/null"));
+}
+
+TEST_F(Reading, RefusesPipesAndDevicesAtOnce)
+{
+    const std::string pipe = make_pipe();
+    EXPECT_EQ(read_words(pipe), "Cannot read " + pipe + ": it is not a regular file.");
+    EXPECT_EQ(read_words("/dev/zero"), "Cannot read /dev/zero: it is not a regular file.");
+}
+
+// The first page of its own memory is not mapped: the file opens, but every read of it fails.
+TEST_F(Reading, ReportsAnErrorInTheMiddle)
+{
+    EXPECT_EQ(read_words("/proc/self/mem"), "Cannot read /proc/self/mem: Input/output error.");
+}
+
+TEST_F(Appending, CreatesAMissingFileAndThenAddsToIt)
+{
+    const std::string path = folder.file("trace.txt");
+    EXPECT_TRUE(files.append_below(path, 100, "one\r\n"));
+    EXPECT_TRUE(files.append_below(path, 100, "two\r\n"));
+    EXPECT_EQ(folder.read("trace.txt"), "one\r\ntwo\r\n");
+}
+
+TEST_F(Appending, StopsAtTheLimitNotBefore)
+{
+    const std::string path = folder.write("trace.txt", "123456789");
+    EXPECT_TRUE(files.append_below(path, 10, "abc")) << "one byte below";
+    EXPECT_FALSE(files.append_below(path, 12, "def")) << "exactly the limit";
+    EXPECT_FALSE(files.append_below(path, 10, "def"));
+    EXPECT_EQ(folder.read("trace.txt"), "123456789abc");
+}
+
+TEST_F(Appending, NamesThePathAndTheReasonOfAnError)
+{
+    const std::string below_missing = folder.file("missing/trace.txt");
+    const std::string directory = folder.path().string();
+    EXPECT_EQ(append_words(below_missing), "Cannot write " + below_missing + ": No such file or directory.");
+    EXPECT_EQ(append_words(directory), "Cannot write " + directory + ": Is a directory.");
+    EXPECT_EQ(append_words("/dev/null"), "Cannot write /dev/null: it is not a regular file.");
+    EXPECT_EQ(append_words(""), "Cannot write : Invalid argument.");
+}
+
+TEST_F(Appending, NeverWaitsForTheReaderOfAPipe)
+{
+    const std::string pipe = make_pipe();
+    EXPECT_EQ(append_words(pipe), "Cannot write " + pipe + ": No such device or address.");
+}
+
+/// Lets no file grow beyond `bytes` while it lives.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
+        rlimit limit = m_before;
+        limit.rlim_cur = bytes;
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int);
+};
+
+// The system takes a part of the bytes and refuses the rest, as a full disk does.
+TEST_F(Appending, ReportsAWriteThatIsCutShort)
+{
+    const std::string path = folder.write("trace.txt", "12345678");
+    std::string error;
+    {
+        const FileSizeLimit limit(10);
+        error = append_words(path);
+    }
+    EXPECT_EQ(error, "Cannot write " + path + ": File too large.");
+    EXPECT_TRUE(folder.read("trace.txt").starts_with("12345678"));
+}
+
+TEST_F(Folders, AreWritableWhenTheirRightsSaySo)
+{
+    EXPECT_TRUE(files.is_writable_folder(folder.path().string()));
+    EXPECT_FALSE(files.is_writable_folder(folder.write("a", "")));
+    EXPECT_FALSE(files.is_writable_folder(folder.file("missing")));
+    EXPECT_FALSE(files.is_writable_folder(""));
+}
+
+TEST_F(Folders, OfAnotherUserAreNotWritable)
+{
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
+    // The superuser may write everywhere, so the question is asked as somebody else.
+    constexpr uid_t nobody = 65534;
+    const bool superuser = ::geteuid() == 0;
+    if (superuser) {
+        ASSERT_EQ(::seteuid(nobody), 0);
+    }
+    const bool seen = files.exists(folder.path().string());
+    const bool writable = files.is_writable_folder(folder.path().string());
+    if (superuser) {
+        ASSERT_EQ(::seteuid(0), 0);
+    }
+    EXPECT_TRUE(seen);
+    EXPECT_FALSE(writable);
+}
+
+TEST_F(Folders, AreCreatedWithAllAboveThemForThisUserOnly)
+{
+    const std::string path = folder.file("share/cuedrill");
+    files.create_folder(path);
+    for (const std::string& created : {path, folder.file("share")})
+        EXPECT_EQ(std::filesystem::status(created).permissions(), std::filesystem::perms::owner_all) << created;
+}
+
+TEST_F(Folders, ThatExistAreLeftAsTheyAre)
+{
+    folder.write("a", "x");
+    files.create_folder(folder.path().string());
+    files.create_folder(folder.path().string() + "/");
+    EXPECT_EQ(folder.read("a"), "x");
+}
+
+TEST_F(Folders, CannotReplaceAFileOrStandBelowOne)
+{
+    const std::string file = folder.write("a", "x");
+    const std::string expected = "Cannot create the folder " + file + ": Not a directory.";
+    EXPECT_EQ(words([&] { files.create_folder(file); }), expected);
+    EXPECT_EQ(words([&] { files.create_folder(file + "/b"); }), expected);
+    EXPECT_EQ(words([&] { files.create_folder(""); }), "Cannot create the folder : Invalid argument.");
+    EXPECT_EQ(words([&] { files.create_folder("/proc/cuedrill"); }),
+              "Cannot create the folder /proc/cuedrill: No such file or directory.");
+}
+
+} // namespace
+} // namespace cuedrill::platform::system
