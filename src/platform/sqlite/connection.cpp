@@ -1,0 +1,258 @@
+#include "platform/sqlite/connection.h"
+
+#include "platform/sqlite/engine_error.h"
+
+#include <new>
+#include <sqlite3.h>
+
+namespace cuedrill::platform::sqlite {
+namespace {
+
+struct Limit {
+    int id;
+    int value;
+};
+
+// Far above what the program's own statements and rows need, far below what a hostile file could do harm with.
+constexpr std::array<Limit, 10> limits{{{SQLITE_LIMIT_LENGTH, 1'000'000},
+                                        {SQLITE_LIMIT_SQL_LENGTH, 1'000'000},
+                                        {SQLITE_LIMIT_COLUMN, 100},
+                                        {SQLITE_LIMIT_EXPR_DEPTH, 1000},
+                                        {SQLITE_LIMIT_COMPOUND_SELECT, 50},
+                                        {SQLITE_LIMIT_VDBE_OP, 100'000},
+                                        {SQLITE_LIMIT_FUNCTION_ARG, 16},
+                                        {SQLITE_LIMIT_ATTACHED, 0},
+                                        {SQLITE_LIMIT_TRIGGER_DEPTH, 1},
+                                        {SQLITE_LIMIT_WORKER_THREADS, 0}}};
+
+constexpr const char* undone = "The changes before were undone.";
+
+std::string savepoint_name(int depth)
+{
+    return "inner_" + std::to_string(depth);
+}
+
+} // namespace
+
+Connection::Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout)
+    : m_order{compare}
+{
+    open_file(file);
+    try {
+        sqlite3_extended_result_codes(m_db, 1);
+        sqlite3_busy_timeout(m_db, static_cast<int>(busy_timeout.count()));
+        harden();
+        register_functions(m_db, m_order);
+        m_pool = std::make_unique<StatementPool>(m_db, m_order);
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void Connection::open_file(const std::string& file)
+{
+    // No SQLITE_OPEN_URI: a name that begins with "file:" is a name. The path is absolute, so it never does.
+    constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(file.c_str(), &m_db, flags, nullptr);
+    if (code == SQLITE_OK)
+        return;
+    const DatabaseError error = database_error(m_db == nullptr ? code : sqlite3_extended_errcode(m_db),
+                                               m_db == nullptr ? 0 : sqlite3_system_errno(m_db), sqlite3_errstr(code));
+    close();
+    throw error;
+}
+
+void Connection::set_switch(int option, bool on)
+{
+    const int code = sqlite3_db_config(m_db, option, on ? 1 : 0, static_cast<int*>(nullptr));
+    if (code != SQLITE_OK)
+        throw database_error(code, 0, sqlite3_errstr(code));
+}
+
+void Connection::harden()
+{
+    set_switch(SQLITE_DBCONFIG_DEFENSIVE, true);
+    for (const int option :
+         {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
+          SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER, SQLITE_DBCONFIG_DQS_DDL,
+          SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_WRITABLE_SCHEMA})
+        set_switch(option, false);
+    for (const Limit& limit : limits)
+        sqlite3_limit(m_db, limit.id, limit.value);
+    run("PRAGMA cell_size_check = ON");
+    run("PRAGMA mmap_size = 0");
+}
+
+void Connection::close() noexcept
+{
+    if (m_db == nullptr)
+        return;
+    if (in_transaction())
+        try_run("ROLLBACK");
+    m_depth = 0;
+    m_pool.reset();
+    sqlite3_close_v2(m_db);
+    m_db = nullptr;
+}
+
+void Connection::require_open() const
+{
+    if (m_db == nullptr)
+        throw own_error(DatabaseErrorKind::other, "The course is closed.");
+}
+
+sqlite3* Connection::handle()
+{
+    require_open();
+    return m_db;
+}
+
+StatementPool& Connection::pool()
+{
+    require_open();
+    return *m_pool;
+}
+
+std::array<unsigned char, Connection::header_size> Connection::header()
+{
+    // Through the engine's own descriptor: opening and closing the file a second time in one process would drop the
+    // locks that another connection holds on it.
+    sqlite3_file* file = nullptr;
+    int code = sqlite3_file_control(handle(), "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&file));
+    std::array<unsigned char, header_size> bytes{};
+    if (code == SQLITE_OK && file->pMethods != nullptr)
+        code = file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), 0);
+    if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ)
+        throw database_error(code, 0, sqlite3_errstr(code));
+    return bytes;
+}
+
+void Connection::set_checkpoint_at_close(bool checkpoint)
+{
+    set_switch(SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, !checkpoint);
+}
+
+void Connection::set_durable()
+{
+    // Where the engine cannot leave another mode, it says so by naming the old one.
+    Statement mode = prepare("PRAGMA main.journal_mode = DELETE");
+    if (!mode.step() || mode.text(0) != "delete")
+        throw own_error(DatabaseErrorKind::locked, "Another program is using it.");
+    mode.reset();
+    run("PRAGMA main.synchronous = EXTRA");
+}
+
+Statement Connection::prepare(std::string_view sql)
+{
+    return Statement(handle(), m_order, sql);
+}
+
+void Connection::run(std::string_view sql)
+{
+    prepare(sql).run();
+}
+
+std::int64_t Connection::query_integer(std::string_view sql)
+{
+    Statement statement = prepare(sql);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
+std::int64_t Connection::last_row_id()
+{
+    return sqlite3_last_insert_rowid(handle());
+}
+
+int Connection::changes()
+{
+    return sqlite3_changes(handle());
+}
+
+bool Connection::in_transaction() const noexcept
+{
+    return sqlite3_get_autocommit(m_db) == 0;
+}
+
+bool Connection::try_run(const char* sql) noexcept
+{
+    return sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+void Connection::run_pooled(std::string_view sql)
+{
+    Statement& statement = pool().take(sql);
+    try {
+        statement.step();
+    } catch (...) {
+        m_pool->give_back(statement);
+        throw;
+    }
+    m_pool->give_back(statement);
+}
+
+void Connection::require_ready_to_write()
+{
+    require_open();
+    if (m_open_recordsets > 0)
+        throw own_error(DatabaseErrorKind::other, "A recordset is still open.");
+    if (m_depth > 0 && !in_transaction())
+        throw own_error(DatabaseErrorKind::other, undone);
+}
+
+void Connection::require_not_moved()
+{
+    int moved = 0;
+    if (sqlite3_file_control(m_db, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved != 0)
+        throw database_error(SQLITE_READONLY_DBMOVED, 0, "");
+}
+
+void Connection::begin()
+{
+    require_ready_to_write();
+    if (m_depth == 0) {
+        require_not_moved();
+        run_pooled("BEGIN IMMEDIATE");
+    } else {
+        run_pooled("SAVEPOINT " + savepoint_name(m_depth));
+    }
+    ++m_depth;
+}
+
+void Connection::commit()
+{
+    require_open();
+    if (m_depth == 0)
+        throw own_error(DatabaseErrorKind::other, "There is no transaction to end.");
+    if (!in_transaction())
+        throw own_error(DatabaseErrorKind::other, undone);
+    // On an error the depth stays: the caller's guard still has to roll back.
+    run_pooled(m_depth == 1 ? std::string("COMMIT") : "RELEASE " + savepoint_name(m_depth - 1));
+    --m_depth;
+}
+
+void Connection::rollback() noexcept
+{
+    if (m_db == nullptr || m_depth == 0)
+        return;
+    --m_depth;
+    // After a full disk or an I/O error the engine has undone everything already; there is nothing left to do then.
+    if (!in_transaction())
+        return;
+    if (m_depth > 0 && undo_savepoint(m_depth))
+        return;
+    // Also where a part could not be undone by itself: the outer commit then fails instead of keeping half.
+    try_run("ROLLBACK");
+}
+
+bool Connection::undo_savepoint(int depth) noexcept
+{
+    try {
+        const std::string name = savepoint_name(depth);
+        return try_run(("ROLLBACK TO " + name).c_str()) && try_run(("RELEASE " + name).c_str());
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+} // namespace cuedrill::platform::sqlite

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/sqlite/engine_functions.h"
+#include "platform/sqlite/statement_pool.h"
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+struct sqlite3;
+
+namespace cuedrill::platform::sqlite {
+
+/// One open file with its statements and transactions. Cursors and recordsets share it; after `close` each of its
+/// functions throws, so that those that outlive the course fail in words. Every function but `close` and `rollback`
+/// may throw DatabaseError.
+class Connection {
+public:
+    static constexpr std::size_t header_size = 100;
+
+    /// Opens the existing file `file`, a canonical absolute path, with every defence of the engine raised.
+    /// The file itself is not read yet.
+    Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout);
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() { close(); }
+
+    /// Rolls back what is open, drops all statements and closes the file. May be called again.
+    void close() noexcept;
+    [[nodiscard]] bool is_open() const noexcept { return m_db != nullptr; }
+
+    /// The first bytes of the file (zeros where it is shorter), read without a lock or a look into the journal.
+    [[nodiscard]] std::array<unsigned char, header_size> header();
+    /// Whether closing the last connection carries a write-ahead log over into the file.
+    void set_checkpoint_at_close(bool checkpoint);
+    /// The settings under which a course is written: rollback journal, and durable when a commit returns.
+    void set_durable();
+
+    /// Prepares a statement that is used once.
+    [[nodiscard]] Statement prepare(std::string_view sql);
+    /// Runs one of the adapter's own statements, ignoring rows.
+    void run(std::string_view sql);
+    /// The first column of the first row.
+    [[nodiscard]] std::int64_t query_integer(std::string_view sql);
+    [[nodiscard]] StatementPool& pool();
+    [[nodiscard]] sqlite3* handle();
+    [[nodiscard]] std::int64_t last_row_id();
+    /// Rows that the last writing statement changed.
+    [[nodiscard]] int changes();
+
+    void begin();
+    void commit();
+    void rollback() noexcept;
+
+    /// Throws when rows of a recordset are still being read, or when the transaction that the caller believes open was
+    /// undone by the engine: a write would stand alone.
+    void require_ready_to_write();
+    void recordset_opened() { ++m_open_recordsets; }
+    void recordset_closed() noexcept { --m_open_recordsets; }
+
+private:
+    void require_open() const;
+    void open_file(const std::string& file);
+    void harden();
+    void set_switch(int option, bool on);
+    void require_not_moved();
+    [[nodiscard]] bool in_transaction() const noexcept;
+    void run_pooled(std::string_view sql);
+    /// Runs without throwing; false on an error.
+    bool try_run(const char* sql) noexcept;
+    bool undo_savepoint(int depth) noexcept;
+
+    TextOrder m_order;
+    sqlite3* m_db = nullptr;
+    std::unique_ptr<StatementPool> m_pool;
+    int m_depth = 0;
+    int m_open_recordsets = 0;
+};
+
+/// A statement of the pool, held for one user.
+class StatementLease {
+public:
+    StatementLease(std::shared_ptr<Connection> connection, std::string_view sql)
+        : m_connection(std::move(connection)), m_statement(&m_connection->pool().take(sql))
+    {
+    }
+    StatementLease(StatementLease&& other) noexcept
+        : m_connection(std::move(other.m_connection)), m_statement(std::exchange(other.m_statement, nullptr))
+    {
+    }
+    StatementLease(const StatementLease&) = delete;
+    StatementLease& operator=(const StatementLease&) = delete;
+    StatementLease& operator=(StatementLease&&) = delete;
+    ~StatementLease()
+    {
+        if (m_statement != nullptr && m_connection->is_open())
+            m_connection->pool().give_back(*m_statement);
+    }
+
+    /// @throws DatabaseError when the connection was closed, which ended the statement.
+    [[nodiscard]] Statement& get() const
+    {
+        static_cast<void>(m_connection->handle());
+        return *m_statement;
+    }
+
+private:
+    std::shared_ptr<Connection> m_connection;
+    Statement* m_statement;
+};
+
+} // namespace cuedrill::platform::sqlite

@@ -1,0 +1,216 @@
+#include "platform/sqlite/course_check.h"
+
+#include "platform/sqlite/engine_error.h"
+
+#include <charconv>
+#include <sqlite3.h>
+#include <string_view>
+
+namespace cuedrill::platform::sqlite {
+namespace {
+
+constexpr std::string_view magic("SQLite format 3\0", 16);
+constexpr std::size_t place_of_write_version = 18;
+constexpr std::size_t place_of_read_version = 19;
+constexpr std::size_t place_of_user_version = 60;
+constexpr std::size_t place_of_application_id = 68;
+constexpr unsigned char write_ahead_log_version = 2;
+
+constexpr unsigned stamp_bits = 24;
+constexpr std::uint32_t stamp_mask = (1U << stamp_bits) - 1U;
+/// Counts changes of how the program itself orders texts, beside those of the collation data.
+constexpr std::uint32_t own_order_revision = 1;
+
+using Header = std::array<unsigned char, Connection::header_size>;
+
+std::uint32_t number_at(const Header& header, std::size_t place)
+{
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        number = (number << 8U) | header[place + i];
+    return number;
+}
+
+DatabaseError no_course(const std::string& details)
+{
+    return own_error(DatabaseErrorKind::not_a_course, "It is not a course (" + details + ").");
+}
+
+/// FNV-1a over the bytes of both numbers, folded to the bits of the stamp.
+std::uint32_t order_stamp(std::uint32_t order_version)
+{
+    std::uint32_t hash = 2166136261U;
+    for (const std::uint32_t number : {own_order_revision, order_version}) {
+        for (unsigned shift = 0; shift < 32; shift += 8)
+            hash = (hash ^ ((number >> shift) & 0xFFU)) * 16777619U;
+    }
+    const std::uint32_t folded = (hash >> stamp_bits) ^ (hash & stamp_mask);
+    return folded == 0 ? 1 : folded;
+}
+
+/// The engine is asked for its list of objects first: of a virtual table it would load the module, of a view the
+/// columns.
+void check_is_ordinary_table(Connection& connection, const TableLayout& layout)
+{
+    Statement objects = connection.prepare("SELECT type, rootpage FROM main.sqlite_schema "
+                                           "WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')");
+    const Value name = layout.name();
+    objects.bind(1, name);
+    if (!objects.step())
+        throw no_course("there is no table " + layout.name());
+    if (objects.text(0) != "table" || objects.integer(1) <= 0)
+        throw no_course("its " + layout.name() + " is not an ordinary table");
+
+    Statement triggers =
+        connection.prepare("SELECT 1 FROM main.sqlite_schema WHERE tbl_name = ?1 COLLATE NOCASE AND type = 'trigger'");
+    triggers.bind(1, name);
+    if (triggers.step())
+        throw no_course("its table " + layout.name() + " has a trigger");
+
+    Statement tables = connection.prepare("PRAGMA main.table_list(" + quoted(layout.name()) + ")");
+    constexpr int type = 2;
+    constexpr int without_row_id = 4;
+    constexpr int strict = 5;
+    if (!tables.step() || tables.text(type) != "table" || tables.integer(without_row_id) != 0 ||
+        tables.integer(strict) == 0)
+        throw no_course("its " + layout.name() + " is not an ordinary table");
+}
+
+std::string_view declared_type(ColumnType type)
+{
+    switch (type) {
+    case ColumnType::text:
+        return "TEXT";
+    case ColumnType::long_integer:
+    case ColumnType::integer:
+        return "INTEGER";
+    case ColumnType::date:
+    case ColumnType::number:
+        break;
+    }
+    return "REAL";
+}
+
+void check_column(Connection& connection, const TableLayout& layout, const ColumnDefinition& column)
+{
+    const char* type = nullptr;
+    const char* collation = nullptr;
+    int not_null = 0;
+    int primary = 0;
+    int automatic = 0;
+    const int code =
+        sqlite3_table_column_metadata(connection.handle(), "main", layout.name().c_str(), column.name.c_str(), &type,
+                                      &collation, &not_null, &primary, &automatic);
+    if (code != SQLITE_OK)
+        throw_engine_error(connection.handle(), code);
+    const bool type_fits = type != nullptr && same_name(type, declared_type(column.type));
+    const bool order_fits =
+        column.type != ColumnType::text || (collation != nullptr && same_name(collation, "CUEDRILL"));
+    // The engine says "automatic" of nothing but the row id itself.
+    if (!type_fits || !order_fits || (automatic != 0) != column.auto_increment)
+        throw no_course("the column " + column.name + " of its table " + layout.name() + " is of another kind");
+}
+
+void check_columns(Connection& connection, const TableLayout& layout)
+{
+    Statement found = connection.prepare("PRAGMA main.table_xinfo(" + quoted(layout.name()) + ")");
+    constexpr int name = 1;
+    constexpr int default_value = 4;
+    constexpr int place_in_primary_key = 5;
+    constexpr int hidden = 6;
+    const DatabaseError other_columns = no_course("its table " + layout.name() + " has other columns");
+    std::size_t position = 0;
+    for (; found.step(); ++position) {
+        if (position >= layout.columns().size() || !same_name(found.text(name), layout.columns()[position].name) ||
+            found.integer(hidden) != 0 || !std::holds_alternative<std::monostate>(found.value(default_value)))
+            throw other_columns;
+        const std::int64_t expected_place = layout.primary_column() == position ? 1 : 0;
+        if (found.integer(place_in_primary_key) != expected_place)
+            throw no_course("its table " + layout.name() + " has another key");
+    }
+    if (position != layout.columns().size())
+        throw other_columns;
+    for (const ColumnDefinition& column : layout.columns())
+        check_column(connection, layout, column);
+}
+
+/// The code of the engine that a report of its check names; 0 for none. The check goes on where a page cannot be read,
+/// but a disk that fails is no damaged file.
+int code_in(std::string_view report)
+{
+    constexpr std::string_view mark = "error code=";
+    const std::size_t place = report.find(mark);
+    int code = 0;
+    if (place != std::string_view::npos)
+        std::from_chars(report.data() + place + mark.size(), report.data() + report.size(), code);
+    return code;
+}
+
+void check_soundness(Connection& connection)
+{
+    Statement check = connection.prepare("PRAGMA main.quick_check(1)");
+    const std::string report = check.step() ? check.text(0) : std::string("no result");
+    if (report == "ok")
+        return;
+    // Its first line only says which database is meant.
+    const std::string finding = report.substr(report.find('\n') + 1);
+    const int code = code_in(report);
+    if ((code & 0xFF) == SQLITE_IOERR || (code & 0xFF) == SQLITE_NOMEM)
+        throw database_error(code, 0, finding);
+    throw own_error(DatabaseErrorKind::damaged, "It is damaged (" + finding + ").");
+}
+
+} // namespace
+
+std::int32_t packed_version(std::uint32_t order_version)
+{
+    return static_cast<std::int32_t>((schema_number << stamp_bits) | order_stamp(order_version));
+}
+
+FileHeader check_header(Connection& connection)
+{
+    const Header header = connection.header();
+    for (std::size_t i = 0; i < magic.size(); ++i) {
+        if (header[i] != static_cast<unsigned char>(magic[i]))
+            throw own_error(DatabaseErrorKind::not_a_course, "It is not a course.");
+    }
+    const std::uint32_t application = number_at(header, place_of_application_id);
+    if (application != application_id && application != 0)
+        throw no_course("it belongs to another program");
+    if (number_at(header, place_of_user_version) >> stamp_bits > schema_number)
+        throw own_error(DatabaseErrorKind::not_a_course, "It was made by a newer version of the program.");
+    return {header[place_of_write_version] == write_ahead_log_version ||
+            header[place_of_read_version] == write_ahead_log_version};
+}
+
+void check_contents(Connection& connection, const TableLayouts& expected)
+{
+    // The write lock shows at once whether the file can be written and nobody else holds it, and keeps it as it is
+    // while it is checked.
+    connection.begin();
+    for (const auto& layout : expected) {
+        check_is_ordinary_table(connection, *layout);
+        check_columns(connection, *layout);
+    }
+    check_soundness(connection);
+    connection.rollback();
+}
+
+void bring_to_order(Connection& connection, std::uint32_t order_version)
+{
+    const std::int32_t version = packed_version(order_version);
+    if (connection.query_integer("PRAGMA main.user_version") == version)
+        return;
+    connection.begin();
+    try {
+        connection.run("REINDEX CUEDRILL");
+    } catch (const DatabaseError& error) {
+        if (error.kind() != DatabaseErrorKind::constraint)
+            throw;
+        throw own_error(DatabaseErrorKind::damaged, "It is damaged (two rows have the same key).");
+    }
+    connection.run("PRAGMA main.user_version = " + std::to_string(version));
+    connection.commit();
+}
+
+} // namespace cuedrill::platform::sqlite

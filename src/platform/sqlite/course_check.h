@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/sqlite/connection.h"
+#include "platform/sqlite/table_layout.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace cuedrill::platform::sqlite {
+
+/// Marks a file as a course, at its place in the file's header.
+inline constexpr std::int64_t application_id = 0x43554544;
+/// The number of the present arrangement of the tables.
+inline constexpr std::uint32_t schema_number = 1;
+
+using TableLayouts = std::vector<std::shared_ptr<const TableLayout>>;
+
+/// The number kept in the file beside the application id: the schema number, and a stamp (never 0) of the order in
+/// which texts stand in the indexes.
+[[nodiscard]] std::int32_t packed_version(std::uint32_t order_version);
+
+/// What the first bytes of a file tell before the engine looks at it.
+struct FileHeader {
+    bool has_write_ahead_log = false;
+};
+
+/// @throws DatabaseError when the file is no course, or of a newer version.
+FileHeader check_header(Connection& connection);
+
+/// Checks that the file is sound, not held by anybody else, and holds the tables of `expected`. Writes nothing.
+/// @throws DatabaseError naming the first thing that is not as it must be.
+void check_contents(Connection& connection, const TableLayouts& expected);
+
+/// Rebuilds the indexes over texts when they were built by another order than that of `order_version`.
+void bring_to_order(Connection& connection, std::uint32_t order_version);
+
+} // namespace cuedrill::platform::sqlite

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+namespace cuedrill::platform::sqlite {
+
+/// An empty file of a name of its own in a folder, removed with its journal when the object goes.
+class TemporaryFile {
+public:
+    /// @throws DatabaseError when it cannot be created.
+    explicit TemporaryFile(const std::string& folder);
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile();
+
+    [[nodiscard]] const std::string& path() const { return m_path; }
+
+private:
+    std::string m_path;
+};
+
+/// The calls of the system by which a file gets its name; each returns 0, or -1 with errno.
+struct NamingCalls {
+    int (*link)(const char* from, const char* to);
+    int (*rename_no_replace)(const char* from, const char* to);
+    int (*sync_folder)(const char* folder);
+
+    [[nodiscard]] static NamingCalls of_system();
+};
+
+/// Gives the complete file `from` the name `to` in the same folder, durably and never over something of that name.
+/// `from` is gone afterwards.
+/// @throws DatabaseError (exists) when the name is taken, or for what the system reports; then `from` is still there
+/// unless only the folder could not be brought to the disk.
+void give_name(const std::string& from, const std::string& to, const NamingCalls& calls = NamingCalls::of_system());
+
+} // namespace cuedrill::platform::sqlite

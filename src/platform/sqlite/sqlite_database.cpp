@@ -1,0 +1,221 @@
+#include "platform/sqlite/sqlite_database.h"
+
+#include "platform/sqlite/connection.h"
+#include "platform/sqlite/course_check.h"
+#include "platform/sqlite/engine_error.h"
+#include "platform/sqlite/file_checks.h"
+#include "platform/sqlite/new_file.h"
+#include "platform/sqlite/sqlite_recordset.h"
+#include "platform/sqlite/sqlite_table_cursor.h"
+#include "platform/sqlite/table_layout.h"
+
+#include <algorithm>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace cuedrill::platform::sqlite {
+namespace {
+
+/// A look into a file with a write-ahead log makes the log's own file beside it. This one takes it away again when the
+/// file is refused and had none before. It must be destroyed after the connection.
+class LogFile {
+public:
+    explicit LogFile(const std::string& file) : m_path(file + "-wal"), m_existed(size() >= 0) {}
+    LogFile(const LogFile&) = delete;
+    LogFile& operator=(const LogFile&) = delete;
+    ~LogFile()
+    {
+        if (!m_existed && size() == 0)
+            ::unlink(m_path.c_str());
+    }
+
+    [[nodiscard]] bool existed() const { return m_existed; }
+
+private:
+    [[nodiscard]] off_t size() const
+    {
+        struct stat status {};
+        return ::lstat(m_path.c_str(), &status) == 0 ? status.st_size : -1;
+    }
+
+    std::string m_path;
+    bool m_existed;
+};
+
+/// What opens a file that may have a write-ahead log without changing it: no carrying over when the file is closed
+/// again, and no index of the log shared with other programs, which would be one more file.
+void keep_log_untouched(Connection& connection)
+{
+    connection.set_checkpoint_at_close(false);
+    connection.run("PRAGMA main.locking_mode = EXCLUSIVE");
+}
+
+void accept_log(Connection& connection)
+{
+    connection.set_checkpoint_at_close(true);
+    connection.set_durable();
+    connection.run("PRAGMA main.locking_mode = NORMAL");
+    // The engine gives the lock back at the next look into the file.
+    static_cast<void>(connection.query_integer("PRAGMA main.user_version"));
+}
+
+} // namespace
+
+SqliteDatabase::SqliteDatabase(const TextCompare& compare, std::chrono::milliseconds busy_timeout)
+    : m_compare(compare), m_busy_timeout(busy_timeout)
+{
+}
+
+SqliteDatabase::~SqliteDatabase()
+{
+    close();
+}
+
+void SqliteDatabase::require_nothing_open() const
+{
+    if (m_connection != nullptr)
+        throw own_error(DatabaseErrorKind::other, "Another course is still open.");
+}
+
+Connection& SqliteDatabase::require_course() const
+{
+    if (!is_open())
+        throw own_error(DatabaseErrorKind::other, "No course is open.");
+    return *m_connection;
+}
+
+Connection& SqliteDatabase::require_creation() const
+{
+    if (m_new_file == nullptr)
+        throw own_error(DatabaseErrorKind::other, "No course is being created.");
+    return *m_connection;
+}
+
+void SqliteDatabase::create(const std::string& path)
+{
+    require_nothing_open();
+    m_new_path = new_course_file(path);
+    try {
+        m_new_file = std::make_unique<TemporaryFile>(folder_of(m_new_path));
+        m_connection = std::make_shared<Connection>(m_new_file->path(), m_compare, m_busy_timeout);
+        m_connection->set_durable();
+        m_connection->begin();
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void SqliteDatabase::append_table(const TableDefinition& table)
+{
+    Connection& connection = require_creation();
+    try {
+        auto layout = std::make_shared<const TableLayout>(table);
+        for (const std::string& statement : layout->create_statements())
+            connection.run(statement);
+        m_layouts.push_back(std::move(layout));
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void SqliteDatabase::finish_creation()
+{
+    Connection& connection = require_creation();
+    try {
+        connection.run("PRAGMA application_id = " + std::to_string(application_id));
+        connection.run("PRAGMA user_version = " + std::to_string(packed_version(m_compare.order_version())));
+        connection.commit();
+        connection.close();
+        give_name(m_new_file->path(), m_new_path);
+        TableLayouts layouts = std::move(m_layouts);
+        const std::string file = m_new_path;
+        close();
+        open_checked(file, std::move(layouts));
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void SqliteDatabase::open(const std::string& path, const std::vector<TableDefinition>& expected)
+{
+    require_nothing_open();
+    TableLayouts layouts;
+    for (const TableDefinition& table : expected)
+        layouts.push_back(std::make_shared<const TableLayout>(table));
+    open_checked(existing_course_file(path), std::move(layouts));
+}
+
+void SqliteDatabase::open_checked(const std::string& file, TableLayouts layouts)
+{
+    const LogFile log(file);
+    const auto connection = std::make_shared<Connection>(file, m_compare, m_busy_timeout);
+    const FileHeader header = check_header(*connection);
+    const bool with_log = header.has_write_ahead_log || log.existed();
+    if (with_log)
+        keep_log_untouched(*connection);
+    check_contents(*connection, layouts);
+    if (with_log)
+        accept_log(*connection);
+    connection->set_durable();
+    bring_to_order(*connection, m_compare.order_version());
+    m_connection = connection;
+    m_layouts = std::move(layouts);
+}
+
+void SqliteDatabase::close() noexcept
+{
+    // Cursors and recordsets may still share the connection, so it is closed and not only let go.
+    if (m_connection != nullptr)
+        m_connection->close();
+    m_connection.reset();
+    m_layouts.clear();
+    m_new_file.reset();
+    m_new_path.clear();
+}
+
+std::unique_ptr<TableCursor> SqliteDatabase::open_table(std::string_view name)
+{
+    static_cast<void>(require_course());
+    const auto found = std::find_if(m_layouts.begin(), m_layouts.end(),
+                                    [&](const auto& layout) { return same_name(layout->name(), name); });
+    if (found == m_layouts.end())
+        throw own_error(DatabaseErrorKind::other, "There is no table " + std::string(name) + ".");
+    return std::make_unique<SqliteTableCursor>(m_connection, *found);
+}
+
+std::unique_ptr<Recordset> SqliteDatabase::open_recordset(std::string_view sql)
+{
+    static_cast<void>(require_course());
+    return std::make_unique<SqliteRecordset>(m_connection, sql);
+}
+
+void SqliteDatabase::execute(std::string_view sql)
+{
+    require_course().require_ready_to_write();
+    const StatementLease lease(m_connection, sql);
+    Statement& statement = lease.get();
+    if (statement.column_count() != 0)
+        throw own_error(DatabaseErrorKind::other, "The statement gives rows.");
+    statement.run();
+}
+
+void SqliteDatabase::begin()
+{
+    require_course().begin();
+}
+
+void SqliteDatabase::commit()
+{
+    require_course().commit();
+}
+
+void SqliteDatabase::rollback() noexcept
+{
+    if (m_connection != nullptr)
+        m_connection->rollback();
+}
+
+} // namespace cuedrill::platform::sqlite

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/text_compare.h"
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cuedrill::platform::sqlite {
+
+class Connection;
+class TableLayout;
+class TemporaryFile;
+
+/// A course in a file of the SQLite engine. For one thread only.
+class SqliteDatabase final : public Database {
+public:
+    /// @param compare gives the order of all texts in the file; must outlive the object and its cursors.
+    /// @param busy_timeout how long another program's lock is waited for.
+    explicit SqliteDatabase(const TextCompare& compare,
+                            std::chrono::milliseconds busy_timeout = std::chrono::seconds(3));
+    SqliteDatabase(const SqliteDatabase&) = delete;
+    SqliteDatabase& operator=(const SqliteDatabase&) = delete;
+    ~SqliteDatabase() override;
+
+    /// An error here, in `append_table` or in `finish_creation` ends the creation: nothing is left behind then.
+    void create(const std::string& path) override;
+    void append_table(const TableDefinition& table) override;
+    void finish_creation() override;
+
+    void open(const std::string& path, const std::vector<TableDefinition>& expected) override;
+    void close() noexcept override;
+    [[nodiscard]] bool is_open() const override { return m_connection != nullptr && m_new_file == nullptr; }
+
+    [[nodiscard]] std::unique_ptr<TableCursor> open_table(std::string_view name) override;
+    [[nodiscard]] std::unique_ptr<Recordset> open_recordset(std::string_view sql) override;
+    void execute(std::string_view sql) override;
+
+    void begin() override;
+    void commit() override;
+    void rollback() noexcept override;
+
+private:
+    using TableLayouts = std::vector<std::shared_ptr<const TableLayout>>;
+
+    void require_nothing_open() const;
+    [[nodiscard]] Connection& require_course() const;
+    [[nodiscard]] Connection& require_creation() const;
+    void open_checked(const std::string& file, TableLayouts layouts);
+
+    const TextCompare& m_compare;
+    std::chrono::milliseconds m_busy_timeout;
+    std::shared_ptr<Connection> m_connection;
+    TableLayouts m_layouts;
+
+    std::unique_ptr<TemporaryFile> m_new_file; ///< only while a file is being created
+    std::string m_new_path;
+};
+
+} // namespace cuedrill::platform::sqlite

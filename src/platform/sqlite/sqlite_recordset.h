@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/sqlite/connection.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cuedrill::platform::sqlite {
+
+/// The rows of a query, fetched one by one. While it stands on a row, nothing can be written on its connection; its
+/// hold ends behind the last row, or with the object.
+class SqliteRecordset final : public Recordset {
+public:
+    /// @throws DatabaseError when `sql` is not a single statement that reads rows.
+    SqliteRecordset(std::shared_ptr<Connection> connection, std::string_view sql);
+    SqliteRecordset(const SqliteRecordset&) = delete;
+    SqliteRecordset& operator=(const SqliteRecordset&) = delete;
+    ~SqliteRecordset() override { release(); }
+
+    [[nodiscard]] bool bof() const override { return m_empty; }
+    [[nodiscard]] bool eof() const override { return !m_on_row; }
+    void move_first() override;
+    void move_next() override;
+    [[nodiscard]] Value field(std::string_view column) const override;
+    [[nodiscard]] Value field(int column) const override;
+
+private:
+    void fetch();
+    void release() noexcept;
+    void require_row() const;
+
+    std::shared_ptr<Connection> m_connection;
+    StatementLease m_statement;
+    std::vector<std::string> m_names;
+    bool m_on_row = false;
+    bool m_empty = false;
+};
+
+} // namespace cuedrill::platform::sqlite

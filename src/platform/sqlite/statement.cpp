@@ -1,0 +1,144 @@
+#include "platform/sqlite/statement.h"
+
+#include "platform/sqlite/engine_error.h"
+
+#include <limits>
+#include <sqlite3.h>
+
+namespace cuedrill::platform::sqlite {
+namespace {
+
+int checked_length(std::size_t length)
+{
+    if (length > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        throw own_error(DatabaseErrorKind::other, "The text is too long for the database.");
+    return static_cast<int>(length);
+}
+
+} // namespace
+
+Statement::Statement(sqlite3* db, TextOrder& order, std::string_view sql) : m_db(db), m_order(order), m_sql(sql)
+{
+    const char* tail = nullptr;
+    const int code = sqlite3_prepare_v3(db, m_sql.c_str(), checked_length(m_sql.size()), SQLITE_PREPARE_PERSISTENT,
+                                        &m_statement, &tail);
+    if (code != SQLITE_OK)
+        throw_engine_error(db, code);
+    if (m_statement == nullptr)
+        throw own_error(DatabaseErrorKind::other, "There is no statement to run.");
+    const auto used = static_cast<std::size_t>(tail - m_sql.c_str());
+    if (m_sql.find_first_not_of(" \t\r\n;", used) != std::string::npos) {
+        sqlite3_finalize(m_statement);
+        throw own_error(DatabaseErrorKind::other, "Only one statement can be run at a time.");
+    }
+}
+
+Statement::~Statement()
+{
+    sqlite3_finalize(m_statement);
+}
+
+bool Statement::reads_only() const
+{
+    return sqlite3_stmt_readonly(m_statement) != 0;
+}
+
+void Statement::bind(int position, const Value& value)
+{
+    int code = SQLITE_OK;
+    if (const auto* text = std::get_if<std::string>(&value))
+        code = sqlite3_bind_text(m_statement, position, text->data(), checked_length(text->size()), SQLITE_STATIC);
+    else if (const auto* number = std::get_if<double>(&value))
+        code = sqlite3_bind_double(m_statement, position, *number);
+    else if (const auto* integer = std::get_if<std::int64_t>(&value))
+        code = sqlite3_bind_int64(m_statement, position, *integer);
+    else
+        code = sqlite3_bind_null(m_statement, position);
+    if (code != SQLITE_OK)
+        throw_engine_error(m_db, code);
+}
+
+bool Statement::step()
+{
+    const int code = sqlite3_step(m_statement);
+    if (m_order.failed) {
+        m_order.failed = false;
+        throw own_error(DatabaseErrorKind::other, "Texts could not be compared.");
+    }
+    if (code != SQLITE_ROW && code != SQLITE_DONE)
+        throw_engine_error(m_db, code);
+    return code == SQLITE_ROW;
+}
+
+void Statement::run()
+{
+    const ResetAtExit reset_at_exit(*this);
+    while (step()) {
+    }
+}
+
+void Statement::reset() noexcept
+{
+    // The result repeats the error of the last step, which was reported there.
+    sqlite3_reset(m_statement);
+    sqlite3_clear_bindings(m_statement);
+}
+
+int Statement::column_count() const
+{
+    return sqlite3_column_count(m_statement);
+}
+
+std::string_view Statement::column_name(int column) const
+{
+    const char* name = sqlite3_column_name(m_statement, column);
+    return name == nullptr ? std::string_view() : std::string_view(name);
+}
+
+Value Statement::value(int column) const
+{
+    Value value;
+    read(column, value);
+    return value;
+}
+
+void Statement::read(int column, Value& into) const
+{
+    switch (sqlite3_column_type(m_statement, column)) {
+    case SQLITE_NULL:
+        into = std::monostate();
+        return;
+    case SQLITE_INTEGER:
+        into = static_cast<std::int64_t>(sqlite3_column_int64(m_statement, column));
+        return;
+    case SQLITE_FLOAT:
+        into = sqlite3_column_double(m_statement, column);
+        return;
+    case SQLITE_TEXT: {
+        const void* bytes = sqlite3_column_text(m_statement, column);
+        const auto length = static_cast<std::size_t>(sqlite3_column_bytes(m_statement, column));
+        if (bytes == nullptr)
+            throw_engine_error(m_db, SQLITE_NOMEM);
+        if (!std::holds_alternative<std::string>(into))
+            into.emplace<std::string>();
+        std::get<std::string>(into).assign(static_cast<const char*>(bytes), length);
+        return;
+    }
+    default:
+        throw own_error(DatabaseErrorKind::damaged, "It is damaged (a value is neither text nor number).");
+    }
+}
+
+std::int64_t Statement::integer(int column) const
+{
+    return sqlite3_column_int64(m_statement, column);
+}
+
+std::string Statement::text(int column) const
+{
+    const Value read_value = value(column);
+    const auto* text = std::get_if<std::string>(&read_value);
+    return text == nullptr ? std::string() : *text;
+}
+
+} // namespace cuedrill::platform::sqlite

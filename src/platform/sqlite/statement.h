@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/sqlite/engine_functions.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace cuedrill::platform::sqlite {
+
+/// A prepared statement. Every function but `reset` may throw DatabaseError.
+class Statement {
+public:
+    /// Prepares the single statement in `sql`; a blank text or anything behind the statement is an error.
+    /// `db` and `order` must outlive the object.
+    Statement(sqlite3* db, TextOrder& order, std::string_view sql);
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+    ~Statement();
+
+    [[nodiscard]] const std::string& sql() const { return m_sql; }
+    /// Whether it writes nothing to the file.
+    [[nodiscard]] bool reads_only() const;
+
+    /// Gives the parameter at `position` (from 1) its value. A text is not copied: it must live until `reset`.
+    void bind(int position, const Value& value);
+    /// Runs to the next row; false behind the last one.
+    bool step();
+    /// Runs a statement that gives no rows, and resets it.
+    void run();
+    /// Back to the start, without any bound value. Ends its hold on the database.
+    void reset() noexcept;
+
+    [[nodiscard]] int column_count() const;
+    /// Valid until the object is gone or stepped again.
+    [[nodiscard]] std::string_view column_name(int column) const;
+    /// The column (from 0) of the current row.
+    [[nodiscard]] Value value(int column) const;
+    /// The same, into a value that is used again.
+    void read(int column, Value& into) const;
+    [[nodiscard]] std::int64_t integer(int column) const;
+    [[nodiscard]] std::string text(int column) const;
+
+private:
+    sqlite3* m_db;
+    TextOrder& m_order;
+    std::string m_sql;
+    sqlite3_stmt* m_statement = nullptr;
+};
+
+/// Resets a statement at the end of a scope, so that none stays open after an error.
+class ResetAtExit {
+public:
+    explicit ResetAtExit(Statement& statement) : m_statement(statement) {}
+    ResetAtExit(const ResetAtExit&) = delete;
+    ResetAtExit& operator=(const ResetAtExit&) = delete;
+    ~ResetAtExit() { m_statement.reset(); }
+
+private:
+    Statement& m_statement;
+};
+
+} // namespace cuedrill::platform::sqlite

@@ -1,0 +1,43 @@
+#include "platform/sqlite/statement_pool.h"
+
+#include <algorithm>
+
+namespace cuedrill::platform::sqlite {
+
+Statement& StatementPool::take(std::string_view sql)
+{
+    const auto idle = std::find_if(m_entries.begin(), m_entries.end(),
+                                   [&](const Entry& entry) { return !entry.taken && entry.statement->sql() == sql; });
+    if (idle != m_entries.end()) {
+        idle->taken = true;
+        return *idle->statement;
+    }
+    m_entries.push_back({std::make_unique<Statement>(m_db, m_order, sql)});
+    return *m_entries.back().statement;
+}
+
+void StatementPool::give_back(Statement& statement) noexcept
+{
+    statement.reset();
+    const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
+                                    [&](const Entry& one) { return one.statement.get() == &statement; });
+    if (entry == m_entries.end())
+        return;
+    entry->taken = false;
+    entry->last_use = ++m_uses;
+    drop_oldest_idle();
+}
+
+void StatementPool::drop_oldest_idle() noexcept
+{
+    const auto is_idle = [](const Entry& entry) { return !entry.taken; };
+    if (static_cast<std::size_t>(std::count_if(m_entries.begin(), m_entries.end(), is_idle)) <= most_idle)
+        return;
+    // Those in use count as newest, so the smallest is an idle one.
+    const auto oldest = std::min_element(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) {
+        return std::pair(a.taken, a.last_use) < std::pair(b.taken, b.last_use);
+    });
+    m_entries.erase(oldest);
+}
+
+} // namespace cuedrill::platform::sqlite

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/sqlite/statement.h"
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace cuedrill::platform::sqlite {
+
+/// The prepared statements of one connection, kept by their texts for the next use.
+class StatementPool {
+public:
+    /// The most statements that wait for another use.
+    static constexpr std::size_t most_idle = 32;
+
+    StatementPool(sqlite3* db, TextOrder& order) : m_db(db), m_order(order) {}
+
+    /// A statement that nobody else uses until it is given back.
+    /// @throws DatabaseError when it cannot be prepared.
+    [[nodiscard]] Statement& take(std::string_view sql);
+    void give_back(Statement& statement) noexcept;
+    /// All statements, those in use included, are gone afterwards.
+    void clear() noexcept { m_entries.clear(); }
+    [[nodiscard]] std::size_t size() const { return m_entries.size(); }
+
+private:
+    struct Entry {
+        std::unique_ptr<Statement> statement;
+        bool taken = true;
+        std::uint64_t last_use = 0;
+    };
+
+    void drop_oldest_idle() noexcept;
+
+    sqlite3* m_db;
+    TextOrder& m_order;
+    std::vector<Entry> m_entries;
+    std::uint64_t m_uses = 0;
+};
+
+} // namespace cuedrill::platform::sqlite

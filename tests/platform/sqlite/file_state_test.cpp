@@ -1,0 +1,112 @@
+#include "platform/sqlite/support.h"
+
+#include <csignal>
+#include <filesystem>
+#include <sys/resource.h>
+
+// What happens to an open course when its file or its disk changes underneath.
+namespace cuedrill::platform::sqlite::test {
+namespace {
+
+using FileState = CourseTest;
+
+/// No file of the process can grow beyond a size while an object of this class lives.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int);
+};
+
+TEST_F(FileState, AMovedFileTakesNoMoreTransactions)
+{
+    add("one");
+    std::filesystem::rename(path, folder / "moved.crs");
+    EXPECT_EQ(error_words(DatabaseErrorKind::moved, [&] { database.begin(); }),
+              "It was moved or deleted while it was open.");
+    error_words(DatabaseErrorKind::moved, [&] { add("two"); });
+    error_words(DatabaseErrorKind::moved, [&] { database.execute("delete from qa"); });
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"moved.crs"});
+}
+
+TEST_F(FileState, ASuccessorOfTheSameNameIsNotWritten)
+{
+    add("one");
+    std::filesystem::rename(path, folder / "moved.crs");
+    std::filesystem::copy(folder / "moved.crs", path);
+    const std::string successor = bytes_of(path);
+    error_words(DatabaseErrorKind::moved, [&] { add("two"); });
+    EXPECT_EQ(bytes_of(path), successor);
+    EXPECT_EQ(bytes_of(folder / "moved.crs"), successor);
+}
+
+TEST_F(FileState, ADeletedFileTakesNoMoreWrites)
+{
+    std::filesystem::remove(path);
+    error_words(DatabaseErrorKind::moved, [&] { add("one"); });
+    EXPECT_TRUE(folder.names().empty());
+}
+
+TEST_F(FileState, AFullDiskKeepsTheCourseAsItWas)
+{
+    for (int i = 0; i < 50; ++i)
+        add("question " + std::to_string(i));
+    {
+        const FileSizeLimit limit(std::filesystem::file_size(path));
+        Transaction transaction(database);
+        EXPECT_EQ(error_words(DatabaseErrorKind::full,
+                              [&] {
+                                  for (int i = 0; i < 2000; ++i)
+                                      add(std::string(200, 'x'), std::string(200, 'y'));
+                                  transaction.commit();
+                              }),
+                  "There is no room left on the disk.");
+    }
+    EXPECT_EQ(count(database), 50);
+    reopen();
+    EXPECT_EQ(count(database), 50);
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"course.crs"});
+}
+
+TEST_F(FileState, AFullDiskEndsACreationWithoutATrace)
+{
+    database.close();
+    std::filesystem::remove(path);
+    const FileSizeLimit limit(5000);
+    error_words(DatabaseErrorKind::full, [&] {
+        database.create(path);
+        for (const TableDefinition& table : tables())
+            database.append_table(table);
+        database.finish_creation();
+    });
+    EXPECT_TRUE(folder.names().empty());
+    EXPECT_FALSE(database.is_open());
+}
+
+TEST_F(FileState, AnotherProgramsLockStopsAWriteAndNoMore)
+{
+    add("one");
+    RawConnection other(path);
+    other.run("BEGIN IMMEDIATE");
+    error_words(DatabaseErrorKind::locked, [&] { add("two"); });
+    EXPECT_EQ(count(database), 1) << "reading goes on";
+    other.run("COMMIT");
+    EXPECT_EQ(add("two"), 2);
+}
+
+} // namespace
+} // namespace cuedrill::platform::sqlite::test

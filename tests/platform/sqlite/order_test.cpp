@@ -1,0 +1,103 @@
+#include "platform/sqlite/course_check.h"
+#include "platform/sqlite/support.h"
+
+namespace cuedrill::platform::sqlite::test {
+namespace {
+
+class Order : public CourseTest {
+protected:
+    bool finds_all()
+    {
+        const auto cursor = database.open_table("qa");
+        cursor->set_index("q");
+        for (char c = 'a'; c <= 'z'; ++c) {
+            cursor->seek(std::string(1, c));
+            if (cursor->no_match())
+                return false;
+        }
+        return true;
+    }
+
+    void fill()
+    {
+        Transaction transaction(database);
+        for (char c = 'a'; c <= 'z'; ++c)
+            add(std::string(1, c));
+        transaction.commit();
+    }
+};
+
+TEST_F(Order, IndexesAreBuiltAnewWhenTextsSortOtherwise)
+{
+    fill();
+    database.close();
+    compare.reversed = true;
+    compare.version = 2;
+    database.open(path, tables());
+    EXPECT_TRUE(finds_all());
+    EXPECT_EQ(walk("q").front(), 26);
+    database.close();
+    EXPECT_EQ(RawConnection(path).query("PRAGMA user_version"), std::to_string(packed_version(2)));
+}
+
+TEST_F(Order, WithoutTheStampRowsWouldBeLost)
+{
+    fill();
+    database.close();
+    compare.reversed = true;
+    database.open(path, tables());
+    EXPECT_FALSE(finds_all()) << "proves that the test above can fail";
+}
+
+TEST_F(Order, AFileWithoutAStampGetsOne)
+{
+    fill();
+    database.close();
+    RawConnection(path).run("PRAGMA user_version = 0");
+    compare.reversed = true;
+    database.open(path, tables());
+    EXPECT_TRUE(finds_all());
+}
+
+TEST_F(Order, AFileInOrderIsNotWritten)
+{
+    fill();
+    database.close();
+    const std::string bytes = bytes_of(path);
+    database.open(path, tables());
+    database.close();
+    EXPECT_EQ(bytes_of(path), bytes);
+}
+
+TEST_F(Order, KeysThatBecomeEqualAreReportedAndTheFileStaysAsItIs)
+{
+    database.close();
+    {
+        // A course whose texts were told apart by case.
+        compare.ignore_case = false;
+        compare.version = 3;
+        database.open(path, tables());
+        database.execute("insert into params (param) values ('x')");
+        database.execute("insert into params (param) values ('X')");
+        database.close();
+    }
+    const std::string bytes = bytes_of(path);
+    compare.ignore_case = true;
+    compare.version = 1;
+    EXPECT_EQ(error_words(DatabaseErrorKind::damaged, [&] { database.open(path, tables()); }),
+              "It is damaged (two rows have the same key).");
+    EXPECT_EQ(bytes_of(path), bytes);
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"course.crs"});
+}
+
+TEST_F(Order, TheStampDependsOnTheOrderAndCarriesTheSchemaNumber)
+{
+    EXPECT_NE(packed_version(1), packed_version(2));
+    for (const std::uint32_t version : {0U, 1U, 77U, 0xFFFFFFFFU}) {
+        EXPECT_EQ(packed_version(version) >> 24, 1);
+        EXPECT_NE(packed_version(version) & 0xFFFFFF, 0);
+    }
+}
+
+} // namespace
+} // namespace cuedrill::platform::sqlite::test

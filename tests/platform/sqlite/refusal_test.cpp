@@ -1,0 +1,284 @@
+#include "platform/sqlite/support.h"
+
+#include <filesystem>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// Each test proves two things: the file is refused with the right words, and it is left as it was, without anything
+// new beside it.
+namespace cuedrill::platform::sqlite::test {
+namespace {
+
+class Refusal : public CourseTest {
+protected:
+    Refusal()
+    {
+        add("one");
+        add("two");
+        database.close();
+    }
+
+    void rewrite(const std::string& sql) { RawConnection(path).run(sql); }
+
+    /// Makes `qa` again by another definition.
+    void remake_qa(const std::string& definition) { rewrite("DROP TABLE qa; " + definition); }
+
+    std::string definition_of_qa()
+    {
+        return RawConnection(path).query("SELECT sql FROM sqlite_schema WHERE name='qa'");
+    }
+
+    std::string definition_with(const std::string& from, const std::string& to)
+    {
+        std::string text = definition_of_qa();
+        EXPECT_NE(text.find(from), std::string::npos);
+        return text.replace(text.find(from), from.size(), to);
+    }
+
+    std::string refused(DatabaseErrorKind kind)
+    {
+        const std::string bytes = bytes_of(path);
+        const auto names = folder.names();
+        const std::string words = error_words(kind, [&] { database.open(path, tables()); });
+        EXPECT_FALSE(database.is_open());
+        EXPECT_EQ(bytes_of(path), bytes) << "the file was changed";
+        EXPECT_EQ(folder.names(), names);
+        return words;
+    }
+
+    void put(std::size_t place, std::string_view bytes)
+    {
+        std::string all = bytes_of(path);
+        all.replace(place, bytes.size(), bytes);
+        write_bytes(path, all);
+    }
+};
+
+TEST_F(Refusal, AMissingFile)
+{
+    std::filesystem::remove(path);
+    error_words(DatabaseErrorKind::missing, [&] { database.open(path, tables()); });
+    error_words(DatabaseErrorKind::missing, [&] { database.open("", tables()); });
+    EXPECT_TRUE(folder.names().empty()) << "opening never creates";
+}
+
+TEST_F(Refusal, AnEmptyFile)
+{
+    write_bytes(path, "");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is empty.");
+}
+
+TEST_F(Refusal, AnotherKindOfFile)
+{
+    write_bytes(path, "Question;Answer\n");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course.");
+    write_bytes(path, std::string(20000, 'x'));
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course.");
+}
+
+TEST_F(Refusal, AFolder)
+{
+    EXPECT_EQ(error_words(DatabaseErrorKind::not_a_course, [&] { database.open(folder.path(), tables()); }),
+              "It is a folder.");
+}
+
+TEST_F(Refusal, APipeWithoutWaitingForItsOtherEnd)
+{
+    std::filesystem::remove(path);
+    ASSERT_EQ(::mkfifo(path.c_str(), 0666), 0);
+    EXPECT_EQ(error_words(DatabaseErrorKind::not_a_course, [&] { database.open(path, tables()); }),
+              "It is not an ordinary file.");
+}
+
+TEST_F(Refusal, AFileThatNobodyMayWrite)
+{
+    std::filesystem::permissions(path, std::filesystem::perms(0444));
+    EXPECT_EQ(refused(DatabaseErrorKind::read_only), "It cannot be written.");
+}
+
+TEST_F(Refusal, AFolderThatNobodyMayWrite)
+{
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
+    EXPECT_EQ(refused(DatabaseErrorKind::read_only), "Its folder cannot be written.");
+}
+
+TEST_F(Refusal, AFileThatAnotherProgramHolds)
+{
+    RawConnection other(path);
+    other.run("BEGIN EXCLUSIVE");
+    EXPECT_EQ(error_words(DatabaseErrorKind::locked, [&] { database.open(path, tables()); }),
+              "Another program is using it.");
+    other.run("ROLLBACK; BEGIN IMMEDIATE");
+    error_words(DatabaseErrorKind::locked, [&] { database.open(path, tables()); });
+    other.run("ROLLBACK");
+    database.open(path, tables());
+    EXPECT_EQ(count(database), 2);
+}
+
+TEST_F(Refusal, AFileOfAnotherProgram)
+{
+    rewrite("PRAGMA application_id = 7");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (it belongs to another program).");
+}
+
+TEST_F(Refusal, AFileOfANewerVersion)
+{
+    rewrite("PRAGMA user_version = " + std::to_string(2 << 24));
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It was made by a newer version of the program.");
+    rewrite("PRAGMA user_version = -1");
+    refused(DatabaseErrorKind::not_a_course);
+}
+
+TEST_F(Refusal, AMissingTable)
+{
+    rewrite("DROP TABLE params");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (there is no table params).");
+}
+
+TEST_F(Refusal, AViewInPlaceOfATable)
+{
+    rewrite("ALTER TABLE qa RENAME TO other; CREATE VIEW qa AS SELECT * FROM other");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its qa is not an ordinary table).");
+}
+
+TEST_F(Refusal, AVirtualTable)
+{
+    remake_qa("CREATE VIRTUAL TABLE qa USING fts5(cnt, q, a)");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its qa is not an ordinary table).");
+}
+
+TEST_F(Refusal, ATableWithoutRowIds)
+{
+    rewrite("DROP TABLE params; CREATE TABLE params (param TEXT COLLATE CUEDRILL PRIMARY KEY, date_value REAL, "
+            "string_value TEXT COLLATE CUEDRILL, number_value REAL) STRICT, WITHOUT ROWID");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its params is not an ordinary table).");
+}
+
+TEST_F(Refusal, ATableThatIsNotStrict)
+{
+    remake_qa(definition_with(") STRICT", ")"));
+    refused(DatabaseErrorKind::not_a_course);
+}
+
+TEST_F(Refusal, ATriggerOnATable)
+{
+    rewrite("CREATE TRIGGER evil AFTER INSERT ON qa BEGIN DELETE FROM params; END");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table qa has a trigger).");
+}
+
+TEST_F(Refusal, AMissingColumn)
+{
+    rewrite("ALTER TABLE qa DROP COLUMN a_fails");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table qa has other columns).");
+}
+
+TEST_F(Refusal, AColumnTooMany)
+{
+    rewrite("ALTER TABLE qa ADD COLUMN extra TEXT");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table qa has other columns).");
+}
+
+TEST_F(Refusal, ColumnsInAnotherOrder)
+{
+    remake_qa(definition_with("\"q_fails\"", "\"swap\""));
+    rewrite("ALTER TABLE qa RENAME COLUMN a_fails TO q_fails; ALTER TABLE qa RENAME COLUMN swap TO a_fails");
+    refused(DatabaseErrorKind::not_a_course);
+}
+
+TEST_F(Refusal, AGeneratedColumn)
+{
+    remake_qa(definition_with("\"q_date_last_test\" REAL", "\"q_date_last_test\" REAL AS (1.5)"));
+    refused(DatabaseErrorKind::not_a_course);
+    remake_qa(definition_with("REAL AS (1.5)", "REAL AS (1.5) STORED"));
+    refused(DatabaseErrorKind::not_a_course);
+}
+
+TEST_F(Refusal, AColumnWithADefault)
+{
+    remake_qa(definition_with("\"q_date_last_test\" REAL", "\"q_date_last_test\" REAL DEFAULT 5"));
+    refused(DatabaseErrorKind::not_a_course);
+}
+
+TEST_F(Refusal, AColumnOfAnotherTypeOrOrder)
+{
+    const std::string sound = definition_of_qa();
+    remake_qa(definition_with("\"q_date_last_test\" REAL", "\"q_date_last_test\" TEXT"));
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course),
+              "It is not a course (the column q_date_last_test of its table qa is of another kind).");
+    remake_qa(sound);
+    remake_qa(definition_with("COLLATE CUEDRILL", "COLLATE NOCASE"));
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course),
+              "It is not a course (the column q of its table qa is of another kind).");
+}
+
+TEST_F(Refusal, NumbersThatMayComeBack)
+{
+    remake_qa(definition_with(" AUTOINCREMENT", ""));
+    refused(DatabaseErrorKind::not_a_course);
+}
+
+TEST_F(Refusal, AnotherPrimaryKey)
+{
+    remake_qa(definition_with("INTEGER PRIMARY KEY AUTOINCREMENT", "INTEGER"));
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table qa has another key).");
+}
+
+TEST_F(Refusal, ADamagedPage)
+{
+    const std::size_t page = 4096;
+    const auto root = std::stoul(RawConnection(path).query("SELECT rootpage FROM sqlite_schema WHERE name = 'qa'"));
+    put((root - 1) * page + 3, "\xFF\xFF"); // the number of cells
+    const std::string words = refused(DatabaseErrorKind::damaged);
+    EXPECT_TRUE(words.starts_with("It is damaged (")) << words;
+}
+
+TEST_F(Refusal, ADamagedListOfTables)
+{
+    put(100, "\x07"); // the kind of the first page
+    refused(DatabaseErrorKind::damaged);
+}
+
+TEST_F(Refusal, AFileThatWasCutShort)
+{
+    const std::string bytes = bytes_of(path);
+    write_bytes(path, bytes.substr(0, bytes.size() - 4096));
+    refused(DatabaseErrorKind::damaged);
+    write_bytes(path, bytes.substr(0, 50));
+    refused(DatabaseErrorKind::damaged);
+}
+
+TEST_F(Refusal, ATextThatBreaksTheLengthRule)
+{
+    rewrite("PRAGMA ignore_check_constraints = ON; UPDATE qa SET q = printf('%.*c', 201, 'x')");
+    refused(DatabaseErrorKind::damaged);
+}
+
+TEST_F(Refusal, AFileInLogModeStaysInLogMode)
+{
+    rewrite("PRAGMA journal_mode = WAL; CREATE TRIGGER evil AFTER INSERT ON qa BEGIN DELETE FROM params; END");
+    ASSERT_EQ(bytes_of(path)[18], 2);
+    refused(DatabaseErrorKind::not_a_course);
+}
+
+TEST_F(Refusal, ALogThatWasLeftBehindIsNotCarriedOver)
+{
+    const TemporaryFolder elsewhere;
+    {
+        RawConnection other(path);
+        other.run("PRAGMA journal_mode = WAL; ALTER TABLE qa ADD COLUMN extra TEXT");
+        std::filesystem::copy(path, elsewhere / "course.crs");
+        std::filesystem::copy(path + "-wal", elsewhere / "course.crs-wal");
+    }
+    const std::string file = elsewhere / "course.crs";
+    const std::string bytes = bytes_of(file);
+    const std::string log = bytes_of(file + "-wal");
+    ASSERT_FALSE(log.empty());
+    error_words(DatabaseErrorKind::not_a_course, [&] { database.open(file, tables()); });
+    EXPECT_EQ(bytes_of(file), bytes);
+    EXPECT_EQ(bytes_of(file + "-wal"), log);
+    EXPECT_EQ(elsewhere.names(), (std::vector<std::string>{"course.crs", "course.crs-wal"}));
+}
+
+} // namespace
+} // namespace cuedrill::platform::sqlite::test

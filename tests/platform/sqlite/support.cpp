@@ -1,0 +1,204 @@
+#include "platform/sqlite/support.h"
+
+#include <algorithm>
+#include <fstream>
+#include <sqlite3.h>
+#include <sstream>
+#include <stdexcept>
+#include <stdlib.h>
+#include <unistd.h>
+
+namespace cuedrill::platform::sqlite::test {
+namespace {
+
+int raw_compare(void* context, int length_a, const void* a, int length_b, const void* b)
+{
+    return static_cast<FoldingCompare*>(context)->compare(
+        std::string_view(static_cast<const char*>(a), static_cast<std::size_t>(length_a)),
+        std::string_view(static_cast<const char*>(b), static_cast<std::size_t>(length_b)));
+}
+
+} // namespace
+
+int FoldingCompare::compare(std::string_view a, std::string_view b) const
+{
+    if (fail)
+        throw std::runtime_error("no comparison");
+    const int result = ignore_case ? lower(a).compare(lower(b)) : std::string(a).compare(b);
+    return reversed ? -result : result;
+}
+
+std::string FoldingCompare::lower(std::string_view text) const
+{
+    std::string folded(text);
+    std::transform(folded.begin(), folded.end(), folded.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return folded;
+}
+
+TemporaryFolder::TemporaryFolder()
+{
+    // In memory where there is such a place: the many syncs of small files then cost nothing.
+    const std::filesystem::path memory = "/dev/shm";
+    const bool has_memory = ::access(memory.c_str(), W_OK) == 0;
+    std::string name =
+        ((has_memory ? memory : std::filesystem::temp_directory_path()) / "cuedrill-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr)
+        throw std::runtime_error("no temporary folder");
+    m_path = std::filesystem::canonical(name);
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code error;
+    std::filesystem::permissions(m_path, std::filesystem::perms::owner_all, error);
+    std::filesystem::remove_all(m_path, error);
+}
+
+std::vector<std::string> TemporaryFolder::names() const
+{
+    std::vector<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(m_path))
+        found.push_back(entry.path().filename().string());
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+RawConnection::RawConnection(const std::string& file)
+{
+    EXPECT_EQ(sqlite3_open(file.c_str(), &m_db), SQLITE_OK);
+    sqlite3_create_collation(m_db, "CUEDRILL", SQLITE_UTF8, &m_compare, raw_compare);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+}
+
+RawConnection::~RawConnection()
+{
+    sqlite3_close(m_db);
+}
+
+void RawConnection::run(const std::string& sql)
+{
+    EXPECT_EQ(sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(m_db);
+}
+
+std::string RawConnection::query(const std::string& sql)
+{
+    const std::string all = lines(sql, 0);
+    return all.substr(0, all.find('\n'));
+}
+
+std::string RawConnection::lines(const std::string& sql, int column)
+{
+    sqlite3_stmt* statement = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(m_db, sql.c_str(), -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(m_db);
+    std::string text;
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        const void* cell = sqlite3_column_text(statement, column);
+        text += (cell == nullptr ? std::string("null") : std::string(static_cast<const char*>(cell))) + "\n";
+    }
+    sqlite3_finalize(statement);
+    return text;
+}
+
+TableDefinition params_table()
+{
+    return {"params",
+            {{"param", ColumnType::text, 20},
+             {"date_value", ColumnType::date},
+             {"string_value", ColumnType::text, 200},
+             {"number_value", ColumnType::number}},
+            {{"PrimaryKey", "param", true, true}}};
+}
+
+TableDefinition qa_table()
+{
+    TableDefinition table{
+        "qa",
+        {{"cnt", ColumnType::long_integer, 0, true}, {"q", ColumnType::text, 200}, {"a", ColumnType::text, 200}},
+        {{"PrimaryKey", "cnt", true, true}, {"q", "q"}, {"a", "a"}}};
+    for (const char* name : {"attempts", "fails", "successes"}) {
+        table.columns.push_back({std::string("q_") + name, ColumnType::integer, 2});
+        table.columns.push_back({std::string("a_") + name, ColumnType::integer, 2});
+    }
+    for (const char* name : {"date_last_test", "date_last_show"}) {
+        table.columns.push_back({std::string("q_") + name, ColumnType::date});
+        table.columns.push_back({std::string("a_") + name, ColumnType::date});
+    }
+    return table;
+}
+
+std::vector<TableDefinition> tables()
+{
+    return {params_table(), qa_table()};
+}
+
+std::string bytes_of(const std::string& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
+}
+
+void write_bytes(const std::string& path, std::string_view bytes)
+{
+    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string error_words(DatabaseErrorKind kind, const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const DatabaseError& error) {
+        EXPECT_EQ(static_cast<int>(error.kind()), static_cast<int>(kind)) << error.what();
+        EXPECT_EQ(std::string(error.what()).find('/'), std::string::npos) << "a path in: " << error.what();
+        return error.what();
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return {};
+}
+
+std::int64_t count(Database& database, std::string_view sql)
+{
+    return std::get<std::int64_t>(database.open_recordset(sql)->field(0));
+}
+
+CourseTest::CourseTest()
+{
+    database.create(path);
+    for (const TableDefinition& table : tables())
+        database.append_table(table);
+    database.finish_creation();
+}
+
+void CourseTest::reopen()
+{
+    database.close();
+    database.open(path, tables());
+}
+
+std::int64_t CourseTest::add(const std::string& q, const std::string& a)
+{
+    const auto cursor = database.open_table("qa");
+    cursor->add_new();
+    cursor->set("q", q);
+    cursor->set("a", a);
+    cursor->update();
+    return std::get<std::int64_t>(cursor->field("cnt"));
+}
+
+std::vector<std::int64_t> CourseTest::walk(std::string_view index, bool backward)
+{
+    const auto cursor = database.open_table("qa");
+    cursor->set_index(index);
+    std::vector<std::int64_t> numbers;
+    backward ? cursor->move_last() : cursor->move_first();
+    while (!cursor->eof() && !cursor->bof()) {
+        numbers.push_back(std::get<std::int64_t>(cursor->field("cnt")));
+        backward ? cursor->move_previous() : cursor->move_next();
+    }
+    return numbers;
+}
+
+} // namespace cuedrill::platform::sqlite::test

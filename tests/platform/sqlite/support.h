@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/sqlite/sqlite_database.h"
+#include "platform/text_compare.h"
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct sqlite3;
+
+namespace cuedrill::platform::sqlite::test {
+
+/// Folds ASCII letters; sorts by bytes of the folded texts, or the other way round.
+class FoldingCompare : public TextCompare {
+public:
+    [[nodiscard]] bool equal(std::string_view a, std::string_view b) const override { return compare(a, b) == 0; }
+    [[nodiscard]] int compare(std::string_view a, std::string_view b) const override;
+    [[nodiscard]] std::string lower(std::string_view text) const override;
+    [[nodiscard]] std::string nfc(std::string_view text) const override { return std::string(text); }
+    [[nodiscard]] std::uint32_t order_version() const override { return version; }
+
+    bool reversed = false;
+    bool ignore_case = true;
+    std::uint32_t version = 1;
+    mutable bool fail = false; ///< every comparison throws
+};
+
+/// A folder that is gone with the object.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+
+    [[nodiscard]] std::string operator/(std::string_view name) const { return (m_path / name).string(); }
+    [[nodiscard]] std::string path() const { return m_path.string(); }
+    /// The names of all it holds, sorted.
+    [[nodiscard]] std::vector<std::string> names() const;
+
+private:
+    std::filesystem::path m_path;
+};
+
+/// The engine used directly, as another program would.
+class RawConnection {
+public:
+    explicit RawConnection(const std::string& file);
+    RawConnection(const RawConnection&) = delete;
+    RawConnection& operator=(const RawConnection&) = delete;
+    ~RawConnection();
+
+    /// Runs all statements of `sql`; fails the test on an error.
+    void run(const std::string& sql);
+    /// The first column of the first row as text.
+    [[nodiscard]] std::string query(const std::string& sql);
+    /// The `column`s of all rows, one to a line.
+    [[nodiscard]] std::string lines(const std::string& sql, int column);
+
+private:
+    FoldingCompare m_compare;
+    sqlite3* m_db = nullptr;
+};
+
+[[nodiscard]] TableDefinition params_table();
+[[nodiscard]] TableDefinition qa_table();
+[[nodiscard]] std::vector<TableDefinition> tables();
+
+[[nodiscard]] std::string bytes_of(const std::string& path);
+void write_bytes(const std::string& path, std::string_view bytes);
+
+/// Runs `action`, which must throw a DatabaseError of `kind`; its words are returned.
+std::string error_words(DatabaseErrorKind kind, const std::function<void()>& action);
+
+[[nodiscard]] std::int64_t count(Database& database, std::string_view sql = "Select count(0) from qa");
+
+/// An empty course in a folder of its own, open.
+class CourseTest : public testing::Test {
+protected:
+    CourseTest();
+
+    void reopen();
+    /// Adds a row; returns its number.
+    std::int64_t add(const std::string& q, const std::string& a = "answer");
+    /// The numbers of the rows of a whole walk by an index.
+    [[nodiscard]] std::vector<std::int64_t> walk(std::string_view index, bool backward = false);
+
+    TemporaryFolder folder;
+    FoldingCompare compare;
+    std::string path = folder / "course.crs";
+    SqliteDatabase database{compare, std::chrono::milliseconds(0)};
+};
+
+} // namespace cuedrill::platform::sqlite::test
