@@ -1,0 +1,125 @@
+#include "platform/qt/qt_button.h"
+
+#include "platform/qt/qt_look.h"
+#include "platform/qt/qt_text.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <optional>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+std::optional<MouseButton> from_qt(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton:
+        return MouseButton::left;
+    case Qt::RightButton:
+        return MouseButton::right;
+    case Qt::MiddleButton:
+        return MouseButton::middle;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void PressButton::mousePressEvent(QMouseEvent* event)
+{
+    const Qt::MouseButton button = event->button();
+    mouse_down(button);
+    QPushButton::mousePressEvent(event);
+}
+
+void PressButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    const Qt::MouseButton button = event->button();
+    QPushButton::mouseReleaseEvent(event);
+    mouse_up(button);
+}
+
+QtButton::QtButton(const char* name, QtActionGate& gate) : QtButton(name, gate, *new PressButton)
+{
+}
+
+QtButton::QtButton(const char* name, QtActionGate& gate, PressButton& button)
+    : QtControl(button, name), m_button(button), m_gate(gate)
+{
+    m_button.mouse_down = [this](Qt::MouseButton which) { mouse_went_down(which); };
+    m_button.mouse_up = [this](Qt::MouseButton which) { mouse_came_up(which); };
+    QObject::connect(&m_button, &QPushButton::clicked, &m_button, [this] { clicked(); });
+}
+
+void QtButton::clicked()
+{
+    // A box that opens while a button of the mouse is down takes away the news that it came up; a click, which is
+    // always one of the left button or of the keyboard, is then the time to tell it.
+    for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton}) {
+        if (m_down.testFlag(other) && !QGuiApplication::mouseButtons().testFlag(other))
+            mouse_came_up(other);
+    }
+    m_gate.run(on_click);
+}
+
+void QtButton::mouse_went_down(Qt::MouseButton button)
+{
+    const std::optional<MouseButton> which = from_qt(button);
+    if (!which)
+        return;
+    m_down.setFlag(button);
+    if (on_mouse_down)
+        m_gate.run([this, which] { on_mouse_down(*which); });
+}
+
+void QtButton::mouse_came_up(Qt::MouseButton button)
+{
+    const std::optional<MouseButton> which = from_qt(button);
+    if (!which)
+        return;
+    m_down.setFlag(button, false);
+    if (on_mouse_up)
+        m_gate.guard().run([this, which] { on_mouse_up(*which); });
+}
+
+void QtButton::set_caption(std::string_view text)
+{
+    m_caption = text;
+    m_button.setText(to_qt(text));
+}
+
+std::string QtButton::caption() const
+{
+    return m_caption;
+}
+
+void QtButton::set_left(common::Twips left)
+{
+    m_left = left;
+    place();
+}
+
+void QtButton::set_width(common::Twips width)
+{
+    m_width = width;
+    place();
+}
+
+void QtButton::set_focus()
+{
+    m_button.setFocus(Qt::OtherFocusReason);
+}
+
+void QtButton::place()
+{
+    // Both edges are rounded by themselves, so that equal gaps in twips stay equal to the eye.
+    const int left = to_pixels(m_left);
+    const int right = to_pixels(m_left + m_width);
+    const QWidget* container = m_button.parentWidget();
+    const int height = container != nullptr ? container->height() : m_button.sizeHint().height();
+    m_button.setGeometry(left, 0, right - left, height);
+}
+
+} // namespace cuedrill::platform::qt

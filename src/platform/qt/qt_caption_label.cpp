@@ -1,0 +1,77 @@
+#include "platform/qt/qt_caption_label.h"
+
+#include "platform/qt/qt_look.h"
+#include "platform/qt/qt_text.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <algorithm>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+constexpr int padding = 6;
+// A long text must neither widen the window nor push its neighbours away.
+constexpr int widest_hint_in_characters = 28;
+
+} // namespace
+
+CaptionLabel::CaptionLabel(Tone tone) : m_tone(tone)
+{
+    setTextFormat(Qt::PlainText);
+    setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+QSize CaptionLabel::sizeHint() const
+{
+    const QFontMetrics metrics = fontMetrics();
+    const int widest = metrics.averageCharWidth() * widest_hint_in_characters;
+    const int margins = contentsMargins().left() + contentsMargins().right();
+    return {std::min(metrics.horizontalAdvance(text()), widest) + 2 + margins, metrics.height() + 8};
+}
+
+QSize CaptionLabel::minimumSizeHint() const
+{
+    const int narrowest = fontMetrics().averageCharWidth() * 6;
+    return {std::min(sizeHint().width(), narrowest), sizeHint().height()};
+}
+
+QString CaptionLabel::shown_text() const
+{
+    QString line = text();
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    const int inset = has_fixed_background(*this) ? 2 * padding : 0;
+    return fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width() - inset);
+}
+
+void CaptionLabel::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    QRect area = contentsRect();
+    if (has_fixed_background(*this)) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(palette().color(QPalette::Window));
+        painter.drawRoundedRect(rect(), corner_radius, corner_radius);
+        area.adjust(padding, 0, -padding, 0);
+        painter.setPen(palette().color(QPalette::WindowText));
+    } else {
+        const bool quiet = m_tone == Tone::quiet || !isEnabled();
+        painter.setPen(quiet ? quiet_text(palette()) : palette().color(QPalette::WindowText));
+    }
+    painter.drawText(area, static_cast<int>(alignment()) | Qt::TextSingleLine, shown_text());
+}
+
+bool CaptionLabel::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QLabel::event(event);
+    const bool shortened = shown_text() != text();
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), shortened ? plain_tool_tip(text()) : QString(),
+                       this);
+    return true;
+}
+
+} // namespace cuedrill::platform::qt

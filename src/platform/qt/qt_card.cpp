@@ -1,0 +1,51 @@
+#include "platform/qt/qt_card.h"
+
+#include "platform/qt/qt_look.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace cuedrill::platform::qt {
+
+void Card::surround(QWidget& content)
+{
+    // Wide enough that the square corners of the content stay inside the round ones of the card.
+    constexpr int inset = 3;
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(inset, inset, inset, inset);
+    layout->addWidget(&content);
+    m_content = &content;
+    content.installEventFilter(this);
+}
+
+bool Card::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+    case QEvent::PaletteChange:
+        update();
+        break;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Card::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool focused = m_content != nullptr && m_content->hasFocus();
+    const double line = focused ? 2.0 : 1.0;
+    painter.setPen(QPen(focused ? palette().color(QPalette::Highlight) : hairline(palette()), line));
+    if (m_content != nullptr)
+        painter.setBrush(m_content->palette().color(QPalette::Base));
+    else
+        painter.setBrush(blend(palette().color(QPalette::Window), palette().color(QPalette::Base), 0.5));
+    const double half = line / 2.0;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), corner_radius, corner_radius);
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,225 @@
+#include "platform/qt/qt_desktop.h"
+
+#include "common/errors.h"
+#include "platform/qt/qt_dialog_host.h"
+#include "platform/qt/qt_file_filter.h"
+#include "platform/qt/qt_text.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QValidator>
+#include <algorithm>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+constexpr auto program_title = "CUEDRILL";
+
+/// The pointer is the normal one while an object of this class lives, whatever work waits behind.
+class NormalPointer {
+public:
+    NormalPointer() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+    NormalPointer(const NormalPointer&) = delete;
+    NormalPointer& operator=(const NormalPointer&) = delete;
+    ~NormalPointer() { QGuiApplication::restoreOverrideCursor(); }
+};
+
+/// Cuts a text after so many code points. A line edit's own limit counts characters beyond U+FFFF twice.
+class LongestText : public QValidator {
+public:
+    LongestText(QObject* parent, int longest) : QValidator(parent), m_longest(longest) {}
+
+    State validate(QString& text, int& caret) const override
+    {
+        const QList<uint> code_points = text.toUcs4();
+        if (code_points.size() > m_longest) {
+            text = QString::fromUcs4(reinterpret_cast<const char32_t*>(code_points.data()), m_longest);
+            caret = std::min(caret, static_cast<int>(text.size()));
+        }
+        return Acceptable;
+    }
+
+private:
+    int m_longest;
+};
+
+/// The window over which a box appears; null when none is shown.
+QWidget* window_in_front()
+{
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr)
+            return window;
+    }
+    return nullptr;
+}
+
+QMessageBox::Icon to_icon(BoxIcon icon)
+{
+    switch (icon) {
+    case BoxIcon::information:
+        return QMessageBox::Information;
+    case BoxIcon::question:
+        return QMessageBox::Question;
+    case BoxIcon::exclamation:
+        return QMessageBox::Warning;
+    case BoxIcon::none:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButton to_button(BoxAnswer answer)
+{
+    switch (answer) {
+    case BoxAnswer::yes:
+        return QMessageBox::Yes;
+    case BoxAnswer::no:
+        return QMessageBox::No;
+    case BoxAnswer::ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+QString title_or_default(const std::string& title)
+{
+    return title.empty() ? QString::fromLatin1(program_title) : to_qt(title);
+}
+
+void set_buttons(QMessageBox& widget, const MessageBox& box)
+{
+    if (box.buttons == BoxButtons::yes_no) {
+        widget.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        widget.setEscapeButton(QMessageBox::No);
+        widget.setDefaultButton(to_button(box.default_button.value_or(BoxAnswer::yes)));
+    } else {
+        widget.setStandardButtons(QMessageBox::Ok);
+        widget.setDefaultButton(QMessageBox::Ok);
+    }
+}
+
+/// Makes the prompt plain text: as it comes, it takes markup, and "&" for the mark of an access letter.
+void make_prompt_plain(QInputDialog& widget)
+{
+    for (QLabel* label : widget.findChildren<QLabel*>()) {
+        const QString text = widget.labelText();
+        label->setBuddy(nullptr);
+        label->setTextFormat(Qt::PlainText);
+        label->setText(text);
+    }
+}
+
+} // namespace
+
+BoxAnswer QtDesktop::message_box(const MessageBox& box)
+{
+    QMessageBox widget(window_in_front());
+    widget.setWindowTitle(title_or_default(box.title));
+    widget.setTextFormat(Qt::PlainText);
+    widget.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    widget.setText(to_qt(box.text));
+    widget.setIcon(to_icon(box.icon));
+    set_buttons(widget, box);
+    if (!box.details.empty())
+        widget.setDetailedText(to_qt(box.details));
+
+    const int pressed = run_modal(widget);
+    if (box.buttons == BoxButtons::ok)
+        return BoxAnswer::ok;
+    return pressed == QMessageBox::Yes ? BoxAnswer::yes : BoxAnswer::no;
+}
+
+std::optional<std::string> QtDesktop::input_box(const InputBox& box)
+{
+    QInputDialog widget(window_in_front());
+    widget.setWindowTitle(title_or_default(box.title));
+    widget.setInputMode(QInputDialog::TextInput);
+    widget.setLabelText(to_qt(box.prompt));
+    make_prompt_plain(widget);
+    if (auto* line = widget.findChild<QLineEdit*>()) {
+        line->setMaxLength(2 * box.longest);
+        line->setValidator(new LongestText(line, box.longest));
+        line->setAccessibleName(to_qt(box.prompt));
+        line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 60);
+    }
+    widget.setTextValue(to_qt(box.default_text));
+    if (run_modal(widget) != QDialog::Accepted)
+        return std::nullopt;
+    return from_qt(widget.textValue());
+}
+
+ChosenFile QtDesktop::open_file_dialog(const FileDialog& dialog)
+{
+    QWidget* front = window_in_front();
+    QFileDialog widget(front != nullptr ? front : m_host.widget());
+    // The desktops' own dialogs refuse the name of a file that is still to be created.
+    widget.setOption(QFileDialog::DontUseNativeDialog);
+    widget.setAcceptMode(QFileDialog::AcceptOpen);
+    widget.setFileMode(QFileDialog::AnyFile);
+    if (!dialog.title.empty())
+        widget.setWindowTitle(to_qt(dialog.title));
+    widget.setNameFilters(to_name_filters(dialog.filter));
+    widget.setDefaultSuffix(to_qt(dialog.default_extension));
+    if (!dialog.initial_folder.empty())
+        widget.setDirectory(to_qt(dialog.initial_folder));
+    if (!dialog.initial_file.empty())
+        widget.selectFile(to_qt(dialog.initial_file));
+    widget.resize(widget.sizeHint().expandedTo(QSize(760, 480)));
+
+    if (run_modal(widget) != QDialog::Accepted || widget.selectedFiles().isEmpty())
+        return {};
+    const QFileInfo chosen(QDir::cleanPath(QFileInfo(widget.selectedFiles().front()).absoluteFilePath()));
+    return {from_qt(chosen.filePath()), from_qt(chosen.fileName())};
+}
+
+void QtDesktop::pump()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    // What the events changed is laid out and painted now, not at the next turn of the event loop.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+    throw_if_ending();
+}
+
+void QtDesktop::beep()
+{
+    QApplication::beep();
+}
+
+void QtDesktop::set_pointer(Pointer pointer)
+{
+    if (pointer == Pointer::busy) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        ++m_busy;
+    } else if (m_busy > 0) {
+        QGuiApplication::restoreOverrideCursor();
+        --m_busy;
+    }
+}
+
+int QtDesktop::run_modal(QDialog& dialog)
+{
+    throw_if_ending();
+    const NormalPointer normal_pointer;
+    const int result = dialog.exec();
+    throw_if_ending();
+    return result;
+}
+
+void QtDesktop::throw_if_ending() const
+{
+    if (m_guard.ending())
+        throw common::ProgramEnded{};
+}
+
+} // namespace cuedrill::platform::qt

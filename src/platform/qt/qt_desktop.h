@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/desktop.h"
+#include "platform/qt/qt_guard.h"
+
+class QDialog;
+class QWidget;
+
+namespace cuedrill::platform::qt {
+
+class QtDialogHost;
+
+class QtDesktop final : public Desktop {
+public:
+    /// @param host lends its place to the file dialog while no other window is shown.
+    QtDesktop(QtGuard& guard, const QtDialogHost& host) : m_guard(guard), m_host(host) {}
+
+    BoxAnswer message_box(const MessageBox& box) override;
+    std::optional<std::string> input_box(const InputBox& box) override;
+    ChosenFile open_file_dialog(const FileDialog& dialog) override;
+    void pump() override;
+    void beep() override;
+    /// Calls nest: the pointer is normal again after as many calls for it as there were for the busy one.
+    void set_pointer(Pointer pointer) override;
+
+private:
+    int run_modal(QDialog& dialog);
+    void throw_if_ending() const;
+
+    QtGuard& m_guard;
+    const QtDialogHost& m_host;
+    int m_busy = 0;
+};
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,96 @@
+#include "platform/qt/qt_form1.h"
+
+#include "common/errors.h"
+#include "platform/qt/qt_form1_controls.h"
+#include "platform/qt/qt_text.h"
+
+#include <QPixmap>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+constexpr QSize first_size{1000, 720};
+
+Form1 interfaces_of(QtForm1Controls& c)
+{
+    return Form1{.window = c.window,
+                 .menu_bar = c.menu_bar,
+                 .lab_q = c.lab_q,
+                 .Text_q = c.Text_q,
+                 .panel_a = c.panel_a,
+                 .Text_a = c.Text_a,
+                 .lab_q_level = c.lab_q_level,
+                 .PANEL_Q_LEVEL = c.PANEL_Q_LEVEL,
+                 .lab_q_attempts = c.lab_q_attempts,
+                 .PANEL_Q_ATTEMPTS = c.PANEL_Q_ATTEMPTS,
+                 .lab_fails = c.lab_fails,
+                 .PANEL_FAILS = c.PANEL_FAILS,
+                 .lab_elapsed = c.lab_elapsed,
+                 .PANEL_ELAPSED = c.PANEL_ELAPSED,
+                 .frame_stats = c.frame_stats,
+                 .panel_level = {&c.panel_level[0], &c.panel_level[1], &c.panel_level[2], &c.panel_level[3],
+                                 &c.panel_level[4], &c.panel_level[5]},
+                 .lab_total = c.lab_total,
+                 .panel_total = c.panel_total,
+                 .lab_nr_unpassed = c.lab_nr_unpassed,
+                 .panel_nr_unpassed = c.panel_nr_unpassed,
+                 .lab_score = c.lab_score,
+                 .Panel_score = c.Panel_score,
+                 .lab_open_time = c.lab_open_time,
+                 .panel_open_time = c.panel_open_time,
+                 .lab_time_today = c.lab_time_today,
+                 .panel_time_today = c.panel_time_today,
+                 .lab_time_ever = c.lab_time_ever,
+                 .panel_time_ever = c.panel_time_ever,
+                 .lab_time_now = c.lab_time_now,
+                 .Panel_time_now = c.Panel_time_now,
+                 .panel_dialog = c.panel_dialog,
+                 .dialog_strip = c.dialog_strip,
+                 .bot_yes = c.bot_yes,
+                 .bot_no = c.bot_no,
+                 .bot_other = c.bot_other,
+                 .bot_focus = c.bot_focus,
+                 .P_status = c.P_status,
+                 .timer_250_ms = c.timer_250_ms,
+                 .timer_1_sec = c.timer_1_sec,
+                 .timer_1_min = c.timer_1_min};
+}
+
+} // namespace
+
+QtForm1Controls::QtForm1Controls(QtGuard& guard)
+    : window("Form1", first_size, guard), menu_bar(*window.widget().menuBar(), window.gate()), Text_q("Text_q", guard),
+      Text_a("Text_a", guard), stats_heading(new CaptionLabel(CaptionLabel::Tone::quiet)),
+      frame_stats("frame_stats", *new Card, stats_heading, guard),
+      dialog_strip("dialog_strip", *new QWidget, nullptr, guard), bot_yes("bot_yes", window.gate()),
+      bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()), timer_250_ms(guard), timer_1_sec(guard),
+      timer_1_min(guard), session_end(guard, [this] { window.ask_to_close(); })
+{
+    lay_out(*this);
+}
+
+QtForm1::QtForm1(QtGuard& guard)
+    : m_controls(std::make_unique<QtForm1Controls>(guard)), m_form1(interfaces_of(*m_controls))
+{
+}
+
+QtForm1::~QtForm1() = default;
+
+Form1& QtForm1::controls()
+{
+    return m_form1;
+}
+
+QMainWindow& QtForm1::widget()
+{
+    return m_controls->window.widget();
+}
+
+void QtForm1::save_picture(const std::string& path)
+{
+    if (!m_controls->window.widget().grab().save(to_qt(path)))
+        throw common::Error(path + ": the picture cannot be written");
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/form1.h"
+#include "platform/qt/qt_guard.h"
+
+#include <memory>
+#include <string>
+
+class QMainWindow;
+
+namespace cuedrill::platform::qt {
+
+struct QtForm1Controls;
+
+/// The main window. It asks to close, through its window's `on_close`, also when the session ends or the process is
+/// told to; then the program ends in any case.
+class QtForm1 {
+public:
+    explicit QtForm1(QtGuard& guard);
+    QtForm1(const QtForm1&) = delete;
+    QtForm1& operator=(const QtForm1&) = delete;
+    ~QtForm1();
+
+    [[nodiscard]] Form1& controls();
+
+    [[nodiscard]] QMainWindow& widget();
+
+    /// Writes the window as it looks now to a picture file; the kind goes by the name (".png").
+    /// @throws common::Error when the file cannot be written.
+    void save_picture(const std::string& path);
+
+private:
+    std::unique_ptr<QtForm1Controls> m_controls;
+    Form1 m_form1;
+};
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,198 @@
+#include "platform/qt/qt_form1_controls.h"
+#include "platform/qt/qt_look.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+constexpr int window_margin = 14;
+constexpr int wide_gap = 12;
+constexpr int narrow_gap = 5;
+constexpr int row_gap = 2; // bars and figures stand on the same lines
+constexpr int button_padding = 12;
+constexpr QSize smallest_window{640, 480};
+
+QBoxLayout* row(int gap)
+{
+    auto* layout = new QHBoxLayout;
+    layout->setSpacing(gap);
+    return layout;
+}
+
+QBoxLayout* column(int gap)
+{
+    auto* layout = new QVBoxLayout;
+    layout->setSpacing(gap);
+    return layout;
+}
+
+/// The room of a hidden widget stays empty, so that its neighbours do not jump.
+void keep_room_when_hidden(QWidget& widget)
+{
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
+/// Lets a label take the width that there is, however long its text is.
+void fill_width(QWidget& label)
+{
+    label.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    keep_room_when_hidden(label);
+}
+
+QBoxLayout* text_area(QtLabel& heading, QtTextBox& text)
+{
+    auto* card = new Card;
+    card->surround(text.widget());
+    fill_width(heading.widget());
+    QBoxLayout* area = column(narrow_gap);
+    area->addWidget(&heading.widget());
+    area->addWidget(card, 1);
+    return area;
+}
+
+QBoxLayout* question_and_answer(QtForm1Controls& c)
+{
+    QBoxLayout* areas = row(wide_gap);
+    areas->addLayout(text_area(c.lab_q, c.Text_q), 1);
+    areas->addLayout(text_area(c.panel_a, c.Text_a), 1);
+    return areas;
+}
+
+void add_figure(QBoxLayout& figures, QtLabel& caption, QtLabel& value)
+{
+    keep_room_when_hidden(caption.widget());
+    keep_room_when_hidden(value.widget());
+    figures.addWidget(&caption.widget());
+    figures.addWidget(&value.widget());
+    figures.addSpacing(2 * wide_gap);
+}
+
+QBoxLayout* question_figures(QtForm1Controls& c)
+{
+    QBoxLayout* figures = row(narrow_gap + 1);
+    add_figure(*figures, c.lab_q_level, c.PANEL_Q_LEVEL);
+    add_figure(*figures, c.lab_q_attempts, c.PANEL_Q_ATTEMPTS);
+    add_figure(*figures, c.lab_fails, c.PANEL_FAILS);
+    add_figure(*figures, c.lab_elapsed, c.PANEL_ELAPSED);
+    figures->addStretch(1);
+    return figures;
+}
+
+QBoxLayout* level_rows(QtForm1Controls& c)
+{
+    QBoxLayout* rows = column(row_gap);
+    for (QtLevelPanel& panel : c.panel_level)
+        rows->addWidget(&panel.widget());
+    return rows;
+}
+
+void add_pair(QGridLayout& grid, int line, QtLabel& caption, QtLabel& value)
+{
+    value.widget().setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    value.widget().setMinimumWidth(value.widget().fontMetrics().averageCharWidth() * 9);
+    grid.addWidget(&caption.widget(), line, 0);
+    grid.addWidget(&value.widget(), line, 1);
+}
+
+QGridLayout* pairs()
+{
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(wide_gap);
+    grid->setVerticalSpacing(row_gap);
+    return grid;
+}
+
+QGridLayout* course_figures(QtForm1Controls& c)
+{
+    QGridLayout* grid = pairs();
+    add_pair(*grid, 0, c.lab_total, c.panel_total);
+    add_pair(*grid, 1, c.lab_nr_unpassed, c.panel_nr_unpassed);
+    add_pair(*grid, 2, c.lab_score, c.Panel_score);
+    grid->setRowStretch(3, 1);
+    return grid;
+}
+
+QGridLayout* time_figures(QtForm1Controls& c)
+{
+    QGridLayout* grid = pairs();
+    add_pair(*grid, 0, c.lab_open_time, c.panel_open_time);
+    add_pair(*grid, 1, c.lab_time_today, c.panel_time_today);
+    add_pair(*grid, 2, c.lab_time_ever, c.panel_time_ever);
+    add_pair(*grid, 3, c.lab_time_now, c.Panel_time_now);
+    grid->setRowStretch(4, 1);
+    return grid;
+}
+
+QWidget* statistics(QtForm1Controls& c)
+{
+    QBoxLayout* figures = row(3 * wide_gap);
+    figures->addLayout(level_rows(c), 1);
+    figures->addLayout(course_figures(c));
+    figures->addLayout(time_figures(c));
+
+    QWidget& frame = c.frame_stats.widget();
+    auto* inside = new QVBoxLayout(&frame);
+    inside->setContentsMargins(wide_gap, wide_gap - 2, 2 * wide_gap, wide_gap - 2);
+    inside->setSpacing(narrow_gap);
+    inside->addWidget(c.stats_heading);
+    inside->addLayout(figures);
+    return &frame;
+}
+
+/// Statistics, and whatever else may take their place, in one area of which one thing is visible at a time.
+QBoxLayout* shared_place(QtForm1Controls& c)
+{
+    QBoxLayout* place = column(0);
+    place->addWidget(statistics(c));
+    return place;
+}
+
+/// The prompt, and beside it the strip in which the logic places the buttons.
+QBoxLayout* dialog_line(QtForm1Controls& c)
+{
+    QWidget& strip = c.dialog_strip.widget();
+    for (QtButton* button : {&c.bot_yes, &c.bot_no, &c.bot_other})
+        button->widget().setParent(&strip);
+    strip.setFixedHeight(c.bot_yes.widget().sizeHint().height() + button_padding);
+    strip.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+
+    fill_width(c.panel_dialog.widget());
+    QBoxLayout* line = row(wide_gap);
+    line->addWidget(&c.panel_dialog.widget(), 2);
+    line->addWidget(&strip, 3);
+    return line;
+}
+
+} // namespace
+
+void lay_out(QtForm1Controls& c)
+{
+    auto* content = new QWidget;
+    auto* lines = new QVBoxLayout(content);
+    lines->setContentsMargins(window_margin, wide_gap, window_margin, narrow_gap);
+    lines->setSpacing(wide_gap - 2);
+    lines->addLayout(question_and_answer(c), 1);
+    lines->addLayout(question_figures(c));
+    lines->addLayout(shared_place(c));
+    lines->addLayout(dialog_line(c));
+    fill_width(c.P_status.widget());
+    c.P_status.widget().setMinimumHeight(c.P_status.widget().sizeHint().height() + narrow_gap);
+    lines->addWidget(&c.P_status.widget());
+    c.bot_focus.widget().setParent(content);
+
+    QMainWindow& window = c.window.widget();
+    window.setCentralWidget(content);
+    window.setMinimumSize(smallest_window);
+    // Placed at once, so that the strip has its width before the window is first shown.
+    window.layout()->activate();
+    content->layout()->activate();
+}
+
+} // namespace cuedrill::platform::qt

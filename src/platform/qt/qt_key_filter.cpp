@@ -1,0 +1,151 @@
+#include "platform/qt/qt_key_filter.h"
+
+#include "platform/qt/qt_text.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QWidget>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+/// The letter at the place of the key on a Latin keyboard; 0 for a key that is no letter there. X11 and Wayland number
+/// the keys by their place: the three rows of letters begin at 24, 38 and 52.
+char latin_letter(quint32 scan_code)
+{
+    struct Row {
+        quint32 first;
+        std::string_view letters;
+    };
+    constexpr Row rows[] = {{24, "qwertyuiop"}, {38, "asdfghjkl"}, {52, "zxcvbnm"}};
+    for (const Row& row : rows) {
+        if (scan_code >= row.first && scan_code - row.first < row.letters.size())
+            return row.letters[scan_code - row.first];
+    }
+    return 0;
+}
+
+/// The only code point of `text`, when it can be seen or is a blank; 0 otherwise.
+char32_t single_character(const QString& text)
+{
+    const QList<uint> code_points = text.toUcs4();
+    if (code_points.size() != 1 || !QChar::isPrint(code_points.front()))
+        return 0;
+    return code_points.front();
+}
+
+bool is_letter_beyond_latin(char32_t character)
+{
+    return QChar::isLetter(character) && QChar::script(character) != QChar::Script_Latin;
+}
+
+bool is_menu(const QWidget& widget)
+{
+    return qobject_cast<const QMenuBar*>(&widget) != nullptr || qobject_cast<const QMenu*>(&widget) != nullptr;
+}
+
+} // namespace
+
+std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing)
+{
+    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return std::nullopt;
+    KeyPress press;
+    press.auto_repeat = event.isAutoRepeat();
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        press.key = Key::enter;
+        return press;
+    case Qt::Key_Escape:
+        press.key = Key::escape;
+        return press;
+    default:
+        break;
+    }
+    const char32_t character = single_character(event.text());
+    if (character == 0)
+        return std::nullopt;
+    const char latin = latin_letter(event.nativeScanCode());
+    if (!typing && latin != 0 && is_letter_beyond_latin(character))
+        press.character = std::string(1, latin);
+    else
+        press.character = from_qt(event.text());
+    return press;
+}
+
+QtKeyFilter::QtKeyFilter(QWidget& window, std::function<bool(const KeyPress&)> hook)
+    : m_window(window), m_hook(std::move(hook))
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyRelease)
+        note_release(static_cast<QKeyEvent&>(*event));
+    const bool is_key = event->type() == QEvent::KeyPress;
+    if (!is_key && event->type() != QEvent::InputMethod)
+        return false;
+    // A key that a control leaves alone wanders up to its parents; the hook sees it only at its first station.
+    QWidget* focus = m_window.focusWidget() != nullptr ? m_window.focusWidget() : &m_window;
+    if (watched != focus || is_menu(*focus))
+        return false;
+    return is_key ? filter_key(*focus, static_cast<QKeyEvent&>(*event))
+                  : filter_commit(*focus, static_cast<QInputMethodEvent&>(*event));
+}
+
+void QtKeyFilter::note_release(const QKeyEvent& event)
+{
+    m_released_key = event.nativeScanCode();
+    m_released_at = event.timestamp();
+}
+
+/// Under X11 a held key comes as releases and presses in turn, and the toolkit does not always see that they belong
+/// together. A press at the very millisecond of the release of the same key is none of a finger.
+bool QtKeyFilter::is_repeated(const QKeyEvent& event) const
+{
+    if (event.isAutoRepeat())
+        return true;
+    return event.nativeScanCode() != 0 && event.nativeScanCode() == m_released_key &&
+           event.timestamp() == m_released_at;
+}
+
+bool QtKeyFilter::filter_key(QWidget& focus, const QKeyEvent& event)
+{
+    std::optional<KeyPress> press = to_key_press(event, focus.testAttribute(Qt::WA_InputMethodEnabled));
+    if (!press)
+        return false;
+    press->auto_repeat = is_repeated(event);
+    if (m_hook(*press))
+        return true;
+    // A button by itself acts when Space is released, and would so take each release of a held key for the last one.
+    auto* button = qobject_cast<QAbstractButton*>(&focus);
+    const bool clicks = press->key == Key::enter || press->character == " ";
+    if (!clicks || button == nullptr)
+        return false;
+    if (!press->auto_repeat)
+        button->click();
+    return true;
+}
+
+bool QtKeyFilter::filter_commit(QWidget& focus, const QInputMethodEvent& event)
+{
+    if (single_character(event.commitString()) == 0)
+        return false;
+    KeyPress press;
+    press.character = from_qt(event.commitString());
+    if (!m_hook(press))
+        return false;
+    // The text that was being composed is gone with the character that it came to.
+    QInputMethodEvent nothing_composed;
+    QCoreApplication::sendEvent(&focus, &nothing_composed);
+    return true;
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,75 @@
+#include "platform/qt/qt_label.h"
+
+#include "platform/qt/qt_announcement.h"
+#include "platform/qt/qt_look.h"
+#include "platform/qt/qt_text.h"
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+int regular_weight(QtLabel::Kind kind)
+{
+    return kind == QtLabel::Kind::heading || kind == QtLabel::Kind::prompt ? QFont::DemiBold : QFont::Normal;
+}
+
+} // namespace
+
+QtLabel::QtLabel(const char* name, Kind kind, Announced announced)
+    : QtLabel(name, kind, announced,
+              *new CaptionLabel(kind == Kind::caption ? CaptionLabel::Tone::quiet : CaptionLabel::Tone::plain))
+{
+}
+
+QtLabel::QtLabel(const char* name, Kind kind, Announced announced, CaptionLabel& label)
+    : QtControl(label, name), m_label(label), m_announced(announced == Announced::yes),
+      m_regular_weight(regular_weight(kind))
+{
+    if (m_announced)
+        make_notification(m_label);
+    QFont font = m_label.font();
+    font.setWeight(static_cast<QFont::Weight>(m_regular_weight));
+    if (kind == Kind::prompt)
+        font.setPointSizeF(font.pointSizeF() * 1.15);
+    m_label.setFont(font);
+}
+
+void QtLabel::set_caption(std::string_view text)
+{
+    if (text == m_caption)
+        return;
+    m_caption = text;
+    m_label.setText(to_qt(text)); // tells assistive technology that the name has changed
+    if (m_announced && !text.empty())
+        announce(m_label);
+}
+
+std::string QtLabel::caption() const
+{
+    return m_caption;
+}
+
+void QtLabel::set_description(std::string_view text)
+{
+    m_label.setAccessibleDescription(to_qt(text));
+}
+
+void QtLabel::set_background(std::optional<common::Colour> colour)
+{
+    set_fixed_background(m_label, colour);
+}
+
+void QtLabel::set_bold(bool bold)
+{
+    QFont font = m_label.font();
+    font.setWeight(bold ? QFont::Bold : static_cast<QFont::Weight>(m_regular_weight));
+    m_label.setFont(font);
+}
+
+void QtLabel::set_alignment(Alignment alignment)
+{
+    const Qt::Alignment horizontal = alignment == Alignment::emphasised ? Qt::AlignHCenter : Qt::AlignLeft;
+    m_label.setAlignment(horizontal | Qt::AlignVCenter);
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/qt/qt_caption_label.h"
+#include "platform/qt/qt_control.h"
+
+namespace cuedrill::platform::qt {
+
+class QtLabel final : public QtControl<Label> {
+public:
+    /// How much the label stands out where the logic asks for nothing special.
+    enum class Kind {
+        value,   ///< a figure
+        caption, ///< names the figure beside it
+        heading, ///< stands above an area
+        prompt   ///< asks the user something
+    };
+
+    /// Whether a caption that appears is told at once by assistive technology.
+    enum class Announced { no, yes };
+
+    QtLabel(const char* name, Kind kind, Announced announced = Announced::no);
+
+    void set_caption(std::string_view text) override;
+    [[nodiscard]] std::string caption() const override;
+    void set_description(std::string_view text) override;
+    void set_background(std::optional<common::Colour> colour) override;
+    void set_bold(bool bold) override;
+    void set_alignment(Alignment alignment) override;
+
+    [[nodiscard]] CaptionLabel& widget() { return m_label; }
+
+private:
+    QtLabel(const char* name, Kind kind, Announced announced, CaptionLabel& label);
+
+    CaptionLabel& m_label;
+    bool m_announced;
+    int m_regular_weight;
+    std::string m_caption;
+};
+
+} // namespace cuedrill::platform::qt

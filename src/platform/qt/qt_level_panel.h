@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/qt/qt_control.h"
+
+#include <QLabel>
+
+class QPainter;
+
+namespace cuedrill::platform::qt {
+
+/// One row: caption, bar, count. Its text is the count.
+class LevelRow : public QLabel {
+public:
+    LevelRow();
+
+    void set_caption(const QString& caption);
+    /// Fills the bar by `share`, 0 to 1.
+    void set_share(double share);
+    void set_marked(bool marked);
+
+    [[nodiscard]] const QString& caption() const { return m_caption; }
+    [[nodiscard]] double share() const { return m_share; }
+    [[nodiscard]] bool marked() const { return m_marked; }
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void paint_bar(QPainter& painter, const QRect& area) const;
+
+    QString m_caption;
+    double m_share = 0.0;
+    bool m_marked = false;
+};
+
+class QtLevelPanel final : public QtControl<LevelPanel> {
+public:
+    explicit QtLevelPanel(const char* name);
+
+    void set_caption(std::string_view text) override;
+    void set_description(std::string_view text) override;
+    void set_count(std::int64_t count, std::int64_t total) override;
+    void set_background(std::optional<common::Colour> colour) override;
+    void set_marked(bool marked) override;
+
+    [[nodiscard]] LevelRow& widget() { return m_row; }
+
+private:
+    QtLevelPanel(const char* name, LevelRow& row);
+
+    LevelRow& m_row;
+};
+
+} // namespace cuedrill::platform::qt

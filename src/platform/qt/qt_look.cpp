@@ -1,0 +1,70 @@
+#include "platform/qt/qt_look.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QWidget>
+#include <cmath>
+
+namespace cuedrill::platform::qt {
+
+void set_up_application()
+{
+    // The one style that is there on every desktop and follows the palette in all its parts, so that light, dark and
+    // high-contrast themes come out right and the fixed colours of status, answer and levels are really seen.
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    // At the start boxes come and go before there is a main window.
+    QApplication::setQuitOnLastWindowClosed(false);
+}
+
+int to_pixels(common::Twips twips)
+{
+    return static_cast<int>(std::lround(static_cast<double>(twips) / common::twips_per_pixel));
+}
+
+common::Twips to_twips(int pixels)
+{
+    return pixels * common::twips_per_pixel;
+}
+
+QColor to_qt(common::Colour colour)
+{
+    return {colour.red, colour.green, colour.blue};
+}
+
+void set_fixed_background(QWidget& widget, std::optional<common::Colour> colour)
+{
+    QPalette palette;
+    if (colour) {
+        const QColor background = to_qt(*colour);
+        palette.setColor(QPalette::Window, background);
+        palette.setColor(QPalette::Base, background);
+        palette.setColor(QPalette::WindowText, Qt::black);
+        palette.setColor(QPalette::Text, Qt::black);
+        palette.setColor(QPalette::PlaceholderText, Qt::black);
+    }
+    widget.setPalette(palette);
+    widget.update();
+}
+
+bool has_fixed_background(const QWidget& widget)
+{
+    return widget.testAttribute(Qt::WA_SetPalette);
+}
+
+QColor blend(const QColor& from, const QColor& to, double share)
+{
+    const auto mix = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
+    return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
+}
+
+QColor quiet_text(const QPalette& palette)
+{
+    return blend(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.32);
+}
+
+QColor hairline(const QPalette& palette)
+{
+    return blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.2);
+}
+
+} // namespace cuedrill::platform::qt

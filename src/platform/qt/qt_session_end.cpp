@@ -1,0 +1,81 @@
+#include "platform/qt/qt_session_end.h"
+
+#include "common/errors.h"
+
+#include <QGuiApplication>
+#include <QSessionManager>
+#include <QSocketNotifier>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+// A signal handler reaches nothing but what is global.
+std::atomic<int> wake_up{-1};
+static_assert(std::atomic<int>::is_always_lock_free);
+
+// Only what is async-signal-safe may happen here: one byte into a pipe, which wakes the event loop.
+extern "C" void note_signal(int /*signal*/)
+{
+    const int earlier_errno = errno;
+    const char byte = 1;
+    [[maybe_unused]] const ssize_t written = ::write(wake_up.load(), &byte, 1);
+    errno = earlier_errno;
+}
+
+} // namespace
+
+QtSessionEnd::QtSessionEnd(QtGuard& guard, std::function<void()> before_end)
+    : m_guard(guard), m_before_end(std::move(before_end))
+{
+    if (::pipe2(m_pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        throw common::Error(std::string("No pipe for signals: ") + std::strerror(errno));
+    m_notifier = std::make_unique<QSocketNotifier>(m_pipe[0], QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] {
+        char byte = 0;
+        while (::read(m_pipe[0], &byte, 1) == 1) {
+        }
+        end();
+    });
+    QObject::connect(
+        qGuiApp, &QGuiApplication::commitDataRequest, &m_context, [this](QSessionManager&) { end(); },
+        Qt::DirectConnection);
+    install_handlers();
+}
+
+QtSessionEnd::~QtSessionEnd()
+{
+    for (std::size_t i = 0; i < signals_of_end.size(); ++i)
+        ::sigaction(signals_of_end[i], &m_earlier[i], nullptr);
+    wake_up = -1;
+    m_notifier.reset();
+    ::close(m_pipe[0]);
+    ::close(m_pipe[1]);
+}
+
+void QtSessionEnd::install_handlers()
+{
+    wake_up = m_pipe[1];
+    struct sigaction action = {};
+    action.sa_handler = note_signal;
+    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+    sigemptyset(&action.sa_mask);
+    for (std::size_t i = 0; i < signals_of_end.size(); ++i) {
+        ::sigaction(signals_of_end[i], nullptr, &m_earlier[i]);
+        if (m_earlier[i].sa_handler != SIG_IGN)
+            ::sigaction(signals_of_end[i], &action, nullptr);
+    }
+}
+
+void QtSessionEnd::end()
+{
+    m_guard.run(m_before_end);
+    m_guard.end();
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/qt/qt_guard.h"
+
+#include <QObject>
+#include <array>
+#include <csignal>
+#include <memory>
+
+class QSocketNotifier;
+
+namespace cuedrill::platform::qt {
+
+/// Lets the program end in good order when the session ends or the process is asked to (SIGTERM, SIGHUP, SIGINT; a
+/// signal that the process was started to ignore stays ignored). A second signal of the same kind ends the process at
+/// once. There can be one object of this class at a time.
+class QtSessionEnd {
+public:
+    /// @param before_end is run through `guard` first; afterwards the program ends in any case.
+    /// @throws common::Error when the system gives no pipe.
+    QtSessionEnd(QtGuard& guard, std::function<void()> before_end);
+    QtSessionEnd(const QtSessionEnd&) = delete;
+    QtSessionEnd& operator=(const QtSessionEnd&) = delete;
+    ~QtSessionEnd();
+
+private:
+    static constexpr std::array signals_of_end{SIGTERM, SIGHUP, SIGINT};
+
+    void install_handlers();
+    void end();
+
+    QtGuard& m_guard;
+    std::function<void()> m_before_end;
+    QObject m_context;
+    std::array<int, 2> m_pipe{-1, -1};
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::array<struct sigaction, signals_of_end.size()> m_earlier{};
+};
+
+} // namespace cuedrill::platform::qt

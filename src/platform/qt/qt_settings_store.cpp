@@ -1,0 +1,86 @@
+#include "platform/qt/qt_settings_store.h"
+
+#include "common/errors.h"
+#include "platform/qt/qt_text.h"
+
+#include <QDir>
+#include <QSettings>
+#include <filesystem>
+#include <system_error>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+QString to_key(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// Throws when the last access failed; `failure` says what could not be done.
+void check(const QSettings& settings, const std::string& path, const char* failure)
+{
+    switch (settings.status()) {
+    case QSettings::NoError:
+        return;
+    case QSettings::AccessError:
+        throw common::Error(path + ": " + failure);
+    case QSettings::FormatError:
+        throw common::Error(path + ": not a file of settings");
+    }
+}
+
+/// Throws when the file is there, but cannot be read or holds something else than settings.
+void check_readable(const QSettings& settings, const std::string& path)
+{
+    // The sections are parsed only when they are asked for, and an error shows only then.
+    static_cast<void>(settings.allKeys());
+    check(settings, path, "cannot be read");
+}
+
+} // namespace
+
+std::string QtSettingsStore::default_folder()
+{
+    const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME");
+    return from_qt(QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + QStringLiteral("/.config"));
+}
+
+std::optional<std::string> QtSettingsStore::get(std::string_view application, std::string_view section,
+                                                std::string_view key) const
+{
+    const std::string file = path(application, section);
+    const QSettings settings(to_key(file), QSettings::IniFormat);
+    check_readable(settings, file);
+    const QVariant value = settings.value(to_key(key));
+    if (!value.isValid())
+        return std::nullopt;
+    // A text with commas that somebody wrote by hand comes as a list.
+    return from_qt(value.toStringList().join(QStringLiteral(", ")));
+}
+
+void QtSettingsStore::set(std::string_view application, std::string_view section, std::string_view key,
+                          std::string_view value)
+{
+    const std::string file = path(application, section);
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::path(file).parent_path();
+    std::filesystem::create_directories(folder, error);
+    if (error)
+        throw common::Error(folder.string() + ": " + error.message());
+
+    QSettings settings(to_key(file), QSettings::IniFormat);
+    check_readable(settings, file);
+    settings.setValue(to_key(key), to_key(value));
+    settings.sync();
+    check(settings, file, "cannot be written");
+}
+
+std::string QtSettingsStore::path(std::string_view application, std::string_view section) const
+{
+    std::string result = m_folder;
+    result.append("/").append(application).append("/").append(section).append(".ini");
+    return result;
+}
+
+} // namespace cuedrill::platform::qt

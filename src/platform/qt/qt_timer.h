@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/controls.h"
+#include "platform/qt/qt_guard.h"
+
+#include <QTimer>
+
+namespace cuedrill::platform::qt {
+
+/// A tick that falls due while the one before is still being handled is left out.
+class QtTimer final : public Timer {
+public:
+    explicit QtTimer(QtGuard& guard);
+
+    void start(std::chrono::milliseconds period) override;
+    void stop() override;
+
+private:
+    void tick();
+
+    QtGuard& m_guard;
+    QTimer m_timer;
+    bool m_ticking = false;
+};
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/controls.h"
+#include "platform/qt/qt_guard.h"
+#include "platform/qt/qt_key_filter.h"
+
+#include <QMainWindow>
+#include <QSize>
+
+namespace cuedrill::platform::qt {
+
+/// A main window that leaves it to others whether it closes.
+class AskingWindow : public QMainWindow {
+public:
+    std::function<void()> close_asked;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+};
+
+class QtWindow final : public Window {
+public:
+    /// @param size the size, in pixels, with which the window first appears in the middle of the screen; less where the
+    /// screen is smaller.
+    QtWindow(const char* name, QSize size, QtGuard& guard);
+
+    void set_caption(std::string_view text) override;
+    [[nodiscard]] std::string caption() const override;
+    void show() override;
+    void hide() override;
+
+    /// Calls `on_close`, as a click on the window's close button does.
+    void ask_to_close();
+
+    [[nodiscard]] AskingWindow& widget() { return m_window; }
+    /// The gate for what the user does in this window.
+    [[nodiscard]] QtActionGate& gate() { return m_gate; }
+
+private:
+    bool key_pressed(const KeyPress& press);
+    void place_on_screen();
+
+    QtGuard& m_guard;
+    QSize m_size;
+    AskingWindow m_window;
+    QtActionGate m_gate;
+    QtKeyFilter m_key_filter;
+    std::string m_caption;
+    bool m_placed = false;
+};
+
+} // namespace cuedrill::platform::qt

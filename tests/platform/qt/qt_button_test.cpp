@@ -1,0 +1,130 @@
+#include "platform/qt/qt_button.h"
+#include "platform/qt/qt_test_tools.h"
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+class QtButtonTest : public QtTest {
+protected:
+    QtButtonTest()
+    {
+        window.resize(220, 40);
+        button.widget().setParent(&window);
+        button.set_width(3000);
+        window.show();
+        button.on_click = [this] { journal += "click "; };
+        button.on_mouse_down = [this](MouseButton which) { journal += "down" + number(which); };
+        button.on_mouse_up = [this](MouseButton which) { journal += "up" + number(which); };
+    }
+
+    static std::string number(MouseButton which) { return std::to_string(static_cast<int>(which)) + " "; }
+
+    QtGuard guard;
+    QWidget window;
+    QtActionGate gate{guard, window};
+    QtButton button{"bot_yes", gate};
+    std::string journal;
+};
+
+TEST_F(QtButtonTest, ALeftClickTellsPressClickAndReleaseInThisOrder)
+{
+    click_with(button.widget(), Qt::LeftButton);
+    EXPECT_EQ(journal, "down1 click up1 ");
+}
+
+TEST_F(QtButtonTest, ARightClickIsNoClick)
+{
+    click_with(button.widget(), Qt::RightButton);
+    EXPECT_EQ(journal, "down2 up2 ");
+}
+
+TEST_F(QtButtonTest, AReleaseThatABoxHasSwallowedIsToldBeforeTheNextClick)
+{
+    send_mouse(button.widget(), QEvent::MouseButtonPress, Qt::RightButton);
+    button.widget().click();
+    EXPECT_EQ(journal, "down2 up2 click ");
+}
+
+TEST_F(QtButtonTest, SpaceClicksOnceHoweverLongItIsHeld)
+{
+    press_key(button.widget(), Qt::Key_Space, " ");
+    for (int i = 0; i < 3; ++i) {
+        release_key(button.widget(), Qt::Key_Space, " ", true);
+        press_key(button.widget(), Qt::Key_Space, " ", true);
+    }
+    EXPECT_EQ(journal, "");
+    release_key(button.widget(), Qt::Key_Space, " ");
+    EXPECT_EQ(journal, "click ");
+}
+
+TEST_F(QtButtonTest, AClickWhileTheFirstOneIsHandledIsDropped)
+{
+    int clicks = 0;
+    button.on_click = [&] {
+        if (++clicks == 1)
+            button.widget().click();
+    };
+    button.widget().click();
+    EXPECT_EQ(clicks, 1);
+    button.widget().click();
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(QtButtonTest, AClickOnAnotherButtonWhileTheFirstOneIsHandledIsDropped)
+{
+    QtButton other("bot_no", gate);
+    other.widget().setParent(&window);
+    other.on_click = [this] { journal += "other "; };
+    button.on_click = [&] { other.widget().click(); };
+    button.widget().click();
+    EXPECT_EQ(journal, "");
+}
+
+TEST_F(QtButtonTest, StandsWhereTheTwipsSay)
+{
+    button.set_left(150);
+    button.set_width(1500);
+    EXPECT_EQ(button.widget().geometry(), QRect(10, 0, 100, 40));
+}
+
+TEST_F(QtButtonTest, EdgesAreRoundedToTheNearestPixel)
+{
+    button.set_left(100);  // 6.67 pixels
+    button.set_width(998); // up to 73.2
+    EXPECT_EQ(button.widget().x(), 7);
+    EXPECT_EQ(button.widget().width(), 66);
+}
+
+TEST_F(QtButtonTest, KeepsCaptionNameAndState)
+{
+    button.set_caption("No, ask another question");
+    button.set_enabled(false);
+    EXPECT_EQ(button.caption(), "No, ask another question");
+    EXPECT_EQ(button.widget().text(), "No, ask another question");
+    EXPECT_EQ(button.widget().objectName(), "bot_yes");
+    button.widget().click();
+    EXPECT_EQ(journal, "");
+}
+
+TEST_F(QtButtonTest, TakesTheFocus)
+{
+    button.set_focus();
+    EXPECT_EQ(window.focusWidget(), &button.widget());
+}
+
+TEST_F(QtButtonTest, AFailingHandlerIsReportedAndTheButtonGoesOn)
+{
+    std::string reported;
+    guard.on_error = [&](const std::exception& error) { reported = error.what(); };
+    button.on_click = [] { throw std::runtime_error("no such record"); };
+    button.widget().click();
+    EXPECT_EQ(reported, "no such record");
+    button.on_click = [this] { journal += "click "; };
+    button.widget().click();
+    EXPECT_EQ(journal, "click ");
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt

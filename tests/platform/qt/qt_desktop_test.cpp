@@ -1,0 +1,278 @@
+#include "common/errors.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_dialog_host.h"
+#include "platform/qt/qt_test_tools.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+class QtDesktopTest : public QtTest {
+protected:
+    /// Ends the program as soon as a box is open.
+    void end_behind_the_box()
+    {
+        QTimer::singleShot(0, [this] {
+            EXPECT_NE(QApplication::activeModalWidget(), nullptr);
+            guard.run([] { throw common::ProgramEnded{}; });
+        });
+    }
+
+    QtGuard guard;
+    QtDialogHost host;
+    QtDesktop desktop{guard, host};
+};
+
+TEST_F(QtDesktopTest, AMessageShowsItsTextLiterallyUnderTheProgramsTitle)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        EXPECT_EQ(box.text(), "<b>one</b> & two\nthree");
+        EXPECT_TRUE(box.textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+        EXPECT_EQ(box.windowTitle(), "CUEDRILL");
+        EXPECT_EQ(box.icon(), QMessageBox::NoIcon);
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+        box.button(QMessageBox::Ok)->click();
+    });
+    EXPECT_EQ(desktop.message_box({.text = "<b>one</b> & two\r\nthree"}), BoxAnswer::ok);
+}
+
+TEST_F(QtDesktopTest, AMessageHasTheTitleIconAndDetailsThatAreAskedFor)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), "Wrong answer");
+        EXPECT_EQ(box.icon(), QMessageBox::Information);
+        EXPECT_EQ(box.detailedText(), "first\nsecond");
+        box.reject();
+    });
+    EXPECT_EQ(desktop.message_box(
+                  {.text = "t", .icon = BoxIcon::information, .title = "Wrong answer", .details = "first\r\nsecond"}),
+              BoxAnswer::ok);
+}
+
+TEST_F(QtDesktopTest, AQuestionGivesTheButtonThatWasPressed)
+{
+    const MessageBox question{.text = "Really?", .buttons = BoxButtons::yes_no, .icon = BoxIcon::question};
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.icon(), QMessageBox::Question);
+        EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::Yes));
+        box.button(QMessageBox::Yes)->click();
+    });
+    EXPECT_EQ(desktop.message_box(question), BoxAnswer::yes);
+    when_box_opens<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::No)->click(); });
+    EXPECT_EQ(desktop.message_box(question), BoxAnswer::no);
+}
+
+TEST_F(QtDesktopTest, AQuestionThatIsClosedOrEscapedIsAnsweredWithNo)
+{
+    const MessageBox question{.text = "Really?", .buttons = BoxButtons::yes_no};
+    when_box_opens<QMessageBox>([](QMessageBox& box) { box.close(); });
+    EXPECT_EQ(desktop.message_box(question), BoxAnswer::no);
+    when_box_opens<QMessageBox>([](QMessageBox& box) { press_key(box, Qt::Key_Escape); });
+    EXPECT_EQ(desktop.message_box(question), BoxAnswer::no);
+}
+
+TEST_F(QtDesktopTest, TheDefaultButtonIsHonoured)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.icon(), QMessageBox::Warning);
+        EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
+        press_key(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(desktop.message_box({.text = "Delete?",
+                                   .buttons = BoxButtons::yes_no,
+                                   .icon = BoxIcon::exclamation,
+                                   .default_button = BoxAnswer::no}),
+              BoxAnswer::no);
+}
+
+TEST_F(QtDesktopTest, ABoxStandsOverTheMainWindow)
+{
+    QMainWindow window;
+    window.show();
+    when_box_opens<QMessageBox>([&](QMessageBox& box) {
+        EXPECT_EQ(box.parentWidget(), &window);
+        box.accept();
+    });
+    desktop.message_box({.text = "t"});
+}
+
+TEST_F(QtDesktopTest, AnEndBehindABoxIsThrownInsteadOfAnAnswer)
+{
+    end_behind_the_box();
+    EXPECT_THROW(desktop.message_box({.text = "t"}), common::ProgramEnded);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(QtDesktopTest, NoBoxOpensOnceTheProgramIsEnding)
+{
+    guard.end();
+    EXPECT_THROW(desktop.message_box({.text = "t"}), common::ProgramEnded);
+    EXPECT_THROW(static_cast<void>(desktop.input_box({})), common::ProgramEnded);
+    EXPECT_THROW(static_cast<void>(desktop.open_file_dialog({})), common::ProgramEnded);
+}
+
+TEST_F(QtDesktopTest, AnInputBoxGivesTheTypedText)
+{
+    when_box_opens<QInputDialog>([](QInputDialog& box) {
+        EXPECT_EQ(box.windowTitle(), "Find question");
+        EXPECT_EQ(box.textValue(), "old");
+        auto& line = *box.findChild<QLineEdit*>();
+        line.clear();
+        for (const char letter : {'n', 'e', 'w'})
+            press_key(line, Qt::Key_A, QString(QLatin1Char(letter)));
+        press_key(line, Qt::Key_Return, "\r");
+    });
+    EXPECT_EQ(desktop.input_box({.prompt = "Text", .title = "Find question", .default_text = "old"}), "new");
+}
+
+TEST_F(QtDesktopTest, ACancelledInputBoxGivesNothing)
+{
+    when_box_opens<QInputDialog>([](QInputDialog& box) { box.reject(); });
+    EXPECT_EQ(desktop.input_box({.default_text = "old"}), std::nullopt);
+}
+
+TEST_F(QtDesktopTest, AnInputBoxShowsItsPromptLiterally)
+{
+    when_box_opens<QInputDialog>([](QInputDialog& box) {
+        const auto& label = *box.findChild<QLabel*>();
+        EXPECT_EQ(label.textFormat(), Qt::PlainText);
+        EXPECT_EQ(label.buddy(), nullptr) << "a label with a buddy takes & for the mark of an access letter";
+        EXPECT_EQ(label.text(), "<b>a</b> & b\nc");
+        EXPECT_EQ(box.windowTitle(), "CUEDRILL");
+        box.reject();
+    });
+    desktop.input_box({.prompt = "<b>a</b> & b\r\nc"});
+}
+
+TEST_F(QtDesktopTest, AnInputBoxTakesNoMoreThanTheLongestTextCountedInCodePoints)
+{
+    when_box_opens<QInputDialog>([](QInputDialog& box) {
+        auto& line = *box.findChild<QLineEdit*>();
+        line.insert(QString::fromUtf8("\U0001F600\U0001F601xyz"));
+        press_key(line, Qt::Key_W, "w");
+        box.accept();
+    });
+    EXPECT_EQ(desktop.input_box({.longest = 3}), "\U0001F600\U0001F601x");
+}
+
+TEST_F(QtDesktopTest, AnEndBehindAnInputBoxIsThrown)
+{
+    end_behind_the_box();
+    EXPECT_THROW(static_cast<void>(desktop.input_box({})), common::ProgramEnded);
+}
+
+TEST_F(QtDesktopTest, TheFileDialogGivesTheFullPathOfANewFile)
+{
+    const QTemporaryDir folder;
+    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Specify name");
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::AnyFile);
+        EXPECT_EQ(dialog.nameFilters(), QStringList{"Course (*.crs)"});
+        EXPECT_EQ(dialog.directory(), QDir(folder.path()));
+        dialog.findChild<QLineEdit*>("fileNameEdit")->setText("new course");
+        static_cast<QDialog&>(dialog).accept();
+    });
+    const ChosenFile chosen = desktop.open_file_dialog({.title = "Specify name",
+                                                        .initial_folder = folder.path().toStdString(),
+                                                        .default_extension = "crs",
+                                                        .filter = "Course (*.crs)|*.crs"});
+    EXPECT_EQ(chosen.path, folder.filePath("new course.crs").toStdString());
+    EXPECT_EQ(chosen.title, "new course.crs");
+}
+
+TEST_F(QtDesktopTest, TheFileDialogOffersTheInitialFile)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("mine.crs"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    when_box_opens<QFileDialog>([](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "mine.crs");
+        static_cast<QDialog&>(dialog).accept();
+    });
+    const ChosenFile chosen = desktop.open_file_dialog(
+        {.initial_folder = folder.path().toStdString(), .initial_file = "mine.crs", .default_extension = "crs"});
+    EXPECT_EQ(chosen.path, folder.filePath("mine.crs").toStdString());
+}
+
+TEST_F(QtDesktopTest, ACancelledFileDialogGivesNothing)
+{
+    when_box_opens<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
+    const ChosenFile chosen = desktop.open_file_dialog({});
+    EXPECT_EQ(chosen.path, "");
+    EXPECT_EQ(chosen.title, "");
+}
+
+TEST_F(QtDesktopTest, TheFileDialogBelongsToItsHostWhileNoWindowIsShown)
+{
+    host.load();
+    when_box_opens<QFileDialog>([this](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.parentWidget(), host.widget());
+        dialog.reject();
+    });
+    static_cast<void>(desktop.open_file_dialog({}));
+    EXPECT_TRUE(host.widget()->isHidden());
+}
+
+TEST_F(QtDesktopTest, ThePumpRunsTimersAndPaints)
+{
+    QMainWindow window;
+    auto* label = new QLabel("before");
+    window.setCentralWidget(label);
+    window.show();
+    QCoreApplication::processEvents();
+    int ticks = 0;
+    QTimer::singleShot(0, [&] { ++ticks; });
+    label->setText("after");
+    desktop.pump();
+    EXPECT_EQ(ticks, 1);
+}
+
+TEST_F(QtDesktopTest, AnEndDuringThePumpIsThrown)
+{
+    QTimer::singleShot(0, [this] { guard.run([] { throw common::ProgramEnded{}; }); });
+    EXPECT_THROW(desktop.pump(), common::ProgramEnded);
+}
+
+TEST_F(QtDesktopTest, ThePointerIsBusyUntilTheOutermostWorkIsDone)
+{
+    {
+        const BusyPointer outer(desktop);
+        {
+            const BusyPointer inner(desktop);
+        }
+        ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    }
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    desktop.set_pointer(Pointer::normal);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(QtDesktopTest, ABoxShowsTheNormalPointerInTheMiddleOfWork)
+{
+    const BusyPointer busy(desktop);
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+        box.accept();
+    });
+    desktop.message_box({.text = "t"});
+    EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt

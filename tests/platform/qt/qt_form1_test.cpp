@@ -1,0 +1,200 @@
+#include "common/errors.h"
+#include "platform/qt/qt_form1.h"
+#include "platform/qt/qt_test_tools.h"
+
+#include <QFile>
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <csignal>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+class QtForm1Test : public QtTest {
+protected:
+    QWidget& widget(const char* name) { return *window.widget().findChild<QWidget*>(QLatin1String(name)); }
+
+    QtGuard guard;
+    QtForm1 window{guard};
+    Form1& form1 = window.controls();
+};
+
+TEST_F(QtForm1Test, EveryControlIsFoundByItsOwnName)
+{
+    EXPECT_EQ(window.widget().objectName(), "Form1");
+    for (const char* name :
+         {"lab_q",           "Text_q",          "panel_a",           "Text_a",           "lab_q_level",
+          "PANEL_Q_LEVEL",   "lab_q_attempts",  "PANEL_Q_ATTEMPTS",  "lab_fails",        "PANEL_FAILS",
+          "lab_elapsed",     "PANEL_ELAPSED",   "frame_stats",       "panel_level_0",    "panel_level_1",
+          "panel_level_2",   "panel_level_3",   "panel_level_4",     "panel_level_5",    "lab_total",
+          "panel_total",     "lab_nr_unpassed", "panel_nr_unpassed", "lab_score",        "Panel_score",
+          "lab_open_time",   "panel_open_time", "lab_time_today",    "panel_time_today", "lab_time_ever",
+          "panel_time_ever", "lab_time_now",    "Panel_time_now",    "panel_dialog",     "dialog_strip",
+          "bot_yes",         "bot_no",          "bot_other",         "bot_focus",        "P_status"})
+        EXPECT_EQ(window.widget().findChildren<QWidget*>(QLatin1String(name)).size(), 1) << name;
+}
+
+TEST_F(QtForm1Test, EveryInterfaceReachesTheWidgetOfItsName)
+{
+    const std::pair<Label*, const char*> labels[] = {
+        {&form1.lab_q, "lab_q"},
+        {&form1.panel_a, "panel_a"},
+        {&form1.lab_q_level, "lab_q_level"},
+        {&form1.PANEL_Q_LEVEL, "PANEL_Q_LEVEL"},
+        {&form1.lab_q_attempts, "lab_q_attempts"},
+        {&form1.PANEL_Q_ATTEMPTS, "PANEL_Q_ATTEMPTS"},
+        {&form1.lab_fails, "lab_fails"},
+        {&form1.PANEL_FAILS, "PANEL_FAILS"},
+        {&form1.lab_elapsed, "lab_elapsed"},
+        {&form1.PANEL_ELAPSED, "PANEL_ELAPSED"},
+        {&form1.lab_total, "lab_total"},
+        {&form1.panel_total, "panel_total"},
+        {&form1.lab_nr_unpassed, "lab_nr_unpassed"},
+        {&form1.panel_nr_unpassed, "panel_nr_unpassed"},
+        {&form1.lab_score, "lab_score"},
+        {&form1.Panel_score, "Panel_score"},
+        {&form1.lab_open_time, "lab_open_time"},
+        {&form1.panel_open_time, "panel_open_time"},
+        {&form1.lab_time_today, "lab_time_today"},
+        {&form1.panel_time_today, "panel_time_today"},
+        {&form1.lab_time_ever, "lab_time_ever"},
+        {&form1.panel_time_ever, "panel_time_ever"},
+        {&form1.lab_time_now, "lab_time_now"},
+        {&form1.Panel_time_now, "Panel_time_now"},
+        {&form1.panel_dialog, "panel_dialog"},
+        {&form1.P_status, "P_status"},
+    };
+    for (const auto& [label, name] : labels) {
+        label->set_description(std::string("about ") + name);
+        EXPECT_EQ(widget(name).accessibleDescription(), QStringLiteral("about ") + QLatin1String(name));
+    }
+    for (std::size_t i = 0; i < form1.panel_level.size(); ++i) {
+        form1.panel_level[i]->set_description("Level " + std::to_string(i));
+        EXPECT_EQ(widget(("panel_level_" + std::to_string(i)).c_str()).accessibleDescription(),
+                  QStringLiteral("Level %1").arg(i));
+    }
+    form1.Text_q.set_name("Question");
+    form1.Text_a.set_name("Answer");
+    EXPECT_EQ(widget("Text_q").accessibleName(), "Question");
+    EXPECT_EQ(widget("Text_a").accessibleName(), "Answer");
+    for (const auto& [button, name] : {std::pair<Button*, const char*>{&form1.bot_yes, "bot_yes"},
+                                       {&form1.bot_no, "bot_no"},
+                                       {&form1.bot_other, "bot_other"}}) {
+        button->set_caption(name);
+        EXPECT_EQ(static_cast<QPushButton&>(widget(name)).text(), name);
+    }
+}
+
+TEST_F(QtForm1Test, TheWindowIsNotShownByItself)
+{
+    EXPECT_FALSE(window.widget().isVisible());
+    EXPECT_EQ(window.widget().size(), QSize(1000, 720));
+}
+
+TEST_F(QtForm1Test, TheDialogStripHasItsWidthBeforeTheWindowIsShownAndTellsANewOne)
+{
+    EXPECT_GT(form1.dialog_strip.width(), 15 * 500);
+    EXPECT_LT(form1.dialog_strip.width(), 15 * 700);
+    form1.window.show();
+    QCoreApplication::processEvents();
+    const common::Twips before = form1.dialog_strip.width();
+    int resized = 0;
+    form1.dialog_strip.on_resize = [&] { ++resized; };
+    window.widget().resize(1300, 720);
+    QCoreApplication::processEvents();
+    EXPECT_GE(resized, 1);
+    EXPECT_GT(form1.dialog_strip.width(), before);
+    EXPECT_EQ(form1.dialog_strip.width(), 15 * widget("dialog_strip").width());
+}
+
+TEST_F(QtForm1Test, CanBeMadeAsSmallAs800By600WhateverItsTextsAre)
+{
+    const std::string long_text(200, 'W');
+    for (Label* label : {&form1.lab_q, &form1.panel_a, &form1.PANEL_ELAPSED, &form1.lab_nr_unpassed,
+                         &form1.panel_time_ever, &form1.panel_dialog, &form1.P_status})
+        label->set_caption(long_text);
+    form1.Text_q.set_text(long_text);
+    form1.window.show();
+    window.widget().resize(800, 600);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.widget().size(), QSize(800, 600));
+    EXPECT_GT(widget("Text_q").height(), 100);
+    EXPECT_GE(widget("P_status").geometry().bottom(), 500);
+}
+
+TEST_F(QtForm1Test, HidingTheHeadingOfTheAnswerHidesAndMovesNothingElse)
+{
+    form1.window.show();
+    QCoreApplication::processEvents();
+    const QPoint before = widget("Text_a").mapTo(&window.widget(), QPoint());
+    form1.panel_a.set_visible(false);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(widget("panel_a").isVisible());
+    EXPECT_TRUE(widget("Text_a").isVisible());
+    EXPECT_EQ(widget("Text_a").mapTo(&window.widget(), QPoint()), before);
+}
+
+TEST_F(QtForm1Test, TheFrameOfStatisticsShowsItsCaptionOnlyWhileThereIsOne)
+{
+    form1.window.show();
+    const int without = widget("frame_stats").sizeHint().height();
+    form1.frame_stats.set_caption("Statistics");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(widget("frame_stats").accessibleName(), "Statistics");
+    EXPECT_GT(widget("frame_stats").sizeHint().height(), without);
+    form1.frame_stats.set_visible(false);
+    EXPECT_FALSE(widget("panel_total").isVisible());
+}
+
+TEST_F(QtForm1Test, TheFocusHolderTakesTheFocusFromATextBox)
+{
+    form1.window.show();
+    QCoreApplication::processEvents();
+    widget("Text_a").setFocus();
+    ASSERT_TRUE(widget("Text_a").hasFocus());
+    bool focus = true;
+    form1.Text_a.on_focus = [&](bool now) { focus = now; };
+    form1.bot_focus.set_focus();
+    EXPECT_FALSE(focus);
+    EXPECT_TRUE(widget("bot_focus").hasFocus());
+}
+
+TEST_F(QtForm1Test, KeysReachTheWindowBeforeTheTextBox)
+{
+    std::string seen;
+    form1.window.on_key = [&](const KeyPress& press) {
+        seen += press.character;
+        return press.character == "+";
+    };
+    widget("Text_a").setFocus();
+    press_key(widget("Text_a"), Qt::Key_X, "x");
+    press_key(widget("Text_a"), Qt::Key_Plus, "+");
+    EXPECT_EQ(seen, "x+");
+    EXPECT_EQ(form1.Text_a.text(), "x");
+}
+
+TEST_F(QtForm1Test, ASignalOfEndAsksTheWindowToClose)
+{
+    int asked = 0;
+    form1.window.on_close = [&] { ++asked; };
+    std::raise(SIGTERM);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(guard.ending());
+}
+
+TEST_F(QtForm1Test, SavesItsPictureOrSaysWhyNot)
+{
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("window.png").toStdString();
+    window.save_picture(path);
+    EXPECT_EQ(QImage(QString::fromStdString(path)).size(), window.widget().size());
+    EXPECT_THROW(window.save_picture(folder.filePath("missing/window.png").toStdString()), common::Error);
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,225 @@
+#include "platform/qt/qt_key_filter.h"
+#include "platform/qt/qt_test_tools.h"
+
+#include <QDialog>
+#include <QInputMethodEvent>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+class QtKeyFilterTest : public QtTest {
+protected:
+    QtKeyFilterTest()
+    {
+        window.setCentralWidget(new QWidget);
+        text.setParent(window.centralWidget());
+        button.setParent(window.centralWidget());
+        QObject::connect(&button, &QPushButton::clicked, &button, [this] { ++clicks; });
+        window.show();
+        text.setFocus();
+    }
+
+    ~QtKeyFilterTest() override
+    {
+        text.setParent(nullptr);
+        button.setParent(nullptr);
+    }
+
+    QMainWindow window;
+    QPlainTextEdit text;
+    QPushButton button;
+    int clicks = 0;
+    bool swallow = false;
+    std::vector<KeyPress> seen;
+    QtKeyFilter filter{window, [this](const KeyPress& press) {
+                           seen.push_back(press);
+                           return swallow;
+                       }};
+};
+
+TEST_F(QtKeyFilterTest, SeesAKeyBeforeTheControlWhichThenGetsIt)
+{
+    press_key(text, Qt::Key_X, "x");
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_EQ(seen[0].key, Key::character);
+    EXPECT_EQ(seen[0].character, "x");
+    EXPECT_EQ(text.toPlainText(), "x");
+}
+
+TEST_F(QtKeyFilterTest, ASwallowedKeyReachesNobody)
+{
+    swallow = true;
+    EXPECT_TRUE(press_key(text, Qt::Key_Plus, "+"));
+    EXPECT_EQ(seen.size(), 1U);
+    EXPECT_EQ(text.toPlainText(), "");
+}
+
+TEST_F(QtKeyFilterTest, AKeyThatTheControlLeavesAloneIsSeenOnlyOnce)
+{
+    button.setFocus();
+    press_key(button, Qt::Key_Q, "q");
+    EXPECT_EQ(seen.size(), 1U);
+}
+
+TEST_F(QtKeyFilterTest, BothEnterKeysAndEscapeAreToldAsSuch)
+{
+    swallow = true;
+    press_key(text, Qt::Key_Return, "\r");
+    press_key(text, Qt::Key_Enter, "\r", false, Qt::KeypadModifier);
+    press_key(text, Qt::Key_Escape, "\x1b");
+    ASSERT_EQ(seen.size(), 3U);
+    EXPECT_EQ(seen[0].key, Key::enter);
+    EXPECT_EQ(seen[1].key, Key::enter);
+    EXPECT_EQ(seen[2].key, Key::escape);
+    EXPECT_EQ(seen[2].character, "");
+}
+
+TEST_F(QtKeyFilterTest, TellsThatAKeyIsHeldDown)
+{
+    press_key(text, Qt::Key_Plus, "+", true);
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_TRUE(seen[0].auto_repeat);
+}
+
+TEST_F(QtKeyFilterTest, CombinationsAndKeysWithoutACharacterAreNotTold)
+{
+    press_key(text, Qt::Key_Q, "\x11", false, Qt::ControlModifier);
+    press_key(text, Qt::Key_Q, "q", false, Qt::AltModifier);
+    press_key(text, Qt::Key_Q, "q", false, Qt::MetaModifier);
+    press_key(text, Qt::Key_Return, "\r", false, Qt::ControlModifier);
+    press_key(text, Qt::Key_Left);
+    press_key(text, Qt::Key_Backspace, "\b");
+    press_key(text, Qt::Key_Delete, "\x7f");
+    press_key(text, Qt::Key_Tab, "\t");
+    EXPECT_TRUE(seen.empty());
+}
+
+TEST_F(QtKeyFilterTest, KeysOfMenusAndOfOtherWindowsAreNotTold)
+{
+    window.menuBar()->setFocus();
+    press_key(*window.menuBar(), Qt::Key_Q, "q");
+    QDialog box(&window);
+    QPlainTextEdit other(&box);
+    other.setFocus();
+    press_key(other, Qt::Key_Q, "q");
+    EXPECT_TRUE(seen.empty());
+}
+
+TEST_F(QtKeyFilterTest, EnterThatIsNotSwallowedClicksTheButtonWithTheFocus)
+{
+    button.setFocus();
+    press_key(button, Qt::Key_Return, "\r");
+    EXPECT_EQ(clicks, 1);
+    press_key(button, Qt::Key_Return, "\r", true);
+    EXPECT_EQ(clicks, 1);
+    swallow = true;
+    press_key(button, Qt::Key_Return, "\r");
+    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(seen.size(), 3U);
+}
+
+TEST_F(QtKeyFilterTest, SpaceClicksTheButtonWithTheFocusOnceHoweverLongItIsHeld)
+{
+    button.setFocus();
+    press_key(button, Qt::Key_Space, " ");
+    EXPECT_EQ(clicks, 1);
+    for (int i = 0; i < 3; ++i) {
+        release_key(button, Qt::Key_Space, " ", true);
+        press_key(button, Qt::Key_Space, " ", true);
+    }
+    release_key(button, Qt::Key_Space, " ");
+    EXPECT_EQ(clicks, 1);
+}
+
+// As X11 sends a held key where the toolkit has not noticed that it is one.
+TEST_F(QtKeyFilterTest, APressAtTheTimeOfTheReleaseOfTheSameKeyIsARepeatedOne)
+{
+    constexpr quint32 return_key = 36;
+    const auto send = [this](QEvent::Type type, quint64 time, quint32 scan_code) {
+        QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier, scan_code, 0, 0, "\r");
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(&button, &event);
+    };
+    button.setFocus();
+    send(QEvent::KeyPress, 1000, return_key);
+    send(QEvent::KeyRelease, 1500, return_key);
+    send(QEvent::KeyPress, 1500, return_key);
+    send(QEvent::KeyRelease, 1530, return_key);
+    EXPECT_EQ(clicks, 1);
+    send(QEvent::KeyPress, 1600, return_key);
+    EXPECT_EQ(clicks, 2);
+    ASSERT_EQ(seen.size(), 3U);
+    EXPECT_TRUE(seen[1].auto_repeat);
+    EXPECT_FALSE(seen[2].auto_repeat);
+}
+
+TEST_F(QtKeyFilterTest, AnEnterThatIsNotSwallowedStartsANewLine)
+{
+    press_key(text, Qt::Key_Return, "\r");
+    EXPECT_EQ(text.toPlainText(), "\n");
+}
+
+TEST_F(QtKeyFilterTest, ACommittedCharacterOfAnInputMethodIsSeenFirst)
+{
+    QInputMethodEvent commit;
+    commit.setCommitString("+");
+    QCoreApplication::sendEvent(&text, &commit);
+    EXPECT_EQ(text.toPlainText(), "+");
+    swallow = true;
+    QCoreApplication::sendEvent(&text, &commit);
+    EXPECT_EQ(text.toPlainText(), "+");
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(seen[1].character, "+");
+}
+
+TEST_F(QtKeyFilterTest, ACommittedWordIsTextAndNoKey)
+{
+    QInputMethodEvent commit;
+    commit.setCommitString("word");
+    QCoreApplication::sendEvent(&text, &commit);
+    EXPECT_EQ(text.toPlainText(), "word");
+    EXPECT_TRUE(seen.empty());
+}
+
+struct LetterCase {
+    const char* text;
+    quint32 scan_code;
+    bool typing;
+    const char* expected;
+};
+
+std::string character_of(const LetterCase& c)
+{
+    const QKeyEvent event(QEvent::KeyPress, 0, Qt::NoModifier, c.scan_code, 0, 0, QString::fromUtf8(c.text));
+    const std::optional<KeyPress> press = to_key_press(event, c.typing);
+    return press ? press->character : "(nothing)";
+}
+
+TEST(LetterKeys, ALetterBeyondLatinStandsForTheLatinOneAtItsPlaceExceptInTyping)
+{
+    const LetterCase cases[] = {
+        {"q", 24, false, "q"},
+        {"a", 24, false, "a"},           // French layout: the letter that is printed on the key
+                                         // counts
+        {"\u0439", 24, false, "q"},      // Russian
+        {"\u0444", 38, false, "a"},      // Russian
+        {"\u0436", 47, false, "\u0436"}, // Russian, at the place of ";"
+        {"\u044f", 52, false, "z"},      // Russian
+        {"\u044c", 58, false, "m"},      // Russian
+        {"\u03b1", 38, false, "a"},      // Greek
+        {"\u0444", 38, true, "\u0444"},
+        {"+", 24, false, "+"},
+        {"\u00e4", 48, false, "\u00e4"},
+    };
+    for (const LetterCase& c : cases)
+        EXPECT_EQ(character_of(c), c.expected) << c.text << " at " << c.scan_code;
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+
+namespace cuedrill::platform::qt {
+
+/// Sends a key press as the toolkit delivers it to the focus widget. Returns whether somebody took it.
+inline bool press_key(QWidget& widget, int key, const QString& text = {}, bool auto_repeat = false,
+                      Qt::KeyboardModifiers modifiers = Qt::NoModifier, quint32 scan_code = 0)
+{
+    QKeyEvent event(QEvent::KeyPress, key, modifiers, scan_code, 0, 0, text, auto_repeat);
+    QCoreApplication::sendEvent(&widget, &event);
+    return event.isAccepted();
+}
+
+inline void release_key(QWidget& widget, int key, const QString& text = {}, bool auto_repeat = false)
+{
+    QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier, text, auto_repeat);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+inline void send_mouse(QWidget& widget, QEvent::Type type, Qt::MouseButton button)
+{
+    const QPointF middle = QRectF(widget.rect()).center();
+    const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::MouseButtons(button) : Qt::MouseButtons();
+    QMouseEvent event(type, middle, widget.mapToGlobal(middle), button, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+inline void click_with(QWidget& widget, Qt::MouseButton button)
+{
+    send_mouse(widget, QEvent::MouseButtonPress, button);
+    send_mouse(widget, QEvent::MouseButtonRelease, button);
+}
+
+/// Calls `inspect` with the modal box that opens next, which it must close.
+template <typename Box>
+void when_box_opens(std::function<void(Box&)> inspect)
+{
+    QTimer::singleShot(0, [inspect = std::move(inspect)] {
+        auto* box = qobject_cast<Box*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr) << "no box of that kind is open";
+        inspect(*box);
+    });
+}
+
+/// A guard whose errors are kept, and an event loop that later tests can use although this one has ended the program.
+class QtTest : public testing::Test {
+protected:
+    /// Runs an event loop once, which clears the toolkit's mark that all loops are to return.
+    static void forget_end()
+    {
+        QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+        QCoreApplication::exec();
+    }
+
+    void TearDown() override { forget_end(); }
+};
+
+} // namespace cuedrill::platform::qt

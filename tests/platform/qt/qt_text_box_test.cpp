@@ -1,0 +1,148 @@
+#include "platform/qt/qt_card.h"
+#include "platform/qt/qt_test_tools.h"
+#include "platform/qt/qt_text_box.h"
+
+#include <QFontDatabase>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTextBlock>
+#include <QTextLayout>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+class QtTextBoxTest : public QtTest {
+protected:
+    QtTextBoxTest() { card.surround(box.widget()); }
+
+    void show()
+    {
+        card.resize(300, 200);
+        card.show();
+        card.activateWindow();
+        QCoreApplication::processEvents();
+    }
+
+    QtGuard guard;
+    Card card;
+    QtTextBox box{"Text_a", guard};
+};
+
+TEST_F(QtTextBoxTest, GivesLinesBackWithCrLf)
+{
+    box.set_text("one\r\ntwo\r\n\r\nfour");
+    EXPECT_EQ(box.widget().toPlainText(), "one\ntwo\n\nfour");
+    EXPECT_EQ(box.text(), "one\r\ntwo\r\n\r\nfour");
+}
+
+TEST_F(QtTextBoxTest, GivesBackEveryCharacterThatWasSet)
+{
+    for (const std::string text :
+         {"", " ", "a\tb", "no\u00a0break", "x\u00b2 \U0001F600 \u0436", "<b>&amp;</b>", "end\r\n"}) {
+        box.set_text(text);
+        EXPECT_EQ(box.text(), text);
+    }
+}
+
+TEST_F(QtTextBoxTest, ALineEndTypedWithShiftIsALineEnd)
+{
+    box.widget().setPlainText(QStringLiteral("one") + QChar(0x2028) + QStringLiteral("two"));
+    EXPECT_EQ(box.text(), "one\r\ntwo");
+}
+
+TEST_F(QtTextBoxTest, ALockedBoxCanBeReadAndCopiedButNotChanged)
+{
+    show();
+    box.set_text("fixed");
+    box.set_locked(true);
+    box.widget().setFocus();
+    press_key(box.widget(), Qt::Key_X, "x");
+    EXPECT_EQ(box.text(), "fixed");
+    EXPECT_TRUE(box.widget().textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    EXPECT_TRUE(box.widget().textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
+    EXPECT_TRUE(box.widget().hasFocus());
+
+    box.set_locked(false);
+    press_key(box.widget(), Qt::Key_X, "x");
+    EXPECT_EQ(box.text(), "xfixed");
+}
+
+TEST_F(QtTextBoxTest, TabLeavesTheBox)
+{
+    show();
+    QPushButton next(&card);
+    next.show();
+    box.widget().setFocus();
+    press_key(box.widget(), Qt::Key_Tab, "\t");
+    EXPECT_FALSE(box.widget().hasFocus());
+    EXPECT_EQ(box.text(), "");
+}
+
+TEST_F(QtTextBoxTest, TellsWhenItGetsAndLosesTheFocus)
+{
+    show();
+    box.widget().clearFocus();
+    std::vector<bool> told;
+    box.on_focus = [&](bool focus) { told.push_back(focus); };
+    box.widget().setFocus();
+    box.widget().clearFocus();
+    EXPECT_EQ(told, (std::vector<bool>{true, false}));
+}
+
+TEST_F(QtTextBoxTest, WrapsALongWordInsteadOfScrollingSideways)
+{
+    show();
+    box.set_text(std::string(300, 'W'));
+    EXPECT_GT(box.widget().document()->firstBlock().layout()->lineCount(), 1);
+}
+
+TEST_F(QtTextBoxTest, TheFixedPitchNameStandsForTheSystemsFixedFont)
+{
+    box.set_font({"FixedSys", 9, false});
+    EXPECT_EQ(box.widget().font().family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    EXPECT_EQ(box.widget().font().pointSize(), 9);
+    EXPECT_FALSE(box.widget().font().bold());
+}
+
+TEST_F(QtTextBoxTest, AnyOtherFontIsTakenByItsName)
+{
+    box.set_font({"DejaVu Serif", 12, true});
+    EXPECT_EQ(box.widget().font().family(), "DejaVu Serif");
+    EXPECT_EQ(box.widget().font().pointSize(), 12);
+    EXPECT_TRUE(box.widget().font().bold());
+}
+
+TEST_F(QtTextBoxTest, ABackgroundComesWithBlackTextFillsTheCardAndGoesWithoutTrace)
+{
+    card.resize(300, 200);
+    const QPalette before = box.widget().palette();
+    box.set_background(common::light_green);
+    EXPECT_EQ(box.widget().palette().color(QPalette::Text), QColor(Qt::black));
+    const QImage picture = card.grab().toImage();
+    EXPECT_EQ(picture.pixelColor(150, 100), QColor(128, 255, 128));
+    EXPECT_EQ(picture.pixelColor(150, 2), QColor(128, 255, 128));
+    box.set_background(std::nullopt);
+    EXPECT_EQ(box.widget().palette().color(QPalette::Base), before.color(QPalette::Base));
+    EXPECT_EQ(box.widget().palette().color(QPalette::Text), before.color(QPalette::Text));
+}
+
+TEST_F(QtTextBoxTest, HasTheAccessibleNameThatWasSet)
+{
+    box.set_name("Answer");
+    EXPECT_EQ(box.widget().accessibleName(), "Answer");
+    EXPECT_EQ(box.widget().objectName(), "Text_a");
+}
+
+TEST_F(QtTextBoxTest, TheCardShowsTheFocus)
+{
+    show();
+    box.widget().clearFocus();
+    const QImage without = card.grab().toImage();
+    box.widget().setFocus();
+    EXPECT_NE(card.grab().toImage().pixelColor(150, 0), without.pixelColor(150, 0));
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,62 @@
+#include "platform/qt/qt_test_tools.h"
+#include "platform/qt/qt_timer.h"
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class QtTimerTest : public QtTest {
+protected:
+    QtGuard guard;
+    QtTimer timer{guard};
+    int ticks = 0;
+};
+
+TEST_F(QtTimerTest, TicksAgainAndAgainUntilStopped)
+{
+    timer.on_tick = [this] {
+        if (++ticks == 3) {
+            timer.stop();
+            QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+        }
+    };
+    timer.start(0ms);
+    QCoreApplication::exec();
+    EXPECT_EQ(ticks, 3);
+}
+
+TEST_F(QtTimerTest, ATickDuringATickIsLeftOut)
+{
+    timer.on_tick = [this] {
+        ++ticks;
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+        timer.stop();
+        QCoreApplication::exit(0);
+    };
+    timer.start(0ms);
+    QCoreApplication::exec();
+    EXPECT_EQ(ticks, 1);
+}
+
+TEST_F(QtTimerTest, AFailingTickIsReportedAndTheNextOneComes)
+{
+    int reports = 0;
+    guard.on_error = [&](const std::exception&) { ++reports; };
+    timer.on_tick = [this] {
+        if (++ticks == 2)
+            QCoreApplication::exit(0);
+        throw std::runtime_error("no figures");
+    };
+    timer.start(0ms);
+    QCoreApplication::exec();
+    timer.stop();
+    EXPECT_EQ(ticks, 2);
+    EXPECT_EQ(reports, 2);
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,102 @@
+#include "common/errors.h"
+#include "platform/qt/qt_test_tools.h"
+#include "platform/qt/qt_window.h"
+
+#include <QPushButton>
+#include <QScreen>
+#include <QWindow>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+class QtWindowTest : public QtTest {
+protected:
+    QtGuard guard;
+    QtWindow window{"Form1", QSize(400, 300), guard};
+};
+
+TEST_F(QtWindowTest, ShowsItsCaptionAsItIs)
+{
+    window.set_caption("Cuedrill: a [*] & <b>");
+    EXPECT_EQ(window.caption(), "Cuedrill: a [*] & <b>");
+    window.show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.widget().windowHandle()->title(), "Cuedrill: a [*] & <b>");
+}
+
+TEST_F(QtWindowTest, AppearsInTheMiddleOfTheScreenInItsSize)
+{
+    window.show();
+    EXPECT_TRUE(window.widget().isVisible());
+    EXPECT_EQ(window.widget().size(), QSize(400, 300));
+    const QPoint off = window.widget().geometry().center() - window.widget().screen()->availableGeometry().center();
+    EXPECT_LE(off.manhattanLength(), 2);
+    window.hide();
+    EXPECT_FALSE(window.widget().isVisible());
+}
+
+TEST_F(QtWindowTest, ShowsWhichButtonHasTheFocusFromTheStart)
+{
+    auto* button = new QPushButton;
+    window.widget().setCentralWidget(button);
+    window.show();
+    QCoreApplication::processEvents();
+    button->clearFocus();
+    const QImage without = button->grab().toImage();
+    button->setFocus();
+    ASSERT_TRUE(button->hasFocus());
+    EXPECT_NE(button->grab().toImage(), without);
+}
+
+TEST_F(QtWindowTest, IsNeverLargerThanTheScreen)
+{
+    QtWindow large("Form1", QSize(20000, 20000), guard);
+    large.show();
+    const QSize screen = large.widget().screen()->availableSize();
+    EXPECT_LE(large.widget().width(), screen.width());
+    EXPECT_LE(large.widget().height(), screen.height());
+}
+
+TEST_F(QtWindowTest, AStayingWindowIsNotClosedByTheToolkit)
+{
+    int asked = 0;
+    window.on_close = [&] { ++asked; };
+    window.show();
+    EXPECT_FALSE(window.widget().close());
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(window.widget().isVisible());
+    EXPECT_FALSE(guard.ending());
+}
+
+TEST_F(QtWindowTest, ClosingMayEndTheProgram)
+{
+    window.on_close = [] { throw common::ProgramEnded{}; };
+    window.show();
+    window.widget().close();
+    EXPECT_TRUE(guard.ending());
+}
+
+TEST_F(QtWindowTest, KeysReachTheHookAndAFailingOneIsSwallowed)
+{
+    std::string reported;
+    guard.on_error = [&](const std::exception& error) { reported = error.what(); };
+    auto* below = new QWidget;
+    window.widget().setCentralWidget(below);
+    below->setFocus();
+    window.on_key = [](const KeyPress&) -> bool { throw std::runtime_error("key failed"); };
+    EXPECT_TRUE(press_key(*below, Qt::Key_Q, "q"));
+    EXPECT_EQ(reported, "key failed");
+}
+
+TEST_F(QtWindowTest, KeysPassWhileNoHookIsSet)
+{
+    auto* below = new QWidget;
+    window.widget().setCentralWidget(below);
+    below->setFocus();
+    EXPECT_FALSE(press_key(*below, Qt::Key_Q, "q"));
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt
