@@ -1,0 +1,98 @@
+#include "store/course.h"
+
+#include "common/number_format.h"
+#include "store/schema.h"
+
+#include <algorithm>
+
+namespace cuedrill::store {
+
+using platform::DatabaseError;
+using platform::DatabaseErrorKind;
+using platform::Value;
+
+platform::TableCursor& Course::qa_recordset()
+{
+    if (!m_qa_recordset)
+        throw DatabaseError(DatabaseErrorKind::other, 0, "No course is open.");
+    return *m_qa_recordset;
+}
+
+void Course::apri_db()
+{
+    m_database.open(db_path, course_tables());
+    try {
+        m_qa_recordset = m_database.open_table("qa");
+        m_qa_recordset->set_index("PrimaryKey");
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void Course::close() noexcept
+{
+    m_qa_recordset.reset();
+    m_database.close();
+}
+
+void Course::set_side_fields()
+{
+    SideMapping mapping = store::set_side_fields(params.invert);
+    Q_FIELD = std::move(mapping.Q_FIELD);
+    A_FIELD = std::move(mapping.A_FIELD);
+}
+
+std::int64_t Course::count_records()
+{
+    return single_number(m_database, "Select count(0) from qa");
+}
+
+double Course::elapsed_seconds(common::DateTime now) const
+{
+    return static_cast<double>(std::max<std::int64_t>(now.seconds() - counted_from.seconds(), 0));
+}
+
+std::int64_t single_number(platform::Database& database, const std::string& sql)
+{
+    const auto recordset = database.open_recordset(sql);
+    if (recordset->eof())
+        return 0;
+    const Value value = recordset->field(0);
+    const auto* const number = std::get_if<std::int64_t>(&value);
+    return number != nullptr ? *number : 0;
+}
+
+double nz(const Value& value)
+{
+    if (const auto* const whole = std::get_if<std::int64_t>(&value))
+        return static_cast<double>(*whole);
+    if (const auto* const number = std::get_if<double>(&value))
+        return *number;
+    if (std::holds_alternative<std::string>(value))
+        throw DatabaseError(DatabaseErrorKind::damaged, 0, "It is damaged (a text stands where a number must stand).");
+    return 0;
+}
+
+common::Int16 nz_int16(const Value& value, std::string_view what)
+{
+    if (const auto* const whole = std::get_if<std::int64_t>(&value))
+        return common::to_int16(*whole, what);
+    return common::to_int16(nz(value), what);
+}
+
+std::optional<common::DateTime> stored_date(const Value& value)
+{
+    if (std::holds_alternative<std::monostate>(value))
+        return std::nullopt;
+    return common::DateTime::from_day_number(nz(value));
+}
+
+std::string stored_text(const Value& value)
+{
+    if (const auto* const text = std::get_if<std::string>(&value))
+        return *text;
+    return std::holds_alternative<std::monostate>(value) ? std::string() : common::format_general(nz(value));
+}
+
+} // namespace cuedrill::store

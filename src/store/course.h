@@ -1,0 +1,109 @@
+#pragma once
+
+#include "common/date_time.h"
+#include "common/int16.h"
+#include "platform/database.h"
+#include "store/side_fields.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace cuedrill::store {
+
+inline constexpr common::Int16 lowest_target_level = 1;
+inline constexpr common::Int16 highest_target_level = 10;
+
+/// What a course keeps in its table `params`, as it stands in memory.
+struct CourseParams {
+    std::string course_title;
+    bool invert = false;      ///< the answer side is asked
+    bool random_mode = false; ///< mature questions of a level are drawn at random
+    bool list_mode = false;   ///< "Always show hints"
+    bool always_type = false; ///< always type the answer
+    common::Int16 target_level = 0;
+    double time_ever = 0;       ///< work time over the life of the course, seconds, as it was read at opening
+    double time_today = 0;      ///< work time of the day, seconds, as it was read at opening
+    common::DateTime last_date; ///< when the work counters had last been stored, as it was read at opening
+    common::Int16 score_today = 0;
+    std::string font; ///< font of questions and answers; empty is the standard font
+};
+
+/// The one course that is open, and the values that belong to it. Made once; lives as long as the program.
+class Course {
+public:
+    explicit Course(platform::Database& database) : m_database(database) {}
+
+    std::string db_path;     ///< full path; empty for none
+    std::string course_name; ///< file name without folder and extension
+
+    CourseParams params;
+    SideFields Q_FIELD; ///< columns of the asked side
+    SideFields A_FIELD; ///< columns of the answer side
+
+    /// Number of rows of `qa`. Counted in more than 16 bits, because a course made elsewhere may be larger.
+    std::int64_t record_count = 0;
+
+    common::Int16 current_cnt = 0;  ///< number of the record on display; 0 for none
+    common::Int16 previous_cnt = 0; ///< number of the record on display before
+
+    /// The notice that all questions have passed the target level was shown for this target.
+    bool all_passed_announced = false;
+
+    /// From when on the work time of this course is counted: the start of the program for the first course, its
+    /// opening for a later one.
+    common::DateTime counted_from;
+
+    [[nodiscard]] platform::Database& database() { return m_database; }
+
+    /// The cursor on `qa` by its number.
+    /// @throws platform::DatabaseError when no course is open.
+    [[nodiscard]] platform::TableCursor& qa_recordset();
+
+    [[nodiscard]] bool is_open() const { return m_qa_recordset != nullptr; }
+
+    /// Opens the file at `db_path` for reading and writing, and the cursor on `qa`.
+    /// @throws platform::DatabaseError; no file is open then.
+    void apri_db();
+
+    /// Closes the cursor and the file, if they are open.
+    void close() noexcept;
+
+    /// Fixes which columns are asked, by `params.invert`.
+    void set_side_fields();
+
+    /// The number of rows of `qa`, counted now.
+    /// @throws platform::DatabaseError
+    [[nodiscard]] std::int64_t count_records();
+
+    /// Work time from `counted_from` to `now`, seconds; 0 when the clock was put back.
+    [[nodiscard]] double elapsed_seconds(common::DateTime now) const;
+
+private:
+    platform::Database& m_database;
+    std::unique_ptr<platform::TableCursor> m_qa_recordset;
+};
+
+/// The first value of the first row that the statement gives, as a whole number; null counts as 0.
+/// @throws platform::DatabaseError
+std::int64_t single_number(platform::Database& database, const std::string& sql);
+
+/// A stored number; null counts as 0 (a record that was never tested has no counters yet).
+/// @throws platform::DatabaseError (damaged) when a text is stored in its place.
+double nz(const platform::Value& value);
+
+/// A stored whole number in 16 bits; null counts as 0.
+/// @param what names the value in the error text.
+/// @throws platform::DatabaseError (damaged) for a text; common::OverflowError
+common::Int16 nz_int16(const platform::Value& value, std::string_view what);
+
+/// A stored date; nothing when it is null.
+/// @throws platform::DatabaseError (damaged) for a text
+std::optional<common::DateTime> stored_date(const platform::Value& value);
+
+/// A stored text; null counts as empty.
+std::string stored_text(const platform::Value& value);
+
+} // namespace cuedrill::store

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/database.h"
+#include "store/course.h"
+
+#include <string_view>
+
+namespace cuedrill::store {
+
+/// Reads and writes the table `params` of the open course; nothing else touches it.
+class CourseParamsStore {
+public:
+    CourseParamsStore(Course& course, platform::Clock& clock) : m_course(course), m_clock(clock) {}
+
+    /// Fills the parameters of the course from its file, with the defaults for what is missing. A target level outside
+    /// its range becomes 5 and is stored at once. Where they are missing, the level and the option to always type
+    /// keep the values of the course that was open before.
+    /// @throws platform::DatabaseError, common::OverflowError
+    void read_params();
+
+    /// Stores the six settings of the course as they stand in memory.
+    /// @throws platform::DatabaseError; nothing is stored then.
+    void write_params();
+
+    /// Stores the settings as `changed` has them, and only when that has succeeded makes them those of the course.
+    /// @throws platform::DatabaseError; nothing has changed then.
+    void change_params(const CourseParams& changed);
+
+    /// Stores the work counters as they are at `now`: what was read at opening and the work time since. Calling it
+    /// again later stores the later state; nothing is counted twice.
+    /// @throws platform::DatabaseError; nothing is stored then.
+    void save_work_time(common::DateTime now);
+
+    /// Work time of the day of `now`, the running time included, seconds.
+    [[nodiscard]] double time_today(common::DateTime now) const;
+
+    /// Work time over the life of the course, the running time included, seconds.
+    [[nodiscard]] double time_ever(common::DateTime now) const;
+
+private:
+    void store_settings(const CourseParams& params);
+    void read_target_level(platform::TableCursor& params_recordset);
+    void read_counters(platform::TableCursor& params_recordset, common::DateTime now);
+    [[nodiscard]] std::string default_title() const;
+
+    Course& m_course;
+    platform::Clock& m_clock;
+};
+
+} // namespace cuedrill::store
