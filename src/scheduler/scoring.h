@@ -1,0 +1,78 @@
+#pragma once
+
+#include "common/date_time.h"
+#include "common/int16.h"
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "scheduler/dead_time.h"
+#include "scheduler/end_of_program.h"
+#include "scheduler/ports.h"
+#include "scheduler/statistics.h"
+#include "store/course.h"
+
+#include <optional>
+
+namespace cuedrill::scheduler {
+
+/// Records verdicts and moves the levels.
+class Scoring {
+public:
+    struct Views {
+        QuestionDisplay& display;
+        StatusLine& status;
+        StatisticsPanels& panels;
+    };
+
+    Scoring(store::Course& course, const DeadTimes& dead_times, Statistics& statistics, const Views& views,
+            platform::Clock& clock, platform::Desktop& desktop, EndOfProgram& end_of_program);
+
+    /// The current question was known: its level rises to what the time since its last test proves.
+    /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
+    /// @throws common::ProgramEnded after a notice when the record has vanished: the course is not what it was.
+    void set_success();
+
+    /// The current question was not known: its level falls to 0.
+    /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
+    void set_failure();
+
+    /// Marks the current question, if there is one, as shown now, so that it is not asked again at once.
+    /// @throws platform::DatabaseError
+    void StampLastShow();
+
+    /// Command: gives the question that was last judged the level that it had before, and shows it again. Only the
+    /// level comes back. Nothing happens without a verdict since the course was opened. An error is told in a box.
+    void m_undo();
+
+    /// Command: after a confirmation, sends every question back to level 0 and forgets its history in both directions.
+    /// @throws platform::DatabaseError; nothing has changed then.
+    void m_reset_all();
+
+    /// From now on there is no verdict to be undone.
+    void forget_last_verdict() { m_last_verdict.reset(); }
+
+    /// There is no verdict to be undone when the last one was about this record: it has been changed or deleted.
+    void forget_last_verdict_on(common::Int16 cnt);
+
+private:
+    struct LastVerdict {
+        common::Int16 cnt = 0;
+        common::Int16 old_score = 0; ///< level before the verdict
+    };
+
+    bool seek_current();
+    void restore_level(const LastVerdict& verdict);
+    void after_verdict(common::Int16 old_score, common::Int16 new_score);
+    void refresh_counts();
+    void tell_success(common::Int16 old_score, common::Int16 new_score, double elapsed);
+
+    store::Course& m_course;
+    const DeadTimes& m_dead_times;
+    Statistics& m_statistics;
+    Views m_views;
+    platform::Clock& m_clock;
+    platform::Desktop& m_desktop;
+    EndOfProgram& m_end_of_program;
+    std::optional<LastVerdict> m_last_verdict;
+};
+
+} // namespace cuedrill::scheduler

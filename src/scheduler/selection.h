@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "platform/random_source.h"
+#include "scheduler/dead_time.h"
+#include "scheduler/ports.h"
+#include "store/course.h"
+#include "store/course_params.h"
+
+#include <cstdint>
+
+namespace cuedrill::scheduler {
+
+/// Decides which question comes next.
+class Selection {
+public:
+    struct Services {
+        platform::Clock& clock;
+        platform::RandomSource& random;
+        platform::Desktop& desktop;
+    };
+
+    Selection(store::Course& course, store::CourseParamsStore& params, const DeadTimes& dead_times,
+              QuestionDisplay& display, StatisticsPanels& panels, const Services& services);
+
+    /// Puts the next mature question on display, higher levels first and never the same one twice in a row, or says
+    /// that there is none; then no question is on display and the current record is 0.
+    /// @throws platform::DatabaseError, common::OverflowError, common::OutOfRangeError; no question is on display then.
+    void next_question();
+
+    /// Makes a mature question of `level` the current record.
+    /// @return false when there is none.
+    /// @throws common::OverflowError when its number does not fit 16 bits; common::OutOfRangeError when there are more
+    ///         than 10000 to draw from at random.
+    bool select_mature(common::Int16 level, bool tested_only, common::DateTime now);
+
+    /// The number of mature questions of all levels below the target, those never tested left out.
+    [[nodiscard]] std::int64_t count_mature();
+
+    /// Command: turns the random extraction on or off.
+    void m_random_extraction();
+
+    /// Command: tells the number of mature questions.
+    void m_disp_nr_mature();
+
+private:
+    void find_next_question();
+    bool select_other(common::Int16 level, bool tested_only, common::DateTime now);
+    [[nodiscard]] common::Int16 draw(platform::Recordset& rows);
+
+    store::Course& m_course;
+    store::CourseParamsStore& m_params;
+    const DeadTimes& m_dead_times;
+    QuestionDisplay& m_display;
+    StatisticsPanels& m_panels;
+    Services m_services;
+};
+
+} // namespace cuedrill::scheduler
