@@ -1,0 +1,76 @@
+#pragma once
+
+#include "bank/edit_flags.h"
+#include "bank/editor_view.h"
+#include "bank/record_bank.h"
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/text_compare.h"
+#include "scheduler/ports.h"
+#include "store/course.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cuedrill::exchange {
+
+/// Adds the records of a question text file to the open course.
+class QuestionImport {
+public:
+    struct Services {
+        platform::Files& files;
+        platform::Clock& clock;
+        platform::Desktop& desktop;
+        const platform::TextCompare& text_compare;
+    };
+
+    QuestionImport(store::Course& course, bank::RecordBank& bank, const bank::EditFlags& flags, bank::EditorView& view,
+                   scheduler::StatusLine& status, const Services& services);
+
+    /// The command: explains, asks for the file, asks again, and imports it. Every failure is told in a box; what was
+    /// stored until then stays.
+    void Import_questions_and_answers();
+
+    /// Imports the file at `path` and tells the result.
+    void import_file(const std::string& path);
+
+private:
+    struct Refused {
+        std::int64_t number = 0;
+        std::string reason;
+        std::string question;
+    };
+
+    [[nodiscard]] bool may_import(const std::string& path);
+    void read_records(const std::string& path);
+    void store_record(std::int64_t number, std::string_view question, std::string_view answer);
+    void write(std::int64_t number, const std::string& question, const std::string& answer);
+    void commit();
+    void drop_uncommitted() noexcept;
+    void show_progress();
+    void stop(const std::string& reason);
+    void show_refused();
+    void tell(const std::string& text);
+
+    store::Course& m_course;
+    bank::RecordBank& m_bank;
+    const bank::EditFlags& m_flags;
+    bank::EditorView& m_view;
+    scheduler::StatusLine& m_status;
+    Services m_services;
+
+    // The import that is running.
+    std::optional<platform::Transaction> m_group; ///< records stored since the last commit
+    double m_group_started = 0;                   ///< seconds since midnight
+    std::int64_t m_stored = 0;                    ///< records stored, the uncommitted ones included
+    std::int64_t m_committed = 0;
+    common::Int16 m_committed_cnt = 0; ///< current record at the last commit
+    std::int64_t m_calls = 0;          ///< records handed to the course, the refused ones included
+    std::vector<Refused> m_refused;
+};
+
+} // namespace cuedrill::exchange
