@@ -1,0 +1,57 @@
+#include "drill/drill_commands.h"
+
+#include "common/errors.h"
+
+#include <string>
+
+namespace cuedrill::drill {
+
+void DrillCommands::attach(MainMenu& menu)
+{
+    menu.m_open.on_click = [this] { m_to.opener.m_open(); };
+    menu.m_new.on_click = [this] { m_to.opener.m_new(); };
+    menu.m_change_course_title.on_click = [this] { m_to.title.m_change_course_title(); };
+    menu.m_import.on_click = [this] { m_to.import.Import_questions_and_answers(); };
+    menu.m_exit.on_click = [this] { m_to.end_of_program.end_program(); };
+
+    menu.m_change_target_level.on_click = [this] { m_to.levels.m_change_target_level(); };
+    menu.m_random_extraction.on_click = [this] { m_to.selection.m_random_extraction(); };
+    menu.m_invert.on_click = [this] { m_invert(); };
+
+    menu.m_show_answer.on_click = [this] { m_to.dialog.ShowAnswerCommand(); };
+    menu.m_set_success.on_click = [this] { m_to.dialog.SucceedAndNext(); };
+    menu.m_set_failure.on_click = [this] { m_to.dialog.FailAndNext(); };
+    menu.m_display_next_question.on_click = [this] { m_to.dialog.NextQuestionCommand(); };
+    menu.m_undo.on_click = [this] { m_to.scoring.m_undo(); };
+    menu.m_reset_all.on_click = [this] { m_to.scoring.m_reset_all(); };
+
+    menu.m_disp_nr_mature.on_click = [this] { m_to.selection.m_disp_nr_mature(); };
+    menu.m_display_q_nr.on_click = [this] { m_display_q_nr(); };
+    menu.m_score_elapsed_table.on_click = [this] { m_to.levels.m_score_elapsed_table(); };
+}
+
+void DrillCommands::m_invert()
+{
+    store::CourseParams changed = m_to.course.params;
+    changed.invert = !changed.invert;
+    m_to.params.change_params(changed);
+    m_to.course.set_side_fields();
+    // The last verdict was about the other direction.
+    m_to.scoring.forget_last_verdict();
+    m_to.statistics_view.show_options();
+    try {
+        m_to.statistics.refresh_counts();
+    } catch (const common::Error&) {
+        // The question on display was asked in the direction of before; its verdict must not go to the other one.
+        m_to.dialog.withdraw_question();
+        throw;
+    }
+    m_to.selection.next_question();
+}
+
+void DrillCommands::m_display_q_nr()
+{
+    m_to.desktop.message_box({.text = "Question number: " + std::to_string(m_to.course.current_cnt)});
+}
+
+} // namespace cuedrill::drill

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "drill/main_menu.h"
+#include "drill/question_dialog.h"
+#include "drill/statistics_view.h"
+#include "exchange/question_import.h"
+#include "platform/desktop.h"
+#include "scheduler/end_of_program.h"
+#include "scheduler/level_commands.h"
+#include "scheduler/scoring.h"
+#include "scheduler/selection.h"
+#include "scheduler/statistics.h"
+#include "store/course.h"
+#include "store/course_opener.h"
+#include "store/course_params.h"
+#include "store/course_title.h"
+
+namespace cuedrill::drill {
+
+/// What the entries of the menus do.
+class DrillCommands {
+public:
+    /// Everything that commands lead to.
+    struct Targets {
+        store::Course& course;
+        store::CourseParamsStore& params;
+        store::CourseOpener& opener;
+        store::CourseTitle& title;
+        scheduler::Selection& selection;
+        scheduler::Scoring& scoring;
+        scheduler::Statistics& statistics;
+        scheduler::LevelCommands& levels;
+        scheduler::EndOfProgram& end_of_program;
+        exchange::QuestionImport& import;
+        QuestionDialog& dialog;
+        StatisticsView& statistics_view;
+        platform::Desktop& desktop;
+    };
+
+    explicit DrillCommands(const Targets& targets) : m_to(targets) {}
+
+    /// Attaches each entry of the menus to its command.
+    void attach(MainMenu& menu);
+
+    /// Asks the other side of the course from now on.
+    /// @throws platform::DatabaseError; when the option cannot be stored, the direction stays. Otherwise no question is
+    /// on
+    ///         display then.
+    void m_invert();
+
+    /// Tells the number of the record on display.
+    void m_display_q_nr();
+
+private:
+    Targets m_to;
+};
+
+} // namespace cuedrill::drill

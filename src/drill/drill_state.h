@@ -1,0 +1,45 @@
+#pragma once
+
+#include "common/int16.h"
+
+#include <string>
+
+namespace cuedrill::drill {
+
+/// What the three-button dialog is asking.
+enum class DialogState : common::Int16 {
+    AskToStart = 1,  ///< shall a question be asked?
+    OfferAnswer = 2, ///< a question is on display; show its answer?
+    AskKnown = 3     ///< the answer is on display; was it known?
+};
+
+/// What has been done about the question on display, and with which texts it was shown.
+struct DrillState {
+    DialogState dialog = DialogState::AskToStart;
+
+    /// The right button went down on "Yes": the click that may follow does nothing.
+    bool RightClickConsumed = false;
+    /// Empty, or "+" or "-": what the user thought of the answer before it was revealed. It only colours the answer.
+    std::string SelfJudgement;
+    /// The stored answer was revealed by the command.
+    bool AnswerShown = false;
+    /// The answer was revealed by the command, and the verdict is to be given with "+" or "-".
+    bool AwaitingVerdict = false;
+
+    std::string loaded_question; ///< text on the asked side of the current record
+    std::string loaded_answer;   ///< text on its answer side
+    double displayed_at = 0;     ///< when it was put on display, seconds since midnight
+
+    bool AnswerHasFocus = false;
+    bool QuestionHasFocus = false;
+
+    /// Forgets what was done about the answer.
+    void clear_answer()
+    {
+        SelfJudgement.clear();
+        AnswerShown = false;
+        AwaitingVerdict = false;
+    }
+};
+
+} // namespace cuedrill::drill

@@ -1,0 +1,109 @@
+#include "drill/main_window.h"
+
+#include "common/errors.h"
+
+#include <chrono>
+#include <string>
+
+namespace cuedrill::drill {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long a message of the status line stays that belongs to no verdict.
+constexpr int status_seconds = 5;
+
+} // namespace
+
+void MainWindow::attach()
+{
+    platform::Form1& form1 = m_.form1;
+    m_.statistics_view.set_captions();
+    m_.question_view.set_captions();
+    form1.panel_dialog.set_description("Prompt");
+    form1.P_status.set_description("Status");
+    form1.Text_q.set_locked(true);
+    form1.Text_a.set_locked(true);
+
+    form1.bot_yes.on_click = [this] { m_.dialog.OnYes(); };
+    form1.bot_yes.on_mouse_down = [this](platform::MouseButton button) { m_.dialog.OnYesMouseDown(button); };
+    form1.bot_yes.on_mouse_up = [this](platform::MouseButton) { m_.state.RightClickConsumed = false; };
+    form1.bot_no.on_click = [this] { m_.dialog.OnNo(); };
+    form1.bot_other.on_click = [this] { m_.dialog.OnOther(); };
+    form1.dialog_strip.on_resize = [this] { m_.layout.lay_out_buttons(); };
+
+    form1.Text_q.on_focus = [this](bool focus) { m_.state.QuestionHasFocus = focus; };
+    form1.Text_a.on_focus = [this](bool focus) { m_.state.AnswerHasFocus = focus; };
+    form1.window.on_key = [this](const platform::KeyPress& press) { return m_.keys.OnWindowKey(press); };
+    form1.window.on_close = [this] { m_.end_of_program.end_program(); };
+
+    form1.timer_1_min.on_tick = [this] { timer_1_min_tick(); };
+    form1.timer_1_sec.on_tick = [this] { timer_1_sec_tick(); };
+    form1.timer_250_ms.on_tick = [this] { m_.status.expire(); };
+}
+
+void MainWindow::load()
+{
+    {
+        const platform::BusyPointer busy(m_.desktop);
+        forget_display();
+        m_.question_view.ApplyTextFont();
+        m_.statistics_view.show_course();
+        m_.statistics.refresh_counts();
+        timer_1_sec_tick();
+        m_.title.set_window_title();
+        m_.form1.window.show();
+        m_.dialog.RefreshDialog();
+        m_.form1.bot_yes.set_focus();
+        m_.form1.timer_1_min.start(1min);
+        m_.form1.timer_1_sec.start(1s);
+        m_.form1.timer_250_ms.start(250ms);
+    }
+    m_.statistics.announce_passed(m_.statistics.passed_on_showing());
+}
+
+void MainWindow::unload()
+{
+    for (platform::Timer* timer : {&m_.form1.timer_1_min, &m_.form1.timer_1_sec, &m_.form1.timer_250_ms})
+        timer->stop();
+    forget_display();
+    m_.form1.window.hide();
+}
+
+void MainWindow::forget_display()
+{
+    m_.course.current_cnt = 0;
+    m_.course.previous_cnt = 0;
+    m_.state.dialog = DialogState::AskToStart;
+    m_.state.RightClickConsumed = false;
+    m_.edit_flags.clear();
+    m_.scoring.forget_last_verdict();
+    m_.question_view.clear_question();
+    m_.status.ShowStatus("", 0);
+}
+
+void MainWindow::show_stored_record()
+{
+    m_.statistics.refresh_counts();
+    if (m_.course.current_cnt != 0)
+        m_.question_view.show_question();
+}
+
+void MainWindow::timer_1_sec_tick()
+{
+    m_.form1.Panel_time_now.set_caption(common::format_clock(m_.clock.now()));
+}
+
+void MainWindow::timer_1_min_tick()
+{
+    m_.statistics.refresh_work_time();
+    try {
+        m_.params.save_work_time(m_.clock.now());
+    } catch (const common::Error& error) {
+        // No box: nobody asked for anything just now, and the next minute tries again.
+        m_.status.ShowStatus(std::string("The work time could not be stored. ") + error.what(), status_seconds);
+        m_.trace.write_trace(std::string("timer_1_min - work time not stored - ") + error.what());
+    }
+}
+
+} // namespace cuedrill::drill

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "app/base/trace_log.h"
+#include "bank/edit_flags.h"
+#include "bank/editor_view.h"
+#include "drill/drill_state.h"
+#include "drill/question_dialog.h"
+#include "drill/question_view.h"
+#include "drill/statistics_view.h"
+#include "drill/status_line.h"
+#include "drill/window_keys.h"
+#include "drill/window_layout.h"
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "platform/form1.h"
+#include "scheduler/end_of_program.h"
+#include "scheduler/scoring.h"
+#include "scheduler/statistics.h"
+#include "store/course.h"
+#include "store/course_params.h"
+#include "store/course_title.h"
+#include "store/main_window_host.h"
+
+namespace cuedrill::drill {
+
+/// The main window: how it comes and goes with a course, and what its controls and timers call.
+class MainWindow {
+public:
+    /// Everything that the window shows or calls.
+    struct Parts {
+        platform::Form1& form1;
+        platform::Desktop& desktop;
+        platform::Clock& clock;
+        app::TraceLog& trace;
+        store::Course& course;
+        store::CourseParamsStore& params;
+        store::CourseTitle& title;
+        bank::EditFlags& edit_flags;
+        scheduler::Statistics& statistics;
+        scheduler::Scoring& scoring;
+        scheduler::EndOfProgram& end_of_program;
+        DrillState& state;
+        StatusLine& status;
+        StatisticsView& statistics_view;
+        QuestionView& question_view;
+        WindowLayout& layout;
+        QuestionDialog& dialog;
+        WindowKeys& keys;
+    };
+
+    explicit MainWindow(const Parts& parts) : m_(parts) {}
+
+    /// Attaches the controls, keys and timers, and gives the fixed texts.
+    void attach();
+
+    /// Shows the window on the course that has just been opened.
+    /// @throws platform::DatabaseError, common::OverflowError
+    void load();
+
+    /// Puts the window away; the next `load` starts afresh.
+    void unload();
+
+    /// Shows the current record and the counts after records were stored.
+    void show_stored_record();
+
+    /// Work of the timers: the work time is shown and stored each minute, so that a crash costs no more than one.
+    void timer_1_min_tick();
+    void timer_1_sec_tick();
+
+private:
+    void forget_display();
+
+    Parts m_;
+};
+
+/// What the floors below ask of the main window. It stands for a window that is made later than they are.
+class MainWindowPorts : public store::MainWindowHost, public bank::EditorView {
+public:
+    explicit MainWindowPorts(platform::Window& window) : m_window(window) {}
+
+    /// From now on the calls go to `main_window`. Required before the first course is opened.
+    void connect(MainWindow& main_window) { m_main_window = &main_window; }
+
+    void load_main_window() override { m_main_window->load(); }
+    void unload_main_window() override { m_main_window->unload(); }
+    void set_main_window_caption(std::string_view caption) override { m_window.set_caption(caption); }
+    void show_stored_record() override { m_main_window->show_stored_record(); }
+
+private:
+    platform::Window& m_window;
+    MainWindow* m_main_window = nullptr;
+};
+
+} // namespace cuedrill::drill

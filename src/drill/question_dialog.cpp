@@ -1,0 +1,154 @@
+#include "drill/question_dialog.h"
+
+namespace cuedrill::drill {
+namespace {
+
+struct DialogTexts {
+    const char* prompt;
+    const char* yes;
+    const char* no;
+};
+
+DialogTexts texts_of(DialogState state)
+{
+    switch (state) {
+    case DialogState::AskToStart:
+        return {"Shall I ask you a question?", "Yes", "No"};
+    case DialogState::OfferAnswer:
+        return {"Do you want to see the answer?", "Yes", "No, ask another question"};
+    case DialogState::AskKnown:
+        break;
+    }
+    return {"Did you know the answer?", "Yes", "No"};
+}
+
+} // namespace
+
+QuestionDialog::QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
+                               WindowLayout& layout, platform::Desktop& desktop, scheduler::Selection& selection,
+                               scheduler::Scoring& scoring, scheduler::EndOfProgram& end_of_program)
+    : m_form1(form1), m_state(state), m_view(view), m_status(status), m_layout(layout), m_desktop(desktop),
+      m_selection(selection), m_scoring(scoring), m_end_of_program(end_of_program)
+{
+}
+
+void QuestionDialog::RefreshDialog()
+{
+    const DialogTexts texts = texts_of(m_state.dialog);
+    m_form1.panel_dialog.set_caption("");
+    m_desktop.pump();
+    m_form1.panel_dialog.set_caption(texts.prompt);
+    m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
+    m_layout.lay_out_buttons();
+    m_form1.bot_yes.set_caption(texts.yes);
+    m_form1.bot_no.set_caption(texts.no);
+    m_form1.bot_other.set_caption("Ignore");
+    m_layout.RelayoutWindow();
+}
+
+void QuestionDialog::enter(DialogState state)
+{
+    m_state.dialog = state;
+    RefreshDialog();
+}
+
+void QuestionDialog::leave_question()
+{
+    m_scoring.StampLastShow();
+    m_selection.next_question();
+}
+
+void QuestionDialog::OnYes()
+{
+    if (m_state.RightClickConsumed) {
+        m_state.RightClickConsumed = false;
+        return;
+    }
+    switch (m_state.dialog) {
+    case DialogState::AskToStart:
+        leave_question();
+        enter(DialogState::OfferAnswer);
+        break;
+    case DialogState::OfferAnswer:
+        if (!can_judge())
+            return;
+        m_state.SelfJudgement.clear();
+        m_view.RevealAnswer();
+        enter(DialogState::AskKnown);
+        break;
+    case DialogState::AskKnown:
+        if (!can_judge())
+            return;
+        SucceedAndNext();
+        enter(DialogState::OfferAnswer);
+        break;
+    }
+}
+
+void QuestionDialog::OnNo()
+{
+    switch (m_state.dialog) {
+    case DialogState::AskToStart:
+        m_end_of_program.end_program();
+    case DialogState::OfferAnswer:
+        leave_question();
+        enter(DialogState::OfferAnswer);
+        break;
+    case DialogState::AskKnown:
+        if (!can_judge())
+            return;
+        FailAndNext();
+        enter(DialogState::OfferAnswer);
+        break;
+    }
+}
+
+void QuestionDialog::OnOther()
+{
+    if (m_state.dialog != DialogState::AskKnown)
+        return;
+    leave_question();
+    enter(DialogState::OfferAnswer);
+}
+
+void QuestionDialog::OnYesMouseDown(platform::MouseButton button)
+{
+    m_state.RightClickConsumed = button == platform::MouseButton::right;
+    if (m_state.RightClickConsumed)
+        OnNo();
+}
+
+void QuestionDialog::ShowAnswerCommand()
+{
+    if (!can_judge())
+        return;
+    m_state.AnswerShown = true;
+    m_state.SelfJudgement.clear();
+    m_view.RevealAnswer();
+    m_state.AwaitingVerdict = true;
+    m_form1.panel_a.set_visible(false);
+    m_status.ask_for_verdict();
+}
+
+void QuestionDialog::NextQuestionCommand()
+{
+    leave_question();
+}
+
+void QuestionDialog::SucceedAndNext()
+{
+    if (!can_judge())
+        return;
+    m_scoring.set_success();
+    m_selection.next_question();
+}
+
+void QuestionDialog::FailAndNext()
+{
+    if (!can_judge())
+        return;
+    m_scoring.set_failure();
+    m_selection.next_question();
+}
+
+} // namespace cuedrill::drill

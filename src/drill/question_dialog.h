@@ -1,0 +1,65 @@
+#pragma once
+
+#include "drill/drill_state.h"
+#include "drill/question_view.h"
+#include "drill/status_line.h"
+#include "drill/window_layout.h"
+#include "platform/desktop.h"
+#include "platform/form1.h"
+#include "scheduler/end_of_program.h"
+#include "scheduler/scoring.h"
+#include "scheduler/selection.h"
+
+#include <string_view>
+
+namespace cuedrill::drill {
+
+/// The three-button dialog that leads through the drill.
+///
+/// Any function that asks for the next question may throw what `scheduler::Selection::next_question` throws; one that
+/// judges, what `scheduler::Scoring` throws. The dialog keeps its state then.
+class QuestionDialog {
+public:
+    QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
+                   WindowLayout& layout, platform::Desktop& desktop, scheduler::Selection& selection,
+                   scheduler::Scoring& scoring, scheduler::EndOfProgram& end_of_program);
+
+    /// Repaints prompt and buttons for the present state. The prompt is blanked first, so that every new one flashes.
+    void RefreshDialog();
+
+    void OnYes();
+    void OnNo();
+    void OnOther();
+    /// The right button on "Yes" means "No".
+    void OnYesMouseDown(platform::MouseButton button);
+
+    /// Shows the answer and asks for the verdict with "+" or "-".
+    void ShowAnswerCommand();
+
+    /// Leaves the question without a verdict.
+    void NextQuestionCommand();
+
+    /// Takes the question off the display, so that nothing can be revealed or judged.
+    void withdraw_question() { m_view.withdraw_question(); }
+
+    /// Judge the question on display and ask the next one; the dialog's state stays.
+    void SucceedAndNext();
+    void FailAndNext();
+
+private:
+    void leave_question();
+    void enter(DialogState state);
+    [[nodiscard]] bool can_judge() const { return m_layout.question_on_display(); }
+
+    platform::Form1& m_form1;
+    DrillState& m_state;
+    QuestionView& m_view;
+    StatusLine& m_status;
+    WindowLayout& m_layout;
+    platform::Desktop& m_desktop;
+    scheduler::Selection& m_selection;
+    scheduler::Scoring& m_scoring;
+    scheduler::EndOfProgram& m_end_of_program;
+};
+
+} // namespace cuedrill::drill

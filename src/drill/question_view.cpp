@@ -1,0 +1,130 @@
+#include "drill/question_view.h"
+
+#include "common/colour.h"
+#include "common/errors.h"
+#include "common/number_format.h"
+#include "common/text.h"
+#include "scheduler/dead_time.h"
+
+#include <algorithm>
+#include <string>
+
+namespace cuedrill::drill {
+
+void QuestionView::set_captions()
+{
+    m_form1.lab_q.set_caption("Question");
+    m_form1.panel_a.set_caption("Answer");
+    m_form1.Text_q.set_name("Question");
+    m_form1.Text_a.set_name("Answer");
+    const struct {
+        platform::Label& caption;
+        platform::Label& value;
+        const char* text;
+        const char* description;
+    } figures[] = {
+        {m_form1.lab_q_level, m_form1.PANEL_Q_LEVEL, "Level", "Question level"},
+        {m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS, "Attempts", "Attempts"},
+        {m_form1.lab_fails, m_form1.PANEL_FAILS, "Failures", "Failures"},
+        {m_form1.lab_elapsed, m_form1.PANEL_ELAPSED, "Elapsed", "Elapsed"},
+    };
+    for (const auto& figure : figures) {
+        figure.caption.set_caption(figure.text);
+        figure.value.set_description(figure.description);
+    }
+}
+
+void QuestionView::ApplyTextFont()
+{
+    const std::string& name = m_course.params.font;
+    const platform::Font font = name.empty() ? platform::Font{.name = "FixedSys", .points = 9, .bold = false}
+                                             : platform::Font{.name = name, .points = 12, .bold = true};
+    m_form1.Text_q.set_font(font);
+    m_form1.Text_a.set_font(font);
+}
+
+void QuestionView::show_question()
+{
+    try {
+        show_current_record();
+    } catch (const common::Error&) {
+        // The boxes may still show another record, and a verdict would then go to one that nobody has seen.
+        withdraw_question();
+        throw;
+    }
+}
+
+void QuestionView::show_current_record()
+{
+    platform::TableCursor& qa_recordset = m_course.qa_recordset();
+    qa_recordset.seek(std::int64_t{m_course.current_cnt});
+    if (qa_recordset.no_match()) {
+        withdraw_question();
+        return;
+    }
+    clear_answer_state();
+    std::string question = store::stored_text(qa_recordset.field(m_course.Q_FIELD.text));
+    std::string answer = store::stored_text(qa_recordset.field(m_course.A_FIELD.text));
+    if (answer.ends_with(common::cr_lf))
+        answer.resize(answer.size() - common::cr_lf.size());
+    show_figures(qa_recordset, m_clock.now());
+
+    m_state.loaded_question = std::move(question);
+    m_state.loaded_answer = std::move(answer);
+    m_state.displayed_at = m_clock.seconds_since_midnight();
+    show_texts(m_state.loaded_question);
+}
+
+void QuestionView::show_figures(const platform::TableCursor& row, common::DateTime now)
+{
+    // Courses made elsewhere may hold any number here. It is only shown, so it need not fit the 16 bits of a verdict.
+    const store::SideFields& asked = m_course.Q_FIELD;
+    const double level = std::clamp<double>(store::nz(row.field(asked.successes)), 0, scheduler::highest_level);
+    const auto tested = store::stored_date(row.field(asked.date_last_test));
+    m_form1.PANEL_Q_LEVEL.set_caption(common::format_general(level));
+    m_form1.PANEL_Q_ATTEMPTS.set_caption(common::format_general(store::nz(row.field(asked.attempts))));
+    m_form1.PANEL_FAILS.set_caption(common::format_general(store::nz(row.field(asked.fails))));
+    m_form1.PANEL_ELAPSED.set_caption(
+        tested ? common::format_hours_minutes(common::days_between(*tested, now) * common::seconds_per_day) : "");
+}
+
+void QuestionView::show_texts(std::string_view question)
+{
+    m_form1.Text_q.set_text(question);
+    m_form1.Text_a.set_text("");
+    m_form1.Text_a.set_background(std::nullopt);
+    m_form1.panel_a.set_visible(true);
+    m_layout.RelayoutWindow();
+}
+
+void QuestionView::clear_answer_state()
+{
+    m_state.clear_answer();
+    m_status.withdraw_request();
+}
+
+void QuestionView::clear_question()
+{
+    clear_answer_state();
+    m_state.loaded_question.clear();
+    m_state.loaded_answer.clear();
+    for (platform::Label* figure :
+         {&m_form1.PANEL_Q_LEVEL, &m_form1.PANEL_Q_ATTEMPTS, &m_form1.PANEL_FAILS, &m_form1.PANEL_ELAPSED})
+        figure->set_caption("");
+    show_texts("");
+}
+
+void QuestionView::withdraw_question()
+{
+    m_course.current_cnt = 0;
+    clear_question();
+}
+
+void QuestionView::RevealAnswer()
+{
+    m_form1.Text_a.set_text(m_state.loaded_answer);
+    m_form1.Text_a.set_background(m_state.SelfJudgement == "-" ? common::light_red : common::light_green);
+    m_layout.RelayoutWindow();
+}
+
+} // namespace cuedrill::drill

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "common/date_time.h"
+#include "drill/drill_state.h"
+#include "drill/status_line.h"
+#include "drill/window_layout.h"
+#include "platform/clock.h"
+#include "platform/form1.h"
+#include "scheduler/ports.h"
+#include "store/course.h"
+
+#include <string_view>
+
+namespace cuedrill::drill {
+
+/// The question and answer boxes, and the figures of the question on display.
+class QuestionView : public scheduler::QuestionDisplay {
+public:
+    QuestionView(platform::Form1& form1, store::Course& course, DrillState& state, StatusLine& status,
+                 WindowLayout& layout, platform::Clock& clock)
+        : m_form1(form1), m_course(course), m_state(state), m_status(status), m_layout(layout), m_clock(clock)
+    {
+    }
+
+    /// Gives every label its fixed text.
+    void set_captions();
+
+    /// Applies the font of the course to both boxes.
+    void ApplyTextFont();
+
+    /// Where the current record has vanished meanwhile, no question is on display afterwards.
+    /// @throws platform::DatabaseError; no question is on display then either.
+    void show_question() override;
+    void clear_answer_state() override;
+    void clear_question() override;
+
+    /// Takes the question off the display: there is no current record any more.
+    void withdraw_question();
+
+    /// Shows the stored answer, on light red when the user had marked it as not known, otherwise on light green.
+    void RevealAnswer();
+
+private:
+    void show_current_record();
+    void show_figures(const platform::TableCursor& row, common::DateTime now);
+    void show_texts(std::string_view question);
+
+    platform::Form1& m_form1;
+    store::Course& m_course;
+    DrillState& m_state;
+    StatusLine& m_status;
+    WindowLayout& m_layout;
+    platform::Clock& m_clock;
+};
+
+} // namespace cuedrill::drill

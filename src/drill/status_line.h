@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/controls.h"
+#include "scheduler/ports.h"
+
+namespace cuedrill::drill {
+
+/// The status line `P_status`.
+class StatusLine : public scheduler::StatusLine {
+public:
+    StatusLine(platform::Label& P_status, platform::Clock& clock) : m_label(P_status), m_clock(clock) {}
+
+    void ShowStatus(std::string_view text, int seconds) override;
+
+    /// Asks, with emphasis, for the verdict on the answer that has been revealed.
+    void ask_for_verdict();
+
+    /// Takes the request of `ask_for_verdict` away, if it is still there.
+    void withdraw_request();
+
+    /// Clears the line when its time has passed; called a few times a second.
+    void expire();
+
+private:
+    platform::Label& m_label;
+    platform::Clock& m_clock;
+    bool m_requesting = false;
+    double m_shown_at = 0; ///< seconds since midnight
+    double m_expiry = 0;   ///< seconds since midnight; 0 for none
+};
+
+} // namespace cuedrill::drill

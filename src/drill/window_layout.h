@@ -1,0 +1,35 @@
+#pragma once
+
+#include "drill/drill_state.h"
+#include "drill/main_menu.h"
+#include "platform/form1.h"
+#include "store/course.h"
+
+namespace cuedrill::drill {
+
+/// Applies the mode of the window to its controls.
+class WindowLayout {
+public:
+    WindowLayout(platform::Form1& form1, MainMenu& menu, const store::Course& course, const DrillState& state)
+        : m_form1(form1), m_menu(menu), m_course(course), m_state(state)
+    {
+    }
+
+    /// Enables and disables buttons and menu entries for what is on display now. Called last by every command that
+    /// changes what is shown.
+    void RelayoutWindow();
+
+    /// Places the two or three buttons of the dialog strip side by side.
+    void lay_out_buttons();
+
+    /// Whether a question is on display; without one, nothing can be revealed or judged.
+    [[nodiscard]] bool question_on_display() const { return m_course.current_cnt != 0; }
+
+private:
+    platform::Form1& m_form1;
+    MainMenu& m_menu;
+    const store::Course& m_course;
+    const DrillState& m_state;
+};
+
+} // namespace cuedrill::drill

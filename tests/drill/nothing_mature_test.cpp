@@ -1,0 +1,154 @@
+#include "drill/drill_fixture.h"
+
+namespace cuedrill::drill {
+namespace {
+
+/// A course of one question that was tested this moment.
+class NothingMature : public DrillFixture {
+protected:
+    void SetUp() override
+    {
+        builder.question("France?", "Paris").level(1).attempts(1).fails(0).tested_ago(0s);
+        start();
+        desktop.expect_box(nothing_mature);
+        yes();
+        desktop.check_all_shown();
+    }
+
+    void expect_no_question()
+    {
+        EXPECT_EQ(logic->course.current_cnt, 0);
+        EXPECT_EQ(question(), "");
+        EXPECT_EQ(answer(), "");
+        for (const fakes::FakeLabel* figure :
+             {&form1.PANEL_Q_LEVEL, &form1.PANEL_Q_ATTEMPTS, &form1.PANEL_FAILS, &form1.PANEL_ELAPSED})
+            EXPECT_EQ(figure->caption_value, "") << figure->name;
+    }
+};
+
+TEST_F(NothingMature, leaves_the_display_empty)
+{
+    expect_no_question();
+    EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
+}
+
+TEST_F(NothingMature, disables_what_reveals_or_judges)
+{
+    EXPECT_FALSE(form1.bot_yes.usable());
+    for (const char* name : {"m_show_answer", "m_set_success", "m_set_failure", "m_display_q_nr"})
+        EXPECT_FALSE(entry(name).is_enabled) << name;
+    const fakes::QaRow before = stored(1);
+    user([this] {
+        logic->dialog.OnYes();
+        logic->dialog.ShowAnswerCommand();
+        logic->dialog.SucceedAndNext();
+        logic->dialog.FailAndNext();
+    });
+    EXPECT_EQ(stored(1), before);
+    EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(NothingMature, keys_reveal_and_judge_nothing)
+{
+    EXPECT_FALSE(press(platform::Key::enter));
+    EXPECT_FALSE(press("+"));
+    EXPECT_FALSE(press("-"));
+    expect_no_question();
+}
+
+TEST_F(NothingMature, asking_again_tells_so_again)
+{
+    EXPECT_TRUE(form1.bot_no.usable());
+    desktop.expect_box(nothing_mature);
+    no();
+    expect_no_question();
+}
+
+TEST_F(NothingMature, asking_again_works_once_the_question_has_rested)
+{
+    clock.advance_seconds(5 * 60 + 1);
+    no();
+    EXPECT_EQ(question(), "France?");
+    EXPECT_TRUE(form1.bot_yes.usable());
+    EXPECT_TRUE(entry("m_show_answer").is_enabled);
+}
+
+TEST_F(NothingMature, the_only_question_may_come_again_after_it_was_passed_over)
+{
+    clock.advance_seconds(5 * 60 + 1);
+    no();
+    ASSERT_EQ(question(), "France?");
+    desktop.expect_box(nothing_mature);
+    no();
+    expect_no_question();
+    clock.advance_seconds(9);
+    no();
+    EXPECT_EQ(question(), "France?");
+}
+
+TEST_F(NothingMature, after_a_verdict_empties_the_display_too)
+{
+    clock.advance_seconds(5 * 60 + 1);
+    no();
+    yes();
+    desktop.expect_box(nothing_mature);
+    yes();
+    expect_no_question();
+    EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
+    EXPECT_EQ(stored(1).q_side.attempts, 2);
+}
+
+TEST_F(NothingMature, after_the_command_leaves_ignore_as_the_way_on)
+{
+    clock.advance_seconds(5 * 60 + 1);
+    no();
+    yes();
+    ASSERT_EQ(logic->state.dialog, DialogState::AskKnown);
+    desktop.expect_box(nothing_mature);
+    choose("m_display_next_question");
+    EXPECT_FALSE(form1.bot_yes.usable());
+    EXPECT_FALSE(form1.bot_no.usable());
+    clock.advance_seconds(9);
+    ignore();
+    EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
+    EXPECT_EQ(question(), "France?");
+}
+
+TEST_F(NothingMature, display_is_empty_while_the_box_is_shown)
+{
+    clock.advance_seconds(5 * 60 + 1);
+    no();
+    yes();
+    desktop.on_box = [this] {
+        expect_no_question();
+        EXPECT_EQ(database.transaction_depth(), 0);
+        EXPECT_EQ(database.open_recordsets(), 0);
+        EXPECT_EQ(desktop.pointer_depth, 0);
+    };
+    desktop.expect_box(nothing_mature);
+    yes();
+}
+
+class EmptyCourse : public DrillFixture {
+protected:
+    void SetUp() override
+    {
+        desktop.expect_box("You have passed level 5 for all questions.");
+        start();
+    }
+};
+
+TEST_F(EmptyCourse, says_that_there_are_no_questions)
+{
+    desktop.expect_box("There are no questions in the database.");
+    yes();
+    EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
+    EXPECT_FALSE(form1.bot_yes.usable());
+    EXPECT_TRUE(form1.bot_no.usable());
+    desktop.expect_box("There are no questions in the database.");
+    no();
+}
+
+} // namespace
+} // namespace cuedrill::drill

@@ -1,0 +1,178 @@
+#include "drill/drill_fixture.h"
+
+namespace cuedrill::drill {
+namespace {
+
+using platform::Key;
+
+class WindowKeysTest : public DrillFixture {
+protected:
+    void SetUp() override { start_with_three_questions(); }
+};
+
+TEST_F(WindowKeysTest, enter_shows_the_answer_of_the_question)
+{
+    yes();
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(answer(), "Paris");
+    EXPECT_TRUE(logic->state.AwaitingVerdict);
+    EXPECT_EQ(desktop.beeps, 0);
+}
+
+TEST_F(WindowKeysTest, enter_only_beeps_while_a_verdict_is_awaited)
+{
+    yes();
+    press(Key::enter);
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(desktop.beeps, 1);
+    EXPECT_EQ(question(), "France?");
+    EXPECT_EQ(stored(1).q_side.attempts, 4);
+}
+
+TEST_F(WindowKeysTest, enter_goes_to_the_control_without_a_question)
+{
+    EXPECT_FALSE(press(Key::enter));
+    EXPECT_EQ(desktop.beeps, 0);
+}
+
+TEST_F(WindowKeysTest, enter_goes_to_the_control_when_the_answer_box_is_not_empty)
+{
+    yes();
+    yes();
+    EXPECT_FALSE(press(Key::enter));
+    EXPECT_FALSE(logic->state.AwaitingVerdict);
+}
+
+TEST_F(WindowKeysTest, blanks_in_the_answer_box_count_as_empty)
+{
+    yes();
+    form1.Text_a.text_value = "  ";
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(answer(), "Paris");
+}
+
+TEST_F(WindowKeysTest, plus_judges_the_answer_on_display_as_known)
+{
+    yes();
+    press(Key::enter);
+    const int pumps = desktop.pumps;
+    EXPECT_TRUE(press("+"));
+    EXPECT_EQ(desktop.pumps, pumps + 1);
+    EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
+    EXPECT_EQ(question(), "Italy?");
+}
+
+TEST_F(WindowKeysTest, minus_judges_the_answer_on_display_as_not_known)
+{
+    yes();
+    press(Key::enter);
+    EXPECT_TRUE(press("-"));
+    EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 2, 0, clock.time, clock.time}));
+    EXPECT_EQ(question(), "Italy?");
+}
+
+TEST_F(WindowKeysTest, answer_is_compared_without_regard_to_case)
+{
+    yes();
+    form1.Text_a.text_value = "pARIS";
+    EXPECT_TRUE(press("+"));
+    EXPECT_EQ(stored(1).q_side.successes, 4);
+}
+
+TEST_F(WindowKeysTest, plus_and_minus_are_ordinary_before_the_answer_is_on_display)
+{
+    EXPECT_FALSE(press("+"));
+    yes();
+    EXPECT_FALSE(press("+"));
+    EXPECT_FALSE(press("-"));
+    form1.Text_a.text_value = "Pari";
+    EXPECT_FALSE(press("+"));
+    EXPECT_EQ(stored(1).q_side.attempts, 4);
+    EXPECT_EQ(question(), "France?");
+}
+
+TEST_F(WindowKeysTest, other_characters_go_to_the_control)
+{
+    yes();
+    yes();
+    for (const char* character : {"a", "Q", "*", " ", "é", "="})
+        EXPECT_FALSE(press(character)) << character;
+    EXPECT_EQ(question(), "France?");
+}
+
+TEST_F(WindowKeysTest, second_verdict_does_not_reach_the_next_question)
+{
+    yes();
+    press(Key::enter);
+    press("+");
+    EXPECT_FALSE(press("+"));
+    EXPECT_EQ(stored(2).q_side.attempts, 3);
+}
+
+TEST_F(WindowKeysTest, keys_that_are_held_down_do_nothing)
+{
+    yes();
+    EXPECT_TRUE(press(Key::enter, true));
+    EXPECT_EQ(answer(), "");
+    press(Key::enter);
+    EXPECT_TRUE(press(Key::enter, true));
+    EXPECT_EQ(desktop.beeps, 0);
+    EXPECT_TRUE(press("+", true));
+    EXPECT_TRUE(press("-", true));
+    EXPECT_EQ(stored(1).q_side.attempts, 4);
+    EXPECT_TRUE(press(Key::escape, true));
+    EXPECT_FALSE(ended);
+}
+
+TEST_F(WindowKeysTest, escape_ends_the_program_without_a_prompt)
+{
+    press(Key::escape);
+    EXPECT_TRUE(ended);
+    EXPECT_FALSE(logic->course.is_open());
+}
+
+TEST_F(WindowKeysTest, escape_leaves_a_text_box_first)
+{
+    for (fakes::FakeTextBox* box : {&form1.Text_q, &form1.Text_a}) {
+        box->on_focus(true);
+        const int focused = form1.bot_focus.focused;
+        EXPECT_TRUE(press(Key::escape)) << box->name;
+        EXPECT_EQ(form1.bot_focus.focused, focused + 1) << box->name;
+        EXPECT_FALSE(ended);
+        box->on_focus(false);
+    }
+    press(Key::escape);
+    EXPECT_TRUE(ended);
+}
+
+struct Answer {
+    const char* name;
+    const char* stored;
+    const char* given_back; ///< by a text box with line ends of its own
+};
+
+class AnswerOfSeveralLines : public DrillFixture, public testing::WithParamInterface<Answer> {};
+
+TEST_P(AnswerOfSeveralLines, is_judged_whatever_line_ends_the_box_gives_back)
+{
+    builder.question("Rivers?", GetParam().stored).level(0).attempts(0).fails(0).tested_ago(1h);
+    start();
+    yes();
+    press(Key::enter);
+    ASSERT_EQ(answer(), GetParam().stored);
+    form1.Text_a.text_value = GetParam().given_back;
+    desktop.expect_box(nothing_mature);
+    EXPECT_TRUE(press("+"));
+    EXPECT_EQ(stored(1).q_side.attempts, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(LineEnds, AnswerOfSeveralLines,
+                         testing::Values(Answer{"pairs", "Po\r\nArno", "Po\r\nArno"},
+                                         Answer{"lone_lf", "Po\nArno", "Po\r\nArno"},
+                                         Answer{"lone_cr", "Po\rArno", "Po\r\nArno"},
+                                         Answer{"line_separator", "Po\u2028Arno", "Po\r\nArno"},
+                                         Answer{"paragraph_separator", "Po\u2029Arno", "Po\r\nArno"}),
+                         [](const auto& answer) { return std::string(answer.param.name); });
+
+} // namespace
+} // namespace cuedrill::drill
