@@ -1,0 +1,41 @@
+#include "app/start/start.h"
+
+#include "app/base/paths.h"
+
+#include <utility>
+
+namespace cuedrill::app {
+namespace {
+
+/// Inner size that every captioned window has, in twips; what the platform grants beyond it is frame.
+constexpr common::Twips inner_height = 405;
+constexpr common::Twips inner_width = 120;
+
+} // namespace
+
+FrameAllowances measure_frame(platform::DialogHost& form2)
+{
+    FrameAllowances frame;
+    form2.set_height(0);
+    frame.height = common::to_int16(std::int64_t{form2.height()} - inner_height, "height of a window");
+    form2.set_caption("");
+    form2.set_width(0);
+    frame.width = common::to_int16(std::int64_t{form2.width()} - inner_width, "width of a window");
+    frame.minimal_height = common::to_int16(std::int64_t{frame.height} + inner_height, "height of a window");
+    frame.minimal_width = common::to_int16(std::int64_t{frame.width} + inner_width, "width of a window");
+    return frame;
+}
+
+bool StartRoutine::run(std::string command_line)
+{
+    m_dead_times.init_dead_time_array();
+    m_trace.write_trace("sub main -  return form init_dead_time_array");
+    strip_quotes(command_line);
+    // A path that is remembered must lead to the course from any folder.
+    m_course.db_path = m_files.absolute(command_line);
+    m_frame = measure_frame(m_form2);
+    m_course.current_cnt = 0;
+    return m_opener.apertura_db();
+}
+
+} // namespace cuedrill::app

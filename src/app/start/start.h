@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/base/trace_log.h"
+#include "common/int16.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "scheduler/dead_time.h"
+#include "store/course.h"
+#include "store/course_opener.h"
+
+#include <string>
+
+namespace cuedrill::app {
+
+/// Sizes of the frame around a window, in twips.
+struct FrameAllowances {
+    common::Int16 height = 0;
+    common::Int16 width = 0;
+    common::Int16 minimal_height = 0; ///< of a captioned window
+    common::Int16 minimal_width = 0;
+};
+
+/// Measures the frame by asking `form2` for a window without height and without width.
+/// @throws common::OverflowError when the platform grants a size beyond 16 bits.
+FrameAllowances measure_frame(platform::DialogHost& form2);
+
+/// Brings the program up: prepares what lives as long as it does and opens the first course.
+class StartRoutine {
+public:
+    StartRoutine(store::Course& course, store::CourseOpener& opener, scheduler::DeadTimes& dead_times,
+                 platform::DialogHost& form2, platform::Files& files, TraceLog& trace)
+        : m_course(course), m_opener(opener), m_dead_times(dead_times), m_form2(form2), m_files(files), m_trace(trace)
+    {
+    }
+
+    /// @param command_line everything that follows the program's name: the path of a course, or nothing.
+    /// @return false when no course is open; the program then ends at once.
+    /// @throws common::ProgramEnded when the program was ended on the way.
+    bool run(std::string command_line);
+
+    /// What the last `run` measured.
+    [[nodiscard]] const FrameAllowances& frame_allowances() const { return m_frame; }
+
+private:
+    store::Course& m_course;
+    store::CourseOpener& m_opener;
+    scheduler::DeadTimes& m_dead_times;
+    platform::DialogHost& m_form2;
+    platform::Files& m_files;
+    TraceLog& m_trace;
+    FrameAllowances m_frame;
+};
+
+} // namespace cuedrill::app

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/qt/qt_form1.h"
+#include "store/course.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace cuedrill::program {
+
+/// The whole program: the adapters, the values that live as long as it does, and the logic wired to them.
+class Program {
+public:
+    /// Requires a QApplication.
+    /// @throws common::Error when the platform is not usable.
+    Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program();
+
+    /// Opens the first course and runs until the program ends.
+    /// @param command_line everything that follows the program's name.
+    /// @param once_running is called when the main window is shown; may be empty.
+    /// @return the exit code of the process.
+    int run(const std::string& command_line, const std::function<void()>& once_running = {});
+
+    [[nodiscard]] platform::qt::QtForm1& form1();
+    [[nodiscard]] store::Course& course();
+
+private:
+    struct Platform;
+    struct Logic;
+
+    std::unique_ptr<Platform> m_platform;
+    std::unique_ptr<Logic> m_logic;
+};
+
+} // namespace cuedrill::program
