@@ -1,0 +1,55 @@
+#include "bench_names.h"
+
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// Remembers the times, to set each against its floor.
+class RatioReporter : public benchmark::ConsoleReporter {
+public:
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs) {
+            if (!run.error_occurred && run.run_type == Run::RT_Iteration)
+                m_times[run.run_name.function_name] = run.GetAdjustedRealTime();
+        }
+    }
+
+    void print_ratios() const
+    {
+        std::printf("\n%-40s %12s %12s %8s\n", "", "program/ms", "floor/ms", "ratio");
+        for (const auto& [name, time] : m_times) {
+            const std::string suffix = "/program";
+            if (!name.ends_with(suffix))
+                continue;
+            const std::string base = name.substr(0, name.size() - suffix.size());
+            const auto floor = m_times.find(cuedrill::bench::floor_name(base));
+            if (floor != m_times.end())
+                std::printf("%-40s %12.3f %12.3f %8.2f\n", base.c_str(), time, floor->second, time / floor->second);
+        }
+    }
+
+private:
+    std::map<std::string, double> m_times; ///< milliseconds
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return EXIT_FAILURE;
+    cuedrill::bench::register_course_benchmarks();
+    cuedrill::bench::register_start_benchmarks();
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.print_ratios();
+    return EXIT_SUCCESS;
+}

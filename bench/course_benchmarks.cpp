@@ -1,0 +1,298 @@
+#include "bare_sqlite.h"
+#include "bench_names.h"
+#include "common/number_format.h"
+#include "exchange/question_import.h"
+#include "platform/icu/icu_text_compare.h"
+#include "platform/sqlite/sqlite_database.h"
+#include "platform/system/system_clock.h"
+#include "platform/system/system_files.h"
+#include "platform/system/system_random.h"
+#include "sample_course.h"
+#include "scheduler/maturity.h"
+#include "scheduler/scoring.h"
+#include "scheduler/selection.h"
+#include "scheduler/statistics.h"
+#include "store/schema.h"
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <filesystem>
+
+namespace cuedrill::bench {
+namespace {
+
+/// The window's side of the program, with nothing behind it.
+class NoWindow : public platform::Desktop,
+                 public scheduler::QuestionDisplay,
+                 public scheduler::StatusLine,
+                 public scheduler::StatisticsPanels,
+                 public bank::EditorView {
+public:
+    platform::BoxAnswer message_box(const platform::MessageBox&) override { return platform::BoxAnswer::ok; }
+    std::optional<std::string> input_box(const platform::InputBox&) override { return std::nullopt; }
+    platform::ChosenFile open_file_dialog(const platform::FileDialog&) override { return {}; }
+    void pump() override {}
+    void beep() override {}
+    void set_pointer(platform::Pointer) override {}
+    void show_question() override {}
+    void clear_answer_state() override {}
+    void clear_question() override {}
+    void ShowStatus(std::string_view, int) override {}
+    void show_total(std::int64_t) override {}
+    void show_level(int, std::int64_t, std::int64_t, bool) override {}
+    void show_unpassed(std::int64_t) override {}
+    void mark_level(int) override {}
+    void show_score(common::Int16) override {}
+    void show_work_time(std::string_view, std::string_view, std::string_view) override {}
+    void show_options() override {}
+    void show_target_level() override {}
+    void show_stored_record() override {}
+};
+
+class NoFiles : public platform::system::SystemFiles {
+public:
+    [[nodiscard]] bool exists(const std::string&) const override { return false; }
+};
+
+/// The program without its window.
+struct Engine {
+    explicit Engine(const std::string& path)
+    {
+        course.db_path = path;
+        course.course_name = "bench";
+        dead_times.init_dead_time_array();
+    }
+
+    void open()
+    {
+        course.apri_db();
+        params.read_params();
+        course.set_side_fields();
+        course.record_count = course.count_records();
+    }
+
+    NoWindow window;
+    platform::system::SystemClock clock;
+    platform::system::SystemFiles files;
+    platform::system::SystemRandom random;
+    platform::icu::IcuTextCompare text_compare;
+    platform::sqlite::SqliteDatabase database{text_compare};
+    NoFiles no_trace;
+    app::TraceLog trace{no_trace, clock, window, ""};
+    store::Course course{database};
+    store::CourseParamsStore params{course, clock};
+    scheduler::DeadTimes dead_times;
+    scheduler::EndOfProgram end_of_program{course, params, clock, trace};
+    scheduler::Statistics statistics{course, params, window, clock, window, clock.now()};
+    scheduler::Selection selection{course, params, dead_times, window, window, {clock, random, window}};
+    scheduler::Scoring scoring{course, dead_times, statistics, {window, window, window}, clock, window, end_of_program};
+    bank::EditFlags flags;
+    bank::RecordBank bank{course, flags, window};
+    exchange::QuestionImport import{course, bank, flags, window, window, {files, clock, window, text_compare}};
+};
+
+/// A course of its own for each measured side, so that both start from the same.
+std::string fresh_sample(const WorkFolder& folder)
+{
+    std::string path = folder.file("sample.crs");
+    make_sample_course(path, platform::icu::IcuTextCompare());
+    return path;
+}
+
+std::string fresh_empty(const WorkFolder& folder, int number)
+{
+    std::string path = folder.file("empty" + std::to_string(number) + ".crs");
+    const platform::icu::IcuTextCompare text_compare;
+    platform::sqlite::SqliteDatabase database(text_compare);
+    store::create_course_db(database, path);
+    return path;
+}
+
+void verdict(benchmark::State& state)
+{
+    const WorkFolder folder;
+    Engine engine(fresh_sample(folder));
+    engine.open();
+    engine.selection.next_question();
+    for ([[maybe_unused]] auto iteration : state) {
+        engine.scoring.set_success();
+        engine.selection.next_question();
+        if (engine.course.current_cnt == 0)
+            state.SkipWithError("the course has run out of questions");
+    }
+}
+
+void count_levels(BareSqlite& sqlite)
+{
+    for (int level = 0; level < 5; ++level)
+        sqlite.run("Select count(0) from qa WHERE q_successes = " + std::to_string(level));
+    sqlite.run("Select count(0) from qa WHERE q_successes >= 5");
+}
+
+/// The selection as the program asks it, the dates as numbers.
+sqlite3_int64 select_next(BareSqlite& sqlite, const scheduler::DeadTimes& dead_times, common::DateTime now,
+                          sqlite3_int64 previous)
+{
+    const auto before = [&](double days) { return common::format_general(now.plus_days(-days).day_number()); };
+    const std::string shown = " and (q_date_last_show < " + before(dead_times.unanswered_dead_time()) +
+                              " or q_date_last_show is null) order by q_successes desc, q_date_last_test asc, cnt asc";
+    for (int level = 4; level >= 0; --level) {
+        const std::string tested = "q_date_last_test < " + before(dead_times.dead_time(level));
+        const std::string of_level = "Select * from qa where (q_successes=" + std::to_string(level);
+        if (level == 0) {
+            const sqlite3_int64 failed = sqlite.first(of_level + ") and (" + tested + ")" + shown);
+            if (failed != 0 && failed != previous)
+                return failed;
+        }
+        const std::string untested = level == 0 ? " or q_successes is null" : "";
+        const sqlite3_int64 found =
+            sqlite.first(of_level + untested + ") and (" + tested + " or q_date_last_test is null)" + shown);
+        if (found != 0 && found != previous)
+            return found;
+    }
+    return 0;
+}
+
+void verdict_floor(benchmark::State& state)
+{
+    const WorkFolder folder;
+    const platform::icu::IcuTextCompare text_compare;
+    BareSqlite sqlite(fresh_sample(folder), text_compare);
+    const platform::system::SystemClock clock;
+    scheduler::DeadTimes dead_times;
+    dead_times.init_dead_time_array();
+    sqlite3_int64 current = select_next(sqlite, dead_times, clock.now(), 0);
+    for ([[maybe_unused]] auto iteration : state) {
+        const common::DateTime now = clock.now();
+        const std::string cnt = std::to_string(current);
+        const std::string date = common::format_general(now.day_number());
+        sqlite.run("BEGIN IMMEDIATE");
+        const sqlite3_int64 level =
+            sqlite.run("select q_successes, q_attempts, q_date_last_test from qa where cnt=" + cnt);
+        sqlite.run("update qa set q_successes=" + std::to_string(level + 1) +
+                   ", q_attempts=q_attempts+1, q_date_last_test=" + date + ", q_date_last_show=" + date +
+                   " where cnt=" + cnt);
+        sqlite.run("COMMIT");
+        count_levels(sqlite);
+        current = select_next(sqlite, dead_times, now, current);
+        if (current == 0)
+            state.SkipWithError("the course has run out of questions");
+    }
+}
+
+void counts(benchmark::State& state)
+{
+    const WorkFolder folder;
+    Engine engine(fresh_sample(folder));
+    engine.open();
+    for ([[maybe_unused]] auto iteration : state)
+        engine.statistics.refresh_counts();
+}
+
+void counts_floor(benchmark::State& state)
+{
+    const WorkFolder folder;
+    const platform::icu::IcuTextCompare text_compare;
+    BareSqlite sqlite(fresh_sample(folder), text_compare);
+    for ([[maybe_unused]] auto iteration : state)
+        count_levels(sqlite);
+}
+
+void opening(benchmark::State& state)
+{
+    const WorkFolder folder;
+    Engine engine(fresh_sample(folder));
+    for ([[maybe_unused]] auto iteration : state) {
+        engine.open();
+        engine.course.close();
+    }
+}
+
+void opening_floor(benchmark::State& state)
+{
+    const WorkFolder folder;
+    const std::string path = fresh_sample(folder);
+    const platform::icu::IcuTextCompare text_compare;
+    Engine(path).open(); // the parameters are there, as they are in the course of the program
+    for ([[maybe_unused]] auto iteration : state) {
+        BareSqlite sqlite(path, text_compare);
+        sqlite.run("pragma quick_check");
+        sqlite.run("BEGIN IMMEDIATE");
+        sqlite.run("ROLLBACK");
+        sqlite.run("select * from params");
+        sqlite.run("Select count(0) from qa");
+    }
+}
+
+void importing(benchmark::State& state)
+{
+    const WorkFolder folder;
+    const std::string text = folder.file("questions.txt");
+    write_question_text(text);
+    int number = 0;
+    for ([[maybe_unused]] auto iteration : state) {
+        state.PauseTiming();
+        Engine engine(fresh_empty(folder, ++number));
+        engine.open();
+        state.ResumeTiming();
+        engine.import.import_file(text);
+        if (engine.course.record_count != records)
+            state.SkipWithError("not everything was imported");
+    }
+}
+
+/// Inserts the same texts, committed as often as the program commits.
+void insert_records(BareSqlite& sqlite)
+{
+    constexpr std::chrono::milliseconds group(250);
+    sqlite3_stmt* const insert =
+        sqlite.prepare("insert into qa (q, a, q_attempts, a_attempts, q_fails, a_fails, q_successes, a_successes) "
+                       "values (?, ?, 0, 0, 0, 0, 0, 0)");
+    sqlite.run("BEGIN IMMEDIATE");
+    auto started = std::chrono::steady_clock::now();
+    for (int number = 1; number <= records; ++number) {
+        const std::string question = question_of(number);
+        const std::string answer = answer_of(number);
+        sqlite3_bind_text(insert, 1, question.data(), static_cast<int>(question.size()), SQLITE_STATIC);
+        sqlite3_bind_text(insert, 2, answer.data(), static_cast<int>(answer.size()), SQLITE_STATIC);
+        sqlite.check(sqlite3_step(insert));
+        sqlite3_reset(insert);
+        if (std::chrono::steady_clock::now() - started >= group) {
+            sqlite.run("COMMIT");
+            count_levels(sqlite);
+            sqlite.run("BEGIN IMMEDIATE");
+            started = std::chrono::steady_clock::now();
+        }
+    }
+    sqlite.run("COMMIT");
+    sqlite3_finalize(insert);
+}
+
+void importing_floor(benchmark::State& state)
+{
+    const WorkFolder folder;
+    const platform::icu::IcuTextCompare text_compare;
+    int number = 0;
+    for ([[maybe_unused]] auto iteration : state) {
+        state.PauseTiming();
+        BareSqlite sqlite(fresh_empty(folder, ++number), text_compare);
+        state.ResumeTiming();
+        insert_records(sqlite);
+    }
+}
+
+} // namespace
+
+void register_course_benchmarks()
+{
+    const auto add = [](const char* name, auto program, auto floor, benchmark::TimeUnit unit) {
+        benchmark::RegisterBenchmark(program_name(name).c_str(), program)->Unit(unit)->UseRealTime();
+        benchmark::RegisterBenchmark(floor_name(name).c_str(), floor)->Unit(unit)->UseRealTime();
+    };
+    add("verdict, next question and counts", verdict, verdict_floor, benchmark::kMillisecond);
+    add("opening a course", opening, opening_floor, benchmark::kMillisecond);
+    add("importing 30000 records", importing, importing_floor, benchmark::kMillisecond);
+    add("refreshing the counts", counts, counts_floor, benchmark::kMillisecond);
+}
+
+} // namespace cuedrill::bench

@@ -1,0 +1,92 @@
+#include "sample_course.h"
+
+#include "common/date_time.h"
+#include "common/errors.h"
+#include "platform/sqlite/sqlite_database.h"
+#include "platform/system/system_clock.h"
+#include "store/schema.h"
+
+#include <cstdlib>
+#include <fstream>
+
+namespace cuedrill::bench {
+namespace {
+
+const char* const syllables[] = {"ka", "lo", "mi",     "re",   "su",       "ta",
+                                 "ne", "vo", "\u00E9", "schi", "br\u00FC", "\u00F1a"};
+
+/// A word that looks the same for the same number, and scattered for neighbouring ones.
+std::string word(unsigned number)
+{
+    unsigned state = number * 2654435761U; // Knuth's multiplicative hash
+    std::string text;
+    for (int i = 0; i < 4; ++i, state /= 12)
+        text += syllables[state % 12];
+    return text;
+}
+
+} // namespace
+
+WorkFolder::WorkFolder()
+{
+    std::string name = (std::filesystem::temp_directory_path() / "cuedrill-bench-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr)
+        throw common::Error("No folder for the benchmark files can be made.");
+    m_path = name;
+}
+
+WorkFolder::~WorkFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
+}
+
+std::string question_of(int number)
+{
+    const auto n = static_cast<unsigned>(number);
+    return "What is the meaning of " + word(n) + " " + word(n + 7919) + " (" + std::to_string(number) + ")?";
+}
+
+std::string answer_of(int number)
+{
+    const auto n = static_cast<unsigned>(number);
+    return "It means " + word(n + 104729) + ", " + word(n + 1299709) + ".";
+}
+
+void write_question_text(const std::string& path)
+{
+    std::ofstream file(path, std::ios::binary);
+    for (int number = 1; number <= records; ++number)
+        file << "@Q@ " << question_of(number) << "\r\n@A@ " << answer_of(number) << "\r\n\r\n";
+    if (!file.flush())
+        throw common::Error("The question text for the benchmark cannot be written.");
+}
+
+void make_sample_course(const std::string& path, const platform::TextCompare& text_compare)
+{
+    platform::sqlite::SqliteDatabase database(text_compare);
+    store::create_course_db(database, path);
+    database.close();
+    database.open(path, store::course_tables());
+    const common::DateTime now = platform::system::SystemClock().now();
+    platform::Transaction transaction(database);
+    const auto qa = database.open_table("qa");
+    for (int number = 1; number <= records; ++number) {
+        qa->add_new();
+        qa->set("q", question_of(number));
+        qa->set("a", answer_of(number));
+        const bool tested = number % 3 != 0;
+        for (const char* const counter : {"q_attempts", "a_attempts", "q_fails", "a_fails", "a_successes"})
+            qa->set(counter, std::int64_t{0});
+        qa->set("q_successes", std::int64_t{tested ? number % 11 : 0});
+        if (tested) {
+            const double age = 0.001 * (number % 4000);
+            qa->set("q_date_last_test", now.plus_days(-age).day_number());
+            qa->set("q_date_last_show", now.plus_days(-age).day_number());
+        }
+        qa->update();
+    }
+    transaction.commit();
+}
+
+} // namespace cuedrill::bench

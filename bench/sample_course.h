@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/icu/icu_text_compare.h"
+
+#include <filesystem>
+#include <string>
+
+namespace cuedrill::bench {
+
+inline constexpr int records = 30000;
+
+/// A folder of its own, removed at the end.
+class WorkFolder {
+public:
+    WorkFolder();
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+    ~WorkFolder();
+
+    [[nodiscard]] std::string file(const std::string& name) const { return (m_path / name).string(); }
+
+private:
+    std::filesystem::path m_path;
+};
+
+/// The question and answer of record `number`, about as long and as varied as those of a language course.
+std::string question_of(int number);
+std::string answer_of(int number);
+
+/// Writes a question text file of all records.
+void write_question_text(const std::string& path);
+
+/// Makes a course of all records: a third never tested, the others at all levels and ages.
+void make_sample_course(const std::string& path, const platform::TextCompare& text_compare);
+
+} // namespace cuedrill::bench

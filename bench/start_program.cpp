@@ -1,0 +1,16 @@
+#include "first_paint.h"
+#include "program/program.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <cstdlib>
+
+/// The whole program on the course that is named on the command line.
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    cuedrill::program::Program program;
+    const cuedrill::bench::EndAtFirstPaint end(program.form1().widget());
+    program.run(argc > 1 ? argv[1] : "");
+    return EXIT_FAILURE;
+}
