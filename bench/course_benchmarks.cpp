@@ -35,6 +35,7 @@ public:
     void beep() override {}
     void set_pointer(platform::Pointer) override {}
     void show_question() override {}
+    void refresh_figures() override {}
     void clear_answer_state() override {}
     void clear_question() override {}
     void ShowStatus(std::string_view, int) override {}

@@ -11,7 +11,7 @@
 #include <iostream>
 #include <string>
 
-/// Drills a few questions through the real main window, for machines without a display.
+// Drills a few questions through the real main window, for machines without a display.
 namespace {
 
 constexpr int questions = 5;
@@ -33,8 +33,13 @@ public:
     void run()
     {
         press("bot_yes");
-        for (int number = 1; number <= questions; ++number)
+        for (int number = 1; number <= questions; ++number) {
+            if (m_program.course().current_cnt == 0) {
+                std::cout << "\nNothing more is mature for being asked; come back later.\n";
+                break;
+            }
             drill_one(number);
+        }
         m_program.form1().save_picture(m_picture);
         say("picture", m_picture);
         m_program.form1().widget().close();
@@ -49,8 +54,8 @@ private:
     void press(const char* name)
     {
         auto* const button = m_program.form1().widget().findChild<QAbstractButton*>(QString::fromLatin1(name));
-        if (button == nullptr)
-            throw cuedrill::common::Error(std::string("The window has no button ") + name + ".");
+        if (button == nullptr || !button->isEnabled())
+            throw cuedrill::common::Error(std::string("The button ") + name + " cannot be pressed.");
         button->click();
     }
 

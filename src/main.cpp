@@ -1,4 +1,3 @@
-#include "common/errors.h"
 #include "program/program.h"
 
 #include <QApplication>
@@ -27,8 +26,6 @@ int main(int argc, char** argv)
         const QApplication application(argc, argv);
         cuedrill::program::Program program;
         return program.run(command_line(argc, argv));
-    } catch (const cuedrill::common::ProgramEnded&) {
-        return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         std::cerr << "cuedrill: " << error.what() << '\n';
         return EXIT_FAILURE;

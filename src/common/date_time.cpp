@@ -1,6 +1,7 @@
 #include "common/date_time.h"
 
 #include "common/number_format.h"
+#include "common/text.h"
 
 #include <algorithm>
 #include <array>
@@ -62,12 +63,6 @@ std::optional<int> digits(std::string_view text)
     return value;
 }
 
-bool same_letters(std::string_view a, std::string_view b)
-{
-    const auto fold = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return fold(x) == fold(y); });
-}
-
 } // namespace
 
 DateTime DateTime::from_day_number(double days)
@@ -125,7 +120,12 @@ DateTime DateTime::plus_days(double days) const
 
 double days_between(DateTime from, DateTime to)
 {
-    return static_cast<double>(to.seconds() - from.seconds()) / seconds_per_day;
+    return static_cast<double>(seconds_between(from, to)) / seconds_per_day;
+}
+
+std::int64_t seconds_between(DateTime from, DateTime to)
+{
+    return to.seconds() - from.seconds();
 }
 
 std::string format_date_literal(DateTime instant)
@@ -144,9 +144,8 @@ std::optional<DateTime> parse_date_literal(std::string_view text)
         if (text[separator] != shape[separator])
             return std::nullopt;
     }
-    const auto* const month = std::find_if(month_names.begin(), month_names.end(), [&](std::string_view name) {
-        return same_letters(name, text.substr(3, 3));
-    });
+    const auto* const month = std::find_if(month_names.begin(), month_names.end(),
+                                           [&](std::string_view name) { return equal_ascii(name, text.substr(3, 3)); });
     const auto day = digits(text.substr(0, 2));
     const auto year = digits(text.substr(7, 4));
     const auto hour = digits(text.substr(12, 2));

@@ -64,6 +64,9 @@ private:
 /// Days from `from` to `to`: whole seconds divided by 86400, so that exactly five minutes equal 5/1440 to the last bit.
 double days_between(DateTime from, DateTime to);
 
+/// Whole seconds from `from` to `to`.
+std::int64_t seconds_between(DateTime from, DateTime to);
+
 /// "dd/mmm/yyyy hh:nn:ss" with English month names: 15/Nov/2026 05:47:17.
 std::string format_date_literal(DateTime instant);
 

@@ -69,6 +69,12 @@ bool is_utf8(std::string_view text)
     return true;
 }
 
+bool equal_ascii(std::string_view a, std::string_view b)
+{
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return lower(x) == lower(y); });
+}
+
 std::string replace_all(std::string_view text, std::string_view what, std::string_view with)
 {
     std::string result;

@@ -21,6 +21,10 @@ std::string_view first_code_points(std::string_view text, std::size_t count);
 /// Whether all of `text` is well-formed UTF-8 (no overlong forms, no surrogates, nothing above U+10FFFF).
 bool is_utf8(std::string_view text);
 
+/// Whether both texts are the same when the letters A to Z count as a to z. For names that the program itself gives;
+/// texts of the user are compared by platform::TextCompare.
+bool equal_ascii(std::string_view a, std::string_view b);
+
 /// `text` with every occurrence of `what` replaced by `with`, from the left. Requires a non-empty `what`.
 std::string replace_all(std::string_view text, std::string_view what, std::string_view with);
 

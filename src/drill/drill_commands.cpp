@@ -41,7 +41,7 @@ void DrillCommands::m_invert()
     m_to.statistics_view.show_options();
     try {
         m_to.statistics.refresh_counts();
-    } catch (const common::Error&) {
+    } catch (...) {
         // The question on display was asked in the direction of before; its verdict must not go to the other one.
         m_to.dialog.withdraw_question();
         throw;

@@ -43,9 +43,8 @@ public:
     void attach(MainMenu& menu);
 
     /// Asks the other side of the course from now on.
-    /// @throws platform::DatabaseError; when the option cannot be stored, the direction stays. Otherwise no question is
-    /// on
-    ///         display then.
+    /// @throws platform::DatabaseError. When the option cannot be stored, the direction stays; after any later error no
+    ///         question is on display.
     void m_invert();
 
     /// Tells the number of the record on display.

@@ -84,7 +84,13 @@ void MainWindow::forget_display()
 
 void MainWindow::show_stored_record()
 {
-    m_.statistics.refresh_counts();
+    try {
+        m_.statistics.refresh_counts();
+    } catch (...) {
+        // The boxes still show the record from before, and a verdict on it would go to the new one.
+        m_.question_view.withdraw_question();
+        throw;
+    }
     if (m_.course.current_cnt != 0)
         m_.question_view.show_question();
 }
@@ -101,7 +107,9 @@ void MainWindow::timer_1_min_tick()
         m_.params.save_work_time(m_.clock.now());
     } catch (const common::Error& error) {
         // No box: nobody asked for anything just now, and the next minute tries again.
-        m_.status.ShowStatus(std::string("The work time could not be stored. ") + error.what(), status_seconds);
+        // A request for a verdict stays.
+        if (!m_.state.AwaitingVerdict)
+            m_.status.ShowStatus(std::string("The work time could not be stored. ") + error.what(), status_seconds);
         m_.trace.write_trace(std::string("timer_1_min - work time not stored - ") + error.what());
     }
 }

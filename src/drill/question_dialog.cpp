@@ -38,7 +38,6 @@ void QuestionDialog::RefreshDialog()
     m_form1.panel_dialog.set_caption("");
     m_desktop.pump();
     m_form1.panel_dialog.set_caption(texts.prompt);
-    m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
     m_layout.lay_out_buttons();
     m_form1.bot_yes.set_caption(texts.yes);
     m_form1.bot_no.set_caption(texts.no);

@@ -47,7 +47,7 @@ void QuestionView::show_question()
 {
     try {
         show_current_record();
-    } catch (const common::Error&) {
+    } catch (...) {
         // The boxes may still show another record, and a verdict would then go to one that nobody has seen.
         withdraw_question();
         throw;
@@ -75,6 +75,16 @@ void QuestionView::show_current_record()
     show_texts(m_state.loaded_question);
 }
 
+void QuestionView::refresh_figures()
+{
+    if (m_course.current_cnt == 0)
+        return;
+    platform::TableCursor& qa_recordset = m_course.qa_recordset();
+    qa_recordset.seek(std::int64_t{m_course.current_cnt});
+    if (!qa_recordset.no_match())
+        show_figures(qa_recordset, m_clock.now());
+}
+
 void QuestionView::show_figures(const platform::TableCursor& row, common::DateTime now)
 {
     // Courses made elsewhere may hold any number here. It is only shown, so it need not fit the 16 bits of a verdict.
@@ -85,7 +95,7 @@ void QuestionView::show_figures(const platform::TableCursor& row, common::DateTi
     m_form1.PANEL_Q_ATTEMPTS.set_caption(common::format_general(store::nz(row.field(asked.attempts))));
     m_form1.PANEL_FAILS.set_caption(common::format_general(store::nz(row.field(asked.fails))));
     m_form1.PANEL_ELAPSED.set_caption(
-        tested ? common::format_hours_minutes(common::days_between(*tested, now) * common::seconds_per_day) : "");
+        tested ? common::format_hours_minutes(static_cast<double>(common::seconds_between(*tested, now))) : "");
 }
 
 void QuestionView::show_texts(std::string_view question)

@@ -31,6 +31,7 @@ public:
     /// Where the current record has vanished meanwhile, no question is on display afterwards.
     /// @throws platform::DatabaseError; no question is on display then either.
     void show_question() override;
+    void refresh_figures() override;
     void clear_answer_state() override;
     void clear_question() override;
 

@@ -69,6 +69,9 @@ bool WindowKeys::on_verdict(bool success)
 {
     if (m_form1.Text_q.text().empty() || !answer_is_shown())
         return false;
+    // An empty answer equals an empty box before anything was shown.
+    if (m_state.loaded_answer.empty() && !m_state.AwaitingVerdict && m_state.dialog != DialogState::AskKnown)
+        return false;
     m_desktop.pump();
     if (success)
         m_dialog.SucceedAndNext();

@@ -26,6 +26,9 @@ public:
     [[nodiscard]] bool question_on_display() const { return m_course.current_cnt != 0; }
 
 private:
+    [[nodiscard]] const platform::Button* focused_button() const;
+    void keep_focus(const platform::Button* focused);
+
     platform::Form1& m_form1;
     MainMenu& m_menu;
     const store::Course& m_course;

@@ -33,7 +33,10 @@ constexpr const char* text_files = "Text file (*.txt)|*.txt|All files (*.*)|*.*"
 constexpr double group_seconds = 0.25;
 
 /// More than the fullest course can hold, comments included, and little enough to be held in memory.
-constexpr std::uint64_t longest_file = 256ULL * 1024 * 1024;
+constexpr std::uint64_t longest_file = 64ULL * 1024 * 1024;
+
+/// The clock is looked at once in so many lines, where they complete no record.
+constexpr int lines_at_a_time = 64;
 
 /// A refused question is told whole, unless it is far longer than any that fits.
 constexpr std::size_t shown_question_length = 1000;
@@ -106,6 +109,7 @@ void QuestionImport::import_file(const std::string& path)
     m_stored = m_committed = m_calls = 0;
     m_committed_cnt = m_course.current_cnt;
     m_refused.clear();
+    m_last_pause = m_services.clock.seconds_since_midnight();
     try {
         read_records(path);
         commit();
@@ -129,8 +133,12 @@ void QuestionImport::read_records(const std::string& path)
     };
     LineReader lines(text);
     QuestionTextReader reader;
-    while (const auto line = lines.next())
+    int line_number = 0;
+    while (const auto line = lines.next()) {
         reader.add_line(*line, sink);
+        if (++line_number % lines_at_a_time == 0)
+            pause_when_due();
+    }
     reader.finish(sink);
 }
 
@@ -150,21 +158,26 @@ void QuestionImport::store_record(std::int64_t number, std::string_view question
 
 void QuestionImport::write(std::int64_t number, const std::string& question, const std::string& answer)
 {
-    const double now = m_services.clock.seconds_since_midnight();
-    if (!m_group) {
+    if (!m_group)
         m_group.emplace(m_course.database());
-        m_group_started = now;
-    }
     ++m_calls;
     if (m_bank.Write_QA(question, answer))
         ++m_stored;
     else
         m_refused.push_back({.number = number, .reason = m_bank.last_refusal(), .question = question});
-    // A clock that has gone back past midnight ends the group as well.
-    if (now - m_group_started >= group_seconds || now < m_group_started) {
-        commit();
-        m_services.desktop.pump();
-    }
+    pause_when_due();
+}
+
+/// Commits, shows how far the import is, and lets the window paint, a few times a second.
+void QuestionImport::pause_when_due()
+{
+    const double now = m_services.clock.seconds_since_midnight();
+    // A clock that has gone back past midnight counts as well.
+    if (now - m_last_pause < group_seconds && now >= m_last_pause)
+        return;
+    m_last_pause = now;
+    commit();
+    m_services.desktop.pump();
 }
 
 /// Makes what was stored durable, then shows it.
@@ -174,6 +187,8 @@ void QuestionImport::commit()
         return;
     m_group->commit();
     m_group.reset();
+    if (m_committed == m_stored)
+        return;
     m_committed = m_stored;
     m_committed_cnt = m_course.current_cnt;
     show_progress();
@@ -218,8 +233,7 @@ void QuestionImport::show_refused()
                  quoted(one_line(refused.question));
         lines += common::cr_lf;
     }
-    m_services.desktop.message_box({.text = std::to_string(m_refused.size()) + " of them were refused and are not "
-                                                                               "stored:",
+    m_services.desktop.message_box({.text = "Refused, and not stored: " + std::to_string(m_refused.size()),
                                     .icon = BoxIcon::exclamation,
                                     .details = lines});
 }

@@ -49,6 +49,7 @@ private:
     void read_records(const std::string& path);
     void store_record(std::int64_t number, std::string_view question, std::string_view answer);
     void write(std::int64_t number, const std::string& question, const std::string& answer);
+    void pause_when_due();
     void commit();
     void drop_uncommitted() noexcept;
     void show_progress();
@@ -65,7 +66,7 @@ private:
 
     // The import that is running.
     std::optional<platform::Transaction> m_group; ///< records stored since the last commit
-    double m_group_started = 0;                   ///< seconds since midnight
+    double m_last_pause = 0;                      ///< seconds since midnight
     std::int64_t m_stored = 0;                    ///< records stored, the uncommitted ones included
     std::int64_t m_committed = 0;
     common::Int16 m_committed_cnt = 0; ///< current record at the last commit

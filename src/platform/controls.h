@@ -67,6 +67,8 @@ public:
     virtual void set_left(common::Twips left) = 0;
     virtual void set_width(common::Twips width) = 0;
     virtual void set_focus() = 0;
+    /// Whether it has the keyboard focus, or will have it when the window becomes active.
+    [[nodiscard]] virtual bool has_focus() const = 0;
 
     std::function<void()> on_click;
     std::function<void(MouseButton)> on_mouse_down;
@@ -127,7 +129,6 @@ class Menu {
 public:
     virtual ~Menu() = default;
     virtual MenuEntry& add_entry(std::string_view name, std::string_view caption) = 0;
-    virtual void add_separator() = 0;
 };
 
 class MenuBar {

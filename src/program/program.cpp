@@ -34,6 +34,8 @@
 #include "store/course_title.h"
 
 #include <QApplication>
+#include <cstdlib>
+#include <optional>
 
 namespace cuedrill::program {
 
@@ -116,18 +118,24 @@ Program::Program()
     m_platform->guard.on_error = [this](const std::exception& error) { m_logic->error_report.report(error); };
 }
 
-Program::~Program() = default;
+Program::~Program()
+{
+    // The controls outlive the logic that their hooks lead to.
+    m_platform->guard.end();
+}
 
 int Program::run(const std::string& command_line, const std::function<void()>& once_running)
 {
     platform::qt::QtGuard& guard = m_platform->guard;
-    bool open = false;
+    std::optional<bool> open;
     guard.run([&] { open = m_logic->start.run(command_line); });
-    if (!open || guard.ending())
-        return 0;
+    if (guard.ending() || open == false)
+        return EXIT_SUCCESS;
+    if (!open)
+        return EXIT_FAILURE;
     if (once_running)
         once_running();
-    return guard.ending() ? 0 : QApplication::exec();
+    return guard.ending() ? EXIT_SUCCESS : QApplication::exec();
 }
 
 platform::qt::QtForm1& Program::form1()

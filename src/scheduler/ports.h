@@ -14,6 +14,8 @@ public:
 
     /// Shows the question of the course's current record, without its answer.
     virtual void show_question() = 0;
+    /// Shows the figures of the current record, if there is one, as they are now; its texts stay.
+    virtual void refresh_figures() = 0;
     /// Forgets what was done about the answer of the present question.
     virtual void clear_answer_state() = 0;
     /// Empties the question and answer boxes: no question is on display.

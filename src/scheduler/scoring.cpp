@@ -70,9 +70,11 @@ void Scoring::set_success()
     const common::DateTime now = m_clock.now();
     const store::SideFields& asked = m_course.Q_FIELD;
     TableCursor& qa_recordset = m_course.qa_recordset();
+    std::optional<platform::BusyPointer> busy(m_desktop);
     platform::Transaction transaction(m_course.database());
     if (!seek_current()) {
         transaction.commit();
+        busy.reset();
         m_desktop.message_box({.text = "nomatch in set_success"});
         m_end_of_program.end_program();
     }
@@ -93,6 +95,7 @@ void Scoring::set_success()
     m_course.params.score_today = score_today;
     tell_success(old_score, new_score, elapsed);
     after_verdict(old_score, new_score);
+    busy.reset();
     m_statistics.announce_passed(m_statistics.passed_after_success());
 }
 
@@ -107,7 +110,7 @@ void Scoring::tell_success(common::Int16 old_score, common::Int16 new_score, dou
 
 void Scoring::set_failure()
 {
-    m_views.status.ShowStatus("", 0);
+    const platform::BusyPointer busy(m_desktop);
     const common::DateTime now = m_clock.now();
     const store::SideFields& asked = m_course.Q_FIELD;
     TableCursor& qa_recordset = m_course.qa_recordset();
@@ -126,6 +129,8 @@ void Scoring::set_failure()
     qa_recordset.update();
     transaction.commit();
 
+    // Not before: where the verdict fails, a request for it in the status line stands on.
+    m_views.status.ShowStatus("", 0);
     m_course.params.score_today = score_today;
     after_verdict(old_score, 0);
 }
@@ -142,7 +147,7 @@ void Scoring::refresh_counts()
 {
     try {
         m_statistics.refresh_counts();
-    } catch (const common::Error&) {
+    } catch (...) {
         // The change is stored. What stands in the boxes must not be given a verdict that belongs to another moment, or
         // to another record.
         m_course.current_cnt = 0;
@@ -155,6 +160,7 @@ void Scoring::StampLastShow()
 {
     if (m_course.current_cnt == 0)
         return;
+    const platform::BusyPointer busy(m_desktop);
     platform::Transaction transaction(m_course.database());
     if (!seek_current())
         return;
@@ -171,6 +177,7 @@ void Scoring::m_undo()
         return;
     std::string failure = "The last result cannot be undone.";
     try {
+        const platform::BusyPointer busy(m_desktop);
         restore_level(*m_last_verdict);
         failure = "The last result is undone, but the question cannot be shown.";
         m_course.current_cnt = m_last_verdict->cnt;
@@ -211,7 +218,8 @@ void Scoring::m_reset_all()
     m_course.params.time_ever = 0;
     m_course.params.score_today = 0;
     m_views.panels.show_score(0);
-    m_statistics.refresh_counts();
+    refresh_counts();
+    m_views.display.refresh_figures();
 }
 
 void Scoring::forget_last_verdict_on(common::Int16 cnt)

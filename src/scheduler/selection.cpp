@@ -36,7 +36,7 @@ void Selection::next_question()
     m_display.clear_answer_state();
     try {
         find_next_question();
-    } catch (const common::Error&) {
+    } catch (...) {
         // The question that stood there has had its verdict; it must not be judged a second time.
         m_course.current_cnt = 0;
         m_display.clear_question();

@@ -41,7 +41,7 @@ std::int64_t Statistics::count_level(int level)
 void Statistics::refresh_work_time()
 {
     const common::DateTime now = m_clock.now();
-    const double open_time = common::days_between(m_start_time, now) * common::seconds_per_day;
+    const auto open_time = static_cast<double>(common::seconds_between(m_start_time, now));
     m_panels.show_work_time(common::format_hours_minutes(open_time),
                             common::format_hours_minutes(m_params.time_today(now)),
                             common::format_hours_minutes(m_params.time_ever(now)));

@@ -32,8 +32,15 @@ void Course::apri_db()
 
 void Course::close() noexcept
 {
+    m_in_use = false;
     m_qa_recordset.reset();
     m_database.close();
+}
+
+void Course::start_counting(common::DateTime from)
+{
+    m_counted_from = from;
+    m_in_use = true;
 }
 
 void Course::set_side_fields()
@@ -50,7 +57,7 @@ std::int64_t Course::count_records()
 
 double Course::elapsed_seconds(common::DateTime now) const
 {
-    return static_cast<double>(std::max<std::int64_t>(now.seconds() - counted_from.seconds(), 0));
+    return static_cast<double>(std::max<std::int64_t>(common::seconds_between(m_counted_from, now), 0));
 }
 
 std::int64_t single_number(platform::Database& database, const std::string& sql)

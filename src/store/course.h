@@ -52,10 +52,6 @@ public:
     /// The notice that all questions have passed the target level was shown for this target.
     bool all_passed_announced = false;
 
-    /// From when on the work time of this course is counted: the start of the program for the first course, its
-    /// opening for a later one.
-    common::DateTime counted_from;
-
     [[nodiscard]] platform::Database& database() { return m_database; }
 
     /// The cursor on `qa` by its number.
@@ -68,6 +64,14 @@ public:
     /// @throws platform::DatabaseError; no file is open then.
     void apri_db();
 
+    /// Counts the work time of the open course from `from` on. Requires that its parameters have been read.
+    void start_counting(common::DateTime from);
+
+    [[nodiscard]] common::DateTime counted_from() const { return m_counted_from; }
+
+    /// Whether work time is being counted. A course that is open but not yet read has no counters to be stored.
+    [[nodiscard]] bool is_in_use() const { return m_in_use; }
+
     /// Closes the cursor and the file, if they are open.
     void close() noexcept;
 
@@ -78,12 +82,14 @@ public:
     /// @throws platform::DatabaseError
     [[nodiscard]] std::int64_t count_records();
 
-    /// Work time from `counted_from` to `now`, seconds; 0 when the clock was put back.
+    /// Work time from the start of counting to `now`, seconds; 0 when the clock was put back.
     [[nodiscard]] double elapsed_seconds(common::DateTime now) const;
 
 private:
     platform::Database& m_database;
     std::unique_ptr<platform::TableCursor> m_qa_recordset;
+    common::DateTime m_counted_from;
+    bool m_in_use = false;
 };
 
 /// The first value of the first row that the statement gives, as a whole number; null counts as 0.

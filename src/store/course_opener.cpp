@@ -1,10 +1,9 @@
 #include "store/course_opener.h"
 
 #include "app/base/paths.h"
+#include "common/text.h"
 #include "store/schema.h"
 
-#include <algorithm>
-#include <string_view>
 #include <utility>
 
 namespace cuedrill::store {
@@ -18,13 +17,7 @@ std::string missing_file(const std::string& path)
 }
 
 /// Some file dialogs give the pattern itself back when no name was typed.
-bool is_bare_pattern(std::string_view path)
-{
-    constexpr std::string_view bare_pattern = "*.crs";
-    const auto fold = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(path.begin(), path.end(), bare_pattern.begin(), bare_pattern.end(),
-                      [&](char given, char wanted) { return fold(given) == wanted; });
-}
+constexpr const char* bare_pattern = "*.crs";
 
 } // namespace
 
@@ -38,6 +31,8 @@ CourseOpener::CourseOpener(Course& course, CourseParamsStore& params, MainWindow
 bool CourseOpener::apertura_db()
 {
     m_services.trace.write_trace("apertura_db -  begin - db_path$ = " + m_course.db_path);
+    // A course inherits from the one that was open before, not from one that was refused.
+    const CourseParams earlier = m_course.params;
     bool course_determined = take_command_line_course();
     bool last_attempt_failed = false;
     while (true) {
@@ -51,6 +46,7 @@ bool CourseOpener::apertura_db()
             open_course();
             return true;
         } catch (const common::Error& error) {
+            m_course.params = earlier;
             report_failure(error.what());
             course_determined = false;
             last_attempt_failed = true;
@@ -94,12 +90,14 @@ bool CourseOpener::show_file_dialog(const std::string& last, bool last_exists)
                                              .initial_file = last_exists ? app::file_of(last) : std::string(),
                                              .default_extension = "crs",
                                              .filter = "Cuedrill database file (*.crs)|*.crs"});
-    if (chosen.path.empty() || is_bare_pattern(chosen.path)) {
+    if (chosen.path.empty() || common::equal_ascii(chosen.path, bare_pattern) ||
+        common::equal_ascii(chosen.title, bare_pattern)) {
         m_create_without_asking = false;
         return false;
     }
     m_course.db_path = chosen.path;
-    m_course.course_name = app::name_of(chosen.title);
+    // A title is a name without its folder; behind "/", ":" and "\\" are ordinary characters of it.
+    m_course.course_name = app::name_of("/" + chosen.title);
     return true;
 }
 
@@ -133,7 +131,8 @@ void CourseOpener::open_course()
     m_services.trace.write_trace("apertura_db - return from read_params ");
     m_course.set_side_fields();
     m_course.record_count = m_course.count_records();
-    m_course.counted_from = m_first_course ? m_start_time : m_services.clock.now();
+    // The first course has been worked on since the program started.
+    m_course.start_counting(m_first_course ? m_start_time : m_services.clock.now());
     m_services.settings.save_setting(last_course_key, m_course.db_path);
     m_host.load_main_window();
     m_course.all_passed_announced = false;

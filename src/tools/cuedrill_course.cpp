@@ -13,10 +13,11 @@
 
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <string>
 
-/// Makes a course of a question text file without any window.
+// Makes a course of a question text file without any window.
 namespace {
 
 using namespace cuedrill;
@@ -24,11 +25,12 @@ using namespace cuedrill;
 /// A desktop without windows: boxes are printed, and nothing is asked.
 class ConsoleDesktop : public platform::Desktop {
 public:
-    bool failed = false; ///< a box told of a failure
+    bool failed = false; ///< a box told that the work has stopped
 
     platform::BoxAnswer message_box(const platform::MessageBox& box) override
     {
-        failed = failed || box.icon == platform::BoxIcon::exclamation;
+        // A box with details lists what was left out of work that was done.
+        failed = failed || (box.icon == platform::BoxIcon::exclamation && box.details.empty());
         (failed ? std::cerr : std::cout) << box.text << '\n' << box.details;
         return box.buttons == platform::BoxButtons::ok ? platform::BoxAnswer::ok : platform::BoxAnswer::no;
     }
@@ -60,6 +62,8 @@ int make_course(const std::string& course_path, const std::string& text_path)
     NoEditorView view;
     bank::EditFlags flags;
 
+    if (!files.is_regular_file(text_path))
+        throw common::Error("There is no file " + text_path + ".");
     store::Course course(database);
     course.db_path = course_path;
     store::create_course_db(database, course_path);
@@ -69,7 +73,11 @@ int make_course(const std::string& course_path, const std::string& text_path)
     bank::RecordBank record_bank(course, flags, desktop);
     exchange::QuestionImport(course, record_bank, flags, view, status, {files, clock, desktop, text_compare})
         .import_file(text_path);
+    const bool made = course.record_count > 0;
     course.close();
+    // A course of nothing would only stand in the way of the next try.
+    if (desktop.failed && !made)
+        std::filesystem::remove(course_path);
     return desktop.failed ? EXIT_FAILURE : EXIT_SUCCESS;
 }
 

@@ -178,8 +178,10 @@ public:
     void set_focus() override
     {
         ++focused;
+        focus = true;
         note("focus");
     }
+    [[nodiscard]] bool has_focus() const override { return focus; }
 
     /// The left mouse button goes down and up on it. Where going down made the button unusable, there is no click.
     void click()
@@ -215,6 +217,7 @@ public:
     common::Twips left = 0;
     common::Twips width = 0;
     int focused = 0; ///< how often it was given the focus
+    bool focus = false;
 };
 
 class FakeFocusHolder : public platform::FocusHolder, public Journalled {
@@ -334,7 +337,6 @@ public:
         order.emplace_back(entry_name);
         return *entries.back();
     }
-    void add_separator() override { order.emplace_back("-"); }
 
     std::string caption;
     std::vector<std::unique_ptr<FakeMenuEntry>> entries;

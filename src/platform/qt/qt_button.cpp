@@ -41,6 +41,11 @@ void PressButton::mouseReleaseEvent(QMouseEvent* event)
     mouse_up(button);
 }
 
+void PressButton::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
 QtButton::QtButton(const char* name, QtActionGate& gate) : QtButton(name, gate, *new PressButton)
 {
 }
@@ -110,6 +115,11 @@ void QtButton::set_width(common::Twips width)
 void QtButton::set_focus()
 {
     m_button.setFocus(Qt::OtherFocusReason);
+}
+
+bool QtButton::has_focus() const
+{
+    return m_button.window()->focusWidget() == &m_button;
 }
 
 void QtButton::place()

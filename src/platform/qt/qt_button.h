@@ -17,6 +17,8 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    /// Does nothing: the second press of a double click must not answer what the first one has just asked.
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 };
 
 /// Stands where the logic puts it; its height is that of the widget it stands in.
@@ -29,6 +31,7 @@ public:
     void set_left(common::Twips left) override;
     void set_width(common::Twips width) override;
     void set_focus() override;
+    [[nodiscard]] bool has_focus() const override;
 
     [[nodiscard]] PressButton& widget() { return m_button; }
 

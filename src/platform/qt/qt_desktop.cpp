@@ -5,6 +5,7 @@
 #include "platform/qt/qt_file_filter.h"
 #include "platform/qt/qt_text.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -119,6 +120,18 @@ void make_prompt_plain(QInputDialog& widget)
     }
 }
 
+/// The toolkit keeps details behind a button of their own; here they are what the box is about.
+void show_details(QMessageBox& widget, const std::string& details)
+{
+    widget.setDetailedText(to_qt(details));
+    for (QAbstractButton* const button : widget.buttons()) {
+        if (widget.buttonRole(button) == QMessageBox::ActionRole) {
+            button->click();
+            button->hide();
+        }
+    }
+}
+
 } // namespace
 
 BoxAnswer QtDesktop::message_box(const MessageBox& box)
@@ -131,7 +144,7 @@ BoxAnswer QtDesktop::message_box(const MessageBox& box)
     widget.setIcon(to_icon(box.icon));
     set_buttons(widget, box);
     if (!box.details.empty())
-        widget.setDetailedText(to_qt(box.details));
+        show_details(widget, box.details);
 
     const int pressed = run_modal(widget);
     if (box.buttons == BoxButtons::ok)

@@ -70,11 +70,6 @@ MenuEntry& QtMenu::add_entry(std::string_view name, std::string_view caption)
     return *m_entries.back();
 }
 
-void QtMenu::add_separator()
-{
-    m_menu.addSeparator();
-}
-
 Menu& QtMenuBar::add_menu(std::string_view name, std::string_view caption)
 {
     QMenu* menu = m_menu_bar.addMenu(to_qt(caption));

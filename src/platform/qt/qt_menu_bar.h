@@ -39,7 +39,6 @@ public:
     QtMenu(QMenu& menu, QtActionGate& gate) : m_menu(menu), m_gate(gate) {}
 
     MenuEntry& add_entry(std::string_view name, std::string_view caption) override;
-    void add_separator() override;
 
 private:
     QMenu& m_menu;

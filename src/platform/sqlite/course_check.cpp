@@ -1,5 +1,6 @@
 #include "platform/sqlite/course_check.h"
 
+#include "common/text.h"
 #include "platform/sqlite/engine_error.h"
 
 #include <charconv>
@@ -103,9 +104,9 @@ void check_column(Connection& connection, const TableLayout& layout, const Colum
                                       &collation, &not_null, &primary, &automatic);
     if (code != SQLITE_OK)
         throw_engine_error(connection.handle(), code);
-    const bool type_fits = type != nullptr && same_name(type, declared_type(column.type));
+    const bool type_fits = type != nullptr && common::equal_ascii(type, declared_type(column.type));
     const bool order_fits =
-        column.type != ColumnType::text || (collation != nullptr && same_name(collation, "CUEDRILL"));
+        column.type != ColumnType::text || (collation != nullptr && common::equal_ascii(collation, "CUEDRILL"));
     // The engine says "automatic" of nothing but the row id itself.
     if (!type_fits || !order_fits || (automatic != 0) != column.auto_increment)
         throw no_course("the column " + column.name + " of its table " + layout.name() + " is of another kind");
@@ -121,8 +122,9 @@ void check_columns(Connection& connection, const TableLayout& layout)
     const DatabaseError other_columns = no_course("its table " + layout.name() + " has other columns");
     std::size_t position = 0;
     for (; found.step(); ++position) {
-        if (position >= layout.columns().size() || !same_name(found.text(name), layout.columns()[position].name) ||
-            found.integer(hidden) != 0 || !std::holds_alternative<std::monostate>(found.value(default_value)))
+        if (position >= layout.columns().size() ||
+            !common::equal_ascii(found.text(name), layout.columns()[position].name) || found.integer(hidden) != 0 ||
+            !std::holds_alternative<std::monostate>(found.value(default_value)))
             throw other_columns;
         const std::int64_t expected_place = layout.primary_column() == position ? 1 : 0;
         if (found.integer(place_in_primary_key) != expected_place)

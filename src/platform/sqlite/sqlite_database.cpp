@@ -1,5 +1,6 @@
 #include "platform/sqlite/sqlite_database.h"
 
+#include "common/text.h"
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite/course_check.h"
 #include "platform/sqlite/engine_error.h"
@@ -180,7 +181,7 @@ std::unique_ptr<TableCursor> SqliteDatabase::open_table(std::string_view name)
 {
     static_cast<void>(require_course());
     const auto found = std::find_if(m_layouts.begin(), m_layouts.end(),
-                                    [&](const auto& layout) { return same_name(layout->name(), name); });
+                                    [&](const auto& layout) { return common::equal_ascii(layout->name(), name); });
     if (found == m_layouts.end())
         throw own_error(DatabaseErrorKind::other, "There is no table " + std::string(name) + ".");
     return std::make_unique<SqliteTableCursor>(m_connection, *found);

@@ -1,5 +1,6 @@
 #include "platform/sqlite/sqlite_recordset.h"
 
+#include "common/text.h"
 #include "platform/sqlite/engine_error.h"
 #include "platform/sqlite/table_layout.h"
 
@@ -69,8 +70,8 @@ void SqliteRecordset::require_row() const
 
 Value SqliteRecordset::field(std::string_view column) const
 {
-    const auto found =
-        std::find_if(m_names.begin(), m_names.end(), [&](const std::string& name) { return same_name(name, column); });
+    const auto found = std::find_if(m_names.begin(), m_names.end(),
+                                    [&](const std::string& name) { return common::equal_ascii(name, column); });
     if (found == m_names.end())
         throw own_error(DatabaseErrorKind::other, "The query gives no column " + std::string(column) + ".");
     return field(static_cast<int>(found - m_names.begin()));

@@ -23,11 +23,6 @@ Range range_of(ColumnType type)
     return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
 }
 
-char ascii_lower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 [[noreturn]] void refuse(const std::string& words)
 {
     throw own_error(DatabaseErrorKind::constraint, words);
@@ -87,12 +82,6 @@ std::string quoted(std::string_view name)
     return '"' + common::replace_all(name, "\"", "\"\"") + '"';
 }
 
-bool same_name(std::string_view a, std::string_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return x == y || ascii_lower(x) == ascii_lower(y); });
-}
-
 TableLayout::TableLayout(TableDefinition definition) : m_definition(std::move(definition))
 {
     if (columns().empty() || columns().size() > most_columns)
@@ -112,8 +101,9 @@ TableLayout::TableLayout(TableDefinition definition) : m_definition(std::move(de
 
 std::size_t TableLayout::column(std::string_view name_wanted) const
 {
-    const auto found = std::find_if(columns().begin(), columns().end(),
-                                    [&](const ColumnDefinition& one) { return same_name(one.name, name_wanted); });
+    const auto found = std::find_if(columns().begin(), columns().end(), [&](const ColumnDefinition& one) {
+        return common::equal_ascii(one.name, name_wanted);
+    });
     if (found == columns().end())
         throw own_error(DatabaseErrorKind::other,
                         "There is no column " + std::string(name_wanted) + " in table " + name() + ".");
@@ -123,7 +113,7 @@ std::size_t TableLayout::column(std::string_view name_wanted) const
 std::size_t TableLayout::index_column(std::string_view index) const
 {
     const auto found = std::find_if(indexes().begin(), indexes().end(),
-                                    [&](const IndexDefinition& one) { return same_name(one.name, index); });
+                                    [&](const IndexDefinition& one) { return common::equal_ascii(one.name, index); });
     if (found == indexes().end())
         throw own_error(DatabaseErrorKind::other,
                         "There is no index " + std::string(index) + " in table " + name() + ".");

@@ -13,9 +13,6 @@ namespace cuedrill::platform::sqlite {
 /// `name` as an identifier of SQL.
 [[nodiscard]] std::string quoted(std::string_view name);
 
-/// Whether both names are the same column, index or table: equal but for the case of ASCII letters.
-[[nodiscard]] bool same_name(std::string_view a, std::string_view b);
-
 /// How a table of the program is laid down in the file, and where its columns are found.
 class TableLayout {
 public:

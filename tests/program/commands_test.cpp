@@ -1,0 +1,154 @@
+// The programs as a user starts them: exit codes, what they print, and what they leave behind.
+
+#include "fakes/course_builder.h"
+#include "fakes/temp_folder.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <string>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace cuedrill {
+namespace {
+
+class CommandTest : public testing::Test {
+protected:
+    CommandTest()
+    {
+        setenv("XDG_CONFIG_HOME", folder.file("config").c_str(), 1);
+        setenv("XDG_DATA_HOME", folder.file("data").c_str(), 1);
+        // Not on the screen of whoever runs the tests by hand, unless asked to.
+        setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    }
+
+    pid_t start(std::vector<std::string> words) const
+    {
+        std::vector<char*> arguments;
+        for (std::string& word : words)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+            posix_spawn_file_actions_addopen(&actions, stream, folder.file("printed").c_str(),
+                                             O_WRONLY | O_CREAT | O_APPEND, 0600);
+        pid_t child = 0;
+        const int code = posix_spawn(&child, words.front().c_str(), &actions, nullptr, arguments.data(), environ);
+        posix_spawn_file_actions_destroy(&actions);
+        return code == 0 ? child : -1;
+    }
+
+    /// The exit code; minus the signal that ended the process.
+    static int wait_for(pid_t child)
+    {
+        int status = 0;
+        if (waitpid(child, &status, 0) != child)
+            return -1000;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+
+    int run(const std::vector<std::string>& words) const { return wait_for(start(words)); }
+
+    /// Waits until the running process has made a file; false when it ended without.
+    static bool wait_for_file(pid_t child, const std::string& path)
+    {
+        while (!std::filesystem::exists(path)) {
+            siginfo_t ended{};
+            if (waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOHANG | WNOWAIT) != 0 || ended.si_pid != 0)
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        return true;
+    }
+
+    [[nodiscard]] std::string printed() const { return folder.read("printed"); }
+
+    fakes::TempFolder folder;
+};
+
+TEST_F(CommandTest, the_course_tool_makes_a_course_of_the_sample_questions)
+{
+    EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 0);
+    const std::size_t made = fakes::read_course(folder.file("elements.crs")).qa.size();
+    EXPECT_GE(made, 118U);
+    EXPECT_EQ(printed(), std::to_string(made) + " questions and answers insterted.\n");
+}
+
+TEST_F(CommandTest, the_course_tool_never_replaces_a_file)
+{
+    folder.write("elements.crs", "something dear");
+    EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 1);
+    EXPECT_EQ(folder.read("elements.crs"), "something dear");
+}
+
+TEST_F(CommandTest, the_course_tool_says_what_it_cannot_read)
+{
+    EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), folder.file("nothing.txt")}), 1);
+    EXPECT_NE(printed().find("nothing.txt"), std::string::npos) << printed();
+}
+
+TEST_F(CommandTest, the_demonstration_drills_five_questions_and_saves_a_picture)
+{
+    ASSERT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 0);
+    ASSERT_EQ(run({CUEDRILL_DEMO, folder.file("elements.crs"), folder.file("drill.png")}), 0) << printed();
+    EXPECT_NE(printed().find("question 5\n"), std::string::npos) << printed();
+    EXPECT_TRUE(folder.read("drill.png").starts_with("\x89PNG"));
+    int judged = 0;
+    for (const fakes::QaRow& row : fakes::read_course(folder.file("elements.crs")).qa)
+        judged += row.q_side.attempts.value_or(0) > 0 ? 1 : 0;
+    EXPECT_EQ(judged, 5);
+}
+
+TEST_F(CommandTest, the_demonstration_fails_without_a_course)
+{
+    const std::string path = folder.write("broken.crs", "no course");
+    EXPECT_NE(run({CUEDRILL_DEMO, path, folder.file("drill.png")}), 0);
+    EXPECT_FALSE(std::filesystem::exists(folder.file("drill.png")));
+}
+
+// A terminated program stores its work counters before it ends, as it does when it is left by its menu.
+TEST_F(CommandTest, the_program_ends_in_good_order_when_it_is_terminated)
+{
+    fakes::CourseBuilder builder;
+    builder.question("one", "1").level(1).tested_ago(std::chrono::minutes(1));
+    const std::string path = builder.write(folder);
+    const pid_t child = start({CUEDRILL, path});
+    // The remembered course is written when the course is open, just before the window is shown.
+    EXPECT_TRUE(wait_for_file(child, folder.file("config/CUEDRILL/general.ini"))) << printed();
+    kill(child, SIGTERM);
+    EXPECT_EQ(wait_for(child), 0) << printed();
+    EXPECT_TRUE(fakes::read_course(path).number("time_ever").has_value());
+}
+
+// What a killed import had committed is there, and the file is sound.
+TEST_F(CommandTest, an_import_that_is_killed_leaves_a_sound_course)
+{
+    constexpr int many = 20000;
+    {
+        std::ofstream text(folder.file("many.txt"), std::ios::binary);
+        for (int number = 1; number <= many; ++number)
+            text << "@Q@ question " << number << " @A@ answer " << number << "\r\n";
+    }
+    const std::string path = folder.file("many.crs");
+    const pid_t child = start({CUEDRILL_COURSE, path, folder.file("many.txt")});
+    EXPECT_TRUE(wait_for_file(child, path)) << printed();
+    kill(child, SIGKILL);
+    wait_for(child);
+
+    // Opening checks the whole file. The records are the first ones of the text, without a gap.
+    const fakes::CourseContents contents = fakes::read_course(path);
+    for (std::size_t i = 0; i < contents.qa.size(); ++i)
+        ASSERT_EQ(contents.qa[i].q, "question " + std::to_string(i + 1));
+}
+
+} // namespace
+} // namespace cuedrill

@@ -1,0 +1,177 @@
+// The real window, the real engine and the real settings together: that the wiring holds, and that what is told to the
+// user is in the course afterwards.
+
+#include "fakes/course_builder.h"
+#include "fakes/temp_folder.h"
+#include "program/program.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFileDialog>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QTimer>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace cuedrill::program {
+namespace {
+
+class ProgramTest : public testing::Test {
+protected:
+    ProgramTest()
+    {
+        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.file("config")));
+        qputenv("XDG_DATA_HOME", QByteArray::fromStdString(folder.file("data")));
+        m_box_watch.callOnTimeout([this] { close_box(); });
+        m_box_watch.start(0);
+    }
+
+    /// Runs the program on a course until `use` has ended it, or it has ended by itself.
+    int run(const std::string& command_line, const std::function<void(Program&)>& use = {})
+    {
+        Program program;
+        const int code = program.run(command_line, [&] {
+            if (use)
+                use(program);
+        });
+        // The toolkit remembers that its loops are to return; the next program of this process starts afresh.
+        QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+        QCoreApplication::exec();
+        return code;
+    }
+
+    static void press(Program& program, const char* name)
+    {
+        auto* const button = program.form1().widget().findChild<QAbstractButton*>(QString::fromLatin1(name));
+        ASSERT_NE(button, nullptr) << name;
+        ASSERT_TRUE(button->isEnabled() && button->isVisible()) << name;
+        button->click();
+    }
+
+    fakes::TempFolder folder;
+    std::vector<std::string> boxes; ///< texts of the message boxes that were shown
+    int file_dialogs = 0;           ///< each was cancelled
+
+private:
+    void close_box()
+    {
+        QWidget* const modal = QApplication::activeModalWidget();
+        if (auto* const box = qobject_cast<QMessageBox*>(modal)) {
+            boxes.push_back(box->text().toStdString());
+            box->accept();
+        } else if (auto* const dialog = qobject_cast<QFileDialog*>(modal)) {
+            ++file_dialogs;
+            dialog->reject();
+        }
+    }
+
+    QTimer m_box_watch;
+};
+
+TEST_F(ProgramTest, drills_a_course_and_finds_every_verdict_again)
+{
+    fakes::CourseBuilder builder;
+    builder.question("one", "1");
+    builder.question("two", "2");
+    builder.question("three", "3");
+    const std::string path = builder.write(folder);
+
+    EXPECT_EQ(run(path,
+                  [](Program& program) {
+                      platform::Form1& form1 = program.form1().controls();
+                      EXPECT_EQ(form1.panel_dialog.caption(), "Shall I ask you a question?");
+                      press(program, "bot_yes");
+                      EXPECT_EQ(form1.Text_q.text(), "one");
+                      EXPECT_EQ(form1.Text_a.text(), "");
+                      press(program, "bot_yes");
+                      EXPECT_EQ(form1.Text_a.text(), "1");
+                      press(program, "bot_yes");
+                      EXPECT_EQ(form1.Text_q.text(), "two");
+                      press(program, "bot_yes");
+                      press(program, "bot_no");
+                      EXPECT_EQ(form1.Text_q.text(), "three");
+                      EXPECT_EQ(form1.Panel_score.caption(), "1");
+                      program.form1().widget().close();
+                  }),
+              0);
+
+    const fakes::CourseContents contents = fakes::read_course(path);
+    EXPECT_EQ(contents.qa.at(0).q_side.successes, 3);
+    EXPECT_EQ(contents.qa.at(0).q_side.attempts, 1);
+    EXPECT_EQ(contents.qa.at(1).q_side.successes, 0);
+    EXPECT_EQ(contents.qa.at(1).q_side.fails, 1);
+    EXPECT_EQ(contents.qa.at(2).q_side.attempts, std::nullopt);
+    EXPECT_EQ(contents.number("score_TODAY"), 1);
+
+    // The course is remembered: the second start needs no path.
+    EXPECT_EQ(run("",
+                  [](Program& program) {
+                      platform::Form1& form1 = program.form1().controls();
+                      EXPECT_EQ(form1.window.caption(), "Cuedrill: Course course [course]");
+                      EXPECT_EQ(form1.panel_total.caption(), "3");
+                      EXPECT_EQ(form1.Panel_score.caption(), "1");
+                      program.form1().widget().close();
+                  }),
+              0);
+    EXPECT_EQ(file_dialogs, 0);
+}
+
+TEST_F(ProgramTest, names_a_damaged_course_and_lets_another_one_be_chosen)
+{
+    const std::string path = folder.write("broken.crs", "this is no course, and long enough to be looked at");
+    EXPECT_EQ(run(path, [](Program&) { FAIL() << "no course can be open"; }), 0);
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_TRUE(boxes.at(0).starts_with("The course " + path + " cannot be opened.")) << boxes.at(0);
+    EXPECT_EQ(file_dialogs, 1);
+    EXPECT_EQ(folder.read("broken.crs"), "this is no course, and long enough to be looked at");
+}
+
+TEST_F(ProgramTest, ends_when_there_is_nothing_to_open_and_the_dialog_is_cancelled)
+{
+    EXPECT_EQ(run("", [](Program&) { FAIL() << "no course can be open"; }), 0);
+    EXPECT_EQ(file_dialogs, 1);
+    EXPECT_TRUE(boxes.empty());
+}
+
+TEST_F(ProgramTest, opens_a_quoted_path)
+{
+    const std::string path = fakes::CourseBuilder().write(folder, "a course.crs");
+    bool shown = false;
+    EXPECT_EQ(run("\"" + path + "\"",
+                  [&](Program& program) {
+                      shown = program.course().db_path == path;
+                      program.form1().widget().close();
+                  }),
+              0);
+    EXPECT_TRUE(shown);
+}
+
+TEST_F(ProgramTest, reports_a_course_that_fails_in_the_middle_and_goes_on)
+{
+    fakes::CourseBuilder builder;
+    builder.question("one", "1");
+    const std::string path = builder.write(folder);
+    EXPECT_EQ(run(path,
+                  [&](Program& program) {
+                      press(program, "bot_yes");
+                      press(program, "bot_yes");
+                      std::filesystem::rename(path, path + ".away");
+                      boxes.clear();
+                      press(program, "bot_yes");
+                      ASSERT_EQ(boxes.size(), 1U);
+                      EXPECT_TRUE(boxes.at(0).starts_with("The course " + path + " could not be read or written."))
+                          << boxes.at(0);
+                      // Nothing was scored, and the same question can be judged when the file is back.
+                      EXPECT_EQ(program.form1().controls().panel_dialog.caption(), "Did you know the answer?");
+                      std::filesystem::rename(path + ".away", path);
+                      press(program, "bot_yes");
+                      program.form1().widget().close();
+                  }),
+              0);
+    EXPECT_EQ(fakes::read_course(path).qa.at(0).q_side.attempts, 1);
+}
+
+} // namespace
+} // namespace cuedrill::program

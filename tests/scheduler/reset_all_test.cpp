@@ -1,0 +1,118 @@
+#include "drill_fixture.h"
+#include "scheduler/scoring.h"
+
+#include <gtest/gtest.h>
+
+namespace cuedrill::scheduler {
+namespace {
+
+using fakes::CourseBuilder;
+using fakes::Operation;
+using fakes::SideRow;
+using platform::BoxAnswer;
+
+class ResetAll : public DrillFixture {
+protected:
+    ResetAll()
+    {
+        CourseBuilder builder;
+        builder.question("a").level(3).attempts(4).fails(2).tested_ago(2h).inverted().level(1).attempts(9).tested_ago(
+            1h);
+        builder.question("b");
+        builder.date_param("last_date", clock.time)
+            .number_param("time_ever", 5000)
+            .number_param("time_TODAY", 50)
+            .number_param("score_TODAY", 9);
+        open_with_current(builder);
+    }
+
+    void expect_question(BoxAnswer answer)
+    {
+        desktop.expect_box_like({.text = "This will set all question at level 0; do you really want to do this?",
+                                 .buttons = platform::BoxButtons::yes_no,
+                                 .icon = platform::BoxIcon::exclamation},
+                                answer);
+    }
+
+    void expect_unchanged_counters() const
+    {
+        EXPECT_EQ(course.params.time_ever, 5000);
+        EXPECT_EQ(course.params.time_today, 50);
+        EXPECT_EQ(course.params.score_today, 9);
+        EXPECT_EQ(panels.score, std::nullopt);
+    }
+};
+
+TEST_F(ResetAll, sends_every_record_back_to_level_0_in_both_directions)
+{
+    expect_question(BoxAnswer::yes);
+    scoring.m_reset_all();
+    const SideRow reset{.attempts = 0, .fails = 0, .successes = 0, .date_last_test = {}, .date_last_show = {}};
+    for (const auto& row : file().qa) {
+        EXPECT_EQ(row.q_side, reset);
+        EXPECT_EQ(row.a_side, reset);
+    }
+    EXPECT_EQ(file().qa.at(0).q, "a");
+}
+
+TEST_F(ResetAll, is_one_statement)
+{
+    expect_question(BoxAnswer::yes);
+    scoring.m_reset_all();
+    EXPECT_EQ(database.count(Operation::execute), 1);
+    EXPECT_EQ(database.statements().at(0),
+              "Update qa set q_attempts=0, a_attempts=0, q_fails=0, a_fails=0, q_successes=0, a_successes=0,"
+              "q_date_last_test=null, a_date_last_test=null,q_date_last_show=null, a_date_last_show=null");
+}
+
+TEST_F(ResetAll, sets_the_figures_to_zero_and_refreshes_the_counts)
+{
+    expect_question(BoxAnswer::yes);
+    scoring.m_reset_all();
+    EXPECT_EQ(course.params.time_ever, 0);
+    EXPECT_EQ(course.params.time_today, 0);
+    EXPECT_EQ(course.params.score_today, 0);
+    EXPECT_EQ(panels.score, 0);
+    EXPECT_EQ(panels.counts(), (std::vector<std::int64_t>{2, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(panels.today, "00:00");
+    EXPECT_EQ(panels.ever, "00:00");
+}
+
+TEST_F(ResetAll, leaves_no_verdict_to_undo)
+{
+    scoring.set_failure();
+    expect_question(BoxAnswer::yes);
+    scoring.m_reset_all();
+    scoring.m_undo();
+    EXPECT_EQ(stored().successes, 0);
+    EXPECT_EQ(display.shows, 0);
+}
+
+TEST_F(ResetAll, does_nothing_after_a_no)
+{
+    const auto before = file();
+    expect_question(BoxAnswer::no);
+    scoring.m_reset_all();
+    EXPECT_EQ(file(), before);
+    expect_unchanged_counters();
+}
+
+/// Proves that records, figures and the verdict to undo are as before when the statement fails.
+TEST_F(ResetAll, changes_nothing_when_the_engine_refuses_it)
+{
+    scoring.set_failure();
+    course.params.score_today = 9;
+    panels.score.reset();
+    const auto before = file();
+    expect_question(BoxAnswer::yes);
+    database.fail_at(Operation::execute);
+    EXPECT_THROW(scoring.m_reset_all(), platform::DatabaseError);
+    EXPECT_EQ(file(), before);
+    expect_unchanged_counters();
+    EXPECT_EQ(desktop.pointer_depth, 0);
+    scoring.m_undo();
+    EXPECT_EQ(stored().successes, 3);
+}
+
+} // namespace
+} // namespace cuedrill::scheduler

@@ -1,0 +1,201 @@
+// A course that cannot be opened is named with the reason, is not changed, and never keeps the program from starting.
+#include "opener_fixture.h"
+
+#include <gtest/gtest.h>
+
+namespace cuedrill::store {
+namespace {
+
+using fakes::CourseBuilder;
+using fakes::Operation;
+using platform::BoxAnswer;
+
+class OpeningFailure : public OpenerFixture {
+protected:
+    std::string sound = CourseBuilder().write(folder, "sound.crs");
+
+    void expect_refusal_box(const std::string& path, const std::string& reason)
+    {
+        desktop.expect_box_like(cannot_open(path, reason), BoxAnswer::ok);
+    }
+
+    /// Opens, cancels the dialog that follows, and gives the reason that the box told in the engine's own words.
+    std::string opener_refuses(const std::string& path)
+    {
+        const std::string start = "The course " + path + " cannot be opened.\r\n\r\n";
+        desktop.on_box = [&] {
+            if (!desktop.boxes.empty() && desktop.file_dialogs.empty())
+                desktop.expect_box(desktop.boxes.back().text);
+            else
+                desktop.expect_file({});
+        };
+        EXPECT_FALSE(opener.apertura_db());
+        desktop.on_box = nullptr;
+        if (desktop.boxes.size() != 1 || !desktop.boxes[0].text.starts_with(start)) {
+            ADD_FAILURE() << "No box named the course.";
+            return {};
+        }
+        EXPECT_EQ(desktop.boxes[0].icon, platform::BoxIcon::exclamation);
+        return desktop.boxes[0].text.substr(start.size());
+    }
+};
+
+TEST_F(OpeningFailure, of_a_remembered_course_leads_to_the_dialog)
+{
+    const std::string bytes(5000, 'x');
+    const std::string broken = folder.write("broken.crs", bytes);
+    remember(broken);
+    expect_refusal_box(broken, "It is not a course.");
+    expect_dialog_answer(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    expect_open(sound);
+    EXPECT_EQ(folder.read("broken.crs"), bytes);
+    EXPECT_EQ(desktop.file_dialogs.at(0).initial_folder, folder.path().string());
+    EXPECT_EQ(desktop.file_dialogs.at(0).initial_file, "broken.crs");
+}
+
+TEST_F(OpeningFailure, of_the_command_line_s_course_leads_to_the_dialog_though_another_is_remembered)
+{
+    const std::string broken = folder.write("broken.crs", "not a course");
+    remember(sound);
+    course.db_path = broken;
+    expect_refusal_box(broken, "It is not a course.");
+    expect_dialog_answer(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    expect_open(sound);
+    EXPECT_EQ(desktop.file_dialogs.at(0).initial_file, "sound.crs");
+}
+
+TEST_F(OpeningFailure, of_a_course_with_a_broken_page_leaves_the_file_as_it_was)
+{
+    CourseBuilder builder;
+    for (int i = 0; i < 300; ++i)
+        builder.question("question " + std::to_string(i), std::string(150, 'x'));
+    const std::string path = builder.write(folder, "broken.crs");
+    std::string bytes = folder.read("broken.crs");
+    ASSERT_GT(bytes.size(), 40000U);
+    for (std::size_t at = 8192; at < bytes.size(); at += 4096)
+        bytes.replace(at, 64, std::string(64, '\xee'));
+    folder.write("broken.crs", bytes);
+    remember(path);
+    EXPECT_FALSE(opener_refuses(path).empty());
+    expect_nothing_open();
+    EXPECT_EQ(folder.read("broken.crs"), bytes);
+}
+
+TEST_F(OpeningFailure, of_a_database_that_is_no_course_names_the_reason)
+{
+    {
+        fakes::RealEngine other;
+        other.database.create(folder.file("other.crs"));
+        other.database.append_table({.name = "notes", .columns = {{.name = "text"}}, .indexes = {}});
+        other.database.finish_creation();
+    }
+    const std::string bytes = folder.read("other.crs");
+    remember(folder.file("other.crs"));
+    EXPECT_FALSE(opener_refuses(folder.file("other.crs")).empty());
+    expect_nothing_open();
+    EXPECT_EQ(folder.read("other.crs"), bytes);
+}
+
+TEST_F(OpeningFailure, of_a_cancelled_second_choice_leaves_nothing_open)
+{
+    const std::string broken = folder.write("broken.crs", "");
+    remember(broken);
+    database.fail_at(Operation::open, 1, platform::DatabaseErrorKind::damaged, "It is damaged (page 3).");
+    expect_refusal_box(broken, "It is damaged (page 3).");
+    desktop.expect_file({});
+    EXPECT_FALSE(opener.apertura_db());
+    expect_nothing_open();
+    EXPECT_EQ(course.db_path, "");
+    EXPECT_EQ(course.course_name, "");
+    EXPECT_EQ(remembered(), broken);
+}
+
+TEST_F(OpeningFailure, is_told_again_for_every_attempt_that_fails)
+{
+    const std::string broken = folder.write("broken.crs", "x");
+    remember(broken);
+    expect_refusal_box(broken, "It is not a course.");
+    expect_dialog_answer(broken);
+    expect_refusal_box(broken, "It is not a course.");
+    expect_dialog_answer(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    expect_open(sound);
+}
+
+TEST_F(OpeningFailure, is_traced_with_path_and_reason)
+{
+    remember(sound);
+    database.fail_at(Operation::open_table);
+    expect_refusal_box(sound, fakes::RecordingDatabase::failure_words);
+    desktop.expect_file({});
+    EXPECT_FALSE(opener.apertura_db());
+    EXPECT_EQ(traced(), (std::vector<std::string>{"apertura_db -  begin - db_path$ = ", "apertura_db -  db_determined ",
+                                                  "apertura_db - AD1 ",
+                                                  "apertura_db - cannot open " + sound + " - The disk is full."}));
+}
+
+TEST_F(OpeningFailure, while_the_window_loads_puts_the_window_away)
+{
+    remember(sound);
+    host.on_load = [&] {
+        host.on_load = nullptr;
+        throw platform::DatabaseError(platform::DatabaseErrorKind::input_output, 0, "The disk could not be read.");
+    };
+    expect_refusal_box(sound, "The disk could not be read.");
+    desktop.expect_file({});
+    EXPECT_FALSE(opener.apertura_db());
+    expect_nothing_open();
+    EXPECT_EQ(host.unloads, 1);
+}
+
+TEST_F(OpeningFailure, does_not_use_up_the_start_of_the_program_as_the_beginning_of_the_work_time)
+{
+    const auto start = clock.time;
+    remember(sound);
+    database.fail_at(Operation::open_recordset);
+    expect_refusal_box(sound, fakes::RecordingDatabase::failure_words);
+    expect_dialog_answer(sound);
+    clock.advance_seconds(20);
+    EXPECT_TRUE(opener.apertura_db());
+    EXPECT_EQ(course.counted_from(), start);
+}
+
+/// Proves that a creation that fails ends in the box and leaves no file.
+TEST_F(OpeningFailure, of_a_creation_leaves_no_file)
+{
+    const std::string path = folder.file("new.crs");
+    expect_dialog_answer(path);
+    desktop.expect_box("File " + path + " does not exist. Do you want to create it?", BoxAnswer::yes);
+    database.fail_at(Operation::append_table, 2);
+    expect_refusal_box(path, fakes::RecordingDatabase::failure_words);
+    desktop.expect_file({});
+    EXPECT_FALSE(opener.apertura_db());
+    expect_nothing_open();
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+/// Proves that every step of an opening that fails ends in the box, with nothing left open.
+class FailingStep : public OpeningFailure, public testing::WithParamInterface<std::pair<Operation, int>> {};
+
+TEST_P(FailingStep, is_told_in_a_box_and_leaves_nothing_open)
+{
+    const auto before = folder.read("sound.crs");
+    remember(sound);
+    database.fail_at(GetParam().first, GetParam().second);
+    expect_refusal_box(sound, fakes::RecordingDatabase::failure_words);
+    desktop.expect_file({});
+    EXPECT_FALSE(opener.apertura_db());
+    expect_nothing_open();
+    EXPECT_EQ(host.loads, 0);
+    EXPECT_EQ(folder.read("sound.crs"), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(AtEveryStep, FailingStep,
+                         testing::Values(std::pair(Operation::open, 1), std::pair(Operation::open_table, 1),
+                                         std::pair(Operation::open_table, 2), std::pair(Operation::seek, 1),
+                                         std::pair(Operation::begin, 1), std::pair(Operation::commit, 1)));
+
+} // namespace
+} // namespace cuedrill::store

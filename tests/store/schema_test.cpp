@@ -1,0 +1,197 @@
+#include "fakes/course_builder.h"
+#include "fakes/recording_database.h"
+#include "fakes/temp_folder.h"
+#include "store/schema.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <tuple>
+
+namespace cuedrill::store {
+namespace {
+
+using fakes::Operation;
+using platform::ColumnType;
+using platform::DatabaseError;
+using platform::DatabaseErrorKind;
+
+using Column = std::tuple<std::string, ColumnType, int, bool>;
+using Index = std::tuple<std::string, std::string, bool, bool>;
+
+std::vector<Column> columns_of(const platform::TableDefinition& table)
+{
+    std::vector<Column> columns;
+    for (const auto& column : table.columns)
+        columns.emplace_back(column.name, column.type, column.size, column.auto_increment);
+    return columns;
+}
+
+std::vector<Index> indexes_of(const platform::TableDefinition& table)
+{
+    std::vector<Index> indexes;
+    for (const auto& index : table.indexes)
+        indexes.emplace_back(index.name, index.column, index.primary, index.unique);
+    return indexes;
+}
+
+class Schema : public testing::Test {
+protected:
+    fakes::TempFolder folder;
+    std::string path = folder.file("new.crs");
+    fakes::RealEngine engine;
+    fakes::RecordingDatabase database{engine.database};
+
+    std::int64_t add_row(const std::string& q)
+    {
+        const auto cursor = database.open_table("qa");
+        cursor->add_new();
+        cursor->set("q", q);
+        cursor->update();
+        return std::get<std::int64_t>(cursor->field("cnt"));
+    }
+};
+
+TEST_F(Schema, params_has_its_columns_in_order_and_a_key)
+{
+    const auto& table = course_tables().at(0);
+    EXPECT_EQ(table.name, "params");
+    EXPECT_EQ(columns_of(table), (std::vector<Column>{{"param", ColumnType::text, 20, false},
+                                                      {"date_value", ColumnType::date, 0, false},
+                                                      {"string_value", ColumnType::text, 200, false},
+                                                      {"number_value", ColumnType::number, 0, false}}));
+    EXPECT_EQ(indexes_of(table), (std::vector<Index>{{"PrimaryKey", "param", true, true}}));
+}
+
+TEST_F(Schema, qa_has_its_columns_in_order_and_indexes_that_allow_repeated_texts)
+{
+    const auto& table = course_tables().at(1);
+    EXPECT_EQ(course_tables().size(), 2U);
+    EXPECT_EQ(table.name, "qa");
+    EXPECT_EQ(columns_of(table), (std::vector<Column>{{"cnt", ColumnType::long_integer, 0, true},
+                                                      {"q", ColumnType::text, 200, false},
+                                                      {"a", ColumnType::text, 200, false},
+                                                      {"q_attempts", ColumnType::integer, 0, false},
+                                                      {"a_attempts", ColumnType::integer, 0, false},
+                                                      {"q_fails", ColumnType::integer, 0, false},
+                                                      {"a_fails", ColumnType::integer, 0, false},
+                                                      {"q_successes", ColumnType::integer, 0, false},
+                                                      {"a_successes", ColumnType::integer, 0, false},
+                                                      {"q_date_last_test", ColumnType::date, 0, false},
+                                                      {"a_date_last_test", ColumnType::date, 0, false},
+                                                      {"q_date_last_show", ColumnType::date, 0, false},
+                                                      {"a_date_last_show", ColumnType::date, 0, false}}));
+    EXPECT_EQ(
+        indexes_of(table),
+        (std::vector<Index>{{"PrimaryKey", "cnt", true, true}, {"q", "q", false, false}, {"a", "a", false, false}}));
+}
+
+TEST_F(Schema, a_new_course_is_left_open_with_both_tables_empty)
+{
+    create_course_db(database, path);
+    EXPECT_TRUE(database.is_open());
+    EXPECT_EQ(fakes::contents_of(database), fakes::CourseContents{});
+    database.close();
+    EXPECT_EQ(fakes::read_course(path), fakes::CourseContents{});
+}
+
+TEST_F(Schema, the_same_question_is_stored_twice)
+{
+    create_course_db(database, path);
+    add_row("Rome");
+    add_row("Rome");
+    const auto rows = fakes::contents_of(database).qa;
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0].q, rows[1].q);
+    EXPECT_NE(rows[0].cnt, rows[1].cnt);
+}
+
+TEST_F(Schema, the_number_of_a_deleted_record_never_comes_back)
+{
+    create_course_db(database, path);
+    add_row("a");
+    const std::int64_t deleted = add_row("b");
+    const auto cursor = database.open_table("qa");
+    cursor->set_index("PrimaryKey");
+    cursor->seek(deleted);
+    cursor->delete_row();
+    EXPECT_EQ(add_row("c"), deleted + 1);
+}
+
+TEST_F(Schema, a_parameter_is_found_whatever_the_case_of_its_name)
+{
+    create_course_db(database, path);
+    const auto cursor = database.open_table("params");
+    cursor->set_index("PrimaryKey");
+    cursor->add_new();
+    cursor->set("param", "course_title");
+    cursor->update();
+    cursor->seek(std::string("COURSE_TITLE"));
+    ASSERT_FALSE(cursor->no_match());
+    EXPECT_EQ(cursor->field("PARAM"), platform::Value("course_title"));
+}
+
+TEST_F(Schema, all_of_the_history_of_a_new_record_is_null)
+{
+    create_course_db(database, path);
+    add_row("new");
+    EXPECT_EQ(fakes::contents_of(database).qa.at(0), (fakes::QaRow{.cnt = 1, .q = "new"}));
+}
+
+TEST_F(Schema, texts_of_200_characters_fit_and_of_201_are_refused)
+{
+    create_course_db(database, path);
+    std::string text;
+    for (int i = 0; i < longest_text; ++i)
+        text += "é";
+    add_row(text);
+    EXPECT_EQ(fakes::contents_of(database).qa.at(0).q, text);
+    try {
+        add_row(text + "x");
+        ADD_FAILURE() << "A text that is too long was stored.";
+    } catch (const DatabaseError& error) {
+        EXPECT_EQ(error.kind(), DatabaseErrorKind::constraint);
+    }
+}
+
+TEST_F(Schema, counters_take_16_bits)
+{
+    create_course_db(database, path);
+    add_row("x");
+    const auto cursor = database.open_table("qa");
+    cursor->edit();
+    cursor->set("q_attempts", std::int64_t{32767});
+    EXPECT_THROW(cursor->set("q_attempts", std::int64_t{32768}), DatabaseError);
+}
+
+TEST_F(Schema, an_existing_file_is_never_replaced)
+{
+    folder.write("new.crs", "precious");
+    try {
+        create_course_db(database, path);
+        ADD_FAILURE() << "An existing file was replaced.";
+    } catch (const DatabaseError& error) {
+        EXPECT_EQ(error.kind(), DatabaseErrorKind::exists);
+    }
+    EXPECT_EQ(folder.read("new.crs"), "precious");
+}
+
+/// Proves that a creation that fails at any step leaves neither a file nor an open database behind.
+class FailingCreation : public Schema, public testing::WithParamInterface<std::pair<Operation, int>> {};
+
+TEST_P(FailingCreation, leaves_nothing_behind)
+{
+    database.fail_at(GetParam().first, GetParam().second);
+    EXPECT_THROW(create_course_db(database, path), DatabaseError);
+    EXPECT_FALSE(database.is_open());
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+    create_course_db(database, path);
+    EXPECT_TRUE(database.is_open());
+}
+
+INSTANTIATE_TEST_SUITE_P(AtEveryStep, FailingCreation,
+                         testing::Values(std::pair(Operation::create, 1), std::pair(Operation::append_table, 1),
+                                         std::pair(Operation::append_table, 2),
+                                         std::pair(Operation::finish_creation, 1)));
+
+} // namespace
+} // namespace cuedrill::store
