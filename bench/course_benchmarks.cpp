@@ -86,7 +86,8 @@ struct Engine {
     scheduler::EndOfProgram end_of_program{course, params, clock, trace};
     scheduler::Statistics statistics{course, params, window, clock, window, clock.now()};
     scheduler::Selection selection{course, params, dead_times, window, window, {clock, random, window}};
-    scheduler::Scoring scoring{course, dead_times, statistics, {window, window, window}, clock, window, end_of_program};
+    scheduler::Scoring scoring{course, params, dead_times,    statistics, {window, window, window},
+                               clock,  window, end_of_program};
     bank::EditFlags flags;
     bank::RecordBank bank{course, flags, window};
     exchange::QuestionImport import{course, bank, flags, window, window, {files, clock, window, text_compare}};
@@ -121,6 +122,14 @@ void verdict(benchmark::State& state)
         if (engine.course.current_cnt == 0)
             state.SkipWithError("the course has run out of questions");
     }
+}
+
+/// The counters of the day, which are stored with every verdict.
+void save_counters(BareSqlite& sqlite, const std::string& date)
+{
+    for (const char* const counter : {"time_ever", "time_TODAY", "score_TODAY"})
+        sqlite.run(std::string("update params set number_value=number_value+1 where param='") + counter + "'");
+    sqlite.run("update params set date_value=" + date + " where param='last_date'");
 }
 
 void count_levels(BareSqlite& sqlite)
@@ -158,8 +167,14 @@ void verdict_floor(benchmark::State& state)
 {
     const WorkFolder folder;
     const platform::icu::IcuTextCompare text_compare;
-    BareSqlite sqlite(fresh_sample(folder), text_compare);
+    const std::string path = fresh_sample(folder);
     const platform::system::SystemClock clock;
+    {
+        Engine engine(path);
+        engine.open();
+        engine.params.save_work_time(clock.now());
+    }
+    BareSqlite sqlite(path, text_compare);
     scheduler::DeadTimes dead_times;
     dead_times.init_dead_time_array();
     sqlite3_int64 current = select_next(sqlite, dead_times, clock.now(), 0);
@@ -173,6 +188,7 @@ void verdict_floor(benchmark::State& state)
         sqlite.run("update qa set q_successes=" + std::to_string(level + 1) +
                    ", q_attempts=q_attempts+1, q_date_last_test=" + date + ", q_date_last_show=" + date +
                    " where cnt=" + cnt);
+        save_counters(sqlite, date);
         sqlite.run("COMMIT");
         count_levels(sqlite);
         current = select_next(sqlite, dead_times, now, current);

@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
@@ -25,6 +26,8 @@ public:
             if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 say("box", box->text().toStdString());
                 box->accept();
+            } else if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                dialog->reject();
             }
         });
         m_box_watch.start(0);

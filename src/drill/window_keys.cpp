@@ -22,20 +22,32 @@ using platform::Key;
 
 bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 {
-    const bool verdict = press.key == Key::character && (press.character == "+" || press.character == "-");
-    if (press.key == Key::character && !verdict)
+    const bool verdict = press.character == "+" || press.character == "-";
+    const std::string command = command_letter(press);
+    if (press.key == Key::character && !verdict && command.empty())
         return false;
     if (press.auto_repeat)
         return true;
-    switch (press.key) {
-    case Key::enter:
+    if (press.key == Key::enter)
         return on_enter();
-    case Key::escape:
+    if (press.key == Key::escape)
         return on_escape();
-    case Key::character:
-        break;
-    }
-    return on_verdict(press.character == "+");
+    if (verdict)
+        return on_verdict(press.character == "+");
+    if (command == "q")
+        m_dialog.NextQuestionCommand();
+    else
+        m_dialog.ShowAnswerCommand();
+    return true;
+}
+
+/// "q" or "a" for a key that stands for a command; empty for any other, and for letters that go into a text box.
+std::string WindowKeys::command_letter(const platform::KeyPress& press) const
+{
+    if (press.key != Key::character || m_state.AnswerHasFocus || m_state.QuestionHasFocus)
+        return {};
+    std::string letter = m_text_compare.lower(press.character);
+    return letter == "q" || letter == "a" ? letter : std::string();
 }
 
 bool WindowKeys::on_enter()

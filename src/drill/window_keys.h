@@ -7,6 +7,8 @@
 #include "platform/text_compare.h"
 #include "scheduler/end_of_program.h"
 
+#include <string>
+
 namespace cuedrill::drill {
 
 /// The keys that the main window takes before its controls see them.
@@ -23,6 +25,7 @@ public:
     bool OnWindowKey(const platform::KeyPress& press);
 
 private:
+    [[nodiscard]] std::string command_letter(const platform::KeyPress& press) const;
     bool on_enter();
     bool on_escape();
     bool on_verdict(bool success);

@@ -11,7 +11,7 @@ constexpr common::Twips margin = 100;
 void WindowLayout::RelayoutWindow()
 {
     const bool question = question_on_display();
-    const platform::Button* const focused = focused_button();
+    platform::Button* const focused = focused_button();
     m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
     m_form1.bot_yes.set_enabled(question || m_state.dialog == DialogState::AskToStart);
     // In the other states "No" asks for no verdict.
@@ -22,9 +22,9 @@ void WindowLayout::RelayoutWindow()
     keep_focus(focused);
 }
 
-const platform::Button* WindowLayout::focused_button() const
+platform::Button* WindowLayout::focused_button() const
 {
-    for (const platform::Button* button : {&m_form1.bot_yes, &m_form1.bot_no, &m_form1.bot_other}) {
+    for (platform::Button* button : {&m_form1.bot_yes, &m_form1.bot_no, &m_form1.bot_other}) {
         if (button->has_focus())
             return button;
     }
@@ -32,18 +32,24 @@ const platform::Button* WindowLayout::focused_button() const
 }
 
 /// Who drills with the keyboard goes on with it: where the button with the focus has become unusable, the first usable
-/// one gets it.
-void WindowLayout::keep_focus(const platform::Button* focused)
+/// one stands in for it, until it can be used again.
+void WindowLayout::keep_focus(platform::Button* focused)
 {
-    const auto usable = [](const platform::Button& button) { return button.enabled() && button.visible(); };
-    if (focused == nullptr || (usable(*focused) && focused->has_focus()))
+    if (focused == nullptr)
         return;
-    for (platform::Button* button : {&m_form1.bot_yes, &m_form1.bot_no, &m_form1.bot_other}) {
-        if (usable(*button) && (button == focused || !usable(*focused))) {
-            button->set_focus();
-            return;
+    const auto usable = [](const platform::Button* button) { return button->enabled() && button->visible(); };
+    platform::Button* wanted = focused == m_stand_in ? m_displaced : focused;
+    m_displaced = m_stand_in = nullptr;
+    if (!usable(wanted)) {
+        m_displaced = wanted;
+        for (platform::Button* button : {&m_form1.bot_other, &m_form1.bot_no, &m_form1.bot_yes}) {
+            if (usable(button))
+                m_stand_in = button;
         }
+        wanted = m_stand_in;
     }
+    if (wanted != nullptr && !wanted->has_focus())
+        wanted->set_focus();
 }
 
 void WindowLayout::lay_out_buttons()

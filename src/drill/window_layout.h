@@ -26,13 +26,15 @@ public:
     [[nodiscard]] bool question_on_display() const { return m_course.current_cnt != 0; }
 
 private:
-    [[nodiscard]] const platform::Button* focused_button() const;
-    void keep_focus(const platform::Button* focused);
+    [[nodiscard]] platform::Button* focused_button() const;
+    void keep_focus(platform::Button* focused);
 
     platform::Form1& m_form1;
     MainMenu& m_menu;
     const store::Course& m_course;
     const DrillState& m_state;
+    platform::Button* m_displaced = nullptr; ///< lost the focus because it could not be used
+    platform::Button* m_stand_in = nullptr;  ///< got it instead
 };
 
 } // namespace cuedrill::drill

@@ -86,8 +86,8 @@ struct Program::Logic {
     scheduler::Statistics statistics{course, params, statistics_view, p.clock, p.desktop, start_time};
     scheduler::Selection selection{course,        params,          dead_times,
                                    question_view, statistics_view, {p.clock, p.random, p.desktop}};
-    scheduler::Scoring scoring{course,  dead_times, statistics,    {question_view, status, statistics_view},
-                               p.clock, p.desktop,  end_of_program};
+    scheduler::Scoring scoring{course,  params,    dead_times,    statistics, {question_view, status, statistics_view},
+                               p.clock, p.desktop, end_of_program};
     scheduler::LevelCommands levels{course, params, dead_times, statistics, statistics_view, p.desktop};
 
     bank::EditFlags edit_flags;

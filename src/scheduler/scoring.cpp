@@ -50,10 +50,11 @@ double elapsed_since_test(const Value& date_last_test, common::DateTime now)
 
 } // namespace
 
-Scoring::Scoring(store::Course& course, const DeadTimes& dead_times, Statistics& statistics, const Views& views,
-                 platform::Clock& clock, platform::Desktop& desktop, EndOfProgram& end_of_program)
-    : m_course(course), m_dead_times(dead_times), m_statistics(statistics), m_views(views), m_clock(clock),
-      m_desktop(desktop), m_end_of_program(end_of_program)
+Scoring::Scoring(store::Course& course, store::CourseParamsStore& params, const DeadTimes& dead_times,
+                 Statistics& statistics, const Views& views, platform::Clock& clock, platform::Desktop& desktop,
+                 EndOfProgram& end_of_program)
+    : m_course(course), m_params(params), m_dead_times(dead_times), m_statistics(statistics), m_views(views),
+      m_clock(clock), m_desktop(desktop), m_end_of_program(end_of_program)
 {
 }
 
@@ -63,6 +64,14 @@ bool Scoring::seek_current()
     TableCursor& qa_recordset = m_course.qa_recordset();
     qa_recordset.seek(as_value(m_course.current_cnt));
     return !qa_recordset.no_match();
+}
+
+/// The parameters with the day's score changed.
+store::CourseParams Scoring::with_score(int change) const
+{
+    store::CourseParams params = m_course.params;
+    params.score_today = common::to_int16(std::int64_t{params.score_today} + change, "score of the day");
+    return params;
 }
 
 void Scoring::set_success()
@@ -81,18 +90,17 @@ void Scoring::set_success()
     const double elapsed = elapsed_since_test(qa_recordset.field(asked.date_last_test), now);
     const common::Int16 old_score = store::nz_int16(qa_recordset.field(asked.successes), "level");
     const common::Int16 new_score = std::max(old_score, static_cast<common::Int16>(m_dead_times.proven_level(elapsed)));
-    const int point = new_score > 1 ? 1 : 0;
-    const common::Int16 score_today =
-        common::to_int16(std::int64_t{m_course.params.score_today} + point, "score of the day");
+    const store::CourseParams params = with_score(new_score > 1 ? 1 : 0);
 
     qa_recordset.edit();
     qa_recordset.set(asked.successes, as_value(new_score));
     count_up(qa_recordset, asked.attempts, "number of attempts");
     stamp_test(qa_recordset, asked, now);
     qa_recordset.update();
+    m_params.save_counters(params, now);
     transaction.commit();
 
-    m_course.params.score_today = score_today;
+    m_course.params = params;
     tell_success(old_score, new_score, elapsed);
     after_verdict(old_score, new_score);
     busy.reset();
@@ -118,20 +126,19 @@ void Scoring::set_failure()
     seek_current();
     qa_recordset.edit();
     const common::Int16 old_score = store::nz_int16(qa_recordset.field(asked.successes), "level");
-    const int point = old_score > 0 ? 1 : 0;
-    const common::Int16 score_today =
-        common::to_int16(std::int64_t{m_course.params.score_today} - point, "score of the day");
+    const store::CourseParams params = with_score(old_score > 0 ? -1 : 0);
 
     qa_recordset.set(asked.successes, as_value(0));
     count_up(qa_recordset, asked.fails, "number of failures");
     stamp_test(qa_recordset, asked, now);
     count_up(qa_recordset, asked.attempts, "number of attempts");
     qa_recordset.update();
+    m_params.save_counters(params, now);
     transaction.commit();
 
     // Not before: where the verdict fails, a request for it in the status line stands on.
     m_views.status.ShowStatus("", 0);
-    m_course.params.score_today = score_today;
+    m_course.params = params;
     after_verdict(old_score, 0);
 }
 
@@ -207,16 +214,20 @@ void Scoring::m_reset_all()
                                .icon = platform::BoxIcon::exclamation});
     if (answer == platform::BoxAnswer::no)
         return;
+    store::CourseParams params = m_course.params;
+    params.time_today = params.time_ever = 0;
+    params.score_today = 0;
     {
         const platform::BusyPointer busy(m_desktop);
+        platform::Transaction transaction(m_course.database());
         m_course.database().execute(
             "Update qa set q_attempts=0, a_attempts=0, q_fails=0, a_fails=0, q_successes=0, a_successes=0,"
             "q_date_last_test=null, a_date_last_test=null,q_date_last_show=null, a_date_last_show=null");
+        m_params.save_counters(params, m_clock.now());
+        transaction.commit();
     }
     forget_last_verdict();
-    m_course.params.time_today = 0;
-    m_course.params.time_ever = 0;
-    m_course.params.score_today = 0;
+    m_course.params = params;
     m_views.panels.show_score(0);
     refresh_counts();
     m_views.display.refresh_figures();

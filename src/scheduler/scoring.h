@@ -9,12 +9,14 @@
 #include "scheduler/ports.h"
 #include "scheduler/statistics.h"
 #include "store/course.h"
+#include "store/course_params.h"
 
 #include <optional>
 
 namespace cuedrill::scheduler {
 
-/// Records verdicts and moves the levels.
+/// Records verdicts and moves the levels. The day's score is stored together with the verdict that changed it, so that
+/// neither is ever there without the other.
 class Scoring {
 public:
     struct Views {
@@ -23,8 +25,9 @@ public:
         StatisticsPanels& panels;
     };
 
-    Scoring(store::Course& course, const DeadTimes& dead_times, Statistics& statistics, const Views& views,
-            platform::Clock& clock, platform::Desktop& desktop, EndOfProgram& end_of_program);
+    Scoring(store::Course& course, store::CourseParamsStore& params, const DeadTimes& dead_times,
+            Statistics& statistics, const Views& views, platform::Clock& clock, platform::Desktop& desktop,
+            EndOfProgram& end_of_program);
 
     /// The current question was known: its level rises to what the time since its last test proves.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
@@ -60,12 +63,14 @@ private:
     };
 
     bool seek_current();
+    [[nodiscard]] store::CourseParams with_score(int change) const;
     void restore_level(const LastVerdict& verdict);
     void after_verdict(common::Int16 old_score, common::Int16 new_score);
     void refresh_counts();
     void tell_success(common::Int16 old_score, common::Int16 new_score, double elapsed);
 
     store::Course& m_course;
+    store::CourseParamsStore& m_params;
     const DeadTimes& m_dead_times;
     Statistics& m_statistics;
     Views m_views;

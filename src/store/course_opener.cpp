@@ -116,7 +116,14 @@ void CourseOpener::prepare_chosen_course()
         if (answer != platform::BoxAnswer::yes)
             throw common::ProgramEnded{};
     }
+    create_course();
+}
+
+void CourseOpener::create_course()
+{
+    m_creating = true;
     create_course_db(m_course.database(), m_course.db_path);
+    m_creating = false;
     m_course.close();
 }
 
@@ -143,9 +150,11 @@ void CourseOpener::report_failure(const std::string& reason)
 {
     m_host.unload_main_window();
     m_course.close();
-    m_services.trace.write_trace("apertura_db - cannot open " + m_course.db_path + " - " + reason);
-    m_services.desktop.message_box({.text = "The course " + m_course.db_path + " cannot be opened.\r\n\r\n" + reason,
-                                    .icon = platform::BoxIcon::exclamation});
+    const std::string failure =
+        "The course " + m_course.db_path + (m_creating ? " cannot be created." : " cannot be opened.");
+    m_creating = false;
+    m_services.trace.write_trace("apertura_db - " + failure + " - " + reason);
+    m_services.desktop.message_box({.text = failure + "\r\n\r\n" + reason, .icon = platform::BoxIcon::exclamation});
     m_course.db_path.clear();
     m_course.course_name.clear();
 }

@@ -51,6 +51,7 @@ private:
     bool show_file_dialog(const std::string& last, bool last_exists);
     void prepare_chosen_course();
     void open_course();
+    void create_course();
     void report_failure(const std::string& reason);
 
     Course& m_course;
@@ -63,6 +64,7 @@ private:
     bool m_choose_file_on_open = false;   ///< skip the remembered course
     bool m_create_without_asking = false; ///< a missing file is created without a question
     bool m_first_course = true;           ///< none has been opened since the start
+    bool m_creating = false;              ///< a course is being created just now
 };
 
 } // namespace cuedrill::store

@@ -147,29 +147,28 @@ void CourseParamsStore::store_settings(const CourseParams& params)
     transaction.commit();
 }
 
-void CourseParamsStore::save_work_time(common::DateTime now)
+void CourseParamsStore::save_counters(const CourseParams& counters, common::DateTime now)
 {
     platform::Transaction transaction(m_course.database());
     const auto params_recordset = open_params(m_course);
-    store_value(*params_recordset, "time_ever", "number_value", time_ever(now));
+    store_value(*params_recordset, "time_ever", "number_value", time_ever(counters, now));
     // Courses carry these two keys in capitals since their first rows; look-ups do not mind the case.
-    store_value(*params_recordset, "time_today", "time_TODAY", "number_value", time_today(now));
+    store_value(*params_recordset, "time_today", "time_TODAY", "number_value", time_today(counters, now));
     store_value(*params_recordset, "score_today", "score_TODAY", "number_value",
-                static_cast<double>(m_course.params.score_today));
+                static_cast<double>(counters.score_today));
     store_value(*params_recordset, "last_date", "date_value", now.day_number());
     transaction.commit();
 }
 
-double CourseParamsStore::time_today(common::DateTime now) const
+double CourseParamsStore::time_today(const CourseParams& counters, common::DateTime now) const
 {
-    const CourseParams& params = m_course.params;
-    const double before = params.last_date.date_only() == now.date_only() ? params.time_today : 0;
+    const double before = counters.last_date.date_only() == now.date_only() ? counters.time_today : 0;
     return before + m_course.elapsed_seconds(now);
 }
 
-double CourseParamsStore::time_ever(common::DateTime now) const
+double CourseParamsStore::time_ever(const CourseParams& counters, common::DateTime now) const
 {
-    return m_course.params.time_ever + m_course.elapsed_seconds(now);
+    return counters.time_ever + m_course.elapsed_seconds(now);
 }
 
 std::string CourseParamsStore::default_title() const

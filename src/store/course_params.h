@@ -30,15 +30,21 @@ public:
     /// Stores the work counters as they are at `now`: what was read at opening and the work time since. Calling it
     /// again later stores the later state; nothing is counted twice.
     /// @throws platform::DatabaseError; nothing is stored then.
-    void save_work_time(common::DateTime now);
+    void save_work_time(common::DateTime now) { save_counters(m_course.params, now); }
+
+    /// The same with the counters and the score of `counters` in place of those in memory, for a caller that takes them
+    /// into memory only when they are stored.
+    void save_counters(const CourseParams& counters, common::DateTime now);
 
     /// Work time of the day of `now`, the running time included, seconds.
-    [[nodiscard]] double time_today(common::DateTime now) const;
+    [[nodiscard]] double time_today(common::DateTime now) const { return time_today(m_course.params, now); }
 
     /// Work time over the life of the course, the running time included, seconds.
-    [[nodiscard]] double time_ever(common::DateTime now) const;
+    [[nodiscard]] double time_ever(common::DateTime now) const { return time_ever(m_course.params, now); }
 
 private:
+    [[nodiscard]] double time_today(const CourseParams& counters, common::DateTime now) const;
+    [[nodiscard]] double time_ever(const CourseParams& counters, common::DateTime now) const;
     void store_settings(const CourseParams& params);
     void read_target_level(platform::TableCursor& params_recordset);
     void read_counters(platform::TableCursor& params_recordset, common::DateTime now);

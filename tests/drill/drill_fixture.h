@@ -187,8 +187,9 @@ protected:
         scheduler::Statistics statistics{course, params, statistics_view, f.clock, f.desktop, start_time};
         scheduler::Selection selection{course,        params,          dead_times,
                                        question_view, statistics_view, {f.clock, f.random, f.desktop}};
-        scheduler::Scoring scoring{course,  dead_times, statistics,    {question_view, status, statistics_view},
-                                   f.clock, f.desktop,  end_of_program};
+        scheduler::Scoring scoring{
+            course,  params,    dead_times,    statistics, {question_view, status, statistics_view},
+            f.clock, f.desktop, end_of_program};
         scheduler::LevelCommands levels{course, params, dead_times, statistics, statistics_view, f.desktop};
 
         bank::EditFlags edit_flags;

@@ -132,7 +132,7 @@ TEST_F(FailingVerdict, selection_after_a_verdict_leaves_one_verdict_and_no_quest
 
 TEST_F(FailingVerdict, display_of_the_next_question_leaves_no_question_that_nobody_has_seen)
 {
-    fail_at(Operation::seek, 2); // the first one finds the record that is judged
+    fail_at(Operation::seek, 6); // the first ones find the record that is judged and the four counters
     yes();
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
     expect_nothing_to_judge();

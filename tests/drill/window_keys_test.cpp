@@ -95,9 +95,39 @@ TEST_F(WindowKeysTest, other_characters_go_to_the_control)
 {
     yes();
     yes();
-    for (const char* character : {"a", "Q", "*", " ", "é", "="})
+    for (const char* character : {"b", "X", "*", " ", "é", "="})
         EXPECT_FALSE(press(character)) << character;
     EXPECT_EQ(question(), "France?");
+}
+
+TEST_F(WindowKeysTest, letters_of_commands_show_the_answer_and_the_next_question)
+{
+    yes();
+    EXPECT_TRUE(press("a"));
+    EXPECT_EQ(answer(), "Paris");
+    EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
+    EXPECT_TRUE(press("Q"));
+    EXPECT_EQ(question(), "Italy?");
+    EXPECT_EQ(answer(), "");
+}
+
+TEST_F(WindowKeysTest, letters_of_commands_do_nothing_when_they_are_held_down)
+{
+    yes();
+    for (const char* letter : {"a", "q"})
+        EXPECT_TRUE(press(letter, true)) << letter;
+    EXPECT_EQ(question(), "France?");
+    EXPECT_EQ(answer(), "");
+}
+
+TEST_F(WindowKeysTest, letters_go_to_the_text_box_that_has_the_focus)
+{
+    yes();
+    form1.Text_q.on_focus(true);
+    EXPECT_FALSE(press("a"));
+    EXPECT_FALSE(press("q"));
+    EXPECT_EQ(question(), "France?");
+    EXPECT_EQ(answer(), "");
 }
 
 TEST_F(WindowKeysTest, second_verdict_does_not_reach_the_next_question)

@@ -226,7 +226,7 @@ TEST_F(Import, shows_the_last_record_and_leaves_the_status_line_empty)
     desktop.expect_box(inserted(3));
     import(records(3));
     EXPECT_EQ(view.shown, (RecordingView::Shown{{3, 3}}));
-    EXPECT_EQ(view.statuses, (std::vector<std::string>{"Importing: 2 questions and answers stored", ""}));
+    EXPECT_EQ(view.statuses, (std::vector<std::string>{"Importing: 3 questions and answers stored", ""}));
 }
 
 struct Encoded {

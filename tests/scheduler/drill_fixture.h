@@ -44,7 +44,7 @@ protected:
     DeadTimes dead_times;
     Statistics statistics{course, params, panels, clock, desktop, clock.time};
     EndOfProgram end_of_program{course, params, clock, trace};
-    Scoring scoring{course, dead_times, statistics, {display, status, panels}, clock, desktop, end_of_program};
+    Scoring scoring{course, params, dead_times, statistics, {display, status, panels}, clock, desktop, end_of_program};
     Selection selection{course, params, dead_times, display, panels, {clock, random, desktop}};
     LevelCommands level_commands{course, params, dead_times, statistics, panels, desktop};
 

@@ -131,9 +131,9 @@ TEST_F(OpeningFailure, is_traced_with_path_and_reason)
     expect_refusal_box(sound, fakes::RecordingDatabase::failure_words);
     desktop.expect_file({});
     EXPECT_FALSE(opener.apertura_db());
-    EXPECT_EQ(traced(), (std::vector<std::string>{"apertura_db -  begin - db_path$ = ", "apertura_db -  db_determined ",
-                                                  "apertura_db - AD1 ",
-                                                  "apertura_db - cannot open " + sound + " - The disk is full."}));
+    EXPECT_EQ(traced(), (std::vector<std::string>{
+                            "apertura_db -  begin - db_path$ = ", "apertura_db -  db_determined ", "apertura_db - AD1 ",
+                            "apertura_db - The course " + sound + " cannot be opened. - The disk is full."}));
 }
 
 TEST_F(OpeningFailure, while_the_window_loads_puts_the_window_away)
@@ -169,7 +169,8 @@ TEST_F(OpeningFailure, of_a_creation_leaves_no_file)
     expect_dialog_answer(path);
     desktop.expect_box("File " + path + " does not exist. Do you want to create it?", BoxAnswer::yes);
     database.fail_at(Operation::append_table, 2);
-    expect_refusal_box(path, fakes::RecordingDatabase::failure_words);
+    desktop.expect_box("The course " + path + " cannot be created.\r\n\r\n" +
+                       std::string(fakes::RecordingDatabase::failure_words));
     desktop.expect_file({});
     EXPECT_FALSE(opener.apertura_db());
     expect_nothing_open();

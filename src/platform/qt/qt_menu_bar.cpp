@@ -10,10 +10,15 @@ namespace cuedrill::platform::qt {
 
 QtMenuEntry::QtMenuEntry(QAction& action, QtActionGate& gate) : m_action(action)
 {
-    QObject::connect(&m_action, &QAction::triggered, &m_action, [this, &gate] {
-        m_action.setChecked(m_checked);
-        gate.run(on_click);
-    });
+    QObject::connect(&m_action, &QAction::triggered, &m_action, [this] { m_action.setChecked(m_checked); });
+    // Later, because a command may open a box: assistive technology waits for the answer to its request meanwhile.
+    QObject::connect(
+        &m_action, &QAction::triggered, &m_action,
+        [this, &gate] {
+            if (m_action.isEnabled())
+                gate.run(on_click);
+        },
+        Qt::QueuedConnection);
 }
 
 void QtMenuEntry::set_visible(bool visible)

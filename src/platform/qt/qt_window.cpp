@@ -71,7 +71,9 @@ void QtWindow::place_on_screen()
 {
     m_placed = true;
     const QRect available = m_window.screen()->availableGeometry();
-    const QSize size = m_size.boundedTo(available.size());
+    // Room for the frame, which the system draws around the window and tells only afterwards.
+    constexpr QSize frame(16, 48);
+    const QSize size = m_size.boundedTo(available.size() - frame);
     m_window.setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
 }
 

@@ -236,13 +236,17 @@ void Connection::rollback() noexcept
     if (m_db == nullptr || m_depth == 0)
         return;
     --m_depth;
-    // After a full disk or an I/O error the engine has undone everything already; there is nothing left to do then.
-    if (!in_transaction())
-        return;
-    if (m_depth > 0 && undo_savepoint(m_depth))
-        return;
-    // Also where a part could not be undone by itself: the outer commit then fails instead of keeping half.
-    try_run("ROLLBACK");
+    // After a full disk or an I/O error the engine has undone everything already.
+    if (in_transaction()) {
+        if (m_depth > 0 && undo_savepoint(m_depth))
+            return;
+        // Also where a part could not be undone by itself: the outer commit then fails instead of keeping half.
+        try_run("ROLLBACK");
+    }
+    // After such an error the engine restores the file only when it is next read. That is now, so that no half-written
+    // file lies on the disk while the user reads a box.
+    if (m_depth == 0)
+        try_run("SELECT 1 FROM sqlite_schema LIMIT 1");
 }
 
 bool Connection::undo_savepoint(int depth) noexcept

@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QCoreApplication>
 #include <QMenuBar>
 
 namespace cuedrill::platform::qt {
@@ -41,6 +42,7 @@ TEST_F(QtMenuBarTest, AClickReachesTheEntry)
     int clicks = 0;
     menu_bar.add_menu("m_file", "&File").add_entry("m_exit", "&Exit").on_click = [&] { ++clicks; };
     action("m_exit").trigger();
+    QCoreApplication::processEvents();
     EXPECT_EQ(clicks, 1);
 }
 
@@ -51,11 +53,13 @@ TEST_F(QtMenuBarTest, TheCheckMarkIsWhatWasSetAndNotWhatAClickToggles)
     bool seen_by_handler = true;
     entry.on_click = [&] { seen_by_handler = action("m_invert").isChecked(); };
     action("m_invert").trigger();
+    QCoreApplication::processEvents();
     EXPECT_FALSE(seen_by_handler);
     EXPECT_FALSE(action("m_invert").isChecked());
     entry.set_checked(true);
     EXPECT_TRUE(action("m_invert").isChecked());
     action("m_invert").trigger();
+    QCoreApplication::processEvents();
     EXPECT_TRUE(action("m_invert").isChecked());
 }
 
@@ -76,6 +80,7 @@ TEST_F(QtMenuBarTest, ADisabledEntryCannotBeChosenAndAHiddenOneIsGone)
     entry.on_click = [&] { ++clicks; };
     entry.set_enabled(false);
     action("m_compact").trigger();
+    QCoreApplication::processEvents();
     EXPECT_EQ(clicks, 0);
     EXPECT_FALSE(entry.enabled());
     EXPECT_TRUE(entry.visible());
