@@ -62,7 +62,7 @@ void write_question_text(const std::string& path)
         throw common::Error("The question text for the benchmark cannot be written.");
 }
 
-void make_sample_course(const std::string& path, const platform::TextCompare& text_compare)
+void make_sample_course(const std::string& path, const platform::TextCompare& text_compare, int count)
 {
     platform::sqlite::SqliteDatabase database(text_compare);
     store::create_course_db(database, path);
@@ -71,7 +71,7 @@ void make_sample_course(const std::string& path, const platform::TextCompare& te
     const common::DateTime now = platform::system::SystemClock().now();
     platform::Transaction transaction(database);
     const auto qa = database.open_table("qa");
-    for (int number = 1; number <= records; ++number) {
+    for (int number = 1; number <= count; ++number) {
         qa->add_new();
         qa->set("q", question_of(number));
         qa->set("a", answer_of(number));

@@ -30,7 +30,7 @@ std::string answer_of(int number);
 /// Writes a question text file of all records.
 void write_question_text(const std::string& path);
 
-/// Makes a course of all records: a third never tested, the others at all levels and ages.
-void make_sample_course(const std::string& path, const platform::TextCompare& text_compare);
+/// Makes a course of `count` records: a third never tested, the others at all levels and ages.
+void make_sample_course(const std::string& path, const platform::TextCompare& text_compare, int count = records);
 
 } // namespace cuedrill::bench

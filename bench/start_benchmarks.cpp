@@ -12,6 +12,9 @@
 namespace cuedrill::bench {
 namespace {
 
+/// About as many as one sits down to learn.
+constexpr int small_course = 200;
+
 /// Runs a program to its end; whether it ended well.
 bool run_to_end(const char* program, const std::string& argument)
 {
@@ -24,11 +27,11 @@ bool run_to_end(const char* program, const std::string& argument)
            waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-void start(benchmark::State& state, const char* program)
+void start(benchmark::State& state, const char* program, int count)
 {
     const WorkFolder folder;
     const std::string course = folder.file("sample.crs");
-    make_sample_course(course, platform::icu::IcuTextCompare());
+    make_sample_course(course, platform::icu::IcuTextCompare(), count);
     // The remembered course of whoever runs this is left alone.
     setenv("XDG_CONFIG_HOME", folder.file("config").c_str(), 1);
     for ([[maybe_unused]] auto iteration : state) {
@@ -43,13 +46,15 @@ void register_start_benchmarks()
 {
     if (std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") == nullptr)
         setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    const std::string name = "start to first painted window";
-    for (const auto& [full_name, program] :
-         {std::pair(program_name(name), CUEDRILL_START_PROGRAM), std::pair(floor_name(name), CUEDRILL_START_FLOOR)})
-        benchmark::RegisterBenchmark(full_name.c_str(), start, program)
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime()
-            ->MinTime(3);
+    for (const int count : {small_course, records}) {
+        const std::string name = "first painted window, " + std::to_string(count) + " records";
+        for (const auto& [full_name, program] :
+             {std::pair(program_name(name), CUEDRILL_START_PROGRAM), std::pair(floor_name(name), CUEDRILL_START_FLOOR)})
+            benchmark::RegisterBenchmark(full_name.c_str(), start, program, count)
+                ->Unit(benchmark::kMillisecond)
+                ->UseRealTime()
+                ->MinTime(2);
+    }
 }
 
 } // namespace cuedrill::bench

@@ -36,6 +36,6 @@ function(cuedrill_test folder)
     add_executable(test_${name} ${arg_SOURCES})
     target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(test_${name} PRIVATE cuedrill_options ${arg_LINKS} GTest::gtest GTest::gtest_main)
-    gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60
+    gtest_discover_tests(test_${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
         PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_WORKING_ENVIRONMENT}")
 endfunction()

@@ -109,7 +109,7 @@ void QuestionImport::import_file(const std::string& path)
     m_stored = m_committed = m_calls = 0;
     m_committed_cnt = m_course.current_cnt;
     m_refused.clear();
-    m_last_pause = m_services.clock.seconds_since_midnight();
+    m_last_pause = m_services.clock.steady_seconds();
     try {
         read_records(path);
         commit();
@@ -171,9 +171,8 @@ void QuestionImport::write(std::int64_t number, const std::string& question, con
 /// Commits, shows how far the import is, and lets the window paint, a few times a second.
 void QuestionImport::pause_when_due()
 {
-    const double now = m_services.clock.seconds_since_midnight();
-    // A clock that has gone back past midnight counts as well.
-    if (now - m_last_pause < group_seconds && now >= m_last_pause)
+    const double now = m_services.clock.steady_seconds();
+    if (now - m_last_pause < group_seconds)
         return;
     m_last_pause = now;
     commit();

@@ -66,7 +66,7 @@ private:
 
     // The import that is running.
     std::optional<platform::Transaction> m_group; ///< records stored since the last commit
-    double m_last_pause = 0;                      ///< seconds since midnight
+    double m_last_pause = 0;                      ///< seconds of the steady clock
     std::int64_t m_stored = 0;                    ///< records stored, the uncommitted ones included
     std::int64_t m_committed = 0;
     common::Int16 m_committed_cnt = 0; ///< current record at the last commit

@@ -14,6 +14,10 @@ public:
 
     /// Seconds since local midnight, with fractions.
     [[nodiscard]] virtual double seconds_since_midnight() const = 0;
+
+    /// Seconds, with fractions, from some moment on that means nothing. They only go forward, whatever is done to the
+    /// clock of the machine, and are cheap to read: for short intervals within one operation.
+    [[nodiscard]] virtual double steady_seconds() const = 0;
 };
 
 } // namespace cuedrill::platform

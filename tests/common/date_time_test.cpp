@@ -128,6 +128,17 @@ TEST(DaysBetween, IsNegativeBackwards)
     EXPECT_EQ(days_between(morning, morning), 0.0);
 }
 
+TEST(SecondsBetween, CountsWholeSecondsAcrossDays)
+{
+    EXPECT_EQ(seconds_between(morning, morning), 0);
+    EXPECT_EQ(seconds_between(morning, DateTime::from_seconds(morning.seconds() + 1)), 1);
+    EXPECT_EQ(seconds_between(morning, morning.plus_days(3)), 3 * day_seconds);
+    EXPECT_EQ(seconds_between(morning, morning.date_only()), -(5 * 3600 + 47 * 60 + 17));
+    EXPECT_EQ(seconds_between(DateTime::from_seconds(lowest_day * day_seconds),
+                              DateTime::from_seconds(highest_day * day_seconds)),
+              (highest_day - lowest_day) * day_seconds);
+}
+
 TEST(Ordering, GoesByTheSecond)
 {
     EXPECT_LT(morning, DateTime::from_seconds(morning.seconds() + 1));

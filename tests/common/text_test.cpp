@@ -138,5 +138,26 @@ TEST(ReplaceAll, DoesNotReplaceInsideWhatItPutIn)
     EXPECT_EQ(replace_all("x", "x", "xx"), "xx");
 }
 
+TEST(EqualAscii, TakesTheLettersOfEitherCaseForTheSame)
+{
+    EXPECT_TRUE(equal_ascii("", ""));
+    EXPECT_TRUE(equal_ascii("*.CRS", "*.crs"));
+    EXPECT_TRUE(equal_ascii("AZaz09_", "azAZ09_"));
+    EXPECT_FALSE(equal_ascii("a", ""));
+    EXPECT_FALSE(equal_ascii("", "a"));
+    EXPECT_FALSE(equal_ascii("abc", "abcd"));
+    EXPECT_FALSE(equal_ascii("abc", "abd"));
+}
+
+// These are 32 apart, as the letters of either case are, and beside them.
+TEST(EqualAscii, TellsAllOtherBytesApart)
+{
+    EXPECT_FALSE(equal_ascii("@", "`"));
+    EXPECT_FALSE(equal_ascii("[", "{"));
+    EXPECT_FALSE(equal_ascii("\xC3\x84", "\xC3\xA4"));
+    EXPECT_FALSE(equal_ascii(std::string_view("\0", 1), " "));
+    EXPECT_TRUE(equal_ascii("\xC3\x84", "\xC3\x84"));
+}
+
 } // namespace
 } // namespace cuedrill::common

@@ -99,5 +99,82 @@ TEST_F(VanishedRecord, that_is_skipped_is_no_matter)
     EXPECT_EQ(database.transaction_depth(), 0);
 }
 
+/// The program is ended in the box that the full trace shows between the opening of a course and the reading of its
+/// parameters.
+class EndWhileOpening : public DrillFixture {
+protected:
+    void SetUp() override
+    {
+        static_cast<void>(folder.write("trace.flg", ""));
+        builder.number_param("time_ever", 1000).number_param("time_today", 500).date_param("last_date", clock.time);
+        start_with_three_questions();
+    }
+
+    /// Fills the trace so that it is full when the opening that it tells from `begin` on has reached this place again.
+    void fill_trace_for_the_same_opening(std::size_t begin)
+    {
+        const std::string text = folder.read("trace.txt");
+        const std::size_t message = text.find("apertura_db - return from apri_db", begin);
+        ASSERT_NE(message, std::string::npos);
+        const std::size_t line = text.rfind('\n', message) + 1;
+        static_cast<void>(folder.write("trace.txt", std::string(100000 - (line - begin), 'x')));
+        clock.advance_seconds(75);
+    }
+
+    void end_in_the_box()
+    {
+        desktop.boxes.clear();
+        desktop.on_box = [this] {
+            if (desktop.boxes.empty()) // the file dialog
+                return;
+            EXPECT_TRUE(logic->course.is_open());
+            EXPECT_FALSE(logic->course.is_in_use());
+            form1.window.close();
+        };
+    }
+
+    void expect_ended()
+    {
+        ASSERT_EQ(desktop.boxes.size(), 1U);
+        EXPECT_TRUE(desktop.boxes[0].text.starts_with("Trace file too large.")) << desktop.boxes[0].text;
+        EXPECT_TRUE(ended);
+        EXPECT_FALSE(logic->course.is_open());
+        EXPECT_FALSE(database.is_open());
+    }
+};
+
+TEST_F(EndWhileOpening, the_first_course_stores_nothing_into_it)
+{
+    user([this] { form1.window.close(); });
+    ended = false;
+    const fakes::CourseContents before = fakes::read_course(path);
+    fill_trace_for_the_same_opening(0);
+    make_program();
+    end_in_the_box();
+    user([this] { static_cast<void>(logic->start.run(path)); });
+    expect_ended();
+    EXPECT_EQ(fakes::read_course(path), before);
+}
+
+TEST_F(EndWhileOpening, another_course_stores_nothing_into_it)
+{
+    fakes::CourseBuilder builder_of_other;
+    builder_of_other.question("Oslo?", "Norway").level(1).tested_ago(std::chrono::hours(1));
+    const std::string other = builder_of_other.number_param("time_ever", 7).write(folder, "other.crs");
+    const std::size_t begin = folder.read("trace.txt").size();
+    for (const std::string& next : {other, path}) {
+        desktop.expect_file({.path = next, .title = next.substr(next.rfind('/') + 1)});
+        choose("m_open");
+    }
+    const fakes::CourseContents before = fakes::read_course(other);
+    fill_trace_for_the_same_opening(begin);
+    end_in_the_box();
+    desktop.expect_file({.path = other, .title = "other.crs"});
+    choose("m_open");
+    expect_ended();
+    EXPECT_EQ(fakes::read_course(other), before);
+    EXPECT_EQ(fakes::read_course(path).number("time_ever"), 1075) << "the course that was left is stored";
+}
+
 } // namespace
 } // namespace cuedrill::drill

@@ -1,5 +1,8 @@
 #include "drill/drill_fixture.h"
 
+#include <array>
+#include <cstdio>
+
 namespace cuedrill::drill {
 namespace {
 
@@ -28,6 +31,20 @@ TEST_F(QuestionDisplayTest, shows_the_figures_of_the_question)
     EXPECT_EQ(question(), "France?");
     EXPECT_EQ(answer(), "");
     expect_figures("2", "4", "1", "26:05");
+}
+
+TEST_F(QuestionDisplayTest, shows_the_elapsed_time_exactly_at_every_whole_minute_of_three_days)
+{
+    builder.question("France?", "Paris").level(2).attempts(4).fails(1).tested_ago(24h);
+    show();
+    const auto tested = clock.time.seconds() - 24 * 3600;
+    for (int minute = 0; minute <= 3 * 24 * 60; ++minute) {
+        clock.time = common::DateTime::from_seconds(tested + minute * 60);
+        logic->question_view.refresh_figures();
+        std::array<char, 16> expected{};
+        std::snprintf(expected.data(), expected.size(), "%02d:%02d", minute / 60, minute % 60);
+        ASSERT_EQ(form1.PANEL_ELAPSED.caption_value, expected.data());
+    }
 }
 
 TEST_F(QuestionDisplayTest, shows_a_question_without_a_history)

@@ -1,3 +1,4 @@
+#include "common/colour.h"
 #include "drill/drill_fixture.h"
 
 namespace cuedrill::drill {
@@ -87,6 +88,18 @@ TEST_F(Timers, minute_whose_work_time_cannot_be_stored_shows_no_box)
     EXPECT_EQ(fakes::read_course(path).number("time_ever"), 120);
     form1.timer_250_ms.tick();
     EXPECT_EQ(status(), "") << "the notice has had its time";
+}
+
+TEST_F(Timers, minute_whose_work_time_cannot_be_stored_leaves_the_request_for_a_verdict)
+{
+    start_with_three_questions();
+    yes();
+    choose("m_show_answer");
+    database.fail_at(fakes::Operation::update);
+    form1.timer_1_min.tick();
+    EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
+    EXPECT_EQ(form1.P_status.background, common::pure_red);
+    EXPECT_NE(folder.read("trace.txt").find("work time not stored - The disk is full."), std::string::npos);
 }
 
 TEST_F(Timers, stand_still_while_no_window_is_loaded)

@@ -1,3 +1,4 @@
+#include "common/colour.h"
 #include "drill/drill_fixture.h"
 
 namespace cuedrill::drill {
@@ -163,6 +164,21 @@ TEST_F(FailingVerdict, awaited_by_key_goes_on_being_awaited)
     EXPECT_EQ(stored(1).q_side.attempts, 5);
 }
 
+TEST_F(FailingVerdict, awaited_by_key_leaves_the_request_for_it)
+{
+    choose("m_show_answer");
+    fail_at(Operation::update);
+    EXPECT_FALSE(press("-"));
+    EXPECT_EQ(stored(1), before);
+    EXPECT_TRUE(logic->state.AwaitingVerdict);
+    EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
+    EXPECT_EQ(form1.P_status.background, common::pure_red);
+    EXPECT_TRUE(form1.P_status.bold);
+    EXPECT_TRUE(press("-"));
+    EXPECT_EQ(stored(1).q_side.fails, 2);
+    EXPECT_EQ(status(), "");
+}
+
 TEST_F(FailingVerdict, too_many_attempts_are_refused_before_anything_is_written)
 {
     database.execute("Update qa set q_attempts = 32767 where cnt = 1");
@@ -172,6 +188,30 @@ TEST_F(FailingVerdict, too_many_attempts_are_refused_before_anything_is_written)
     EXPECT_EQ(stored(1), before);
     EXPECT_EQ(logic->course.params.score_today, 0);
     EXPECT_EQ(logic->state.dialog, DialogState::AskKnown);
+}
+
+TEST_F(FailingVerdict, counts_after_an_import_leave_no_question_that_could_be_judged_as_the_new_record)
+{
+    database.fail_at(Operation::open_recordset);
+    desktop.expect_box("The import has stopped.\r\n\r\nThe disk is full.\r\n\r\n1 questions and answers are stored.");
+    user([this] { logic->import.import_file(folder.write("questions.txt", "@Q@ Norway? @A@ Oslo")); });
+    EXPECT_EQ(stored(4).q, "Norway?");
+    EXPECT_EQ(stored(1), before);
+    expect_nothing_to_judge();
+}
+
+TEST_F(FailingVerdict, of_an_import_that_stores_nothing_leaves_the_question_on_display)
+{
+    desktop.expect_box("1 questions and answers insterted.");
+    desktop.expect_box("Refused, and not stored: 1");
+    user([this] {
+        logic->import.import_file(folder.write("questions.txt", "@Q@ " + std::string(201, 'q') + " @A@ Oslo"));
+    });
+    EXPECT_EQ(question(), "France?");
+    EXPECT_EQ(answer(), "Paris");
+    EXPECT_EQ(logic->state.dialog, DialogState::AskKnown);
+    yes();
+    EXPECT_EQ(stored(1).q_side.attempts, 5);
 }
 
 class ForeignCourse : public DrillFixture {};

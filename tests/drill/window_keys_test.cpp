@@ -175,6 +175,40 @@ TEST_F(WindowKeysTest, escape_leaves_a_text_box_first)
     EXPECT_TRUE(ended);
 }
 
+class EmptyAnswer : public DrillFixture {
+protected:
+    void SetUp() override
+    {
+        builder.question("Silence?", "").level(1).attempts(4).fails(1).tested_ago(24h);
+        start();
+        yes();
+    }
+};
+
+TEST_F(EmptyAnswer, is_not_judged_before_it_was_shown)
+{
+    EXPECT_FALSE(press("+"));
+    EXPECT_FALSE(press("-"));
+    EXPECT_EQ(stored(1).q_side.attempts, 4);
+    EXPECT_EQ(question(), "Silence?");
+}
+
+TEST_F(EmptyAnswer, is_judged_once_the_command_has_shown_it)
+{
+    choose("m_show_answer");
+    desktop.expect_box(nothing_mature);
+    EXPECT_TRUE(press("-"));
+    EXPECT_EQ(stored(1).q_side.fails, 2);
+}
+
+TEST_F(EmptyAnswer, is_judged_once_the_dialog_has_shown_it)
+{
+    yes();
+    desktop.expect_box(nothing_mature);
+    EXPECT_TRUE(press("+"));
+    EXPECT_EQ(stored(1).q_side.attempts, 5);
+}
+
 struct Answer {
     const char* name;
     const char* stored;

@@ -257,7 +257,7 @@ TEST_F(EndedImport, by_an_unforeseen_error_leaves_no_transaction_open)
 {
     struct Broken : SteppingClock {
         mutable int reads = 0;
-        [[nodiscard]] double seconds_since_midnight() const override
+        [[nodiscard]] double steady_seconds() const override
         {
             return ++reads < 3 ? 0 : throw std::bad_alloc();
         }

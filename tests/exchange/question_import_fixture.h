@@ -18,12 +18,12 @@
 
 namespace cuedrill::exchange {
 
-/// A clock that moves on by a fixed step whenever the time of day is read.
+/// A clock that moves on by a fixed step whenever it is read.
 class SteppingClock : public fakes::FakeClock {
 public:
     double step = 0; ///< seconds
 
-    [[nodiscard]] double seconds_since_midnight() const override
+    [[nodiscard]] double steady_seconds() const override
     {
         const double present = m_seconds;
         m_seconds += step;

@@ -305,18 +305,18 @@ TEST_F(GroupedImport, goes_through_in_one_piece_when_it_is_quick)
     EXPECT_EQ(view.shown.size(), 1U);
 }
 
-TEST_F(GroupedImport, commits_when_the_clock_goes_back_past_midnight)
+/// Proves that a record does not wait uncommitted for the next one, however far that is.
+TEST_F(GroupedImport, commits_in_a_long_stretch_without_records)
 {
+    clock.step = 0.2; // one reading at the record, one at every 64th line
     watch_pumps();
-    // The first record comes at the end of the day, the second behind midnight.
-    struct Midnight : SteppingClock {
-        mutable int reads = 0;
-        [[nodiscard]] double seconds_since_midnight() const override { return ++reads < 3 ? 86399.9 : 0.1; }
-    } midnight;
-    QuestionImport over_midnight{course, bank, flags, view, view, {files, midnight, desktop, engine.text_compare}};
-    desktop.expect_box(inserted(4));
-    over_midnight.import_file(folder.write("questions.txt", records(4)));
-    EXPECT_EQ(pumped_at, (std::vector<std::size_t>{2}));
+    desktop.expect_box(inserted(2));
+    std::string text = "@Q@ q1 @A@ a1 @Q@ q2\r\n";
+    for (int line = 2; line <= 200; ++line)
+        text += "/*/ a remark\r\n";
+    import(text + "@A@ a2");
+    EXPECT_EQ(pumped_at, (std::vector<std::size_t>{1, 1}));
+    EXPECT_EQ(stored(), (Texts{{"q1", "a1"}, {"q2", "a2"}}));
 }
 
 } // namespace

@@ -22,6 +22,8 @@ public:
         return set_seconds_since_midnight.value_or(static_cast<double>(time.seconds() - time.date_only().seconds()));
     }
 
+    [[nodiscard]] double steady_seconds() const override { return static_cast<double>(time.seconds()); }
+
     void advance_seconds(std::int64_t seconds) { time = common::DateTime::from_seconds(time.seconds() + seconds); }
     void advance_days(double days) { time = time.plus_days(days); }
 };

@@ -155,10 +155,26 @@ public:
     bool marked = false;
 };
 
+/// Where the keyboard focus of a window is.
+struct FakeFocus {
+    const void* owner = nullptr; ///< nothing when it is outside of the controls that take part
+};
+
+/// Loses the focus, as in a real window, when it can no longer be used.
 class FakeButton : public FakeControl<platform::Button> {
 public:
     using FakeControl::FakeControl;
 
+    void set_visible(bool value) override
+    {
+        FakeControl::set_visible(value);
+        lose_focus_when_unusable();
+    }
+    void set_enabled(bool value) override
+    {
+        FakeControl::set_enabled(value);
+        lose_focus_when_unusable();
+    }
     void set_caption(std::string_view text) override
     {
         caption_value = text;
@@ -178,10 +194,12 @@ public:
     void set_focus() override
     {
         ++focused;
-        focus = true;
+        take_focus();
         note("focus");
     }
-    [[nodiscard]] bool has_focus() const override { return focus; }
+    [[nodiscard]] bool has_focus() const override { return focus->owner == this; }
+    /// The user goes to it with the keyboard.
+    void take_focus() { focus->owner = this; }
 
     /// The left mouse button goes down and up on it. Where going down made the button unusable, there is no click.
     void click()
@@ -217,7 +235,15 @@ public:
     common::Twips left = 0;
     common::Twips width = 0;
     int focused = 0; ///< how often it was given the focus
-    bool focus = false;
+    FakeFocus own_focus;
+    FakeFocus* focus = &own_focus; ///< shared by the controls of a window
+
+private:
+    void lose_focus_when_unusable() const
+    {
+        if (!usable() && has_focus())
+            focus->owner = nullptr;
+    }
 };
 
 class FakeFocusHolder : public platform::FocusHolder, public Journalled {
@@ -227,10 +253,13 @@ public:
     void set_focus() override
     {
         ++focused;
+        focus->owner = this;
         note("focus");
     }
 
     int focused = 0; ///< how often it was given the focus
+    FakeFocus own_focus;
+    FakeFocus* focus = &own_focus; ///< shared by the controls of a window
 };
 
 class FakeFrame : public FakeControl<platform::Frame> {

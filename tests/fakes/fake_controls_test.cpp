@@ -122,6 +122,22 @@ TEST(Form1, notes_what_is_done_to_its_controls_in_one_journal)
                                       "panel_level[5].count=3/7", "Text_a.background=128,255,128", "bot_no.focus"}));
 }
 
+TEST(Form1, has_the_focus_in_one_place_and_loses_it_with_the_button_that_has_it)
+{
+    FakeForm1 form1;
+    form1.bot_yes.set_focus();
+    form1.bot_no.take_focus();
+    EXPECT_FALSE(form1.bot_yes.has_focus());
+    EXPECT_TRUE(form1.bot_no.has_focus());
+    form1.bot_yes.set_enabled(false);
+    EXPECT_TRUE(form1.bot_no.has_focus());
+    form1.bot_no.set_visible(false);
+    EXPECT_FALSE(form1.bot_no.has_focus());
+    form1.bot_other.set_focus();
+    form1.bot_focus.set_focus();
+    EXPECT_FALSE(form1.bot_other.has_focus());
+}
+
 TEST(Form1, gives_the_logic_its_own_controls)
 {
     FakeForm1 form1;

@@ -10,7 +10,15 @@ namespace cuedrill::fakes {
 /// The main window with all its controls; `controls` is what the logic gets.
 class FakeForm1 {
 public:
+    FakeForm1()
+    {
+        for (FakeButton* button : {&bot_yes, &bot_no, &bot_other})
+            button->focus = &focus;
+        bot_focus.focus = &focus;
+    }
+
     Journal journal;
+    FakeFocus focus;
 
     FakeWindow window{"Form1", &journal};
     FakeMenuBar menu_bar{&journal};

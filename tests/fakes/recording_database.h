@@ -2,6 +2,7 @@
 
 #include "platform/database.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
@@ -39,6 +40,7 @@ struct DatabaseRecord {
 
     std::map<Operation, int> counts;
     std::map<Operation, Failure> failures;
+    std::function<void(Operation)> on_call;
     std::vector<std::string> statements;
     int transaction_depth = 0;
     int open_recordsets = 0;
@@ -47,6 +49,8 @@ struct DatabaseRecord {
     void called(Operation operation)
     {
         ++counts[operation];
+        if (on_call)
+            on_call(operation);
         const auto planned = failures.find(operation);
         if (planned == failures.end() || --planned->second.calls_left > 0)
             return;
@@ -143,6 +147,9 @@ public:
     {
         m_record->failures[operation] = {call, kind, std::move(words)};
     }
+
+    /// Runs at each operation, before it happens; what it throws comes out of the operation.
+    void at_each_call(std::function<void(Operation)> hook) { m_record->on_call = std::move(hook); }
 
     /// The texts given to `open_recordset` and `execute`, in their order.
     [[nodiscard]] const std::vector<std::string>& statements() const { return m_record->statements; }

@@ -96,6 +96,35 @@ TEST_F(CommandTest, the_course_tool_says_what_it_cannot_read)
     EXPECT_NE(printed().find("nothing.txt"), std::string::npos) << printed();
 }
 
+// What is left of a failed attempt would stand in the way of the next one.
+TEST_F(CommandTest, the_course_tool_leaves_no_course_of_a_text_that_cannot_be_read)
+{
+    const std::string text = folder.write("utf16.txt", std::string_view("\xFF\xFE@\0Q\0", 6));
+    EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), text}), 1);
+    EXPECT_NE(printed().find("UTF-16"), std::string::npos) << printed();
+    EXPECT_FALSE(std::filesystem::exists(folder.file("elements.crs")));
+    EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 0) << printed();
+}
+
+TEST_F(CommandTest, the_course_tool_lists_what_it_refuses_and_succeeds)
+{
+    const std::string text = folder.write("questions.txt", "@Q@ Norway? @A@ Oslo @Q@ " + std::string(201, 'q') +
+                                                               " @A@ a @Q@ Italy? @A@ Rome");
+    EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("some.crs"), text}), 0);
+    EXPECT_NE(printed().find("Question 2: The question has 201 characters; 200 fit."), std::string::npos) << printed();
+    EXPECT_EQ(fakes::read_course(folder.file("some.crs")).qa.size(), 2U);
+}
+
+TEST_F(CommandTest, the_demonstration_stops_when_nothing_more_is_mature)
+{
+    const std::string text = folder.write("questions.txt", "@Q@ Norway? @A@ Oslo @Q@ Italy? @A@ Rome");
+    ASSERT_EQ(run({CUEDRILL_COURSE, folder.file("two.crs"), text}), 0);
+    EXPECT_EQ(run({CUEDRILL_DEMO, folder.file("two.crs"), folder.file("drill.png")}), 0) << printed();
+    EXPECT_NE(printed().find("Nothing more is mature"), std::string::npos) << printed();
+    EXPECT_EQ(printed().find("question 3\n"), std::string::npos) << printed();
+    EXPECT_TRUE(std::filesystem::exists(folder.file("drill.png")));
+}
+
 TEST_F(CommandTest, the_demonstration_drills_five_questions_and_saves_a_picture)
 {
     ASSERT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 0);

@@ -8,6 +8,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
@@ -28,18 +29,25 @@ protected:
         m_box_watch.start(0);
     }
 
-    /// Runs the program on a course until `use` has ended it, or it has ended by itself.
+    /// Runs the program on a course until `use` has returned, or it has ended by itself.
     int run(const std::string& command_line, const std::function<void(Program&)>& use = {})
     {
-        Program program;
-        const int code = program.run(command_line, [&] {
-            if (use)
-                use(program);
-        });
+        const int code = run_program(command_line, use);
         // The toolkit remembers that its loops are to return; the next program of this process starts afresh.
         QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
         QCoreApplication::exec();
         return code;
+    }
+
+    static int run_program(const std::string& command_line, const std::function<void(Program&)>& use)
+    {
+        Program program;
+        return program.run(command_line, [&] {
+            if (use)
+                use(program);
+            // Also where an expectation has left `use` early.
+            program.form1().widget().close();
+        });
     }
 
     static void press(Program& program, const char* name)
@@ -48,6 +56,15 @@ protected:
         ASSERT_NE(button, nullptr) << name;
         ASSERT_TRUE(button->isEnabled() && button->isVisible()) << name;
         button->click();
+    }
+
+    /// Presses a button that has the focus with the space bar.
+    static void press_with_keyboard(QWidget& button)
+    {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, " ");
+            QCoreApplication::sendEvent(&button, &event);
+        }
     }
 
     fakes::TempFolder folder;
@@ -93,7 +110,6 @@ TEST_F(ProgramTest, drills_a_course_and_finds_every_verdict_again)
                       press(program, "bot_no");
                       EXPECT_EQ(form1.Text_q.text(), "three");
                       EXPECT_EQ(form1.Panel_score.caption(), "1");
-                      program.form1().widget().close();
                   }),
               0);
 
@@ -112,10 +128,32 @@ TEST_F(ProgramTest, drills_a_course_and_finds_every_verdict_again)
                       EXPECT_EQ(form1.window.caption(), "Cuedrill: Course course [course]");
                       EXPECT_EQ(form1.panel_total.caption(), "3");
                       EXPECT_EQ(form1.Panel_score.caption(), "1");
-                      program.form1().widget().close();
                   }),
               0);
     EXPECT_EQ(file_dialogs, 0);
+}
+
+TEST_F(ProgramTest, goes_on_by_keyboard_when_the_pressed_button_disappears)
+{
+    fakes::CourseBuilder builder;
+    builder.question("one", "1");
+    builder.question("two", "2");
+    const std::string path = builder.write(folder);
+    EXPECT_EQ(run(path,
+                  [](Program& program) {
+                      press(program, "bot_yes");
+                      press(program, "bot_yes");
+                      QMainWindow& window = program.form1().widget();
+                      auto* const ignore = window.findChild<QAbstractButton*>("bot_other");
+                      ignore->setFocus();
+                      EXPECT_TRUE(program.form1().controls().bot_other.has_focus());
+                      press_with_keyboard(*ignore);
+                      EXPECT_EQ(program.form1().controls().Text_q.text(), "two");
+                      EXPECT_FALSE(ignore->isVisible());
+                      EXPECT_EQ(window.focusWidget(), window.findChild<QAbstractButton*>("bot_yes"));
+                      window.close();
+                  }),
+              0);
 }
 
 TEST_F(ProgramTest, names_a_damaged_course_and_lets_another_one_be_chosen)
@@ -139,12 +177,7 @@ TEST_F(ProgramTest, opens_a_quoted_path)
 {
     const std::string path = fakes::CourseBuilder().write(folder, "a course.crs");
     bool shown = false;
-    EXPECT_EQ(run("\"" + path + "\"",
-                  [&](Program& program) {
-                      shown = program.course().db_path == path;
-                      program.form1().widget().close();
-                  }),
-              0);
+    EXPECT_EQ(run("\"" + path + "\"", [&](Program& program) { shown = program.course().db_path == path; }), 0);
     EXPECT_TRUE(shown);
 }
 
@@ -167,7 +200,6 @@ TEST_F(ProgramTest, reports_a_course_that_fails_in_the_middle_and_goes_on)
                       EXPECT_EQ(program.form1().controls().panel_dialog.caption(), "Did you know the answer?");
                       std::filesystem::rename(path + ".away", path);
                       press(program, "bot_yes");
-                      program.form1().widget().close();
                   }),
               0);
     EXPECT_EQ(fakes::read_course(path).qa.at(0).q_side.attempts, 1);

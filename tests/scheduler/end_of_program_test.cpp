@@ -3,6 +3,7 @@
 #include "scheduler/end_of_program.h"
 
 #include <gtest/gtest.h>
+#include <new>
 
 namespace cuedrill::scheduler {
 namespace {
@@ -85,6 +86,23 @@ TEST_P(FailingEnd, closes_the_course_silently)
 INSTANTIATE_TEST_SUITE_P(AtEveryStep, FailingEnd,
                          testing::Values(Operation::begin, Operation::open_table, Operation::update,
                                          Operation::commit));
+
+/// Proves the same of an error that does not come of the engine.
+TEST_F(EndOfTheProgram, closes_the_course_though_the_memory_is_used_up)
+{
+    open(CourseBuilder());
+    const auto before = file();
+    database.at_each_call([](Operation operation) {
+        if (operation == Operation::open_table)
+            throw std::bad_alloc();
+    });
+    EXPECT_THROW(end_of_program.end_program(), common::ProgramEnded);
+    EXPECT_FALSE(course.is_open());
+    EXPECT_FALSE(database.is_open());
+    EXPECT_EQ(database.transaction_depth(), 0);
+    EXPECT_EQ(file(), before);
+    EXPECT_NE(traced().find("end_program - work time not stored - "), std::string::npos);
+}
 
 } // namespace
 } // namespace cuedrill::scheduler

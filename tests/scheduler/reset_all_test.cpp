@@ -114,5 +114,38 @@ TEST_F(ResetAll, changes_nothing_when_the_engine_refuses_it)
     EXPECT_EQ(stored().successes, 3);
 }
 
+TEST_F(ResetAll, refreshes_the_figures_of_the_question_on_display)
+{
+    expect_question(BoxAnswer::yes);
+    scoring.m_reset_all();
+    EXPECT_EQ(display.figure_refreshes, 1);
+    EXPECT_TRUE(display.question_on_display);
+    EXPECT_EQ(course.current_cnt, 1);
+}
+
+/// Proves that a question is not left to be judged beside counts from before.
+TEST_F(ResetAll, takes_the_question_away_when_the_counts_cannot_be_refreshed)
+{
+    expect_question(BoxAnswer::yes);
+    database.fail_at(Operation::open_recordset);
+    EXPECT_THROW(scoring.m_reset_all(), platform::DatabaseError);
+    EXPECT_EQ(course.current_cnt, 0);
+    EXPECT_FALSE(display.question_on_display);
+    EXPECT_EQ(stored().attempts, 0);
+    EXPECT_EQ(course.params.score_today, 0);
+    EXPECT_EQ(panels.score, 0);
+}
+
+/// Proves that records and counters are reset together or not at all.
+TEST_F(ResetAll, changes_nothing_when_the_counters_cannot_be_stored)
+{
+    const auto before = file();
+    expect_question(BoxAnswer::yes);
+    database.fail_at(Operation::update);
+    EXPECT_THROW(scoring.m_reset_all(), platform::DatabaseError);
+    EXPECT_EQ(file(), before);
+    expect_unchanged_counters();
+}
+
 } // namespace
 } // namespace cuedrill::scheduler

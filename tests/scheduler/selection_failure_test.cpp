@@ -4,6 +4,7 @@
 #include "scheduler/selection.h"
 
 #include <gtest/gtest.h>
+#include <new>
 
 namespace cuedrill::scheduler {
 namespace {
@@ -38,6 +39,19 @@ TEST_F(SelectionFailure, of_the_engine_takes_the_question_away)
     }
     selection.next_question();
     EXPECT_EQ(course.current_cnt, 1);
+}
+
+TEST_F(SelectionFailure, for_want_of_memory_takes_the_question_away)
+{
+    CourseBuilder builder;
+    builder.question("a");
+    open_with_current(builder);
+    database.at_each_call([](Operation operation) {
+        if (operation == Operation::open_recordset)
+            throw std::bad_alloc();
+    });
+    EXPECT_THROW(selection.next_question(), std::bad_alloc);
+    expect_no_question();
 }
 
 /// Proves that a number that does not fit 16 bits is refused before anything is written.

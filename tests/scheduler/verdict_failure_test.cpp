@@ -4,6 +4,7 @@
 #include "scheduler/scoring.h"
 
 #include <gtest/gtest.h>
+#include <new>
 
 namespace cuedrill::scheduler {
 namespace {
@@ -121,6 +122,20 @@ TEST_P(UnrefreshedVerdict, is_kept_and_takes_the_question_away)
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 2) << "it can still be undone";
     EXPECT_EQ(course.current_cnt, 1);
+}
+
+TEST_P(UnrefreshedVerdict, takes_the_question_away_for_want_of_memory_too)
+{
+    open_course();
+    database.at_each_call([](Operation operation) {
+        if (operation == Operation::open_recordset)
+            throw std::bad_alloc();
+    });
+    EXPECT_THROW(give(GetParam()), std::bad_alloc);
+    EXPECT_EQ(stored().attempts, 5);
+    EXPECT_EQ(course.current_cnt, 0);
+    EXPECT_FALSE(display.question_on_display);
+    EXPECT_EQ(desktop.pointer_depth, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, UnrefreshedVerdict, testing::Values(Verdict::success, Verdict::failure));

@@ -1,6 +1,8 @@
 #include "drill_fixture.h"
 #include "scheduler/statistics.h"
 
+#include <array>
+#include <cstdio>
 #include <gtest/gtest.h>
 
 namespace cuedrill::scheduler {
@@ -80,6 +82,20 @@ TEST_F(WorkTimeDisplay, is_part_of_every_refresh_of_the_counts)
     clock.advance_seconds(60);
     statistics.refresh_counts();
     expect_display("00:01", "00:31", "100:01");
+}
+
+/// Proves that no minute is lost where minutes become fractions of a day and come back.
+TEST_F(WorkTimeDisplay, is_exact_at_every_whole_minute_of_three_days)
+{
+    open_used(clock.time.plus_days(-1));
+    const auto start = clock.time.seconds();
+    for (int minute = 0; minute <= 3 * 24 * 60; ++minute) {
+        clock.time = common::DateTime::from_seconds(start + minute * 60);
+        statistics.refresh_work_time();
+        std::array<char, 16> expected{};
+        std::snprintf(expected.data(), expected.size(), "%02d:%02d", minute / 60, minute % 60);
+        ASSERT_EQ(panels.open_time, expected.data());
+    }
 }
 
 } // namespace

@@ -96,6 +96,17 @@ TEST_F(Choice, is_cancelled_by_an_empty_name_or_the_bare_pattern_in_any_case)
     EXPECT_EQ(traced(), std::vector<std::string>(4, "apertura_db -  begin - db_path$ = "));
 }
 
+TEST_F(Choice, is_cancelled_by_the_bare_pattern_in_a_folder)
+{
+    for (const char* title : {"*.crs", "*.CRS"}) {
+        SCOPED_TRACE(title);
+        desktop.expect_file({.path = folder.file(title), .title = title});
+        EXPECT_FALSE(opener.apertura_db());
+        expect_nothing_open();
+        EXPECT_FALSE(std::filesystem::exists(folder.file(title)));
+    }
+}
+
 TEST_F(Choice, takes_a_name_that_only_ends_like_the_pattern)
 {
     const std::string path = CourseBuilder().write(folder, "x*.crs");
@@ -142,6 +153,15 @@ TEST_F(Choice, names_the_course_by_the_title_that_the_dialog_gives)
     desktop.expect_file({.path = existing, .title = "Shown name.part.crs"});
     EXPECT_TRUE(opener.apertura_db());
     EXPECT_EQ(course.course_name, "Shown name.part");
+}
+
+TEST_F(Choice, names_a_course_with_a_colon_in_its_name_whole)
+{
+    const std::string path = CourseBuilder().write(folder, "Deutsch: Verben.crs");
+    desktop.expect_file({.path = path, .title = "Deutsch: Verben.crs"});
+    EXPECT_TRUE(opener.apertura_db());
+    expect_open(path);
+    EXPECT_EQ(course.course_name, "Deutsch: Verben");
 }
 
 TEST_F(Choice, traces_every_step)

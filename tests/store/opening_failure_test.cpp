@@ -198,5 +198,23 @@ INSTANTIATE_TEST_SUITE_P(AtEveryStep, FailingStep,
                                          std::pair(Operation::open_table, 2), std::pair(Operation::seek, 1),
                                          std::pair(Operation::begin, 1), std::pair(Operation::commit, 1)));
 
+TEST_F(OpeningFailure, after_the_parameters_were_read_lends_nothing_to_the_next_course)
+{
+    const std::string foreign = CourseBuilder()
+                                    .number_param("always_type", 1)
+                                    .number_param("target_level", 7)
+                                    .date_param("last_date", clock.time)
+                                    .number_param("score_today", 40000)
+                                    .write(folder, "foreign.crs");
+    remember(foreign);
+    expect_refusal_box(foreign, "Overflow: the score of the day 40000 is outside -32768 to 32767.");
+    expect_dialog_answer(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    expect_open(sound);
+    EXPECT_FALSE(course.params.always_type);
+    EXPECT_EQ(course.params.target_level, 5);
+    EXPECT_EQ(file().number("target_level"), 5);
+}
+
 } // namespace
 } // namespace cuedrill::store

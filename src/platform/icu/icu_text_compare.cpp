@@ -75,7 +75,7 @@ private:
     }
 
     // Left uninitialised: clearing it would cost more than folding a typical text.
-    std::array<char, 1536> m_stack;
+    std::array<char, 1536> m_stack; // NOLINT(cppcoreguidelines-pro-type-member-init)
     std::string m_heap;
     char* m_begin = m_stack.data();
     std::size_t m_size = 0;

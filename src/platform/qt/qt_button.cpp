@@ -119,7 +119,7 @@ void QtButton::set_focus()
 
 bool QtButton::has_focus() const
 {
-    return m_button.window()->focusWidget() == &m_button;
+    return m_button.isVisibleTo(m_button.window()) && m_button.window()->focusWidget() == &m_button;
 }
 
 void QtButton::place()

@@ -5,16 +5,17 @@
 #include "platform/qt/qt_file_filter.h"
 #include "platform/qt/qt_text.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QValidator>
 #include <algorithm>
 
@@ -120,16 +121,16 @@ void make_prompt_plain(QInputDialog& widget)
     }
 }
 
-/// The toolkit keeps details behind a button of their own; here they are what the box is about.
+/// The toolkit would keep details behind a button of their own; here they are what the box is about.
 void show_details(QMessageBox& widget, const std::string& details)
 {
-    widget.setDetailedText(to_qt(details));
-    for (QAbstractButton* const button : widget.buttons()) {
-        if (widget.buttonRole(button) == QMessageBox::ActionRole) {
-            button->click();
-            button->hide();
-        }
-    }
+    auto* const grid = qobject_cast<QGridLayout*>(widget.layout());
+    auto* const text = new QPlainTextEdit(to_qt(details), &widget);
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    text->setAccessibleName(widget.text());
+    text->setMinimumSize(560, 240);
+    grid->addWidget(text, grid->rowCount(), 0, 1, grid->columnCount());
 }
 
 } // namespace

@@ -11,7 +11,7 @@ namespace cuedrill::platform::qt {
 namespace {
 
 constexpr int padding = 8;
-constexpr int bar_height = 10;
+constexpr double bar_height = 10;
 constexpr int mark_width = 10;
 constexpr int caption_characters = 12;
 constexpr int count_characters = 7;
@@ -92,7 +92,7 @@ void LevelRow::paint_bar(QPainter& painter, const QRect& area) const
     QRectF bar(area.left(), area.center().y() - bar_height / 2 + 0.5, area.width(), bar_height);
     painter.setPen(Qt::NoPen);
     painter.setBrush(blend(ground, palette().color(QPalette::WindowText), 0.13));
-    painter.drawRoundedRect(bar, bar_height / 2.0, bar_height / 2.0);
+    painter.drawRoundedRect(bar, bar_height / 2, bar_height / 2);
     if (m_share <= 0.0)
         return;
 
@@ -100,7 +100,7 @@ void LevelRow::paint_bar(QPainter& painter, const QRect& area) const
     painter.save();
     painter.setClipRect(QRectF(bar.left(), bar.top(), std::max(bar.width() * m_share, thinnest_bar), bar.height()));
     painter.setBrush(palette().color(QPalette::Highlight));
-    painter.drawRoundedRect(bar, bar_height / 2.0, bar_height / 2.0);
+    painter.drawRoundedRect(bar, bar_height / 2, bar_height / 2);
     painter.restore();
 }
 

@@ -63,7 +63,7 @@ std::string folder_of(const std::string& path)
 std::string existing_course_file(const std::string& path)
 {
     require_name(path);
-    const std::string file = canonical(path);
+    std::string file = canonical(path);
     const struct stat status = status_of(file);
     if (S_ISDIR(status.st_mode))
         throw own_error(DatabaseErrorKind::not_a_course, "It is a folder.");

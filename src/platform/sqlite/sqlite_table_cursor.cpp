@@ -194,7 +194,7 @@ std::string SqliteTableCursor::writing_text() const
         if (!is_set(i))
             continue;
         const std::string separator = parameter == 0 ? "" : ", ";
-        const std::string mark = "?" + std::to_string(++parameter);
+        const std::string mark = std::string("?").append(std::to_string(++parameter));
         names += separator + quoted(m_layout->columns()[i].name) + (adding ? "" : " = " + mark);
         marks += separator + mark;
     }

@@ -38,7 +38,7 @@ public:
 
     /// `value` in the form in which the column stores it.
     /// @throws DatabaseError (constraint) when it is of another type, too long or out of range.
-    [[nodiscard]] Value stored_form(std::size_t column, Value value) const;
+    [[nodiscard]] Value stored_form(std::size_t position, Value value) const;
 
     /// The statements that make the table and its indexes.
     [[nodiscard]] std::vector<std::string> create_statements() const;

@@ -3,6 +3,7 @@
 #include "common/errors.h"
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 
 namespace cuedrill::platform::system {
@@ -44,6 +45,11 @@ double SystemClock::seconds_since_midnight() const
 {
     const LocalTime local = local_time();
     return local.fields.tm_hour * 3600 + local.fields.tm_min * 60 + local.fields.tm_sec + local.fraction;
+}
+
+double SystemClock::steady_seconds() const
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
 } // namespace cuedrill::platform::system

@@ -9,6 +9,7 @@ class SystemClock : public Clock {
 public:
     [[nodiscard]] common::DateTime now() const override;
     [[nodiscard]] double seconds_since_midnight() const override;
+    [[nodiscard]] double steady_seconds() const override;
 };
 
 } // namespace cuedrill::platform::system

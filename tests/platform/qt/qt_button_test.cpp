@@ -46,6 +46,18 @@ TEST_F(QtButtonTest, AReleaseThatABoxHasSwallowedIsToldBeforeTheNextClick)
     EXPECT_EQ(journal, "down2 up2 click ");
 }
 
+// The button may ask something else by then; the second press of the same gesture is no answer to that.
+TEST_F(QtButtonTest, ADoubleClickClicksOnce)
+{
+    click_with(button.widget(), Qt::LeftButton);
+    send_mouse(button.widget(), QEvent::MouseButtonDblClick, Qt::LeftButton);
+    send_mouse(button.widget(), QEvent::MouseButtonRelease, Qt::LeftButton);
+    EXPECT_TRUE(journal.starts_with("down1 click up1 ")) << journal;
+    EXPECT_EQ(journal.find("click", journal.find("click") + 1), std::string::npos) << journal;
+    click_with(button.widget(), Qt::LeftButton);
+    EXPECT_TRUE(journal.ends_with("down1 click up1 ")) << journal;
+}
+
 TEST_F(QtButtonTest, SpaceClicksOnceHoweverLongItIsHeld)
 {
     press_key(button.widget(), Qt::Key_Space, " ");
@@ -111,6 +123,18 @@ TEST_F(QtButtonTest, TakesTheFocus)
 {
     button.set_focus();
     EXPECT_EQ(window.focusWidget(), &button.widget());
+}
+
+TEST_F(QtButtonTest, KnowsWhetherItHasTheFocus)
+{
+    QPushButton other(&window);
+    other.show();
+    other.setFocus();
+    EXPECT_FALSE(button.has_focus());
+    button.set_focus();
+    EXPECT_TRUE(button.has_focus());
+    other.setFocus();
+    EXPECT_FALSE(button.has_focus());
 }
 
 TEST_F(QtButtonTest, AFailingHandlerIsReportedAndTheButtonGoesOn)

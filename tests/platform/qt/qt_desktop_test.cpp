@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 
@@ -48,17 +50,29 @@ TEST_F(QtDesktopTest, AMessageShowsItsTextLiterallyUnderTheProgramsTitle)
     EXPECT_EQ(desktop.message_box({.text = "<b>one</b> & two\r\nthree"}), BoxAnswer::ok);
 }
 
-TEST_F(QtDesktopTest, AMessageHasTheTitleIconAndDetailsThatAreAskedFor)
+TEST_F(QtDesktopTest, AMessageHasTheTitleAndIconThatAreAskedFor)
 {
     when_box_opens<QMessageBox>([](QMessageBox& box) {
         EXPECT_EQ(box.windowTitle(), "Wrong answer");
         EXPECT_EQ(box.icon(), QMessageBox::Information);
-        EXPECT_EQ(box.detailedText(), "first\nsecond");
         box.reject();
     });
-    EXPECT_EQ(desktop.message_box(
-                  {.text = "t", .icon = BoxIcon::information, .title = "Wrong answer", .details = "first\r\nsecond"}),
-              BoxAnswer::ok);
+    EXPECT_EQ(desktop.message_box({.text = "t", .icon = BoxIcon::information, .title = "Wrong answer"}), BoxAnswer::ok);
+}
+
+TEST_F(QtDesktopTest, DetailsAreShownAtOnce)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        const auto* const details = box.findChild<QPlainTextEdit*>();
+        ASSERT_NE(details, nullptr);
+        EXPECT_TRUE(details->isVisible());
+        EXPECT_TRUE(details->isReadOnly());
+        EXPECT_EQ(details->toPlainText(), "first\nsecond");
+        for (const QAbstractButton* const button : box.buttons())
+            EXPECT_EQ(button->isVisible(), button == box.button(QMessageBox::Ok)) << button->text().toStdString();
+        box.accept();
+    });
+    desktop.message_box({.text = "t", .details = "first\r\nsecond"});
 }
 
 TEST_F(QtDesktopTest, AQuestionGivesTheButtonThatWasPressed)
