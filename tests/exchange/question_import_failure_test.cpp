@@ -257,10 +257,7 @@ TEST_F(EndedImport, by_an_unforeseen_error_leaves_no_transaction_open)
 {
     struct Broken : SteppingClock {
         mutable int reads = 0;
-        [[nodiscard]] double steady_seconds() const override
-        {
-            return ++reads < 3 ? 0 : throw std::bad_alloc();
-        }
+        [[nodiscard]] double steady_seconds() const override { return ++reads < 3 ? 0 : throw std::bad_alloc(); }
     } broken;
     QuestionImport unlucky{course, bank, flags, view, view, {files, broken, desktop, engine.text_compare}};
     EXPECT_THROW(unlucky.import_file(folder.write("questions.txt", records(5))), std::bad_alloc);

@@ -12,7 +12,6 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 

@@ -2,8 +2,8 @@
 #include "platform/qt/qt_test_tools.h"
 
 #include <QAction>
-#include <QMenu>
 #include <QCoreApplication>
+#include <QMenu>
 #include <QMenuBar>
 
 namespace cuedrill::platform::qt {
