@@ -32,7 +32,7 @@ platform::Button* WindowLayout::focused_button() const
 }
 
 /// Who drills with the keyboard goes on with it: where the button with the focus has become unusable, the first usable
-/// one stands in for it, until it can be used again.
+/// one gets it. It stands in for one that is only disabled, until that can be used again.
 void WindowLayout::keep_focus(platform::Button* focused)
 {
     if (focused == nullptr)
@@ -41,12 +41,16 @@ void WindowLayout::keep_focus(platform::Button* focused)
     platform::Button* wanted = focused == m_stand_in ? m_displaced : focused;
     m_displaced = m_stand_in = nullptr;
     if (!usable(wanted)) {
-        m_displaced = wanted;
+        platform::Button* first_usable = nullptr;
         for (platform::Button* button : {&m_form1.bot_other, &m_form1.bot_no, &m_form1.bot_yes}) {
             if (usable(button))
-                m_stand_in = button;
+                first_usable = button;
         }
-        wanted = m_stand_in;
+        if (wanted->visible()) {
+            m_displaced = wanted;
+            m_stand_in = first_usable;
+        }
+        wanted = first_usable;
     }
     if (wanted != nullptr && !wanted->has_focus())
         wanted->set_focus();

@@ -86,7 +86,6 @@ public:
 /// A box that holds other controls.
 class Frame : public Control {
 public:
-    virtual void set_caption(std::string_view text) = 0;
     [[nodiscard]] virtual common::Twips width() const = 0;
 
     std::function<void()> on_resize;

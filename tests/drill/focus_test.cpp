@@ -38,6 +38,10 @@ TEST_F(Focus, goes_from_ignore_to_yes_when_ignore_disappears)
     press_with_keyboard(form1.bot_other);
     ASSERT_FALSE(form1.bot_other.is_visible);
     EXPECT_TRUE(form1.bot_yes.has_focus());
+    // And stays there when the next answer brings "Ignore" back.
+    press_with_keyboard(form1.bot_yes);
+    ASSERT_TRUE(form1.bot_other.usable());
+    EXPECT_TRUE(form1.bot_yes.has_focus());
 }
 
 TEST_F(Focus, stays_on_a_button_that_stays_usable)

@@ -61,9 +61,8 @@ Form1 interfaces_of(QtForm1Controls& c)
 
 QtForm1Controls::QtForm1Controls(QtGuard& guard)
     : window("Form1", first_size, guard), menu_bar(*window.widget().menuBar(), window.gate()), Text_q("Text_q", guard),
-      Text_a("Text_a", guard), stats_heading(new CaptionLabel(CaptionLabel::Tone::quiet)),
-      frame_stats("frame_stats", *new Card, stats_heading, guard),
-      dialog_strip("dialog_strip", *new QWidget, nullptr, guard), bot_yes("bot_yes", window.gate()),
+      Text_a("Text_a", guard), frame_stats("frame_stats", *new Card, guard),
+      dialog_strip("dialog_strip", *new QWidget, guard), bot_yes("bot_yes", window.gate()),
       bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()), timer_250_ms(guard), timer_1_sec(guard),
       timer_1_min(guard), session_end(guard, [this] { window.ask_to_close(); })
 {

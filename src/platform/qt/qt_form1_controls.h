@@ -36,7 +36,6 @@ struct QtForm1Controls {
     QtLabel lab_elapsed{"lab_elapsed", QtLabel::Kind::caption};
     QtLabel PANEL_ELAPSED{"PANEL_ELAPSED", QtLabel::Kind::value};
 
-    QLabel* stats_heading;
     QtFrame frame_stats;
     std::array<QtLevelPanel, level_panels> panel_level{QtLevelPanel{"panel_level_0"}, QtLevelPanel{"panel_level_1"},
                                                        QtLevelPanel{"panel_level_2"}, QtLevelPanel{"panel_level_3"},

@@ -141,7 +141,6 @@ QWidget* statistics(QtForm1Controls& c)
     auto* inside = new QVBoxLayout(&frame);
     inside->setContentsMargins(wide_gap, wide_gap - 2, 2 * wide_gap, wide_gap - 2);
     inside->setSpacing(narrow_gap);
-    inside->addWidget(c.stats_heading);
     inside->addLayout(figures);
     return &frame;
 }
