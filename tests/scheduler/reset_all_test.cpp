@@ -55,6 +55,17 @@ TEST_F(ResetAll, sends_every_record_back_to_level_0_in_both_directions)
     EXPECT_EQ(file().qa.at(0).q, "a");
 }
 
+/// Proves that a crash after the reset does not bring the old score and times back.
+TEST_F(ResetAll, stores_the_counters_at_once)
+{
+    clock.advance_seconds(20);
+    expect_question(BoxAnswer::yes);
+    scoring.m_reset_all();
+    EXPECT_EQ(file().number("score_TODAY"), 0);
+    EXPECT_EQ(file().number("time_TODAY"), 20);
+    EXPECT_EQ(file().number("time_ever"), 20);
+}
+
 TEST_F(ResetAll, is_one_statement)
 {
     expect_question(BoxAnswer::yes);

@@ -207,6 +207,29 @@ TEST_F(Success, of_the_last_question_below_the_target_is_congratulated_once)
     EXPECT_EQ(desktop.boxes.size(), 1U);
 }
 
+/// Proves that a crash after the verdict costs neither the level nor the score.
+TEST_F(Success, stores_the_score_of_the_day_with_the_verdict)
+{
+    open_with_history(2, 2h);
+    course.params.score_today = 6;
+    clock.advance_seconds(30);
+    scoring.set_success();
+    EXPECT_EQ(file().number("score_TODAY"), 7);
+    EXPECT_EQ(file().number("time_TODAY"), 30);
+    EXPECT_EQ(course.params.score_today, 7);
+}
+
+/// Proves that neither is stored, nor kept in memory, when the counters cannot be stored.
+TEST_F(Success, is_not_stored_when_the_score_cannot_be)
+{
+    open_with_history(2, 2h);
+    const auto before = file();
+    database.fail_at(fakes::Operation::update, 2); // the first one is that of the record
+    EXPECT_THROW(scoring.set_success(), platform::DatabaseError);
+    EXPECT_EQ(file(), before);
+    EXPECT_EQ(course.params.score_today, 0);
+}
+
 TEST_F(Success, is_not_congratulated_while_a_question_is_below_the_target)
 {
     open_with_history(4, 3 * one_day);

@@ -82,6 +82,24 @@ TEST_F(FileState, AFullDiskKeepsTheCourseAsItWas)
     EXPECT_EQ(folder.names(), std::vector<std::string>{"course.crs"});
 }
 
+// Somebody may look at the file, or copy it, while a box tells of the full disk.
+TEST_F(FileState, AFullDiskLeavesNoHalfWrittenFileBehindTheRollback)
+{
+    add("one");
+    const std::string before = bytes_of(path);
+    {
+        const FileSizeLimit limit(before.size() + 64 * 1024);
+        Transaction transaction(database);
+        error_words(DatabaseErrorKind::full, [&] {
+            for (int i = 0; i < 2000; ++i)
+                add(std::string(200, 'x'), std::string(200, 'y'));
+            transaction.commit();
+        });
+    }
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"course.crs"});
+    EXPECT_TRUE(bytes_of(path) == before) << "the file is not as it was";
+}
+
 TEST_F(FileState, AFullDiskEndsACreationWithoutATrace)
 {
     database.close();
