@@ -37,7 +37,7 @@ public:
     void show_question() override {}
     void refresh_figures() override {}
     void clear_answer_state() override {}
-    void clear_question() override {}
+    void withdraw_question() override {}
     void ShowStatus(std::string_view, int) override {}
     void show_total(std::int64_t) override {}
     void show_level(int, std::int64_t, std::int64_t, bool) override {}

@@ -72,13 +72,12 @@ void MainWindow::unload()
 
 void MainWindow::forget_display()
 {
-    m_.course.current_cnt = 0;
     m_.course.previous_cnt = 0;
     m_.state.dialog = DialogState::AskToStart;
     m_.state.RightClickConsumed = false;
     m_.edit_flags.clear();
     m_.scoring.forget_last_verdict();
-    m_.question_view.clear_question();
+    m_.question_view.withdraw_question();
     m_.status.ShowStatus("", 0);
 }
 

@@ -113,8 +113,9 @@ void QuestionView::clear_answer_state()
     m_status.withdraw_request();
 }
 
-void QuestionView::clear_question()
+void QuestionView::withdraw_question()
 {
+    m_course.current_cnt = 0;
     clear_answer_state();
     m_state.loaded_question.clear();
     m_state.loaded_answer.clear();
@@ -122,12 +123,6 @@ void QuestionView::clear_question()
          {&m_form1.PANEL_Q_LEVEL, &m_form1.PANEL_Q_ATTEMPTS, &m_form1.PANEL_FAILS, &m_form1.PANEL_ELAPSED})
         figure->set_caption("");
     show_texts("");
-}
-
-void QuestionView::withdraw_question()
-{
-    m_course.current_cnt = 0;
-    clear_question();
 }
 
 void QuestionView::RevealAnswer()

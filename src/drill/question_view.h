@@ -33,10 +33,7 @@ public:
     void show_question() override;
     void refresh_figures() override;
     void clear_answer_state() override;
-    void clear_question() override;
-
-    /// Takes the question off the display: there is no current record any more.
-    void withdraw_question();
+    void withdraw_question() override;
 
     /// Shows the stored answer, on light red when the user had marked it as not known, otherwise on light green.
     void RevealAnswer();

@@ -18,8 +18,9 @@ public:
     virtual void refresh_figures() = 0;
     /// Forgets what was done about the answer of the present question.
     virtual void clear_answer_state() = 0;
-    /// Empties the question and answer boxes: no question is on display.
-    virtual void clear_question() = 0;
+    /// Empties the question and answer boxes. From now on there is no current record, and nothing that a verdict could
+    /// be given on.
+    virtual void withdraw_question() = 0;
 };
 
 /// The line at the bottom of the main window.

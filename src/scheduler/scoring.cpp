@@ -157,8 +157,7 @@ void Scoring::refresh_counts()
     } catch (...) {
         // The change is stored. What stands in the boxes must not be given a verdict that belongs to another moment, or
         // to another record.
-        m_course.current_cnt = 0;
-        m_views.display.clear_question();
+        m_views.display.withdraw_question();
         throw;
     }
 }

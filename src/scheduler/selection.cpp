@@ -38,15 +38,14 @@ void Selection::next_question()
         find_next_question();
     } catch (...) {
         // The question that stood there has had its verdict; it must not be judged a second time.
-        m_course.current_cnt = 0;
-        m_display.clear_question();
+        m_display.withdraw_question();
         throw;
     }
     if (m_course.current_cnt != 0) {
         m_display.show_question();
         return;
     }
-    m_display.clear_question();
+    m_display.withdraw_question();
     m_services.desktop.message_box({.text = "No question is mature for being asked."});
 }
 

@@ -51,6 +51,7 @@ protected:
     DrillFixture()
     {
         dead_times.init_dead_time_array();
+        display.course = &course;
         // A box may stay for hours: no transaction and no statement may be open meanwhile, nor the pointer be busy.
         desktop.on_box = [this] {
             EXPECT_EQ(database.transaction_depth(), 0);

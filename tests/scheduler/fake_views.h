@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scheduler/ports.h"
+#include "store/course.h"
 
 #include <array>
 #include <cstdint>
@@ -18,6 +19,7 @@ public:
     int shows = 0;
     int answer_state_clears = 0;
     int question_clears = 0;
+    store::Course* course = nullptr; ///< whose current record goes with the question
     int figure_refreshes = 0;
     bool question_on_display = false;
     /// Run by a show, after it was counted; may throw.
@@ -32,9 +34,11 @@ public:
     }
     void refresh_figures() override { ++figure_refreshes; }
     void clear_answer_state() override { ++answer_state_clears; }
-    void clear_question() override
+    void withdraw_question() override
     {
         ++question_clears;
+        if (course != nullptr)
+            course->current_cnt = 0;
         question_on_display = false;
     }
 };
