@@ -85,4 +85,11 @@ std::string replace_all(std::string_view text, std::string_view what, std::strin
     return result.append(text);
 }
 
+std::string with_one_kind_of_line_end(std::string text)
+{
+    for (const std::string_view line_end : {"\r\n", "\r", "\u2028", "\u2029"})
+        text = replace_all(text, line_end, "\n");
+    return text;
+}
+
 } // namespace cuedrill::common

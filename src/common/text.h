@@ -6,6 +6,14 @@
 
 namespace cuedrill::common {
 
+/// The characters of a text from `begin` to before `end`, counted in code points from 0.
+struct TextRange {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+
+    friend bool operator==(const TextRange&, const TextRange&) = default;
+};
+
 /// Line end of messages and of stored texts.
 inline constexpr std::string_view cr_lf = "\r\n";
 
@@ -27,5 +35,9 @@ bool equal_ascii(std::string_view a, std::string_view b);
 
 /// `text` with every occurrence of `what` replaced by `with`, from the left. Requires a non-empty `what`.
 std::string replace_all(std::string_view text, std::string_view what, std::string_view with);
+
+/// `text` with each line end of whatever kind (CR LF, CR, U+2028, U+2029) as LF. A text box knows one kind only, and
+/// may give back another one than it was given.
+std::string with_one_kind_of_line_end(std::string text);
 
 } // namespace cuedrill::common

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/colour.h"
+#include "common/text.h"
 #include "common/twips.h"
 
 #include <chrono>
@@ -9,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Windows without a toolkit: one interface per kind of control, with only the operations that the logic needs.
 /// A hook (`on_...`) is called by the control when the user does something; it may be empty. All texts are UTF-8 and
@@ -66,6 +68,10 @@ public:
     /// Left edge and width within the container.
     virtual void set_left(common::Twips left) = 0;
     virtual void set_width(common::Twips width) = 0;
+    /// What was set; before that, the width that the caption just needs.
+    [[nodiscard]] virtual common::Twips width() const = 0;
+    /// What the button does, for the pointer that rests on it and for assistive technology.
+    virtual void set_tool_tip(std::string_view text) = 0;
     virtual void set_focus() = 0;
     /// Whether it has the keyboard focus, or will have it when the window becomes active.
     [[nodiscard]] virtual bool has_focus() const = 0;
@@ -91,25 +97,70 @@ public:
     std::function<void()> on_resize;
 };
 
+enum class Key { character, enter, escape };
+
+/// A key that the window, and then the control with the focus, sees before the toolkit acts on it.
+struct KeyPress {
+    Key key = Key::character;
+    /// The character that the key gives. For a letter key of a layout without Latin letters, the letter at its place,
+    /// unless the key goes into text that can be edited.
+    std::string character{};
+    /// Sent again and again because the key is held down.
+    bool auto_repeat = false;
+    /// The character was put together by an input method or with dead keys.
+    bool composed = false;
+};
+
 struct Font {
     std::string name; ///< "FixedSys" stands for the system's fixed-pitch font
     int points = 9;
     bool bold = false;
 };
 
+/// Places in the text are counted in code points from 0; a line end (CR LF) counts as two.
 class TextBox : public Control {
 public:
     virtual void set_text(std::string_view text) = 0;
     [[nodiscard]] virtual std::string text() const = 0;
+    /// Where the caret stands; with a selection, where that begins.
+    [[nodiscard]] virtual std::size_t caret() const = 0;
+    /// Puts the caret there and gives up a selection; behind the end is at the end.
+    virtual void set_caret(std::size_t place) = 0;
+    /// Inserts `text` and puts the caret behind it; a selection is given up, its text stays. The user can undo it.
+    virtual void insert(std::size_t place, std::string_view text) = 0;
     /// The name that assistive technology tells.
     virtual void set_name(std::string_view name) = 0;
     virtual void set_background(std::optional<common::Colour> colour) = 0;
     virtual void set_font(const Font& font) = 0;
     /// A locked box shows its text and lets it be copied, but not changed.
     virtual void set_locked(bool locked) = 0;
+    virtual void set_focus() = 0;
 
     /// The box has got (true) or lost (false) the keyboard focus.
     std::function<void(bool)> on_focus;
+    /// A key that the window has left alone. Returns whether it is swallowed; otherwise the box takes it.
+    std::function<bool(const KeyPress&)> on_key;
+};
+
+/// Text that cannot be changed, in which words can be chosen: with the mouse, or with the arrow keys, which go from
+/// word to word. Places are counted as in a TextBox. A character of code 1 is drawn as a placeholder one cell wide.
+class HintBox : public Control {
+public:
+    virtual void set_text(std::string_view text) = 0;
+    [[nodiscard]] virtual std::string text() const = 0;
+    /// The places of the words that the arrow keys go to, in order. A new text has none.
+    virtual void set_words(std::vector<common::TextRange> words) = 0;
+    /// Where the user has last clicked, or the beginning of the word that an arrow key led to; nothing before either.
+    [[nodiscard]] virtual std::optional<std::size_t> caret() const = 0;
+    virtual void set_name(std::string_view name) = 0;
+    virtual void set_focus() = 0;
+
+    /// The user has clicked on the text. A click beside it and the second press of a double click are none.
+    std::function<void()> on_click;
+    /// The box has got (true) or lost (false) the keyboard focus.
+    std::function<void(bool)> on_focus;
+    /// A key that the window has left alone. Returns whether it is swallowed.
+    std::function<bool(const KeyPress&)> on_key;
 };
 
 class MenuEntry : public Control {
@@ -146,18 +197,6 @@ public:
     std::function<void()> on_tick;
 };
 
-enum class Key { character, enter, escape };
-
-/// A key that the window sees before its controls.
-struct KeyPress {
-    Key key = Key::character;
-    /// The character that the key gives. For a letter key of a layout without Latin letters, the letter at its place,
-    /// unless the key goes into text that can be edited.
-    std::string character;
-    /// Sent again and again because the key is held down.
-    bool auto_repeat = false;
-};
-
 class Window {
 public:
     virtual ~Window() = default;
@@ -169,8 +208,10 @@ public:
 
     /// Returns whether the key is swallowed.
     std::function<bool(const KeyPress&)> on_key;
-    /// The user, the session or the system asks the window to close.
+    /// The user asks the window to close.
     std::function<void()> on_close;
+    /// The session or the system ends the program. There is no time for questions.
+    std::function<void()> on_session_end;
 };
 
 } // namespace cuedrill::platform

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "common/text.h"
 #include "common/twips.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cuedrill::platform {
 
@@ -23,6 +25,8 @@ struct MessageBox {
     std::string title{};
     /// Further lines, shown in a box of their own that scrolls; empty for none.
     std::string details{};
+    /// Characters of the text that are to catch the eye.
+    std::vector<common::TextRange> marked{};
 };
 
 /// A modal box that asks for a line of text.

@@ -7,11 +7,14 @@
 namespace cuedrill::platform {
 
 inline constexpr int level_panels = 6;
+inline constexpr int toolbar_buttons = 11;
 
 /// The controls of the main window, by their own names.
 struct Form1 {
     Window& window;
     MenuBar& menu_bar;
+
+    std::array<Button*, toolbar_buttons> pb; ///< the toolbar; the button with the number n stands at n - 1; never null
 
     Label& lab_q; ///< heading of the question area
     TextBox& Text_q;
@@ -44,6 +47,9 @@ struct Form1 {
     Label& panel_time_ever;
     Label& lab_time_now;
     Label& Panel_time_now;
+
+    Frame& panel_lista; ///< takes the place of frame_stats; holds the hint
+    HintBox& t_hint;
 
     Label& panel_dialog; ///< the prompt
     Frame& dialog_strip; ///< holds the three buttons

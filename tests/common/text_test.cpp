@@ -159,5 +159,12 @@ TEST(EqualAscii, TellsAllOtherBytesApart)
     EXPECT_TRUE(equal_ascii("\xC3\x84", "\xC3\x84"));
 }
 
+TEST(LineEnds, of_every_kind_become_one)
+{
+    EXPECT_EQ(with_one_kind_of_line_end("a\r\nb\rc\nd\u2028e\u2029f\r\n\r\n"), "a\nb\nc\nd\ne\nf\n\n");
+    EXPECT_EQ(with_one_kind_of_line_end("\r\r\n"), "\n\n");
+    EXPECT_EQ(with_one_kind_of_line_end("no end"), "no end");
+}
+
 } // namespace
 } // namespace cuedrill::common

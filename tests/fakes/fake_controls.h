@@ -1,8 +1,10 @@
 #pragma once
 
+#include "common/text.h"
 #include "fakes/fake_control.h"
 #include "platform/controls.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -96,6 +98,20 @@ public:
 /// Where the keyboard focus of a window is.
 struct FakeFocus {
     const void* owner = nullptr; ///< nothing when it is outside of the controls that take part
+
+    /// Gives it to `control`; who had it is told by its own `on_lost`.
+    void give(const void* control, std::function<void()> on_lost = {})
+    {
+        if (control == owner)
+            return;
+        const std::function<void()> lost = std::exchange(m_on_lost, std::move(on_lost));
+        owner = control;
+        if (lost)
+            lost();
+    }
+
+private:
+    std::function<void()> m_on_lost;
 };
 
 /// Loses the focus, as in a real window, when it can no longer be used.
@@ -126,8 +142,14 @@ public:
     }
     void set_width(common::Twips value) override
     {
-        width = value;
+        width_value = value;
         note("width", std::int64_t{value});
+    }
+    [[nodiscard]] common::Twips width() const override { return width_value; }
+    void set_tool_tip(std::string_view text) override
+    {
+        tool_tip = text;
+        note("tool_tip", text);
     }
     void set_focus() override
     {
@@ -137,7 +159,7 @@ public:
     }
     [[nodiscard]] bool has_focus() const override { return focus->owner == this; }
     /// The user goes to it with the keyboard.
-    void take_focus() { focus->owner = this; }
+    void take_focus() { focus->give(this); }
 
     /// The left mouse button goes down and up on it. Where going down made the button unusable, there is no click.
     void click()
@@ -170,8 +192,9 @@ public:
     }
 
     std::string caption_value;
+    std::string tool_tip;
     common::Twips left = 0;
-    common::Twips width = 0;
+    common::Twips width_value = 0;
     int focused = 0; ///< how often it was given the focus
     FakeFocus own_focus;
     FakeFocus* focus = &own_focus; ///< shared by the controls of a window
@@ -180,7 +203,7 @@ private:
     void lose_focus_when_unusable() const
     {
         if (!usable() && has_focus())
-            focus->owner = nullptr;
+            focus->give(nullptr);
     }
 };
 
@@ -191,7 +214,7 @@ public:
     void set_focus() override
     {
         ++focused;
-        focus->owner = this;
+        focus->give(this);
         note("focus");
     }
 
@@ -216,20 +239,67 @@ public:
     common::Twips width_value = 9000;
 };
 
-class FakeTextBox : public FakeControl<platform::TextBox> {
+/// What a text box and a hint box have in common: the keyboard, and places in their text, in code points.
+template <class Interface>
+class FakeTextControl : public FakeControl<Interface> {
 public:
-    using FakeControl::FakeControl;
+    using FakeControl<Interface>::FakeControl;
 
-    void set_text(std::string_view text) override
-    {
-        text_value = text;
-        note("text", text);
-    }
-    [[nodiscard]] std::string text() const override { return text_value; }
     void set_name(std::string_view text) override
     {
         accessible_name = text;
-        note("name", text);
+        this->note("name", text);
+    }
+    [[nodiscard]] std::string text() const override { return text_value; }
+    void set_focus() override
+    {
+        this->note("focus");
+        take_focus();
+    }
+    /// The user goes to it.
+    void take_focus()
+    {
+        if (has_focus())
+            return;
+        focus->give(this, [this] { tell_focus(false); });
+        tell_focus(true);
+    }
+    [[nodiscard]] bool has_focus() const { return focus->owner == this; }
+
+    std::string text_value;
+    std::string accessible_name;
+    FakeFocus own_focus;
+    FakeFocus* focus = &own_focus; ///< shared by the controls of a window
+
+private:
+    void tell_focus(bool got) const
+    {
+        if (this->on_focus)
+            this->on_focus(got);
+    }
+};
+
+class FakeTextBox : public FakeTextControl<platform::TextBox> {
+public:
+    using FakeTextControl::FakeTextControl;
+
+    /// Puts the caret before the text, as the toolkit does.
+    void set_text(std::string_view text) override
+    {
+        text_value = text;
+        selection = {};
+        note("text", text);
+    }
+    [[nodiscard]] std::size_t caret() const override { return selection.begin; }
+    void set_caret(std::size_t place) override
+    {
+        const std::size_t at = std::min(place, common::code_points(text_value));
+        selection = {at, at};
+    }
+    void insert(std::size_t place, std::string_view text) override
+    {
+        text_value.insert(common::first_code_points(text_value, place).size(), text);
+        set_caret(place + common::code_points(text));
     }
     void set_background(std::optional<common::Colour> colour) override
     {
@@ -247,11 +317,48 @@ public:
         note("locked", value);
     }
 
-    std::string text_value;
-    std::string accessible_name;
+    /// What the toolkit does with a character that nobody has swallowed.
+    void take_character(std::string_view character)
+    {
+        if (locked)
+            return;
+        const std::size_t begin = common::first_code_points(text_value, selection.begin).size();
+        const std::size_t end = common::first_code_points(text_value, selection.end).size();
+        text_value.replace(begin, end - begin, character);
+        set_caret(selection.begin + common::code_points(character));
+    }
+
+    common::TextRange selection; ///< empty where only the caret stands
     std::optional<common::Colour> background;
     platform::Font font;
     bool locked = false;
+};
+
+class FakeHintBox : public FakeTextControl<platform::HintBox> {
+public:
+    using FakeTextControl::FakeTextControl;
+
+    void set_text(std::string_view text) override
+    {
+        text_value = text;
+        words.clear();
+        caret_value.reset();
+        note("text", text);
+    }
+    void set_words(std::vector<common::TextRange> value) override { words = std::move(value); }
+    [[nodiscard]] std::optional<std::size_t> caret() const override { return caret_value; }
+
+    /// The user clicks on the character at `place`.
+    void click(std::size_t place)
+    {
+        take_focus();
+        caret_value = place;
+        if (on_click)
+            on_click();
+    }
+
+    std::vector<common::TextRange> words;
+    std::optional<std::size_t> caret_value;
 };
 
 /// The check mark is the logic's to set: a click leaves it as it is.
@@ -400,6 +507,12 @@ public:
     {
         if (on_close)
             on_close();
+    }
+    /// The session ends.
+    void end_session()
+    {
+        if (on_session_end)
+            on_session_end();
     }
 
     std::string caption_value;

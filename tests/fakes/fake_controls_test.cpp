@@ -147,6 +147,137 @@ TEST(Form1, gives_the_logic_its_own_controls)
     EXPECT_EQ(&form1.controls.P_status, &form1.P_status);
 }
 
+/// Two boxes, a hint and a button share the focus of a window.
+class FocusedControls : public testing::Test {
+protected:
+    FocusedControls()
+    {
+        form1.Text_q.on_focus = [this](bool got) { events.emplace_back(got ? "q got" : "q lost"); };
+        form1.Text_a.on_focus = [this](bool got) { events.emplace_back(got ? "a got" : "a lost"); };
+        form1.t_hint.on_focus = [this](bool got) { events.emplace_back(got ? "hint got" : "hint lost"); };
+    }
+
+    FakeForm1 form1;
+    Events events;
+};
+
+TEST_F(FocusedControls, are_told_when_they_get_and_lose_it)
+{
+    form1.Text_q.set_focus();
+    form1.Text_a.take_focus();
+    form1.Text_a.set_focus();
+    form1.toolbar(3).set_focus();
+    form1.t_hint.set_focus();
+    form1.bot_focus.set_focus();
+    EXPECT_EQ(events, (Events{"q got", "q lost", "a got", "a lost", "hint got", "hint lost"}));
+}
+
+TEST_F(FocusedControls, get_it_when_they_are_clicked_or_written_into)
+{
+    form1.t_hint.click(0);
+    EXPECT_TRUE(form1.t_hint.has_focus());
+    form1.type(form1.Text_a, "x");
+    EXPECT_TRUE(form1.Text_a.has_focus());
+    EXPECT_FALSE(form1.t_hint.has_focus());
+}
+
+TEST(Form1, shows_a_key_to_the_window_and_then_to_the_box)
+{
+    FakeForm1 form1;
+    Events events;
+    bool window_swallows = false;
+    bool box_swallows = false;
+    form1.window.on_key = [&](const KeyPress& key) {
+        events.push_back("window " + key.character);
+        return window_swallows;
+    };
+    form1.Text_a.on_key = [&](const KeyPress& key) {
+        events.push_back("box " + key.character);
+        return box_swallows;
+    };
+    form1.type(form1.Text_a, "é");
+    box_swallows = true;
+    form1.type(form1.Text_a, "b");
+    window_swallows = true;
+    form1.type(form1.Text_a, "c");
+    EXPECT_EQ(events, (Events{"window é", "box é", "window b", "box b", "window c"}));
+    EXPECT_EQ(form1.Text_a.text(), "é");
+}
+
+TEST(Form1, makes_a_line_of_an_enter_that_nobody_wants_and_nothing_of_an_escape)
+{
+    FakeForm1 form1;
+    form1.press_in(form1.Text_a, {.key = Key::enter});
+    form1.press_in(form1.Text_a, {.key = Key::escape});
+    form1.press_in(form1.t_hint, {.key = Key::enter});
+    EXPECT_EQ(form1.Text_a.text(), "\r\n");
+    EXPECT_EQ(form1.Text_a.caret(), 2U);
+    EXPECT_EQ(form1.t_hint.text(), "");
+}
+
+TEST(Form1, numbers_its_toolbar_from_one)
+{
+    FakeForm1 form1;
+    for (int number = 1; number <= platform::toolbar_buttons; ++number) {
+        EXPECT_EQ(form1.toolbar(number).name, "pb_" + std::to_string(number));
+        EXPECT_EQ(form1.controls.pb.at(static_cast<std::size_t>(number - 1)), &form1.toolbar(number));
+    }
+    EXPECT_THROW((void)form1.toolbar(0), std::out_of_range);
+    EXPECT_THROW((void)form1.toolbar(12), std::out_of_range);
+}
+
+TEST(TextBox, has_the_caret_before_a_new_text)
+{
+    FakeTextBox box;
+    box.set_text("Zürich");
+    EXPECT_EQ(box.caret(), 0U);
+    box.set_caret(99);
+    EXPECT_EQ(box.caret(), 6U);
+    box.set_text("Bern");
+    EXPECT_EQ(box.caret(), 0U);
+}
+
+TEST(TextBox, inserts_beside_a_selection_and_types_over_it)
+{
+    FakeTextBox box;
+    box.set_text("Zürich");
+    box.selection = {1, 3};
+    EXPECT_EQ(box.caret(), 1U);
+    box.insert(1, "éé");
+    EXPECT_EQ(box.text(), "Zééürich");
+    EXPECT_EQ(box.selection, (common::TextRange{3, 3}));
+    box.selection = {1, 4};
+    box.take_character("u");
+    EXPECT_EQ(box.text(), "Zurich");
+    EXPECT_EQ(box.caret(), 2U);
+}
+
+TEST(TextBox, that_is_locked_takes_nothing_from_the_user)
+{
+    FakeTextBox box;
+    box.set_text("Bern");
+    box.set_locked(true);
+    box.take_character("x");
+    EXPECT_EQ(box.text(), "Bern");
+    box.set_locked(false);
+    box.take_character("x");
+    EXPECT_EQ(box.text(), "xBern");
+}
+
+TEST(HintBox, knows_where_it_was_clicked_until_its_text_is_another)
+{
+    FakeHintBox box;
+    std::optional<std::size_t> seen;
+    box.on_click = [&] { seen = box.caret(); };
+    EXPECT_EQ(box.caret(), std::nullopt);
+    box.click(3);
+    EXPECT_EQ(seen, 3U);
+    box.set_words({{1, 2}});
+    box.set_text("other");
+    EXPECT_EQ(box.caret(), std::nullopt);
+    EXPECT_TRUE(box.words.empty());
+}
+
 TEST(Frame, tells_of_a_new_width)
 {
     FakeFrame frame;

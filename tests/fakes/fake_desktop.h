@@ -36,7 +36,7 @@ public:
         m_expected.push_back(ExpectedBox{std::move(box), false, answer});
     }
 
-    /// The next box is equal to `box` in everything.
+    /// The next box is equal to `box` in everything but its marks.
     void expect_box_like(platform::MessageBox box, platform::BoxAnswer answer)
     {
         m_expected.push_back(ExpectedBox{std::move(box), true, answer});

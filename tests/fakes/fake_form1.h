@@ -4,6 +4,8 @@
 #include "platform/form1.h"
 
 #include <array>
+#include <string_view>
+#include <type_traits>
 
 namespace cuedrill::fakes {
 
@@ -14,14 +16,50 @@ public:
     {
         for (FakeButton* button : {&bot_yes, &bot_no, &bot_other})
             button->focus = &focus;
-        bot_focus.focus = &focus;
+        for (FakeButton& button : pb)
+            button.focus = &focus;
+        Text_q.focus = Text_a.focus = t_hint.focus = bot_focus.focus = &focus;
     }
+
+    /// The user presses a key while `box` has the focus: the window sees it first, then the box, and a character that
+    /// both leave alone goes into the text. An Enter that both leave alone makes a line.
+    template <class Box>
+    void press_in(Box& box, const platform::KeyPress& key)
+    {
+        box.take_focus();
+        if (window.press(key) || (box.on_key && box.on_key(key)))
+            return;
+        if constexpr (std::is_same_v<Box, FakeTextBox>) {
+            if (key.key == platform::Key::character)
+                box.take_character(key.character);
+            else if (key.key == platform::Key::enter)
+                box.take_character(common::cr_lf);
+        }
+    }
+
+    /// The user types `text` into `box`, character by character, at its caret.
+    void type(FakeTextBox& box, std::string_view text)
+    {
+        while (!text.empty()) {
+            const std::string_view character = common::first_code_points(text, 1);
+            press_in(box, {platform::Key::character, std::string(character)});
+            text.remove_prefix(character.size());
+        }
+    }
+
+    /// The button of the toolbar with that number, from 1.
+    FakeButton& toolbar(int number) { return pb.at(static_cast<std::size_t>(number - 1)); }
 
     Journal journal;
     FakeFocus focus;
 
     FakeWindow window{"Form1", &journal};
     FakeMenuBar menu_bar{&journal};
+    std::array<FakeButton, platform::toolbar_buttons> pb{
+        FakeButton{"pb_1", &journal},  FakeButton{"pb_2", &journal}, FakeButton{"pb_3", &journal},
+        FakeButton{"pb_4", &journal},  FakeButton{"pb_5", &journal}, FakeButton{"pb_6", &journal},
+        FakeButton{"pb_7", &journal},  FakeButton{"pb_8", &journal}, FakeButton{"pb_9", &journal},
+        FakeButton{"pb_10", &journal}, FakeButton{"pb_11", &journal}};
 
     FakeLabel lab_q{"lab_q", &journal};
     FakeTextBox Text_q{"Text_q", &journal};
@@ -57,6 +95,9 @@ public:
     FakeLabel lab_time_now{"lab_time_now", &journal};
     FakeLabel Panel_time_now{"Panel_time_now", &journal};
 
+    FakeFrame panel_lista{"panel_lista", &journal};
+    FakeHintBox t_hint{"t_hint", &journal};
+
     FakeLabel panel_dialog{"panel_dialog", &journal};
     FakeFrame dialog_strip{"dialog_strip", &journal};
     FakeButton bot_yes{"bot_yes", &journal};
@@ -74,6 +115,7 @@ public:
     platform::Form1 controls{
         .window = window,
         .menu_bar = menu_bar,
+        .pb = {&pb[0], &pb[1], &pb[2], &pb[3], &pb[4], &pb[5], &pb[6], &pb[7], &pb[8], &pb[9], &pb[10]},
         .lab_q = lab_q,
         .Text_q = Text_q,
         .panel_a = panel_a,
@@ -103,6 +145,8 @@ public:
         .panel_time_ever = panel_time_ever,
         .lab_time_now = lab_time_now,
         .Panel_time_now = Panel_time_now,
+        .panel_lista = panel_lista,
+        .t_hint = t_hint,
         .panel_dialog = panel_dialog,
         .dialog_strip = dialog_strip,
         .bot_yes = bot_yes,

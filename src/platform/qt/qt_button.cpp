@@ -1,15 +1,19 @@
 #include "platform/qt/qt_button.h"
 
+#include "common/text.h"
 #include "platform/qt/qt_look.h"
 #include "platform/qt/qt_text.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>
-#include <optional>
+#include <QStyle>
 
 namespace cuedrill::platform::qt {
 
 namespace {
+
+// Beside the caption, both sides together.
+constexpr int padding = 6;
 
 std::optional<MouseButton> from_qt(Qt::MouseButton button)
 {
@@ -26,6 +30,31 @@ std::optional<MouseButton> from_qt(Qt::MouseButton button)
 }
 
 } // namespace
+
+int PressButton::needed_width() const
+{
+    const int frame = style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this);
+    return fontMetrics().size(Qt::TextShowMnemonic, text()).width() + padding + 2 * frame;
+}
+
+void PressButton::ask_for_width(int width)
+{
+    m_asked_width = width;
+    updateGeometry();
+}
+
+QSize PressButton::sizeHint() const
+{
+    const QSize hint = QPushButton::sizeHint();
+    return {m_asked_width.value_or(hint.width()), hint.height()};
+}
+
+QSize PressButton::minimumSizeHint() const
+{
+    // In a window that is too narrow all buttons of a row become narrower, instead of covering each other.
+    const QSize hint = QPushButton::minimumSizeHint();
+    return {m_asked_width ? padding : hint.width(), hint.height()};
+}
 
 void PressButton::mousePressEvent(QMouseEvent* event)
 {
@@ -46,13 +75,17 @@ void PressButton::mouseDoubleClickEvent(QMouseEvent* event)
     event->accept();
 }
 
-QtButton::QtButton(const char* name, QtActionGate& gate) : QtButton(name, gate, *new PressButton)
+QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind) : QtButton(name, gate, kind, *new PressButton)
 {
 }
 
-QtButton::QtButton(const char* name, QtActionGate& gate, PressButton& button)
-    : QtControl(button, name), m_button(button), m_gate(gate)
+QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind, PressButton& button)
+    : QtControl(button, name), m_button(button), m_gate(gate), m_kind(kind)
 {
+    if (m_kind == Kind::toolbar) {
+        m_button.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+        m_button.setFocusPolicy(Qt::TabFocus);
+    }
     m_button.mouse_down = [this](Qt::MouseButton which) { mouse_went_down(which); };
     m_button.mouse_up = [this](Qt::MouseButton which) { mouse_came_up(which); };
     QObject::connect(&m_button, &QPushButton::clicked, &m_button, [this] { clicked(); });
@@ -93,6 +126,11 @@ void QtButton::set_caption(std::string_view text)
 {
     m_caption = text;
     m_button.setText(to_qt(text));
+    if (m_kind == Kind::toolbar) {
+        // With Alt the letters open the menus.
+        m_button.setShortcut(QKeySequence());
+        place();
+    }
 }
 
 std::string QtButton::caption() const
@@ -112,6 +150,17 @@ void QtButton::set_width(common::Twips width)
     place();
 }
 
+common::Twips QtButton::width() const
+{
+    return m_width.value_or(to_twips(m_button.needed_width()));
+}
+
+void QtButton::set_tool_tip(std::string_view text)
+{
+    m_button.setToolTip(plain_tool_tip(to_qt(text)));
+    m_button.setAccessibleDescription(to_qt(common::trim_blanks(text)));
+}
+
 void QtButton::set_focus()
 {
     m_button.setFocus(Qt::OtherFocusReason);
@@ -124,9 +173,13 @@ bool QtButton::has_focus() const
 
 void QtButton::place()
 {
+    if (m_kind == Kind::toolbar) {
+        m_button.ask_for_width(to_pixels(width()));
+        return;
+    }
     // Both edges are rounded by themselves, so that equal gaps in twips stay equal to the eye.
     const int left = to_pixels(m_left);
-    const int right = to_pixels(m_left + m_width);
+    const int right = to_pixels(m_left + width());
     const QWidget* container = m_button.parentWidget();
     const int height = container != nullptr ? container->height() : m_button.sizeHint().height();
     m_button.setGeometry(left, 0, right - left, height);

@@ -4,6 +4,7 @@
 #include "platform/qt/qt_guard.h"
 
 #include <QPushButton>
+#include <optional>
 
 namespace cuedrill::platform::qt {
 
@@ -14,29 +15,47 @@ public:
     std::function<void(Qt::MouseButton)> mouse_down;
     std::function<void(Qt::MouseButton)> mouse_up;
 
+    /// The width, in pixels, that the caption just needs.
+    [[nodiscard]] int needed_width() const;
+
+    /// Asks the layout for this width, in pixels, instead of the style's own. It gives less where there is no room.
+    void ask_for_width(int width);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     /// Does nothing: the second press of a double click must not answer what the first one has just asked.
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    std::optional<int> m_asked_width;
 };
 
-/// Stands where the logic puts it; its height is that of the widget it stands in.
 class QtButton final : public QtControl<Button> {
 public:
-    QtButton(const char* name, QtActionGate& gate);
+    enum class Kind {
+        placed, ///< stands where the logic puts it, as high as the widget it stands in
+        toolbar ///< stands in a row, where the layout puts it. A click leaves the keyboard focus where it is
+    };
+
+    QtButton(const char* name, QtActionGate& gate, Kind kind = Kind::placed);
 
     void set_caption(std::string_view text) override;
     [[nodiscard]] std::string caption() const override;
     void set_left(common::Twips left) override;
     void set_width(common::Twips width) override;
+    [[nodiscard]] common::Twips width() const override;
+    void set_tool_tip(std::string_view text) override;
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
 
     [[nodiscard]] PressButton& widget() { return m_button; }
 
 private:
-    QtButton(const char* name, QtActionGate& gate, PressButton& button);
+    QtButton(const char* name, QtActionGate& gate, Kind kind, PressButton& button);
     void place();
     void clicked();
     void mouse_went_down(Qt::MouseButton button);
@@ -44,9 +63,10 @@ private:
 
     PressButton& m_button;
     QtActionGate& m_gate;
+    Kind m_kind;
     std::string m_caption;
     common::Twips m_left = 0;
-    common::Twips m_width = 0;
+    std::optional<common::Twips> m_width;
     Qt::MouseButtons m_down;
 };
 

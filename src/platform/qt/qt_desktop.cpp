@@ -3,6 +3,7 @@
 #include "common/errors.h"
 #include "platform/qt/qt_dialog_host.h"
 #include "platform/qt/qt_file_filter.h"
+#include "platform/qt/qt_marked_text.h"
 #include "platform/qt/qt_text.h"
 
 #include <QApplication>
@@ -110,6 +111,20 @@ void set_buttons(QMessageBox& widget, const MessageBox& box)
     }
 }
 
+/// Plain text, unless parts of it are marked.
+void show_text(QMessageBox& widget, const MessageBox& box)
+{
+    if (box.marked.empty()) {
+        widget.setTextFormat(Qt::PlainText);
+        widget.setText(to_qt(box.text));
+        return;
+    }
+    widget.setTextFormat(Qt::RichText);
+    widget.setText(to_marked_html(box.text, box.marked));
+    if (auto* label = widget.findChild<QLabel*>(QStringLiteral("qt_msgbox_label")))
+        label->setAccessibleName(to_qt(box.text));
+}
+
 /// Makes the prompt plain text: as it comes, it takes markup, and "&" for the mark of an access letter.
 void make_prompt_plain(QInputDialog& widget)
 {
@@ -122,13 +137,13 @@ void make_prompt_plain(QInputDialog& widget)
 }
 
 /// The toolkit would keep details behind a button of their own; here they are what the box is about.
-void show_details(QMessageBox& widget, const std::string& details)
+void show_details(QMessageBox& widget, const MessageBox& box)
 {
     auto* const grid = qobject_cast<QGridLayout*>(widget.layout());
-    auto* const text = new QPlainTextEdit(to_qt(details), &widget);
+    auto* const text = new QPlainTextEdit(to_qt(box.details), &widget);
     text->setReadOnly(true);
     text->setTabChangesFocus(true);
-    text->setAccessibleName(widget.text());
+    text->setAccessibleName(to_qt(box.text));
     text->setMinimumSize(560, 240);
     grid->addWidget(text, grid->rowCount(), 0, 1, grid->columnCount());
 }
@@ -139,13 +154,12 @@ BoxAnswer QtDesktop::message_box(const MessageBox& box)
 {
     QMessageBox widget(window_in_front());
     widget.setWindowTitle(title_or_default(box.title));
-    widget.setTextFormat(Qt::PlainText);
     widget.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    widget.setText(to_qt(box.text));
+    show_text(widget, box);
     widget.setIcon(to_icon(box.icon));
     set_buttons(widget, box);
     if (!box.details.empty())
-        show_details(widget, box.details);
+        show_details(widget, box);
 
     const int pressed = run_modal(widget);
     if (box.buttons == BoxButtons::ok)

@@ -16,6 +16,8 @@ Form1 interfaces_of(QtForm1Controls& c)
 {
     return Form1{.window = c.window,
                  .menu_bar = c.menu_bar,
+                 .pb = {&c.pb[0], &c.pb[1], &c.pb[2], &c.pb[3], &c.pb[4], &c.pb[5], &c.pb[6], &c.pb[7], &c.pb[8],
+                        &c.pb[9], &c.pb[10]},
                  .lab_q = c.lab_q,
                  .Text_q = c.Text_q,
                  .panel_a = c.panel_a,
@@ -45,6 +47,8 @@ Form1 interfaces_of(QtForm1Controls& c)
                  .panel_time_ever = c.panel_time_ever,
                  .lab_time_now = c.lab_time_now,
                  .Panel_time_now = c.Panel_time_now,
+                 .panel_lista = c.panel_lista,
+                 .t_hint = c.t_hint,
                  .panel_dialog = c.panel_dialog,
                  .dialog_strip = c.dialog_strip,
                  .bot_yes = c.bot_yes,
@@ -60,13 +64,19 @@ Form1 interfaces_of(QtForm1Controls& c)
 } // namespace
 
 QtForm1Controls::QtForm1Controls(QtGuard& guard)
-    : window("Form1", first_size, guard), menu_bar(*window.widget().menuBar(), window.gate()), Text_q("Text_q", guard),
-      Text_a("Text_a", guard), frame_stats("frame_stats", *new Card, guard),
-      dialog_strip("dialog_strip", *new QWidget, guard), bot_yes("bot_yes", window.gate()),
-      bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()), timer_250_ms(guard), timer_1_sec(guard),
-      timer_1_min(guard), session_end(guard, [this] { window.ask_to_close(); })
+    : window("Form1", first_size, guard), menu_bar(*window.widget().menuBar(), window.gate()),
+      Text_q("Text_q", window.gate(), window.key_filter()), Text_a("Text_a", window.gate(), window.key_filter()),
+      frame_stats("frame_stats", *new Card, guard), panel_lista("panel_lista", *new QWidget, guard),
+      t_hint("t_hint", window.gate(), window.key_filter()), dialog_strip("dialog_strip", *new QWidget, guard),
+      bot_yes("bot_yes", window.gate()), bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()),
+      timer_250_ms(guard), timer_1_sec(guard), timer_1_min(guard), session_end(guard, [this] { window.end_session(); })
 {
     lay_out(*this);
+}
+
+QtButton QtForm1Controls::toolbar_button(const char* name)
+{
+    return {name, window.gate(), QtButton::Kind::toolbar};
 }
 
 QtForm1::QtForm1(QtGuard& guard)

@@ -12,8 +12,8 @@ namespace cuedrill::platform::qt {
 
 struct QtForm1Controls;
 
-/// The main window. It asks to close, through its window's `on_close`, also when the session ends or the process is
-/// told to; then the program ends in any case.
+/// The main window. When the session ends or the process is told to end, its window's `on_session_end` is called, and
+/// the program ends in any case.
 class QtForm1 {
 public:
     explicit QtForm1(QtGuard& guard);

@@ -5,6 +5,7 @@
 #include "platform/qt/qt_card.h"
 #include "platform/qt/qt_focus_holder.h"
 #include "platform/qt/qt_frame.h"
+#include "platform/qt/qt_hint_box.h"
 #include "platform/qt/qt_label.h"
 #include "platform/qt/qt_level_panel.h"
 #include "platform/qt/qt_menu_bar.h"
@@ -21,6 +22,11 @@ struct QtForm1Controls {
 
     QtWindow window;
     QtMenuBar menu_bar;
+
+    std::array<QtButton, toolbar_buttons> pb{toolbar_button("pb_1"),  toolbar_button("pb_2"), toolbar_button("pb_3"),
+                                             toolbar_button("pb_4"),  toolbar_button("pb_5"), toolbar_button("pb_6"),
+                                             toolbar_button("pb_7"),  toolbar_button("pb_8"), toolbar_button("pb_9"),
+                                             toolbar_button("pb_10"), toolbar_button("pb_11")};
 
     QtLabel lab_q{"lab_q", QtLabel::Kind::heading};
     QtTextBox Text_q;
@@ -55,6 +61,9 @@ struct QtForm1Controls {
     QtLabel lab_time_now{"lab_time_now", QtLabel::Kind::caption};
     QtLabel Panel_time_now{"Panel_time_now", QtLabel::Kind::value};
 
+    QtFrame panel_lista;
+    QtHintBox t_hint;
+
     QtLabel panel_dialog{"panel_dialog", QtLabel::Kind::prompt, QtLabel::Announced::yes};
     QtFrame dialog_strip;
     QtButton bot_yes;
@@ -70,6 +79,9 @@ struct QtForm1Controls {
     QtTimer timer_1_min;
 
     QtSessionEnd session_end;
+
+private:
+    QtButton toolbar_button(const char* name);
 };
 
 /// Puts the controls into their places in the window.

@@ -4,7 +4,6 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 
 namespace cuedrill::platform::qt {
 
@@ -14,6 +13,8 @@ constexpr int window_margin = 14;
 constexpr int wide_gap = 12;
 constexpr int narrow_gap = 5;
 constexpr int row_gap = 2; // bars and figures stand on the same lines
+// All buttons of the toolbar stand in one row of a window 800 pixels wide.
+constexpr int toolbar_gap = 1;
 constexpr int button_padding = 12;
 constexpr QSize smallest_window{640, 480};
 
@@ -44,6 +45,15 @@ void fill_width(QWidget& label)
 {
     label.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     keep_room_when_hidden(label);
+}
+
+QBoxLayout* toolbar(QtForm1Controls& c)
+{
+    QBoxLayout* buttons = row(toolbar_gap);
+    for (QtButton& button : c.pb)
+        buttons->addWidget(&button.widget());
+    buttons->addStretch(1);
+    return buttons;
 }
 
 QBoxLayout* text_area(QtLabel& heading, QtTextBox& text)
@@ -145,11 +155,29 @@ QWidget* statistics(QtForm1Controls& c)
     return &frame;
 }
 
-/// Statistics, and whatever else may take their place, in one area of which one thing is visible at a time.
-QBoxLayout* shared_place(QtForm1Controls& c)
+QWidget* hint(QtForm1Controls& c)
 {
-    QBoxLayout* place = column(0);
-    place->addWidget(statistics(c));
+    auto* card = new Card;
+    card->surround(c.t_hint.widget());
+    QWidget& panel = c.panel_lista.widget();
+    auto* inside = new QVBoxLayout(&panel);
+    inside->setContentsMargins(0, 0, 0, 0);
+    inside->addWidget(card);
+    // As high as the statistics, whose place it takes.
+    panel.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
+    return &panel;
+}
+
+/// Statistics and hint in one area, of which one is visible at a time. Both keep their room, so that nothing moves when
+/// the one takes the place of the other.
+QGridLayout* shared_place(QtForm1Controls& c)
+{
+    auto* place = new QGridLayout;
+    for (QWidget* area : {statistics(c), hint(c)}) {
+        keep_room_when_hidden(*area);
+        place->addWidget(area, 0, 0);
+    }
+    c.panel_lista.set_visible(false);
     return place;
 }
 
@@ -177,6 +205,7 @@ void lay_out(QtForm1Controls& c)
     auto* lines = new QVBoxLayout(content);
     lines->setContentsMargins(window_margin, wide_gap, window_margin, narrow_gap);
     lines->setSpacing(wide_gap - 2);
+    lines->addLayout(toolbar(c));
     lines->addLayout(question_and_answer(c), 1);
     lines->addLayout(question_figures(c));
     lines->addLayout(shared_place(c));

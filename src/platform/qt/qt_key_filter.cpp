@@ -8,7 +8,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QWidget>
+#include <algorithm>
 
 namespace cuedrill::platform::qt {
 
@@ -60,6 +60,8 @@ std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing)
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+        if (typing && event.modifiers().testFlag(Qt::ShiftModifier))
+            return std::nullopt;
         press.key = Key::enter;
         return press;
     case Qt::Key_Escape:
@@ -79,10 +81,23 @@ std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing)
     return press;
 }
 
-QtKeyFilter::QtKeyFilter(QWidget& window, std::function<bool(const KeyPress&)> hook)
-    : m_window(window), m_hook(std::move(hook))
+bool swallows(const KeyHook& hook, const KeyPress& press, QtActionGate& gate)
+{
+    if (!hook)
+        return false;
+    bool swallowed = true;
+    gate.run([&] { swallowed = hook(press); });
+    return swallowed;
+}
+
+QtKeyFilter::QtKeyFilter(QWidget& window, KeyHook hook) : m_window(window), m_hook(std::move(hook))
 {
     QCoreApplication::instance()->installEventFilter(this);
+}
+
+void QtKeyFilter::add_control(QWidget& control, KeyHook hook)
+{
+    m_controls.push_back({&control, std::move(hook)});
 }
 
 bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
@@ -92,12 +107,25 @@ bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
     const bool is_key = event->type() == QEvent::KeyPress;
     if (!is_key && event->type() != QEvent::InputMethod)
         return false;
+    if (is_key) {
+        note_press(*watched, static_cast<QKeyEvent&>(*event));
+        if (is_held_into_box(*watched, static_cast<QKeyEvent&>(*event)))
+            return true;
+    }
     // A key that a control leaves alone wanders up to its parents; the hook sees it only at its first station.
     QWidget* focus = m_window.focusWidget() != nullptr ? m_window.focusWidget() : &m_window;
     if (watched != focus || is_menu(*focus))
         return false;
     return is_key ? filter_key(*focus, static_cast<QKeyEvent&>(*event))
                   : filter_commit(*focus, static_cast<QInputMethodEvent&>(*event));
+}
+
+/// Remembers where a key went down, in whichever window.
+void QtKeyFilter::note_press(const QObject& watched, const QKeyEvent& event)
+{
+    const auto* const widget = qobject_cast<const QWidget*>(&watched);
+    if (widget != nullptr && widget == widget->window()->focusWidget() && !is_repeated(event))
+        m_pressed_in = widget;
 }
 
 void QtKeyFilter::note_release(const QKeyEvent& event)
@@ -116,13 +144,44 @@ bool QtKeyFilter::is_repeated(const QKeyEvent& event) const
            event.timestamp() == m_released_at;
 }
 
+/// Whether a key that is held down reaches a modal box, where it would press a button before anyone has read the text.
+bool QtKeyFilter::is_held_into_box(const QObject& watched, const QKeyEvent& event) const
+{
+    const auto* const widget = qobject_cast<const QWidget*>(&watched);
+    if (widget == nullptr || !is_repeated(event) || !widget->window()->isModal())
+        return false;
+    const bool typing = widget->testAttribute(Qt::WA_InputMethodEnabled);
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Escape:
+        return true;
+    case Qt::Key_Space:
+        return !typing;
+    default:
+        return false;
+    }
+}
+
+bool QtKeyFilter::is_swallowed(const QWidget& focus, const KeyPress& press) const
+{
+    if (m_hook(press))
+        return true;
+    // The window's hook may have moved the focus; the key still belongs to the control at which it was aimed.
+    return std::any_of(m_controls.begin(), m_controls.end(),
+                       [&](const ControlHook& entry) { return entry.control == &focus && entry.hook(press); });
+}
+
 bool QtKeyFilter::filter_key(QWidget& focus, const QKeyEvent& event)
 {
     std::optional<KeyPress> press = to_key_press(event, focus.testAttribute(Qt::WA_InputMethodEnabled));
     if (!press)
         return false;
     press->auto_repeat = is_repeated(event);
-    if (m_hook(*press))
+    // Held on while its command has moved the focus: it types nothing there, and presses nothing.
+    if (press->auto_repeat && m_pressed_in != nullptr && m_pressed_in != &focus)
+        return true;
+    if (is_swallowed(focus, *press))
         return true;
     // A button by itself acts when Space is released, and would so take each release of a held key for the last one.
     auto* button = qobject_cast<QAbstractButton*>(&focus);
@@ -140,7 +199,8 @@ bool QtKeyFilter::filter_commit(QWidget& focus, const QInputMethodEvent& event)
         return false;
     KeyPress press;
     press.character = from_qt(event.commitString());
-    if (!m_hook(press))
+    press.composed = true;
+    if (!is_swallowed(focus, press))
         return false;
     // The text that was being composed is gone with the character that it came to.
     QInputMethodEvent nothing_composed;

@@ -1,40 +1,64 @@
 #pragma once
 
 #include "platform/controls.h"
+#include "platform/qt/qt_guard.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 #include <functional>
 #include <optional>
+#include <vector>
 
 class QInputMethodEvent;
 class QKeyEvent;
-class QWidget;
 
 namespace cuedrill::platform::qt {
 
 /// What the program's key rules see of a key press; nothing for keys that are none of theirs (combinations with Ctrl,
-/// Alt or Meta, cursor and function keys).
+/// Alt or Meta, cursor and function keys, and Shift+Enter where text is typed: it makes a line there).
 /// @param typing whether the key goes into editable text: then a letter is the one that is typed, on every layout.
 std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing);
 
-/// Shows the keys of one window to a hook before the window's own controls get them. Keys of its menus, and of other
-/// windows, go their way. Enter and Space that the hook leaves alone click the button that has the focus, once however
-/// long they are held.
+/// Returns whether the key is swallowed.
+using KeyHook = std::function<bool(const KeyPress&)>;
+
+/// Calls `hook` through `gate`. A hook that is not set swallows nothing; a key that the gate drops, or whose handling
+/// fails, is swallowed.
+bool swallows(const KeyHook& hook, const KeyPress& press, QtActionGate& gate);
+
+/// Shows the keys of one window to a hook, and then to the one of the control that has the focus, before that control
+/// gets them. Keys of the window's menus, and of other windows, go their way. Enter and Space that the hooks leave
+/// alone click the button that has the focus, once however long they are held.
 class QtKeyFilter : public QObject {
 public:
-    /// @param hook returns whether the key is swallowed.
-    QtKeyFilter(QWidget& window, std::function<bool(const KeyPress&)> hook);
+    QtKeyFilter(QWidget& window, KeyHook hook);
+
+    /// Calls `hook` for the keys that the window's hook leaves alone while `control` has the focus; no longer than
+    /// `control` lives.
+    void add_control(QWidget& control, KeyHook hook);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void note_press(const QObject& watched, const QKeyEvent& event);
     void note_release(const QKeyEvent& event);
     [[nodiscard]] bool is_repeated(const QKeyEvent& event) const;
+    [[nodiscard]] bool is_held_into_box(const QObject& watched, const QKeyEvent& event) const;
+    /// Whether one of the hooks swallows the key.
+    [[nodiscard]] bool is_swallowed(const QWidget& focus, const KeyPress& press) const;
     bool filter_key(QWidget& focus, const QKeyEvent& event);
     bool filter_commit(QWidget& focus, const QInputMethodEvent& event);
 
+    struct ControlHook {
+        QPointer<QWidget> control;
+        KeyHook hook;
+    };
+
     QWidget& m_window;
-    std::function<bool(const KeyPress&)> m_hook;
+    KeyHook m_hook;
+    std::vector<ControlHook> m_controls;
+    const QWidget* m_pressed_in = nullptr; ///< where the key that was last pressed went; only compared
     quint32 m_released_key = 0;
     quint64 m_released_at = 0;
 };

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QWidget>
+#include <QPlainTextEdit>
+#include <QTextDocument>
+#include <QTextOption>
 #include <cmath>
 
 namespace cuedrill::platform::qt {
@@ -49,6 +51,17 @@ void set_fixed_background(QWidget& widget, std::optional<common::Colour> colour)
 bool has_fixed_background(const QWidget& widget)
 {
     return widget.testAttribute(Qt::WA_SetPalette);
+}
+
+void set_up_text_area(QPlainTextEdit& edit)
+{
+    constexpr double text_margin = 6.0;
+    edit.setFrameShape(QFrame::NoFrame);
+    edit.setTabChangesFocus(true);
+    edit.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    edit.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    edit.document()->setDocumentMargin(text_margin);
+    edit.setMinimumSize(120, 72);
 }
 
 QColor blend(const QColor& from, const QColor& to, double share)

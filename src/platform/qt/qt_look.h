@@ -7,6 +7,7 @@
 #include <optional>
 
 class QPalette;
+class QPlainTextEdit;
 class QWidget;
 
 namespace cuedrill::platform::qt {
@@ -26,6 +27,9 @@ void set_fixed_background(QWidget& widget, std::optional<common::Colour> colour)
 
 /// Whether `widget` has a background of its own.
 bool has_fixed_background(const QWidget& widget);
+
+/// Makes `edit` a text area that stands in a card and wraps its lines.
+void set_up_text_area(QPlainTextEdit& edit);
 
 /// The colour `share` of the way (0 to 1) from `from` to `to`.
 QColor blend(const QColor& from, const QColor& to, double share);

@@ -5,34 +5,30 @@
 
 #include <QFontDatabase>
 #include <QPlainTextEdit>
+#include <QTextCursor>
 #include <QTextDocument>
-#include <QTextOption>
 
 namespace cuedrill::platform::qt {
 
 namespace {
 
 constexpr std::string_view fixed_pitch_name = "FixedSys";
-constexpr double text_margin = 6.0;
 
 } // namespace
 
-QtTextBox::QtTextBox(const char* name, QtGuard& guard) : QtTextBox(name, guard, *new QPlainTextEdit)
+QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
+    : QtTextBox(name, gate, keys, *new QPlainTextEdit)
 {
 }
 
-QtTextBox::QtTextBox(const char* name, QtGuard& guard, QPlainTextEdit& edit)
-    : QtControl(edit, name), m_edit(edit), m_watcher(edit, [this, &guard](QEvent::Type event) {
+QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QPlainTextEdit& edit)
+    : QtControl(edit, name), m_edit(edit), m_watcher(edit, [this, &gate](QEvent::Type event) {
           if (on_focus && (event == QEvent::FocusIn || event == QEvent::FocusOut))
-              guard.run([this, event] { on_focus(event == QEvent::FocusIn); });
+              gate.guard().run([this, event] { on_focus(event == QEvent::FocusIn); });
       })
 {
-    m_edit.setFrameShape(QFrame::NoFrame);
-    m_edit.setTabChangesFocus(true);
-    m_edit.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    m_edit.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_edit.document()->setDocumentMargin(text_margin);
-    m_edit.setMinimumSize(120, 72);
+    set_up_text_area(m_edit);
+    keys.add_control(m_edit, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
 }
 
 void QtTextBox::set_text(std::string_view text)
@@ -42,12 +38,40 @@ void QtTextBox::set_text(std::string_view text)
 
 std::string QtTextBox::text() const
 {
+    return from_qt(lines());
+}
+
+QString QtTextBox::lines() const
+{
     // The raw text, because the plain one turns no-break spaces into ordinary ones. Its lines end with U+2029, and with
     // U+2028 where Shift+Enter was pressed.
     QString raw = m_edit.document()->toRawText();
     raw.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
     raw.replace(QChar(QChar::LineSeparator), QLatin1Char('\n'));
-    return from_qt_lines(raw);
+    return with_cr_lf(raw);
+}
+
+std::size_t QtTextBox::caret() const
+{
+    return to_place(lines(), m_edit.textCursor().selectionStart());
+}
+
+void QtTextBox::set_caret(std::size_t place)
+{
+    QTextCursor cursor(m_edit.document());
+    cursor.setPosition(to_position(lines(), place));
+    m_edit.setTextCursor(cursor);
+}
+
+void QtTextBox::insert(std::size_t place, std::string_view text)
+{
+    QTextCursor cursor(m_edit.document());
+    cursor.setPosition(to_position(lines(), place));
+    // A step of its own, so that an undo does not take back what was typed before it too.
+    cursor.beginEditBlock();
+    cursor.insertText(to_qt(text));
+    cursor.endEditBlock();
+    m_edit.setTextCursor(cursor);
 }
 
 void QtTextBox::set_name(std::string_view name)
@@ -74,6 +98,11 @@ void QtTextBox::set_locked(bool locked)
     m_edit.setReadOnly(locked);
     if (locked)
         m_edit.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+void QtTextBox::set_focus()
+{
+    m_edit.setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace cuedrill::platform::qt

@@ -3,6 +3,7 @@
 #include "platform/qt/qt_control.h"
 #include "platform/qt/qt_event_watcher.h"
 #include "platform/qt/qt_guard.h"
+#include "platform/qt/qt_key_filter.h"
 
 class QPlainTextEdit;
 
@@ -11,19 +12,26 @@ namespace cuedrill::platform::qt {
 /// Several lines of plain text. The widget is the text edit itself, to be put into a Card.
 class QtTextBox final : public QtControl<TextBox> {
 public:
-    QtTextBox(const char* name, QtGuard& guard);
+    /// @param gate the one of the window that the box stands in; so is `keys`.
+    QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys);
 
     void set_text(std::string_view text) override;
     [[nodiscard]] std::string text() const override;
+    [[nodiscard]] std::size_t caret() const override;
+    void set_caret(std::size_t place) override;
+    void insert(std::size_t place, std::string_view text) override;
     void set_name(std::string_view name) override;
     void set_background(std::optional<common::Colour> colour) override;
     void set_font(const Font& font) override;
     void set_locked(bool locked) override;
+    void set_focus() override;
 
     [[nodiscard]] QPlainTextEdit& widget() { return m_edit; }
 
 private:
-    QtTextBox(const char* name, QtGuard& guard, QPlainTextEdit& edit);
+    QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QPlainTextEdit& edit);
+    /// The text with CR LF at the line ends.
+    [[nodiscard]] QString lines() const;
 
     QPlainTextEdit& m_edit;
     EventWatcher m_watcher;

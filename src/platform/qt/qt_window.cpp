@@ -17,7 +17,7 @@ void AskingWindow::closeEvent(QCloseEvent* event)
 
 QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard)
     : m_guard(guard), m_size(size), m_gate(guard, m_window),
-      m_key_filter(m_window, [this](const KeyPress& press) { return key_pressed(press); })
+      m_key_filter(m_window, [this](const KeyPress& press) { return swallows(on_key, press, m_gate); })
 {
     m_window.setObjectName(QString::fromLatin1(name));
     m_window.resize(size);
@@ -57,14 +57,9 @@ void QtWindow::ask_to_close()
     m_guard.run(on_close);
 }
 
-bool QtWindow::key_pressed(const KeyPress& press)
+void QtWindow::end_session()
 {
-    if (!on_key)
-        return false;
-    // A key that is dropped, or whose handling fails half-way, must not reach the controls either.
-    bool swallowed = true;
-    m_gate.run([this, &press, &swallowed] { swallowed = on_key(press); });
-    return swallowed;
+    m_guard.run(on_session_end);
 }
 
 void QtWindow::place_on_screen()

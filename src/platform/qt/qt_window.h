@@ -32,12 +32,15 @@ public:
     /// Calls `on_close`, as a click on the window's close button does.
     void ask_to_close();
 
+    /// Calls `on_session_end`.
+    void end_session();
+
     [[nodiscard]] AskingWindow& widget() { return m_window; }
     /// The gate for what the user does in this window.
     [[nodiscard]] QtActionGate& gate() { return m_gate; }
+    [[nodiscard]] QtKeyFilter& key_filter() { return m_key_filter; }
 
 private:
-    bool key_pressed(const KeyPress& press);
     void place_on_screen();
 
     QtGuard& m_guard;

@@ -108,6 +108,30 @@ TEST_F(QtButtonTest, EdgesAreRoundedToTheNearestPixel)
     EXPECT_EQ(button.widget().width(), 66);
 }
 
+TEST_F(QtButtonTest, TellsTheWidthThatWasSetAndBeforeThatTheOneThatTheCaptionNeeds)
+{
+    EXPECT_EQ(button.width(), 3000);
+    QtButton other("bot_no", gate);
+    other.set_caption("No");
+    const int narrow = other.width();
+    other.set_caption("No, ask another question");
+    const int text = other.widget().fontMetrics().horizontalAdvance("No, ask another question");
+    EXPECT_GT(other.width(), narrow);
+    EXPECT_GT(other.width(), 15 * text);
+    EXPECT_LE(other.width(), 15 * (text + 12));
+}
+
+TEST_F(QtButtonTest, TheToolTipIsShownLiterallyAndToldAsDescription)
+{
+    button.set_tool_tip(" Shows <b>the</b> answer ");
+    EXPECT_TRUE(button.widget().toolTip().contains("&lt;b&gt;the&lt;/b&gt;"))
+        << button.widget().toolTip().toStdString();
+    EXPECT_EQ(button.widget().accessibleDescription(), "Shows <b>the</b> answer");
+    button.set_tool_tip("");
+    EXPECT_EQ(button.widget().toolTip(), "");
+    EXPECT_EQ(button.widget().accessibleDescription(), "");
+}
+
 TEST_F(QtButtonTest, KeepsCaptionNameAndState)
 {
     button.set_caption("No, ask another question");

@@ -3,6 +3,8 @@
 #include "platform/qt/qt_dialog_host.h"
 #include "platform/qt/qt_test_tools.h"
 
+#include <QAccessible>
+#include <QClipboard>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -47,6 +49,24 @@ TEST_F(QtDesktopTest, AMessageShowsItsTextLiterallyUnderTheProgramsTitle)
         box.button(QMessageBox::Ok)->click();
     });
     EXPECT_EQ(desktop.message_box({.text = "<b>one</b> & two\r\nthree"}), BoxAnswer::ok);
+}
+
+TEST_F(QtDesktopTest, AMessageWithMarksTellsTheSameWords)
+{
+    const std::string text = "You <typed>:  a & b\r\n\r\n Right:\u00a0 \u0436\r\n";
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        QLabel& label = *box.findChild<QLabel*>("qt_msgbox_label");
+        const QString words = "You <typed>:  a & b\n\n Right:\u00a0 \u0436\n";
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name), words);
+        EXPECT_EQ(box.textFormat(), Qt::RichText);
+        press_key(label, Qt::Key_A, "\x01", false, Qt::ControlModifier);
+        press_key(label, Qt::Key_C, "\x03", false, Qt::ControlModifier);
+        // The toolkit copies every blank as an ordinary one.
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), QString(words).replace(QChar(QChar::Nbsp), ' '));
+        EXPECT_EQ(box.findChild<QPlainTextEdit*>()->accessibleName(), words);
+        box.accept();
+    });
+    desktop.message_box({.text = text, .details = "more", .marked = {{5, 8}}});
 }
 
 TEST_F(QtDesktopTest, AMessageHasTheTitleAndIconThatAreAskedFor)

@@ -25,15 +25,59 @@ protected:
 TEST_F(QtForm1Test, EveryControlIsFoundByItsOwnName)
 {
     EXPECT_EQ(window.widget().objectName(), "Form1");
-    for (const char* name :
-         {"lab_q",           "Text_q",          "panel_a",           "Text_a",           "lab_q_level",
-          "PANEL_Q_LEVEL",   "lab_q_attempts",  "PANEL_Q_ATTEMPTS",  "lab_fails",        "PANEL_FAILS",
-          "lab_elapsed",     "PANEL_ELAPSED",   "frame_stats",       "panel_level_0",    "panel_level_1",
-          "panel_level_2",   "panel_level_3",   "panel_level_4",     "panel_level_5",    "lab_total",
-          "panel_total",     "lab_nr_unpassed", "panel_nr_unpassed", "lab_score",        "Panel_score",
-          "lab_open_time",   "panel_open_time", "lab_time_today",    "panel_time_today", "lab_time_ever",
-          "panel_time_ever", "lab_time_now",    "Panel_time_now",    "panel_dialog",     "dialog_strip",
-          "bot_yes",         "bot_no",          "bot_other",         "bot_focus",        "P_status"})
+    for (const char* name : {"lab_q",
+                             "Text_q",
+                             "panel_a",
+                             "Text_a",
+                             "lab_q_level",
+                             "PANEL_Q_LEVEL",
+                             "lab_q_attempts",
+                             "PANEL_Q_ATTEMPTS",
+                             "lab_fails",
+                             "PANEL_FAILS",
+                             "lab_elapsed",
+                             "PANEL_ELAPSED",
+                             "frame_stats",
+                             "panel_level_0",
+                             "panel_level_1",
+                             "panel_level_2",
+                             "panel_level_3",
+                             "panel_level_4",
+                             "panel_level_5",
+                             "lab_total",
+                             "panel_total",
+                             "lab_nr_unpassed",
+                             "panel_nr_unpassed",
+                             "lab_score",
+                             "Panel_score",
+                             "lab_open_time",
+                             "panel_open_time",
+                             "lab_time_today",
+                             "panel_time_today",
+                             "lab_time_ever",
+                             "panel_time_ever",
+                             "lab_time_now",
+                             "Panel_time_now",
+                             "panel_dialog",
+                             "dialog_strip",
+                             "bot_yes",
+                             "bot_no",
+                             "bot_other",
+                             "bot_focus",
+                             "P_status",
+                             "panel_lista",
+                             "t_hint",
+                             "pb_1",
+                             "pb_2",
+                             "pb_3",
+                             "pb_4",
+                             "pb_5",
+                             "pb_6",
+                             "pb_7",
+                             "pb_8",
+                             "pb_9",
+                             "pb_10",
+                             "pb_11"})
         EXPECT_EQ(window.widget().findChildren<QWidget*>(QLatin1String(name)).size(), 1) << name;
 }
 
@@ -86,6 +130,13 @@ TEST_F(QtForm1Test, EveryInterfaceReachesTheWidgetOfItsName)
         button->set_caption(name);
         EXPECT_EQ(static_cast<QPushButton&>(widget(name)).text(), name);
     }
+    for (std::size_t i = 0; i < form1.pb.size(); ++i) {
+        const std::string name = "pb_" + std::to_string(i + 1);
+        form1.pb[i]->set_caption("Do " + name);
+        EXPECT_EQ(static_cast<QPushButton&>(widget(name.c_str())).text().toStdString(), "Do " + name);
+    }
+    form1.t_hint.set_name("Hint");
+    EXPECT_EQ(widget("t_hint").accessibleName(), "Hint");
 }
 
 TEST_F(QtForm1Test, TheWindowIsNotShownByItself)
@@ -145,6 +196,82 @@ TEST_F(QtForm1Test, TheFrameOfStatisticsHidesWhatItHolds)
     EXPECT_FALSE(widget("panel_total").isVisible());
 }
 
+TEST_F(QtForm1Test, TheHintTakesThePlaceOfTheStatisticsAndNothingMoves)
+{
+    form1.window.show();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(form1.panel_lista.visible());
+    EXPECT_FALSE(widget("t_hint").isVisible());
+    const auto place_of = [this](const char* name) {
+        return QRect(widget(name).mapTo(&window.widget(), QPoint()), widget(name).size());
+    };
+    const QRect statistics = place_of("frame_stats");
+    EXPECT_EQ(statistics.height(), widget("frame_stats").sizeHint().height());
+    const QRect answer = place_of("Text_a");
+    form1.frame_stats.set_visible(false);
+    form1.panel_lista.set_visible(true);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(widget("t_hint").isVisible());
+    EXPECT_EQ(place_of("panel_lista"), statistics);
+    EXPECT_EQ(place_of("Text_a"), answer);
+    EXPECT_GT(widget("t_hint").height(), statistics.height() - 10);
+    EXPECT_GT(widget("t_hint").width(), statistics.width() - 10);
+}
+
+TEST_F(QtForm1Test, TheWholeToolbarStandsInOneRowOfAWindow800PixelsWide)
+{
+    const std::pair<const char*, common::Twips> captions[] = {{"Next &Question", 300},
+                                                              {"Show &Answer", 300},
+                                                              {"Show &Stats", 90},
+                                                              {"Show &Hints", 195},
+                                                              {"Let me &Type", 195},
+                                                              {"+", 195},
+                                                              {"-", 195},
+                                                              {"&Edit", 90},
+                                                              {"&Insert", 195},
+                                                              {"&Save", 195},
+                                                              {"&Delete", 210}};
+    for (std::size_t i = 0; i < form1.pb.size(); ++i) {
+        form1.pb[i]->set_caption(captions[i].first);
+        form1.pb[i]->set_width(form1.pb[i]->width() + captions[i].second);
+    }
+    form1.window.show();
+    window.widget().resize(800, 600);
+    QCoreApplication::processEvents();
+    int free_from = 0;
+    for (std::size_t i = 0; i < form1.pb.size(); ++i) {
+        const QWidget& button = widget(("pb_" + std::to_string(i + 1)).c_str());
+        EXPECT_EQ(15 * button.width(), form1.pb[i]->width()) << captions[i].first;
+        EXPECT_EQ(button.y(), widget("pb_1").y());
+        EXPECT_GE(button.x(), free_from);
+        free_from = button.geometry().right() + 1;
+    }
+    EXPECT_LE(free_from, 800);
+    EXPECT_LT(widget("pb_1").geometry().bottom(), widget("lab_q").y());
+}
+
+TEST_F(QtForm1Test, TabGoesFromTheTopOfTheWindowToItsBottom)
+{
+    form1.frame_stats.set_visible(false);
+    form1.panel_lista.set_visible(true);
+    form1.window.show();
+    QCoreApplication::processEvents();
+    widget("pb_1").setFocus();
+    for (const char* next : {"pb_2", "pb_3", "pb_4", "pb_5", "pb_6", "pb_7", "pb_8", "pb_9", "pb_10", "pb_11", "Text_q",
+                             "Text_a", "t_hint", "bot_yes", "bot_no", "bot_other"}) {
+        press_key(*window.widget().focusWidget(), Qt::Key_Tab, "\t");
+        EXPECT_EQ(window.widget().focusWidget()->objectName(), next);
+    }
+}
+
+TEST_F(QtForm1Test, AToolbarButtonTellsItsClick)
+{
+    int clicks = 0;
+    form1.pb[10]->on_click = [&] { ++clicks; };
+    static_cast<QPushButton&>(widget("pb_11")).click();
+    EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(QtForm1Test, TheFocusHolderTakesTheFocusFromATextBox)
 {
     form1.window.show();
@@ -172,13 +299,30 @@ TEST_F(QtForm1Test, KeysReachTheWindowBeforeTheTextBox)
     EXPECT_EQ(form1.Text_a.text(), "x");
 }
 
-TEST_F(QtForm1Test, ASignalOfEndAsksTheWindowToClose)
+TEST_F(QtForm1Test, AKeyThatTheWindowLeavesAloneIsSeenByTheBoxWithTheFocus)
 {
-    int asked = 0;
-    form1.window.on_close = [&] { ++asked; };
+    std::string seen;
+    form1.window.on_key = [&](const KeyPress& press) { return press.character == "w"; };
+    form1.Text_q.on_key = [&](const KeyPress& press) { return seen += "q" + press.character, true; };
+    form1.Text_a.on_key = [&](const KeyPress& press) { return seen += "a" + press.character, true; };
+    form1.t_hint.on_key = [&](const KeyPress& press) { return seen += "h" + press.character, true; };
+    form1.panel_lista.set_visible(true);
+    for (const char* name : {"Text_q", "Text_a", "t_hint"}) {
+        widget(name).setFocus();
+        press_key(widget(name), Qt::Key_W, "w");
+        press_key(widget(name), Qt::Key_1, "1");
+    }
+    EXPECT_EQ(seen, "q1a1h1");
+}
+
+TEST_F(QtForm1Test, ASignalOfEndIsTheEndOfTheSessionAndNoWishToClose)
+{
+    std::string told;
+    form1.window.on_close = [&] { told += "close "; };
+    form1.window.on_session_end = [&] { told += "session "; };
     std::raise(SIGTERM);
     QCoreApplication::processEvents();
-    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(told, "session ");
     EXPECT_TRUE(guard.ending());
 }
 

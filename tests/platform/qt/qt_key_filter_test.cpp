@@ -86,6 +86,39 @@ TEST_F(QtKeyFilterTest, TellsThatAKeyIsHeldDown)
     EXPECT_TRUE(seen[0].auto_repeat);
 }
 
+TEST_F(QtKeyFilterTest, AKeyHeldOnWhileTheFocusMovesTypesAndPressesNothing)
+{
+    button.setFocus();
+    press_key(button, Qt::Key_Space, " ");
+    ASSERT_EQ(clicks, 1);
+    text.setFocus();
+    press_key(text, Qt::Key_Space, " ", true);
+    EXPECT_EQ(text.toPlainText(), "");
+    EXPECT_EQ(seen.size(), 1U);
+    press_key(text, Qt::Key_Space, " ");
+    press_key(text, Qt::Key_Space, " ", true);
+    EXPECT_EQ(text.toPlainText(), "  ");
+}
+
+TEST_F(QtKeyFilterTest, AKeyHeldOnWhileABoxOpensDoesNotAnswerIt)
+{
+    press_key(text, Qt::Key_Return, "\r");
+    QDialog box(&window);
+    box.setModal(true);
+    QPushButton ok("OK", &box);
+    ok.setAutoDefault(true);
+    int answers = 0;
+    QObject::connect(&ok, &QPushButton::clicked, &ok, [&] { ++answers; });
+    box.show();
+    ok.setFocus();
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape})
+        press_key(ok, key, {}, true);
+    EXPECT_EQ(answers, 0);
+    EXPECT_TRUE(box.isVisible());
+    press_key(ok, Qt::Key_Return, "\r");
+    EXPECT_EQ(answers, 1);
+}
+
 TEST_F(QtKeyFilterTest, CombinationsAndKeysWithoutACharacterAreNotTold)
 {
     press_key(text, Qt::Key_Q, "\x11", false, Qt::ControlModifier);
@@ -164,6 +197,78 @@ TEST_F(QtKeyFilterTest, AnEnterThatIsNotSwallowedStartsANewLine)
     EXPECT_EQ(text.toPlainText(), "\n");
 }
 
+TEST_F(QtKeyFilterTest, ShiftAndEnterIsALineInTextAndEnterElsewhere)
+{
+    press_key(text, Qt::Key_Return, "\r", false, Qt::ShiftModifier);
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(text.toPlainText(), "\n");
+    text.setReadOnly(true);
+    press_key(text, Qt::Key_Return, "\r", false, Qt::ShiftModifier);
+    button.setFocus();
+    press_key(button, Qt::Key_Return, "\r", false, Qt::ShiftModifier);
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(seen[0].key, Key::enter);
+    EXPECT_EQ(seen[1].key, Key::enter);
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(QtKeyFilterTest, AControlSeesTheKeysThatTheWindowLeavesAlone)
+{
+    std::string seen_by_text;
+    filter.add_control(text, [&](const KeyPress& press) {
+        EXPECT_EQ(seen.back().character, press.character) << "the window is asked first";
+        seen_by_text += press.character;
+        return press.character == "b";
+    });
+    press_key(text, Qt::Key_A, "a");
+    EXPECT_TRUE(press_key(text, Qt::Key_B, "b"));
+    swallow = true;
+    press_key(text, Qt::Key_C, "c");
+    EXPECT_EQ(seen_by_text, "ab");
+    EXPECT_EQ(text.toPlainText(), "a");
+}
+
+TEST_F(QtKeyFilterTest, AControlSeesNoKeysOfOthers)
+{
+    int seen_by_text = 0;
+    filter.add_control(text, [&](const KeyPress&) { return ++seen_by_text > 0; });
+    button.setFocus();
+    press_key(button, Qt::Key_Q, "q");
+    EXPECT_EQ(seen.size(), 1U);
+    EXPECT_EQ(seen_by_text, 0);
+}
+
+TEST_F(QtKeyFilterTest, AControlIsToldThatAKeyIsHeldDown)
+{
+    std::vector<bool> held;
+    filter.add_control(text, [&](const KeyPress& press) {
+        held.push_back(press.auto_repeat);
+        return true;
+    });
+    press_key(text, Qt::Key_X, "x");
+    press_key(text, Qt::Key_X, "x", true);
+    EXPECT_EQ(held, (std::vector<bool>{false, true}));
+}
+
+TEST_F(QtKeyFilterTest, ACharacterOfAnInputMethodIsToldAsComposedToTheControlToo)
+{
+    std::vector<KeyPress> seen_by_text;
+    filter.add_control(text, [&](const KeyPress& press) {
+        seen_by_text.push_back(press);
+        return true;
+    });
+    QInputMethodEvent commit;
+    commit.setCommitString("\u00ea");
+    QCoreApplication::sendEvent(&text, &commit);
+    press_key(text, Qt::Key_X, "x");
+    EXPECT_EQ(text.toPlainText(), "");
+    ASSERT_EQ(seen_by_text.size(), 2U);
+    EXPECT_EQ(seen_by_text[0].character, "\u00ea");
+    EXPECT_TRUE(seen_by_text[0].composed);
+    EXPECT_FALSE(seen_by_text[1].composed);
+    EXPECT_TRUE(seen[0].composed);
+}
+
 TEST_F(QtKeyFilterTest, ACommittedCharacterOfAnInputMethodIsSeenFirst)
 {
     QInputMethodEvent commit;
@@ -184,6 +289,44 @@ TEST_F(QtKeyFilterTest, ACommittedWordIsTextAndNoKey)
     QCoreApplication::sendEvent(&text, &commit);
     EXPECT_EQ(text.toPlainText(), "word");
     EXPECT_TRUE(seen.empty());
+}
+
+class SwallowsTest : public QtTest {
+protected:
+    QtGuard guard;
+    QWidget window;
+    QtActionGate gate{guard, window};
+};
+
+TEST_F(SwallowsTest, TheHookDecidesAndAMissingOneSwallowsNothing)
+{
+    EXPECT_TRUE(swallows([](const KeyPress& press) { return press.character == "x"; }, {.character = "x"}, gate));
+    EXPECT_FALSE(swallows([](const KeyPress& press) { return press.character == "x"; }, {.character = "y"}, gate));
+    EXPECT_FALSE(swallows({}, {}, gate));
+}
+
+TEST_F(SwallowsTest, AKeyDuringAnotherActionIsSwallowedUnseen)
+{
+    int seen = 0;
+    bool swallowed = false;
+    gate.run([&] {
+        swallowed = swallows(
+            [&](const KeyPress&) {
+                ++seen;
+                return false;
+            },
+            {}, gate);
+    });
+    EXPECT_TRUE(swallowed);
+    EXPECT_EQ(seen, 0);
+}
+
+TEST_F(SwallowsTest, AKeyWhoseHandlingFailsIsSwallowed)
+{
+    std::string reported;
+    guard.on_error = [&](const std::exception& error) { reported = error.what(); };
+    EXPECT_TRUE(swallows([](const KeyPress&) -> bool { throw std::runtime_error("key failed"); }, {}, gate));
+    EXPECT_EQ(reported, "key failed");
 }
 
 struct LetterCase {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPlainTextEdit>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -27,18 +28,33 @@ inline void release_key(QWidget& widget, int key, const QString& text = {}, bool
     QCoreApplication::sendEvent(&widget, &event);
 }
 
+inline void send_mouse_at(QWidget& widget, QEvent::Type type, Qt::MouseButton button, QPointF point)
+{
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::MouseButtons() : Qt::MouseButtons(button);
+    QMouseEvent event(type, point, widget.mapToGlobal(point), type == QEvent::MouseMove ? Qt::NoButton : button, held,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
 inline void send_mouse(QWidget& widget, QEvent::Type type, Qt::MouseButton button)
 {
-    const QPointF middle = QRectF(widget.rect()).center();
-    const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::MouseButtons(button) : Qt::MouseButtons();
-    QMouseEvent event(type, middle, widget.mapToGlobal(middle), button, held, Qt::NoModifier);
-    QCoreApplication::sendEvent(&widget, &event);
+    send_mouse_at(widget, type, button, QRectF(widget.rect()).center());
 }
 
 inline void click_with(QWidget& widget, Qt::MouseButton button)
 {
     send_mouse(widget, QEvent::MouseButtonPress, button);
     send_mouse(widget, QEvent::MouseButtonRelease, button);
+}
+
+/// The cell of the character at a position of the document, in the viewport.
+inline QRect cell_of(const QPlainTextEdit& edit, int position)
+{
+    QTextCursor cursor(edit.document());
+    cursor.setPosition(position);
+    const QRect left = edit.cursorRect(cursor);
+    cursor.setPosition(position + 1);
+    return {left.left(), left.top(), edit.cursorRect(cursor).left() - left.left(), left.height()};
 }
 
 /// Calls `inspect` with the modal box that opens next, which it must close.

@@ -2,7 +2,9 @@
 #include "platform/qt/qt_test_tools.h"
 #include "platform/qt/qt_text_box.h"
 
+#include <QClipboard>
 #include <QFontDatabase>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextBlock>
@@ -24,9 +26,19 @@ protected:
         QCoreApplication::processEvents();
     }
 
+    void select(int anchor, int position)
+    {
+        QTextCursor cursor = box.widget().textCursor();
+        cursor.setPosition(anchor);
+        cursor.setPosition(position, QTextCursor::KeepAnchor);
+        box.widget().setTextCursor(cursor);
+    }
+
     QtGuard guard;
     Card card;
-    QtTextBox box{"Text_a", guard};
+    QtActionGate gate{guard, card};
+    QtKeyFilter keys{card, [](const KeyPress&) { return false; }};
+    QtTextBox box{"Text_a", gate, keys};
 };
 
 TEST_F(QtTextBoxTest, GivesLinesBackWithCrLf)
@@ -66,6 +78,116 @@ TEST_F(QtTextBoxTest, ALockedBoxCanBeReadAndCopiedButNotChanged)
     box.set_locked(false);
     press_key(box.widget(), Qt::Key_X, "x");
     EXPECT_EQ(box.text(), "xfixed");
+}
+
+TEST_F(QtTextBoxTest, AnUnlockedBoxCanBeChangedInEveryWay)
+{
+    box.set_locked(true);
+    box.set_locked(false);
+    EXPECT_EQ(box.widget().textInteractionFlags(), Qt::TextEditorInteraction);
+    EXPECT_TRUE(box.widget().testAttribute(Qt::WA_InputMethodEnabled));
+}
+
+TEST_F(QtTextBoxTest, WhatIsPastedComesAsPlainText)
+{
+    auto* const copied = new QMimeData;
+    copied->setHtml("<b>bold</b> <a href=\"x\">link</a>");
+    copied->setText("<b>plain</b>");
+    QGuiApplication::clipboard()->setMimeData(copied);
+    box.set_locked(true);
+    box.set_locked(false);
+    box.widget().paste();
+    EXPECT_EQ(box.text(), "<b>plain</b>");
+    EXPECT_FALSE(box.widget().currentCharFormat().font().bold());
+}
+
+TEST_F(QtTextBoxTest, TheCaretIsCountedInCodePointsAndALineEndAsTwo)
+{
+    box.set_text("a\U0001F600\r\nb\u0436");
+    for (const std::size_t place : {0U, 1U, 2U, 4U, 5U, 6U}) {
+        box.set_caret(place);
+        EXPECT_EQ(box.caret(), place);
+    }
+    EXPECT_TRUE(box.widget().textCursor().atEnd());
+    box.set_caret(100);
+    EXPECT_EQ(box.caret(), 6U);
+    EXPECT_TRUE(box.widget().textCursor().atEnd());
+    box.set_caret(3);
+    EXPECT_EQ(box.caret(), 2U);
+}
+
+TEST_F(QtTextBoxTest, TheCaretIsWhereASelectionBeginsAndSettingItGivesTheSelectionUp)
+{
+    box.set_text("one two");
+    select(2, 5);
+    EXPECT_EQ(box.caret(), 2U);
+    select(5, 2);
+    EXPECT_EQ(box.caret(), 2U);
+    box.set_caret(3);
+    EXPECT_FALSE(box.widget().textCursor().hasSelection());
+}
+
+TEST_F(QtTextBoxTest, InsertsAtThePlaceAndLeavesTheCaretBehind)
+{
+    box.set_text("a\U0001F600\r\nb");
+    box.insert(4, "x\r\n<i>");
+    EXPECT_EQ(box.text(), "a\U0001F600\r\nx\r\n<i>b");
+    EXPECT_EQ(box.caret(), 10U);
+}
+
+TEST_F(QtTextBoxTest, AnInsertedTextReplacesNoSelection)
+{
+    box.set_text("one two");
+    select(0, 3);
+    box.insert(box.caret(), "[word] ");
+    EXPECT_EQ(box.text(), "[word] one two");
+    EXPECT_EQ(box.caret(), 7U);
+    EXPECT_FALSE(box.widget().textCursor().hasSelection());
+}
+
+TEST_F(QtTextBoxTest, AnUndoOfAnInsertedTextLeavesWhatWasTypedBefore)
+{
+    show();
+    box.widget().setFocus();
+    press_key(box.widget(), Qt::Key_A, "a");
+    box.insert(1, " two");
+    EXPECT_EQ(box.text(), "a two");
+    press_key(box.widget(), Qt::Key_Z, "\x1a", false, Qt::ControlModifier);
+    EXPECT_EQ(box.text(), "a");
+}
+
+TEST_F(QtTextBoxTest, AKeyIsSeenByTheHookFirst)
+{
+    show();
+    box.widget().setFocus();
+    std::string seen;
+    box.on_key = [&](const KeyPress& press) {
+        seen += press.character + "(" + box.text() + ")";
+        return press.character == "b";
+    };
+    press_key(box.widget(), Qt::Key_A, "a");
+    press_key(box.widget(), Qt::Key_B, "b");
+    EXPECT_EQ(seen, "a()b(a)");
+    EXPECT_EQ(box.text(), "a");
+}
+
+TEST_F(QtTextBoxTest, AKeyDuringAnotherActionGetsNowhere)
+{
+    show();
+    box.widget().setFocus();
+    int seen = 0;
+    box.on_key = [&](const KeyPress&) { return ++seen == 0; };
+    gate.run([this] { press_key(box.widget(), Qt::Key_A, "a"); });
+    EXPECT_EQ(seen, 0);
+    EXPECT_EQ(box.text(), "");
+}
+
+TEST_F(QtTextBoxTest, TakesTheFocus)
+{
+    show();
+    box.widget().clearFocus();
+    box.set_focus();
+    EXPECT_TRUE(box.widget().hasFocus());
 }
 
 TEST_F(QtTextBoxTest, TabLeavesTheBox)

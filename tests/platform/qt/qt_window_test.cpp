@@ -77,6 +77,15 @@ TEST_F(QtWindowTest, ClosingMayEndTheProgram)
     EXPECT_TRUE(guard.ending());
 }
 
+TEST_F(QtWindowTest, TheEndOfTheSessionIsNoWishToClose)
+{
+    std::string told;
+    window.on_close = [&] { told += "close "; };
+    window.on_session_end = [&] { told += "session "; };
+    window.end_session();
+    EXPECT_EQ(told, "session ");
+}
+
 TEST_F(QtWindowTest, KeysReachTheHookAndAFailingOneIsSwallowed)
 {
     std::string reported;

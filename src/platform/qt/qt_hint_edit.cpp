@@ -1,0 +1,229 @@
+#include "platform/qt/qt_hint_edit.h"
+
+#include "platform/qt/qt_look.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTextLayout>
+#include <algorithm>
+#include <cmath>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+constexpr QChar placeholder(1);
+
+} // namespace
+
+void PlaceholderCells::set_font(const QFont& font)
+{
+    // A font has no glyph for the placeholder, or any. Other fonts are kept out, because theirs could be higher than
+    // the line; what the own one draws is made invisible and brought to the width of a cell.
+    QFont own = font;
+    own.setStyleStrategy(QFont::NoFontMerging);
+    const QFontMetricsF metrics(own);
+    const double missing = metrics.horizontalAdvance(QLatin1Char(' ')) - metrics.horizontalAdvance(placeholder);
+    m_format = QTextCharFormat();
+    m_format.setFontStyleStrategy(QFont::NoFontMerging);
+    m_format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+    m_format.setFontLetterSpacing(missing);
+    m_format.setForeground(Qt::transparent);
+    rehighlight();
+}
+
+void PlaceholderCells::highlightBlock(const QString& text)
+{
+    for (qsizetype at = text.indexOf(placeholder); at >= 0; at = text.indexOf(placeholder, at + 1))
+        setFormat(static_cast<int>(at), 1, m_format);
+}
+
+HintEdit::HintEdit() : m_cells(*new PlaceholderCells(*document()))
+{
+    set_up_text_area(*this);
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setUndoRedoEnabled(false);
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_cells.set_font(font());
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { m_moved = true; });
+}
+
+void HintEdit::show_text(const QString& text)
+{
+    m_words.clear();
+    m_press.reset();
+    setPlainText(text);
+    m_moved = false;
+}
+
+std::optional<int> HintEdit::caret() const
+{
+    if (!m_moved)
+        return std::nullopt;
+    return textCursor().selectionStart();
+}
+
+void HintEdit::doSetTextCursor(const QTextCursor& cursor)
+{
+    QPlainTextEdit::doSetTextCursor(cursor);
+    // Assistive technology may put the caret where it already was, of which no signal tells.
+    m_moved = true;
+}
+
+void HintEdit::changeEvent(QEvent* event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        m_cells.set_font(font());
+}
+
+void HintEdit::for_each_line(const std::function<void(const QTextBlock&, const QTextLine&, QPointF)>& told) const
+{
+    for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
+        const QPointF origin = blockBoundingGeometry(block).translated(contentOffset()).topLeft();
+        if (origin.y() > viewport()->height())
+            return;
+        for (int i = 0; i < block.layout()->lineCount(); ++i)
+            told(block, block.layout()->lineAt(i), origin);
+    }
+}
+
+std::optional<int> HintEdit::character_at(QPointF point) const
+{
+    std::optional<int> found;
+    for_each_line([&](const QTextBlock& block, const QTextLine& line, QPointF origin) {
+        if (line.naturalTextRect().translated(origin).contains(point))
+            found = block.position() + line.xToCursor(point.x() - origin.x(), QTextLine::CursorOnCharacter);
+    });
+    return found;
+}
+
+void HintEdit::paintEvent(QPaintEvent* event)
+{
+    QPlainTextEdit::paintEvent(event);
+    QPainter painter(viewport());
+    const QTextCursor cursor = textCursor();
+    for_each_line([&](const QTextBlock& block, const QTextLine& line, QPointF origin) {
+        const double base_line = origin.y() + line.y() + line.ascent();
+        for (int at = line.textStart(); at < line.textStart() + line.textLength(); ++at) {
+            const int position = block.position() + at;
+            if (document()->characterAt(position) != placeholder)
+                continue;
+            const auto [left, right] = std::minmax({line.cursorToX(at), line.cursorToX(at + 1)});
+            const QRectF cell(origin.x() + left, origin.y() + line.y(), right - left, line.height());
+            paint_placeholder(painter, cell, base_line,
+                              position >= cursor.selectionStart() && position < cursor.selectionEnd());
+        }
+    });
+}
+
+/// An open square that stands on the line, so that it is neither taken for a letter nor for a missing glyph.
+void HintEdit::paint_placeholder(QPainter& painter, const QRectF& cell, double base_line, bool selected) const
+{
+    QColor colour = palette().color(QPalette::Text);
+    if (selected) {
+        // A selection gives its own colour to the text, to what should be invisible too.
+        const QPalette::ColorGroup group = hasFocus() ? QPalette::Active : QPalette::Inactive;
+        painter.fillRect(cell, palette().brush(group, QPalette::Highlight));
+        colour = palette().color(group, QPalette::HighlightedText);
+    }
+    const int line = std::max(1, static_cast<int>(cell.width() / 9.0));
+    const int side = static_cast<int>(cell.width()) - 2 * line;
+    const QRect square(static_cast<int>(std::lround(cell.center().x() - side / 2.0)),
+                       static_cast<int>(std::lround(base_line)) - side, side, side);
+    const QRect hole = square.adjusted(line, line, -line, -line);
+    painter.fillRect(QRect(square.topLeft(), QSize(side, line)), colour);
+    painter.fillRect(QRect(square.left(), hole.bottom() + 1, side, line), colour);
+    painter.fillRect(QRect(square.left(), hole.top(), line, hole.height()), colour);
+    painter.fillRect(QRect(hole.right() + 1, hole.top(), line, hole.height()), colour);
+}
+
+void HintEdit::keyPressEvent(QKeyEvent* event)
+{
+    const Word* const word = word_of_key(*event);
+    if (word == nullptr) {
+        QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    // The caret itself goes there, at the beginning of what is selected, so that assistive technology is told.
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(word->end);
+    cursor.setPosition(word->begin, QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
+const HintEdit::Word* HintEdit::word_of_key(const QKeyEvent& event) const
+{
+    if (m_words.empty() || (event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return nullptr;
+    switch (event.key()) {
+    case Qt::Key_Home:
+        return &m_words.front();
+    case Qt::Key_End:
+        return &m_words.back();
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        return &next_word();
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        return &previous_word();
+    default:
+        return nullptr;
+    }
+}
+
+const HintEdit::Word& HintEdit::next_word() const
+{
+    const int from = caret().value_or(-1);
+    const auto next =
+        std::find_if(m_words.begin(), m_words.end(), [from](const Word& word) { return word.begin > from; });
+    return next == m_words.end() ? m_words.back() : *next;
+}
+
+const HintEdit::Word& HintEdit::previous_word() const
+{
+    const int from = caret().value_or(-1);
+    const auto previous =
+        std::find_if(m_words.rbegin(), m_words.rend(), [from](const Word& word) { return word.end <= from; });
+    return previous == m_words.rend() ? m_words.front() : *previous;
+}
+
+void HintEdit::mousePressEvent(QMouseEvent* event)
+{
+    m_press.reset();
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier) {
+        const std::optional<int> character = character_at(event->position());
+        if (!character)
+            return; // the caret stays where the user has put it
+        m_press = Press{*character, event->position()};
+    }
+    QPlainTextEdit::mousePressEvent(event);
+}
+
+void HintEdit::mouseReleaseEvent(QMouseEvent* event)
+{
+    QPlainTextEdit::mouseReleaseEvent(event);
+    if (event->button() != Qt::LeftButton || !m_press)
+        return;
+    const Press press = *m_press;
+    m_press.reset();
+    if ((event->position() - press.point).manhattanLength() >= QApplication::startDragDistance())
+        return;
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(press.character);
+    setTextCursor(cursor);
+    if (clicked)
+        clicked();
+}
+
+void HintEdit::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    m_press.reset();
+    event->accept();
+}
+
+} // namespace cuedrill::platform::qt
