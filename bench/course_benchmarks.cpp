@@ -26,7 +26,7 @@ class NoWindow : public platform::Desktop,
                  public scheduler::QuestionDisplay,
                  public scheduler::StatusLine,
                  public scheduler::StatisticsPanels,
-                 public bank::EditorView {
+                 public bank::StoredRecordView {
 public:
     platform::BoxAnswer message_box(const platform::MessageBox&) override { return platform::BoxAnswer::ok; }
     std::optional<std::string> input_box(const platform::InputBox&) override { return std::nullopt; }

@@ -1,14 +1,38 @@
 #pragma once
 
+#include <string>
+
 namespace cuedrill::bank {
 
-/// Where a record is shown after it was stored.
+/// The two texts of a record, the asked side first.
+struct RecordTexts {
+    std::string question;
+    std::string answer;
+};
+
+/// The two text boxes of the main window, as the editing of records sees them.
 class EditorView {
 public:
     virtual ~EditorView() = default;
 
-    /// Shows the course's current record and the counts as they are in the course now.
-    virtual void show_stored_record() = 0;
+    /// What stands in the boxes.
+    [[nodiscard]] virtual RecordTexts typed_texts() const = 0;
+    /// The texts of the current record as they were put on display.
+    [[nodiscard]] virtual RecordTexts loaded_texts() const = 0;
+    virtual void put_question(const std::string& text) = 0;
+    virtual void put_answer(const std::string& text) = 0;
+
+    /// Puts the answer of the current record into its box, to be changed.
+    virtual void show_answer_for_editing() = 0;
+    /// Makes the boxes ready to be typed in, with what stands in them, and puts the caret into the question.
+    virtual void open_editor() = 0;
+    /// Puts the caret into the question or the answer, where something is to be mended.
+    virtual void go_to_question() = 0;
+    virtual void go_to_answer() = 0;
+    /// Repaints the window for the present editing flags; the texts stay.
+    virtual void redisplay() = 0;
+    /// Shows the current record, its answer too, and the counts as they are in the course now.
+    virtual void show_saved_record() = 0;
 };
 
 } // namespace cuedrill::bank

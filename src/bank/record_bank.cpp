@@ -7,23 +7,24 @@
 namespace cuedrill::bank {
 namespace {
 
-/// Says what is wrong with a text, in terms of what the user typed rather than of columns.
-std::string too_long(const char* what, const std::string& text)
+/// Nothing for a text that fits.
+std::string too_long_text(const char* what, const std::string& text)
 {
-    return std::string("The ") + what + " has " + std::to_string(common::code_points(text)) + " characters; " +
+    const std::size_t length = common::code_points(text);
+    if (length <= store::longest_text)
+        return {};
+    return std::string("The ") + what + " has " + std::to_string(length) + " characters; " +
            std::to_string(store::longest_text) + " fit.";
 }
 
-std::string refusal(const std::string& question, const std::string& answer, const platform::DatabaseError& error)
-{
-    if (common::code_points(question) > store::longest_text)
-        return too_long("question", question);
-    if (common::code_points(answer) > store::longest_text)
-        return too_long("answer", answer);
-    return error.what();
-}
-
 } // namespace
+
+std::string too_long(const std::string& question, const std::string& answer)
+{
+    const std::string about_question = too_long_text("question", question);
+    const std::string about_answer = too_long_text("answer", answer);
+    return about_question + (about_question.empty() || about_answer.empty() ? "" : " ") + about_answer;
+}
 
 bool RecordBank::Write_QA(const std::string& question, const std::string& answer)
 {
@@ -35,18 +36,20 @@ bool RecordBank::Write_QA(const std::string& question, const std::string& answer
         return false;
     }
     try {
-        m_course.current_cnt = insert(question, answer);
+        m_course.current_cnt = insert_record(question, answer);
     } catch (const platform::DatabaseError& error) {
         if (error.kind() != platform::DatabaseErrorKind::constraint)
             throw;
-        m_last_refusal = refusal(question, answer, error);
+        m_last_refusal = too_long(question, answer);
+        if (m_last_refusal.empty())
+            m_last_refusal = error.what();
         return false;
     }
     m_flags.clear();
     return true;
 }
 
-common::Int16 RecordBank::insert(const std::string& question, const std::string& answer)
+common::Int16 RecordBank::insert_record(const std::string& question, const std::string& answer)
 {
     if (m_course.record_count >= common::max_int16)
         throw common::OverflowError("The course is full: " + std::to_string(common::max_int16) +
@@ -56,6 +59,26 @@ common::Int16 RecordBank::insert(const std::string& question, const std::string&
     platform::Transaction transaction(m_course.database());
     platform::TableCursor& qa_recordset = m_course.qa_recordset();
     qa_recordset.add_new();
+    store_texts(question, answer);
+    const common::Int16 cnt = store::nz_int16(qa_recordset.field("cnt"), "record number");
+    transaction.commit();
+    ++m_course.record_count;
+    return cnt;
+}
+
+void RecordBank::change_record(common::Int16 cnt, const std::string& question, const std::string& answer)
+{
+    platform::Transaction transaction(m_course.database());
+    seek(cnt);
+    m_course.qa_recordset().edit();
+    store_texts(question, answer);
+    transaction.commit();
+}
+
+/// Gives the row in progress its texts and counters, and stores it.
+void RecordBank::store_texts(const std::string& question, const std::string& answer)
+{
+    platform::TableCursor& qa_recordset = m_course.qa_recordset();
     try {
         qa_recordset.set(m_course.Q_FIELD.text, question);
         qa_recordset.set(m_course.A_FIELD.text, answer);
@@ -68,10 +91,39 @@ common::Int16 RecordBank::insert(const std::string& question, const std::string&
         qa_recordset.cancel();
         throw;
     }
-    const common::Int16 cnt = store::nz_int16(qa_recordset.field("cnt"), "record number");
+}
+
+void RecordBank::delete_record(common::Int16 cnt)
+{
+    platform::Transaction transaction(m_course.database());
+    seek(cnt);
+    m_course.qa_recordset().delete_row();
     transaction.commit();
-    ++m_course.record_count;
-    return cnt;
+    --m_course.record_count;
+}
+
+void RecordBank::seek(common::Int16 cnt)
+{
+    platform::TableCursor& qa_recordset = m_course.qa_recordset();
+    qa_recordset.seek(std::int64_t{cnt});
+    if (qa_recordset.no_match())
+        throw platform::DatabaseError(platform::DatabaseErrorKind::other, 0,
+                                      "The question is no longer in the course; another program has deleted it.");
+}
+
+bool RecordBank::holds(const std::string& column, const std::string& text)
+{
+    platform::TableCursor& qa_recordset = m_course.qa_recordset();
+    qa_recordset.set_index(column);
+    try {
+        qa_recordset.seek(text);
+    } catch (...) {
+        qa_recordset.set_index("PrimaryKey");
+        throw;
+    }
+    const bool found = !qa_recordset.no_match();
+    qa_recordset.set_index("PrimaryKey");
+    return found;
 }
 
 } // namespace cuedrill::bank

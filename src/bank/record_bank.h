@@ -8,7 +8,8 @@
 
 namespace cuedrill::bank {
 
-/// The one place where records of the open course come into being.
+/// The one place where records of the open course come into being, are changed and go. Showing them is up to the
+/// caller.
 class RecordBank {
 public:
     RecordBank(store::Course& course, EditFlags& flags, platform::Desktop& desktop)
@@ -17,7 +18,7 @@ public:
     }
 
     /// Adds a record of the two texts, `question` on the side that is asked, and makes it the current one. It never was
-    /// tested, whatever stands in the course already. Showing it is up to the caller.
+    /// tested, whatever stands in the course already.
     /// @return false when nothing was stored: a text is empty (a box says so), or the course refused it (see
     /// `last_refusal`).
     /// @throws common::OverflowError when the course is full or the record's number does not fit 16 bits
@@ -27,13 +28,33 @@ public:
     /// Why the last record that `Write_QA` left out was refused, in words for the user.
     [[nodiscard]] const std::string& last_refusal() const { return m_last_refusal; }
 
+    /// Adds a record as `Write_QA` does, and asks nothing about its texts.
+    /// @return its number
+    /// @throws common::OverflowError, platform::DatabaseError; nothing is stored then.
+    [[nodiscard]] common::Int16 insert_record(const std::string& question, const std::string& answer);
+
+    /// Gives the record other texts. Its counters start at 0 again in both directions; its dates stay.
+    /// @throws platform::DatabaseError, also when there is no such record; nothing has changed then.
+    void change_record(common::Int16 cnt, const std::string& question, const std::string& answer);
+
+    /// @throws platform::DatabaseError, also when there is no such record; nothing has changed then.
+    void delete_record(common::Int16 cnt);
+
+    /// Whether a record has this text in `column`, "q" or "a", without regard to case.
+    /// @throws platform::DatabaseError
+    [[nodiscard]] bool holds(const std::string& column, const std::string& text);
+
 private:
-    [[nodiscard]] common::Int16 insert(const std::string& question, const std::string& answer);
+    void store_texts(const std::string& question, const std::string& answer);
+    void seek(common::Int16 cnt);
 
     store::Course& m_course;
     EditFlags& m_flags;
     platform::Desktop& m_desktop;
     std::string m_last_refusal;
 };
+
+/// Says which of the two texts is longer than a course can hold, and how long it is; nothing when both fit.
+std::string too_long(const std::string& question, const std::string& answer);
 
 } // namespace cuedrill::bank

@@ -57,7 +57,7 @@ std::string one_line(const std::string& text)
 } // namespace
 
 QuestionImport::QuestionImport(store::Course& course, bank::RecordBank& bank, const bank::EditFlags& flags,
-                               bank::EditorView& view, scheduler::StatusLine& status, const Services& services)
+                               bank::StoredRecordView& view, scheduler::StatusLine& status, const Services& services)
     : m_course(course), m_bank(bank), m_flags(flags), m_view(view), m_status(status), m_services(services)
 {
 }

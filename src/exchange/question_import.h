@@ -1,8 +1,8 @@
 #pragma once
 
 #include "bank/edit_flags.h"
-#include "bank/editor_view.h"
 #include "bank/record_bank.h"
+#include "bank/stored_record_view.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
@@ -28,8 +28,8 @@ public:
         const platform::TextCompare& text_compare;
     };
 
-    QuestionImport(store::Course& course, bank::RecordBank& bank, const bank::EditFlags& flags, bank::EditorView& view,
-                   scheduler::StatusLine& status, const Services& services);
+    QuestionImport(store::Course& course, bank::RecordBank& bank, const bank::EditFlags& flags,
+                   bank::StoredRecordView& view, scheduler::StatusLine& status, const Services& services);
 
     /// The command: explains, asks for the file, asks again, and imports it. Every failure is told in a box; what was
     /// stored until then stays.
@@ -60,7 +60,7 @@ private:
     store::Course& m_course;
     bank::RecordBank& m_bank;
     const bank::EditFlags& m_flags;
-    bank::EditorView& m_view;
+    bank::StoredRecordView& m_view;
     scheduler::StatusLine& m_status;
     Services m_services;
 

@@ -1,6 +1,7 @@
 #include "store/course.h"
 
 #include "common/number_format.h"
+#include "common/text.h"
 #include "store/schema.h"
 
 #include <algorithm>
@@ -100,6 +101,14 @@ std::string stored_text(const Value& value)
     if (const auto* const text = std::get_if<std::string>(&value))
         return *text;
     return std::holds_alternative<std::monostate>(value) ? std::string() : common::format_general(nz(value));
+}
+
+std::string stored_answer(const Value& value)
+{
+    std::string answer = stored_text(value);
+    if (answer.ends_with(common::cr_lf))
+        answer.resize(answer.size() - common::cr_lf.size());
+    return answer;
 }
 
 } // namespace cuedrill::store

@@ -1,6 +1,6 @@
 #include "bank/edit_flags.h"
-#include "bank/editor_view.h"
 #include "bank/record_bank.h"
+#include "bank/stored_record_view.h"
 #include "common/errors.h"
 #include "exchange/question_import.h"
 #include "platform/icu/icu_text_compare.h"
@@ -46,7 +46,7 @@ public:
     void ShowStatus(std::string_view, int) override {}
 };
 
-class NoEditorView : public bank::EditorView {
+class NoRecordView : public bank::StoredRecordView {
 public:
     void show_stored_record() override {}
 };
@@ -59,7 +59,7 @@ int make_course(const std::string& course_path, const std::string& text_path)
     platform::system::SystemFiles files;
     ConsoleDesktop desktop;
     NoStatusLine status;
-    NoEditorView view;
+    NoRecordView view;
     bank::EditFlags flags;
 
     if (!files.is_regular_file(text_path))

@@ -53,7 +53,7 @@ public:
 };
 
 /// Keeps what it was told to show.
-struct RecordingView : bank::EditorView, scheduler::StatusLine {
+struct RecordingView : bank::StoredRecordView, scheduler::StatusLine {
     explicit RecordingView(const store::Course& shown_course) : course(shown_course) {}
 
     void show_stored_record() override { shown.emplace_back(course.current_cnt, course.record_count); }

@@ -1,0 +1,189 @@
+#include "bank/record_editor.h"
+
+#include "common/errors.h"
+#include "common/text.h"
+
+namespace cuedrill::bank {
+namespace {
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+
+/// The column that holds no text twice.
+constexpr const char* column_without_duplicates = "q";
+
+} // namespace
+
+void RecordEditor::begin_new_record()
+{
+    m_flags = {.new_mode = true, .edit_mode = false};
+    m_services.display.withdraw_question();
+    m_view.open_editor();
+}
+
+void RecordEditor::begin_edit()
+{
+    if (m_course.current_cnt == 0)
+        return;
+    m_flags = {.new_mode = false, .edit_mode = true};
+    m_view.show_answer_for_editing();
+    m_view.open_editor();
+}
+
+/// A text as it is stored: composed, like every text that enters the program, and without blanks around it.
+std::string RecordEditor::entered(const std::string& text) const
+{
+    return std::string(common::trim_blanks(m_services.text_compare.nfc(text)));
+}
+
+SaveResult RecordEditor::save_record()
+{
+    RecordTexts texts = m_view.typed_texts();
+    texts.question = entered(texts.question);
+    m_view.put_question(texts.question);
+    if (texts.question.empty()) {
+        tell("The question is empty. No saving performed.");
+        leave_editor();
+        return SaveResult::rejected;
+    }
+    texts.answer = entered(texts.answer);
+    m_view.put_answer(texts.answer);
+    if (texts.answer.empty()) {
+        tell("The answer is empty. No saving performed.");
+        m_view.go_to_answer();
+        return SaveResult::rejected;
+    }
+    try {
+        if (question_is_taken(texts)) {
+            tell("Question is already in database.");
+            m_view.go_to_question();
+            return SaveResult::rejected;
+        }
+        if (answer_is_taken(texts)) {
+            tell("Answer is already in database.");
+            leave_editor();
+            return SaveResult::rejected;
+        }
+        store(texts);
+    } catch (const common::Error& error) {
+        tell_refusal(texts, error);
+        return SaveResult::refused;
+    }
+    m_flags.clear();
+    m_services.scoring.forget_last_verdict_on(m_course.current_cnt);
+    m_view.show_saved_record();
+    return SaveResult::saved;
+}
+
+/// Whether a text is no longer the one that was loaded, but for its case.
+bool RecordEditor::is_changed(const std::string& text, const std::string& loaded) const
+{
+    return m_flags.new_mode || !m_services.text_compare.equal(comparable(text), comparable(loaded));
+}
+
+/// A text in the form in which the boxes give it back unchanged.
+std::string RecordEditor::comparable(const std::string& text) const
+{
+    return m_services.text_compare.nfc(common::with_one_kind_of_line_end(text));
+}
+
+bool RecordEditor::question_is_taken(const RecordTexts& texts)
+{
+    return m_course.Q_FIELD.text == column_without_duplicates &&
+           is_changed(texts.question, m_view.loaded_texts().question) &&
+           m_bank.holds(column_without_duplicates, texts.question);
+}
+
+/// In an inverted course the column without duplicates is shown as the answer.
+bool RecordEditor::answer_is_taken(const RecordTexts& texts)
+{
+    return m_course.A_FIELD.text == column_without_duplicates &&
+           is_changed(texts.answer, m_view.loaded_texts().answer) &&
+           m_bank.holds(column_without_duplicates, texts.answer);
+}
+
+void RecordEditor::store(const RecordTexts& texts)
+{
+    if (m_flags.new_mode)
+        m_course.current_cnt = m_bank.insert_record(texts.question, texts.answer);
+    else
+        m_bank.change_record(m_course.current_cnt, texts.question, texts.answer);
+}
+
+bool RecordEditor::ask_to_save()
+{
+    const SaveResult result = offer_to_save();
+    // Where the course itself refused the texts, the editor stays open for another try.
+    if (result != SaveResult::refused && m_flags.editing())
+        leave_editor();
+    return result == SaveResult::saved;
+}
+
+SaveResult RecordEditor::offer_to_save()
+{
+    if (!m_flags.editing())
+        return SaveResult::saved;
+    const auto answer = m_services.desktop.message_box(
+        {.text = "Do you want to save the changes?", .buttons = BoxButtons::yes_no, .icon = BoxIcon::question});
+    return answer == BoxAnswer::yes ? save_record() : SaveResult::saved;
+}
+
+bool RecordEditor::has_changes() const
+{
+    if (!m_flags.editing())
+        return false;
+    const RecordTexts typed = m_view.typed_texts();
+    const RecordTexts loaded = m_flags.new_mode ? RecordTexts{} : m_view.loaded_texts();
+    return comparable(typed.question) != comparable(loaded.question) ||
+           comparable(typed.answer) != comparable(loaded.answer);
+}
+
+void RecordEditor::leave_editor()
+{
+    m_flags.clear();
+    m_view.redisplay();
+}
+
+void RecordEditor::delete_record()
+{
+    const auto answer = m_services.desktop.message_box(
+        {.text = "Are you sure you want to delete question \"" + m_view.typed_texts().question + "\" and its asnwer?",
+         .buttons = BoxButtons::yes_no,
+         .icon = BoxIcon::exclamation,
+         .default_button = BoxAnswer::no});
+    if (answer != BoxAnswer::yes)
+        return;
+    const common::Int16 cnt = m_course.current_cnt;
+    if (cnt == 0 || m_course.record_count == 0) {
+        m_services.display.withdraw_question();
+        return;
+    }
+    m_bank.delete_record(cnt);
+    m_services.scoring.forget_last_verdict_on(cnt);
+    m_services.display.withdraw_question();
+    m_services.statistics.refresh_counts();
+    m_services.selection.next_question();
+}
+
+void RecordEditor::tell(const char* text)
+{
+    m_services.desktop.message_box({.text = text});
+}
+
+void RecordEditor::tell_refusal(const RecordTexts& texts, const common::Error& error)
+{
+    const auto* const of_engine = dynamic_cast<const platform::DatabaseError*>(&error);
+    std::string text;
+    if (of_engine != nullptr && of_engine->kind() == platform::DatabaseErrorKind::constraint)
+        text = too_long(texts.question, texts.answer);
+    if (text.empty())
+        text = std::string("The question and its answer are not saved.\r\n\r\n") + error.what();
+    m_services.desktop.message_box({.text = text, .icon = BoxIcon::exclamation});
+    if (too_long(texts.question, {}).empty())
+        m_view.go_to_answer();
+    else
+        m_view.go_to_question();
+}
+
+} // namespace cuedrill::bank

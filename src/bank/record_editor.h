@@ -1,0 +1,92 @@
+#pragma once
+
+#include "bank/edit_flags.h"
+#include "bank/editor_view.h"
+#include "bank/record_bank.h"
+#include "platform/desktop.h"
+#include "platform/text_compare.h"
+#include "scheduler/ports.h"
+#include "scheduler/scoring.h"
+#include "scheduler/selection.h"
+#include "scheduler/statistics.h"
+#include "store/course.h"
+
+#include <string>
+
+namespace cuedrill::bank {
+
+/// What has become of the texts in the boxes.
+enum class SaveResult {
+    saved,
+    rejected, ///< a text is empty or already there; a box says so, and whether the editor stays open depends on which
+    refused   ///< the course did not take them; a box says why, and the editor stays open with everything in it
+};
+
+/// How a person writes, changes and deletes records in the two text boxes of the main window.
+class RecordEditor {
+public:
+    struct Services {
+        platform::Desktop& desktop;
+        const platform::TextCompare& text_compare;
+        scheduler::QuestionDisplay& display;
+        scheduler::Statistics& statistics;
+        scheduler::Scoring& scoring;
+        scheduler::Selection& selection;
+    };
+
+    RecordEditor(store::Course& course, EditFlags& flags, RecordBank& bank, EditorView& view, const Services& services)
+        : m_course(course), m_flags(flags), m_bank(bank), m_view(view), m_services(services)
+    {
+    }
+
+    /// Empties both boxes for a new record; no question is on display any more.
+    void begin_new_record();
+
+    /// Lets the current record be changed; its answer is shown. Without a current record it does nothing.
+    void begin_edit();
+
+    /// Stores what stands in the boxes as a new record or in place of the current one, which then starts its history
+    /// again. The record stored becomes the current one.
+    /// @throws platform::DatabaseError when the counts cannot be shown afterwards; the record is stored then.
+    SaveResult save_record();
+
+    /// Asks whether to save, where there is something to be saved, and leaves the editor.
+    /// @return whether the texts in the boxes may go: they are saved, or the user does not want them to be.
+    /// @throws what `save_record` throws.
+    bool ask_to_save();
+
+    /// The question of `ask_to_save`; on Yes it saves.
+    /// @return what `save_record` said; saved also when the user does not want to save.
+    SaveResult offer_to_save();
+
+    /// Leaves the editor without saving; the texts stay in the boxes.
+    void leave_editor();
+
+    /// After a confirmation, deletes the current record and asks the next question. Without a current record it only
+    /// empties the boxes.
+    /// @throws platform::DatabaseError; before the record is deleted, nothing has changed.
+    void delete_record();
+
+    /// Whether the boxes hold something that would have to be saved.
+    [[nodiscard]] bool has_changes() const;
+
+    [[nodiscard]] bool editing() const { return m_flags.editing(); }
+
+private:
+    [[nodiscard]] std::string entered(const std::string& text) const;
+    [[nodiscard]] bool question_is_taken(const RecordTexts& texts);
+    [[nodiscard]] bool answer_is_taken(const RecordTexts& texts);
+    [[nodiscard]] std::string comparable(const std::string& text) const;
+    [[nodiscard]] bool is_changed(const std::string& text, const std::string& loaded) const;
+    void store(const RecordTexts& texts);
+    void tell(const char* text);
+    void tell_refusal(const RecordTexts& texts, const common::Error& error);
+
+    store::Course& m_course;
+    EditFlags& m_flags;
+    RecordBank& m_bank;
+    EditorView& m_view;
+    Services m_services;
+};
+
+} // namespace cuedrill::bank

@@ -1,0 +1,192 @@
+#include "record_editor_fixture.h"
+
+namespace cuedrill::bank {
+namespace {
+
+using fakes::Operation;
+using platform::BoxAnswer;
+
+class FailingSave : public RecordEditorTest, public testing::WithParamInterface<Operation> {
+protected:
+    void SetUp() override { open_course(false); }
+
+    void expect_refusal()
+    {
+        desktop.expect_box_like({.text = "The question and its answer are not saved.\r\n\r\nThe disk is full.",
+                                 .icon = platform::BoxIcon::exclamation},
+                                BoxAnswer::ok);
+        EXPECT_EQ(editor.save_record(), SaveResult::refused);
+        EXPECT_EQ(file(), before);
+        EXPECT_EQ(course.record_count, 3);
+        EXPECT_EQ(database.transaction_depth(), 0);
+    }
+};
+
+TEST_P(FailingSave, of_a_new_record_changes_nothing_and_may_be_repeated)
+{
+    begin_new("Spain?", "Madrid");
+    database.fail_at(GetParam());
+    expect_refusal();
+    expect_open("Spain?", "Madrid");
+    EXPECT_EQ(course.current_cnt, 0);
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    expect_texts(3, "Spain?", "Madrid");
+    EXPECT_EQ(course.current_cnt, 4);
+}
+
+TEST_P(FailingSave, of_a_change_changes_nothing_and_may_be_repeated)
+{
+    begin_change("Gaul?", "Lutetia");
+    database.fail_at(GetParam());
+    expect_refusal();
+    expect_open("Gaul?", "Lutetia");
+    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    expect_texts(0, "Gaul?", "Lutetia");
+}
+
+// The first seek looks for the question among those that are there.
+INSTANTIATE_TEST_SUITE_P(Steps, FailingSave,
+                         testing::Values(Operation::seek, Operation::begin, Operation::update, Operation::commit));
+
+class Refused : public Straight {};
+
+TEST_F(Refused, new_record_of_a_full_course_is_told)
+{
+    course.record_count = 32767;
+    begin_new("Spain?", "Madrid");
+    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe course is full: 32767 questions and "
+                       "answers are the most that it can hold.");
+    EXPECT_EQ(editor.save_record(), SaveResult::refused);
+    expect_open("Spain?", "Madrid");
+    EXPECT_EQ(course.record_count, 32767);
+    EXPECT_EQ(file(), before);
+}
+
+TEST_F(Refused, record_of_a_full_course_can_be_changed)
+{
+    course.record_count = 32767;
+    begin_change("Gaul?", "Lutetia");
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    expect_texts(0, "Gaul?", "Lutetia");
+}
+
+TEST_F(Refused, number_beyond_16_bits_is_told_and_nothing_is_stored)
+{
+    database.execute("Insert into qa (cnt, q) values (32767, 'x')");
+    database.execute("Delete from qa where cnt = 32767");
+    begin_new("Spain?", "Madrid");
+    desktop.expect_box("The question and its answer are not saved.\r\n\r\nOverflow: the record number 32768 is outside "
+                       "-32768 to 32767.");
+    EXPECT_EQ(editor.save_record(), SaveResult::refused);
+    expect_open("Spain?", "Madrid");
+    EXPECT_EQ(course.record_count, 3);
+    EXPECT_EQ(course.current_cnt, 0);
+    EXPECT_EQ(database.transaction_depth(), 0);
+    EXPECT_EQ(file(), before);
+    course.current_cnt = 1;
+    begin_change("Gaul?", "Lutetia");
+    EXPECT_EQ(editor.save_record(), SaveResult::saved) << "the cursor still finds records by their number";
+    expect_texts(0, "Gaul?", "Lutetia");
+}
+
+TEST_F(Refused, change_of_a_record_that_has_vanished_is_told)
+{
+    database.execute("Delete from qa where cnt = 1");
+    begin_change("Gaul?", "Lutetia");
+    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe question is no longer in the course; "
+                       "another program has deleted it.");
+    EXPECT_EQ(editor.save_record(), SaveResult::refused);
+    expect_open("Gaul?", "Lutetia");
+    EXPECT_EQ(database.transaction_depth(), 0);
+}
+
+class Changes : public Straight {};
+
+TEST_F(Changes, are_what_differs_from_the_record)
+{
+    EXPECT_FALSE(editor.has_changes());
+    begin_change("France?", "Paris");
+    EXPECT_FALSE(editor.has_changes());
+    view.typed.answer = "paris";
+    EXPECT_TRUE(editor.has_changes());
+    view.typed = {"Franc?", "Paris"};
+    EXPECT_TRUE(editor.has_changes());
+    editor.leave_editor();
+    EXPECT_FALSE(editor.has_changes()) << "nobody is asked about texts that are no longer in the editor";
+}
+
+TEST_F(Changes, are_all_that_stands_in_the_boxes_of_a_new_record)
+{
+    begin_new("", "");
+    EXPECT_FALSE(editor.has_changes());
+    view.typed.question = "F";
+    EXPECT_TRUE(editor.has_changes());
+    view.typed = {"", "P"};
+    EXPECT_TRUE(editor.has_changes());
+    view.typed = view.loaded;
+    EXPECT_TRUE(editor.has_changes());
+}
+
+class AskToSave : public Straight {
+protected:
+    void expect_question(BoxAnswer answer)
+    {
+        desktop.expect_box_like({.text = "Do you want to save the changes?",
+                                 .buttons = platform::BoxButtons::yes_no,
+                                 .icon = platform::BoxIcon::question},
+                                answer);
+    }
+};
+
+TEST_F(AskToSave, asks_nothing_outside_the_editor)
+{
+    EXPECT_TRUE(editor.ask_to_save());
+    EXPECT_EQ(editor.offer_to_save(), SaveResult::saved);
+    EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(AskToSave, saves_on_yes)
+{
+    begin_new("Spain?", "Madrid");
+    expect_question(BoxAnswer::yes);
+    EXPECT_TRUE(editor.ask_to_save());
+    EXPECT_FALSE(editor.editing());
+    expect_texts(3, "Spain?", "Madrid");
+}
+
+TEST_F(AskToSave, leaves_the_editor_on_no_and_the_texts_in_the_boxes)
+{
+    begin_change("Gaul?", "Lutetia");
+    expect_question(BoxAnswer::no);
+    EXPECT_TRUE(editor.ask_to_save());
+    expect_left("Gaul?", "Lutetia");
+    EXPECT_EQ(file(), before);
+}
+
+TEST_F(AskToSave, holds_the_caller_back_when_a_text_is_rejected)
+{
+    const RecordTexts rejected[] = {{"", "Madrid"}, {"Spain?", ""}, {"Italy?", "Milan"}};
+    const char* const reasons[] = {"The question is empty. No saving performed.",
+                                   "The answer is empty. No saving performed.", "Question is already in database."};
+    for (std::size_t i = 0; i < std::size(rejected); ++i) {
+        begin_new(rejected[i].question, rejected[i].answer);
+        expect_question(BoxAnswer::yes);
+        desktop.expect_box(reasons[i]);
+        EXPECT_FALSE(editor.ask_to_save()) << reasons[i];
+        expect_left(rejected[i].question, rejected[i].answer);
+    }
+    EXPECT_EQ(file(), before);
+}
+
+TEST_F(AskToSave, holds_the_caller_back_and_stays_in_the_editor_when_the_course_refuses)
+{
+    begin_new("Spain?", many("a", 201));
+    expect_question(BoxAnswer::yes);
+    desktop.expect_box("The answer has 201 characters; 200 fit.");
+    EXPECT_FALSE(editor.ask_to_save());
+    expect_open("Spain?", many("a", 201));
+}
+
+} // namespace
+} // namespace cuedrill::bank
