@@ -8,12 +8,23 @@ namespace cuedrill::drill {
 
 void DrillCommands::attach(MainMenu& menu)
 {
-    menu.m_open.on_click = [this] { m_to.opener.m_open(); };
-    menu.m_new.on_click = [this] { m_to.opener.m_new(); };
+    menu.m_open.on_click = [this] {
+        if (m_to.editor.ask_to_save())
+            m_to.opener.m_open();
+    };
+    menu.m_new.on_click = [this] {
+        if (m_to.editor.ask_to_save())
+            m_to.opener.m_new();
+    };
     menu.m_change_course_title.on_click = [this] { m_to.title.m_change_course_title(); };
     menu.m_import.on_click = [this] { m_to.import.Import_questions_and_answers(); };
-    menu.m_exit.on_click = [this] { m_to.end_of_program.end_program(); };
+    menu.m_exit.on_click = [this] {
+        if (m_to.editor.ask_to_save())
+            m_to.end_of_program.end_program();
+    };
 
+    menu.m_always_let_me_type.on_click = [this] { m_to.aids.ToggleAlwaysType(); };
+    menu.m_list_mode.on_click = [this] { m_to.aids.ToggleListMode(); };
     menu.m_change_target_level.on_click = [this] { m_to.levels.m_change_target_level(); };
     menu.m_random_extraction.on_click = [this] { m_to.selection.m_random_extraction(); };
     menu.m_invert.on_click = [this] { m_invert(); };
@@ -22,9 +33,13 @@ void DrillCommands::attach(MainMenu& menu)
     menu.m_set_success.on_click = [this] { m_to.dialog.SucceedAndNext(); };
     menu.m_set_failure.on_click = [this] { m_to.dialog.FailAndNext(); };
     menu.m_display_next_question.on_click = [this] { m_to.dialog.NextQuestionCommand(); };
+    menu.m_edit.on_click = [this] { m_to.editor.begin_edit(); };
+    menu.m_delete.on_click = [this] { m_to.editor.delete_record(); };
     menu.m_undo.on_click = [this] { m_to.scoring.m_undo(); };
     menu.m_reset_all.on_click = [this] { m_to.scoring.m_reset_all(); };
 
+    menu.m_view_stats.on_click = [this] { m_to.aids.m_view_stats(); };
+    menu.m_view_hints.on_click = [this] { m_to.aids.m_view_hints(); };
     menu.m_disp_nr_mature.on_click = [this] { m_to.selection.m_disp_nr_mature(); };
     menu.m_display_q_nr.on_click = [this] { m_display_q_nr(); };
     menu.m_score_elapsed_table.on_click = [this] { m_to.levels.m_score_elapsed_table(); };
@@ -32,6 +47,8 @@ void DrillCommands::attach(MainMenu& menu)
 
 void DrillCommands::m_invert()
 {
+    if (!m_to.editor.ask_to_save())
+        return;
     store::CourseParams changed = m_to.course.params;
     changed.invert = !changed.invert;
     m_to.params.change_params(changed);
@@ -40,7 +57,7 @@ void DrillCommands::m_invert()
     m_to.scoring.forget_last_verdict();
     m_to.statistics_view.show_options();
     try {
-        m_to.statistics.refresh_counts();
+        m_to.aids.m_view_stats();
     } catch (...) {
         // The question on display was asked in the direction of before; its verdict must not go to the other one.
         m_to.dialog.withdraw_question();

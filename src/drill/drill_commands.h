@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bank/record_editor.h"
+#include "drill/answer_aids.h"
 #include "drill/main_menu.h"
 #include "drill/question_dialog.h"
 #include "drill/statistics_view.h"
@@ -9,7 +11,6 @@
 #include "scheduler/level_commands.h"
 #include "scheduler/scoring.h"
 #include "scheduler/selection.h"
-#include "scheduler/statistics.h"
 #include "store/course.h"
 #include "store/course_opener.h"
 #include "store/course_params.h"
@@ -28,11 +29,12 @@ public:
         store::CourseTitle& title;
         scheduler::Selection& selection;
         scheduler::Scoring& scoring;
-        scheduler::Statistics& statistics;
         scheduler::LevelCommands& levels;
         scheduler::EndOfProgram& end_of_program;
+        bank::RecordEditor& editor;
         exchange::QuestionImport& import;
         QuestionDialog& dialog;
+        AnswerAids& aids;
         StatisticsView& statistics_view;
         platform::Desktop& desktop;
     };
@@ -42,7 +44,7 @@ public:
     /// Attaches each entry of the menus to its command.
     void attach(MainMenu& menu);
 
-    /// Asks the other side of the course from now on.
+    /// Asks the other side of the course from now on. Offers to save what is being typed first.
     /// @throws platform::DatabaseError. When the option cannot be stored, the direction stays; after any later error no
     ///         question is on display.
     void m_invert();

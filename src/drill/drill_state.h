@@ -13,6 +13,9 @@ enum class DialogState : common::Int16 {
     AskKnown = 3     ///< the answer is on display; was it known?
 };
 
+/// What stands in the place that statistics and hints share.
+enum class SharedPlace { statistics, hint };
+
 /// What has been done about the question on display, and with which texts it was shown.
 struct DrillState {
     DialogState dialog = DialogState::AskToStart;
@@ -21,10 +24,16 @@ struct DrillState {
     bool RightClickConsumed = false;
     /// Empty, or "+" or "-": what the user thought of the answer before it was revealed. It only colours the answer.
     std::string SelfJudgement;
-    /// The stored answer was revealed by the command.
+    /// The stored answer was revealed by the command, or a hint was shown: a typed answer no longer counts as known.
     bool AnswerShown = false;
     /// The answer was revealed by the command, and the verdict is to be given with "+" or "-".
     bool AwaitingVerdict = false;
+    /// The answer is being typed: "*", "+" and "-" are ordinary characters of it.
+    bool TypingMode = false;
+    /// The answer box shows the stored answer, in whichever way it came there; nothing is typed any more.
+    bool answer_revealed = false;
+
+    SharedPlace shared_place = SharedPlace::statistics;
 
     std::string loaded_question; ///< text on the asked side of the current record
     std::string loaded_answer;   ///< text on its answer side
@@ -32,6 +41,7 @@ struct DrillState {
 
     bool AnswerHasFocus = false;
     bool QuestionHasFocus = false;
+    bool hint_has_focus = false;
 
     /// Forgets what was done about the answer.
     void clear_answer()
@@ -39,6 +49,9 @@ struct DrillState {
         SelfJudgement.clear();
         AnswerShown = false;
         AwaitingVerdict = false;
+        TypingMode = false;
+        answer_revealed = false;
+        shared_place = SharedPlace::statistics;
     }
 };
 

@@ -13,6 +13,8 @@ MainMenu::MainMenu(platform::MenuBar& bar)
       clearall(m_file.add_entry("clearall", "&Delete all questions and answers")),
       m_exit(m_file.add_entry("m_exit", "&Exit")), options(bar.add_menu("options", "&Options")),
       m_cuecards(options.add_entry("m_cuecards", "&Cue cards")),
+      m_always_let_me_type(options.add_entry("m_always_let_me_type", "Always &let me type the answer")),
+      m_list_mode(options.add_entry("m_list_mode", "Always show &hints")),
       m_change_target_level(options.add_entry("m_change_target_level", "Change &target level  (now ...)")),
       m_random_extraction(options.add_entry("m_random_extraction", "&Random extraction of questions")),
       m_invert(options.add_entry("m_invert", "&Invert questions/answers")),
@@ -21,8 +23,12 @@ MainMenu::MainMenu(platform::MenuBar& bar)
       m_set_success(m_commands.add_entry("m_set_success", "Set success (+)")),
       m_set_failure(m_commands.add_entry("m_set_failure", "Set failure (-)")),
       m_display_next_question(m_commands.add_entry("m_display_next_question", "Display next question (Q)")),
+      m_edit(m_commands.add_entry("m_edit", "&Edit current question/answer (E)")),
+      m_delete(m_commands.add_entry("m_delete", "&Delete current question/answer (D)")),
       m_undo(m_commands.add_entry("m_undo", "Undo &previous question result")),
       m_reset_all(m_commands.add_entry("m_reset_all", "&Reset all counters")), m_show(bar.add_menu("m_show", "&Show")),
+      m_view_stats(m_show.add_entry("m_view_stats", "Show &statistics")),
+      m_view_hints(m_show.add_entry("m_view_hints", "Show &hints")),
       m_disp_nr_mature(m_show.add_entry("m_disp_nr_mature", "Show number of &mature questions")),
       m_display_q_nr(m_show.add_entry("m_display_q_nr", "Show current question &number")),
       helps(bar.add_menu("helps", "&?")),
@@ -30,7 +36,7 @@ MainMenu::MainMenu(platform::MenuBar& bar)
 {
     for (platform::MenuEntry* without_command : {&m_compact, &m_repair, &clearall, &m_cuecards})
         without_command->set_enabled(false);
-    for (platform::MenuEntry* option : {&m_random_extraction, &m_invert})
+    for (platform::MenuEntry* option : {&m_always_let_me_type, &m_list_mode, &m_random_extraction, &m_invert})
         option->set_checkable(true);
 }
 

@@ -29,6 +29,8 @@ private:
 
 public:
     platform::MenuEntry& m_cuecards; ///< the heading of the options
+    platform::MenuEntry& m_always_let_me_type;
+    platform::MenuEntry& m_list_mode;
     platform::MenuEntry& m_change_target_level;
     platform::MenuEntry& m_random_extraction;
     platform::MenuEntry& m_invert;
@@ -41,6 +43,8 @@ public:
     platform::MenuEntry& m_set_success;
     platform::MenuEntry& m_set_failure;
     platform::MenuEntry& m_display_next_question;
+    platform::MenuEntry& m_edit;
+    platform::MenuEntry& m_delete;
     platform::MenuEntry& m_undo;
     platform::MenuEntry& m_reset_all;
 
@@ -48,6 +52,8 @@ private:
     platform::Menu& m_show;
 
 public:
+    platform::MenuEntry& m_view_stats;
+    platform::MenuEntry& m_view_hints;
     platform::MenuEntry& m_disp_nr_mature;
     platform::MenuEntry& m_display_q_nr;
 

@@ -20,26 +20,47 @@ void MainWindow::attach()
     platform::Form1& form1 = m_.form1;
     m_.statistics_view.set_captions();
     m_.question_view.set_captions();
-    form1.panel_dialog.set_description("Prompt");
+    m_.toolbar.attach();
     form1.P_status.set_description("Status");
-    form1.Text_q.set_locked(true);
-    form1.Text_a.set_locked(true);
+    attach_dialog();
+    attach_boxes();
+    form1.window.on_key = [this](const platform::KeyPress& press) { return m_.keys.OnWindowKey(press); };
+    form1.window.on_close = [this] { close(); };
+    form1.window.on_session_end = [this] { m_.end_of_program.end_program(); };
 
+    form1.timer_1_min.on_tick = [this] { timer_1_min_tick(); };
+    form1.timer_1_sec.on_tick = [this] { timer_1_sec_tick(); };
+    form1.timer_250_ms.on_tick = [this] { m_.status.expire(); };
+}
+
+void MainWindow::attach_dialog()
+{
+    platform::Form1& form1 = m_.form1;
+    form1.panel_dialog.set_description("Prompt");
     form1.bot_yes.on_click = [this] { m_.dialog.OnYes(); };
     form1.bot_yes.on_mouse_down = [this](platform::MouseButton button) { m_.dialog.OnYesMouseDown(button); };
     form1.bot_yes.on_mouse_up = [this](platform::MouseButton) { m_.state.RightClickConsumed = false; };
     form1.bot_no.on_click = [this] { m_.dialog.OnNo(); };
     form1.bot_other.on_click = [this] { m_.dialog.OnOther(); };
     form1.dialog_strip.on_resize = [this] { m_.layout.lay_out_buttons(); };
+}
 
+void MainWindow::attach_boxes()
+{
+    platform::Form1& form1 = m_.form1;
     form1.Text_q.on_focus = [this](bool focus) { m_.state.QuestionHasFocus = focus; };
     form1.Text_a.on_focus = [this](bool focus) { m_.state.AnswerHasFocus = focus; };
-    form1.window.on_key = [this](const platform::KeyPress& press) { return m_.keys.OnWindowKey(press); };
-    form1.window.on_close = [this] { m_.end_of_program.end_program(); };
+    form1.Text_a.on_key = [this](const platform::KeyPress& press) { return m_.typed_answer.OnAnswerKey(press); };
+    form1.t_hint.on_focus = [this](bool focus) { m_.state.hint_has_focus = focus; };
+    form1.t_hint.on_click = [this] { m_.typed_answer.OnHintClick(); };
+    form1.t_hint.on_key = [this](const platform::KeyPress& press) { return m_.typed_answer.OnHintKey(press); };
+}
 
-    form1.timer_1_min.on_tick = [this] { timer_1_min_tick(); };
-    form1.timer_1_sec.on_tick = [this] { timer_1_sec_tick(); };
-    form1.timer_250_ms.on_tick = [this] { m_.status.expire(); };
+/// What is being typed is not thrown away without a question.
+void MainWindow::close()
+{
+    if (m_.editor.ask_to_save())
+        m_.end_of_program.end_program();
 }
 
 void MainWindow::load()
@@ -81,17 +102,66 @@ void MainWindow::forget_display()
     m_.status.ShowStatus("", 0);
 }
 
-void MainWindow::show_stored_record()
+bank::RecordTexts MainWindow::typed_texts() const
+{
+    return {m_.form1.Text_q.text(), m_.form1.Text_a.text()};
+}
+
+bank::RecordTexts MainWindow::loaded_texts() const
+{
+    return {m_.state.loaded_question, m_.state.loaded_answer};
+}
+
+// A text that is right already is left alone, and with it the caret and what the user can undo.
+void MainWindow::put_question(const std::string& text)
+{
+    if (m_.form1.Text_q.text() != text)
+        m_.form1.Text_q.set_text(text);
+}
+
+void MainWindow::put_answer(const std::string& text)
+{
+    if (m_.form1.Text_a.text() != text)
+        m_.form1.Text_a.set_text(text);
+}
+
+void MainWindow::open_editor()
+{
+    m_.layout.RelayoutWindow();
+    m_.form1.Text_q.set_focus();
+    m_.status.ShowStatus("Type the question and its answer, then press Save. Escape leaves without saving.", 0);
+}
+
+void MainWindow::redisplay()
+{
+    m_.layout.RelayoutWindow();
+    m_.status.reset_status();
+}
+
+/// Counts anew; when that fails no question is on display: the boxes would still show the record from before, and a
+/// verdict on it would go to the new one.
+void MainWindow::refresh_counts()
 {
     try {
         m_.statistics.refresh_counts();
     } catch (...) {
-        // The boxes still show the record from before, and a verdict on it would go to the new one.
         m_.question_view.withdraw_question();
         throw;
     }
+}
+
+void MainWindow::show_saved_record()
+{
+    refresh_counts();
+    m_.question_view.show_record_and_answer();
+    m_.status.ShowStatus("Saved.", status_seconds);
+}
+
+void MainWindow::show_stored_record()
+{
+    refresh_counts();
     if (m_.course.current_cnt != 0)
-        m_.question_view.show_question();
+        m_.question_view.show_record();
 }
 
 void MainWindow::timer_1_sec_tick()

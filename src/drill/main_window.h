@@ -3,11 +3,15 @@
 #include "app/base/trace_log.h"
 #include "bank/edit_flags.h"
 #include "bank/editor_view.h"
+#include "bank/record_editor.h"
+#include "bank/stored_record_view.h"
 #include "drill/drill_state.h"
 #include "drill/question_dialog.h"
 #include "drill/question_view.h"
 #include "drill/statistics_view.h"
 #include "drill/status_line.h"
+#include "drill/toolbar.h"
+#include "drill/typed_answer.h"
 #include "drill/window_keys.h"
 #include "drill/window_layout.h"
 #include "platform/clock.h"
@@ -36,6 +40,7 @@ public:
         store::CourseParamsStore& params;
         store::CourseTitle& title;
         bank::EditFlags& edit_flags;
+        bank::RecordEditor& editor;
         scheduler::Statistics& statistics;
         scheduler::Scoring& scoring;
         scheduler::EndOfProgram& end_of_program;
@@ -45,6 +50,8 @@ public:
         QuestionView& question_view;
         WindowLayout& layout;
         QuestionDialog& dialog;
+        TypedAnswer& typed_answer;
+        Toolbar& toolbar;
         WindowKeys& keys;
     };
 
@@ -60,6 +67,18 @@ public:
     /// Puts the window away; the next `load` starts afresh.
     void unload();
 
+    // What the editing of records asks of the two text boxes; see bank::EditorView.
+    [[nodiscard]] bank::RecordTexts typed_texts() const;
+    [[nodiscard]] bank::RecordTexts loaded_texts() const;
+    void put_question(const std::string& text);
+    void put_answer(const std::string& text);
+    void show_answer_for_editing() { m_.question_view.show_answer_for_editing(); }
+    void open_editor();
+    void go_to_question() { m_.form1.Text_q.set_focus(); }
+    void go_to_answer() { m_.form1.Text_a.set_focus(); }
+    void redisplay();
+    void show_saved_record();
+
     /// Shows the current record and the counts after records were stored.
     void show_stored_record();
 
@@ -68,13 +87,17 @@ public:
     void timer_1_sec_tick();
 
 private:
+    void attach_dialog();
+    void attach_boxes();
     void forget_display();
+    void refresh_counts();
+    void close();
 
     Parts m_;
 };
 
 /// What the floors below ask of the main window. It stands for a window that is made later than they are.
-class MainWindowPorts : public store::MainWindowHost, public bank::EditorView {
+class MainWindowPorts : public store::MainWindowHost, public bank::EditorView, public bank::StoredRecordView {
 public:
     explicit MainWindowPorts(platform::Window& window) : m_window(window) {}
 
@@ -84,6 +107,17 @@ public:
     void load_main_window() override { m_main_window->load(); }
     void unload_main_window() override { m_main_window->unload(); }
     void set_main_window_caption(std::string_view caption) override { m_window.set_caption(caption); }
+
+    [[nodiscard]] bank::RecordTexts typed_texts() const override { return m_main_window->typed_texts(); }
+    [[nodiscard]] bank::RecordTexts loaded_texts() const override { return m_main_window->loaded_texts(); }
+    void put_question(const std::string& text) override { m_main_window->put_question(text); }
+    void put_answer(const std::string& text) override { m_main_window->put_answer(text); }
+    void show_answer_for_editing() override { m_main_window->show_answer_for_editing(); }
+    void open_editor() override { m_main_window->open_editor(); }
+    void go_to_question() override { m_main_window->go_to_question(); }
+    void go_to_answer() override { m_main_window->go_to_answer(); }
+    void redisplay() override { m_main_window->redisplay(); }
+    void show_saved_record() override { m_main_window->show_saved_record(); }
     void show_stored_record() override { m_main_window->show_stored_record(); }
 
 private:

@@ -26,9 +26,10 @@ DialogTexts texts_of(DialogState state)
 
 QuestionDialog::QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
                                WindowLayout& layout, platform::Desktop& desktop, scheduler::Selection& selection,
-                               scheduler::Scoring& scoring, scheduler::EndOfProgram& end_of_program)
+                               scheduler::Scoring& scoring, bank::RecordEditor& editor,
+                               scheduler::EndOfProgram& end_of_program)
     : m_form1(form1), m_state(state), m_view(view), m_status(status), m_layout(layout), m_desktop(desktop),
-      m_selection(selection), m_scoring(scoring), m_end_of_program(end_of_program)
+      m_selection(selection), m_scoring(scoring), m_editor(editor), m_end_of_program(end_of_program)
 {
 }
 
@@ -131,7 +132,15 @@ void QuestionDialog::ShowAnswerCommand()
 
 void QuestionDialog::NextQuestionCommand()
 {
-    leave_question();
+    if (!m_editor.editing()) {
+        leave_question();
+        return;
+    }
+    if (m_editor.offer_to_save() == bank::SaveResult::refused)
+        return;
+    if (m_editor.editing())
+        m_editor.leave_editor();
+    m_selection.next_question(scheduler::SameAgain::rather_than_none);
 }
 
 void QuestionDialog::SucceedAndNext()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bank/record_editor.h"
 #include "drill/drill_state.h"
 #include "drill/question_view.h"
 #include "drill/status_line.h"
@@ -22,7 +23,7 @@ class QuestionDialog {
 public:
     QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
                    WindowLayout& layout, platform::Desktop& desktop, scheduler::Selection& selection,
-                   scheduler::Scoring& scoring, scheduler::EndOfProgram& end_of_program);
+                   scheduler::Scoring& scoring, bank::RecordEditor& editor, scheduler::EndOfProgram& end_of_program);
 
     /// Repaints prompt and buttons for the present state. The prompt is blanked first, so that every new one flashes.
     void RefreshDialog();
@@ -36,7 +37,8 @@ public:
     /// Shows the answer and asks for the verdict with "+" or "-".
     void ShowAnswerCommand();
 
-    /// Leaves the question without a verdict.
+    /// Leaves the question without a verdict. Where a record is being typed or changed, asks whether to save it first;
+    /// a record that the course then refuses stays in the editor, and nothing else happens.
     void NextQuestionCommand();
 
     /// Takes the question off the display, so that nothing can be revealed or judged.
@@ -59,6 +61,7 @@ private:
     platform::Desktop& m_desktop;
     scheduler::Selection& m_selection;
     scheduler::Scoring& m_scoring;
+    bank::RecordEditor& m_editor;
     scheduler::EndOfProgram& m_end_of_program;
 };
 

@@ -14,9 +14,9 @@ namespace cuedrill::drill {
 void QuestionView::set_captions()
 {
     m_form1.lab_q.set_caption("Question");
-    m_form1.panel_a.set_caption("Answer");
     m_form1.Text_q.set_name("Question");
     m_form1.Text_a.set_name("Answer");
+    m_form1.t_hint.set_name("Hint");
     const struct {
         platform::Label& caption;
         platform::Label& value;
@@ -43,18 +43,63 @@ void QuestionView::ApplyTextFont()
     m_form1.Text_a.set_font(font);
 }
 
-void QuestionView::show_question()
+/// Runs `show`; when it fails, no question is on display: the boxes may still show another record, and a verdict would
+/// then go to one that nobody has seen.
+template <class Show>
+void QuestionView::or_withdraw(Show show)
 {
     try {
-        show_current_record();
+        show();
     } catch (...) {
-        // The boxes may still show another record, and a verdict would then go to one that nobody has seen.
         withdraw_question();
         throw;
     }
 }
 
-void QuestionView::show_current_record()
+void QuestionView::show_question()
+{
+    or_withdraw([this] {
+        load_current_record();
+        ask();
+    });
+}
+
+void QuestionView::show_record()
+{
+    or_withdraw([this] {
+        load_current_record();
+        m_layout.RelayoutWindow();
+    });
+}
+
+void QuestionView::show_record_and_answer()
+{
+    or_withdraw([this] {
+        load_current_record();
+        m_form1.Text_a.set_text(m_state.loaded_answer);
+        m_state.AnswerShown = m_state.answer_revealed = m_layout.question_on_display();
+        m_layout.RelayoutWindow();
+    });
+}
+
+void QuestionView::ask()
+{
+    const bool question = m_layout.question_on_display();
+    if (question && m_course.params.list_mode)
+        m_hints.BuildWordListHint();
+    if (question && m_course.params.always_type)
+        let_me_type();
+    m_layout.RelayoutWindow();
+}
+
+void QuestionView::let_me_type()
+{
+    m_state.TypingMode = true;
+    m_layout.RelayoutWindow();
+    m_form1.Text_a.set_focus();
+}
+
+void QuestionView::load_current_record()
 {
     platform::TableCursor& qa_recordset = m_course.qa_recordset();
     qa_recordset.seek(std::int64_t{m_course.current_cnt});
@@ -64,9 +109,7 @@ void QuestionView::show_current_record()
     }
     clear_answer_state();
     std::string question = store::stored_text(qa_recordset.field(m_course.Q_FIELD.text));
-    std::string answer = store::stored_text(qa_recordset.field(m_course.A_FIELD.text));
-    if (answer.ends_with(common::cr_lf))
-        answer.resize(answer.size() - common::cr_lf.size());
+    std::string answer = store::stored_answer(qa_recordset.field(m_course.A_FIELD.text));
     show_figures(qa_recordset, m_clock.now());
 
     m_state.loaded_question = std::move(question);
@@ -104,7 +147,6 @@ void QuestionView::show_texts(std::string_view question)
     m_form1.Text_a.set_text("");
     m_form1.Text_a.set_background(std::nullopt);
     m_form1.panel_a.set_visible(true);
-    m_layout.RelayoutWindow();
 }
 
 void QuestionView::clear_answer_state()
@@ -123,13 +165,24 @@ void QuestionView::withdraw_question()
          {&m_form1.PANEL_Q_LEVEL, &m_form1.PANEL_Q_ATTEMPTS, &m_form1.PANEL_FAILS, &m_form1.PANEL_ELAPSED})
         figure->set_caption("");
     show_texts("");
+    m_layout.RelayoutWindow();
 }
 
 void QuestionView::RevealAnswer()
 {
     m_form1.Text_a.set_text(m_state.loaded_answer);
     m_form1.Text_a.set_background(m_state.SelfJudgement == "-" ? common::light_red : common::light_green);
+    m_state.answer_revealed = true;
     m_layout.RelayoutWindow();
+}
+
+void QuestionView::show_answer_for_editing()
+{
+    clear_answer_state();
+    m_form1.Text_a.set_text(m_state.loaded_answer);
+    m_form1.Text_a.set_background(std::nullopt);
+    m_form1.panel_a.set_visible(true);
+    m_state.AnswerShown = m_state.answer_revealed = m_layout.question_on_display();
 }
 
 } // namespace cuedrill::drill

@@ -2,6 +2,7 @@
 
 #include "common/date_time.h"
 #include "drill/drill_state.h"
+#include "drill/hints.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
 #include "platform/clock.h"
@@ -17,8 +18,9 @@ namespace cuedrill::drill {
 class QuestionView : public scheduler::QuestionDisplay {
 public:
     QuestionView(platform::Form1& form1, store::Course& course, DrillState& state, StatusLine& status,
-                 WindowLayout& layout, platform::Clock& clock)
-        : m_form1(form1), m_course(course), m_state(state), m_status(status), m_layout(layout), m_clock(clock)
+                 WindowLayout& layout, Hints& hints, platform::Clock& clock)
+        : m_form1(form1), m_course(course), m_state(state), m_status(status), m_layout(layout), m_hints(hints),
+          m_clock(clock)
     {
     }
 
@@ -28,9 +30,19 @@ public:
     /// Applies the font of the course to both boxes.
     void ApplyTextFont();
 
-    /// Where the current record has vanished meanwhile, no question is on display afterwards.
+    /// Asks the current record: with its hint and the caret in the answer box where the course wants them always. Where
+    /// the record has vanished meanwhile, no question is on display afterwards.
     /// @throws platform::DatabaseError; no question is on display then either.
     void show_question() override;
+
+    /// Shows the current record as `show_question` does, but asks nothing.
+    /// @throws platform::DatabaseError; no question is on display then.
+    void show_record();
+
+    /// Shows the current record with its answer.
+    /// @throws platform::DatabaseError; no question is on display then.
+    void show_record_and_answer();
+
     void refresh_figures() override;
     void clear_answer_state() override;
     void withdraw_question() override;
@@ -38,16 +50,26 @@ public:
     /// Shows the stored answer, on light red when the user had marked it as not known, otherwise on light green.
     void RevealAnswer();
 
+    /// Shows the stored answer to be changed.
+    void show_answer_for_editing();
+
+    /// Puts the caret into the answer box and makes "*", "+" and "-" ordinary characters.
+    void let_me_type();
+
 private:
-    void show_current_record();
+    void load_current_record();
+    void ask();
     void show_figures(const platform::TableCursor& row, common::DateTime now);
     void show_texts(std::string_view question);
+    template <class Show>
+    void or_withdraw(Show show);
 
     platform::Form1& m_form1;
     store::Course& m_course;
     DrillState& m_state;
     StatusLine& m_status;
     WindowLayout& m_layout;
+    Hints& m_hints;
     platform::Clock& m_clock;
 };
 

@@ -81,6 +81,8 @@ void StatisticsView::show_work_time(std::string_view open_time, std::string_view
 
 void StatisticsView::show_options()
 {
+    m_menu.m_always_let_me_type.set_checked(m_course.params.always_type);
+    m_menu.m_list_mode.set_checked(m_course.params.list_mode);
     m_menu.m_random_extraction.set_checked(m_course.params.random_mode);
     m_menu.m_invert.set_checked(m_course.params.invert);
 }

@@ -24,10 +24,23 @@ void StatusLine::ask_for_verdict()
     m_label.set_bold(true);
 }
 
+void StatusLine::show_right()
+{
+    ShowStatus("OK", 1);
+    m_label.set_background(common::pure_green);
+    m_label.set_bold(true);
+}
+
+void StatusLine::show_wrong()
+{
+    reset_status();
+    m_label.set_background(common::pure_red);
+}
+
 void StatusLine::withdraw_request()
 {
     if (m_requesting)
-        ShowStatus("", 0);
+        reset_status();
 }
 
 void StatusLine::expire()
@@ -37,7 +50,7 @@ void StatusLine::expire()
     const double now = m_clock.seconds_since_midnight();
     // Behind midnight the seconds start again: a time that lies before the text was shown has passed as well.
     if (now >= m_expiry || now < m_shown_at)
-        ShowStatus("", 0);
+        reset_status();
 }
 
 } // namespace cuedrill::drill

@@ -16,6 +16,15 @@ public:
     /// Asks, with emphasis, for the verdict on the answer that has been revealed.
     void ask_for_verdict();
 
+    /// Tells, on green, that the answer was right; it stays for a second.
+    void show_right();
+
+    /// Shows nothing but a red line, while a box tells what was wrong.
+    void show_wrong();
+
+    /// Clears the line.
+    void reset_status() { ShowStatus("", 0); }
+
     /// Takes the request of `ask_for_verdict` away, if it is still there.
     void withdraw_request();
 

@@ -2,19 +2,11 @@
 
 #include "common/text.h"
 
-#include <string>
-#include <string_view>
-
 namespace cuedrill::drill {
 namespace {
 
-/// A text box knows one kind of line end only and may give back another one than it was given.
-std::string with_one_kind_of_line_end(std::string text)
-{
-    for (const std::string_view line_end : {"\r\n", "\r", "\u2028", "\u2029"})
-        text = common::replace_all(text, line_end, "\n");
-    return text;
-}
+/// How long a message of the status line stays that belongs to no verdict, in seconds.
+constexpr int status_seconds = 5;
 
 } // namespace
 
@@ -22,73 +14,111 @@ using platform::Key;
 
 bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 {
-    const bool verdict = press.character == "+" || press.character == "-";
-    const std::string command = command_letter(press);
-    if (press.key == Key::character && !verdict && command.empty())
+    if (m_services.echo.is_echo(press))
+        return true;
+    if (press.key == Key::enter)
+        return on_enter(press);
+    if (press.key == Key::escape)
+        return on_escape(press);
+    if (press.character == "+" || press.character == "-")
+        return on_sign(press);
+    return on_letter(press);
+}
+
+/// Enter shows the answer that nobody has begun to type. In the editor it makes a line, and in the hint it chooses a
+/// word.
+bool WindowKeys::on_enter(const platform::KeyPress& press)
+{
+    if (m_services.editor.editing() || m_state.hint_has_focus)
         return false;
     if (press.auto_repeat)
         return true;
-    if (press.key == Key::enter)
-        return on_enter();
-    if (press.key == Key::escape)
-        return on_escape();
-    if (verdict)
-        return on_verdict(press.character == "+");
-    if (command == "q")
-        m_dialog.NextQuestionCommand();
-    else
-        m_dialog.ShowAnswerCommand();
-    return true;
-}
-
-/// "q" or "a" for a key that stands for a command; empty for any other, and for letters that go into a text box.
-std::string WindowKeys::command_letter(const platform::KeyPress& press) const
-{
-    if (press.key != Key::character || m_state.AnswerHasFocus || m_state.QuestionHasFocus)
-        return {};
-    std::string letter = m_text_compare.lower(press.character);
-    return letter == "q" || letter == "a" ? letter : std::string();
-}
-
-bool WindowKeys::on_enter()
-{
     if (m_state.AwaitingVerdict) {
-        m_desktop.beep();
+        m_services.desktop.beep();
         return true;
     }
-    if (!common::trim_blanks(m_form1.Text_a.text()).empty() || common::trim_blanks(m_form1.Text_q.text()).empty())
+    if (!m_services.layout.question_on_display() || !common::trim_blanks(m_form1.Text_a.text()).empty() ||
+        common::trim_blanks(m_form1.Text_q.text()).empty())
         return false;
-    m_dialog.ShowAnswerCommand();
+    m_services.echo.ran_command(press);
+    m_services.dialog.ShowAnswerCommand();
+    m_services.layout.RelayoutWindow();
     return true;
 }
 
-bool WindowKeys::on_escape()
+/// One press, one step: out of the editor or the box, out of the hint, out of the program.
+bool WindowKeys::on_escape(const platform::KeyPress& press)
 {
-    if (!m_state.AnswerHasFocus && !m_state.QuestionHasFocus)
-        m_end_of_program.end_program();
-    m_form1.bot_focus.set_focus();
+    if (press.auto_repeat)
+        return true;
+    m_services.echo.ran_command(press);
+    if (m_services.editor.editing() || in_text_box())
+        leave_boxes();
+    else if (m_form1.panel_lista.visible())
+        close_shared_place();
+    else
+        m_services.end_of_program.end_program();
     return true;
+}
+
+void WindowKeys::leave_boxes()
+{
+    m_form1.bot_focus.set_focus();
+    if (!m_services.editor.editing()) {
+        m_services.layout.RelayoutWindow();
+        return;
+    }
+    const bool unsaved = m_services.editor.has_changes();
+    m_services.editor.leave_editor();
+    if (unsaved)
+        m_services.status.ShowStatus("The changes are not saved.", status_seconds);
+}
+
+void WindowKeys::close_shared_place()
+{
+    m_state.shared_place = SharedPlace::statistics;
+    m_services.layout.RelayoutWindow();
 }
 
 bool WindowKeys::answer_is_shown() const
 {
-    return m_text_compare.equal(with_one_kind_of_line_end(m_form1.Text_a.text()),
-                                with_one_kind_of_line_end(m_state.loaded_answer));
+    return m_services.text_compare.equal(common::with_one_kind_of_line_end(m_form1.Text_a.text()),
+                                         common::with_one_kind_of_line_end(m_state.loaded_answer));
 }
 
-/// The verdict on an answer that is on display. Anywhere else "+" and "-" are ordinary characters.
-bool WindowKeys::on_verdict(bool success)
+/// The verdict on an answer that is on display. Anywhere else "+" and "-" are ordinary characters; while an answer is
+/// being typed, too, until the user has it shown and is asked for the verdict.
+bool WindowKeys::on_sign(const platform::KeyPress& press)
 {
-    if (m_form1.Text_q.text().empty() || !answer_is_shown())
+    if (m_services.editor.editing() || (m_state.TypingMode && !m_state.AwaitingVerdict))
+        return false;
+    if (!m_services.layout.question_on_display() || m_form1.Text_q.text().empty() || !answer_is_shown())
         return false;
     // An empty answer equals an empty box before anything was shown.
-    if (m_state.loaded_answer.empty() && !m_state.AwaitingVerdict && m_state.dialog != DialogState::AskKnown)
+    if (m_state.loaded_answer.empty() && !m_state.answer_revealed)
         return false;
-    m_desktop.pump();
-    if (success)
-        m_dialog.SucceedAndNext();
+    if (press.auto_repeat)
+        return true;
+    m_services.echo.ran_command(press);
+    m_services.desktop.pump();
+    if (press.character == "+")
+        m_services.dialog.SucceedAndNext();
     else
-        m_dialog.FailAndNext();
+        m_services.dialog.FailAndNext();
+    return true;
+}
+
+bool WindowKeys::on_letter(const platform::KeyPress& press)
+{
+    if (in_text_box())
+        return false;
+    const std::optional<int> button = Toolbar::button_with_key(m_services.text_compare.lower(press.character));
+    if (!button)
+        return false;
+    if (!press.auto_repeat) {
+        m_services.echo.ran_command(press);
+        m_services.toolbar.RunToolbarCommand(*button);
+    }
     return true;
 }
 

@@ -1,42 +1,57 @@
 #pragma once
 
+#include "bank/record_editor.h"
 #include "drill/drill_state.h"
+#include "drill/key_echo.h"
 #include "drill/question_dialog.h"
+#include "drill/status_line.h"
+#include "drill/toolbar.h"
+#include "drill/window_layout.h"
 #include "platform/desktop.h"
 #include "platform/form1.h"
 #include "platform/text_compare.h"
 #include "scheduler/end_of_program.h"
 
-#include <string>
+#include <optional>
 
 namespace cuedrill::drill {
 
 /// The keys that the main window takes before its controls see them.
 class WindowKeys {
 public:
-    WindowKeys(platform::Form1& form1, DrillState& state, QuestionDialog& dialog, platform::Desktop& desktop,
-               const platform::TextCompare& text_compare, scheduler::EndOfProgram& end_of_program)
-        : m_form1(form1), m_state(state), m_dialog(dialog), m_desktop(desktop), m_text_compare(text_compare),
-          m_end_of_program(end_of_program)
+    struct Services {
+        QuestionDialog& dialog;
+        Toolbar& toolbar;
+        bank::RecordEditor& editor;
+        StatusLine& status;
+        WindowLayout& layout;
+        KeyEcho& echo;
+        platform::Desktop& desktop;
+        const platform::TextCompare& text_compare;
+        scheduler::EndOfProgram& end_of_program;
+    };
+
+    WindowKeys(platform::Form1& form1, DrillState& state, const Services& services)
+        : m_form1(form1), m_state(state), m_services(services)
     {
     }
 
-    /// @return whether the key is swallowed. A key that is held down never does anything.
+    /// @return whether the key is swallowed. A key that is held down never runs a command.
     bool OnWindowKey(const platform::KeyPress& press);
 
 private:
-    [[nodiscard]] std::string command_letter(const platform::KeyPress& press) const;
-    bool on_enter();
-    bool on_escape();
-    bool on_verdict(bool success);
+    bool on_enter(const platform::KeyPress& press);
+    bool on_escape(const platform::KeyPress& press);
+    bool on_sign(const platform::KeyPress& press);
+    bool on_letter(const platform::KeyPress& press);
+    void leave_boxes();
+    void close_shared_place();
     [[nodiscard]] bool answer_is_shown() const;
+    [[nodiscard]] bool in_text_box() const { return m_state.AnswerHasFocus || m_state.QuestionHasFocus; }
 
     platform::Form1& m_form1;
     DrillState& m_state;
-    QuestionDialog& m_dialog;
-    platform::Desktop& m_desktop;
-    const platform::TextCompare& m_text_compare;
-    scheduler::EndOfProgram& m_end_of_program;
+    Services m_services;
 };
 
 } // namespace cuedrill::drill

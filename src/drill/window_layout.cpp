@@ -8,18 +8,104 @@ constexpr common::Twips margin = 100;
 
 } // namespace
 
+Mode WindowLayout::mode() const
+{
+    if (m_flags.editing())
+        return Mode::editing;
+    if (!question_on_display())
+        return Mode::nothing;
+    return m_state.answer_revealed ? Mode::answer : Mode::question;
+}
+
 void WindowLayout::RelayoutWindow()
 {
-    const bool question = question_on_display();
     platform::Button* const focused = focused_button();
-    m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
-    m_form1.bot_yes.set_enabled(question || m_state.dialog == DialogState::AskToStart);
-    // In the other states "No" asks for no verdict.
-    m_form1.bot_no.set_enabled(question || m_state.dialog != DialogState::AskKnown);
-    for (platform::MenuEntry* entry :
-         {&m_menu.m_show_answer, &m_menu.m_set_success, &m_menu.m_set_failure, &m_menu.m_display_q_nr})
-        entry->set_enabled(question);
+    relayout_boxes();
+    relayout_shared_place();
+    relayout_dialog();
+    relayout_commands();
     keep_focus(focused);
+}
+
+void WindowLayout::relayout_boxes()
+{
+    m_form1.Text_q.set_locked(mode() != Mode::editing);
+    m_form1.Text_a.set_locked(mode() != Mode::editing && !can_type());
+    m_form1.panel_a.set_caption(m_state.TypingMode && can_type() ? "Type the answer, then press Enter" : "Answer");
+}
+
+void WindowLayout::relayout_shared_place()
+{
+    const bool hint = m_state.shared_place == SharedPlace::hint;
+    // The toolkit would give the focus to whatever comes next.
+    if (!hint && m_state.hint_has_focus)
+        m_form1.bot_focus.set_focus();
+    m_form1.frame_stats.set_visible(!hint);
+    m_form1.panel_lista.set_visible(hint);
+    m_form1.t_hint.set_visible(hint);
+}
+
+void WindowLayout::relayout_dialog()
+{
+    const bool question = question_on_display();
+    const bool editing = mode() == Mode::editing;
+    m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
+    m_form1.bot_yes.set_enabled(!editing && (question || m_state.dialog == DialogState::AskToStart));
+    // In the other states "No" asks for no verdict.
+    m_form1.bot_no.set_enabled(!editing && (question || m_state.dialog != DialogState::AskKnown));
+    m_form1.bot_other.set_enabled(!editing);
+}
+
+void WindowLayout::relayout_commands()
+{
+    for (const EnablingRow& row : enabling_table)
+        set_enabled(row.command, row.enabled[static_cast<std::size_t>(mode())] && further_condition(row.command));
+}
+
+bool WindowLayout::further_condition(Command command) const
+{
+    switch (command) {
+    case Command::show_stats:
+        return m_state.shared_place != SharedPlace::statistics;
+    case Command::show_hints:
+        return m_state.shared_place != SharedPlace::hint;
+    case Command::let_me_type:
+        return !m_course.params.always_type;
+    default:
+        return true;
+    }
+}
+
+void WindowLayout::set_enabled(Command command, bool enabled)
+{
+    const struct {
+        Command command;
+        int toolbar_button; ///< 0 for none
+        platform::MenuEntry* entry;
+    } controls[] = {
+        {Command::next_question, 1, &m_menu.m_display_next_question},
+        {Command::show_answer, 2, &m_menu.m_show_answer},
+        {Command::show_stats, 3, &m_menu.m_view_stats},
+        {Command::show_hints, 4, &m_menu.m_view_hints},
+        {Command::let_me_type, 5, nullptr},
+        {Command::success, 6, &m_menu.m_set_success},
+        {Command::failure, 7, &m_menu.m_set_failure},
+        {Command::edit, 8, &m_menu.m_edit},
+        {Command::insert, 9, nullptr},
+        {Command::save, 10, nullptr},
+        {Command::delete_record, 11, &m_menu.m_delete},
+        {Command::undo, 0, &m_menu.m_undo},
+        {Command::reset_all, 0, &m_menu.m_reset_all},
+        {Command::question_number, 0, &m_menu.m_display_q_nr},
+    };
+    for (const auto& control : controls) {
+        if (control.command != command)
+            continue;
+        if (control.toolbar_button != 0)
+            m_form1.pb.at(static_cast<std::size_t>(control.toolbar_button - 1))->set_enabled(enabled);
+        if (control.entry != nullptr)
+            control.entry->set_enabled(enabled);
+    }
 }
 
 platform::Button* WindowLayout::focused_button() const

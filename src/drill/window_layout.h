@@ -1,6 +1,8 @@
 #pragma once
 
+#include "bank/edit_flags.h"
 #include "drill/drill_state.h"
+#include "drill/enabling.h"
 #include "drill/main_menu.h"
 #include "platform/form1.h"
 #include "store/course.h"
@@ -10,28 +12,41 @@ namespace cuedrill::drill {
 /// Applies the mode of the window to its controls.
 class WindowLayout {
 public:
-    WindowLayout(platform::Form1& form1, MainMenu& menu, const store::Course& course, const DrillState& state)
-        : m_form1(form1), m_menu(menu), m_course(course), m_state(state)
+    WindowLayout(platform::Form1& form1, MainMenu& menu, const store::Course& course, const bank::EditFlags& flags,
+                 const DrillState& state)
+        : m_form1(form1), m_menu(menu), m_course(course), m_flags(flags), m_state(state)
     {
     }
 
-    /// Enables and disables buttons and menu entries for what is on display now. Called last by every command that
+    /// Shows, hides, locks, enables and disables everything for what is going on now. Called last by every command that
     /// changes what is shown.
     void RelayoutWindow();
 
     /// Places the two or three buttons of the dialog strip side by side.
     void lay_out_buttons();
 
+    [[nodiscard]] Mode mode() const;
+
     /// Whether a question is on display; without one, nothing can be revealed or judged.
     [[nodiscard]] bool question_on_display() const { return m_course.current_cnt != 0; }
 
+    /// Whether the answer box waits for an answer.
+    [[nodiscard]] bool can_type() const { return mode() == Mode::question; }
+
 private:
+    void relayout_boxes();
+    void relayout_shared_place();
+    void relayout_dialog();
+    void relayout_commands();
+    void set_enabled(Command command, bool enabled);
+    [[nodiscard]] bool further_condition(Command command) const;
     [[nodiscard]] platform::Button* focused_button() const;
     void keep_focus(platform::Button* focused);
 
     platform::Form1& m_form1;
     MainMenu& m_menu;
     const store::Course& m_course;
+    const bank::EditFlags& m_flags;
     const DrillState& m_state;
     platform::Button* m_displaced = nullptr; ///< lost the focus because it could not be used
     platform::Button* m_stand_in = nullptr;  ///< got it instead

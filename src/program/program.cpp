@@ -75,10 +75,12 @@ struct Program::Logic {
                                program_folder, start_time};
 
     drill::MainMenu menu{form1.menu_bar};
+    bank::EditFlags edit_flags;
     drill::DrillState state;
     drill::StatusLine status{form1.P_status, p.clock};
-    drill::WindowLayout layout{form1, menu, course, state};
-    drill::QuestionView question_view{form1, course, state, status, layout, p.clock};
+    drill::WindowLayout layout{form1, menu, course, edit_flags, state};
+    drill::Hints hints{form1, course, state, layout, p.random, p.text_compare};
+    drill::QuestionView question_view{form1, course, state, status, layout, hints, p.clock};
     drill::StatisticsView statistics_view{form1, menu, course};
 
     scheduler::DeadTimes dead_times;
@@ -90,19 +92,32 @@ struct Program::Logic {
                                p.clock, p.desktop, end_of_program};
     scheduler::LevelCommands levels{course, params, dead_times, statistics, statistics_view, p.desktop};
 
-    bank::EditFlags edit_flags;
     bank::RecordBank bank{course, edit_flags, p.desktop};
+    bank::RecordEditor editor{course,
+                              edit_flags,
+                              bank,
+                              window_ports,
+                              {p.desktop, p.text_compare, question_view, statistics, scoring, selection}};
     exchange::QuestionImport import{course,       bank,   edit_flags,
                                     window_ports, status, {p.files, p.clock, p.desktop, p.text_compare}};
 
-    drill::QuestionDialog dialog{form1,     state,     question_view, status,        layout,
-                                 p.desktop, selection, scoring,       end_of_program};
-    drill::WindowKeys keys{form1, state, dialog, p.desktop, p.text_compare, end_of_program};
-    drill::MainWindow main_window{{form1, p.desktop, p.clock, trace, course, params, title, edit_flags, statistics,
-                                   scoring, end_of_program, state, status, statistics_view, question_view, layout,
-                                   dialog, keys}};
-    drill::DrillCommands commands{{course, params, opener, title, selection, scoring, statistics, levels,
-                                   end_of_program, import, dialog, statistics_view, p.desktop}};
+    drill::KeyEcho echo{p.clock};
+    drill::QuestionDialog dialog{form1,     state,     question_view, status, layout,
+                                 p.desktop, selection, scoring,       editor, end_of_program};
+    drill::TypedAnswer typed_answer{
+        form1, state, edit_flags, {question_view, dialog, status, hints, layout, echo, p.desktop, p.text_compare}};
+    drill::AnswerAids aids{form1,
+                           course,
+                           state,
+                           {params, statistics, statistics_view, question_view, status, hints, layout, p.text_compare}};
+    drill::Toolbar toolbar{form1, dialog, editor, aids};
+    drill::WindowKeys keys{
+        form1, state, {dialog, toolbar, editor, status, layout, echo, p.desktop, p.text_compare, end_of_program}};
+    drill::MainWindow main_window{{form1,           p.desktop,     p.clock,    trace,   course,         params,  title,
+                                   edit_flags,      editor,        statistics, scoring, end_of_program, state,   status,
+                                   statistics_view, question_view, layout,     dialog,  typed_answer,   toolbar, keys}};
+    drill::DrillCommands commands{{course, params, opener, title, selection, scoring, levels, end_of_program, editor,
+                                   import, dialog, aids, statistics_view, p.desktop}};
     drill::ErrorReport error_report{course, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, p.form2, p.files, trace};
 };

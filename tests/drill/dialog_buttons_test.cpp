@@ -12,7 +12,7 @@ protected:
     static void expect_place(const fakes::FakeButton& button, common::Twips left, common::Twips width)
     {
         EXPECT_EQ(button.left, left) << button.name;
-        EXPECT_EQ(button.width, width) << button.name;
+        EXPECT_EQ(button.width_value, width) << button.name;
     }
 };
 

@@ -99,8 +99,31 @@ protected:
     bool press(const Press&... key)
     {
         bool swallowed = false;
+        clock.steady_seconds_more += 1;
         user([&] { swallowed = form1.window.press(key...); });
         return swallowed;
+    }
+    /// Presses a key in the answer box.
+    void press_in_answer(const platform::KeyPress& key)
+    {
+        clock.steady_seconds_more += 1;
+        user([&] { form1.press_in(form1.Text_a, key); });
+    }
+    void press_in_answer(const char* character)
+    {
+        press_in_answer({.key = platform::Key::character, .character = character});
+    }
+    void enter_in_answer() { press_in_answer({.key = platform::Key::enter}); }
+    /// Types into the answer box, behind what stands there.
+    void type_answer(std::string_view text)
+    {
+        form1.Text_a.set_caret(common::code_points(form1.Text_a.text_value));
+        user([&] { form1.type(form1.Text_a, text); });
+    }
+    /// Clicks the button of the toolbar with that number.
+    void toolbar(int number)
+    {
+        user([&] { form1.toolbar(number).click(); });
     }
 
     [[nodiscard]] fakes::FakeMenuEntry& entry(std::string_view name) const { return form1.menu_bar.entry(name); }
@@ -176,10 +199,12 @@ protected:
                                    program_folder, start_time};
 
         MainMenu menu{form1.menu_bar};
+        bank::EditFlags edit_flags;
         DrillState state;
         StatusLine status{form1.P_status, f.clock};
-        WindowLayout layout{form1, menu, course, state};
-        QuestionView question_view{form1, course, state, status, layout, f.clock};
+        WindowLayout layout{form1, menu, course, edit_flags, state};
+        Hints hints{form1, course, state, layout, f.random, f.engine.text_compare};
+        QuestionView question_view{form1, course, state, status, layout, hints, f.clock};
         StatisticsView statistics_view{form1, menu, course};
 
         scheduler::DeadTimes dead_times;
@@ -192,19 +217,38 @@ protected:
             f.clock, f.desktop, end_of_program};
         scheduler::LevelCommands levels{course, params, dead_times, statistics, statistics_view, f.desktop};
 
-        bank::EditFlags edit_flags;
         bank::RecordBank bank{course, edit_flags, f.desktop};
+        bank::RecordEditor editor{course,
+                                  edit_flags,
+                                  bank,
+                                  window_ports,
+                                  {f.desktop, f.engine.text_compare, question_view, statistics, scoring, selection}};
         exchange::QuestionImport import{course,       bank,   edit_flags,
                                         window_ports, status, {f.files, f.clock, f.desktop, f.engine.text_compare}};
 
-        QuestionDialog dialog{form1,     state,     question_view, status,        layout,
-                              f.desktop, selection, scoring,       end_of_program};
-        WindowKeys keys{form1, state, dialog, f.desktop, f.engine.text_compare, end_of_program};
-        MainWindow main_window{{form1, f.desktop, f.clock, trace, course, params, title, edit_flags, statistics,
-                                scoring, end_of_program, state, status, statistics_view, question_view, layout, dialog,
-                                keys}};
-        DrillCommands commands{{course, params, opener, title, selection, scoring, statistics, levels, end_of_program,
-                                import, dialog, statistics_view, f.desktop}};
+        KeyEcho echo{f.clock};
+        QuestionDialog dialog{form1,     state,     question_view, status, layout,
+                              f.desktop, selection, scoring,       editor, end_of_program};
+        TypedAnswer typed_answer{
+            form1,
+            state,
+            edit_flags,
+            {question_view, dialog, status, hints, layout, echo, f.desktop, f.engine.text_compare}};
+        AnswerAids aids{
+            form1,
+            course,
+            state,
+            {params, statistics, statistics_view, question_view, status, hints, layout, f.engine.text_compare}};
+        Toolbar toolbar{form1, dialog, editor, aids};
+        WindowKeys keys{
+            form1,
+            state,
+            {dialog, toolbar, editor, status, layout, echo, f.desktop, f.engine.text_compare, end_of_program}};
+        MainWindow main_window{{form1,           f.desktop,     f.clock,    trace,   course,         params,  title,
+                                edit_flags,      editor,        statistics, scoring, end_of_program, state,   status,
+                                statistics_view, question_view, layout,     dialog,  typed_answer,   toolbar, keys}};
+        DrillCommands commands{{course, params, opener, title, selection, scoring, levels, end_of_program, editor,
+                                import, dialog, aids, statistics_view, f.desktop}};
         ErrorReport error_report{course, f.desktop, trace};
         app::StartRoutine start{course, opener, dead_times, f.form2, f.files, trace};
     };

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "bank/edit_flags.h"
+#include "drill/drill_state.h"
+#include "drill/hints.h"
+#include "drill/question_view.h"
+#include "drill/statistics_view.h"
+#include "drill/status_line.h"
+#include "drill/window_layout.h"
+#include "platform/form1.h"
+#include "platform/text_compare.h"
+#include "scheduler/statistics.h"
+#include "store/course.h"
+#include "store/course_params.h"
+
+namespace cuedrill::drill {
+
+/// What helps with an answer: hints, typing, and the two options that do either for every question.
+class AnswerAids {
+public:
+    struct Services {
+        store::CourseParamsStore& params;
+        scheduler::Statistics& statistics;
+        StatisticsView& statistics_view;
+        QuestionView& view;
+        StatusLine& status;
+        Hints& hints;
+        WindowLayout& layout;
+        const platform::TextCompare& text_compare;
+    };
+
+    AnswerAids(platform::Form1& form1, const store::Course& course, DrillState& state, const Services& services)
+        : m_form1(form1), m_course(course), m_state(state), m_services(services)
+    {
+    }
+
+    /// Command: shows the statistics, counted anew, in place of a hint.
+    /// @throws platform::DatabaseError
+    void m_view_stats();
+
+    /// Command: shows a hint: the masked answer while the user is typing it, otherwise a list of words.
+    /// @throws platform::DatabaseError
+    void m_view_hints();
+
+    /// Command: lets the user type the answer.
+    void m_let_me_type();
+
+    /// Commands: the two options. They are stored with the course.
+    /// @throws platform::DatabaseError; the option is as it was then.
+    void ToggleAlwaysType();
+    void ToggleListMode();
+
+private:
+    [[nodiscard]] bool answer_box_holds_answer() const;
+
+    platform::Form1& m_form1;
+    const store::Course& m_course;
+    DrillState& m_state;
+    Services m_services;
+};
+
+} // namespace cuedrill::drill

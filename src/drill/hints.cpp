@@ -1,0 +1,149 @@
+#include "drill/hints.h"
+
+#include "common/text.h"
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+
+namespace cuedrill::drill {
+namespace {
+
+constexpr std::string_view word_separators = " ;,.?";
+
+/// The records that answers can be drawn from. Their numbers are listed only where some between the lowest and the
+/// highest are missing: then a number drawn at random might belong to none.
+class RecordNumbers {
+public:
+    RecordNumbers(platform::Database& database, std::int64_t record_count)
+        : m_lowest(store::single_number(database, "Select min(cnt) as conto from qa"))
+    {
+        const std::int64_t highest = store::single_number(database, "Select max(cnt) as conto from qa");
+        m_count = highest - m_lowest + 1;
+        if (m_count == record_count)
+            return;
+        const auto rows = database.open_recordset("Select cnt from qa order by cnt");
+        for (; !rows->eof(); rows->move_next())
+            m_numbers.push_back(rows->field(0));
+        m_count = static_cast<std::int64_t>(m_numbers.size());
+    }
+
+    [[nodiscard]] std::int64_t count() const { return m_count; }
+
+    [[nodiscard]] platform::Value at(std::int64_t position) const
+    {
+        if (m_numbers.empty())
+            return m_lowest + position;
+        return m_numbers.at(static_cast<std::size_t>(position));
+    }
+
+private:
+    std::int64_t m_lowest;
+    std::int64_t m_count = 0;
+    std::vector<platform::Value> m_numbers;
+};
+
+bool is_letter_or_digit(char character)
+{
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
+           (character >= '0' && character <= '9');
+}
+
+} // namespace
+
+/// A position from 0 to before `count`, each as likely as any other.
+std::int64_t Hints::draw_position(std::int64_t count)
+{
+    const auto position = static_cast<std::int64_t>(m_random.uniform() * static_cast<double>(count));
+    return std::min(position, count - 1);
+}
+
+/// The right answer at a place drawn at random, and others at the remaining ones; the same one may come again.
+std::vector<std::string> Hints::draw_answers()
+{
+    std::vector<std::string> answers;
+    const std::int64_t sample = m_course.record_count < HintSampleSize ? m_course.record_count - 1 : HintSampleSize;
+    if (sample <= 0)
+        return answers;
+    const RecordNumbers numbers(m_course.database(), m_course.record_count);
+    platform::TableCursor& qa_recordset = m_course.qa_recordset();
+    const std::int64_t place_of_answer = draw_position(sample);
+    for (std::int64_t place = 0; place < sample; ++place) {
+        if (place == place_of_answer) {
+            answers.push_back(m_state.loaded_answer);
+            continue;
+        }
+        qa_recordset.seek(numbers.at(draw_position(numbers.count())));
+        // Only a record that another program has just deleted is missing.
+        if (!qa_recordset.no_match())
+            answers.push_back(store::stored_answer(qa_recordset.field(m_course.A_FIELD.text)));
+    }
+    return answers;
+}
+
+/// Each word once, in the spelling in which it came first.
+std::vector<std::string> Hints::sorted_words(const std::vector<std::string>& answers) const
+{
+    const auto before = [this](const std::string& a, const std::string& b) { return m_text_compare.compare(a, b) < 0; };
+    std::set<std::string, decltype(before)> words(before);
+    for (std::string_view rest : answers) {
+        while (!rest.empty()) {
+            const std::string_view word = rest.substr(0, rest.find_first_of(word_separators));
+            if (!word.empty())
+                words.emplace(word);
+            rest.remove_prefix(std::min(word.size() + 1, rest.size()));
+        }
+    }
+    return {words.begin(), words.end()};
+}
+
+void Hints::BuildWordListHint()
+{
+    std::string text;
+    std::vector<Word> words;
+    std::vector<common::TextRange> places;
+    std::size_t length = 0;
+    for (std::string& word : sorted_words(draw_answers())) {
+        const std::size_t begin = length + 2;
+        const common::TextRange place{begin, begin + common::code_points(word)};
+        text += " [" + word + "]  ";
+        length = place.end + 3;
+        places.push_back(place);
+        words.push_back({std::move(word), place});
+    }
+    show(text);
+    m_form1.t_hint.set_words(std::move(places));
+    m_words = std::move(words);
+}
+
+void Hints::BuildMaskedHint()
+{
+    // The parts of longer characters are neither letters nor digits of ASCII, so bytes will do.
+    std::string text = m_state.loaded_answer;
+    std::replace_if(text.begin(), text.end(), is_letter_or_digit, HintMask);
+    show(text);
+}
+
+void Hints::show(const std::string& text)
+{
+    m_words.clear();
+    m_form1.t_hint.set_text(text);
+    m_state.AnswerShown = true;
+    m_state.shared_place = SharedPlace::hint;
+    m_layout.RelayoutWindow();
+}
+
+std::optional<std::string> Hints::chosen_word() const
+{
+    const std::optional<std::size_t> caret = m_form1.t_hint.caret();
+    if (!caret)
+        return std::nullopt;
+    for (const Word& word : m_words) {
+        // The brackets belong to the word: the one before it and the one at its end.
+        if (*caret + 1 >= word.place.begin && *caret <= word.place.end)
+            return word.text;
+    }
+    return std::nullopt;
+}
+
+} // namespace cuedrill::drill

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/controls.h"
+
+namespace cuedrill::drill {
+
+/// Knows the key that has last run a command, and which presses are only echoes of it: sent because it is held down, or
+/// made by a finger that trembles. They must do nothing: what they would act on, another question or another box, is
+/// not what the user saw when the key went down.
+class KeyEcho {
+public:
+    explicit KeyEcho(platform::Clock& clock) : m_clock(clock) {}
+
+    /// To be asked first about each key press.
+    [[nodiscard]] bool is_echo(const platform::KeyPress& press);
+
+    /// The key has run a command.
+    void ran_command(const platform::KeyPress& press);
+
+private:
+    platform::Clock& m_clock;
+    platform::KeyPress m_last;
+    double m_at = 0; ///< steady seconds
+    bool m_listening = false;
+};
+
+} // namespace cuedrill::drill

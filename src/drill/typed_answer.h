@@ -1,0 +1,76 @@
+#pragma once
+
+#include "bank/edit_flags.h"
+#include "drill/drill_state.h"
+#include "drill/hints.h"
+#include "drill/key_echo.h"
+#include "drill/question_dialog.h"
+#include "drill/question_view.h"
+#include "drill/status_line.h"
+#include "drill/window_layout.h"
+#include "platform/desktop.h"
+#include "platform/form1.h"
+#include "platform/text_compare.h"
+
+#include <string>
+#include <string_view>
+
+namespace cuedrill::drill {
+
+/// The answer as the user types it into the answer box, or puts it together from the words of a hint.
+///
+/// Functions that judge may throw what `QuestionDialog::SucceedAndNext` and `FailAndNext` throw.
+class TypedAnswer {
+public:
+    struct Services {
+        QuestionView& view;
+        QuestionDialog& dialog;
+        StatusLine& status;
+        Hints& hints;
+        WindowLayout& layout;
+        KeyEcho& echo;
+        platform::Desktop& desktop;
+        const platform::TextCompare& text_compare;
+    };
+
+    TypedAnswer(platform::Form1& form1, DrillState& state, const bank::EditFlags& flags, const Services& services)
+        : m_form1(form1), m_state(state), m_flags(flags), m_services(services)
+    {
+    }
+
+    /// A key in the answer box that the window has left alone.
+    /// @return whether it is swallowed.
+    bool OnAnswerKey(const platform::KeyPress& press);
+
+    /// Takes the text of the answer box for the user's answer, gives the verdict on it and asks the next question. It
+    /// must be the stored answer, but for its case and the blanks around it; after the answer or a hint was shown it
+    /// counts as not known in any case.
+    void JudgeTypedAnswer();
+
+    /// Adds the chosen word of the hint to the answer. The first word that does not continue the stored answer ends the
+    /// question as not known, and the one that completes it as known.
+    void OnHintClick();
+
+    /// A key in the hint box: Enter and the blank choose a word; nothing changes the hint.
+    /// @return whether it is swallowed: always.
+    bool OnHintKey(const platform::KeyPress& press);
+
+private:
+    bool run(const platform::KeyPress& press, void (TypedAnswer::*command)());
+    void show_answer();
+    void on_enter();
+    void reveal();
+    bool insert_before_end(const platform::KeyPress& press);
+    void succeed();
+    void msgbox_incorrect_answer(const std::string& typed, const std::string& correct);
+    void put(const std::string& answer);
+    [[nodiscard]] bool begins_stored_answer(const std::string& text) const;
+    [[nodiscard]] bool same(std::string_view a, std::string_view b) const;
+
+    platform::Form1& m_form1;
+    DrillState& m_state;
+    const bank::EditFlags& m_flags;
+    Services m_services;
+};
+
+} // namespace cuedrill::drill

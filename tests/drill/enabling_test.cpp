@@ -1,0 +1,223 @@
+#include "drill/drill_fixture.h"
+#include "drill/enabling.h"
+
+#include <map>
+#include <ostream>
+#include <set>
+
+namespace cuedrill::drill {
+namespace {
+
+enum class Situation { nothing, question, hint, answer, answer_behind_hint, new_record, changed_record, empty_course };
+
+struct Case {
+    const char* name;
+    Situation situation;
+    Mode mode;
+    std::set<int> buttons;         ///< of the toolbar that are enabled
+    std::set<std::string> entries; ///< of the menus that are enabled, beside those that always are
+};
+
+void PrintTo(const Case& one, std::ostream* out)
+{
+    *out << one.name;
+}
+
+const std::set<std::string> always_enabled{"m_open",
+                                           "m_new",
+                                           "m_change_course_title",
+                                           "m_import",
+                                           "m_exit",
+                                           "m_always_let_me_type",
+                                           "m_list_mode",
+                                           "m_change_target_level",
+                                           "m_random_extraction",
+                                           "m_invert",
+                                           "m_display_next_question",
+                                           "m_disp_nr_mature",
+                                           "m_score_elapsed_table"};
+
+const std::set<std::string> never_enabled{"m_compact", "m_repair", "clearall", "m_cuecards"};
+
+const Case cases[] = {
+    {"nothing", Situation::nothing, Mode::nothing, {1, 9, 11}, {"m_delete", "m_undo", "m_reset_all"}},
+    {"question",
+     Situation::question,
+     Mode::question,
+     {1, 2, 4, 5, 6, 7, 8, 9, 11},
+     {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_hints",
+      "m_display_q_nr"}},
+    {"hint",
+     Situation::hint,
+     Mode::question,
+     {1, 2, 3, 5, 6, 7, 8, 9, 11},
+     {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_stats",
+      "m_display_q_nr"}},
+    {"answer",
+     Situation::answer,
+     Mode::answer,
+     {1, 2, 6, 7, 8, 9, 11},
+     {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all",
+      "m_display_q_nr"}},
+    {"answer_behind_hint",
+     Situation::answer_behind_hint,
+     Mode::answer,
+     {1, 2, 3, 6, 7, 8, 9, 11},
+     {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_stats",
+      "m_display_q_nr"}},
+    {"new_record", Situation::new_record, Mode::editing, {1, 10}, {}},
+    {"changed_record", Situation::changed_record, Mode::editing, {1, 10}, {}},
+    {"empty_course", Situation::empty_course, Mode::nothing, {1, 9, 11}, {"m_delete", "m_undo", "m_reset_all"}},
+};
+
+class Enabling : public DrillFixture, public testing::WithParamInterface<Case> {
+protected:
+    void SetUp() override
+    {
+        if (GetParam().situation == Situation::empty_course) {
+            desktop.expect_box("You have passed level 5 for all questions.");
+            start();
+            return;
+        }
+        start_with_three_questions();
+        if (GetParam().situation != Situation::nothing)
+            yes();
+        switch (GetParam().situation) {
+        case Situation::hint:
+            toolbar(4);
+            break;
+        case Situation::answer:
+            yes();
+            break;
+        case Situation::answer_behind_hint:
+            toolbar(4);
+            yes();
+            break;
+        case Situation::new_record:
+            toolbar(9);
+            break;
+        case Situation::changed_record:
+            toolbar(8);
+            break;
+        default:
+            break;
+        }
+    }
+
+    /// Whether the third condition of a command holds, besides that of the mode.
+    [[nodiscard]] bool further_condition(Command command) const
+    {
+        if (command == Command::show_stats)
+            return form1.panel_lista.is_visible;
+        if (command == Command::show_hints)
+            return form1.frame_stats.is_visible;
+        return true;
+    }
+};
+
+TEST_P(Enabling, of_the_buttons_is_that_of_what_can_be_done)
+{
+    for (int number = 1; number <= platform::toolbar_buttons; ++number)
+        EXPECT_EQ(form1.toolbar(number).is_enabled, GetParam().buttons.contains(number)) << number;
+}
+
+TEST_P(Enabling, of_the_entries_is_that_of_what_can_be_done)
+{
+    std::set<std::string> enabled = GetParam().entries;
+    enabled.insert(always_enabled.begin(), always_enabled.end());
+    for (const std::string& name : enabled)
+        EXPECT_TRUE(entry(name).is_enabled) << name;
+    for (const char* name : {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo",
+                             "m_reset_all", "m_view_stats", "m_view_hints", "m_display_q_nr"}) {
+        if (!enabled.contains(name)) {
+            EXPECT_FALSE(entry(name).is_enabled) << name;
+        }
+    }
+    for (const std::string& name : never_enabled)
+        EXPECT_FALSE(entry(name).is_enabled) << name;
+}
+
+TEST_P(Enabling, follows_its_table)
+{
+    const std::map<Command, int> buttons{
+        {Command::next_question, 1}, {Command::show_answer, 2}, {Command::show_stats, 3},    {Command::show_hints, 4},
+        {Command::let_me_type, 5},   {Command::success, 6},     {Command::failure, 7},       {Command::edit, 8},
+        {Command::insert, 9},        {Command::save, 10},       {Command::delete_record, 11}};
+    const std::map<Command, const char*> entries{{Command::next_question, "m_display_next_question"},
+                                                 {Command::show_answer, "m_show_answer"},
+                                                 {Command::show_stats, "m_view_stats"},
+                                                 {Command::show_hints, "m_view_hints"},
+                                                 {Command::success, "m_set_success"},
+                                                 {Command::failure, "m_set_failure"},
+                                                 {Command::edit, "m_edit"},
+                                                 {Command::delete_record, "m_delete"},
+                                                 {Command::undo, "m_undo"},
+                                                 {Command::reset_all, "m_reset_all"},
+                                                 {Command::question_number, "m_display_q_nr"}};
+    ASSERT_EQ(logic->layout.mode(), GetParam().mode);
+    for (const EnablingRow& row : enabling_table) {
+        const bool enabled =
+            row.enabled.at(static_cast<std::size_t>(GetParam().mode)) && further_condition(row.command);
+        if (const auto button = buttons.find(row.command); button != buttons.end()) {
+            EXPECT_EQ(form1.toolbar(button->second).is_enabled, enabled) << button->second;
+        }
+        if (const auto name = entries.find(row.command); name != entries.end()) {
+            EXPECT_EQ(entry(name->second).is_enabled, enabled) << name->second;
+        }
+    }
+}
+
+TEST_P(Enabling, of_typing_ends_with_the_option_to_type_always)
+{
+    choose("m_always_let_me_type");
+    EXPECT_FALSE(form1.toolbar(5).is_enabled);
+    choose("m_always_let_me_type");
+    EXPECT_EQ(form1.toolbar(5).is_enabled, GetParam().buttons.contains(5));
+}
+
+INSTANTIATE_TEST_SUITE_P(Situations, Enabling, testing::ValuesIn(cases),
+                         [](const auto& one) { return std::string(one.param.name); });
+
+TEST(EnablingTable, has_each_command_once)
+{
+    std::set<Command> commands;
+    for (const EnablingRow& row : enabling_table)
+        EXPECT_TRUE(commands.insert(row.command).second);
+    EXPECT_EQ(commands.size(), static_cast<std::size_t>(Command::question_number) + 1);
+}
+
+class Locks : public DrillFixture {
+protected:
+    void SetUp() override { start_with_three_questions(); }
+
+    void expect_locked(bool question_box, bool answer_box)
+    {
+        EXPECT_EQ(form1.Text_q.locked, question_box);
+        EXPECT_EQ(form1.Text_a.locked, answer_box);
+    }
+};
+
+TEST_F(Locks, let_an_answer_be_typed_until_it_is_shown)
+{
+    expect_locked(true, true);
+    yes();
+    expect_locked(true, false);
+    yes();
+    expect_locked(true, true);
+    no();
+    expect_locked(true, false);
+}
+
+TEST_F(Locks, let_both_boxes_be_changed_in_the_editor)
+{
+    yes();
+    for (const int number : {8, 9}) {
+        toolbar(number);
+        expect_locked(false, false);
+        press(platform::Key::escape);
+        expect_locked(true, true);
+    }
+}
+
+} // namespace
+} // namespace cuedrill::drill
