@@ -112,6 +112,7 @@ TEST_F(QtButtonTest, TellsTheWidthThatWasSetAndBeforeThatTheOneThatTheCaptionNee
 {
     EXPECT_EQ(button.width(), 3000);
     QtButton other("bot_no", gate);
+    other.widget().setParent(&window);
     other.set_caption("No");
     const int narrow = other.width();
     other.set_caption("No, ask another question");
