@@ -32,14 +32,24 @@ std::size_t sequence_length(std::string_view text)
     return std::all_of(rest.begin(), rest.end(), is_continuation) ? length : 0;
 }
 
+std::string_view trim(std::string_view text, std::string_view unwanted)
+{
+    const std::size_t first = text.find_first_not_of(unwanted);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(unwanted) - first + 1);
+}
+
 } // namespace
 
 std::string_view trim_blanks(std::string_view text)
 {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+    return trim(text, " ");
+}
+
+std::string_view trim_blanks_and_line_ends(std::string_view text)
+{
+    return trim(text, " \r\n");
 }
 
 std::size_t code_points(std::string_view text)

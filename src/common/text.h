@@ -20,6 +20,9 @@ inline constexpr std::string_view cr_lf = "\r\n";
 /// `text` without the blanks (character 32 only) at both ends.
 std::string_view trim_blanks(std::string_view text);
 
+/// `text` without the blanks and line ends at both ends: nobody sees those behind a text that was pasted.
+std::string_view trim_blanks_and_line_ends(std::string_view text);
+
 /// Number of code points of `text`. Each byte that belongs to no well-formed sequence counts as one.
 std::size_t code_points(std::string_view text);
 

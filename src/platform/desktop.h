@@ -27,6 +27,8 @@ struct MessageBox {
     std::string details{};
     /// Characters of the text that are to catch the eye.
     std::vector<common::TextRange> marked{};
+    /// Only its buttons answer it, neither Escape nor a click on the cross in its corner.
+    bool must_be_answered = false;
 };
 
 /// A modal box that asks for a line of text.

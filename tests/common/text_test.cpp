@@ -166,5 +166,12 @@ TEST(LineEnds, of_every_kind_become_one)
     EXPECT_EQ(with_one_kind_of_line_end("no end"), "no end");
 }
 
+TEST(TrimBlanksAndLineEnds, takes_both_from_both_ends_only)
+{
+    EXPECT_EQ(trim_blanks_and_line_ends(" \r\n a \r\n b\n \r"), "a \r\n b");
+    EXPECT_EQ(trim_blanks_and_line_ends(" \r\n \n"), "");
+    EXPECT_EQ(trim_blanks_and_line_ends("\ta"), "\ta");
+}
+
 } // namespace
 } // namespace cuedrill::common

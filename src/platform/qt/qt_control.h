@@ -32,6 +32,12 @@ public:
 protected:
     QtControl(QWidget& widget, const char* name) : m_base(widget) { m_base.setObjectName(QString::fromLatin1(name)); }
 
+    /// Whether the widget has the focus of its window, be that the active one or not.
+    [[nodiscard]] bool holds_focus() const
+    {
+        return m_base.isVisibleTo(m_base.window()) && m_base.window()->focusWidget() == &m_base;
+    }
+
 private:
     QWidget& m_base;
     // Kept here, because a widget answers for its parents too.

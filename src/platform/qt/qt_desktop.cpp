@@ -7,11 +7,13 @@
 #include "platform/qt/qt_text.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -52,6 +54,39 @@ public:
 
 private:
     int m_longest;
+};
+
+/// A message box that a letter does not answer. The toolkit takes a bare "y" for Yes, also where it was meant as the
+/// next letter of a text, when a box has come in between.
+class AnsweredBox : public QMessageBox {
+public:
+    AnsweredBox(QWidget* parent, bool must_be_answered) : QMessageBox(parent), m_must_be_answered(must_be_answered)
+    {
+        setWindowFlag(Qt::WindowCloseButtonHint, !must_be_answered);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool letter = event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::ShiftModifier;
+        if ((letter && !event->text().isEmpty() && event->text().front().isLetter()) ||
+            (m_must_be_answered && event->key() == Qt::Key_Escape)) {
+            event->accept();
+            return;
+        }
+        QMessageBox::keyPressEvent(event);
+    }
+
+    void closeEvent(QCloseEvent* event) override
+    {
+        if (m_must_be_answered)
+            event->ignore();
+        else
+            QMessageBox::closeEvent(event);
+    }
+
+private:
+    bool m_must_be_answered;
 };
 
 /// The window over which a box appears; null when none is shown.
@@ -152,7 +187,7 @@ void show_details(QMessageBox& widget, const MessageBox& box)
 
 BoxAnswer QtDesktop::message_box(const MessageBox& box)
 {
-    QMessageBox widget(window_in_front());
+    AnsweredBox widget(window_in_front(), box.must_be_answered);
     widget.setWindowTitle(title_or_default(box.title));
     widget.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     show_text(widget, box);

@@ -10,10 +10,7 @@ QtHintBox::QtHintBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
 }
 
 QtHintBox::QtHintBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, HintEdit& edit)
-    : QtControl(edit, name), m_edit(edit), m_watcher(edit, [this, &gate](QEvent::Type event) {
-          if (on_focus && (event == QEvent::FocusIn || event == QEvent::FocusOut))
-              gate.guard().run([this, event] { on_focus(event == QEvent::FocusIn); });
-      })
+    : QtControl(edit, name), m_edit(edit)
 {
     m_edit.clicked = [this, &gate] { gate.run(on_click); };
     keys.add_control(m_edit, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
@@ -56,6 +53,11 @@ void QtHintBox::set_name(std::string_view name)
 void QtHintBox::set_focus()
 {
     m_edit.setFocus(Qt::OtherFocusReason);
+}
+
+bool QtHintBox::has_focus() const
+{
+    return holds_focus();
 }
 
 } // namespace cuedrill::platform::qt

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/qt/qt_control.h"
-#include "platform/qt/qt_event_watcher.h"
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_hint_edit.h"
 #include "platform/qt/qt_key_filter.h"
@@ -21,6 +20,7 @@ public:
     [[nodiscard]] std::optional<std::size_t> caret() const override;
     void set_name(std::string_view name) override;
     void set_focus() override;
+    [[nodiscard]] bool has_focus() const override;
 
     [[nodiscard]] HintEdit& widget() { return m_edit; }
 
@@ -28,7 +28,6 @@ private:
     QtHintBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, HintEdit& edit);
 
     HintEdit& m_edit;
-    EventWatcher m_watcher;
     std::string m_text;
 };
 

@@ -49,6 +49,16 @@ bool is_menu(const QWidget& widget)
     return qobject_cast<const QMenuBar*>(&widget) != nullptr || qobject_cast<const QMenu*>(&widget) != nullptr;
 }
 
+/// The widget to which a key in whichever window goes first, if that is the one; from there it may wander to others.
+const QWidget* first_station(const QObject& watched)
+{
+    const auto* const widget = qobject_cast<const QWidget*>(&watched);
+    if (widget == nullptr || is_menu(*widget))
+        return widget;
+    const QWidget* const focus = widget->window()->focusWidget();
+    return widget == (focus != nullptr ? focus : widget->window()) ? widget : nullptr;
+}
+
 } // namespace
 
 std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing)
@@ -103,64 +113,19 @@ void QtKeyFilter::add_control(QWidget& control, KeyHook hook)
 bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::KeyRelease)
-        note_release(static_cast<QKeyEvent&>(*event));
+        m_memory.note_release(static_cast<QKeyEvent&>(*event));
     const bool is_key = event->type() == QEvent::KeyPress;
     if (!is_key && event->type() != QEvent::InputMethod)
         return false;
-    if (is_key) {
-        note_press(*watched, static_cast<QKeyEvent&>(*event));
-        if (is_held_into_box(*watched, static_cast<QKeyEvent&>(*event)))
-            return true;
-    }
+    const QWidget* const station = first_station(*watched);
+    if (is_key && station != nullptr && m_memory.is_stray(*station, static_cast<QKeyEvent&>(*event)))
+        return true;
     // A key that a control leaves alone wanders up to its parents; the hook sees it only at its first station.
     QWidget* focus = m_window.focusWidget() != nullptr ? m_window.focusWidget() : &m_window;
     if (watched != focus || is_menu(*focus))
         return false;
     return is_key ? filter_key(*focus, static_cast<QKeyEvent&>(*event))
                   : filter_commit(*focus, static_cast<QInputMethodEvent&>(*event));
-}
-
-/// Remembers where a key went down, in whichever window.
-void QtKeyFilter::note_press(const QObject& watched, const QKeyEvent& event)
-{
-    const auto* const widget = qobject_cast<const QWidget*>(&watched);
-    if (widget != nullptr && widget == widget->window()->focusWidget() && !is_repeated(event))
-        m_pressed_in = widget;
-}
-
-void QtKeyFilter::note_release(const QKeyEvent& event)
-{
-    m_released_key = event.nativeScanCode();
-    m_released_at = event.timestamp();
-}
-
-/// Under X11 a held key comes as releases and presses in turn, and the toolkit does not always see that they belong
-/// together. A press at the very millisecond of the release of the same key is none of a finger.
-bool QtKeyFilter::is_repeated(const QKeyEvent& event) const
-{
-    if (event.isAutoRepeat())
-        return true;
-    return event.nativeScanCode() != 0 && event.nativeScanCode() == m_released_key &&
-           event.timestamp() == m_released_at;
-}
-
-/// Whether a key that is held down reaches a modal box, where it would press a button before anyone has read the text.
-bool QtKeyFilter::is_held_into_box(const QObject& watched, const QKeyEvent& event) const
-{
-    const auto* const widget = qobject_cast<const QWidget*>(&watched);
-    if (widget == nullptr || !is_repeated(event) || !widget->window()->isModal())
-        return false;
-    const bool typing = widget->testAttribute(Qt::WA_InputMethodEnabled);
-    switch (event.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Escape:
-        return true;
-    case Qt::Key_Space:
-        return !typing;
-    default:
-        return false;
-    }
 }
 
 bool QtKeyFilter::is_swallowed(const QWidget& focus, const KeyPress& press) const
@@ -177,10 +142,7 @@ bool QtKeyFilter::filter_key(QWidget& focus, const QKeyEvent& event)
     std::optional<KeyPress> press = to_key_press(event, focus.testAttribute(Qt::WA_InputMethodEnabled));
     if (!press)
         return false;
-    press->auto_repeat = is_repeated(event);
-    // Held on while its command has moved the focus: it types nothing there, and presses nothing.
-    if (press->auto_repeat && m_pressed_in != nullptr && m_pressed_in != &focus)
-        return true;
+    press->auto_repeat = m_memory.is_repeated(event);
     if (is_swallowed(focus, *press))
         return true;
     // A button by itself acts when Space is released, and would so take each release of a held key for the last one.

@@ -2,6 +2,7 @@
 
 #include "platform/controls.h"
 #include "platform/qt/qt_guard.h"
+#include "platform/qt/qt_key_memory.h"
 
 #include <QObject>
 #include <QPointer>
@@ -28,8 +29,8 @@ using KeyHook = std::function<bool(const KeyPress&)>;
 bool swallows(const KeyHook& hook, const KeyPress& press, QtActionGate& gate);
 
 /// Shows the keys of one window to a hook, and then to the one of the control that has the focus, before that control
-/// gets them. Keys of the window's menus, and of other windows, go their way. Enter and Space that the hooks leave
-/// alone click the button that has the focus, once however long they are held.
+/// gets them. Keys of the window's menus, and of other windows, go their way, but for those that nobody meant. Enter
+/// and Space that the hooks leave alone click the button that has the focus, once however long they are held.
 class QtKeyFilter : public QObject {
 public:
     QtKeyFilter(QWidget& window, KeyHook hook);
@@ -41,10 +42,6 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void note_press(const QObject& watched, const QKeyEvent& event);
-    void note_release(const QKeyEvent& event);
-    [[nodiscard]] bool is_repeated(const QKeyEvent& event) const;
-    [[nodiscard]] bool is_held_into_box(const QObject& watched, const QKeyEvent& event) const;
     /// Whether one of the hooks swallows the key.
     [[nodiscard]] bool is_swallowed(const QWidget& focus, const KeyPress& press) const;
     bool filter_key(QWidget& focus, const QKeyEvent& event);
@@ -58,9 +55,7 @@ private:
     QWidget& m_window;
     KeyHook m_hook;
     std::vector<ControlHook> m_controls;
-    const QWidget* m_pressed_in = nullptr; ///< where the key that was last pressed went; only compared
-    quint32 m_released_key = 0;
-    quint64 m_released_at = 0;
+    QtKeyMemory m_memory;
 };
 
 } // namespace cuedrill::platform::qt

@@ -22,10 +22,7 @@ QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
 }
 
 QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QPlainTextEdit& edit)
-    : QtControl(edit, name), m_edit(edit), m_watcher(edit, [this, &gate](QEvent::Type event) {
-          if (on_focus && (event == QEvent::FocusIn || event == QEvent::FocusOut))
-              gate.guard().run([this, event] { on_focus(event == QEvent::FocusIn); });
-      })
+    : QtControl(edit, name), m_edit(edit)
 {
     set_up_text_area(m_edit);
     keys.add_control(m_edit, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
@@ -103,6 +100,11 @@ void QtTextBox::set_locked(bool locked)
 void QtTextBox::set_focus()
 {
     m_edit.setFocus(Qt::OtherFocusReason);
+}
+
+bool QtTextBox::has_focus() const
+{
+    return holds_focus();
 }
 
 } // namespace cuedrill::platform::qt

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/qt/qt_control.h"
-#include "platform/qt/qt_event_watcher.h"
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_key_filter.h"
 
@@ -25,6 +24,7 @@ public:
     void set_font(const Font& font) override;
     void set_locked(bool locked) override;
     void set_focus() override;
+    [[nodiscard]] bool has_focus() const override;
 
     [[nodiscard]] QPlainTextEdit& widget() { return m_edit; }
 
@@ -34,7 +34,6 @@ private:
     [[nodiscard]] QString lines() const;
 
     QPlainTextEdit& m_edit;
-    EventWatcher m_watcher;
 };
 
 } // namespace cuedrill::platform::qt

@@ -16,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <utility>
 
 namespace cuedrill::platform::qt {
 
@@ -113,6 +114,33 @@ TEST_F(QtDesktopTest, AQuestionThatIsClosedOrEscapedIsAnsweredWithNo)
     EXPECT_EQ(desktop.message_box(question), BoxAnswer::no);
     when_box_opens<QMessageBox>([](QMessageBox& box) { press_key(box, Qt::Key_Escape); });
     EXPECT_EQ(desktop.message_box(question), BoxAnswer::no);
+}
+
+TEST_F(QtDesktopTest, ALetterAnswersNoQuestion)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        for (const auto& [key, text] :
+             {std::pair(Qt::Key_Y, "y"), std::pair(Qt::Key_N, "n"), std::pair(Qt::Key_Y, "Y")}) {
+            press_key(box, key, text);
+            press_key(*box.button(QMessageBox::Yes), key, text);
+            EXPECT_TRUE(box.isVisible()) << text;
+        }
+        box.button(QMessageBox::Yes)->click();
+    });
+    EXPECT_EQ(desktop.message_box({.text = "Really?", .buttons = BoxButtons::yes_no}), BoxAnswer::yes);
+}
+
+TEST_F(QtDesktopTest, AQuestionThatMustBeAnsweredIsNeitherClosedNorEscaped)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        box.close();
+        EXPECT_TRUE(box.isVisible());
+        press_key(box, Qt::Key_Escape);
+        EXPECT_TRUE(box.isVisible());
+        box.button(QMessageBox::Yes)->click();
+    });
+    EXPECT_EQ(desktop.message_box({.text = "Save?", .buttons = BoxButtons::yes_no, .must_be_answered = true}),
+              BoxAnswer::yes);
 }
 
 TEST_F(QtDesktopTest, TheDefaultButtonIsHonoured)

@@ -119,6 +119,48 @@ TEST_F(QtKeyFilterTest, AKeyHeldOnWhileABoxOpensDoesNotAnswerIt)
     EXPECT_EQ(answers, 1);
 }
 
+/// A press at a moment of the system's clock, in milliseconds.
+void press_at(QWidget& widget, quint64 moment, int key, const QString& text = {})
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+    event.setTimestamp(moment);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+TEST_F(QtKeyFilterTest, AButtonIsPressedOnceByABlankThatBounces)
+{
+    button.setFocus();
+    press_at(button, 10'000, Qt::Key_Space, " ");
+    press_at(button, 10'149, Qt::Key_Space, " ");
+    EXPECT_EQ(clicks, 1);
+    press_at(button, 10'300, Qt::Key_Space, " ");
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(QtKeyFilterTest, AKeyThatBouncesDoesNotReachTheNextWindow)
+{
+    QDialog box(&window);
+    QPushButton ok("OK", &box);
+    box.show();
+    ok.setFocus();
+    press_at(ok, 10'000, Qt::Key_Escape);
+    text.setFocus();
+    press_at(text, 10'100, Qt::Key_Escape);
+    EXPECT_TRUE(seen.empty());
+    press_at(text, 10'300, Qt::Key_Escape);
+    EXPECT_EQ(seen.size(), 1U);
+}
+
+TEST_F(QtKeyFilterTest, EveryKeyCountsInTextThatIsBeingEdited)
+{
+    for (const quint64 moment : {10000ULL, 10020ULL, 10040ULL})
+        press_at(text, moment, Qt::Key_Return, "\r");
+    EXPECT_EQ(text.toPlainText(), "\n\n\n");
+    press_at(text, 10'050, Qt::Key_X, "x");
+    press_at(text, 10'060, Qt::Key_X, "x");
+    EXPECT_EQ(text.toPlainText(), "\n\n\nxx");
+}
+
 TEST_F(QtKeyFilterTest, CombinationsAndKeysWithoutACharacterAreNotTold)
 {
     press_key(text, Qt::Key_Q, "\x11", false, Qt::ControlModifier);

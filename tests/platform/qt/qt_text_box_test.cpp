@@ -3,6 +3,7 @@
 #include "platform/qt/qt_text_box.h"
 
 #include <QClipboard>
+#include <QDialog>
 #include <QFontDatabase>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -201,15 +202,20 @@ TEST_F(QtTextBoxTest, TabLeavesTheBox)
     EXPECT_EQ(box.text(), "");
 }
 
-TEST_F(QtTextBoxTest, TellsWhenItGetsAndLosesTheFocus)
+TEST_F(QtTextBoxTest, HasTheFocusOfItsWindowAlsoWhileThatIsNotActive)
 {
     show();
     box.widget().clearFocus();
-    std::vector<bool> told;
-    box.on_focus = [&](bool focus) { told.push_back(focus); };
-    box.widget().setFocus();
+    EXPECT_FALSE(box.has_focus());
+    box.set_focus();
+    EXPECT_TRUE(box.has_focus());
+    QDialog in_front;
+    in_front.show();
+    in_front.activateWindow();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(box.has_focus());
     box.widget().clearFocus();
-    EXPECT_EQ(told, (std::vector<bool>{true, false}));
+    EXPECT_FALSE(box.has_focus());
 }
 
 TEST_F(QtTextBoxTest, WrapsALongWordInsteadOfScrollingSideways)

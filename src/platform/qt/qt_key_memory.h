@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QtGlobal>
+
+class QKeyEvent;
+class QWidget;
+
+namespace cuedrill::platform::qt {
+
+/// Remembers which key went down last and where, and tells presses that nobody meant: those of a key that is held on,
+/// and the second one of a finger that trembles.
+class QtKeyMemory {
+public:
+    /// To be told of every key that comes up.
+    void note_release(const QKeyEvent& event);
+
+    /// Whether the key is held down.
+    [[nodiscard]] bool is_repeated(const QKeyEvent& event) const;
+
+    /// To be asked once for each press, when it reaches the first widget. Whether it must do nothing there: it is held
+    /// on while the focus has moved, or it is Enter, Escape or the blank a second time so soon that nobody has seen
+    /// what the first one did. In text that is being edited the second one counts.
+    [[nodiscard]] bool is_stray(const QWidget& widget, const QKeyEvent& event);
+
+private:
+    const QWidget* m_pressed_in = nullptr; ///< only compared
+    int m_pressed_key = 0;
+    quint64 m_pressed_at = 0; ///< milliseconds of the system
+    quint32 m_released_key = 0;
+    quint64 m_released_at = 0;
+};
+
+} // namespace cuedrill::platform::qt
