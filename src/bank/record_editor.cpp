@@ -13,6 +13,12 @@ using platform::BoxIcon;
 /// The column that holds no text twice.
 constexpr const char* column_without_duplicates = "q";
 
+/// A text of nothing but line ends would be a question that nobody sees.
+bool is_empty(const std::string& text)
+{
+    return common::trim_blanks_and_line_ends(text).empty();
+}
+
 } // namespace
 
 void RecordEditor::begin_new_record()
@@ -42,14 +48,14 @@ SaveResult RecordEditor::save_record()
     RecordTexts texts = m_view.typed_texts();
     texts.question = entered(texts.question);
     m_view.put_question(texts.question);
-    if (texts.question.empty()) {
+    if (is_empty(texts.question)) {
         tell("The question is empty. No saving performed.");
         leave_editor();
         return SaveResult::rejected;
     }
     texts.answer = entered(texts.answer);
     m_view.put_answer(texts.answer);
-    if (texts.answer.empty()) {
+    if (is_empty(texts.answer)) {
         tell("The answer is empty. No saving performed.");
         m_view.go_to_answer();
         return SaveResult::rejected;
@@ -124,8 +130,10 @@ SaveResult RecordEditor::offer_to_save()
 {
     if (!m_flags.editing())
         return SaveResult::saved;
-    const auto answer = m_services.desktop.message_box(
-        {.text = "Do you want to save the changes?", .buttons = BoxButtons::yes_no, .icon = BoxIcon::question});
+    const auto answer = m_services.desktop.message_box({.text = "Do you want to save the changes?",
+                                                        .buttons = BoxButtons::yes_no,
+                                                        .icon = BoxIcon::question,
+                                                        .must_be_answered = true});
     return answer == BoxAnswer::yes ? save_record() : SaveResult::saved;
 }
 
@@ -139,7 +147,21 @@ bool RecordEditor::has_changes() const
            comparable(typed.answer) != comparable(loaded.answer);
 }
 
-void RecordEditor::leave_editor()
+bool RecordEditor::leave_editor()
+{
+    const bool unsaved = has_changes();
+    if (unsaved) {
+        // The texts are no record, so there is nothing to be judged or changed.
+        const RecordTexts texts = m_view.typed_texts();
+        m_services.display.withdraw_question();
+        m_view.put_question(texts.question);
+        m_view.put_answer(texts.answer);
+    }
+    close_editor();
+    return unsaved;
+}
+
+void RecordEditor::close_editor()
 {
     m_flags.clear();
     m_view.redisplay();

@@ -59,8 +59,13 @@ public:
     /// @return what `save_record` said; saved also when the user does not want to save.
     SaveResult offer_to_save();
 
-    /// Leaves the editor without saving; the texts stay in the boxes.
-    void leave_editor();
+    /// Leaves the editor without saving. Changed texts stay in the boxes, to be read and copied; as they are no record,
+    /// no question is on display then.
+    /// @return whether there are such texts.
+    bool leave_editor();
+
+    /// Leaves the editor without saving, for a caller that fills the boxes anew.
+    void close_editor();
 
     /// After a confirmation, deletes the current record and asks the next question. Without a current record it only
     /// empties the boxes.

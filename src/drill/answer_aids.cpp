@@ -1,5 +1,7 @@
 #include "drill/answer_aids.h"
 
+#include "drill/text_difference.h"
+
 namespace cuedrill::drill {
 
 void AnswerAids::m_view_stats()
@@ -60,7 +62,7 @@ void AnswerAids::ToggleListMode()
 bool AnswerAids::answer_box_holds_answer() const
 {
     const std::string text = m_form1.Text_a.text();
-    return !text.empty() && m_services.text_compare.equal(text, m_state.loaded_answer);
+    return !text.empty() && same_text(text, m_state.loaded_answer, m_services.text_compare);
 }
 
 } // namespace cuedrill::drill

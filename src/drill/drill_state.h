@@ -34,14 +34,11 @@ struct DrillState {
     bool answer_revealed = false;
 
     SharedPlace shared_place = SharedPlace::statistics;
+    bool hint_is_masked = false; ///< the hint that was shown last is the masked answer, not a list of words
 
     std::string loaded_question; ///< text on the asked side of the current record
     std::string loaded_answer;   ///< text on its answer side
     double displayed_at = 0;     ///< when it was put on display, seconds since midnight
-
-    bool AnswerHasFocus = false;
-    bool QuestionHasFocus = false;
-    bool hint_has_focus = false;
 
     /// Forgets what was done about the answer.
     void clear_answer()

@@ -111,7 +111,7 @@ void Hints::BuildWordListHint()
         places.push_back(place);
         words.push_back({std::move(word), place});
     }
-    show(text);
+    show(text, false);
     m_form1.t_hint.set_words(std::move(places));
     m_words = std::move(words);
 }
@@ -121,14 +121,15 @@ void Hints::BuildMaskedHint()
     // The parts of longer characters are neither letters nor digits of ASCII, so bytes will do.
     std::string text = m_state.loaded_answer;
     std::replace_if(text.begin(), text.end(), is_letter_or_digit, HintMask);
-    show(text);
+    show(text, true);
 }
 
-void Hints::show(const std::string& text)
+void Hints::show(const std::string& text, bool masked)
 {
     m_words.clear();
     m_form1.t_hint.set_text(text);
     m_state.AnswerShown = true;
+    m_state.hint_is_masked = masked;
     m_state.shared_place = SharedPlace::hint;
     m_layout.RelayoutWindow();
 }

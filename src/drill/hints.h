@@ -46,7 +46,7 @@ private:
         common::TextRange place; ///< in the hint, without the brackets
     };
 
-    void show(const std::string& text);
+    void show(const std::string& text, bool masked);
     [[nodiscard]] std::vector<std::string> draw_answers();
     [[nodiscard]] std::vector<std::string> sorted_words(const std::vector<std::string>& answers) const;
     [[nodiscard]] std::int64_t draw_position(std::int64_t count);

@@ -8,8 +8,11 @@ namespace {
 /// Two presses of one key that lie closer together are one, in seconds; nobody reads what has come between them.
 constexpr double echo_seconds = 0.15;
 
-/// Letters that follow their command quickly may well be the beginning of a text for the box that it opened.
-bool may_begin_text(const platform::KeyPress& press)
+/// An input method does not tell whether a key is held down. This is more than the time before a held key is repeated.
+constexpr double composed_echo_seconds = 0.7;
+
+/// A letter that follows its command quickly may be the beginning of the answer for which it has opened the box.
+bool may_begin_answer(const platform::KeyPress& press)
 {
     constexpr std::string_view others = "+-* ";
     return press.key == platform::Key::character && others.find(press.character) == std::string_view::npos;
@@ -22,15 +25,19 @@ bool KeyEcho::is_echo(const platform::KeyPress& press)
     const bool same = m_listening && press.key == m_last.key && press.character == m_last.character;
     if (same && press.auto_repeat)
         return true;
-    if (same && !may_begin_text(press) && m_clock.steady_seconds() - m_at < echo_seconds)
+    const double now = m_clock.steady_seconds();
+    if (same && !may_begin_answer(press) && now - m_at < (press.composed ? composed_echo_seconds : echo_seconds)) {
+        if (press.composed)
+            m_at = now;
         return true;
+    }
     // Who holds a key and presses another one releases neither; only a new press ends the listening.
     if (!press.auto_repeat)
         m_listening = false;
     return false;
 }
 
-void KeyEcho::ran_command(const platform::KeyPress& press)
+void KeyEcho::listen(const platform::KeyPress& press)
 {
     m_last = press;
     m_at = m_clock.steady_seconds();

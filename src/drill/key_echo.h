@@ -15,10 +15,19 @@ public:
     /// To be asked first about each key press.
     [[nodiscard]] bool is_echo(const platform::KeyPress& press);
 
-    /// The key has run a command.
-    void ran_command(const platform::KeyPress& press);
+    /// Runs the command of a key.
+    template <class Command>
+    void run(const platform::KeyPress& press, Command command)
+    {
+        listen(press);
+        command();
+        // A press that has waited for the end of a long command is an echo as well.
+        listen(press);
+    }
 
 private:
+    void listen(const platform::KeyPress& press);
+
     platform::Clock& m_clock;
     platform::KeyPress m_last;
     double m_at = 0; ///< steady seconds

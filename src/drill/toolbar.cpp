@@ -109,11 +109,10 @@ void Toolbar::RunToolbarCommand(int index)
     }
 }
 
-/// Who inserts one record often inserts another one.
+/// Who inserts one record often inserts another one. After a refusal the button would only empty what was typed.
 void Toolbar::save()
 {
-    m_editor.save_record();
-    if (pb(insert_button).enabled())
+    if (m_editor.save_record() == bank::SaveResult::saved && pb(insert_button).enabled())
         pb(insert_button).set_focus();
 }
 

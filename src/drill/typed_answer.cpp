@@ -8,6 +8,9 @@ namespace {
 
 using platform::Key;
 
+/// How long a message of the status line stays that belongs to no verdict, in seconds.
+constexpr int status_seconds = 5;
+
 bool is_sign(const platform::KeyPress& press)
 {
     return press.character == "+" || press.character == "-";
@@ -19,17 +22,6 @@ bool is_punctuation(std::string_view word)
 {
     const auto code = word.size() == 1 ? static_cast<unsigned char>(word.front()) : 'A';
     return code < '0' || (code > '9' && code < 'A');
-}
-
-/// What counts of an answer: not the blanks around it, nor the line ends, which nobody sees behind a text that was
-/// pasted.
-std::string_view bare(std::string_view text)
-{
-    constexpr std::string_view unseen = " \r\n";
-    const std::size_t begin = text.find_first_not_of(unseen);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(unseen) + 1 - begin);
 }
 
 void append(std::string& message, std::vector<common::TextRange>& marked, std::string_view text,
@@ -52,7 +44,7 @@ bool TypedAnswer::OnAnswerKey(const platform::KeyPress& press)
     if (press.character == "*" && !m_state.TypingMode)
         return run(press, &TypedAnswer::show_answer);
     if (is_sign(press) && !m_state.TypingMode && m_form1.Text_a.text().empty()) {
-        if (!press.auto_repeat)
+        if (!press.auto_repeat && m_services.layout.question_on_display())
             m_state.SelfJudgement = press.character;
         return run(press, &TypedAnswer::reveal);
     }
@@ -62,10 +54,8 @@ bool TypedAnswer::OnAnswerKey(const platform::KeyPress& press)
 /// Runs the command of a key once, however long the key is held.
 bool TypedAnswer::run(const platform::KeyPress& press, void (TypedAnswer::*command)())
 {
-    if (!press.auto_repeat) {
-        m_services.echo.ran_command(press);
-        (this->*command)();
-    }
+    if (!press.auto_repeat)
+        m_services.echo.run(press, [this, command] { (this->*command)(); });
     return true;
 }
 
@@ -83,7 +73,7 @@ void TypedAnswer::reveal()
 
 void TypedAnswer::on_enter()
 {
-    if (common::trim_blanks(m_form1.Text_a.text()).empty())
+    if (common::trim_blanks_and_line_ends(m_form1.Text_a.text()).empty())
         show_answer();
     else if (m_services.layout.can_type())
         JudgeTypedAnswer();
@@ -105,26 +95,26 @@ bool TypedAnswer::insert_before_end(const platform::KeyPress& press)
     return true;
 }
 
-/// Whether two texts are the same but for their case, their kind of line ends, and how their accents are put together.
 bool TypedAnswer::same(std::string_view a, std::string_view b) const
 {
-    const platform::TextCompare& compare = m_services.text_compare;
-    const auto comparable = [&compare](std::string_view text) {
-        return compare.nfc(common::with_one_kind_of_line_end(std::string(text)));
-    };
-    return compare.equal(comparable(a), comparable(b));
+    return same_text(a, b, m_services.text_compare);
 }
 
 void TypedAnswer::JudgeTypedAnswer()
 {
     const std::string typed = m_form1.Text_a.text();
-    const bool right = same(bare(typed), bare(m_state.loaded_answer));
+    const bool right =
+        same(common::trim_blanks_and_line_ends(typed), common::trim_blanks_and_line_ends(m_state.loaded_answer));
     if (right && !m_state.AnswerShown) {
         succeed();
         return;
     }
     msgbox_incorrect_answer(typed, m_state.loaded_answer);
     m_services.dialog.FailAndNext();
+    // The box has shown the same words twice.
+    if (right)
+        m_services.status.ShowStatus("An answer that is typed after a hint or the answer itself counts as not known.",
+                                     status_seconds);
 }
 
 void TypedAnswer::succeed()
@@ -180,7 +170,7 @@ void TypedAnswer::OnHintClick()
         return;
     }
     put(answer);
-    if (!same(bare(answer), bare(m_state.loaded_answer)))
+    if (!same(common::trim_blanks_and_line_ends(answer), common::trim_blanks_and_line_ends(m_state.loaded_answer)))
         return;
     try {
         succeed();
@@ -195,7 +185,7 @@ void TypedAnswer::OnHintClick()
 bool TypedAnswer::begins_stored_answer(const std::string& text) const
 {
     const std::string composed = m_services.text_compare.nfc(text);
-    const std::string stored = m_services.text_compare.nfc(bare(m_state.loaded_answer));
+    const std::string stored = m_services.text_compare.nfc(common::trim_blanks_and_line_ends(m_state.loaded_answer));
     return same(composed, common::first_code_points(stored, common::code_points(composed)));
 }
 

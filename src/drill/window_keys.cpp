@@ -1,15 +1,9 @@
 #include "drill/window_keys.h"
 
 #include "common/text.h"
+#include "drill/text_difference.h"
 
 namespace cuedrill::drill {
-namespace {
-
-/// How long a message of the status line stays that belongs to no verdict, in seconds.
-constexpr int status_seconds = 5;
-
-} // namespace
-
 using platform::Key;
 
 bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
@@ -29,7 +23,7 @@ bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 /// word.
 bool WindowKeys::on_enter(const platform::KeyPress& press)
 {
-    if (m_services.editor.editing() || m_state.hint_has_focus)
+    if (m_services.editor.editing() || m_form1.t_hint.has_focus())
         return false;
     if (press.auto_repeat)
         return true;
@@ -37,12 +31,13 @@ bool WindowKeys::on_enter(const platform::KeyPress& press)
         m_services.desktop.beep();
         return true;
     }
-    if (!m_services.layout.question_on_display() || !common::trim_blanks(m_form1.Text_a.text()).empty() ||
+    if (!m_services.layout.question_on_display() || !common::trim_blanks_and_line_ends(m_form1.Text_a.text()).empty() ||
         common::trim_blanks(m_form1.Text_q.text()).empty())
         return false;
-    m_services.echo.ran_command(press);
-    m_services.dialog.ShowAnswerCommand();
-    m_services.layout.RelayoutWindow();
+    m_services.echo.run(press, [this] {
+        m_services.dialog.ShowAnswerCommand();
+        m_services.layout.RelayoutWindow();
+    });
     return true;
 }
 
@@ -51,13 +46,14 @@ bool WindowKeys::on_escape(const platform::KeyPress& press)
 {
     if (press.auto_repeat)
         return true;
-    m_services.echo.ran_command(press);
-    if (m_services.editor.editing() || in_text_box())
-        leave_boxes();
-    else if (m_form1.panel_lista.visible())
-        close_shared_place();
-    else
-        m_services.end_of_program.end_program();
+    m_services.echo.run(press, [this] {
+        if (m_services.editor.editing() || in_text_box())
+            leave_boxes();
+        else if (m_form1.panel_lista.visible())
+            close_shared_place();
+        else
+            m_services.end_of_program.end_program();
+    });
     return true;
 }
 
@@ -68,10 +64,8 @@ void WindowKeys::leave_boxes()
         m_services.layout.RelayoutWindow();
         return;
     }
-    const bool unsaved = m_services.editor.has_changes();
-    m_services.editor.leave_editor();
-    if (unsaved)
-        m_services.status.ShowStatus("The changes are not saved.", status_seconds);
+    if (m_services.editor.leave_editor())
+        m_services.status.ShowStatus("The changes are not saved.", 0);
 }
 
 void WindowKeys::close_shared_place()
@@ -82,8 +76,7 @@ void WindowKeys::close_shared_place()
 
 bool WindowKeys::answer_is_shown() const
 {
-    return m_services.text_compare.equal(common::with_one_kind_of_line_end(m_form1.Text_a.text()),
-                                         common::with_one_kind_of_line_end(m_state.loaded_answer));
+    return same_text(m_form1.Text_a.text(), m_state.loaded_answer, m_services.text_compare);
 }
 
 /// The verdict on an answer that is on display. Anywhere else "+" and "-" are ordinary characters; while an answer is
@@ -99,12 +92,13 @@ bool WindowKeys::on_sign(const platform::KeyPress& press)
         return false;
     if (press.auto_repeat)
         return true;
-    m_services.echo.ran_command(press);
-    m_services.desktop.pump();
-    if (press.character == "+")
-        m_services.dialog.SucceedAndNext();
-    else
-        m_services.dialog.FailAndNext();
+    m_services.echo.run(press, [this, &press] {
+        m_services.desktop.pump();
+        if (press.character == "+")
+            m_services.dialog.SucceedAndNext();
+        else
+            m_services.dialog.FailAndNext();
+    });
     return true;
 }
 
@@ -115,10 +109,8 @@ bool WindowKeys::on_letter(const platform::KeyPress& press)
     const std::optional<int> button = Toolbar::button_with_key(m_services.text_compare.lower(press.character));
     if (!button)
         return false;
-    if (!press.auto_repeat) {
-        m_services.echo.ran_command(press);
-        m_services.toolbar.RunToolbarCommand(*button);
-    }
+    if (!press.auto_repeat)
+        m_services.echo.run(press, [&] { m_services.toolbar.RunToolbarCommand(*button); });
     return true;
 }
 

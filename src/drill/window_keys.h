@@ -47,7 +47,9 @@ private:
     void leave_boxes();
     void close_shared_place();
     [[nodiscard]] bool answer_is_shown() const;
-    [[nodiscard]] bool in_text_box() const { return m_state.AnswerHasFocus || m_state.QuestionHasFocus; }
+    [[nodiscard]] bool AnswerHasFocus() const { return m_form1.Text_a.has_focus(); }
+    [[nodiscard]] bool QuestionHasFocus() const { return m_form1.Text_q.has_focus(); }
+    [[nodiscard]] bool in_text_box() const { return AnswerHasFocus() || QuestionHasFocus(); }
 
     platform::Form1& m_form1;
     DrillState& m_state;

@@ -134,7 +134,8 @@ protected:
     {
         desktop.expect_box_like({.text = "Do you want to save the changes?",
                                  .buttons = platform::BoxButtons::yes_no,
-                                 .icon = platform::BoxIcon::question},
+                                 .icon = platform::BoxIcon::question,
+                                 .must_be_answered = true},
                                 answer);
     }
 };

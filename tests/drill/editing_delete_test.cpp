@@ -70,12 +70,22 @@ TEST_F(DeleteInTheWindow, is_chosen_by_the_menu_and_by_its_letter_too)
 
 TEST_F(DeleteInTheWindow, names_what_stands_in_the_question_box)
 {
+    form1.Text_q.text_value = "Gaul?";
+    expect_question("Gaul?", BoxAnswer::yes);
+    toolbar(11);
+    EXPECT_EQ(fakes::read_course(path).qa, (std::vector{before.qa.at(1), before.qa.at(2)}));
+}
+
+TEST_F(DeleteInTheWindow, of_texts_that_were_left_in_the_boxes_only_empties_them)
+{
     toolbar(8);
     form1.Text_q.text_value = "Gaul?";
     press(platform::Key::escape);
     expect_question("Gaul?", BoxAnswer::yes);
     toolbar(11);
-    EXPECT_EQ(fakes::read_course(path).qa, (std::vector{before.qa.at(1), before.qa.at(2)}));
+    EXPECT_EQ(question(), "");
+    EXPECT_EQ(answer(), "");
+    EXPECT_EQ(fakes::read_course(path), before);
 }
 
 TEST_F(DeleteInTheWindow, is_not_to_be_had_in_the_editor)

@@ -35,8 +35,11 @@ protected:
 
     void expect_offer(BoxAnswer answer)
     {
-        desktop.expect_box_like(
-            {.text = offer, .buttons = platform::BoxButtons::yes_no, .icon = platform::BoxIcon::question}, answer);
+        desktop.expect_box_like({.text = offer,
+                                 .buttons = platform::BoxButtons::yes_no,
+                                 .icon = platform::BoxIcon::question,
+                                 .must_be_answered = true},
+                                answer);
     }
 
     void expect_in_boxes(const std::string& question_text, const std::string& answer_text) const

@@ -34,7 +34,7 @@ TEST_F(KeyEchoTest, is_a_second_press_of_a_command_key_within_150_ms)
 {
     for (const KeyPress& press :
          {KeyPress{.key = Key::enter}, KeyPress{.key = Key::escape}, character("+"), character("-"), character("*")}) {
-        echo.ran_command(press);
+        echo.run(press, [] {});
         EXPECT_TRUE(is_echo_after(0.14, press)) << press.character;
         EXPECT_FALSE(is_echo_after(0.02, press)) << press.character;
     }
@@ -42,22 +42,37 @@ TEST_F(KeyEchoTest, is_a_second_press_of_a_command_key_within_150_ms)
 
 TEST_F(KeyEchoTest, does_not_last_longer_by_further_presses)
 {
-    echo.ran_command({.key = Key::enter});
+    echo.run({.key = Key::enter}, [] {});
     EXPECT_TRUE(is_echo_after(0.1, {.key = Key::enter}));
     EXPECT_FALSE(is_echo_after(0.1, {.key = Key::enter}));
 }
 
 TEST_F(KeyEchoTest, of_a_letter_is_only_its_repetition)
 {
-    echo.ran_command(character("i"));
-    EXPECT_TRUE(is_echo_after(5, character("i", true)));
-    EXPECT_FALSE(is_echo_after(0.01, character("i")));
-    EXPECT_FALSE(echo.is_echo(character("i", true))) << "the new press is one of its own";
+    echo.run(character("t"), [] {});
+    EXPECT_TRUE(is_echo_after(5, character("t", true)));
+    EXPECT_FALSE(is_echo_after(0.01, character("t")));
+    EXPECT_FALSE(echo.is_echo(character("t", true))) << "the new press is one of its own";
+}
+
+TEST_F(KeyEchoTest, is_measured_from_the_end_of_a_long_command)
+{
+    echo.run(character("+"), [this] { clock.steady_seconds_more += 3; });
+    EXPECT_TRUE(is_echo_after(0.1, character("+")));
+}
+
+TEST_F(KeyEchoTest, of_a_composed_character_lasts_as_long_as_the_key_may_be_held)
+{
+    const KeyPress plus{.key = Key::character, .character = "+", .auto_repeat = false, .composed = true};
+    echo.run(plus, [] {});
+    for (int repetition = 0; repetition < 5; ++repetition)
+        EXPECT_TRUE(is_echo_after(0.5, plus));
+    EXPECT_FALSE(is_echo_after(0.8, plus));
 }
 
 TEST_F(KeyEchoTest, of_a_held_key_lasts_until_another_press)
 {
-    echo.ran_command(character("+"));
+    echo.run(character("+"), [] {});
     EXPECT_TRUE(is_echo_after(60, character("+", true)));
     EXPECT_FALSE(echo.is_echo(character("x", true)));
     EXPECT_TRUE(echo.is_echo(character("+", true)));
@@ -67,9 +82,9 @@ TEST_F(KeyEchoTest, of_a_held_key_lasts_until_another_press)
 
 TEST_F(KeyEchoTest, is_not_another_key)
 {
-    echo.ran_command(character("+"));
+    echo.run(character("+"), [] {});
     EXPECT_FALSE(echo.is_echo(character("-")));
-    echo.ran_command({.key = Key::enter});
+    echo.run({.key = Key::enter}, [] {});
     EXPECT_FALSE(echo.is_echo({.key = Key::escape}));
 }
 

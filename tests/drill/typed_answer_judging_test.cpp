@@ -261,5 +261,57 @@ INSTANTIATE_TEST_SUITE_P(Steps, TypedVerdictFailure,
                          testing::Values(fakes::Operation::begin, fakes::Operation::seek, fakes::Operation::edit,
                                          fakes::Operation::update, fakes::Operation::commit));
 
+class AnswerAfterAHint : public DrillFixture {
+protected:
+    void SetUp() override
+    {
+        start_with_three_questions();
+        yes();
+    }
+};
+
+TEST_F(AnswerAfterAHint, is_told_why_it_does_not_count_although_it_is_right)
+{
+    toolbar(4);
+    type_answer("paris");
+    desktop.expect_box("Your answer is: \r\n\r\n   paris\r\n\r\nThe correct answer is: \r\n\r\n   Paris");
+    enter_in_answer();
+    EXPECT_EQ(stored(1).q_side.successes, 0);
+    EXPECT_EQ(status(), "An answer that is typed after a hint or the answer itself counts as not known.");
+    clock.advance_seconds(5);
+    form1.timer_250_ms.tick();
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(AnswerAfterAHint, that_is_wrong_needs_no_reason)
+{
+    toolbar(4);
+    type_answer("Lyon");
+    desktop.expect_box("Your answer is: \r\n\r\n   Lyon\r\n\r\nThe correct answer is: \r\n\r\n   Paris");
+    enter_in_answer();
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(AnswerAfterAHint, of_nothing_but_line_ends_is_none_and_shows_the_answer)
+{
+    form1.Text_a.text_value = " \r\n ";
+    enter_in_answer();
+    EXPECT_EQ(answer(), "Paris");
+    EXPECT_TRUE(logic->state.AwaitingVerdict);
+    EXPECT_EQ(stored(1).q_side.attempts, 4);
+}
+
+TEST_F(AnswerAfterAHint, can_have_its_shape_shown_in_place_of_words_while_it_is_typed)
+{
+    toolbar(4);
+    EXPECT_FALSE(form1.toolbar(4).is_enabled);
+    toolbar(5);
+    ASSERT_TRUE(form1.toolbar(4).is_enabled);
+    toolbar(4);
+    EXPECT_EQ(form1.t_hint.text_value, std::string(5, HintMask));
+    EXPECT_FALSE(form1.toolbar(4).is_enabled);
+    EXPECT_TRUE(form1.Text_a.has_focus());
+}
+
 } // namespace
 } // namespace cuedrill::drill

@@ -123,7 +123,7 @@ TEST_F(WindowKeysTest, letters_of_commands_do_nothing_when_they_are_held_down)
 TEST_F(WindowKeysTest, letters_go_to_the_text_box_that_has_the_focus)
 {
     yes();
-    form1.Text_q.on_focus(true);
+    form1.Text_q.take_focus();
     EXPECT_FALSE(press("a"));
     EXPECT_FALSE(press("q"));
     EXPECT_EQ(question(), "France?");
@@ -164,12 +164,11 @@ TEST_F(WindowKeysTest, escape_ends_the_program_without_a_prompt)
 TEST_F(WindowKeysTest, escape_leaves_a_text_box_first)
 {
     for (fakes::FakeTextBox* box : {&form1.Text_q, &form1.Text_a}) {
-        box->on_focus(true);
+        box->take_focus();
         const int focused = form1.bot_focus.focused;
         EXPECT_TRUE(press(Key::escape)) << box->name;
         EXPECT_EQ(form1.bot_focus.focused, focused + 1) << box->name;
         EXPECT_FALSE(ended);
-        box->on_focus(false);
     }
     press(Key::escape);
     EXPECT_TRUE(ended);
