@@ -1,0 +1,372 @@
+#include "common/errors.h"
+#include "platform/icu/icu_text_compare.h"
+#include "platform/qt/qt_look.h"
+#include "platform/sqlite/sqlite_database.h"
+#include "platform/system/system_clock.h"
+#include "program/program.h"
+#include "store/schema.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPalette>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <exception>
+#include <initializer_list>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Pictures of the real main window in every mode, for looking at them: themes, sizes, texts of all kinds.
+namespace {
+
+using namespace cuedrill;
+
+constexpr QSize usual_size(1000, 720);
+
+/// The question that is asked first, and its answer.
+struct Texts {
+    std::string name; ///< "" for those that need no mention
+    std::string question;
+    std::string answer;
+};
+
+enum class Contents { usual, none, inverted };
+
+/// What a user does to bring the window to a mode, in the order of the members.
+struct Mode {
+    const char* name;
+    std::vector<const char*> buttons{};
+    const char* focus = ""; ///< control that gets the focus
+    const char* typed = ""; ///< may end with Enter
+    const char* last_button = "";
+    Contents contents = Contents::usual;
+    const char* box = ""; ///< title of the box that opens and is the picture
+};
+
+const Mode modes[] = {
+    {.name = "start"},
+    {.name = "question", .buttons = {"bot_yes"}},
+    {.name = "answer", .buttons = {"bot_yes", "bot_yes"}},
+    {.name = "answer-asked", .buttons = {"bot_yes", "pb_2"}},
+    {.name = "answer-minus", .buttons = {"bot_yes"}, .focus = "Text_a", .typed = "-"},
+    {.name = "word-hint", .buttons = {"bot_yes", "pb_4"}},
+    {.name = "typing", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo, on"},
+    {.name = "masked-hint", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo, on", .last_button = "pb_4"},
+    {.name = "right", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo, on the fjord of that name\r"},
+    {.name = "new", .buttons = {"pb_9"}, .typed = "What is the capital of Sweden?"},
+    {.name = "edit", .buttons = {"bot_yes", "pb_8"}},
+    {.name = "empty", .contents = Contents::none},
+    {.name = "inverted", .buttons = {"bot_yes", "bot_yes"}, .contents = Contents::inverted},
+    {.name = "wrong-box",
+     .buttons = {"bot_yes", "pb_5"},
+     .typed = "Olso, on the fiord of this name\r",
+     .box = "Wrong answer"},
+};
+
+/// One picture: a mode under certain circumstances.
+struct Wish {
+    const Mode* mode;
+    Texts texts;
+    QSize size = usual_size;
+    bool dark = false;
+    const char* font = ""; ///< the course's own; "" for the standard one
+};
+
+const Texts short_texts{"", "What is the capital of Norway?", "Oslo, on the fjord of that name"};
+
+/// The longest that a course can hold, several lines, and a word that does not fit a line.
+const Texts long_texts[] = {
+    {"long",
+     "Which of the treaties that ended the wars of the seventeenth century gave the cities of the north their freedom "
+     "of trade, which rivers did it open to their ships, and for how many decades was that so?",
+     "The last one; it opened the two great rivers, and all that flow into them, to the ships of each city that had "
+     "signed it, for as long as the tolls were paid in silver, which was for all of sixty years."},
+    {"lines", "Name the three\r\nprimary colours\r\nof light.", "red\r\ngreen\r\nblue"},
+    {"word", std::string(60, 'W'), "Llanfair" + std::string(44, 'o') + "gogogoch"}};
+
+/// Does with the window what a user does.
+class User {
+public:
+    explicit User(QMainWindow& window) : m_window(window) {}
+
+    void bring_to(const Mode& mode)
+    {
+        for (const char* button : mode.buttons)
+            press(button);
+        if (*mode.focus != 0)
+            find<QWidget>(mode.focus).setFocus();
+        for (const QChar character : QString::fromLatin1(mode.typed))
+            type(character);
+        if (*mode.last_button != 0)
+            press(mode.last_button);
+    }
+
+private:
+    template <class Widget>
+    Widget& find(const char* name)
+    {
+        auto* const widget = m_window.findChild<Widget*>(QString::fromLatin1(name));
+        if (widget == nullptr || !widget->isEnabled())
+            throw common::Error(std::string(name) + " cannot be used.");
+        return *widget;
+    }
+
+    void press(const char* name) { find<QAbstractButton>(name).click(); }
+
+    void type(QChar character)
+    {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QWidget* const focus = m_window.focusWidget();
+            QKeyEvent event(type, character == QLatin1Char('\r') ? Qt::Key_Return : 0, Qt::NoModifier, character);
+            QCoreApplication::sendEvent(focus != nullptr ? focus : &m_window, &event);
+        }
+    }
+
+    QMainWindow& m_window;
+};
+
+QPalette dark_theme()
+{
+    QPalette palette(QColor(53, 53, 53), QColor(42, 42, 42));
+    palette.setColor(QPalette::Base, QColor(35, 35, 35));
+    palette.setColor(QPalette::AlternateBase, QColor(53, 53, 53));
+    palette.setColor(QPalette::ToolTipBase, QColor(35, 35, 35));
+    palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText, QPalette::ToolTipText}) {
+        palette.setColor(role, QColor(238, 238, 238));
+        palette.setColor(QPalette::Disabled, role, QColor(128, 128, 128));
+    }
+    return palette;
+}
+
+class CourseMaker {
+public:
+    /// Makes a new course file, whose first mature question is that of `texts`.
+    void make(const std::string& path, const Wish& wish)
+    {
+        store::create_course_db(m_database, path);
+        if (wish.mode->contents != Contents::none)
+            write_records(wish.texts);
+        write_params(wish);
+        m_database.close();
+    }
+
+private:
+    void write_records(const Texts& texts)
+    {
+        struct Record {
+            std::string question;
+            std::string answer;
+            std::int64_t level;
+        };
+        const Record records[] = {
+            {texts.question, texts.answer, 4},
+            {"What is the capital of Italy?", "Rome", 4},
+            {"What is the capital of France?", "Paris, on the Seine", 5},
+            {"What is the capital of Spain?", "Madrid", 5},
+            {"What is the capital of Portugal?", "Lisbon, at the mouth of the Tagus", 5},
+            {"What is the capital of Austria?", "Vienna, on the Danube", 3},
+            {"What is the capital of Hungary?", "Budapest, on the Danube too", 3},
+            {"What is the capital of Poland?", "Warsaw", 2},
+            {"What is the capital of Ireland?", "Dublin", 2},
+            {"What is the capital of Wales?", "Cardiff", 2},
+            {"What is the capital of Denmark?", "Copenhagen, on two islands", 1},
+            {"What is the capital of Finland?", "Helsinki", 0},
+            {"What is the capital of Iceland?", "Reykjavik", 0},
+        };
+        const auto qa = m_database.open_table("qa");
+        const double tested = platform::system::SystemClock().now().plus_days(-3.5).day_number();
+        std::int64_t attempts = 7;
+        for (const Record& record : records) {
+            qa->add_new();
+            qa->set("q", record.question);
+            qa->set("a", record.answer);
+            for (const std::string side : {"q", "a"}) {
+                qa->set(side + "_successes", record.level);
+                qa->set(side + "_attempts", attempts);
+                qa->set(side + "_fails", attempts - record.level);
+                qa->set(side + "_date_last_test", tested);
+            }
+            qa->update();
+            ++attempts;
+        }
+    }
+
+    void write_params(const Wish& wish)
+    {
+        const auto params = m_database.open_table("params");
+        const auto add = [&](const char* name, const char* column, platform::Value value) {
+            params->add_new();
+            params->set("param", name);
+            params->set(column, std::move(value));
+            params->update();
+        };
+        add("course_title", "string_value", "Capitals of Europe");
+        add("time_ever", "number_value", 45296.0);
+        if (*wish.font != 0)
+            add("font", "string_value", wish.font);
+        if (wish.mode->contents == Contents::inverted)
+            add("invert", "number_value", 1.0);
+    }
+
+    platform::icu::IcuTextCompare m_text_compare;
+    platform::sqlite::SqliteDatabase m_database{m_text_compare};
+};
+
+class Camera {
+public:
+    explicit Camera(QString folder) : m_folder(std::move(folder))
+    {
+        if (!m_scratch.isValid() || !QDir().mkpath(m_folder))
+            throw common::Error(m_folder.toStdString() + ": the folder cannot be made");
+        qputenv("XDG_CONFIG_HOME", m_scratch.filePath("config").toLocal8Bit());
+        qputenv("XDG_DATA_HOME", m_scratch.filePath("data").toLocal8Bit());
+        m_box_watch.callOnTimeout([this] { look_at_box(); });
+        m_box_watch.start(0);
+    }
+
+    void take(const Wish& wish)
+    {
+        m_wish = &wish;
+        m_failure.clear();
+        m_taken = m_at_work = false;
+        const QString course = m_scratch.filePath("course.crs");
+        CourseMaker().make(course.toStdString(), wish);
+        QApplication::setPalette(wish.dark ? dark_theme() : m_light_theme);
+        run(course.toStdString());
+        QFile::remove(course);
+        if (m_failure.empty() && !m_taken)
+            m_failure = "there is no picture";
+        if (!m_failure.empty())
+            throw common::Error(name().toStdString() + ": " + m_failure);
+    }
+
+private:
+    void run(const std::string& course)
+    {
+        {
+            program::Program program;
+            program.run(course, [&] {
+                QMainWindow& window = program.form1().widget();
+                window.resize(m_wish->size);
+                QCoreApplication::processEvents();
+                m_at_work = true;
+                User(window).bring_to(*m_wish->mode);
+                QCoreApplication::processEvents();
+                if (*m_wish->mode->box == 0)
+                    save(window);
+                m_at_work = false;
+                window.close();
+            });
+        }
+        // The toolkit remembers that its loops are to return; the next program of this process starts afresh.
+        QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+        QCoreApplication::exec();
+    }
+
+    void look_at_box()
+    {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr)
+            return;
+        // A course may begin and end with a box of its own.
+        if (m_at_work && box->windowTitle() == QLatin1String(m_wish->mode->box))
+            save(*box);
+        else if (m_at_work)
+            m_failure = "a box says: " + box->text().toStdString();
+        box->reject();
+    }
+
+    void save(QWidget& widget) { m_taken = widget.grab().save(m_folder + "/" + name()); }
+
+    [[nodiscard]] QString name() const
+    {
+        QStringList parts{QString::fromLatin1(m_wish->mode->name)};
+        if (!m_wish->texts.name.empty())
+            parts << QString::fromStdString(m_wish->texts.name);
+        if (*m_wish->font != 0)
+            parts << QStringLiteral("font");
+        parts << (m_wish->dark ? QStringLiteral("dark") : QStringLiteral("light"));
+        parts << QString::number(qApp->devicePixelRatio()) + "x";
+        parts << QString::number(m_wish->size.width()) + "x" + QString::number(m_wish->size.height());
+        return parts.join(QLatin1Char('-')) + ".png";
+    }
+
+    QString m_folder;
+    QTemporaryDir m_scratch;
+    QPalette m_light_theme = QApplication::palette();
+    QTimer m_box_watch;
+    const Wish* m_wish = nullptr;
+    bool m_taken = false;
+    bool m_at_work = false; ///< the mode is being brought about
+    std::string m_failure;
+};
+
+bool is_one_of(const Mode& mode, std::initializer_list<std::string_view> names)
+{
+    return std::find(names.begin(), names.end(), mode.name) != names.end();
+}
+
+/// Each mode light and dark; sizes, texts and the course's own font where they matter. At other scales than 1 a few.
+std::vector<Wish> wishes(double scale)
+{
+    std::vector<Wish> list;
+    for (const Mode& mode : modes) {
+        if (scale != 1 && !is_one_of(mode, {"question", "answer-asked", "word-hint", "wrong-box"}))
+            continue;
+        for (const bool dark : {false, true})
+            list.push_back({.mode = &mode, .texts = short_texts, .dark = dark});
+        if (scale != 1)
+            continue;
+        if (is_one_of(mode, {"question", "answer", "word-hint", "masked-hint"})) {
+            for (const QSize size : {QSize(800, 600), QSize(1280, 900), QSize(1920, 1080)})
+                list.push_back({.mode = &mode, .texts = short_texts, .size = size});
+        }
+        if (is_one_of(mode, {"answer", "word-hint", "wrong-box"})) {
+            for (const Texts& texts : long_texts)
+                list.push_back({.mode = &mode, .texts = texts});
+        }
+        if (is_one_of(mode, {"answer"})) {
+            list.push_back({.mode = &mode, .texts = long_texts[0], .size = QSize(800, 600), .font = "DejaVu Serif"});
+            for (const bool dark : {false, true})
+                list.push_back({.mode = &mode, .texts = short_texts, .dark = dark, .font = "DejaVu Serif"});
+        }
+    }
+    return list;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::cerr << "usage: cuedrill-pictures FOLDER\n";
+        return EXIT_FAILURE;
+    }
+    try {
+        const QApplication application(argc, argv);
+        platform::qt::set_up_application();
+        // A caret that blinks would be in one picture and not in the next.
+        QApplication::setCursorFlashTime(0);
+        Camera camera(QString::fromLocal8Bit(argv[1]));
+        const std::vector<Wish> list = wishes(application.devicePixelRatio());
+        for (const Wish& wish : list)
+            camera.take(wish);
+        std::cout << list.size() << " pictures in " << argv[1] << '\n';
+        return EXIT_SUCCESS;
+    } catch (const std::exception& error) {
+        std::cerr << "cuedrill-pictures: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,296 @@
+#include "common/text.h"
+#include "fakes/temp_folder.h"
+#include "platform/qt/qt_test_tools.h"
+#include "platform/qt/qt_window.h"
+#include "platform/qt/qt_window_state.h"
+
+#include <QScreen>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+const QRect left_screen(0, 0, 1280, 1024);
+const QRect right_screen(1280, 0, 1920, 1080);
+constexpr QSize smallest{640, 480};
+
+class BroughtOntoScreenTest : public testing::Test {
+protected:
+    const QList<QRect> screens{left_screen, right_screen};
+};
+
+TEST_F(BroughtOntoScreenTest, a_place_on_a_screen_stays)
+{
+    for (const QRect& place :
+         {QRect(100, 80, 1000, 720), QRect(1400, 300, 700, 500), left_screen, right_screen, QRect(1000, 100, 800, 600)})
+        EXPECT_EQ(brought_onto_screen(place, smallest, screens), place) << place.left();
+}
+
+TEST_F(BroughtOntoScreenTest, a_place_on_no_screen_comes_onto_the_first_one)
+{
+    const QRect moved = brought_onto_screen(QRect(9000, -9000, 1000, 720), smallest, screens);
+    EXPECT_EQ(moved.size(), QSize(1000, 720));
+    EXPECT_TRUE(left_screen.contains(moved));
+}
+
+TEST_F(BroughtOntoScreenTest, a_place_beyond_the_edge_comes_onto_the_nearest_screen_with_its_title)
+{
+    const QRect moved = brought_onto_screen(QRect(2900, -30, 1000, 720), smallest, screens);
+    EXPECT_EQ(moved.size(), QSize(1000, 720));
+    EXPECT_TRUE(right_screen.contains(moved));
+    EXPECT_GE(moved.top(), 30);
+}
+
+TEST_F(BroughtOntoScreenTest, a_place_half_on_a_gap_between_screens_is_moved)
+{
+    // Below the left screen, which is less high than the right one, nothing can be seen.
+    const QRect moved = brought_onto_screen(QRect(900, 400, 700, 670), smallest, screens);
+    EXPECT_TRUE(left_screen.contains(moved));
+}
+
+TEST_F(BroughtOntoScreenTest, a_size_beyond_the_screen_shrinks_and_leaves_room_for_the_frame)
+{
+    const QRect moved = brought_onto_screen(QRect(0, 0, 5000, 4000), smallest, {left_screen});
+    EXPECT_TRUE(left_screen.contains(moved));
+    EXPECT_EQ(moved.size(), left_screen.size() - frame_room);
+}
+
+TEST_F(BroughtOntoScreenTest, a_size_below_the_smallest_grows)
+{
+    const QRect moved = brought_onto_screen(QRect(1200, 1000, 20, 10), smallest, {left_screen});
+    EXPECT_EQ(moved.size(), smallest);
+    EXPECT_TRUE(left_screen.contains(moved));
+}
+
+TEST_F(BroughtOntoScreenTest, a_screen_below_the_smallest_size_is_not_left)
+{
+    const QRect tiny(0, 0, 400, 300);
+    EXPECT_TRUE(tiny.contains(brought_onto_screen(QRect(50, 50, 640, 480), smallest, {tiny})));
+}
+
+TEST_F(BroughtOntoScreenTest, without_any_screen_the_place_stays)
+{
+    EXPECT_EQ(brought_onto_screen(QRect(1, 2, 3, 4), smallest, {}), QRect(1, 2, 3, 4));
+}
+
+/// One window after the other, as in one run of the program after the other. The screen of the tests is 800 x 800.
+class QtWindowStateTest : public QtTest {
+protected:
+    std::unique_ptr<QtWindow> start()
+    {
+        auto window = std::make_unique<QtWindow>("Form1", QSize(400, 300), guard, QtWindowState(path));
+        window->widget().setMinimumSize(200, 150);
+        window->show();
+        return window;
+    }
+
+    QRect place_at_next_start() { return start()->widget().geometry(); }
+
+    void write_state(std::string_view bytes) const
+    {
+        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+        folder.write("CUEDRILL/window.ini", bytes);
+    }
+
+    void expect_in_the_middle()
+    {
+        const auto window = start();
+        const QWidget& widget = window->widget();
+        EXPECT_EQ(widget.size(), QSize(400, 300));
+        const QPoint off = widget.geometry().center() - widget.screen()->availableGeometry().center();
+        EXPECT_LE(off.manhattanLength(), 2);
+        EXPECT_FALSE(widget.isMaximized());
+    }
+
+    QtGuard guard;
+    fakes::TempFolder folder;
+    std::string path = folder.file("CUEDRILL/window.ini");
+    const QRect chosen{37, 61, 512, 333};
+};
+
+TEST_F(QtWindowStateTest, a_first_window_appears_in_the_middle)
+{
+    expect_in_the_middle();
+}
+
+TEST_F(QtWindowStateTest, place_and_size_come_back_after_the_window_has_gone)
+{
+    start()->widget().setGeometry(chosen);
+    EXPECT_EQ(place_at_next_start(), chosen);
+    // What is not touched is not moved, however often the program starts.
+    EXPECT_EQ(place_at_next_start(), chosen);
+}
+
+TEST_F(QtWindowStateTest, they_are_kept_when_the_window_is_hidden)
+{
+    const auto window = start();
+    window->widget().setGeometry(chosen);
+    window->hide();
+    EXPECT_EQ(place_at_next_start(), chosen);
+}
+
+TEST_F(QtWindowStateTest, they_are_kept_at_the_end_of_the_session_before_anything_else)
+{
+    const auto window = start();
+    bool kept = false;
+    window->on_session_end = [&] { kept = std::filesystem::exists(path); };
+    window->widget().setGeometry(chosen);
+    window->end_session();
+    EXPECT_TRUE(kept);
+    EXPECT_EQ(place_at_next_start(), chosen);
+}
+
+TEST_F(QtWindowStateTest, a_window_that_is_shown_again_does_not_jump)
+{
+    const auto window = start();
+    window->widget().setGeometry(chosen);
+    window->hide();
+    write_state("[window]\nleft=1\ntop=2\nwidth=300\nheight=200\nmaximized=0\n");
+    window->show();
+    EXPECT_EQ(window->widget().geometry(), chosen);
+}
+
+TEST_F(QtWindowStateTest, a_window_that_was_never_shown_keeps_nothing)
+{
+    {
+        const QtWindow window("Form1", QSize(400, 300), guard, QtWindowState(path));
+    }
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(QtWindowStateTest, a_maximised_window_comes_back_maximised_and_knows_its_other_place)
+{
+    {
+        const auto window = start();
+        window->widget().setGeometry(chosen);
+        window->widget().setWindowState(Qt::WindowMaximized);
+    }
+    for (int run = 0; run < 2; ++run) {
+        const auto window = start();
+        EXPECT_TRUE(window->widget().isMaximized());
+        EXPECT_EQ(window->widget().normalGeometry(), chosen);
+    }
+    const auto window = start();
+    window->widget().showNormal();
+    EXPECT_EQ(window->widget().geometry(), chosen);
+}
+
+TEST_F(QtWindowStateTest, a_maximised_window_that_is_shown_again_stays_maximised)
+{
+    const auto window = start();
+    window->widget().setGeometry(chosen);
+    window->widget().setWindowState(Qt::WindowMaximized);
+    window->hide();
+    window->show();
+    EXPECT_TRUE(window->widget().isMaximized());
+    EXPECT_EQ(window->widget().normalGeometry(), chosen);
+}
+
+TEST_F(QtWindowStateTest, a_minimised_or_full_window_comes_back_as_it_is_otherwise)
+{
+    for (const Qt::WindowState state : {Qt::WindowMinimized, Qt::WindowFullScreen}) {
+        {
+            const auto window = start();
+            window->widget().setGeometry(chosen);
+            window->widget().setWindowState(state);
+        }
+        const auto window = start();
+        EXPECT_EQ(window->widget().windowState(), Qt::WindowNoState);
+        EXPECT_EQ(window->widget().geometry(), chosen);
+    }
+}
+
+TEST_F(QtWindowStateTest, a_minimised_window_that_was_maximised_comes_back_maximised)
+{
+    {
+        const auto window = start();
+        window->widget().setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+    }
+    EXPECT_EQ(start()->widget().windowState(), Qt::WindowMaximized);
+}
+
+TEST_F(QtWindowStateTest, a_file_of_something_else_is_ignored)
+{
+    const std::string good = "[window]\nleft=37\ntop=61\nwidth=512\nheight=333\nmaximized=0\n";
+    write_state(good);
+    ASSERT_EQ(place_at_next_start(), chosen);
+    for (const std::string& bytes :
+         {std::string(), std::string("\0\xFF\n=", 4), std::string("[General]\ngeometry=@ByteArray(abc)\n"),
+          good.substr(0, good.find("height")), common::replace_all(good, "512", "x512"),
+          common::replace_all(good, "512", "512x"), common::replace_all(good, "512", ""),
+          common::replace_all(good, "512", "-512"), common::replace_all(good, "512", "0"),
+          common::replace_all(good, "37", "-2147483648"), common::replace_all(good, "333", "2147483647"),
+          common::replace_all(good, "37", "99999999999999999999"), good + std::string(100000, '#')}) {
+        write_state(bytes);
+        expect_in_the_middle();
+    }
+}
+
+TEST_F(QtWindowStateTest, lines_that_a_later_program_may_add_do_not_disturb)
+{
+    write_state("[window]\r-\nscreen=2\nleft=37\ntop=61\nwidth=512\nheight=333\nmaximized=0\nlast");
+    EXPECT_EQ(place_at_next_start(), chosen);
+}
+
+TEST_F(QtWindowStateTest, a_place_off_the_screen_comes_back_onto_it)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    for (const char* place :
+         {"left=-90000\ntop=90000\nwidth=512\nheight=333\n", "left=100000\ntop=100000\nwidth=100000\nheight=100000\n",
+          "left=-100000\ntop=-100000\nwidth=1\nheight=1\n"}) {
+        write_state(std::string("[window]\n") + place + "maximized=0\n");
+        const QRect shown = place_at_next_start();
+        EXPECT_TRUE(screen.contains(shown)) << place;
+        EXPECT_GE(shown.width(), 200) << place;
+        EXPECT_GE(shown.height(), 150) << place;
+    }
+}
+
+// Reading a pipe would wait until somebody writes.
+TEST_F(QtWindowStateTest, what_is_no_file_is_not_waited_for)
+{
+    std::filesystem::create_directories(folder.file("CUEDRILL"));
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    expect_in_the_middle();
+}
+
+TEST_F(QtWindowStateTest, a_folder_in_the_place_of_the_file_stops_nothing)
+{
+    std::filesystem::create_directories(path);
+    start()->widget().setGeometry(chosen);
+    expect_in_the_middle();
+    EXPECT_TRUE(std::filesystem::is_directory(path));
+}
+
+// It stops the superuser too, whom missing rights do not.
+TEST_F(QtWindowStateTest, a_folder_that_cannot_be_made_stops_nothing)
+{
+    folder.write("CUEDRILL", "in the way");
+    start()->widget().setGeometry(chosen);
+    expect_in_the_middle();
+    EXPECT_EQ(folder.read("CUEDRILL"), "in the way");
+}
+
+TEST_F(QtWindowStateTest, nothing_else_is_left_beside_the_file)
+{
+    start()->widget().setGeometry(chosen);
+    for (const auto& entry : std::filesystem::directory_iterator(folder.file("CUEDRILL")))
+        EXPECT_EQ(entry.path(), path);
+}
+
+TEST_F(QtWindowStateTest, without_a_path_nothing_is_kept)
+{
+    path.clear();
+    start()->widget().setGeometry(chosen);
+    expect_in_the_middle();
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt
