@@ -42,6 +42,7 @@ void DrillCommands::attach(MainMenu& menu)
     menu.m_view_hints.on_click = [this] { m_to.aids.m_view_hints(); };
     menu.m_disp_nr_mature.on_click = [this] { m_to.selection.m_disp_nr_mature(); };
     menu.m_display_q_nr.on_click = [this] { m_display_q_nr(); };
+    menu.howtogetcontexthelp.on_click = [this] { m_to.help.ShowContextHelpHint(); };
     menu.m_score_elapsed_table.on_click = [this] { m_to.levels.m_score_elapsed_table(); };
 }
 

@@ -2,6 +2,7 @@
 
 #include "bank/record_editor.h"
 #include "drill/answer_aids.h"
+#include "drill/context_help.h"
 #include "drill/main_menu.h"
 #include "drill/question_dialog.h"
 #include "drill/statistics_view.h"
@@ -35,6 +36,7 @@ public:
         exchange::QuestionImport& import;
         QuestionDialog& dialog;
         AnswerAids& aids;
+        ContextHelp& help;
         StatisticsView& statistics_view;
         platform::Desktop& desktop;
     };

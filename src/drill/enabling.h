@@ -1,5 +1,7 @@
 #pragma once
 
+#include "drill/drill_state.h"
+
 #include <array>
 #include <cstddef>
 
@@ -7,14 +9,16 @@ namespace cuedrill::drill {
 
 /// What the user is doing, as far as it decides what can be done next.
 enum class Mode : std::size_t {
-    nothing,  ///< no question is on display
-    question, ///< a question is on display, its answer is not
-    answer,   ///< the answer is on display too
-    editing   ///< a record is being typed or changed
+    empty_course, ///< there are no questions
+    nothing,      ///< no question is on display
+    question,     ///< a question is on display, its answer is not
+    answer,       ///< the answer is on display too
+    new_record,   ///< a record is being typed
+    edit_record   ///< the record on display is being changed
 };
-inline constexpr std::size_t modes = 4;
+inline constexpr std::size_t modes = 6;
 
-/// The commands that are not always enabled, or that have a button of the toolbar.
+/// The commands that are not always enabled, or that have a button of the toolbar or the dialog.
 enum class Command {
     next_question,
     show_answer,
@@ -37,24 +41,40 @@ struct EnablingRow {
     std::array<bool, modes> enabled; ///< by mode
 };
 
-/// In which mode each command is enabled. Three commands have one more condition: statistics and hints must not be on
-/// display already, and typing must not be what is always done.
+/// In which mode each command is enabled. "Let me type" has one more condition: typing is not what is always done; and
+/// statistics and hints have those of the `place_table`.
 inline constexpr std::array enabling_table{
-    //                                     nothing, question, answer, editing
-    EnablingRow{Command::next_question, {true, true, true, true}},
-    EnablingRow{Command::show_answer, {false, true, true, false}},
-    EnablingRow{Command::show_stats, {true, true, true, true}},
-    EnablingRow{Command::show_hints, {false, true, false, false}},
-    EnablingRow{Command::let_me_type, {false, true, false, false}},
-    EnablingRow{Command::success, {false, true, true, false}},
-    EnablingRow{Command::failure, {false, true, true, false}},
-    EnablingRow{Command::edit, {false, true, true, false}},
-    EnablingRow{Command::insert, {true, true, true, false}},
-    EnablingRow{Command::save, {false, false, false, true}},
-    EnablingRow{Command::delete_record, {true, true, true, false}},
-    EnablingRow{Command::undo, {true, true, true, false}},
-    EnablingRow{Command::reset_all, {true, true, true, false}},
-    EnablingRow{Command::question_number, {false, true, true, false}},
+    //                                  empty, nothing, question, answer, new, edit
+    EnablingRow{Command::next_question, {true, true, true, true, true, true}},
+    EnablingRow{Command::show_answer, {false, false, true, true, false, false}},
+    EnablingRow{Command::show_stats, {true, true, true, true, true, true}},
+    EnablingRow{Command::show_hints, {false, false, true, false, false, false}},
+    EnablingRow{Command::let_me_type, {false, false, true, false, false, false}},
+    EnablingRow{Command::success, {false, false, true, true, false, false}},
+    EnablingRow{Command::failure, {false, false, true, true, false, false}},
+    EnablingRow{Command::edit, {false, false, true, true, false, false}},
+    EnablingRow{Command::insert, {true, true, true, true, false, false}},
+    EnablingRow{Command::save, {false, false, false, false, true, true}},
+    EnablingRow{Command::delete_record, {true, true, true, true, false, false}},
+    EnablingRow{Command::undo, {false, true, true, true, false, false}},
+    EnablingRow{Command::reset_all, {true, true, true, true, false, false}},
+    EnablingRow{Command::question_number, {false, false, true, true, false, false}},
+};
+
+/// What is visible, and can be asked for, while something stands in the shared place.
+struct PlaceRow {
+    SharedPlace place;
+    bool frame_stats;
+    bool panel_lista;
+    bool t_hint;
+    bool show_stats; ///< the command is enabled, where its mode allows it too
+    bool show_hints;
+};
+
+inline constexpr std::array place_table{
+    //                               frame_stats, panel_lista, t_hint, show_stats, show_hints
+    PlaceRow{SharedPlace::statistics, true, false, false, false, true},
+    PlaceRow{SharedPlace::hint, false, true, true, true, false},
 };
 
 } // namespace cuedrill::drill

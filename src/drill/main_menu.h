@@ -21,6 +21,7 @@ public:
     platform::MenuEntry& m_compact;
     platform::MenuEntry& m_repair;
     platform::MenuEntry& m_import;
+    platform::MenuEntry& m_export;
     platform::MenuEntry& clearall;
     platform::MenuEntry& m_exit;
 
@@ -36,6 +37,18 @@ public:
     platform::MenuEntry& m_invert;
 
 private:
+    platform::Menu& m_list;
+
+public:
+    platform::MenuEntry& m_list_similar;
+    platform::MenuEntry& m_show_all_alphabetically;
+    platform::MenuEntry& m_show_sort_by_score;
+    platform::MenuEntry& m_view_all_q;
+    platform::MenuEntry& m_view_history;
+    platform::MenuEntry& m_show_sort_last_show;
+    platform::MenuEntry& m_all_q_and_a;
+
+private:
     platform::Menu& m_commands;
 
 public:
@@ -47,6 +60,7 @@ public:
     platform::MenuEntry& m_delete;
     platform::MenuEntry& m_undo;
     platform::MenuEntry& m_reset_all;
+    platform::MenuEntry& m_agenda;
 
 private:
     platform::Menu& m_show;
@@ -56,12 +70,27 @@ public:
     platform::MenuEntry& m_view_hints;
     platform::MenuEntry& m_disp_nr_mature;
     platform::MenuEntry& m_display_q_nr;
+    platform::MenuEntry& m_show_all;
+    platform::MenuEntry& m_history;
+
+private:
+    platform::Menu& m_find;
+
+public:
+    platform::MenuEntry& m_find_q;
+    platform::MenuEntry& m_find_a;
+    platform::MenuEntry& m_recall_find_list;
 
 private:
     platform::Menu& helps;
 
 public:
+    platform::MenuEntry& helpcall;
+    platform::MenuEntry& howtogetcontexthelp;
     platform::MenuEntry& m_score_elapsed_table;
+    platform::MenuEntry& m_version_history;
+    platform::MenuEntry& m_web_site;
+    platform::MenuEntry& m_about;
 };
 
 } // namespace cuedrill::drill

@@ -21,6 +21,7 @@ void MainWindow::attach()
     m_.statistics_view.set_captions();
     m_.question_view.set_captions();
     m_.toolbar.attach();
+    m_.help.attach();
     form1.P_status.set_description("Status");
     attach_dialog();
     attach_boxes();
@@ -48,10 +49,7 @@ void MainWindow::attach_dialog()
 void MainWindow::attach_boxes()
 {
     platform::Form1& form1 = m_.form1;
-    form1.Text_q.on_focus = [this](bool focus) { m_.state.QuestionHasFocus = focus; };
-    form1.Text_a.on_focus = [this](bool focus) { m_.state.AnswerHasFocus = focus; };
     form1.Text_a.on_key = [this](const platform::KeyPress& press) { return m_.typed_answer.OnAnswerKey(press); };
-    form1.t_hint.on_focus = [this](bool focus) { m_.state.hint_has_focus = focus; };
     form1.t_hint.on_click = [this] { m_.typed_answer.OnHintClick(); };
     form1.t_hint.on_key = [this](const platform::KeyPress& press) { return m_.typed_answer.OnHintKey(press); };
 }

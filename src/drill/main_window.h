@@ -5,6 +5,7 @@
 #include "bank/editor_view.h"
 #include "bank/record_editor.h"
 #include "bank/stored_record_view.h"
+#include "drill/context_help.h"
 #include "drill/drill_state.h"
 #include "drill/question_dialog.h"
 #include "drill/question_view.h"
@@ -52,6 +53,7 @@ public:
         QuestionDialog& dialog;
         TypedAnswer& typed_answer;
         Toolbar& toolbar;
+        ContextHelp& help;
         WindowKeys& keys;
     };
 

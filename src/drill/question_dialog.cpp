@@ -139,7 +139,7 @@ void QuestionDialog::NextQuestionCommand()
     if (m_editor.offer_to_save() == bank::SaveResult::refused)
         return;
     if (m_editor.editing())
-        m_editor.leave_editor();
+        m_editor.close_editor();
     m_selection.next_question(scheduler::SameAgain::rather_than_none);
 }
 
@@ -156,6 +156,8 @@ void QuestionDialog::FailAndNext()
     if (!can_judge())
         return;
     m_scoring.set_failure();
+    // A success is told by the status line.
+    m_form1.window.announce("Not known. Level 0.");
     m_selection.next_question();
 }
 

@@ -60,6 +60,8 @@ void QuestionView::show_question()
 {
     or_withdraw([this] {
         load_current_record();
+        if (m_layout.question_on_display())
+            m_form1.window.announce(m_state.loaded_question);
         ask();
     });
 }
@@ -174,6 +176,7 @@ void QuestionView::RevealAnswer()
     m_form1.Text_a.set_background(m_state.SelfJudgement == "-" ? common::light_red : common::light_green);
     m_state.answer_revealed = true;
     m_layout.RelayoutWindow();
+    m_form1.window.announce("Answer: " + m_state.loaded_answer);
 }
 
 void QuestionView::show_answer_for_editing()

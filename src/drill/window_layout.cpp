@@ -1,17 +1,29 @@
 #include "drill/window_layout.h"
 
+#include <algorithm>
+
 namespace cuedrill::drill {
 namespace {
 
 /// Room left of, between and right of the buttons, in twips.
 constexpr common::Twips margin = 100;
 
+const PlaceRow& row_of(SharedPlace place)
+{
+    return *std::find_if(place_table.begin(), place_table.end(),
+                         [place](const PlaceRow& row) { return row.place == place; });
+}
+
 } // namespace
 
 Mode WindowLayout::mode() const
 {
-    if (m_flags.editing())
-        return Mode::editing;
+    if (m_flags.new_mode)
+        return Mode::new_record;
+    if (m_flags.edit_mode)
+        return Mode::edit_record;
+    if (m_course.record_count == 0)
+        return Mode::empty_course;
     if (!question_on_display())
         return Mode::nothing;
     return m_state.answer_revealed ? Mode::answer : Mode::question;
@@ -29,26 +41,26 @@ void WindowLayout::RelayoutWindow()
 
 void WindowLayout::relayout_boxes()
 {
-    m_form1.Text_q.set_locked(mode() != Mode::editing);
-    m_form1.Text_a.set_locked(mode() != Mode::editing && !can_type());
+    m_form1.Text_q.set_locked(!m_flags.editing());
+    m_form1.Text_a.set_locked(!m_flags.editing() && !can_type());
     m_form1.panel_a.set_caption(m_state.TypingMode && can_type() ? "Type the answer, then press Enter" : "Answer");
 }
 
 void WindowLayout::relayout_shared_place()
 {
-    const bool hint = m_state.shared_place == SharedPlace::hint;
+    const PlaceRow& shown = row_of(m_state.shared_place);
     // The toolkit would give the focus to whatever comes next.
-    if (!hint && m_state.hint_has_focus)
+    if (!shown.t_hint && m_form1.t_hint.has_focus())
         m_form1.bot_focus.set_focus();
-    m_form1.frame_stats.set_visible(!hint);
-    m_form1.panel_lista.set_visible(hint);
-    m_form1.t_hint.set_visible(hint);
+    m_form1.frame_stats.set_visible(shown.frame_stats);
+    m_form1.panel_lista.set_visible(shown.panel_lista);
+    m_form1.t_hint.set_visible(shown.t_hint);
 }
 
 void WindowLayout::relayout_dialog()
 {
     const bool question = question_on_display();
-    const bool editing = mode() == Mode::editing;
+    const bool editing = m_flags.editing();
     m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
     m_form1.bot_yes.set_enabled(!editing && (question || m_state.dialog == DialogState::AskToStart));
     // In the other states "No" asks for no verdict.
@@ -66,9 +78,10 @@ bool WindowLayout::further_condition(Command command) const
 {
     switch (command) {
     case Command::show_stats:
-        return m_state.shared_place != SharedPlace::statistics;
+        return row_of(m_state.shared_place).show_stats;
     case Command::show_hints:
-        return m_state.shared_place != SharedPlace::hint;
+        // While the answer is being typed, the command means the other kind of hint.
+        return row_of(m_state.shared_place).show_hints || (m_state.TypingMode && !m_state.hint_is_masked);
     case Command::let_me_type:
         return !m_course.params.always_type;
     default:

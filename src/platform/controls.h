@@ -31,11 +31,19 @@ public:
     [[nodiscard]] virtual bool enabled() const = 0;
 };
 
+/// A control that can tell what it is for.
+class HelpfulControl : public Control {
+public:
+    /// From now on Shift and a click on the control, or F1 while it has the focus, calls `ask` and does nothing else;
+    /// the click also while the control is disabled. The pointer over the control becomes an upright arrow.
+    virtual void offer_help(std::function<void()> ask) = 0;
+};
+
 /// How a caption is placed in its label.
 enum class Alignment { left, emphasised };
 
 /// A line of text: a caption, a prompt, a figure, a status.
-class Label : public Control {
+class Label : public HelpfulControl {
 public:
     virtual void set_caption(std::string_view text) = 0;
     [[nodiscard]] virtual std::string caption() const = 0;
@@ -48,7 +56,7 @@ public:
 };
 
 /// The number of questions of one level, as a figure with a bar.
-class LevelPanel : public Control {
+class LevelPanel : public HelpfulControl {
 public:
     virtual void set_caption(std::string_view text) = 0;
     virtual void set_description(std::string_view text) = 0;
@@ -61,7 +69,7 @@ public:
 
 enum class MouseButton : std::uint8_t { left = 1, right = 2, middle = 4 };
 
-class Button : public Control {
+class Button : public HelpfulControl {
 public:
     virtual void set_caption(std::string_view text) = 0;
     [[nodiscard]] virtual std::string caption() const = 0;
@@ -135,9 +143,9 @@ public:
     /// A locked box shows its text and lets it be copied, but not changed.
     virtual void set_locked(bool locked) = 0;
     virtual void set_focus() = 0;
+    /// Whether it has the keyboard focus, or will have it when the window becomes active.
+    [[nodiscard]] virtual bool has_focus() const = 0;
 
-    /// The box has got (true) or lost (false) the keyboard focus.
-    std::function<void(bool)> on_focus;
     /// A key that the window has left alone. Returns whether it is swallowed; otherwise the box takes it.
     std::function<bool(const KeyPress&)> on_key;
 };
@@ -154,11 +162,11 @@ public:
     [[nodiscard]] virtual std::optional<std::size_t> caret() const = 0;
     virtual void set_name(std::string_view name) = 0;
     virtual void set_focus() = 0;
+    /// Whether it has the keyboard focus, or will have it when the window becomes active.
+    [[nodiscard]] virtual bool has_focus() const = 0;
 
     /// The user has clicked on the text. A click beside it and the second press of a double click are none.
     std::function<void()> on_click;
-    /// The box has got (true) or lost (false) the keyboard focus.
-    std::function<void(bool)> on_focus;
     /// A key that the window has left alone. Returns whether it is swallowed.
     std::function<bool(const KeyPress&)> on_key;
 };
@@ -205,6 +213,8 @@ public:
     [[nodiscard]] virtual std::string caption() const = 0;
     virtual void show() = 0;
     virtual void hide() = 0;
+    /// Has assistive technology tell `text` at once. Nothing is seen of it.
+    virtual void announce(std::string_view text) = 0;
 
     /// Returns whether the key is swallowed.
     std::function<bool(const KeyPress&)> on_key;

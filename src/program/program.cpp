@@ -42,7 +42,8 @@ namespace cuedrill::program {
 /// The adapters.
 struct Program::Platform {
     platform::qt::QtGuard guard;
-    platform::qt::QtForm1 form1{guard};
+    platform::qt::QtForm1 form1{
+        guard, platform::qt::QtWindowState(platform::qt::QtSettingsStore::default_folder() + "/CUEDRILL/window.ini")};
     platform::qt::QtDialogHost form2;
     platform::qt::QtDesktop desktop{guard, form2};
     platform::qt::QtSettingsStore settings{platform::qt::QtSettingsStore::default_folder()};
@@ -111,13 +112,15 @@ struct Program::Logic {
                            state,
                            {params, statistics, statistics_view, question_view, status, hints, layout, p.text_compare}};
     drill::Toolbar toolbar{form1, dialog, editor, aids};
+    drill::ContextHelp help{form1, p.desktop};
     drill::WindowKeys keys{
         form1, state, {dialog, toolbar, editor, status, layout, echo, p.desktop, p.text_compare, end_of_program}};
-    drill::MainWindow main_window{{form1,           p.desktop,     p.clock,    trace,   course,         params,  title,
-                                   edit_flags,      editor,        statistics, scoring, end_of_program, state,   status,
-                                   statistics_view, question_view, layout,     dialog,  typed_answer,   toolbar, keys}};
+    drill::MainWindow main_window{
+        {form1,  p.desktop,  p.clock,      trace,          course, params, title,           edit_flags,
+         editor, statistics, scoring,      end_of_program, state,  status, statistics_view, question_view,
+         layout, dialog,     typed_answer, toolbar,        help,   keys}};
     drill::DrillCommands commands{{course, params, opener, title, selection, scoring, levels, end_of_program, editor,
-                                   import, dialog, aids, statistics_view, p.desktop}};
+                                   import, dialog, aids, help, statistics_view, p.desktop}};
     drill::ErrorReport error_report{course, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, p.form2, p.files, trace};
 };

@@ -240,15 +240,17 @@ protected:
             state,
             {params, statistics, statistics_view, question_view, status, hints, layout, f.engine.text_compare}};
         Toolbar toolbar{form1, dialog, editor, aids};
+        ContextHelp help{form1, f.desktop};
         WindowKeys keys{
             form1,
             state,
             {dialog, toolbar, editor, status, layout, echo, f.desktop, f.engine.text_compare, end_of_program}};
-        MainWindow main_window{{form1,           f.desktop,     f.clock,    trace,   course,         params,  title,
-                                edit_flags,      editor,        statistics, scoring, end_of_program, state,   status,
-                                statistics_view, question_view, layout,     dialog,  typed_answer,   toolbar, keys}};
+        MainWindow main_window{
+            {form1,  f.desktop,  f.clock,      trace,          course, params, title,           edit_flags,
+             editor, statistics, scoring,      end_of_program, state,  status, statistics_view, question_view,
+             layout, dialog,     typed_answer, toolbar,        help,   keys}};
         DrillCommands commands{{course, params, opener, title, selection, scoring, levels, end_of_program, editor,
-                                import, dialog, aids, statistics_view, f.desktop}};
+                                import, dialog, aids, help, statistics_view, f.desktop}};
         ErrorReport error_report{course, f.desktop, trace};
         app::StartRoutine start{course, opener, dead_times, f.form2, f.files, trace};
     };

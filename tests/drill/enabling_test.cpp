@@ -65,9 +65,9 @@ const Case cases[] = {
      {1, 2, 3, 6, 7, 8, 9, 11},
      {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_stats",
       "m_display_q_nr"}},
-    {"new_record", Situation::new_record, Mode::editing, {1, 10}, {}},
-    {"changed_record", Situation::changed_record, Mode::editing, {1, 10}, {}},
-    {"empty_course", Situation::empty_course, Mode::nothing, {1, 9, 11}, {"m_delete", "m_undo", "m_reset_all"}},
+    {"new_record", Situation::new_record, Mode::new_record, {1, 10}, {}},
+    {"changed_record", Situation::changed_record, Mode::edit_record, {1, 10}, {}},
+    {"empty_course", Situation::empty_course, Mode::empty_course, {1, 9, 11}, {"m_delete", "m_reset_all"}},
 };
 
 class Enabling : public DrillFixture, public testing::WithParamInterface<Case> {

@@ -8,6 +8,29 @@ namespace {
 
 using Captions = std::vector<std::string>;
 
+const std::set<std::string> without_command{"m_compact",
+                                            "m_repair",
+                                            "clearall",
+                                            "m_cuecards",
+                                            "m_export",
+                                            "m_list_similar",
+                                            "m_show_all_alphabetically",
+                                            "m_show_sort_by_score",
+                                            "m_view_all_q",
+                                            "m_view_history",
+                                            "m_show_sort_last_show",
+                                            "m_all_q_and_a",
+                                            "m_agenda",
+                                            "m_show_all",
+                                            "m_history",
+                                            "m_find_q",
+                                            "m_find_a",
+                                            "m_recall_find_list",
+                                            "helpcall",
+                                            "m_version_history",
+                                            "m_web_site",
+                                            "m_about"};
+
 class Menus : public DrillFixture {
 protected:
     [[nodiscard]] Captions captions(std::string_view menu) const
@@ -25,7 +48,7 @@ TEST_F(Menus, stand_in_their_order)
     Captions menus;
     for (const auto& menu : form1.menu_bar.menus)
         menus.push_back(menu->caption);
-    EXPECT_EQ(menus, (Captions{"&File", "&Options", "&Actions", "&Show", "&?"}));
+    EXPECT_EQ(menus, (Captions{"&File", "&Options", "&Lists", "&Actions", "&Show", "F&ind", "&?"}));
 }
 
 TEST_F(Menus, have_their_entries_in_order)
@@ -34,23 +57,33 @@ TEST_F(Menus, have_their_entries_in_order)
     EXPECT_EQ(captions("m_file"),
               (Captions{"&Open a course", "&Create a new course", "Change &title of current course",
                         "&Compact data base (not available)", "&Repair data base (not available)",
-                        "&Import questions and answers from text file", "&Delete all questions and answers", "&Exit"}));
+                        "&Import questions and answers from text file", "E&xport questions and answers to text file",
+                        "&Delete all questions and answers", "&Exit"}));
     EXPECT_EQ(captions("options"), (Captions{"&Cue cards", "Always &let me type the answer", "Always show &hints",
                                              "Change &target level  (now ...)", "&Random extraction of questions",
                                              "&Invert questions/answers"}));
+    EXPECT_EQ(captions("m_list"), (Captions{"Questions with some &identical words as current question",
+                                            "All questions ordered &alphabetically", "All questions ordered by &score",
+                                            "All questions orderd by &creation date",
+                                            "All questions ordered by date &last shown (descending)",
+                                            "&All questions ordered by date last show (ascending)",
+                                            "All questions a&nd answers ordered alphabetically"}));
     EXPECT_EQ(captions("m_commands"),
               (Captions{"Show answer (A or *)", "Set success (+)", "Set failure (-)", "Display next question (Q)",
                         "&Edit current question/answer (E)", "&Delete current question/answer (D)",
-                        "Undo &previous question result", "&Reset all counters"}));
+                        "Undo &previous question result", "&Reset all counters", "Open &agenda"}));
     EXPECT_EQ(captions("m_show"), (Captions{"Show &statistics", "Show &hints", "Show number of &mature questions",
-                                            "Show current question &number"}));
-    EXPECT_EQ(captions("helps"), Captions{"Score / elapsed time table"});
+                                            "Show current question &number", "Show all questions", "Show &history"}));
+    EXPECT_EQ(captions("m_find"), (Captions{"Find question", "Find answer", "&Recall last list"}));
+    EXPECT_EQ(captions("helps"),
+              (Captions{"&Help (user manual)", "H&ow to get context help", "Score / elapsed time table",
+                        "Version history", "Author's &web site", "&About Cuedrill"}));
 }
 
 TEST_F(Menus, show_entries_without_a_command_disabled)
 {
     start_with_three_questions();
-    for (const char* name : {"m_compact", "m_repair", "clearall", "m_cuecards"})
+    for (const std::string& name : without_command)
         EXPECT_FALSE(entry(name).is_enabled) << name;
     for (const char* name :
          {"m_open", "m_new", "m_change_course_title", "m_import", "m_exit", "m_always_let_me_type", "m_list_mode",
@@ -62,7 +95,6 @@ TEST_F(Menus, show_entries_without_a_command_disabled)
 TEST_F(Menus, every_other_entry_has_a_command)
 {
     make_program();
-    const std::set<std::string> without_command{"m_compact", "m_repair", "clearall", "m_cuecards"};
     for (const auto& menu : form1.menu_bar.menus) {
         for (const auto& one : menu->entries)
             EXPECT_NE(static_cast<bool>(one->on_click), without_command.contains(one->name)) << one->name;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <vector>
 
 namespace cuedrill::drill {
 namespace {
@@ -177,6 +178,34 @@ TEST_F(QuestionDisplayTest, has_the_font_of_the_course_large_and_bold)
     start_with_three_questions();
     expect_font(form1.Text_q.font, "Times New Roman", 12, true);
     expect_font(form1.Text_a.font, "Times New Roman", 12, true);
+}
+
+class Announcements : public DrillFixture {
+protected:
+    using Texts = std::vector<std::string>;
+
+    [[nodiscard]] const Texts& told() const { return form1.window.announcements; }
+};
+
+TEST_F(Announcements, tell_the_question_its_answer_and_a_failure)
+{
+    start_with_three_questions();
+    EXPECT_EQ(told(), Texts());
+    yes();
+    EXPECT_EQ(told(), Texts{"France?"});
+    yes();
+    no();
+    EXPECT_EQ(told(), (Texts{"France?", "Answer: Paris", "Not known. Level 0.", "Italy?"}));
+}
+
+TEST_F(Announcements, leave_a_success_to_the_status_line)
+{
+    start_with_three_questions();
+    yes();
+    yes();
+    yes();
+    EXPECT_EQ(told(), (Texts{"France?", "Answer: Paris", "Italy?"}));
+    EXPECT_EQ(status(), "score of previous question increased from 2 to 4 (elapsed 1.00 days)");
 }
 
 } // namespace

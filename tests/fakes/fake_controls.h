@@ -18,9 +18,9 @@
 
 namespace cuedrill::fakes {
 
-class FakeLabel : public FakeControl<platform::Label> {
+class FakeLabel : public FakeHelpfulControl<platform::Label> {
 public:
-    using FakeControl::FakeControl;
+    using FakeHelpfulControl::FakeHelpfulControl;
 
     void set_caption(std::string_view text) override
     {
@@ -56,9 +56,9 @@ public:
     platform::Alignment alignment = platform::Alignment::left;
 };
 
-class FakeLevelPanel : public FakeControl<platform::LevelPanel> {
+class FakeLevelPanel : public FakeHelpfulControl<platform::LevelPanel> {
 public:
-    using FakeControl::FakeControl;
+    using FakeHelpfulControl::FakeHelpfulControl;
 
     void set_caption(std::string_view text) override
     {
@@ -98,26 +98,12 @@ public:
 /// Where the keyboard focus of a window is.
 struct FakeFocus {
     const void* owner = nullptr; ///< nothing when it is outside of the controls that take part
-
-    /// Gives it to `control`; who had it is told by its own `on_lost`.
-    void give(const void* control, std::function<void()> on_lost = {})
-    {
-        if (control == owner)
-            return;
-        const std::function<void()> lost = std::exchange(m_on_lost, std::move(on_lost));
-        owner = control;
-        if (lost)
-            lost();
-    }
-
-private:
-    std::function<void()> m_on_lost;
 };
 
 /// Loses the focus, as in a real window, when it can no longer be used.
-class FakeButton : public FakeControl<platform::Button> {
+class FakeButton : public FakeHelpfulControl<platform::Button> {
 public:
-    using FakeControl::FakeControl;
+    using FakeHelpfulControl::FakeHelpfulControl;
 
     void set_visible(bool value) override
     {
@@ -159,7 +145,7 @@ public:
     }
     [[nodiscard]] bool has_focus() const override { return focus->owner == this; }
     /// The user goes to it with the keyboard.
-    void take_focus() { focus->give(this); }
+    void take_focus() { focus->owner = this; }
 
     /// The left mouse button goes down and up on it. Where going down made the button unusable, there is no click.
     void click()
@@ -203,7 +189,7 @@ private:
     void lose_focus_when_unusable() const
     {
         if (!usable() && has_focus())
-            focus->give(nullptr);
+            focus->owner = nullptr;
     }
 };
 
@@ -214,7 +200,7 @@ public:
     void set_focus() override
     {
         ++focused;
-        focus->give(this);
+        focus->owner = this;
         note("focus");
     }
 
@@ -257,26 +243,13 @@ public:
         take_focus();
     }
     /// The user goes to it.
-    void take_focus()
-    {
-        if (has_focus())
-            return;
-        focus->give(this, [this] { tell_focus(false); });
-        tell_focus(true);
-    }
-    [[nodiscard]] bool has_focus() const { return focus->owner == this; }
+    void take_focus() { focus->owner = this; }
+    [[nodiscard]] bool has_focus() const override { return focus->owner == this; }
 
     std::string text_value;
     std::string accessible_name;
     FakeFocus own_focus;
     FakeFocus* focus = &own_focus; ///< shared by the controls of a window
-
-private:
-    void tell_focus(bool got) const
-    {
-        if (this->on_focus)
-            this->on_focus(got);
-    }
 };
 
 class FakeTextBox : public FakeTextControl<platform::TextBox> {
@@ -494,6 +467,11 @@ public:
         shown = false;
         note("hide");
     }
+    void announce(std::string_view text) override
+    {
+        announcements.emplace_back(text);
+        note("announce", text);
+    }
 
     /// The user presses a key; returns whether it was swallowed.
     bool press(const platform::KeyPress& key) { return on_key && on_key(key); }
@@ -516,6 +494,7 @@ public:
     }
 
     std::string caption_value;
+    std::vector<std::string> announcements;
     bool shown = false;
 };
 

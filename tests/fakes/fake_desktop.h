@@ -168,6 +168,7 @@ private:
         EXPECT_EQ(box.buttons, expected.box.buttons) << "of the box \"" << box.text << "\"";
         EXPECT_EQ(box.icon, expected.box.icon) << "of the box \"" << box.text << "\"";
         EXPECT_EQ(box.default_button, expected.box.default_button) << "of the box \"" << box.text << "\"";
+        EXPECT_EQ(box.must_be_answered, expected.box.must_be_answered) << "of the box \"" << box.text << "\"";
         EXPECT_EQ(box.title, expected.box.title) << "of the box \"" << box.text << "\"";
         EXPECT_EQ(box.details, expected.box.details) << "of the box \"" << box.text << "\"";
     }

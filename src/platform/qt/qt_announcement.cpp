@@ -41,4 +41,24 @@ void announce(QLabel& label)
     }
 }
 
+QtAnnouncer::QtAnnouncer(QWidget& window, std::function<void(QLabel&)> tell)
+    : m_label(*new QLabel(&window)), m_tell(std::move(tell))
+{
+    // First of all: whatever is told of the label settles what it is presented as.
+    make_notification(m_label);
+    m_label.setObjectName(QStringLiteral("announcement"));
+    m_label.setTextFormat(Qt::PlainText);
+    m_label.setText(QStringLiteral("No announcement")); // a control must have a name
+    m_label.setAccessibleDescription(QStringLiteral("Announcement"));
+    m_label.setFixedSize(0, 0);
+}
+
+void QtAnnouncer::tell(const QString& text)
+{
+    if (text.isEmpty())
+        return;
+    m_label.setText(text);
+    m_tell(m_label);
+}
+
 } // namespace cuedrill::platform::qt

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <functional>
+
 class QLabel;
+class QString;
+class QWidget;
 
 namespace cuedrill::platform::qt {
 
@@ -10,5 +14,19 @@ void make_notification(QLabel& label);
 
 /// Tells assistive technology that the notification `label` has something new to say.
 void announce(QLabel& label);
+
+/// A notification that takes no room in its window, for what is only to be told.
+class QtAnnouncer {
+public:
+    /// @param tell tells that the label has something new to say.
+    explicit QtAnnouncer(QWidget& window, std::function<void(QLabel&)> tell = qt::announce);
+
+    /// Has assistive technology tell `text`, also when it is the same as the last one. Nothing to be told is not told.
+    void tell(const QString& text);
+
+private:
+    QLabel& m_label;
+    std::function<void(QLabel&)> m_tell;
+};
 
 } // namespace cuedrill::platform::qt

@@ -80,7 +80,7 @@ QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind) : QtButton(n
 }
 
 QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind, PressButton& button)
-    : QtControl(button, name), m_button(button), m_gate(gate), m_kind(kind)
+    : QtHelpfulControl(button, name), m_button(button), m_gate(gate), m_kind(kind)
 {
     if (m_kind == Kind::toolbar) {
         m_button.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
@@ -168,7 +168,7 @@ void QtButton::set_focus()
 
 bool QtButton::has_focus() const
 {
-    return m_button.isVisibleTo(m_button.window()) && m_button.window()->focusWidget() == &m_button;
+    return holds_focus();
 }
 
 void QtButton::place()

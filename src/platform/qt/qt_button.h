@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/qt_control.h"
+#include "platform/qt/qt_context_help.h"
 #include "platform/qt/qt_guard.h"
 
 #include <QPushButton>
@@ -34,7 +34,7 @@ private:
     std::optional<int> m_asked_width;
 };
 
-class QtButton final : public QtControl<Button> {
+class QtButton final : public QtHelpfulControl<Button> {
 public:
     enum class Kind {
         placed, ///< stands where the logic puts it, as high as the widget it stands in

@@ -63,8 +63,8 @@ Form1 interfaces_of(QtForm1Controls& c)
 
 } // namespace
 
-QtForm1Controls::QtForm1Controls(QtGuard& guard)
-    : window("Form1", first_size, guard), menu_bar(*window.widget().menuBar(), window.gate()),
+QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
+    : window("Form1", first_size, guard, std::move(state)), menu_bar(*window.widget().menuBar(), window.gate()),
       Text_q("Text_q", window.gate(), window.key_filter()), Text_a("Text_a", window.gate(), window.key_filter()),
       frame_stats("frame_stats", *new Card, guard), panel_lista("panel_lista", *new QWidget, guard),
       t_hint("t_hint", window.gate(), window.key_filter()), dialog_strip("dialog_strip", *new QWidget, guard),
@@ -79,8 +79,8 @@ QtButton QtForm1Controls::toolbar_button(const char* name)
     return {name, window.gate(), QtButton::Kind::toolbar};
 }
 
-QtForm1::QtForm1(QtGuard& guard)
-    : m_controls(std::make_unique<QtForm1Controls>(guard)), m_form1(interfaces_of(*m_controls))
+QtForm1::QtForm1(QtGuard& guard, QtWindowState state)
+    : m_controls(std::make_unique<QtForm1Controls>(guard, std::move(state))), m_form1(interfaces_of(*m_controls))
 {
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/form1.h"
 #include "platform/qt/qt_guard.h"
+#include "platform/qt/qt_window_state.h"
 
 #include <memory>
 #include <string>
@@ -16,7 +17,8 @@ struct QtForm1Controls;
 /// the program ends in any case.
 class QtForm1 {
 public:
-    explicit QtForm1(QtGuard& guard);
+    /// @param state keeps place and size of the window.
+    explicit QtForm1(QtGuard& guard, QtWindowState state = QtWindowState());
     QtForm1(const QtForm1&) = delete;
     QtForm1& operator=(const QtForm1&) = delete;
     ~QtForm1();

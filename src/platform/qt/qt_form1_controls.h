@@ -18,7 +18,7 @@ namespace cuedrill::platform::qt {
 
 /// The adapters of all controls of the main window. The widgets belong to the window once they are laid out.
 struct QtForm1Controls {
-    explicit QtForm1Controls(QtGuard& guard);
+    QtForm1Controls(QtGuard& guard, QtWindowState state);
 
     QtWindow window;
     QtMenuBar menu_bar;

@@ -1,6 +1,5 @@
 #include "platform/qt/qt_label.h"
 
-#include "platform/qt/qt_announcement.h"
 #include "platform/qt/qt_look.h"
 #include "platform/qt/qt_text.h"
 
@@ -15,14 +14,15 @@ int regular_weight(QtLabel::Kind kind)
 
 } // namespace
 
-QtLabel::QtLabel(const char* name, Kind kind, Announced announced)
-    : QtLabel(name, kind, announced,
+QtLabel::QtLabel(const char* name, Kind kind, Announced announced, std::function<void(QLabel&)> tell)
+    : QtLabel(name, kind, announced, std::move(tell),
               *new CaptionLabel(kind == Kind::caption ? CaptionLabel::Tone::quiet : CaptionLabel::Tone::plain))
 {
 }
 
-QtLabel::QtLabel(const char* name, Kind kind, Announced announced, CaptionLabel& label)
-    : QtControl(label, name), m_label(label), m_announced(announced == Announced::yes),
+QtLabel::QtLabel(const char* name, Kind kind, Announced announced, std::function<void(QLabel&)> tell,
+                 CaptionLabel& label)
+    : QtHelpfulControl(label, name), m_label(label), m_announced(announced == Announced::yes), m_tell(std::move(tell)),
       m_regular_weight(regular_weight(kind))
 {
     if (m_announced)
@@ -36,12 +36,13 @@ QtLabel::QtLabel(const char* name, Kind kind, Announced announced, CaptionLabel&
 
 void QtLabel::set_caption(std::string_view text)
 {
-    if (text == m_caption)
-        return;
-    m_caption = text;
-    m_label.setText(to_qt(text)); // tells assistive technology that the name has changed
+    if (text != m_caption) {
+        m_caption = text;
+        m_label.setText(to_qt(text)); // tells assistive technology that the name has changed
+    }
+    // The same text once more is news too: something has happened a second time.
     if (m_announced && !text.empty())
-        announce(m_label);
+        m_tell(m_label);
 }
 
 std::string QtLabel::caption() const

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "platform/qt/qt_announcement.h"
 #include "platform/qt/qt_caption_label.h"
-#include "platform/qt/qt_control.h"
+#include "platform/qt/qt_context_help.h"
 
 namespace cuedrill::platform::qt {
 
-class QtLabel final : public QtControl<Label> {
+class QtLabel final : public QtHelpfulControl<Label> {
 public:
     /// How much the label stands out where the logic asks for nothing special.
     enum class Kind {
@@ -18,7 +19,9 @@ public:
     /// Whether a caption that appears is told at once by assistive technology.
     enum class Announced { no, yes };
 
-    QtLabel(const char* name, Kind kind, Announced announced = Announced::no);
+    /// @param tell tells that an announced label has something new to say.
+    QtLabel(const char* name, Kind kind, Announced announced = Announced::no,
+            std::function<void(QLabel&)> tell = qt::announce);
 
     void set_caption(std::string_view text) override;
     [[nodiscard]] std::string caption() const override;
@@ -30,10 +33,11 @@ public:
     [[nodiscard]] CaptionLabel& widget() { return m_label; }
 
 private:
-    QtLabel(const char* name, Kind kind, Announced announced, CaptionLabel& label);
+    QtLabel(const char* name, Kind kind, Announced announced, std::function<void(QLabel&)> tell, CaptionLabel& label);
 
     CaptionLabel& m_label;
     bool m_announced;
+    std::function<void(QLabel&)> m_tell;
     int m_regular_weight;
     std::string m_caption;
 };

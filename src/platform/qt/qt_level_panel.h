@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/qt_control.h"
+#include "platform/qt/qt_context_help.h"
 
 #include <QLabel>
 
@@ -36,7 +36,7 @@ private:
     bool m_marked = false;
 };
 
-class QtLevelPanel final : public QtControl<LevelPanel> {
+class QtLevelPanel final : public QtHelpfulControl<LevelPanel> {
 public:
     explicit QtLevelPanel(const char* name);
 
@@ -50,8 +50,10 @@ public:
 
 private:
     QtLevelPanel(const char* name, LevelRow& row);
+    void describe();
 
     LevelRow& m_row;
+    QString m_description;
 };
 
 } // namespace cuedrill::platform::qt

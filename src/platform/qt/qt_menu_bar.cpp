@@ -79,6 +79,7 @@ Menu& QtMenuBar::add_menu(std::string_view name, std::string_view caption)
 {
     QMenu* menu = m_menu_bar.addMenu(to_qt(caption));
     menu->setObjectName(to_qt(name));
+    menu->setAccessibleName(menu->title().remove(QLatin1Char('&')));
     m_menus.push_back(std::make_unique<QtMenu>(*menu, m_gate));
     return *m_menus.back();
 }

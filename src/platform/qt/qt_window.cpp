@@ -15,13 +15,19 @@ void AskingWindow::closeEvent(QCloseEvent* event)
         close_asked();
 }
 
-QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard)
-    : m_guard(guard), m_size(size), m_gate(guard, m_window),
-      m_key_filter(m_window, [this](const KeyPress& press) { return swallows(on_key, press, m_gate); })
+QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState state)
+    : m_guard(guard), m_size(size), m_state(std::move(state)), m_gate(guard, m_window),
+      m_key_filter(m_window, [this](const KeyPress& press) { return swallows(on_key, press, m_gate); }),
+      m_context_help(m_window, m_gate), m_announcer(m_window)
 {
     m_window.setObjectName(QString::fromLatin1(name));
     m_window.resize(size);
     m_window.close_asked = [this] { ask_to_close(); };
+}
+
+QtWindow::~QtWindow()
+{
+    keep_state();
 }
 
 void QtWindow::set_caption(std::string_view text)
@@ -49,7 +55,13 @@ void QtWindow::show()
 
 void QtWindow::hide()
 {
+    keep_state();
     m_window.hide();
+}
+
+void QtWindow::announce(std::string_view text)
+{
+    m_announcer.tell(to_qt(text));
 }
 
 void QtWindow::ask_to_close()
@@ -59,17 +71,26 @@ void QtWindow::ask_to_close()
 
 void QtWindow::end_session()
 {
+    // At once, because the system may not wait until everything has been cleared away.
+    keep_state();
     m_guard.run(on_session_end);
 }
 
 void QtWindow::place_on_screen()
 {
     m_placed = true;
+    if (m_state.restore(m_window))
+        return;
     const QRect available = m_window.screen()->availableGeometry();
-    // Room for the frame, which the system draws around the window and tells only afterwards.
-    constexpr QSize frame(16, 48);
-    const QSize size = m_size.boundedTo(available.size() - frame);
+    const QSize size = m_size.boundedTo(available.size() - frame_room);
     m_window.setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
+}
+
+/// A hidden window was kept when it was hidden.
+void QtWindow::keep_state()
+{
+    if (m_window.isVisible())
+        m_state.save(m_window);
 }
 
 } // namespace cuedrill::platform::qt

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "platform/controls.h"
+#include "platform/qt/qt_announcement.h"
+#include "platform/qt/qt_context_help.h"
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_key_filter.h"
+#include "platform/qt/qt_window_state.h"
 
 #include <QMainWindow>
 #include <QSize>
@@ -22,12 +25,18 @@ class QtWindow final : public Window {
 public:
     /// @param size the size, in pixels, with which the window first appears in the middle of the screen; less where the
     /// screen is smaller.
-    QtWindow(const char* name, QSize size, QtGuard& guard);
+    /// @param state keeps place and size, which count instead of `size` from the second run of the program on. They are
+    /// kept when the window is hidden, when the session ends, and at the window's end.
+    QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState state = QtWindowState());
+    QtWindow(const QtWindow&) = delete;
+    QtWindow& operator=(const QtWindow&) = delete;
+    ~QtWindow() override;
 
     void set_caption(std::string_view text) override;
     [[nodiscard]] std::string caption() const override;
     void show() override;
     void hide() override;
+    void announce(std::string_view text) override;
 
     /// Calls `on_close`, as a click on the window's close button does.
     void ask_to_close();
@@ -42,12 +51,16 @@ public:
 
 private:
     void place_on_screen();
+    void keep_state();
 
     QtGuard& m_guard;
     QSize m_size;
+    QtWindowState m_state;
     AskingWindow m_window;
     QtActionGate m_gate;
     QtKeyFilter m_key_filter;
+    QtContextHelp m_context_help;
+    QtAnnouncer m_announcer;
     std::string m_caption;
     bool m_placed = false;
 };

@@ -107,6 +107,56 @@ TEST_F(QtLabelTest, OnlyAnAnnouncedLabelIsANotification)
     EXPECT_EQ(other.text(QAccessible::Name), "12");
 }
 
+class QtLabelAnnouncementTest : public QtTest {
+protected:
+    QtLabelAnnouncementTest()
+    {
+        status.widget().setParent(&window);
+        figure.widget().setParent(&window);
+    }
+
+    std::function<void(QLabel&)> tell = [this](QLabel& label) {
+        told.push_back(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name).toStdString());
+    };
+
+    QWidget window;
+    QtLabel status{"P_status", QtLabel::Kind::value, QtLabel::Announced::yes, tell};
+    QtLabel figure{"panel_total", QtLabel::Kind::value, QtLabel::Announced::no, tell};
+    std::vector<std::string> told;
+};
+
+TEST_F(QtLabelAnnouncementTest, ANewCaptionIsTold)
+{
+    status.set_caption("Saved");
+    status.set_caption("OK");
+    EXPECT_EQ(told, (std::vector<std::string>{"Saved", "OK"}));
+}
+
+TEST_F(QtLabelAnnouncementTest, TheSameCaptionSetAgainIsToldAgain)
+{
+    status.set_caption("Saved");
+    status.set_caption("Saved");
+    EXPECT_EQ(told, (std::vector<std::string>{"Saved", "Saved"}));
+    EXPECT_EQ(status.caption(), "Saved");
+}
+
+TEST_F(QtLabelAnnouncementTest, TheSameCaptionAfterAnEmptyOneIsToldAgainButNeverTheEmptyOne)
+{
+    status.set_caption("");
+    status.set_caption("OK");
+    status.set_caption("");
+    status.set_caption("");
+    status.set_caption("OK");
+    EXPECT_EQ(told, (std::vector<std::string>{"OK", "OK"}));
+}
+
+TEST_F(QtLabelAnnouncementTest, AFigureIsNotTold)
+{
+    figure.set_caption("12");
+    figure.set_caption("12");
+    EXPECT_TRUE(told.empty());
+}
+
 } // namespace
 
 } // namespace cuedrill::platform::qt

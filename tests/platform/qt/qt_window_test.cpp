@@ -2,6 +2,8 @@
 #include "platform/qt/qt_test_tools.h"
 #include "platform/qt/qt_window.h"
 
+#include <QAccessible>
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QWindow>
@@ -96,6 +98,35 @@ TEST_F(QtWindowTest, KeysReachTheHookAndAFailingOneIsSwallowed)
     window.on_key = [](const KeyPress&) -> bool { throw std::runtime_error("key failed"); };
     EXPECT_TRUE(press_key(*below, Qt::Key_Q, "q"));
     EXPECT_EQ(reported, "key failed");
+}
+
+TEST_F(QtWindowTest, AnAnnouncementHasANameAndIsNotHiddenFromAssistiveTechnology)
+{
+    window.show();
+    QAccessibleInterface& accessible =
+        *QAccessible::queryAccessibleInterface(window.widget().findChild<QLabel*>("announcement"));
+    EXPECT_EQ(accessible.role(), QAccessible::Notification);
+    EXPECT_EQ(accessible.text(QAccessible::Name), "No announcement");
+    EXPECT_EQ(accessible.text(QAccessible::Description), "Announcement");
+    EXPECT_FALSE(accessible.state().invisible);
+    EXPECT_FALSE(accessible.state().focusable);
+    window.announce("");
+    EXPECT_EQ(accessible.text(QAccessible::Name), "No announcement");
+    window.announce("Not known. Level 0.");
+    EXPECT_EQ(accessible.text(QAccessible::Name), "Not known. Level 0.");
+}
+
+TEST_F(QtWindowTest, NothingIsSeenOfAnAnnouncement)
+{
+    window.show();
+    QCoreApplication::processEvents();
+    const QImage before = window.widget().grab().toImage();
+    const QWidget* focus = window.widget().focusWidget();
+    window.announce("Not known. Level 0.");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.widget().grab().toImage(), before);
+    EXPECT_EQ(window.widget().focusWidget(), focus);
+    EXPECT_EQ(window.widget().size(), QSize(400, 300));
 }
 
 TEST_F(QtWindowTest, KeysPassWhileNoHookIsSet)

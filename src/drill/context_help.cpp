@@ -1,0 +1,138 @@
+#include "drill/context_help.h"
+
+#include <array>
+#include <string>
+
+namespace cuedrill::drill {
+namespace {
+
+constexpr std::array<const char*, platform::toolbar_buttons> toolbar_help{
+    "Asks the next question. The one on display gets no verdict; it is marked as shown, so that it does not come again "
+    "at once. While you are typing or changing a record, you are asked whether to save it first.\r\n\r\nKey: Q",
+    "Shows the answer. Then press + if you knew it, or - if you did not. What you type after that no longer counts as "
+    "known.\r\n\r\nKeys: A, or Enter while the answer box is empty; * in the answer box",
+    "Shows the statistics of the course in place of the hint.\r\n\r\nKey: S",
+    "Shows words from which you can put the answer together: click them in their order, or go to them with Tab and the "
+    "arrow keys and choose with Enter. One wrong word ends the question as not known.\r\n\r\nWhile you are typing the "
+    "answer, shows its shape instead: each letter and digit is hidden.\r\n\r\nAn answer that you type after a hint "
+    "counts as not known.\r\n\r\nKey: H",
+    "Puts the caret into the answer box. Type the answer and press Enter to have it judged; upper and lower case do "
+    "not "
+    "matter. Meanwhile *, + and - are ordinary characters.\r\n\r\nKey: T",
+    "You knew the answer: the question's level rises as far as the time since its last test allows, and the next "
+    "question is asked.\r\n\r\nKey: +, once the answer is shown",
+    "You did not know the answer: the question goes back to level 0, and the next question is asked.\r\n\r\nKey: -, "
+    "once the answer is shown",
+    "Lets you change the question on display and its answer. When you save it, the question starts its history again: "
+    "attempts, failures and level go back to 0.\r\n\r\nKey: E",
+    "Empties both boxes for a new question and its answer.\r\n\r\nKey: I",
+    "Stores the question and the answer that you have typed. Blanks around them are dropped; 200 characters fit into "
+    "each.",
+    "Deletes the question on display and its answer, after asking you. This cannot be undone.\r\n\r\nKey: D",
+};
+
+constexpr const char* level_help =
+    "How many questions are at this level, and how many of all that is. The last line counts level 5 and all above it. "
+    "Questions that were never tested may be in no line.\r\n\r\nThe triangle marks the level to which your last "
+    "verdict "
+    "led; the coloured line with the sign \u25CE is the target level.";
+
+} // namespace
+
+void ContextHelp::offer(platform::HelpfulControl& control, const char* text)
+{
+    control.offer_help([this, text] {
+        m_desktop.message_box({.text = text, .icon = platform::BoxIcon::information, .title = "Cuedrill - Help"});
+    });
+}
+
+void ContextHelp::attach()
+{
+    attach_toolbar();
+    attach_dialog();
+    attach_question_figures();
+    attach_statistics();
+}
+
+void ContextHelp::attach_toolbar()
+{
+    for (std::size_t place = 0; place < toolbar_help.size(); ++place)
+        offer(*m_form1.pb[place], toolbar_help[place]);
+}
+
+void ContextHelp::attach_dialog()
+{
+    offer(m_form1.panel_dialog, "What the program asks you. Answer with the buttons beside it.");
+    offer(m_form1.bot_yes, "Answers what is asked with Yes. A click with the right button of the mouse means No.");
+    offer(m_form1.bot_no, "Answers what is asked with No. Before the first question it ends the program; when you are "
+                          "offered the answer, it leaves the question without a verdict and asks another one.");
+    offer(m_form1.bot_other, "Leaves the question without a verdict and asks another one. Its level stays as it is.");
+    offer(m_form1.P_status, "Tells what has just happened, or what to do next.");
+}
+
+void ContextHelp::attach_question_figures()
+{
+    const struct {
+        platform::Label& caption;
+        platform::Label& value;
+        const char* text;
+    } figures[] = {
+        {m_form1.lab_q_level, m_form1.PANEL_Q_LEVEL,
+         "The level of the question on display, from 0 to 10. The higher it is, the longer the question rests before "
+         "it "
+         "is asked again."},
+        {m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS, "How often the question on display was judged."},
+        {m_form1.lab_fails, m_form1.PANEL_FAILS, "How often the question on display was judged as not known."},
+        {m_form1.lab_elapsed, m_form1.PANEL_ELAPSED,
+         "How long ago the question on display was last judged, in hours and minutes. Empty when it never was."},
+    };
+    for (const auto& figure : figures) {
+        offer(figure.caption, figure.text);
+        offer(figure.value, figure.text);
+    }
+}
+
+void ContextHelp::attach_statistics()
+{
+    for (platform::LevelPanel* panel : m_form1.panel_level)
+        offer(*panel, level_help);
+    const struct {
+        platform::Label& caption;
+        platform::Label& value;
+        const char* text;
+    } figures[] = {
+        {m_form1.lab_total, m_form1.panel_total, "How many questions the course has."},
+        {m_form1.lab_nr_unpassed, m_form1.panel_nr_unpassed,
+         "How many questions are below the target level. With a target above 5, all questions at level 5 or more count "
+         "as well. Those that were never tested may not count."},
+        {m_form1.lab_score, m_form1.Panel_score,
+         "The score of today: a success that leaves a question above level 1 gives a point, and a failure of a "
+         "question "
+         "above level 0 takes one away."},
+        {m_form1.lab_open_time, m_form1.panel_open_time,
+         "How long the program has been running, in hours and minutes."},
+        {m_form1.lab_time_today, m_form1.panel_time_today,
+         "How long you have worked with this course today, in hours and minutes."},
+        {m_form1.lab_time_ever, m_form1.panel_time_ever,
+         "How long you have ever worked with this course, in hours and minutes."},
+        {m_form1.lab_time_now, m_form1.Panel_time_now, "The time of day."},
+    };
+    for (const auto& figure : figures) {
+        offer(figure.caption, figure.text);
+        offer(figure.value, figure.text);
+    }
+}
+
+void ContextHelp::ShowContextHelpHint()
+{
+    m_desktop.message_box({.text = "Context-specific help is available for some buttons and "
+                                   "indicators, when they are enabled."
+                                   "\r\n\r\n"
+                                   "You know that context-help is available for a given button or indicator "
+                                   "as the mouse pointer changes to an upright arrow when passing over it."
+                                   "\r\n\r\n"
+                                   "To have help on these buttons and indicators, "
+                                   "press the shift key and click on the button or indicator at the same time."});
+}
+
+} // namespace cuedrill::drill

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/desktop.h"
+#include "platform/form1.h"
+
+namespace cuedrill::drill {
+
+/// What the buttons and indicators of the main window tell about themselves on Shift and a click.
+class ContextHelp {
+public:
+    ContextHelp(platform::Form1& form1, platform::Desktop& desktop) : m_form1(form1), m_desktop(desktop) {}
+
+    /// Gives every button and indicator its help.
+    void attach();
+
+    /// Command: tells how to get it.
+    void ShowContextHelpHint();
+
+private:
+    void attach_toolbar();
+    void attach_dialog();
+    void attach_question_figures();
+    void attach_statistics();
+    void offer(platform::HelpfulControl& control, const char* text);
+
+    platform::Form1& m_form1;
+    platform::Desktop& m_desktop;
+};
+
+} // namespace cuedrill::drill

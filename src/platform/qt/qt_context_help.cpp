@@ -1,0 +1,139 @@
+#include "platform/qt/qt_context_help.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QVariant>
+#include <QWindow>
+#include <utility>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+using Ask = std::function<void()>;
+
+constexpr auto help = "cuedrill_help";
+
+bool offers_help(const QWidget& widget)
+{
+    return widget.property(help).isValid();
+}
+
+} // namespace
+
+void offer_help(QWidget& widget, Ask ask)
+{
+    widget.setProperty(help, QVariant::fromValue(std::move(ask)));
+    widget.setCursor(Qt::UpArrowCursor);
+}
+
+QtContextHelp::QtContextHelp(QWidget& window, QtActionGate& gate) : m_window(window), m_gate(gate)
+{
+    // Only here the events of disabled widgets can be seen.
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool QtContextHelp::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+        return filter_mouse(*watched, static_cast<QMouseEvent&>(*event));
+    case QEvent::KeyPress:
+        return filter_key(*watched, static_cast<QKeyEvent&>(*event));
+    case QEvent::Enter:
+    case QEvent::Leave:
+    case QEvent::EnabledChange:
+        note_pointer(*watched, event->type());
+        return false;
+    default:
+        return false;
+    }
+}
+
+/// The widget for which the event is meant. What the user does comes to the window's handle first and must be held back
+/// there: on the way to a widget the toolkit already moves the focus. Events made by a program come to the widget only.
+QWidget* QtContextHelp::aimed_at(QObject& watched, const QMouseEvent& event) const
+{
+    if (&watched == m_window.windowHandle())
+        return m_window.childAt(event.position().toPoint());
+    return qobject_cast<QWidget*>(&watched);
+}
+
+/// `widget`, or the nearest widget around it, that offers help; none when there is none.
+QWidget* QtContextHelp::helpful(QWidget* widget) const
+{
+    if (widget == nullptr || widget->window() != &m_window)
+        return nullptr;
+    while (widget != nullptr && !offers_help(*widget))
+        widget = widget->parentWidget();
+    return widget;
+}
+
+void QtContextHelp::ask(const QWidget& widget)
+{
+    m_gate.run(widget.property(help).value<Ask>());
+}
+
+bool QtContextHelp::filter_mouse(QObject& watched, const QMouseEvent& event)
+{
+    if (event.button() != Qt::LeftButton)
+        return false;
+    if (event.type() == QEvent::MouseButtonRelease)
+        return filter_release(watched, event);
+    // A click beside an open menu closes the menu and no more.
+    const bool asks = event.modifiers().testFlag(Qt::ShiftModifier) && QApplication::activePopupWidget() == nullptr;
+    QWidget* const widget = asks ? helpful(aimed_at(watched, event)) : nullptr;
+    m_pressed = widget != nullptr;
+    // At the window's handle the second press of a double click comes as a press and then as a double click.
+    m_asked = event.type() == QEvent::MouseButtonPress ? widget : nullptr;
+    return m_pressed;
+}
+
+/// Asks only now, because a box that opens while the button is down takes the release away.
+bool QtContextHelp::filter_release(QObject& watched, const QMouseEvent& event)
+{
+    if (!std::exchange(m_pressed, false))
+        return false;
+    const QPointer<QWidget> asked = std::exchange(m_asked, nullptr);
+    if (asked != nullptr && helpful(aimed_at(watched, event)) == asked)
+        ask(*asked);
+    return true;
+}
+
+bool QtContextHelp::filter_key(const QObject& watched, const QKeyEvent& event)
+{
+    if (event.key() != Qt::Key_F1 || event.modifiers() != Qt::NoModifier || &watched != m_window.focusWidget())
+        return false;
+    const QWidget* const widget = helpful(m_window.focusWidget());
+    if (widget == nullptr)
+        return false;
+    if (!event.isAutoRepeat())
+        ask(*widget);
+    return true;
+}
+
+/// Over a disabled widget the toolkit shows the pointer of what is around it. It chooses the pointer just after it has
+/// told that the pointer has come in, and just before it tells that a widget has been disabled or enabled.
+void QtContextHelp::note_pointer(QObject& watched, QEvent::Type type)
+{
+    auto* const widget = qobject_cast<QWidget*>(&watched);
+    if (widget == nullptr || widget->window() != &m_window || !offers_help(*widget))
+        return;
+    if (type == QEvent::Enter)
+        m_pointed = widget;
+    else if (type == QEvent::Leave)
+        m_pointed.clear();
+    if (m_pointed != nullptr)
+        QMetaObject::invokeMethod(
+            this, [this] { show_pointer(); }, Qt::QueuedConnection);
+}
+
+void QtContextHelp::show_pointer()
+{
+    if (m_pointed != nullptr && m_window.windowHandle() != nullptr)
+        m_window.windowHandle()->setCursor(Qt::UpArrowCursor);
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/qt/qt_control.h"
+#include "platform/qt/qt_guard.h"
+
+#include <QEvent>
+#include <QObject>
+#include <QPointer>
+#include <functional>
+
+class QKeyEvent;
+class QMouseEvent;
+
+namespace cuedrill::platform::qt {
+
+/// Has the QtContextHelp of the window in which `widget` stands call `ask` when the user asks what `widget` is for, and
+/// makes the pointer over it an upright arrow.
+void offer_help(QWidget& widget, std::function<void()> ask);
+
+/// Gives the help that the widgets of one window offer. The user asks for it with Shift and a click of the left button
+/// on the widget, which may be disabled, or with F1 while it has the focus; the widget and the focus notice nothing.
+class QtContextHelp : public QObject {
+public:
+    QtContextHelp(QWidget& window, QtActionGate& gate);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    [[nodiscard]] QWidget* aimed_at(QObject& watched, const QMouseEvent& event) const;
+    [[nodiscard]] QWidget* helpful(QWidget* widget) const;
+    void ask(const QWidget& widget);
+    bool filter_mouse(QObject& watched, const QMouseEvent& event);
+    bool filter_release(QObject& watched, const QMouseEvent& event);
+    bool filter_key(const QObject& watched, const QKeyEvent& event);
+    void note_pointer(QObject& watched, QEvent::Type type);
+    void show_pointer();
+
+    QWidget& m_window;
+    QtActionGate& m_gate;
+    bool m_pressed = false;        ///< the left button went down for help and is not up yet
+    QPointer<QWidget> m_asked{};   ///< the widget on which it went down; none for the second press of a double click
+    QPointer<QWidget> m_pointed{}; ///< the widget with help over which the pointer stands
+};
+
+/// What the adapters of all controls that can tell what they are for have in common.
+template <typename Interface>
+class QtHelpfulControl : public QtControl<Interface> {
+public:
+    void offer_help(std::function<void()> ask) override { qt::offer_help(m_widget, std::move(ask)); }
+
+protected:
+    QtHelpfulControl(QWidget& widget, const char* name) : QtControl<Interface>(widget, name), m_widget(widget) {}
+
+private:
+    QWidget& m_widget;
+};
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,118 @@
+#include "drill/drill_fixture.h"
+
+#include <set>
+#include <vector>
+
+namespace cuedrill::drill {
+namespace {
+
+class Help : public DrillFixture {
+protected:
+    void SetUp() override { start_with_three_questions(); }
+
+    /// What Shift and a click on the control tells.
+    template <class Control>
+    std::string help_of(const Control& control)
+    {
+        const std::size_t before = desktop.boxes.size();
+        std::string told;
+        desktop.on_box = [&] {
+            told = desktop.boxes.back().text;
+            desktop.expect_box(told);
+        };
+        user([&] { control.shift_click(); });
+        desktop.on_box = {};
+        EXPECT_EQ(desktop.boxes.size(), before + (told.empty() ? 0U : 1U));
+        return told;
+    }
+};
+
+TEST_F(Help, of_each_button_of_the_toolbar_is_its_own_and_is_there_while_it_is_disabled)
+{
+    std::set<std::string> texts;
+    for (int number = 1; number <= platform::toolbar_buttons; ++number)
+        texts.insert(help_of(form1.toolbar(number)));
+    EXPECT_FALSE(form1.toolbar(8).is_enabled);
+    EXPECT_EQ(texts.size(), 11U);
+    EXPECT_FALSE(texts.contains(""));
+}
+
+TEST_F(Help, runs_no_command)
+{
+    yes();
+    const fakes::CourseContents before = fakes::read_course(path);
+    for (int number = 1; number <= platform::toolbar_buttons; ++number)
+        help_of(form1.toolbar(number));
+    help_of(form1.bot_yes);
+    help_of(form1.bot_no);
+    EXPECT_EQ(question(), "France?");
+    EXPECT_EQ(answer(), "");
+    EXPECT_EQ(prompt(), "Do you want to see the answer?");
+    EXPECT_EQ(fakes::read_course(path), before);
+}
+
+TEST_F(Help, is_there_for_the_dialog_and_its_prompt)
+{
+    yes();
+    yes();
+    std::set<std::string> texts{help_of(form1.bot_yes), help_of(form1.bot_no), help_of(form1.bot_other),
+                                help_of(form1.panel_dialog), help_of(form1.P_status)};
+    EXPECT_EQ(texts.size(), 5U);
+    EXPECT_FALSE(texts.contains(""));
+}
+
+TEST_F(Help, of_an_indicator_is_that_of_its_caption)
+{
+    const struct {
+        const fakes::FakeLabel& caption;
+        const fakes::FakeLabel& value;
+    } indicators[] = {{form1.lab_q_level, form1.PANEL_Q_LEVEL},       {form1.lab_q_attempts, form1.PANEL_Q_ATTEMPTS},
+                      {form1.lab_fails, form1.PANEL_FAILS},           {form1.lab_elapsed, form1.PANEL_ELAPSED},
+                      {form1.lab_total, form1.panel_total},           {form1.lab_nr_unpassed, form1.panel_nr_unpassed},
+                      {form1.lab_score, form1.Panel_score},           {form1.lab_open_time, form1.panel_open_time},
+                      {form1.lab_time_today, form1.panel_time_today}, {form1.lab_time_ever, form1.panel_time_ever},
+                      {form1.lab_time_now, form1.Panel_time_now}};
+    std::set<std::string> texts;
+    for (const auto& indicator : indicators) {
+        const std::string text = help_of(indicator.value);
+        EXPECT_EQ(help_of(indicator.caption), text) << indicator.value.name;
+        texts.insert(text);
+    }
+    EXPECT_EQ(texts.size(), std::size(indicators));
+    EXPECT_FALSE(texts.contains(""));
+}
+
+TEST_F(Help, of_the_levels_tells_what_the_marks_mean)
+{
+    for (const fakes::FakeLevelPanel& panel : form1.panel_level)
+        EXPECT_NE(help_of(panel).find("The triangle marks the level to which your last verdict led"),
+                  std::string::npos);
+}
+
+TEST_F(Help, stands_in_a_box_of_its_own_title)
+{
+    desktop.expect_box_like({.text =
+                                 "Leaves the question without a verdict and asks another one. Its level stays as it "
+                                 "is.",
+                             .icon = platform::BoxIcon::information,
+                             .title = "Cuedrill - Help"},
+                            platform::BoxAnswer::ok);
+    yes();
+    yes();
+    user([this] { form1.bot_other.shift_click(); });
+}
+
+TEST_F(Help, on_help_says_how_to_get_it)
+{
+    desktop.expect_box_like(
+        {.text = "Context-specific help is available for some buttons and indicators, when they are enabled.\r\n\r\n"
+                 "You know that context-help is available for a given button or indicator as the mouse pointer changes "
+                 "to an upright arrow when passing over it.\r\n\r\n"
+                 "To have help on these buttons and indicators, press the shift key and click on the button or "
+                 "indicator at the same time."},
+        platform::BoxAnswer::ok);
+    choose("howtogetcontexthelp");
+}
+
+} // namespace
+} // namespace cuedrill::drill
