@@ -3,6 +3,8 @@
 #include "common/text.h"
 #include "drill/text_difference.h"
 
+#include <algorithm>
+
 namespace cuedrill::drill {
 namespace {
 
@@ -22,6 +24,20 @@ bool is_punctuation(std::string_view word)
 {
     const auto code = word.size() == 1 ? static_cast<unsigned char>(word.front()) : 'A';
     return code < '0' || (code > '9' && code < 'A');
+}
+
+/// What is worth being marked: texts with little in common differ as a whole, and single letters that they happen to
+/// share would only confuse.
+TextDifference telling_difference(std::string_view typed, std::string_view correct,
+                                  const platform::TextCompare& text_compare)
+{
+    TextDifference found = difference(typed, correct, text_compare);
+    std::size_t shared = common::code_points(correct);
+    for (const common::TextRange& mark : found.in_second)
+        shared -= mark.end - mark.begin;
+    if (2 * shared < std::max(common::code_points(typed), common::code_points(correct)))
+        found = {};
+    return found;
 }
 
 void append(std::string& message, std::vector<common::TextRange>& marked, std::string_view text,
@@ -132,7 +148,7 @@ void TypedAnswer::succeed()
 void TypedAnswer::msgbox_incorrect_answer(const std::string& typed, const std::string& correct)
 {
     const TextDifference differing =
-        same(typed, correct) ? TextDifference{} : difference(typed, correct, m_services.text_compare);
+        same(typed, correct) ? TextDifference{} : telling_difference(typed, correct, m_services.text_compare);
     std::string message;
     std::vector<common::TextRange> marked;
     if (!typed.empty()) {

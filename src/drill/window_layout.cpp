@@ -61,6 +61,8 @@ void WindowLayout::relayout_dialog()
 {
     const bool question = question_on_display();
     const bool editing = m_flags.editing();
+    // Nothing is asked while a record is being typed.
+    m_form1.panel_dialog.set_enabled(!editing);
     m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
     m_form1.bot_yes.set_enabled(!editing && (question || m_state.dialog == DialogState::AskToStart));
     // In the other states "No" asks for no verdict.

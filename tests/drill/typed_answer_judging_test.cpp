@@ -116,10 +116,17 @@ TEST_F(JudgedAnswer, is_not_told_where_there_is_none)
 {
     desktop.expect_box("The correct answer is: \r\n\r\n   Paris");
     user([this] { logic->typed_answer.JudgeTypedAnswer(); });
-    const std::size_t correct = std::string("The correct answer is: \r\n\r\n   ").size();
     ASSERT_FALSE(desktop.boxes.empty());
-    EXPECT_EQ(desktop.boxes.back().marked, (Marks{{correct, correct + 5}}));
+    EXPECT_EQ(desktop.boxes.back().marked, Marks());
     expect_not_known();
+}
+
+TEST_F(JudgedAnswer, that_shares_less_than_half_with_the_right_one_has_nothing_marked)
+{
+    desktop.expect_box(wrong_answer_text("Oslo is", "Paris"));
+    enter("Oslo is");
+    ASSERT_FALSE(desktop.boxes.empty());
+    EXPECT_EQ(desktop.boxes.back().marked, Marks());
 }
 
 TEST_F(JudgedAnswer, after_a_hint_is_a_failure_though_it_is_right)

@@ -19,6 +19,8 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QScreen>
 #include <QValidator>
 #include <algorithm>
 
@@ -146,9 +148,37 @@ void set_buttons(QMessageBox& widget, const MessageBox& box)
     }
 }
 
+/// The width of the widest piece of a text between separators.
+int widest_piece(const QString& text, const char* separator, const QFontMetrics& metrics)
+{
+    int widest = 0;
+    for (const QString& piece : text.split(QRegularExpression(QLatin1String(separator))))
+        widest = std::max(widest, metrics.horizontalAdvance(piece));
+    return widest;
+}
+
+/// Makes the box wide enough for a long word, which is never broken, as far as the screen allows.
+void make_room_for_words(QMessageBox& widget, QLabel& label, const QString& text)
+{
+    constexpr int usual_width = 480; // more is left to the toolkit only for words that it does not cut
+    constexpr int long_word = 300;
+    QFont bold = label.font();
+    bold.setBold(true); // as marked words are
+    const QFontMetrics metrics(bold);
+    const QString blanks(4, QLatin1Char(' '));
+    const int word = widest_piece(text, "\\s+", metrics) + metrics.horizontalAdvance(blanks);
+    if (word < long_word)
+        return;
+    const int line = std::min(widest_piece(text, "\n", metrics), usual_width);
+    label.setMinimumWidth(std::min(std::max(word, line), widget.screen()->availableGeometry().width() * 3 / 4));
+}
+
 /// Plain text, unless parts of it are marked.
 void show_text(QMessageBox& widget, const MessageBox& box)
 {
+    auto* const label = widget.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (label != nullptr)
+        make_room_for_words(widget, *label, to_qt(box.text));
     if (box.marked.empty()) {
         widget.setTextFormat(Qt::PlainText);
         widget.setText(to_qt(box.text));
@@ -156,7 +186,7 @@ void show_text(QMessageBox& widget, const MessageBox& box)
     }
     widget.setTextFormat(Qt::RichText);
     widget.setText(to_marked_html(box.text, box.marked));
-    if (auto* label = widget.findChild<QLabel*>(QStringLiteral("qt_msgbox_label")))
+    if (label != nullptr)
         label->setAccessibleName(to_qt(box.text));
 }
 

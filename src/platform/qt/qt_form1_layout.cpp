@@ -79,6 +79,8 @@ void add_figure(QBoxLayout& figures, QtLabel& caption, QtLabel& value)
 {
     keep_room_when_hidden(caption.widget());
     keep_room_when_hidden(value.widget());
+    // The captions stay in their places when figures come and go.
+    value.widget().setMinimumWidth(value.widget().fontMetrics().averageCharWidth() * 6);
     figures.addWidget(&caption.widget());
     figures.addWidget(&value.widget());
     figures.addSpacing(2 * wide_gap);

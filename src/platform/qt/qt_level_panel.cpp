@@ -13,7 +13,7 @@ namespace {
 constexpr int padding = 8;
 constexpr double bar_height = 10;
 constexpr int mark_width = 10;
-constexpr int caption_characters = 12;
+constexpr int caption_characters = 14;
 constexpr int count_characters = 7;
 constexpr double thinnest_bar = 4.0; // a single question of thousands must still be seen
 

@@ -70,6 +70,18 @@ TEST_F(QtDesktopTest, AMessageWithMarksTellsTheSameWords)
     desktop.message_box({.text = text, .details = "more", .marked = {{5, 8}}});
 }
 
+TEST_F(QtDesktopTest, ALongWordIsNotCut)
+{
+    const std::string word(80, 'o');
+    when_box_opens<QMessageBox>([&](QMessageBox& box) {
+        const auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+        ASSERT_NE(label, nullptr);
+        EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(QString::fromStdString(word)));
+        box.close();
+    });
+    desktop.message_box({.text = "The correct answer is: \r\n\r\n   " + word});
+}
+
 TEST_F(QtDesktopTest, AMessageHasTheTitleAndIconThatAreAskedFor)
 {
     when_box_opens<QMessageBox>([](QMessageBox& box) {
