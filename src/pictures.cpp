@@ -323,15 +323,15 @@ std::vector<Wish> wishes(double scale)
 {
     std::vector<Wish> list;
     for (const Mode& mode : modes) {
-        if (scale != 1 && !is_one_of(mode, {"question", "answer-asked", "word-hint", "wrong-box"}))
-            continue;
         for (const bool dark : {false, true})
             list.push_back({.mode = &mode, .texts = short_texts, .dark = dark});
         if (scale != 1)
             continue;
         if (is_one_of(mode, {"question", "answer", "word-hint", "masked-hint"})) {
-            for (const QSize size : {QSize(800, 600), QSize(1280, 900), QSize(1920, 1080)})
-                list.push_back({.mode = &mode, .texts = short_texts, .size = size});
+            for (const QSize size : {QSize(800, 600), QSize(1280, 900), QSize(1920, 1080)}) {
+                for (const bool dark : {false, true})
+                    list.push_back({.mode = &mode, .texts = short_texts, .size = size, .dark = dark});
+            }
         }
         if (is_one_of(mode, {"answer", "word-hint", "wrong-box"})) {
             for (const Texts& texts : long_texts)

@@ -9,33 +9,35 @@ namespace {
 constexpr std::array<const char*, platform::toolbar_buttons> toolbar_help{
     "Asks the next question. The one on display gets no verdict; it is marked as shown, so that it does not come again "
     "at once. While you are typing or changing a record, you are asked whether to save it first.\r\n\r\nKey: Q",
-    "Shows the answer. Then press + if you knew it, or - if you did not. What you type after that no longer counts as "
-    "known.\r\n\r\nKeys: A, or Enter while the answer box is empty; * in the answer box",
+    "Shows the answer. Then press + if you knew it, or - if you did not.\r\n\r\nKeys: A, or Enter while the answer box "
+    "is empty; * in the answer box, unless you are typing the answer",
     "Shows the statistics of the course in place of the hint.\r\n\r\nKey: S",
     "Shows words from which you can put the answer together: click them in their order, or go to them with Tab and the "
     "arrow keys and choose with Enter. One wrong word ends the question as not known.\r\n\r\nWhile you are typing the "
-    "answer, shows its shape instead: each letter and digit is hidden.\r\n\r\nAn answer that you type after a hint "
-    "counts as not known.\r\n\r\nKey: H",
+    "answer, shows its shape instead: the letters A to Z and the digits are hidden.\r\n\r\nAn answer that you type "
+    "after "
+    "a hint counts as not known.\r\n\r\nKey: H, outside of the boxes; Escape leaves them",
     "Puts the caret into the answer box. Type the answer and press Enter to have it judged; upper and lower case do "
     "not "
     "matter. Meanwhile *, + and - are ordinary characters.\r\n\r\nKey: T",
     "You knew the answer: the question's level rises as far as the time since its last test allows, and the next "
-    "question is asked.\r\n\r\nKey: +, once the answer is shown",
+    "question is asked.\r\n\r\nKey: +, once the answer is shown, unless you were typing it",
     "You did not know the answer: the question goes back to level 0, and the next question is asked.\r\n\r\nKey: -, "
     "once the answer is shown",
     "Lets you change the question on display and its answer. When you save it, the question starts its history again: "
-    "attempts, failures and level go back to 0.\r\n\r\nKey: E",
+    "attempts, failures and level go back to 0, in both directions.\r\n\r\nKey: E",
     "Empties both boxes for a new question and its answer.\r\n\r\nKey: I",
     "Stores the question and the answer that you have typed. Blanks around them are dropped; 200 characters fit into "
     "each.",
-    "Deletes the question on display and its answer, after asking you. This cannot be undone.\r\n\r\nKey: D",
+    "Deletes the question on display and its answer, after asking you. This cannot be undone. Without a question on "
+    "display it only empties the boxes.\r\n\r\nKey: D",
 };
 
 constexpr const char* level_help =
     "How many questions are at this level, and how many of all that is. The last line counts level 5 and all above it. "
     "Questions that were never tested may be in no line.\r\n\r\nThe triangle marks the level to which your last "
     "verdict "
-    "led; the coloured line with the sign \u25CE is the target level.";
+    "led. The coloured line with the sign \u25CE is the target level, where that is 5 or less.";
 
 } // namespace
 
@@ -63,9 +65,14 @@ void ContextHelp::attach_toolbar()
 void ContextHelp::attach_dialog()
 {
     offer(m_form1.panel_dialog, "What the program asks you. Answer with the buttons beside it.");
-    offer(m_form1.bot_yes, "Answers what is asked with Yes. A click with the right button of the mouse means No.");
-    offer(m_form1.bot_no, "Answers what is asked with No. Before the first question it ends the program; when you are "
-                          "offered the answer, it leaves the question without a verdict and asks another one.");
+    offer(m_form1.bot_yes, "Answers what is asked with Yes. To \"Did you know the answer?\" that is the verdict that "
+                           "you knew it. A click with "
+                           "the right button of the mouse means No.");
+    offer(
+        m_form1.bot_no,
+        "Answers what is asked with No. Before the first question that ends the program; when you are offered the "
+        "answer, it leaves the question without a verdict and asks another one; to \"Did you know the answer?\" it is "
+        "the verdict that you did not know it.");
     offer(m_form1.bot_other, "Leaves the question without a verdict and asks another one. Its level stays as it is.");
     offer(m_form1.P_status, "Tells what has just happened, or what to do next.");
 }
@@ -81,8 +88,10 @@ void ContextHelp::attach_question_figures()
          "The level of the question on display, from 0 to 10. The higher it is, the longer the question rests before "
          "it "
          "is asked again."},
-        {m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS, "How often the question on display was judged."},
-        {m_form1.lab_fails, m_form1.PANEL_FAILS, "How often the question on display was judged as not known."},
+        {m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS,
+         "How often the question on display was judged in this direction since it was last saved."},
+        {m_form1.lab_fails, m_form1.PANEL_FAILS,
+         "How often the question on display was judged as not known in this direction since it was last saved."},
         {m_form1.lab_elapsed, m_form1.PANEL_ELAPSED,
          "How long ago the question on display was last judged, in hours and minutes. Empty when it never was."},
     };

@@ -157,7 +157,7 @@ void QuestionDialog::FailAndNext()
         return;
     m_scoring.set_failure();
     // A success is told by the status line.
-    m_form1.window.announce("Not known. Level 0.");
+    m_view.announce_with_next("Not known. Level 0.");
     m_selection.next_question();
 }
 

@@ -60,8 +60,7 @@ void QuestionView::show_question()
 {
     or_withdraw([this] {
         load_current_record();
-        if (m_layout.question_on_display())
-            m_form1.window.announce(m_state.loaded_question);
+        announce_question();
         ask();
     });
 }
@@ -82,6 +81,14 @@ void QuestionView::show_record_and_answer()
         m_state.AnswerShown = m_state.answer_revealed = m_layout.question_on_display();
         m_layout.RelayoutWindow();
     });
+}
+
+void QuestionView::announce_question()
+{
+    std::string text = std::exchange(m_verdict_to_tell, {});
+    if (m_layout.question_on_display())
+        text += (text.empty() ? "" : " ") + m_state.loaded_question;
+    m_form1.window.announce(text);
 }
 
 void QuestionView::ask()
@@ -176,7 +183,8 @@ void QuestionView::RevealAnswer()
     m_form1.Text_a.set_background(m_state.SelfJudgement == "-" ? common::light_red : common::light_green);
     m_state.answer_revealed = true;
     m_layout.RelayoutWindow();
-    m_form1.window.announce("Answer: " + m_state.loaded_answer);
+    m_form1.window.announce((m_state.SelfJudgement == "-" ? "Not known. Answer: " : "Answer: ") +
+                            m_state.loaded_answer);
 }
 
 void QuestionView::show_answer_for_editing()

@@ -10,7 +10,9 @@
 #include "scheduler/ports.h"
 #include "store/course.h"
 
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace cuedrill::drill {
 
@@ -50,6 +52,9 @@ public:
     /// Shows the stored answer, on light red when the user had marked it as not known, otherwise on light green.
     void RevealAnswer();
 
+    /// Has `verdict` told together with the next question: assistive technology might skip the first of two texts.
+    void announce_with_next(std::string verdict) { m_verdict_to_tell = std::move(verdict); }
+
     /// Shows the stored answer to be changed.
     void show_answer_for_editing();
 
@@ -59,6 +64,7 @@ public:
 private:
     void load_current_record();
     void ask();
+    void announce_question();
     void show_figures(const platform::TableCursor& row, common::DateTime now);
     void show_texts(std::string_view question);
     template <class Show>
@@ -71,6 +77,7 @@ private:
     WindowLayout& m_layout;
     Hints& m_hints;
     platform::Clock& m_clock;
+    std::string m_verdict_to_tell;
 };
 
 } // namespace cuedrill::drill

@@ -43,7 +43,17 @@ void WindowLayout::relayout_boxes()
 {
     m_form1.Text_q.set_locked(!m_flags.editing());
     m_form1.Text_a.set_locked(!m_flags.editing() && !can_type());
-    m_form1.panel_a.set_caption(m_state.TypingMode && can_type() ? "Type the answer, then press Enter" : "Answer");
+    m_form1.panel_a.set_caption(answer_heading());
+}
+
+/// What the colour of a revealed answer tells, the heading tells too.
+const char* WindowLayout::answer_heading() const
+{
+    if (m_state.TypingMode && can_type())
+        return "Type the answer, then press Enter";
+    if (!m_state.answer_revealed || m_state.SelfJudgement.empty())
+        return "Answer";
+    return m_state.SelfJudgement == "-" ? "Answer: not known (-)" : "Answer: known (+)";
 }
 
 void WindowLayout::relayout_shared_place()

@@ -35,6 +35,7 @@ public:
 
 private:
     void relayout_boxes();
+    [[nodiscard]] const char* answer_heading() const;
     void relayout_shared_place();
     void relayout_dialog();
     void relayout_commands();

@@ -195,7 +195,7 @@ TEST_F(Announcements, tell_the_question_its_answer_and_a_failure)
     EXPECT_EQ(told(), Texts{"France?"});
     yes();
     no();
-    EXPECT_EQ(told(), (Texts{"France?", "Answer: Paris", "Not known. Level 0.", "Italy?"}));
+    EXPECT_EQ(told(), (Texts{"France?", "Answer: Paris", "Not known. Level 0. Italy?"}));
 }
 
 TEST_F(Announcements, leave_a_success_to_the_status_line)

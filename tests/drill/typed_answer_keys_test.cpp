@@ -378,5 +378,22 @@ TEST_F(TypingModeTest, is_not_entered_while_the_answer_is_on_display)
     EXPECT_FALSE(logic->state.TypingMode);
 }
 
+TEST_F(DrillFixture, heading_of_the_answer_tells_what_its_colour_tells)
+{
+    start_with_three_questions();
+    yes();
+    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    press_in_answer("-");
+    EXPECT_EQ(form1.panel_a.caption_value, "Answer: not known (-)");
+    EXPECT_EQ(form1.window.announcements.back(), "Not known. Answer: Paris");
+    toolbar(1);
+    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    press_in_answer("+");
+    EXPECT_EQ(form1.panel_a.caption_value, "Answer: known (+)");
+    toolbar(1);
+    yes();
+    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+}
+
 } // namespace
 } // namespace cuedrill::drill

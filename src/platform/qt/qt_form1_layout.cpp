@@ -210,12 +210,13 @@ void lay_out(QtForm1Controls& c)
     lines->addLayout(toolbar(c));
     lines->addLayout(question_and_answer(c), 1);
     lines->addLayout(question_figures(c));
+    // From here Tab leads to the hint, or where there is none to the dialog: what comes after most commands.
+    c.bot_focus.widget().setParent(content);
     lines->addLayout(shared_place(c));
     lines->addLayout(dialog_line(c));
     fill_width(c.P_status.widget());
     c.P_status.widget().setMinimumHeight(c.P_status.widget().sizeHint().height() + narrow_gap);
     lines->addWidget(&c.P_status.widget());
-    c.bot_focus.widget().setParent(content);
 
     QMainWindow& window = c.window.widget();
     window.setCentralWidget(content);

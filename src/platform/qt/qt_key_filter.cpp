@@ -39,9 +39,10 @@ char32_t single_character(const QString& text)
     return code_points.front();
 }
 
+/// Some scripts have keys for marks, such as vowel signs, where others have letters.
 bool is_letter_beyond_latin(char32_t character)
 {
-    return QChar::isLetter(character) && QChar::script(character) != QChar::Script_Latin;
+    return (QChar::isLetter(character) || QChar::isMark(character)) && QChar::script(character) != QChar::Script_Latin;
 }
 
 bool is_menu(const QWidget& widget)

@@ -119,8 +119,7 @@ void QtLevelPanel::set_caption(std::string_view text)
 
 void QtLevelPanel::set_description(std::string_view text)
 {
-    m_description = to_qt(text);
-    describe();
+    m_row.setAccessibleDescription(to_qt(text));
 }
 
 void QtLevelPanel::set_count(std::int64_t count, std::int64_t total)
@@ -138,13 +137,6 @@ void QtLevelPanel::set_background(std::optional<common::Colour> colour)
 void QtLevelPanel::set_marked(bool marked)
 {
     m_row.set_marked(marked);
-    describe();
-}
-
-/// The mark is only drawn, so it is told here too.
-void QtLevelPanel::describe()
-{
-    m_row.setAccessibleDescription(m_row.marked() ? m_description + QStringLiteral(", last verdict") : m_description);
 }
 
 } // namespace cuedrill::platform::qt

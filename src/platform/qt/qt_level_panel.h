@@ -20,7 +20,6 @@ public:
 
     [[nodiscard]] const QString& caption() const { return m_caption; }
     [[nodiscard]] double share() const { return m_share; }
-    [[nodiscard]] bool marked() const { return m_marked; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -50,10 +49,8 @@ public:
 
 private:
     QtLevelPanel(const char* name, LevelRow& row);
-    void describe();
 
     LevelRow& m_row;
-    QString m_description;
 };
 
 } // namespace cuedrill::platform::qt

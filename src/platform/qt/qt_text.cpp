@@ -72,8 +72,9 @@ std::size_t to_place(const QString& text, int position)
 
 QString plain_tool_tip(const QString& text)
 {
-    // A tool tip guesses whether it is given markup; so it is given markup in which the text is escaped.
-    return text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+    // A tool tip guesses whether it is given markup; where the text might look like it, it is given markup in which the
+    // text is escaped.
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 
 } // namespace cuedrill::platform::qt

@@ -283,6 +283,19 @@ TEST_F(QtForm1Test, TheFocusHolderTakesTheFocusFromATextBox)
     EXPECT_TRUE(widget("bot_focus").hasFocus());
 }
 
+TEST_F(QtForm1Test, TabLeadsFromTheFocusHolderToWhatComesNext)
+{
+    form1.window.show();
+    for (const bool hint : {false, true}) {
+        form1.frame_stats.set_visible(!hint);
+        form1.panel_lista.set_visible(hint);
+        form1.bot_focus.set_focus();
+        press_key(widget("bot_focus"), Qt::Key_Tab, "\t");
+        EXPECT_EQ(form1.t_hint.has_focus(), hint);
+        EXPECT_EQ(form1.bot_yes.has_focus(), !hint);
+    }
+}
+
 TEST_F(QtForm1Test, KeysReachTheWindowBeforeTheTextBox)
 {
     std::string seen;

@@ -79,6 +79,16 @@ TEST_F(QtKeyFilterTest, BothEnterKeysAndEscapeAreToldAsSuch)
     EXPECT_EQ(seen[2].character, "");
 }
 
+TEST_F(QtKeyFilterTest, TheKeypadGivesTheSameSigns)
+{
+    swallow = true;
+    press_key(text, Qt::Key_Plus, "+", false, Qt::KeypadModifier);
+    press_key(text, Qt::Key_Minus, "-", false, Qt::KeypadModifier);
+    press_key(text, Qt::Key_Asterisk, "*", false, Qt::KeypadModifier);
+    ASSERT_EQ(seen.size(), 3U);
+    EXPECT_EQ(seen[0].character + seen[1].character + seen[2].character, "+-*");
+}
+
 TEST_F(QtKeyFilterTest, TellsThatAKeyIsHeldDown)
 {
     press_key(text, Qt::Key_Plus, "+", true);
@@ -397,6 +407,8 @@ TEST(LetterKeys, ALetterBeyondLatinStandsForTheLatinOneAtItsPlaceExceptInTyping)
         {"\u044f", 52, false, "z"},      // Russian
         {"\u044c", 58, false, "m"},      // Russian
         {"\u03b1", 38, false, "a"},      // Greek
+        {"\u0e49", 43, false, "h"},      // Thai: a tone mark
+        {"\u094b", 38, false, "a"},      // Hindi: a vowel sign
         {"\u0444", 38, true, "\u0444"},
         {"+", 24, false, "+"},
         {"\u00e4", 48, false, "\u00e4"},

@@ -82,18 +82,6 @@ TEST_F(QtLevelPanelTest, AMarkChangesThePictureAndNotOnlyItsColour)
     EXPECT_EQ(panel.widget().grab().toImage(), plain);
 }
 
-TEST_F(QtLevelPanelTest, TheMarkIsToldBehindTheLevel)
-{
-    QAccessibleInterface& accessible = *QAccessible::queryAccessibleInterface(&panel.widget());
-    panel.set_description("Level 2");
-    panel.set_marked(true);
-    EXPECT_EQ(accessible.text(QAccessible::Description), "Level 2, last verdict");
-    panel.set_description("Level 3");
-    EXPECT_EQ(accessible.text(QAccessible::Description), "Level 3, last verdict");
-    panel.set_marked(false);
-    EXPECT_EQ(accessible.text(QAccessible::Description), "Level 3");
-}
-
 } // namespace
 
 } // namespace cuedrill::platform::qt
