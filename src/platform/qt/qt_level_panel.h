@@ -20,6 +20,7 @@ public:
 
     [[nodiscard]] const QString& caption() const { return m_caption; }
     [[nodiscard]] double share() const { return m_share; }
+    [[nodiscard]] bool marked() const { return m_marked; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
