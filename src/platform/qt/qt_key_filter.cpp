@@ -103,6 +103,7 @@ bool swallows(const KeyHook& hook, const KeyPress& press, QtActionGate& gate)
 
 QtKeyFilter::QtKeyFilter(QWidget& window, KeyHook hook) : m_window(window), m_hook(std::move(hook))
 {
+    m_clock.start();
     QCoreApplication::instance()->installEventFilter(this);
 }
 

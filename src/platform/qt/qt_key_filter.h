@@ -4,6 +4,7 @@
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_key_memory.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -55,7 +56,8 @@ private:
     QWidget& m_window;
     KeyHook m_hook;
     std::vector<ControlHook> m_controls;
-    QtKeyMemory m_memory;
+    QElapsedTimer m_clock;
+    QtKeyMemory m_memory{[this] { return m_clock.elapsed(); }};
 };
 
 } // namespace cuedrill::platform::qt

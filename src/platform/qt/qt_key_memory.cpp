@@ -8,7 +8,17 @@ namespace cuedrill::platform::qt {
 namespace {
 
 /// Two presses of one key that lie closer together are one, in milliseconds.
-constexpr quint64 bounce = 150;
+constexpr qint64 bounce = 150;
+
+/// A press that follows the release of its key so soon is none of a finger, in milliseconds. By the clock of the system
+/// both are at the very same one; our own may have gone on meanwhile.
+constexpr qint64 repetition = 2;
+
+/// Moments of the two clocks have nothing to do with each other; they lie far apart.
+bool is_within(qint64 milliseconds, qint64 from, qint64 to)
+{
+    return to >= from && to - from <= milliseconds;
+}
 
 bool acts_at_once(int key)
 {
@@ -17,20 +27,31 @@ bool acts_at_once(int key)
 
 } // namespace
 
+QtKeyMemory::QtKeyMemory(std::function<qint64()> clock) : m_clock(std::move(clock))
+{
+}
+
+/// When the event was made. While assistive technology listens to the keys, the toolkit passes on copies that have lost
+/// their time; then it is the time at which they arrive.
+qint64 QtKeyMemory::moment(const QKeyEvent& event) const
+{
+    return event.timestamp() != 0 ? static_cast<qint64>(event.timestamp()) : m_clock();
+}
+
 void QtKeyMemory::note_release(const QKeyEvent& event)
 {
     m_released_key = event.nativeScanCode();
-    m_released_at = event.timestamp();
+    m_released_at = moment(event);
 }
 
 /// Under X11 a held key comes as releases and presses in turn, and the toolkit does not always see that they belong
-/// together. A press at the very millisecond of the release of the same key is none of a finger.
+/// together.
 bool QtKeyMemory::is_repeated(const QKeyEvent& event) const
 {
     if (event.isAutoRepeat())
         return true;
     return event.nativeScanCode() != 0 && event.nativeScanCode() == m_released_key &&
-           event.timestamp() == m_released_at;
+           is_within(repetition, m_released_at, moment(event));
 }
 
 bool QtKeyMemory::is_stray(const QWidget& widget, const QKeyEvent& event)
@@ -38,13 +59,13 @@ bool QtKeyMemory::is_stray(const QWidget& widget, const QKeyEvent& event)
     const bool elsewhere = m_pressed_in != nullptr && m_pressed_in != &widget;
     if (is_repeated(event))
         return elsewhere;
-    // Events that a program makes up may have no time.
-    const bool soon = event.timestamp() != 0 && event.timestamp() - m_pressed_at < bounce;
+    const qint64 now = moment(event);
+    const bool soon = is_within(bounce - 1, m_pressed_at, now);
     const bool typing = widget.testAttribute(Qt::WA_InputMethodEnabled);
     const bool again = soon && event.key() == m_pressed_key && acts_at_once(event.key()) && (elsewhere || !typing);
     m_pressed_in = &widget;
     m_pressed_key = event.key();
-    m_pressed_at = event.timestamp();
+    m_pressed_at = now;
     return again;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <functional>
 
 class QKeyEvent;
 class QWidget;
@@ -11,6 +12,9 @@ namespace cuedrill::platform::qt {
 /// and the second one of a finger that trembles.
 class QtKeyMemory {
 public:
+    /// @param clock gives milliseconds that only go forward, for events that have lost their time.
+    explicit QtKeyMemory(std::function<qint64()> clock);
+
     /// To be told of every key that comes up.
     void note_release(const QKeyEvent& event);
 
@@ -23,11 +27,14 @@ public:
     [[nodiscard]] bool is_stray(const QWidget& widget, const QKeyEvent& event);
 
 private:
+    [[nodiscard]] qint64 moment(const QKeyEvent& event) const;
+
+    std::function<qint64()> m_clock;
     const QWidget* m_pressed_in = nullptr; ///< only compared
     int m_pressed_key = 0;
-    quint64 m_pressed_at = 0; ///< milliseconds of the system
+    qint64 m_pressed_at = 0; ///< milliseconds
     quint32 m_released_key = 0;
-    quint64 m_released_at = 0;
+    qint64 m_released_at = 0;
 };
 
 } // namespace cuedrill::platform::qt

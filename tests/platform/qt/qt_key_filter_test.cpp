@@ -381,6 +381,45 @@ TEST_F(SwallowsTest, AKeyWhoseHandlingFailsIsSwallowed)
     EXPECT_EQ(reported, "key failed");
 }
 
+/// While assistive technology listens, keys come as copies without their time.
+class KeysWithoutTime : public QtTest {
+protected:
+    static QKeyEvent event(QEvent::Type type, int key = Qt::Key_Space)
+    {
+        return {type, key, Qt::NoModifier, 65, 0, 0, " "};
+    }
+
+    QPushButton button;
+    qint64 now = 5000;
+    QtKeyMemory memory{[this] { return now; }};
+};
+
+TEST_F(KeysWithoutTime, AreNoRepetitionOfTheOneBeforeUnlessTheyFollowItAtOnce)
+{
+    memory.note_release(event(QEvent::KeyRelease));
+    now += 1;
+    EXPECT_TRUE(memory.is_repeated(event(QEvent::KeyPress)));
+    now += 5;
+    EXPECT_FALSE(memory.is_repeated(event(QEvent::KeyPress)));
+}
+
+TEST_F(KeysWithoutTime, AreStrayWhenTheyBounce)
+{
+    EXPECT_FALSE(memory.is_stray(button, event(QEvent::KeyPress)));
+    now += 149;
+    EXPECT_TRUE(memory.is_stray(button, event(QEvent::KeyPress)));
+    now += 150;
+    EXPECT_FALSE(memory.is_stray(button, event(QEvent::KeyPress)));
+}
+
+TEST_F(KeysWithoutTime, AreNotMeasuredByTheClockOfOthers)
+{
+    QKeyEvent timed = event(QEvent::KeyPress);
+    timed.setTimestamp(9'000'000);
+    EXPECT_FALSE(memory.is_stray(button, timed));
+    EXPECT_FALSE(memory.is_stray(button, event(QEvent::KeyPress)));
+}
+
 struct LetterCase {
     const char* text;
     quint32 scan_code;

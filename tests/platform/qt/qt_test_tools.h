@@ -13,11 +13,19 @@
 
 namespace cuedrill::platform::qt {
 
+/// A moment of the system's clock, in milliseconds, long after the last one.
+inline quint64 next_moment()
+{
+    static quint64 moment = 1'000'000;
+    return moment += 1000;
+}
+
 /// Sends a key press as the toolkit delivers it to the focus widget. Returns whether somebody took it.
 inline bool press_key(QWidget& widget, int key, const QString& text = {}, bool auto_repeat = false,
                       Qt::KeyboardModifiers modifiers = Qt::NoModifier, quint32 scan_code = 0)
 {
     QKeyEvent event(QEvent::KeyPress, key, modifiers, scan_code, 0, 0, text, auto_repeat);
+    event.setTimestamp(next_moment());
     QCoreApplication::sendEvent(&widget, &event);
     return event.isAccepted();
 }
@@ -25,6 +33,7 @@ inline bool press_key(QWidget& widget, int key, const QString& text = {}, bool a
 inline void release_key(QWidget& widget, int key, const QString& text = {}, bool auto_repeat = false)
 {
     QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier, text, auto_repeat);
+    event.setTimestamp(next_moment());
     QCoreApplication::sendEvent(&widget, &event);
 }
 
