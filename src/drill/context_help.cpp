@@ -1,5 +1,7 @@
 #include "drill/context_help.h"
 
+#include "common/text.h"
+
 #include <array>
 #include <string>
 
@@ -39,13 +41,27 @@ constexpr const char* level_help =
     "verdict "
     "led. The coloured line with the sign \u25CE is the target level, where that is 5 or less.";
 
+constexpr const char* title = "Cuedrill - Help";
+
 } // namespace
 
-void ContextHelp::offer(platform::HelpfulControl& control, const char* text)
+void ContextHelp::offer(std::string_view name, std::initializer_list<platform::HelpfulControl*> controls,
+                        const char* text)
 {
-    control.offer_help([this, text] {
-        m_desktop.message_box({.text = text, .icon = platform::BoxIcon::information, .title = "Cuedrill - Help"});
-    });
+    for (platform::HelpfulControl* control : controls) {
+        control->offer_help([this, text] {
+            m_desktop.message_box({.text = text, .icon = platform::BoxIcon::information, .title = title});
+        });
+    }
+    m_all += std::string(name) + "\r\n" + text + "\r\n\r\n";
+}
+
+void ContextHelp::show_all()
+{
+    m_desktop.message_box({.text = "What the buttons and figures of the window are for:",
+                           .icon = platform::BoxIcon::information,
+                           .title = title,
+                           .details = m_all});
 }
 
 void ContextHelp::attach()
@@ -59,76 +75,77 @@ void ContextHelp::attach()
 void ContextHelp::attach_toolbar()
 {
     for (std::size_t place = 0; place < toolbar_help.size(); ++place)
-        offer(*m_form1.pb[place], toolbar_help[place]);
+        offer(common::replace_all(m_form1.pb[place]->caption(), "&", ""), {m_form1.pb[place]}, toolbar_help[place]);
 }
 
 void ContextHelp::attach_dialog()
 {
-    offer(m_form1.panel_dialog, "What the program asks you. Answer with the buttons beside it.");
-    offer(m_form1.bot_yes, "Answers what is asked with Yes. To \"Did you know the answer?\" that is the verdict that "
-                           "you knew it. A click with "
-                           "the right button of the mouse means No.");
+    offer("Prompt", {&m_form1.panel_dialog}, "What the program asks you. Answer with the buttons beside it.");
+    offer("Yes", {&m_form1.bot_yes},
+          "Answers what is asked with Yes. To \"Did you know the answer?\" that is the verdict that you knew "
+          "it. A click with the right button of the mouse means No.");
     offer(
-        m_form1.bot_no,
+        "No", {&m_form1.bot_no},
         "Answers what is asked with No. Before the first question that ends the program; when you are offered the "
         "answer, it leaves the question without a verdict and asks another one; to \"Did you know the answer?\" it is "
         "the verdict that you did not know it.");
-    offer(m_form1.bot_other, "Leaves the question without a verdict and asks another one. Its level stays as it is.");
-    offer(m_form1.P_status, "Tells what has just happened, or what to do next.");
+    offer("Ignore", {&m_form1.bot_other},
+          "Leaves the question without a verdict and asks another one. Its level stays as it is.");
+    offer("Status", {&m_form1.P_status}, "Tells what has just happened, or what to do next.");
 }
 
 void ContextHelp::attach_question_figures()
 {
     const struct {
+        const char* name;
         platform::Label& caption;
         platform::Label& value;
         const char* text;
     } figures[] = {
-        {m_form1.lab_q_level, m_form1.PANEL_Q_LEVEL,
+        {"Level", m_form1.lab_q_level, m_form1.PANEL_Q_LEVEL,
          "The level of the question on display, from 0 to 10. The higher it is, the longer the question rests before "
          "it "
          "is asked again."},
-        {m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS,
+        {"Attempts", m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS,
          "How often the question on display was judged in this direction since it was last saved."},
-        {m_form1.lab_fails, m_form1.PANEL_FAILS,
+        {"Failures", m_form1.lab_fails, m_form1.PANEL_FAILS,
          "How often the question on display was judged as not known in this direction since it was last saved."},
-        {m_form1.lab_elapsed, m_form1.PANEL_ELAPSED,
+        {"Elapsed", m_form1.lab_elapsed, m_form1.PANEL_ELAPSED,
          "How long ago the question on display was last judged, in hours and minutes. Empty when it never was."},
     };
     for (const auto& figure : figures) {
-        offer(figure.caption, figure.text);
-        offer(figure.value, figure.text);
+        offer(figure.name, {&figure.caption, &figure.value}, figure.text);
     }
 }
 
 void ContextHelp::attach_statistics()
 {
-    for (platform::LevelPanel* panel : m_form1.panel_level)
-        offer(*panel, level_help);
+    const auto& levels = m_form1.panel_level;
+    offer("Levels", {levels[0], levels[1], levels[2], levels[3], levels[4], levels[5]}, level_help);
     const struct {
+        const char* name;
         platform::Label& caption;
         platform::Label& value;
         const char* text;
     } figures[] = {
-        {m_form1.lab_total, m_form1.panel_total, "How many questions the course has."},
-        {m_form1.lab_nr_unpassed, m_form1.panel_nr_unpassed,
+        {"Total", m_form1.lab_total, m_form1.panel_total, "How many questions the course has."},
+        {"Unpassed", m_form1.lab_nr_unpassed, m_form1.panel_nr_unpassed,
          "How many questions are below the target level. With a target above 5, all questions at level 5 or more count "
          "as well. Those that were never tested may not count."},
-        {m_form1.lab_score, m_form1.Panel_score,
+        {"Score today", m_form1.lab_score, m_form1.Panel_score,
          "The score of today: a success that leaves a question above level 1 gives a point, and a failure of a "
          "question "
          "above level 0 takes one away."},
-        {m_form1.lab_open_time, m_form1.panel_open_time,
+        {"Open time", m_form1.lab_open_time, m_form1.panel_open_time,
          "How long the program has been running, in hours and minutes."},
-        {m_form1.lab_time_today, m_form1.panel_time_today,
+        {"Time today", m_form1.lab_time_today, m_form1.panel_time_today,
          "How long you have worked with this course today, in hours and minutes."},
-        {m_form1.lab_time_ever, m_form1.panel_time_ever,
+        {"Time ever", m_form1.lab_time_ever, m_form1.panel_time_ever,
          "How long you have ever worked with this course, in hours and minutes."},
-        {m_form1.lab_time_now, m_form1.Panel_time_now, "The time of day."},
+        {"Time now", m_form1.lab_time_now, m_form1.Panel_time_now, "The time of day."},
     };
     for (const auto& figure : figures) {
-        offer(figure.caption, figure.text);
-        offer(figure.value, figure.text);
+        offer(figure.name, {&figure.caption, &figure.value}, figure.text);
     }
 }
 

@@ -3,6 +3,10 @@
 #include "platform/desktop.h"
 #include "platform/form1.h"
 
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
 namespace cuedrill::drill {
 
 /// What the buttons and indicators of the main window tell about themselves on Shift and a click.
@@ -16,15 +20,19 @@ public:
     /// Command: tells how to get it.
     void ShowContextHelpHint();
 
+    /// Tells all of it at once, for those who work without a mouse.
+    void show_all();
+
 private:
     void attach_toolbar();
     void attach_dialog();
     void attach_question_figures();
     void attach_statistics();
-    void offer(platform::HelpfulControl& control, const char* text);
+    void offer(std::string_view name, std::initializer_list<platform::HelpfulControl*> controls, const char* text);
 
     platform::Form1& m_form1;
     platform::Desktop& m_desktop;
+    std::string m_all; ///< each name with its help
 };
 
 } // namespace cuedrill::drill

@@ -33,7 +33,12 @@ enum class Command {
     delete_record,
     undo,
     reset_all,
-    question_number
+    question_number,
+    yes,
+    no,
+    ignore,
+    type_question, ///< the box can be typed in
+    type_answer
 };
 
 struct EnablingRow {
@@ -41,8 +46,9 @@ struct EnablingRow {
     std::array<bool, modes> enabled; ///< by mode
 };
 
-/// In which mode each command is enabled. "Let me type" has one more condition: typing is not what is always done; and
-/// statistics and hints have those of the `place_table`.
+/// In which mode each command is enabled. Some have one more condition: typing is not what is always done ("Let me
+/// Type"); no verdict is asked for where there is nothing to be judged ("Yes", "No"); and statistics and hints have
+/// those of the `place_table`.
 inline constexpr std::array enabling_table{
     //                                  empty, nothing, question, answer, new, edit
     EnablingRow{Command::next_question, {true, true, true, true, true, true}},
@@ -59,6 +65,11 @@ inline constexpr std::array enabling_table{
     EnablingRow{Command::undo, {false, true, true, true, false, false}},
     EnablingRow{Command::reset_all, {true, true, true, true, false, false}},
     EnablingRow{Command::question_number, {false, false, true, true, false, false}},
+    EnablingRow{Command::yes, {true, true, true, true, false, false}},
+    EnablingRow{Command::no, {true, true, true, true, false, false}},
+    EnablingRow{Command::ignore, {true, true, true, true, false, false}},
+    EnablingRow{Command::type_question, {false, false, false, false, true, true}},
+    EnablingRow{Command::type_answer, {false, false, true, false, true, true}},
 };
 
 /// What is visible, and can be asked for, while something stands in the shared place.

@@ -27,6 +27,7 @@ void MainWindow::attach()
     attach_boxes();
     form1.window.on_key = [this](const platform::KeyPress& press) { return m_.keys.OnWindowKey(press); };
     form1.window.on_close = [this] { close(); };
+    form1.window.on_help = [this] { m_.help.show_all(); };
     form1.window.on_session_end = [this] { m_.end_of_program.end_program(); };
 
     form1.timer_1_min.on_tick = [this] { timer_1_min_tick(); };

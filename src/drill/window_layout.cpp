@@ -41,8 +41,8 @@ void WindowLayout::RelayoutWindow()
 
 void WindowLayout::relayout_boxes()
 {
-    m_form1.Text_q.set_locked(!m_flags.editing());
-    m_form1.Text_a.set_locked(!m_flags.editing() && !can_type());
+    m_form1.Text_q.set_locked(!is_enabled(Command::type_question));
+    m_form1.Text_a.set_locked(!is_enabled(Command::type_answer));
     m_form1.panel_a.set_caption(answer_heading());
 }
 
@@ -69,21 +69,25 @@ void WindowLayout::relayout_shared_place()
 
 void WindowLayout::relayout_dialog()
 {
-    const bool question = question_on_display();
-    const bool editing = m_flags.editing();
     // Nothing is asked while a record is being typed.
-    m_form1.panel_dialog.set_enabled(!editing);
+    m_form1.panel_dialog.set_enabled(!m_flags.editing());
     m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
-    m_form1.bot_yes.set_enabled(!editing && (question || m_state.dialog == DialogState::AskToStart));
-    // In the other states "No" asks for no verdict.
-    m_form1.bot_no.set_enabled(!editing && (question || m_state.dialog != DialogState::AskKnown));
-    m_form1.bot_other.set_enabled(!editing);
+    m_form1.bot_yes.set_enabled(is_enabled(Command::yes));
+    m_form1.bot_no.set_enabled(is_enabled(Command::no));
+    m_form1.bot_other.set_enabled(is_enabled(Command::ignore));
 }
 
 void WindowLayout::relayout_commands()
 {
     for (const EnablingRow& row : enabling_table)
-        set_enabled(row.command, row.enabled[static_cast<std::size_t>(mode())] && further_condition(row.command));
+        set_enabled(row.command, is_enabled(row.command));
+}
+
+bool WindowLayout::is_enabled(Command command) const
+{
+    const auto row = std::find_if(enabling_table.begin(), enabling_table.end(),
+                                  [command](const EnablingRow& one) { return one.command == command; });
+    return row->enabled[static_cast<std::size_t>(mode())] && further_condition(command);
 }
 
 bool WindowLayout::further_condition(Command command) const
@@ -96,6 +100,10 @@ bool WindowLayout::further_condition(Command command) const
         return row_of(m_state.shared_place).show_hints || (m_state.TypingMode && !m_state.hint_is_masked);
     case Command::let_me_type:
         return !m_course.params.always_type;
+    case Command::yes:
+        return question_on_display() || m_state.dialog == DialogState::AskToStart;
+    case Command::no:
+        return question_on_display() || m_state.dialog != DialogState::AskKnown;
     default:
         return true;
     }

@@ -39,6 +39,7 @@ private:
     void relayout_shared_place();
     void relayout_dialog();
     void relayout_commands();
+    [[nodiscard]] bool is_enabled(Command command) const;
     void set_enabled(Command command, bool enabled);
     [[nodiscard]] bool further_condition(Command command) const;
     [[nodiscard]] platform::Button* focused_button() const;

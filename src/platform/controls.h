@@ -220,6 +220,8 @@ public:
     std::function<bool(const KeyPress&)> on_key;
     /// The user asks the window to close.
     std::function<void()> on_close;
+    /// F1 was pressed where no control has help of its own.
+    std::function<void()> on_help;
     /// The session or the system ends the program. There is no time for questions.
     std::function<void()> on_session_end;
 };

@@ -167,6 +167,36 @@ TEST_P(Enabling, follows_its_table)
     }
 }
 
+TEST_P(Enabling, of_the_dialog_and_the_boxes_follows_its_table_too)
+{
+    const auto enabled = [](Command command) {
+        for (const EnablingRow& row : enabling_table) {
+            if (row.command == command)
+                return row.enabled.at(static_cast<std::size_t>(GetParam().mode));
+        }
+        return false;
+    };
+    // No situation of these is behind the last question, where a verdict has nothing to be about.
+    EXPECT_EQ(form1.bot_yes.is_enabled, enabled(Command::yes));
+    EXPECT_EQ(form1.bot_no.is_enabled, enabled(Command::no));
+    EXPECT_EQ(form1.bot_other.is_enabled, enabled(Command::ignore));
+    EXPECT_EQ(form1.Text_q.locked, !enabled(Command::type_question));
+    EXPECT_EQ(form1.Text_a.locked, !enabled(Command::type_answer));
+}
+
+TEST_P(Enabling, and_what_is_visible_follow_the_shared_place)
+{
+    for (const PlaceRow& row : place_table) {
+        if (row.place != logic->state.shared_place)
+            continue;
+        EXPECT_EQ(form1.frame_stats.is_visible, row.frame_stats);
+        EXPECT_EQ(form1.panel_lista.is_visible, row.panel_lista);
+        EXPECT_EQ(form1.t_hint.is_visible, row.t_hint);
+        return;
+    }
+    ADD_FAILURE() << "the table has no row for what stands there";
+}
+
 TEST_P(Enabling, of_typing_ends_with_the_option_to_type_always)
 {
     choose("m_always_let_me_type");
@@ -183,7 +213,7 @@ TEST(EnablingTable, has_each_command_once)
     std::set<Command> commands;
     for (const EnablingRow& row : enabling_table)
         EXPECT_TRUE(commands.insert(row.command).second);
-    EXPECT_EQ(commands.size(), static_cast<std::size_t>(Command::question_number) + 1);
+    EXPECT_EQ(commands.size(), static_cast<std::size_t>(Command::type_answer) + 1);
 }
 
 class Locks : public DrillFixture {

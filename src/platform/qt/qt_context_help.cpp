@@ -27,7 +27,8 @@ void offer_help(QWidget& widget, Ask ask)
     widget.setCursor(Qt::UpArrowCursor);
 }
 
-QtContextHelp::QtContextHelp(QWidget& window, QtActionGate& gate) : m_window(window), m_gate(gate)
+QtContextHelp::QtContextHelp(QWidget& window, QtActionGate& gate, std::function<void()> general)
+    : m_window(window), m_gate(gate), m_general(std::move(general))
 {
     // Only here the events of disabled widgets can be seen.
     QCoreApplication::instance()->installEventFilter(this);
@@ -104,13 +105,15 @@ bool QtContextHelp::filter_release(QObject& watched, const QMouseEvent& event)
 
 bool QtContextHelp::filter_key(const QObject& watched, const QKeyEvent& event)
 {
-    if (event.key() != Qt::Key_F1 || event.modifiers() != Qt::NoModifier || &watched != m_window.focusWidget())
+    const QWidget* const focus = m_window.focusWidget() != nullptr ? m_window.focusWidget() : &m_window;
+    if (event.key() != Qt::Key_F1 || event.modifiers() != Qt::NoModifier || &watched != focus)
         return false;
-    const QWidget* const widget = helpful(m_window.focusWidget());
-    if (widget == nullptr)
-        return false;
-    if (!event.isAutoRepeat())
+    if (event.isAutoRepeat())
+        return true;
+    if (const QWidget* const widget = helpful(m_window.focusWidget()))
         ask(*widget);
+    else
+        m_gate.run(m_general);
     return true;
 }
 

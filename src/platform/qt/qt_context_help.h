@@ -21,7 +21,8 @@ void offer_help(QWidget& widget, std::function<void()> ask);
 /// on the widget, which may be disabled, or with F1 while it has the focus; the widget and the focus notice nothing.
 class QtContextHelp : public QObject {
 public:
-    QtContextHelp(QWidget& window, QtActionGate& gate);
+    /// @param general is called where the control with the focus offers no help.
+    QtContextHelp(QWidget& window, QtActionGate& gate, std::function<void()> general);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -37,6 +38,7 @@ private:
 
     QWidget& m_window;
     QtActionGate& m_gate;
+    std::function<void()> m_general;
     bool m_pressed = false;        ///< the left button went down for help and is not up yet
     QPointer<QWidget> m_asked{};   ///< the widget on which it went down; none for the second press of a double click
     QPointer<QWidget> m_pointed{}; ///< the widget with help over which the pointer stands

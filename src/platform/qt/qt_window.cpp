@@ -18,7 +18,12 @@ void AskingWindow::closeEvent(QCloseEvent* event)
 QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState state)
     : m_guard(guard), m_size(size), m_state(std::move(state)), m_gate(guard, m_window),
       m_key_filter(m_window, [this](const KeyPress& press) { return swallows(on_key, press, m_gate); }),
-      m_context_help(m_window, m_gate), m_announcer(m_window)
+      m_context_help(m_window, m_gate,
+                     [this] {
+                         if (on_help)
+                             on_help();
+                     }),
+      m_announcer(m_window)
 {
     m_window.setObjectName(QString::fromLatin1(name));
     m_window.resize(size);

@@ -197,9 +197,16 @@ TEST_F(QtContextHelpTest, F1AsksTheButtonThatHasTheFocusOnceHoweverLongItIsHeld)
     EXPECT_EQ(journal, "help ");
 }
 
-TEST_F(QtContextHelpTest, F1DoesNothingAnywhereElse)
+TEST_F(QtContextHelpTest, F1WhereNoHelpIsOfferedAsksTheWindowOnceHoweverLongItIsHeld)
 {
-    EXPECT_FALSE(press_key(typed, Qt::Key_F1));
+    window.on_help = [this] { journal += "all "; };
+    EXPECT_TRUE(press_key(typed, Qt::Key_F1));
+    EXPECT_TRUE(press_key(typed, Qt::Key_F1, {}, true));
+    EXPECT_EQ(journal, "all ");
+}
+
+TEST_F(QtContextHelpTest, OtherKeysAskForNothing)
+{
     button.set_focus();
     EXPECT_FALSE(press_key(window.widget(), Qt::Key_F1));
     press_key(button.widget(), Qt::Key_F1, {}, false, Qt::ControlModifier);
