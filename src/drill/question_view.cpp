@@ -60,7 +60,7 @@ void QuestionView::show_question()
 {
     or_withdraw([this] {
         load_current_record();
-        announce_question();
+        announce();
         ask();
     });
 }
@@ -83,12 +83,14 @@ void QuestionView::show_record_and_answer()
     });
 }
 
-void QuestionView::announce_question()
+/// Tells the verdict that waits to be told, and the question that is on display.
+void QuestionView::announce()
 {
     std::string text = std::exchange(m_verdict_to_tell, {});
     if (m_layout.question_on_display())
         text += (text.empty() ? "" : " ") + m_state.loaded_question;
-    m_form1.window.announce(text);
+    if (!text.empty())
+        m_form1.window.announce(text);
 }
 
 void QuestionView::ask()
@@ -155,7 +157,6 @@ void QuestionView::show_texts(std::string_view question)
     m_form1.Text_q.set_text(question);
     m_form1.Text_a.set_text("");
     m_form1.Text_a.set_background(std::nullopt);
-    m_form1.panel_a.set_visible(true);
 }
 
 void QuestionView::clear_answer_state()
@@ -175,6 +176,7 @@ void QuestionView::withdraw_question()
         figure->set_caption("");
     show_texts("");
     m_layout.RelayoutWindow();
+    announce();
 }
 
 void QuestionView::RevealAnswer()
@@ -192,7 +194,6 @@ void QuestionView::show_answer_for_editing()
     clear_answer_state();
     m_form1.Text_a.set_text(m_state.loaded_answer);
     m_form1.Text_a.set_background(std::nullopt);
-    m_form1.panel_a.set_visible(true);
     m_state.AnswerShown = m_state.answer_revealed = m_layout.question_on_display();
 }
 

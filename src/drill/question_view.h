@@ -64,7 +64,7 @@ public:
 private:
     void load_current_record();
     void ask();
-    void announce_question();
+    void announce();
     void show_figures(const platform::TableCursor& row, common::DateTime now);
     void show_texts(std::string_view question);
     template <class Show>

@@ -208,5 +208,19 @@ TEST_F(Announcements, leave_a_success_to_the_status_line)
     EXPECT_EQ(status(), "score of previous question increased from 2 to 4 (elapsed 1.00 days)");
 }
 
+TEST_F(Announcements, tell_a_failure_behind_which_nothing_is_mature_at_once)
+{
+    builder.question("France?", "Paris").level(2).attempts(4).fails(1).tested_ago(24h);
+    start();
+    yes();
+    yes();
+    desktop.expect_box(nothing_mature);
+    no();
+    EXPECT_EQ(told(), (Texts{"France?", "Answer: Paris", "Not known. Level 0."}));
+    clock.advance_seconds(60);
+    toolbar(1);
+    EXPECT_EQ(told().back(), "France?");
+}
+
 } // namespace
 } // namespace cuedrill::drill
