@@ -1,5 +1,6 @@
 #include "bank/record_editor.h"
 
+#include "bank/compared_text.h"
 #include "common/errors.h"
 #include "common/text.h"
 
@@ -85,13 +86,7 @@ SaveResult RecordEditor::save_record()
 /// Whether a text is no longer the one that was loaded, but for its case.
 bool RecordEditor::is_changed(const std::string& text, const std::string& loaded) const
 {
-    return m_flags.new_mode || !m_services.text_compare.equal(comparable(text), comparable(loaded));
-}
-
-/// A text in the form in which the boxes give it back unchanged.
-std::string RecordEditor::comparable(const std::string& text) const
-{
-    return m_services.text_compare.nfc(common::with_one_kind_of_line_end(text));
+    return m_flags.new_mode || !same_text(text, loaded, m_services.text_compare);
 }
 
 bool RecordEditor::question_is_taken(const RecordTexts& texts)
@@ -143,8 +138,10 @@ bool RecordEditor::has_changes() const
         return false;
     const RecordTexts typed = m_view.typed_texts();
     const RecordTexts loaded = m_flags.new_mode ? RecordTexts{} : m_view.loaded_texts();
-    return comparable(typed.question) != comparable(loaded.question) ||
-           comparable(typed.answer) != comparable(loaded.answer);
+    const auto differ = [this](const std::string& a, const std::string& b) {
+        return comparable_text(a, m_services.text_compare) != comparable_text(b, m_services.text_compare);
+    };
+    return differ(typed.question, loaded.question) || differ(typed.answer, loaded.answer);
 }
 
 bool RecordEditor::leave_editor()

@@ -81,7 +81,6 @@ private:
     [[nodiscard]] std::string entered(const std::string& text) const;
     [[nodiscard]] bool question_is_taken(const RecordTexts& texts);
     [[nodiscard]] bool answer_is_taken(const RecordTexts& texts);
-    [[nodiscard]] std::string comparable(const std::string& text) const;
     [[nodiscard]] bool is_changed(const std::string& text, const std::string& loaded) const;
     void store(const RecordTexts& texts);
     void tell(const char* text);

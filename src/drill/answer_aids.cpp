@@ -1,6 +1,6 @@
 #include "drill/answer_aids.h"
 
-#include "drill/text_difference.h"
+#include "bank/compared_text.h"
 
 namespace cuedrill::drill {
 
@@ -62,7 +62,7 @@ void AnswerAids::ToggleListMode()
 bool AnswerAids::answer_box_holds_answer() const
 {
     const std::string text = m_form1.Text_a.text();
-    return !text.empty() && same_text(text, m_state.loaded_answer, m_services.text_compare);
+    return !text.empty() && bank::same_text(text, m_state.loaded_answer, m_services.text_compare);
 }
 
 } // namespace cuedrill::drill

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "bank/edit_flags.h"
 #include "drill/drill_state.h"
 #include "drill/hints.h"
 #include "drill/question_view.h"

@@ -17,11 +17,9 @@ constexpr std::array<const char*, platform::toolbar_buttons> toolbar_help{
     "Shows words from which you can put the answer together: click them in their order, or go to them with Tab and the "
     "arrow keys and choose with Enter. One wrong word ends the question as not known.\r\n\r\nWhile you are typing the "
     "answer, shows its shape instead: the letters A to Z and the digits are hidden.\r\n\r\nAn answer that you type "
-    "after "
-    "a hint counts as not known.\r\n\r\nKey: H, outside of the boxes; Escape leaves them",
+    "after a hint counts as not known.\r\n\r\nKey: H, outside of the boxes; Escape leaves them",
     "Puts the caret into the answer box. Type the answer and press Enter to have it judged; upper and lower case do "
-    "not "
-    "matter. Meanwhile *, + and - are ordinary characters.\r\n\r\nKey: T",
+    "not matter. Meanwhile *, + and - are ordinary characters.\r\n\r\nKey: T",
     "You knew the answer: the question's level rises as far as the time since its last test allows, and the next "
     "question is asked.\r\n\r\nKey: +, once the answer is shown, unless you were typing it",
     "You did not know the answer: the question goes back to level 0, and the next question is asked.\r\n\r\nKey: -, "
@@ -38,8 +36,7 @@ constexpr std::array<const char*, platform::toolbar_buttons> toolbar_help{
 constexpr const char* level_help =
     "How many questions are at this level, and how many of all that is. The last line counts level 5 and all above it. "
     "Questions that were never tested may be in no line.\r\n\r\nThe triangle marks the level to which your last "
-    "verdict "
-    "led. The coloured line with the sign \u25CE is the target level, where that is 5 or less.";
+    "verdict led. The coloured line with the sign \u25CE is the target level, where that is 5 or less.";
 
 constexpr const char* title = "Cuedrill - Help";
 
@@ -94,48 +91,39 @@ void ContextHelp::attach_dialog()
     offer("Status", {&m_form1.P_status}, "Tells what has just happened, or what to do next.");
 }
 
+void ContextHelp::offer_figures(std::initializer_list<Figure> figures)
+{
+    for (const Figure& figure : figures)
+        offer(figure.name, {&figure.caption, &figure.value}, figure.text);
+}
+
 void ContextHelp::attach_question_figures()
 {
-    const struct {
-        const char* name;
-        platform::Label& caption;
-        platform::Label& value;
-        const char* text;
-    } figures[] = {
+    offer_figures({
         {"Level", m_form1.lab_q_level, m_form1.PANEL_Q_LEVEL,
          "The level of the question on display, from 0 to 10. The higher it is, the longer the question rests before "
-         "it "
-         "is asked again."},
+         "it is asked again."},
         {"Attempts", m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS,
          "How often the question on display was judged in this direction since it was last saved."},
         {"Failures", m_form1.lab_fails, m_form1.PANEL_FAILS,
          "How often the question on display was judged as not known in this direction since it was last saved."},
         {"Elapsed", m_form1.lab_elapsed, m_form1.PANEL_ELAPSED,
          "How long ago the question on display was last judged, in hours and minutes. Empty when it never was."},
-    };
-    for (const auto& figure : figures) {
-        offer(figure.name, {&figure.caption, &figure.value}, figure.text);
-    }
+    });
 }
 
 void ContextHelp::attach_statistics()
 {
     const auto& levels = m_form1.panel_level;
     offer("Levels", {levels[0], levels[1], levels[2], levels[3], levels[4], levels[5]}, level_help);
-    const struct {
-        const char* name;
-        platform::Label& caption;
-        platform::Label& value;
-        const char* text;
-    } figures[] = {
+    offer_figures({
         {"Total", m_form1.lab_total, m_form1.panel_total, "How many questions the course has."},
         {"Unpassed", m_form1.lab_nr_unpassed, m_form1.panel_nr_unpassed,
          "How many questions are below the target level. With a target above 5, all questions at level 5 or more count "
          "as well. Those that were never tested may not count."},
         {"Score today", m_form1.lab_score, m_form1.Panel_score,
          "The score of today: a success that leaves a question above level 1 gives a point, and a failure of a "
-         "question "
-         "above level 0 takes one away."},
+         "question above level 0 takes one away."},
         {"Open time", m_form1.lab_open_time, m_form1.panel_open_time,
          "How long the program has been running, in hours and minutes."},
         {"Time today", m_form1.lab_time_today, m_form1.panel_time_today,
@@ -143,10 +131,7 @@ void ContextHelp::attach_statistics()
         {"Time ever", m_form1.lab_time_ever, m_form1.panel_time_ever,
          "How long you have ever worked with this course, in hours and minutes."},
         {"Time now", m_form1.lab_time_now, m_form1.Panel_time_now, "The time of day."},
-    };
-    for (const auto& figure : figures) {
-        offer(figure.name, {&figure.caption, &figure.value}, figure.text);
-    }
+    });
 }
 
 void ContextHelp::ShowContextHelpHint()

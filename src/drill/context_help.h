@@ -24,11 +24,19 @@ public:
     void show_all();
 
 private:
+    struct Figure {
+        const char* name;
+        platform::Label& caption;
+        platform::Label& value;
+        const char* text;
+    };
+
     void attach_toolbar();
     void attach_dialog();
     void attach_question_figures();
     void attach_statistics();
     void offer(std::string_view name, std::initializer_list<platform::HelpfulControl*> controls, const char* text);
+    void offer_figures(std::initializer_list<Figure> figures);
 
     platform::Form1& m_form1;
     platform::Desktop& m_desktop;

@@ -10,9 +10,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long a message of the status line stays that belongs to no verdict.
-constexpr int status_seconds = 5;
-
 } // namespace
 
 void MainWindow::attach()

@@ -126,7 +126,7 @@ void QuestionDialog::ShowAnswerCommand()
     m_state.SelfJudgement.clear();
     m_view.RevealAnswer();
     m_state.AwaitingVerdict = true;
-    m_form1.panel_a.set_visible(false);
+    m_layout.RelayoutWindow();
     m_status.ask_for_verdict();
 }
 

@@ -6,6 +6,9 @@
 
 namespace cuedrill::drill {
 
+/// How long a message of the status line stays that belongs to no verdict, in seconds.
+inline constexpr int status_seconds = 5;
+
 /// The status line `P_status`.
 class StatusLine : public scheduler::StatusLine {
 public:

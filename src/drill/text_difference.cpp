@@ -43,14 +43,6 @@ private:
 
 } // namespace
 
-bool same_text(std::string_view a, std::string_view b, const platform::TextCompare& text_compare)
-{
-    const auto comparable = [&text_compare](std::string_view text) {
-        return text_compare.nfc(common::with_one_kind_of_line_end(std::string(text)));
-    };
-    return text_compare.equal(comparable(a), comparable(b));
-}
-
 // The classical table of longest common subsequences (Wagner and Fischer, 1974), filled from the ends of the texts so
 // that it can be read off from their beginnings.
 TextDifference difference(std::string_view first, std::string_view second, const platform::TextCompare& text_compare)

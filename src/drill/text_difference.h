@@ -8,9 +8,6 @@
 
 namespace cuedrill::drill {
 
-/// Whether two texts are the same but for their case, their kind of line ends, and how their accents are put together.
-bool same_text(std::string_view a, std::string_view b, const platform::TextCompare& text_compare);
-
 /// The characters of two texts that the other one does not have at that place, as places in code points, each list in
 /// order. What both have in common is as long as it can be, without regard to case. Texts with accents that are put
 /// together in another way than usual have no characters to be compared one by one: then both lists are empty.

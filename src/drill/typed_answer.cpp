@@ -1,5 +1,6 @@
 #include "drill/typed_answer.h"
 
+#include "bank/compared_text.h"
 #include "common/text.h"
 #include "drill/text_difference.h"
 
@@ -9,9 +10,6 @@ namespace cuedrill::drill {
 namespace {
 
 using platform::Key;
-
-/// How long a message of the status line stays that belongs to no verdict, in seconds.
-constexpr int status_seconds = 5;
 
 bool is_sign(const platform::KeyPress& press)
 {
@@ -78,7 +76,6 @@ bool TypedAnswer::run(const platform::KeyPress& press, void (TypedAnswer::*comma
 void TypedAnswer::show_answer()
 {
     m_services.dialog.ShowAnswerCommand();
-    m_services.layout.RelayoutWindow();
 }
 
 void TypedAnswer::reveal()
@@ -113,7 +110,7 @@ bool TypedAnswer::insert_before_end(const platform::KeyPress& press)
 
 bool TypedAnswer::same(std::string_view a, std::string_view b) const
 {
-    return same_text(a, b, m_services.text_compare);
+    return bank::same_text(a, b, m_services.text_compare);
 }
 
 void TypedAnswer::JudgeTypedAnswer()

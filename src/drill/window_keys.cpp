@@ -1,9 +1,10 @@
 #include "drill/window_keys.h"
 
+#include "bank/compared_text.h"
 #include "common/text.h"
-#include "drill/text_difference.h"
 
 namespace cuedrill::drill {
+
 using platform::Key;
 
 bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
@@ -34,10 +35,7 @@ bool WindowKeys::on_enter(const platform::KeyPress& press)
     if (!m_services.layout.question_on_display() || !common::trim_blanks_and_line_ends(m_form1.Text_a.text()).empty() ||
         common::trim_blanks(m_form1.Text_q.text()).empty())
         return false;
-    m_services.echo.run(press, [this] {
-        m_services.dialog.ShowAnswerCommand();
-        m_services.layout.RelayoutWindow();
-    });
+    m_services.echo.run(press, [this] { m_services.dialog.ShowAnswerCommand(); });
     return true;
 }
 
@@ -76,7 +74,7 @@ void WindowKeys::close_shared_place()
 
 bool WindowKeys::answer_is_shown() const
 {
-    return same_text(m_form1.Text_a.text(), m_state.loaded_answer, m_services.text_compare);
+    return bank::same_text(m_form1.Text_a.text(), m_state.loaded_answer, m_services.text_compare);
 }
 
 /// The verdict on an answer that is on display. Anywhere else "+" and "-" are ordinary characters; while an answer is

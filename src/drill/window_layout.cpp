@@ -44,6 +44,8 @@ void WindowLayout::relayout_boxes()
     m_form1.Text_q.set_locked(!is_enabled(Command::type_question));
     m_form1.Text_a.set_locked(!is_enabled(Command::type_answer));
     m_form1.panel_a.set_caption(answer_heading());
+    // The status line asks for the verdict then.
+    m_form1.panel_a.set_visible(!m_state.AwaitingVerdict);
 }
 
 /// What the colour of a revealed answer tells, the heading tells too.
@@ -79,8 +81,33 @@ void WindowLayout::relayout_dialog()
 
 void WindowLayout::relayout_commands()
 {
-    for (const EnablingRow& row : enabling_table)
-        set_enabled(row.command, is_enabled(row.command));
+    const struct {
+        Command command;
+        int toolbar_button; ///< 0 for none
+        platform::MenuEntry* entry;
+    } controls[] = {
+        {Command::next_question, 1, &m_menu.m_display_next_question},
+        {Command::show_answer, 2, &m_menu.m_show_answer},
+        {Command::show_stats, 3, &m_menu.m_view_stats},
+        {Command::show_hints, 4, &m_menu.m_view_hints},
+        {Command::let_me_type, 5, nullptr},
+        {Command::success, 6, &m_menu.m_set_success},
+        {Command::failure, 7, &m_menu.m_set_failure},
+        {Command::edit, 8, &m_menu.m_edit},
+        {Command::insert, 9, nullptr},
+        {Command::save, 10, nullptr},
+        {Command::delete_record, 11, &m_menu.m_delete},
+        {Command::undo, 0, &m_menu.m_undo},
+        {Command::reset_all, 0, &m_menu.m_reset_all},
+        {Command::question_number, 0, &m_menu.m_display_q_nr},
+    };
+    for (const auto& control : controls) {
+        const bool enabled = is_enabled(control.command);
+        if (control.toolbar_button != 0)
+            m_form1.pb.at(static_cast<std::size_t>(control.toolbar_button - 1))->set_enabled(enabled);
+        if (control.entry != nullptr)
+            control.entry->set_enabled(enabled);
+    }
 }
 
 bool WindowLayout::is_enabled(Command command) const
@@ -106,38 +133,6 @@ bool WindowLayout::further_condition(Command command) const
         return question_on_display() || m_state.dialog != DialogState::AskKnown;
     default:
         return true;
-    }
-}
-
-void WindowLayout::set_enabled(Command command, bool enabled)
-{
-    const struct {
-        Command command;
-        int toolbar_button; ///< 0 for none
-        platform::MenuEntry* entry;
-    } controls[] = {
-        {Command::next_question, 1, &m_menu.m_display_next_question},
-        {Command::show_answer, 2, &m_menu.m_show_answer},
-        {Command::show_stats, 3, &m_menu.m_view_stats},
-        {Command::show_hints, 4, &m_menu.m_view_hints},
-        {Command::let_me_type, 5, nullptr},
-        {Command::success, 6, &m_menu.m_set_success},
-        {Command::failure, 7, &m_menu.m_set_failure},
-        {Command::edit, 8, &m_menu.m_edit},
-        {Command::insert, 9, nullptr},
-        {Command::save, 10, nullptr},
-        {Command::delete_record, 11, &m_menu.m_delete},
-        {Command::undo, 0, &m_menu.m_undo},
-        {Command::reset_all, 0, &m_menu.m_reset_all},
-        {Command::question_number, 0, &m_menu.m_display_q_nr},
-    };
-    for (const auto& control : controls) {
-        if (control.command != command)
-            continue;
-        if (control.toolbar_button != 0)
-            m_form1.pb.at(static_cast<std::size_t>(control.toolbar_button - 1))->set_enabled(enabled);
-        if (control.entry != nullptr)
-            control.entry->set_enabled(enabled);
     }
 }
 

@@ -40,7 +40,6 @@ private:
     void relayout_dialog();
     void relayout_commands();
     [[nodiscard]] bool is_enabled(Command command) const;
-    void set_enabled(Command command, bool enabled);
     [[nodiscard]] bool further_condition(Command command) const;
     [[nodiscard]] platform::Button* focused_button() const;
     void keep_focus(platform::Button* focused);

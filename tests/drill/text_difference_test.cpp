@@ -125,15 +125,6 @@ TEST_F(TextDifferenceTest, leaves_the_same_and_as_much_as_possible_of_both)
     }
 }
 
-TEST(SameText, is_a_matter_neither_of_case_nor_of_line_ends_nor_of_composition)
-{
-    const platform::icu::IcuTextCompare text_compare;
-    EXPECT_TRUE(same_text("Caf\u00E9", "CAFE\u0301", text_compare));
-    EXPECT_TRUE(same_text("a\r\nb", "a\nb", text_compare));
-    EXPECT_FALSE(same_text("Caf\u00E9", "Cafe", text_compare));
-    EXPECT_FALSE(same_text("a b", "a\nb", text_compare));
-}
-
 TEST(TextDifference, of_texts_that_are_not_composed_is_not_looked_for)
 {
     const platform::icu::IcuTextCompare text_compare;
