@@ -171,6 +171,22 @@ public:
     std::function<bool(const KeyPress&)> on_key;
 };
 
+/// Lines of text of which one can be chosen. Each takes one row; a line end within it is drawn as a blank.
+class ListBox : public Control {
+public:
+    /// Shows these lines from the first one on.
+    virtual void set_lines(std::vector<std::string> lines) = 0;
+    /// Shows these lines where others of their kind were shown before: the same place of the list stays in view.
+    virtual void replace_lines(std::vector<std::string> lines) = 0;
+    virtual void set_name(std::string_view name) = 0;
+    virtual void set_focus() = 0;
+    /// Whether it has the keyboard focus, or will have it when the window becomes active.
+    [[nodiscard]] virtual bool has_focus() const = 0;
+
+    /// The user has clicked on a line, or has gone to it with the arrow keys and pressed Enter or blank. Gets its text.
+    std::function<void(const std::string& line)> on_click;
+};
+
 class MenuEntry : public Control {
 public:
     /// "&" stands before the access letter.

@@ -11,8 +11,8 @@
 namespace cuedrill::platform {
 
 enum class BoxIcon { none, information, question, exclamation };
-enum class BoxButtons { ok, yes_no };
-enum class BoxAnswer { ok, yes, no };
+enum class BoxButtons { ok, yes_no, ok_cancel };
+enum class BoxAnswer { ok, yes, no, cancel };
 
 /// A modal message box.
 struct MessageBox {
@@ -39,7 +39,7 @@ struct InputBox {
     int longest = 200; ///< the most characters that can be typed
 };
 
-/// A modal dialog that asks for the name of a file to open.
+/// A modal dialog that asks for the name of a file to open or to write.
 struct FileDialog {
     std::string title{};          ///< empty is the platform's own
     std::string initial_folder{}; ///< empty is the platform's choice
@@ -63,11 +63,13 @@ class Desktop {
 public:
     virtual ~Desktop() = default;
 
-    /// Closing the box without a button is No, or OK where there is only that.
+    /// Closing the box without a button is No or Cancel, or OK where there is only that.
     virtual BoxAnswer message_box(const MessageBox& box) = 0;
     /// The typed text; nothing after a cancel.
     virtual std::optional<std::string> input_box(const InputBox& box) = 0;
     virtual ChosenFile open_file_dialog(const FileDialog& dialog) = 0;
+    /// Asks for the name of a file to be written; before an existing one is chosen, the user has to confirm it.
+    virtual ChosenFile save_file_dialog(const FileDialog& dialog) = 0;
 
     /// Lets windows paint and timers tick, once; what the user presses meanwhile waits.
     /// @throws common::ProgramEnded when the program was ended meanwhile.

@@ -48,8 +48,9 @@ struct Form1 {
     Label& lab_time_now;
     Label& Panel_time_now;
 
-    Frame& panel_lista; ///< takes the place of frame_stats; holds the hint
+    Frame& panel_lista; ///< takes the place of frame_stats; holds the hint and the list, of which one is shown
     HintBox& t_hint;
+    ListBox& listav;
 
     Label& panel_dialog; ///< the prompt
     Frame& dialog_strip; ///< holds the three buttons

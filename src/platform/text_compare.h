@@ -19,6 +19,10 @@ public:
     /// by code point. 0 exactly when `equal(a, b)`.
     [[nodiscard]] virtual int compare(std::string_view a, std::string_view b) const = 0;
 
+    /// `text` in simple case folding, code point by code point, so that places stay the same: `equal(a, b)` when both
+    /// fold to the same.
+    [[nodiscard]] virtual std::string fold(std::string_view text) const = 0;
+
     /// `text` in lower case.
     [[nodiscard]] virtual std::string lower(std::string_view text) const = 0;
 

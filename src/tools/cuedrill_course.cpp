@@ -36,6 +36,7 @@ public:
     }
     std::optional<std::string> input_box(const platform::InputBox&) override { return std::nullopt; }
     platform::ChosenFile open_file_dialog(const platform::FileDialog&) override { return {}; }
+    platform::ChosenFile save_file_dialog(const platform::FileDialog&) override { return {}; }
     void pump() override {}
     void beep() override {}
     void set_pointer(platform::Pointer) override {}
@@ -49,6 +50,7 @@ public:
 class NoRecordView : public bank::StoredRecordView {
 public:
     void show_stored_record() override {}
+    void show_all_stored() override {}
 };
 
 int make_course(const std::string& course_path, const std::string& text_path)

@@ -334,6 +334,53 @@ public:
     std::optional<std::size_t> caret_value;
 };
 
+/// Takes its lines and tells which one was chosen.
+class FakeListBox : public FakeControl<platform::ListBox> {
+public:
+    using FakeControl::FakeControl;
+
+    void set_lines(std::vector<std::string> value) override
+    {
+        lines = std::move(value);
+        from_first = true;
+        note("lines", std::to_string(lines.size()));
+    }
+    void replace_lines(std::vector<std::string> value) override
+    {
+        lines = std::move(value);
+        from_first = false;
+        note("replaced_lines", std::to_string(lines.size()));
+    }
+    void set_name(std::string_view text) override
+    {
+        accessible_name = text;
+        note("name", text);
+    }
+    void set_focus() override
+    {
+        note("focus");
+        focus->owner = this;
+    }
+    [[nodiscard]] bool has_focus() const override { return focus->owner == this; }
+
+    /// The user clicks on the line, counted from 0. Its text is gone with the line when others are shown meanwhile.
+    void click(std::size_t line)
+    {
+        if (!usable())
+            return;
+        focus->owner = this;
+        const std::string text = lines.at(line);
+        if (on_click)
+            on_click(text);
+    }
+
+    std::vector<std::string> lines;
+    bool from_first = false; ///< the lines were last shown from the first one on
+    std::string accessible_name;
+    FakeFocus own_focus;
+    FakeFocus* focus = &own_focus; ///< shared by the controls of a window
+};
+
 /// The check mark is the logic's to set: a click leaves it as it is.
 class FakeMenuEntry : public FakeControl<platform::MenuEntry> {
 public:

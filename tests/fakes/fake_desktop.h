@@ -51,6 +51,9 @@ public:
     /// The next box asks for a file to open; an empty choice is Cancel.
     void expect_file(platform::ChosenFile chosen) { m_expected.push_back(ExpectedFile{std::move(chosen)}); }
 
+    /// The next box asks for a file to write; an empty choice is Cancel.
+    void expect_save_file(platform::ChosenFile chosen) { m_expected.push_back(ExpectedSaveFile{{std::move(chosen)}}); }
+
     /// Fails the test for every expected box that was not shown so far, and forgets them.
     void check_all_shown()
     {
@@ -67,7 +70,7 @@ public:
         if (!expected)
             return closed(box);
         compare(*expected, box);
-        if ((expected->answer == platform::BoxAnswer::ok) != (box.buttons == platform::BoxButtons::ok)) {
+        if (!has_button(box, expected->answer)) {
             ADD_FAILURE() << "The answer is no button of the box \"" << box.text << "\"";
             return closed(box);
         }
@@ -92,6 +95,14 @@ public:
         file_dialogs.push_back(dialog);
         run_box_hook();
         const auto expected = take<ExpectedFile>("file dialog \"" + dialog.title + "\"");
+        return expected ? expected->chosen : platform::ChosenFile{};
+    }
+
+    platform::ChosenFile save_file_dialog(const platform::FileDialog& dialog) override
+    {
+        file_dialogs.push_back(dialog);
+        run_box_hook();
+        const auto expected = take<ExpectedSaveFile>("save dialog \"" + dialog.title + "\"");
         return expected ? expected->chosen : platform::ChosenFile{};
     }
 
@@ -144,7 +155,8 @@ private:
     struct ExpectedFile {
         platform::ChosenFile chosen;
     };
-    using Expected = std::variant<ExpectedBox, ExpectedInput, ExpectedFile>;
+    struct ExpectedSaveFile : ExpectedFile {};
+    using Expected = std::variant<ExpectedBox, ExpectedInput, ExpectedFile, ExpectedSaveFile>;
 
     static std::string describe(const Expected& expected)
     {
@@ -152,12 +164,30 @@ private:
             return "message box \"" + box->box.text + "\"";
         if (const auto* input = std::get_if<ExpectedInput>(&expected))
             return "input box \"" + input->prompt + "\"";
-        return "file dialog answered with \"" + std::get<ExpectedFile>(expected).chosen.path + "\"";
+        if (const auto* file = std::get_if<ExpectedFile>(&expected))
+            return "file dialog answered with \"" + file->chosen.path + "\"";
+        return "save dialog answered with \"" + std::get<ExpectedSaveFile>(expected).chosen.path + "\"";
+    }
+
+    static bool has_button(const platform::MessageBox& box, platform::BoxAnswer answer)
+    {
+        using platform::BoxAnswer;
+        switch (box.buttons) {
+        case platform::BoxButtons::ok:
+            return answer == BoxAnswer::ok;
+        case platform::BoxButtons::yes_no:
+            return answer == BoxAnswer::yes || answer == BoxAnswer::no;
+        case platform::BoxButtons::ok_cancel:
+            break;
+        }
+        return answer == BoxAnswer::ok || answer == BoxAnswer::cancel;
     }
 
     static platform::BoxAnswer closed(const platform::MessageBox& box)
     {
-        return box.buttons == platform::BoxButtons::ok ? platform::BoxAnswer::ok : platform::BoxAnswer::no;
+        if (box.buttons == platform::BoxButtons::ok)
+            return platform::BoxAnswer::ok;
+        return box.buttons == platform::BoxButtons::yes_no ? platform::BoxAnswer::no : platform::BoxAnswer::cancel;
     }
 
     static void compare(const ExpectedBox& expected, const platform::MessageBox& box)

@@ -4,8 +4,11 @@
 #include "platform/files.h"
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace cuedrill::fakes {
 
@@ -22,6 +25,11 @@ public:
     std::string read_failure;
     std::string append_failure;
     std::string create_folder_failure;
+    std::string replacement_failure; ///< of the beginning
+    std::string write_failure;       ///< of what is written to a replacement
+    std::string finish_failure;
+    std::string change_folder_failure;
+    std::string changed_to; ///< the folder that was made the working folder last
 
     [[nodiscard]] bool exists(const std::string& path) const override
     {
@@ -30,6 +38,8 @@ public:
     }
 
     [[nodiscard]] bool is_regular_file(const std::string& path) const override { return files.contains(resolve(path)); }
+
+    [[nodiscard]] bool is_folder(const std::string& path) const override { return folders.contains(resolve(path)); }
 
     [[nodiscard]] bool is_same_file(const std::string& a, const std::string& b) const override
     {
@@ -64,6 +74,20 @@ public:
         return true;
     }
 
+    [[nodiscard]] std::unique_ptr<platform::Replacement> begin_replacement(const std::string& path) override
+    {
+        if (!replacement_failure.empty())
+            throw common::Error(replacement_failure);
+        return std::make_unique<FakeReplacement>(*this, resolve(path));
+    }
+
+    void change_folder(const std::string& path) override
+    {
+        if (!change_folder_failure.empty())
+            throw common::Error(change_folder_failure);
+        changed_to = path;
+    }
+
     [[nodiscard]] bool is_writable_folder(const std::string& path) const override
     {
         const std::string target = resolve(path);
@@ -78,6 +102,37 @@ public:
     }
 
 private:
+    /// Written to the file of that name with ".part" behind it.
+    class FakeReplacement : public platform::Replacement {
+    public:
+        FakeReplacement(FakeFiles& files, std::string target)
+            : m_files(files), m_target(std::move(target)), m_path(m_target + ".part")
+        {
+            m_files.files[m_path].clear();
+        }
+
+        [[nodiscard]] const std::string& path() const override { return m_path; }
+        void write(std::string_view bytes) override
+        {
+            if (!m_files.write_failure.empty())
+                throw common::Error(m_files.write_failure);
+            m_files.files[m_path].append(bytes);
+        }
+        void restart() override { m_files.files[m_path].clear(); }
+        void finish() override
+        {
+            if (!m_files.finish_failure.empty())
+                throw common::Error(m_files.finish_failure);
+            m_files.files[m_target] = m_files.files[m_path];
+            m_files.files.erase(m_path);
+        }
+
+    private:
+        FakeFiles& m_files;
+        std::string m_target;
+        std::string m_path;
+    };
+
     [[nodiscard]] std::string resolve(const std::string& path) const
     {
         const auto link = links.find(path);

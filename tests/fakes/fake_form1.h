@@ -18,7 +18,7 @@ public:
             button->focus = &focus;
         for (FakeButton& button : pb)
             button.focus = &focus;
-        Text_q.focus = Text_a.focus = t_hint.focus = bot_focus.focus = &focus;
+        Text_q.focus = Text_a.focus = t_hint.focus = listav.focus = bot_focus.focus = &focus;
     }
 
     /// The user presses a key while `box` has the focus: the window sees it first, then the box, and a character that
@@ -97,6 +97,7 @@ public:
 
     FakeFrame panel_lista{"panel_lista", &journal};
     FakeHintBox t_hint{"t_hint", &journal};
+    FakeListBox listav{"listav", &journal};
 
     FakeLabel panel_dialog{"panel_dialog", &journal};
     FakeFrame dialog_strip{"dialog_strip", &journal};
@@ -147,6 +148,7 @@ public:
         .Panel_time_now = Panel_time_now,
         .panel_lista = panel_lista,
         .t_hint = t_hint,
+        .listav = listav,
         .panel_dialog = panel_dialog,
         .dialog_strip = dialog_strip,
         .bot_yes = bot_yes,

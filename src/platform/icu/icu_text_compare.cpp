@@ -49,17 +49,22 @@ public:
             m_begin = m_heap.data();
         }
         const auto* const source = reinterpret_cast<const std::uint8_t*>(text.data());
+        // Not the members: after each byte that is written, the compiler would have to read them again.
+        auto* const target = reinterpret_cast<std::uint8_t*>(m_begin);
+        std::size_t size = 0;
         for (std::int32_t at = 0; at < length;) {
             const std::uint8_t byte = source[at];
             if (byte < 0x80) {
-                m_begin[m_size++] = static_cast<char>(byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte);
+                target[size++] = static_cast<std::uint8_t>(byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte);
                 ++at;
             } else {
                 UChar32 point = 0;
                 U8_NEXT_OR_FFFD(source, at, length, point);
-                append(static_cast<std::uint32_t>(u_foldCase(point, U_FOLD_CASE_DEFAULT)));
+                const auto folded = static_cast<std::uint32_t>(u_foldCase(point, U_FOLD_CASE_DEFAULT));
+                U8_APPEND_UNSAFE(target, size, folded);
             }
         }
+        m_size = size;
     }
 
     FoldedText(const FoldedText&) = delete;
@@ -68,12 +73,6 @@ public:
     [[nodiscard]] std::string_view view() const { return {m_begin, m_size}; }
 
 private:
-    void append(std::uint32_t point)
-    {
-        auto* const target = reinterpret_cast<std::uint8_t*>(m_begin);
-        U8_APPEND_UNSAFE(target, m_size, point);
-    }
-
     // Left uninitialised: clearing it would cost more than folding a typical text.
     std::array<char, 1536> m_stack; // NOLINT(cppcoreguidelines-pro-type-member-init)
     std::string m_heap;
@@ -211,6 +210,11 @@ int IcuTextCompare::compare(std::string_view a, std::string_view b) const
     check(code, "compare two texts");
     // The collator ignores some characters and equates others, such as the forms of a letter with a diacritic.
     return order != UCOL_EQUAL ? static_cast<int>(order) : by_code_point;
+}
+
+std::string IcuTextCompare::fold(std::string_view text) const
+{
+    return std::string(FoldedText(text).view());
 }
 
 std::string IcuTextCompare::lower(std::string_view text) const

@@ -27,6 +27,7 @@ public:
 
     [[nodiscard]] bool equal(std::string_view a, std::string_view b) const override;
     [[nodiscard]] int compare(std::string_view a, std::string_view b) const override;
+    [[nodiscard]] std::string fold(std::string_view text) const override;
     [[nodiscard]] std::string lower(std::string_view text) const override;
     [[nodiscard]] std::string nfc(std::string_view text) const override;
     [[nodiscard]] std::uint32_t order_version() const override { return m_order_version; }

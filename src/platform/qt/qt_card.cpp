@@ -27,6 +27,12 @@ bool Card::eventFilter(QObject* watched, QEvent* event)
     case QEvent::PaletteChange:
         update();
         break;
+    case QEvent::ShowToParent:
+        setVisible(true);
+        break;
+    case QEvent::HideToParent:
+        setVisible(false);
+        break;
     default:
         break;
     }

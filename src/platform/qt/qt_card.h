@@ -10,7 +10,7 @@ class Card : public QWidget {
 public:
     Card() = default;
 
-    /// Puts `content` into the card. Its background becomes the card's.
+    /// Puts `content` into the card. Its background becomes the card's, and the card is visible when it is.
     void surround(QWidget& content);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -97,7 +97,7 @@ QWidget* window_in_front()
     if (QWidget* active = QApplication::activeWindow())
         return active;
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr)
+        if (window->isVisible() && !window->isMinimized() && qobject_cast<QMainWindow*>(window) != nullptr)
             return window;
     }
     return nullptr;
@@ -125,10 +125,26 @@ QMessageBox::StandardButton to_button(BoxAnswer answer)
         return QMessageBox::Yes;
     case BoxAnswer::no:
         return QMessageBox::No;
+    case BoxAnswer::cancel:
+        return QMessageBox::Cancel;
     case BoxAnswer::ok:
         break;
     }
     return QMessageBox::Ok;
+}
+
+BoxAnswer to_answer(int button)
+{
+    switch (button) {
+    case QMessageBox::Yes:
+        return BoxAnswer::yes;
+    case QMessageBox::No:
+        return BoxAnswer::no;
+    case QMessageBox::Cancel:
+        return BoxAnswer::cancel;
+    default:
+        return BoxAnswer::ok;
+    }
 }
 
 QString title_or_default(const std::string& title)
@@ -138,13 +154,20 @@ QString title_or_default(const std::string& title)
 
 void set_buttons(QMessageBox& widget, const MessageBox& box)
 {
-    if (box.buttons == BoxButtons::yes_no) {
+    switch (box.buttons) {
+    case BoxButtons::yes_no:
         widget.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         widget.setEscapeButton(QMessageBox::No);
         widget.setDefaultButton(to_button(box.default_button.value_or(BoxAnswer::yes)));
-    } else {
+        break;
+    case BoxButtons::ok_cancel:
+        widget.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        widget.setDefaultButton(to_button(box.default_button.value_or(BoxAnswer::ok)));
+        break;
+    case BoxButtons::ok:
         widget.setStandardButtons(QMessageBox::Ok);
         widget.setDefaultButton(QMessageBox::Ok);
+        break;
     }
 }
 
@@ -226,10 +249,7 @@ BoxAnswer QtDesktop::message_box(const MessageBox& box)
     if (!box.details.empty())
         show_details(widget, box);
 
-    const int pressed = run_modal(widget);
-    if (box.buttons == BoxButtons::ok)
-        return BoxAnswer::ok;
-    return pressed == QMessageBox::Yes ? BoxAnswer::yes : BoxAnswer::no;
+    return to_answer(run_modal(widget));
 }
 
 std::optional<std::string> QtDesktop::input_box(const InputBox& box)
@@ -253,11 +273,28 @@ std::optional<std::string> QtDesktop::input_box(const InputBox& box)
 
 ChosenFile QtDesktop::open_file_dialog(const FileDialog& dialog)
 {
-    QWidget* front = window_in_front();
-    QFileDialog widget(front != nullptr ? front : m_host.widget());
-    // The desktops' own dialogs refuse the name of a file that is still to be created.
-    widget.setOption(QFileDialog::DontUseNativeDialog);
+    QFileDialog widget(file_dialog_parent());
     widget.setAcceptMode(QFileDialog::AcceptOpen);
+    return choose_file(widget, dialog);
+}
+
+ChosenFile QtDesktop::save_file_dialog(const FileDialog& dialog)
+{
+    QFileDialog widget(file_dialog_parent());
+    widget.setAcceptMode(QFileDialog::AcceptSave);
+    return choose_file(widget, dialog);
+}
+
+QWidget* QtDesktop::file_dialog_parent() const
+{
+    QWidget* const front = window_in_front();
+    return front != nullptr ? front : m_host.widget();
+}
+
+ChosenFile QtDesktop::choose_file(QFileDialog& widget, const FileDialog& dialog)
+{
+    // The desktops' own dialogs for opening refuse the name of a file that is still to be created.
+    widget.setOption(QFileDialog::DontUseNativeDialog);
     widget.setFileMode(QFileDialog::AnyFile);
     if (!dialog.title.empty())
         widget.setWindowTitle(to_qt(dialog.title));

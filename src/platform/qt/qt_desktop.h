@@ -4,6 +4,7 @@
 #include "platform/qt/qt_guard.h"
 
 class QDialog;
+class QFileDialog;
 class QWidget;
 
 namespace cuedrill::platform::qt {
@@ -18,12 +19,16 @@ public:
     BoxAnswer message_box(const MessageBox& box) override;
     std::optional<std::string> input_box(const InputBox& box) override;
     ChosenFile open_file_dialog(const FileDialog& dialog) override;
+    ChosenFile save_file_dialog(const FileDialog& dialog) override;
     void pump() override;
     void beep() override;
     /// Calls nest: the pointer is normal again after as many calls for it as there were for the busy one.
     void set_pointer(Pointer pointer) override;
 
 private:
+    ChosenFile choose_file(QFileDialog& widget, const FileDialog& dialog);
+    /// The window over which a file dialog appears; null when there is none.
+    [[nodiscard]] QWidget* file_dialog_parent() const;
     int run_modal(QDialog& dialog);
     void throw_if_ending() const;
 

@@ -49,6 +49,7 @@ Form1 interfaces_of(QtForm1Controls& c)
                  .Panel_time_now = c.Panel_time_now,
                  .panel_lista = c.panel_lista,
                  .t_hint = c.t_hint,
+                 .listav = c.listav,
                  .panel_dialog = c.panel_dialog,
                  .dialog_strip = c.dialog_strip,
                  .bot_yes = c.bot_yes,
@@ -67,9 +68,10 @@ QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
     : window("Form1", first_size, guard, std::move(state)), menu_bar(*window.widget().menuBar(), window.gate()),
       Text_q("Text_q", window.gate(), window.key_filter()), Text_a("Text_a", window.gate(), window.key_filter()),
       frame_stats("frame_stats", *new Card, guard), panel_lista("panel_lista", *new QWidget, guard),
-      t_hint("t_hint", window.gate(), window.key_filter()), dialog_strip("dialog_strip", *new QWidget, guard),
-      bot_yes("bot_yes", window.gate()), bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()),
-      timer_250_ms(guard), timer_1_sec(guard), timer_1_min(guard), session_end(guard, [this] { window.end_session(); })
+      t_hint("t_hint", window.gate(), window.key_filter()), listav("listav", window.gate(), window.key_filter()),
+      dialog_strip("dialog_strip", *new QWidget, guard), bot_yes("bot_yes", window.gate()),
+      bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()), timer_250_ms(guard), timer_1_sec(guard),
+      timer_1_min(guard), session_end(guard, [this] { window.end_session(); })
 {
     lay_out(*this);
 }

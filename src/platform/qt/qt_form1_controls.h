@@ -8,6 +8,7 @@
 #include "platform/qt/qt_hint_box.h"
 #include "platform/qt/qt_label.h"
 #include "platform/qt/qt_level_panel.h"
+#include "platform/qt/qt_list_box.h"
 #include "platform/qt/qt_menu_bar.h"
 #include "platform/qt/qt_session_end.h"
 #include "platform/qt/qt_text_box.h"
@@ -63,6 +64,7 @@ struct QtForm1Controls {
 
     QtFrame panel_lista;
     QtHintBox t_hint;
+    QtListBox listav;
 
     QtLabel panel_dialog{"panel_dialog", QtLabel::Kind::prompt, QtLabel::Announced::yes};
     QtFrame dialog_strip;

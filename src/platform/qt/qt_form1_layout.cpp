@@ -2,8 +2,10 @@
 #include "platform/qt/qt_look.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QGridLayout>
 #include <QMenuBar>
+#include <initializer_list>
 
 namespace cuedrill::platform::qt {
 
@@ -157,25 +159,29 @@ QWidget* statistics(QtForm1Controls& c)
     return &frame;
 }
 
-QWidget* hint(QtForm1Controls& c)
+/// Hint and list in one place, of which one is visible at a time.
+QWidget* hint_and_list(QtForm1Controls& c)
 {
-    auto* card = new Card;
-    card->surround(c.t_hint.widget());
     QWidget& panel = c.panel_lista.widget();
-    auto* inside = new QVBoxLayout(&panel);
+    auto* inside = new QGridLayout(&panel);
     inside->setContentsMargins(0, 0, 0, 0);
-    inside->addWidget(card);
+    for (QWidget* content : std::initializer_list<QWidget*>{&c.t_hint.widget(), &c.listav.widget()}) {
+        auto* card = new Card;
+        card->surround(*content);
+        inside->addWidget(card, 0, 0);
+    }
+    c.listav.set_visible(false);
     // As high as the statistics, whose place it takes.
     panel.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     return &panel;
 }
 
-/// Statistics and hint in one area, of which one is visible at a time. Both keep their room, so that nothing moves when
-/// the one takes the place of the other.
+/// Statistics, and hint or list, in one area, of which one is visible at a time. Both keep their room, so that nothing
+/// moves when the one takes the place of the other.
 QGridLayout* shared_place(QtForm1Controls& c)
 {
     auto* place = new QGridLayout;
-    for (QWidget* area : {statistics(c), hint(c)}) {
+    for (QWidget* area : {statistics(c), hint_and_list(c)}) {
         keep_room_when_hidden(*area);
         place->addWidget(area, 0, 0);
     }
@@ -199,6 +205,26 @@ QBoxLayout* dialog_line(QtForm1Controls& c)
     return line;
 }
 
+/// Shares the height between the two boxes and the list while that is shown: it is there to be looked through.
+class RoomForList : public QObject {
+public:
+    RoomForList(QWidget& list, QBoxLayout& lines, QLayout& place) : QObject(&list), m_lines(lines), m_place(place)
+    {
+        list.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
+            m_lines.setStretchFactor(&m_place, event->type() == QEvent::ShowToParent ? 1 : 0);
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QBoxLayout& m_lines;
+    QLayout& m_place;
+};
+
 } // namespace
 
 void lay_out(QtForm1Controls& c)
@@ -210,9 +236,11 @@ void lay_out(QtForm1Controls& c)
     lines->addLayout(toolbar(c));
     lines->addLayout(question_and_answer(c), 1);
     lines->addLayout(question_figures(c));
-    // From here Tab leads to the hint, or where there is none to the dialog: what comes after most commands.
+    // From here Tab leads to the hint or list, or where there is none to the dialog: what comes after most commands.
     c.bot_focus.widget().setParent(content);
-    lines->addLayout(shared_place(c));
+    QLayout* const place = shared_place(c);
+    lines->addLayout(place);
+    new RoomForList(c.listav.widget(), *lines, *place);
     lines->addLayout(dialog_line(c));
     fill_width(c.P_status.widget());
     c.P_status.widget().setMinimumHeight(c.P_status.widget().sizeHint().height() + narrow_gap);

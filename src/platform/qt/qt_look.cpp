@@ -61,7 +61,7 @@ void set_up_text_area(QPlainTextEdit& edit)
     edit.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     edit.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     edit.document()->setDocumentMargin(text_margin);
-    edit.setMinimumSize(120, 72);
+    edit.setMinimumSize(smallest_text_area);
 }
 
 QColor blend(const QColor& from, const QColor& to, double share)

@@ -4,6 +4,7 @@
 #include "common/twips.h"
 
 #include <QColor>
+#include <QSize>
 #include <optional>
 
 class QPalette;
@@ -27,6 +28,9 @@ void set_fixed_background(QWidget& widget, std::optional<common::Colour> colour)
 
 /// Whether `widget` has a background of its own.
 bool has_fixed_background(const QWidget& widget);
+
+/// The least size of a place for several lines, in pixels.
+inline constexpr QSize smallest_text_area{120, 72};
 
 /// Makes `edit` a text area that stands in a card and wraps its lines.
 void set_up_text_area(QPlainTextEdit& edit);

@@ -32,6 +32,12 @@ QString to_qt(std::string_view text)
     return result;
 }
 
+QString to_title(std::string_view text)
+{
+    // "[*]" is where the toolkit marks a changed document; written twice it is shown as it is.
+    return to_qt(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
 std::string from_qt(const QString& text)
 {
     return text.toStdString();

@@ -10,6 +10,9 @@ namespace cuedrill::platform::qt {
 /// `text` (UTF-8; ill-formed bytes become U+FFFD) with CR LF as one line feed.
 QString to_qt(std::string_view text);
 
+/// `text` as the title of a window that shows it as it is.
+QString to_title(std::string_view text);
+
 /// `text` in UTF-8, as it is.
 std::string from_qt(const QString& text);
 

@@ -12,7 +12,13 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-constexpr std::string_view fixed_pitch_name = "FixedSys";
+/// The system's fixed-pitch font for its general name, and for the name of one that is not installed.
+bool is_systems_fixed_font(const std::string& name)
+{
+    constexpr std::string_view general_name = "FixedSys";
+    constexpr std::string_view often_missing = "Courier New";
+    return name == general_name || (name == often_missing && !QFontDatabase::hasFamily(to_qt(name)));
+}
 
 } // namespace
 
@@ -83,8 +89,8 @@ void QtTextBox::set_background(std::optional<common::Colour> colour)
 
 void QtTextBox::set_font(const Font& font)
 {
-    QFont wanted =
-        font.name == fixed_pitch_name ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont(to_qt(font.name));
+    QFont wanted = is_systems_fixed_font(font.name) ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
+                                                    : QFont(to_qt(font.name));
     wanted.setPointSize(font.points);
     wanted.setBold(font.bold);
     m_edit.setFont(wanted);

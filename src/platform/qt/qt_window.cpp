@@ -2,18 +2,10 @@
 
 #include "platform/qt/qt_text.h"
 
-#include <QCloseEvent>
 #include <QScreen>
 #include <QStyle>
 
 namespace cuedrill::platform::qt {
-
-void AskingWindow::closeEvent(QCloseEvent* event)
-{
-    event->ignore();
-    if (close_asked)
-        close_asked();
-}
 
 QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState state)
     : m_guard(guard), m_size(size), m_state(std::move(state)), m_gate(guard, m_window),
@@ -38,8 +30,7 @@ QtWindow::~QtWindow()
 void QtWindow::set_caption(std::string_view text)
 {
     m_caption = text;
-    // "[*]" is where the toolkit marks a changed document; written twice it is shown as it is.
-    m_window.setWindowTitle(to_qt(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+    m_window.setWindowTitle(to_title(text));
 }
 
 std::string QtWindow::caption() const
@@ -51,11 +42,7 @@ void QtWindow::show()
 {
     if (!m_placed)
         place_on_screen();
-    m_window.show();
-    // Otherwise the focus is drawn only from the first Tab on; but where Enter will go must be seen from the start.
-    m_window.setAttribute(Qt::WA_KeyboardFocusChange);
-    m_window.raise();
-    m_window.activateWindow();
+    m_window.show_in_front();
 }
 
 void QtWindow::hide()

@@ -2,24 +2,15 @@
 
 #include "platform/controls.h"
 #include "platform/qt/qt_announcement.h"
+#include "platform/qt/qt_asking_window.h"
 #include "platform/qt/qt_context_help.h"
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_key_filter.h"
 #include "platform/qt/qt_window_state.h"
 
-#include <QMainWindow>
 #include <QSize>
 
 namespace cuedrill::platform::qt {
-
-/// A main window that leaves it to others whether it closes.
-class AskingWindow : public QMainWindow {
-public:
-    std::function<void()> close_asked;
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
-};
 
 class QtWindow final : public Window {
 public:

@@ -35,15 +35,15 @@ std::string savepoint_name(int depth)
 } // namespace
 
 Connection::Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout)
-    : m_order{compare}
+    : m_rules{compare}
 {
     open_file(file);
     try {
         sqlite3_extended_result_codes(m_db, 1);
         sqlite3_busy_timeout(m_db, static_cast<int>(busy_timeout.count()));
         harden();
-        register_functions(m_db, m_order);
-        m_pool = std::make_unique<StatementPool>(m_db, m_order);
+        register_functions(m_db, m_rules);
+        m_pool = std::make_unique<StatementPool>(m_db, m_rules);
     } catch (...) {
         close();
         throw;
@@ -145,7 +145,7 @@ void Connection::set_durable()
 
 Statement Connection::prepare(std::string_view sql)
 {
-    return Statement(handle(), m_order, sql);
+    return Statement(handle(), m_rules, sql);
 }
 
 void Connection::run(std::string_view sql)

@@ -75,7 +75,7 @@ private:
     bool try_run(const char* sql) noexcept;
     bool undo_savepoint(int depth) noexcept;
 
-    TextOrder m_order;
+    TextRules m_rules;
     sqlite3* m_db = nullptr;
     std::unique_ptr<StatementPool> m_pool;
     int m_depth = 0;

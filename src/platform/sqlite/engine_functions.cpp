@@ -2,7 +2,9 @@
 
 #include "common/date_time.h"
 #include "platform/sqlite/engine_error.h"
+#include "platform/sqlite/like_pattern.h"
 
+#include <memory>
 #include <optional>
 #include <sqlite3.h>
 #include <string_view>
@@ -16,20 +18,32 @@ std::string_view view_of(const void* bytes, int length)
                       : std::string_view();
 }
 
+/// A number as its text; null as an empty one.
+std::string_view text_of(sqlite3_value* value)
+{
+    const void* const bytes = sqlite3_value_text(value);
+    return view_of(bytes, sqlite3_value_bytes(value));
+}
+
+bool is_null(sqlite3_value* value)
+{
+    return sqlite3_value_type(value) == SQLITE_NULL;
+}
+
 } // namespace
 
-// Nothing may be thrown through the engine. A failed comparison still needs an answer; the flag makes the statement
-// fail afterwards, so that no row is kept that was put at a wrong place.
+// Nothing may be thrown through the engine. A failed comparison still needs an answer; what was thrown makes the
+// statement fail afterwards, so that no row is kept that was put at a wrong place.
 extern "C" {
 static int cuedrill_compare(void* context, int length_a, const void* a, int length_b, const void* b) noexcept
 {
-    auto& order = *static_cast<TextOrder*>(context);
+    auto& rules = *static_cast<TextRules*>(context);
     const std::string_view left = view_of(a, length_a);
     const std::string_view right = view_of(b, length_b);
     try {
-        return order.compare.compare(left, right);
+        return rules.compare.compare(left, right);
     } catch (...) {
-        order.failed = true;
+        rules.failure = std::current_exception();
         return left.compare(right);
     }
 }
@@ -37,9 +51,7 @@ static int cuedrill_compare(void* context, int length_a, const void* a, int leng
 static void cuedrill_cvdate(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) noexcept
 {
     try {
-        const void* text = sqlite3_value_text(arguments[0]);
-        const std::optional<common::DateTime> date =
-            common::parse_date_literal(view_of(text, sqlite3_value_bytes(arguments[0])));
+        const std::optional<common::DateTime> date = common::parse_date_literal(text_of(arguments[0]));
         if (date)
             sqlite3_result_double(context, date->day_number());
         else
@@ -48,15 +60,48 @@ static void cuedrill_cvdate(sqlite3_context* context, int /*count*/, sqlite3_val
         sqlite3_result_error_nomem(context);
     }
 }
+
+static void cuedrill_drop_pattern(void* pattern) noexcept
+{
+    delete static_cast<LikePattern*>(pattern);
 }
 
-void register_functions(sqlite3* db, TextOrder& order)
+static void cuedrill_like(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) noexcept
 {
-    int code = sqlite3_create_collation_v2(db, "CUEDRILL", SQLITE_UTF8, &order, cuedrill_compare, nullptr);
+    auto& rules = *static_cast<TextRules*>(sqlite3_user_data(context));
+    try {
+        if (is_null(arguments[0]) || is_null(arguments[1]))
+            return;
+        const auto* pattern = static_cast<const LikePattern*>(sqlite3_get_auxdata(context, 0));
+        std::unique_ptr<LikePattern> compiled;
+        if (pattern == nullptr) {
+            const std::string_view given = text_of(arguments[0]);
+            compiled = std::make_unique<LikePattern>(rules.compare.fold(given), given);
+            pattern = compiled.get();
+        }
+        sqlite3_result_int(context, pattern->matches(rules.compare.fold(text_of(arguments[1]))) ? 1 : 0);
+        // The engine drops it at once where the pattern is another one in each row.
+        if (compiled != nullptr)
+            sqlite3_set_auxdata(context, 0, compiled.release(), cuedrill_drop_pattern);
+    } catch (...) {
+        rules.failure = std::current_exception();
+        sqlite3_result_error(context, "a text could not be matched", -1);
+    }
+}
+}
+
+void register_functions(sqlite3* db, TextRules& rules)
+{
+    int code = sqlite3_create_collation_v2(db, "CUEDRILL", SQLITE_UTF8, &rules, cuedrill_compare, nullptr);
     if (code != SQLITE_OK)
         throw_engine_error(db, code);
     code = sqlite3_create_function_v2(db, "cvdate", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
                                       cuedrill_cvdate, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        throw_engine_error(db, code);
+    // Not in the file itself: an index or a rule of its own that goes by "like" was made with other rules.
+    code = sqlite3_create_function_v2(db, "like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, &rules,
+                                      cuedrill_like, nullptr, nullptr, nullptr);
     if (code != SQLITE_OK)
         throw_engine_error(db, code);
 }

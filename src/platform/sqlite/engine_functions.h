@@ -2,20 +2,23 @@
 
 #include "platform/text_compare.h"
 
+#include <exception>
+
 struct sqlite3;
 
 namespace cuedrill::platform::sqlite {
 
-/// The order of texts that the collation CUEDRILL goes by.
-struct TextOrder {
+/// How the functions of a connection compare texts, and what went wrong in one of them.
+struct TextRules {
     const TextCompare& compare;
-    /// Set when a comparison failed and the order of bytes was used in its place.
-    bool failed = false;
+    /// What a function has thrown, for whoever has called the engine; null for nothing.
+    std::exception_ptr failure = nullptr;
 };
 
-/// Gives `db` the collation CUEDRILL and the function cvdate(text), the day number of "15/Nov/2026 05:47:17".
-/// `order` must outlive the connection.
+/// Gives `db` the collation CUEDRILL, the function cvdate(text), the day number of "15/Nov/2026 05:47:17", and the
+/// rules of LikePattern for "text like pattern", without regard to case.
+/// `rules` must outlive the connection.
 /// @throws DatabaseError when the engine refuses.
-void register_functions(sqlite3* db, TextOrder& order);
+void register_functions(sqlite3* db, TextRules& rules);
 
 } // namespace cuedrill::platform::sqlite

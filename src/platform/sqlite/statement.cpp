@@ -15,9 +15,21 @@ int checked_length(std::size_t length)
     return static_cast<int>(length);
 }
 
+/// Throws what one of the connection's functions has thrown, in words for the user.
+[[noreturn]] void throw_function_error(const std::exception_ptr& failure)
+{
+    try {
+        std::rethrow_exception(failure);
+    } catch (const DatabaseError&) {
+        throw;
+    } catch (...) {
+        throw own_error(DatabaseErrorKind::other, "Texts could not be compared.");
+    }
+}
+
 } // namespace
 
-Statement::Statement(sqlite3* db, TextOrder& order, std::string_view sql) : m_db(db), m_order(order), m_sql(sql)
+Statement::Statement(sqlite3* db, TextRules& rules, std::string_view sql) : m_db(db), m_rules(rules), m_sql(sql)
 {
     const char* tail = nullptr;
     const int code = sqlite3_prepare_v3(db, m_sql.c_str(), checked_length(m_sql.size()), SQLITE_PREPARE_PERSISTENT,
@@ -60,11 +72,10 @@ void Statement::bind(int position, const Value& value)
 
 bool Statement::step()
 {
+    m_rules.failure = nullptr;
     const int code = sqlite3_step(m_statement);
-    if (m_order.failed) {
-        m_order.failed = false;
-        throw own_error(DatabaseErrorKind::other, "Texts could not be compared.");
-    }
+    if (m_rules.failure != nullptr)
+        throw_function_error(m_rules.failure);
     if (code != SQLITE_ROW && code != SQLITE_DONE)
         throw_engine_error(m_db, code);
     return code == SQLITE_ROW;

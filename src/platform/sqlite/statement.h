@@ -16,8 +16,8 @@ namespace cuedrill::platform::sqlite {
 class Statement {
 public:
     /// Prepares the single statement in `sql`; a blank text or anything behind the statement is an error.
-    /// `db` and `order` must outlive the object.
-    Statement(sqlite3* db, TextOrder& order, std::string_view sql);
+    /// `db` and `rules` must outlive the object.
+    Statement(sqlite3* db, TextRules& rules, std::string_view sql);
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
     ~Statement();
@@ -47,7 +47,7 @@ public:
 
 private:
     sqlite3* m_db;
-    TextOrder& m_order;
+    TextRules& m_rules;
     std::string m_sql;
     sqlite3_stmt* m_statement = nullptr;
 };

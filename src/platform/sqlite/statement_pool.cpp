@@ -12,7 +12,7 @@ Statement& StatementPool::take(std::string_view sql)
         idle->taken = true;
         return *idle->statement;
     }
-    m_entries.push_back({std::make_unique<Statement>(m_db, m_order, sql)});
+    m_entries.push_back({std::make_unique<Statement>(m_db, m_rules, sql)});
     return *m_entries.back().statement;
 }
 

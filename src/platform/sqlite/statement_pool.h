@@ -15,7 +15,7 @@ public:
     /// The most statements that wait for another use.
     static constexpr std::size_t most_idle = 32;
 
-    StatementPool(sqlite3* db, TextOrder& order) : m_db(db), m_order(order) {}
+    StatementPool(sqlite3* db, TextRules& rules) : m_db(db), m_rules(rules) {}
 
     /// A statement that nobody else uses until it is given back.
     /// @throws DatabaseError when it cannot be prepared.
@@ -35,7 +35,7 @@ private:
     void drop_oldest_idle() noexcept;
 
     sqlite3* m_db;
-    TextOrder& m_order;
+    TextRules& m_rules;
     std::vector<Entry> m_entries;
     std::uint64_t m_uses = 0;
 };

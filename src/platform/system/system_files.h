@@ -4,16 +4,19 @@
 
 namespace cuedrill::platform::system {
 
-/// The files of the machine. Reading and appending refuse everything but regular files, so that no pipe or device
-/// ever makes the program wait.
+/// The files of the machine. Reading, appending and replacing refuse everything but regular files, so that no pipe or
+/// device ever makes the program wait.
 class SystemFiles : public Files {
 public:
     [[nodiscard]] bool exists(const std::string& path) const override;
     [[nodiscard]] bool is_regular_file(const std::string& path) const override;
+    [[nodiscard]] bool is_folder(const std::string& path) const override;
     [[nodiscard]] bool is_same_file(const std::string& a, const std::string& b) const override;
     [[nodiscard]] std::string absolute(const std::string& path) const override;
     [[nodiscard]] std::string read(const std::string& path, std::uint64_t longest) const override;
     bool append_below(const std::string& path, std::uint64_t limit, std::string_view bytes) override;
+    [[nodiscard]] std::unique_ptr<Replacement> begin_replacement(const std::string& path) override;
+    void change_folder(const std::string& path) override;
     [[nodiscard]] bool is_writable_folder(const std::string& path) const override;
     void create_folder(const std::string& path) override;
 };

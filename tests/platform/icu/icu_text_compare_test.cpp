@@ -1,4 +1,5 @@
 #include "common/errors.h"
+#include "common/text.h"
 #include "platform/icu/icu_text_compare.h"
 
 #include <algorithm>
@@ -129,6 +130,42 @@ TEST(Equality, SeesEverythingBehindAZeroByte)
     EXPECT_FALSE(order().equal("a", std::string_view("a\0", 2)));
 }
 
+TEST(Folding, IsTheSameExactlyForEqualTextsForAllPairsOfCodePage1252)
+{
+    for (const char32_t a : code_page_1252())
+        for (const char32_t b : code_page_1252())
+            ASSERT_EQ(order().fold(utf8(a)) == order().fold(utf8(b)), order().equal(utf8(a), utf8(b)))
+                << std::hex << std::uint32_t{a} << ' ' << std::uint32_t{b};
+}
+
+TEST(Folding, GivesSmallLettersForCodePage1252)
+{
+    for (const char32_t point : code_page_1252()) {
+        // The micro sign is the one character of the page that folds to another alphabet.
+        const std::string folded = point == 0xB5 ? "\u03BC" : utf8(small_letter(point));
+        ASSERT_EQ(order().fold(utf8(point)), folded) << std::hex << std::uint32_t{point};
+    }
+}
+
+TEST(Folding, IsThatOfSingleCharacters)
+{
+    EXPECT_EQ(order().fold("Stra\u00DFE"), "stra\u00DFe") << "the sharp s stays one character";
+    EXPECT_EQ(order().fold("\u1E9E"), "\u00DF") << "the capital one is its capital";
+    EXPECT_EQ(order().fold("\u0130\u0131"), "\u0130\u0131") << "both Turkish letters stay";
+    EXPECT_EQ(order().fold("ΟΔΟΣ ς"), "οδοσ σ") << "one sigma, wherever it stands";
+    EXPECT_EQ(order().fold("\U00010400x\U00010427"), "\U00010428x\U0001044F") << "Deseret capitals";
+    EXPECT_EQ(order().fold("\uFB01 \u01C4"), "\uFB01 \u01C6") << "ligatures are not taken apart";
+    EXPECT_EQ(order().fold(std::string_view("A\0B", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(order().fold(""), "");
+}
+
+TEST(Folding, KeepsThePlaces)
+{
+    for (const std::string_view text :
+         {"Straße", "\u0130\u1E9E\u023A", "ÀÉ\u0301 Ÿ", "\uFB03\U00010400\U0001F600", "\u1F88\u0390\u0587"})
+        EXPECT_EQ(common::code_points(order().fold(text)), common::code_points(text)) << text;
+}
+
 TEST(Order, IsAlphabeticalNotByCode)
 {
     const std::vector<std::string> sorted = {"",    " ",    "_",    "1",    "10",   "2",     "a",   "Äpfel", "apple",
@@ -186,6 +223,8 @@ TEST(IllFormedText, CountsAsReplacementCharacters)
     EXPECT_EQ(order().compare("a\xFF", "A\uFFFD"), 0);
     EXPECT_TRUE(order().equal("\xC3", "\x80")) << "a lead byte alone, a continuation alone";
     EXPECT_FALSE(order().equal("\xC3\xC3", "\xC3"));
+    EXPECT_EQ(order().fold("A\xFF\xC3"), "a\uFFFD\uFFFD");
+    EXPECT_EQ(order().fold("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD") << "half of a surrogate pair";
     EXPECT_EQ(order().lower("A\xFF"), "a\uFFFD");
     EXPECT_EQ(order().nfc("A\xFF"), "A\uFFFD");
 }
@@ -199,6 +238,7 @@ TEST(LongText, IsComparedLikeAShortOne)
             for (std::size_t i = 0; i < count; ++i)
                 text += letter;
             ASSERT_TRUE(order().equal(text, text + ""));
+            ASSERT_EQ(common::code_points(order().fold(text)), count);
             ASSERT_FALSE(order().equal(text + "a", text + "b"));
             ASSERT_LT(order().compare(text + "a", text + "B"), 0);
             ASSERT_EQ(order().compare(text + "b", text + "B"), 0);
@@ -211,6 +251,7 @@ TEST(LongText, IsRefusedBeyondTheLimitsOfTheLibrary)
     const std::string_view endless("x", (std::size_t{1} << 28U) + 1);
     EXPECT_THROW(static_cast<void>(order().equal(endless, "x")), common::Error);
     EXPECT_THROW(static_cast<void>(order().compare("x", endless)), common::Error);
+    EXPECT_THROW(static_cast<void>(order().fold(endless)), common::Error);
     EXPECT_THROW(static_cast<void>(order().lower(endless)), common::Error);
 }
 

@@ -5,9 +5,6 @@
 
 #include <QAccessible>
 #include <QClipboard>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,7 +12,6 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <utility>
 
 namespace cuedrill::platform::qt {
@@ -169,6 +165,42 @@ TEST_F(QtDesktopTest, TheDefaultButtonIsHonoured)
               BoxAnswer::no);
 }
 
+TEST_F(QtDesktopTest, OkOrCancelGivesTheButtonThatWasPressed)
+{
+    const MessageBox warning{.text = "Go on?", .buttons = BoxButtons::ok_cancel, .icon = BoxIcon::exclamation};
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Ok | QMessageBox::Cancel);
+        EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::Ok));
+        box.button(QMessageBox::Ok)->click();
+    });
+    EXPECT_EQ(desktop.message_box(warning), BoxAnswer::ok);
+    when_box_opens<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Cancel)->click(); });
+    EXPECT_EQ(desktop.message_box(warning), BoxAnswer::cancel);
+}
+
+TEST_F(QtDesktopTest, OkOrCancelThatIsClosedOrEscapedIsCancel)
+{
+    const MessageBox warning{.text = "Go on?", .buttons = BoxButtons::ok_cancel};
+    when_box_opens<QMessageBox>([](QMessageBox& box) { box.close(); });
+    EXPECT_EQ(desktop.message_box(warning), BoxAnswer::cancel);
+    when_box_opens<QMessageBox>([](QMessageBox& box) { press_key(box, Qt::Key_Escape); });
+    EXPECT_EQ(desktop.message_box(warning), BoxAnswer::cancel);
+}
+
+TEST_F(QtDesktopTest, EnterPressesCancelWhereThatIsTheDefaultAndALetterPressesNothing)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        for (const auto& [key, text] : {std::pair(Qt::Key_O, "o"), std::pair(Qt::Key_C, "c")}) {
+            press_key(*box.button(QMessageBox::Ok), key, text);
+            EXPECT_TRUE(box.isVisible()) << text;
+        }
+        press_key(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(
+        desktop.message_box({.text = "Go on?", .buttons = BoxButtons::ok_cancel, .default_button = BoxAnswer::cancel}),
+        BoxAnswer::cancel);
+}
+
 TEST_F(QtDesktopTest, ABoxStandsOverTheMainWindow)
 {
     QMainWindow window;
@@ -193,6 +225,7 @@ TEST_F(QtDesktopTest, NoBoxOpensOnceTheProgramIsEnding)
     EXPECT_THROW(desktop.message_box({.text = "t"}), common::ProgramEnded);
     EXPECT_THROW(static_cast<void>(desktop.input_box({})), common::ProgramEnded);
     EXPECT_THROW(static_cast<void>(desktop.open_file_dialog({})), common::ProgramEnded);
+    EXPECT_THROW(static_cast<void>(desktop.save_file_dialog({})), common::ProgramEnded);
 }
 
 TEST_F(QtDesktopTest, AnInputBoxGivesTheTypedText)
@@ -243,60 +276,6 @@ TEST_F(QtDesktopTest, AnEndBehindAnInputBoxIsThrown)
 {
     end_behind_the_box();
     EXPECT_THROW(static_cast<void>(desktop.input_box({})), common::ProgramEnded);
-}
-
-TEST_F(QtDesktopTest, TheFileDialogGivesTheFullPathOfANewFile)
-{
-    const QTemporaryDir folder;
-    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), "Specify name");
-        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
-        EXPECT_EQ(dialog.fileMode(), QFileDialog::AnyFile);
-        EXPECT_EQ(dialog.nameFilters(), QStringList{"Course (*.crs)"});
-        EXPECT_EQ(dialog.directory(), QDir(folder.path()));
-        dialog.findChild<QLineEdit*>("fileNameEdit")->setText("new course");
-        static_cast<QDialog&>(dialog).accept();
-    });
-    const ChosenFile chosen = desktop.open_file_dialog({.title = "Specify name",
-                                                        .initial_folder = folder.path().toStdString(),
-                                                        .default_extension = "crs",
-                                                        .filter = "Course (*.crs)|*.crs"});
-    EXPECT_EQ(chosen.path, folder.filePath("new course.crs").toStdString());
-    EXPECT_EQ(chosen.title, "new course.crs");
-}
-
-TEST_F(QtDesktopTest, TheFileDialogOffersTheInitialFile)
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("mine.crs"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
-    when_box_opens<QFileDialog>([](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "mine.crs");
-        static_cast<QDialog&>(dialog).accept();
-    });
-    const ChosenFile chosen = desktop.open_file_dialog(
-        {.initial_folder = folder.path().toStdString(), .initial_file = "mine.crs", .default_extension = "crs"});
-    EXPECT_EQ(chosen.path, folder.filePath("mine.crs").toStdString());
-}
-
-TEST_F(QtDesktopTest, ACancelledFileDialogGivesNothing)
-{
-    when_box_opens<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
-    const ChosenFile chosen = desktop.open_file_dialog({});
-    EXPECT_EQ(chosen.path, "");
-    EXPECT_EQ(chosen.title, "");
-}
-
-TEST_F(QtDesktopTest, TheFileDialogBelongsToItsHostWhileNoWindowIsShown)
-{
-    host.load();
-    when_box_opens<QFileDialog>([this](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.parentWidget(), host.widget());
-        dialog.reject();
-    });
-    static_cast<void>(desktop.open_file_dialog({}));
-    EXPECT_TRUE(host.widget()->isHidden());
 }
 
 TEST_F(QtDesktopTest, ThePumpRunsTimersAndPaints)

@@ -67,6 +67,7 @@ TEST_F(QtForm1Test, EveryControlIsFoundByItsOwnName)
                              "P_status",
                              "panel_lista",
                              "t_hint",
+                             "listav",
                              "pb_1",
                              "pb_2",
                              "pb_3",
@@ -137,6 +138,8 @@ TEST_F(QtForm1Test, EveryInterfaceReachesTheWidgetOfItsName)
     }
     form1.t_hint.set_name("Hint");
     EXPECT_EQ(widget("t_hint").accessibleName(), "Hint");
+    form1.listav.set_name("List");
+    EXPECT_EQ(widget("listav").accessibleName(), "List");
 }
 
 TEST_F(QtForm1Test, TheWindowIsNotShownByItself)
@@ -218,6 +221,41 @@ TEST_F(QtForm1Test, TheHintTakesThePlaceOfTheStatisticsAndNothingMoves)
     EXPECT_GT(widget("t_hint").width(), statistics.width() - 10);
 }
 
+TEST_F(QtForm1Test, TheListTakesThePlaceOfTheHintAndGetsHalfOfTheHeight)
+{
+    const auto place_of = [this](const char* name) {
+        return QRect(widget(name).mapTo(&window.widget(), QPoint()), widget(name).size());
+    };
+    form1.frame_stats.set_visible(false);
+    form1.panel_lista.set_visible(true);
+    form1.window.show();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(form1.listav.visible());
+    EXPECT_FALSE(widget("listav").isVisible());
+    const QRect hint = place_of("t_hint");
+    const QRect answer = place_of("Text_a");
+    form1.t_hint.set_visible(false);
+    form1.listav.set_visible(true);
+    form1.listav.set_lines(std::vector<std::string>(10'000, std::string(400, 'W')));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(widget("listav").isVisible());
+    EXPECT_EQ(place_of("listav").bottom(), hint.bottom());
+    EXPECT_EQ(place_of("listav").width(), hint.width());
+    EXPECT_GT(place_of("listav").height(), hint.height());
+    EXPECT_EQ(place_of("Text_a").top(), answer.top());
+    EXPECT_NEAR(place_of("Text_a").height(), place_of("listav").height(), 40);
+    // Only the card around the list is seen.
+    EXPECT_TRUE(widget("listav").parentWidget()->isVisible());
+    EXPECT_FALSE(widget("t_hint").parentWidget()->isVisible());
+    form1.listav.set_visible(false);
+    form1.t_hint.set_visible(true);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(place_of("t_hint"), hint);
+    EXPECT_EQ(place_of("Text_a"), answer);
+    EXPECT_TRUE(widget("t_hint").isVisible());
+    EXPECT_FALSE(widget("listav").parentWidget()->isVisible());
+}
+
 TEST_F(QtForm1Test, TheWholeToolbarStandsInOneRowOfAWindow800PixelsWide)
 {
     const std::pair<const char*, common::Twips> captions[] = {{"Next &Question", 300},
@@ -254,11 +292,12 @@ TEST_F(QtForm1Test, TabGoesFromTheTopOfTheWindowToItsBottom)
 {
     form1.frame_stats.set_visible(false);
     form1.panel_lista.set_visible(true);
+    form1.listav.set_visible(true);
     form1.window.show();
     QCoreApplication::processEvents();
     widget("pb_1").setFocus();
     for (const char* next : {"pb_2", "pb_3", "pb_4", "pb_5", "pb_6", "pb_7", "pb_8", "pb_9", "pb_10", "pb_11", "Text_q",
-                             "Text_a", "t_hint", "bot_yes", "bot_no", "bot_other"}) {
+                             "Text_a", "t_hint", "listav", "bot_yes", "bot_no", "bot_other"}) {
         press_key(*window.widget().focusWidget(), Qt::Key_Tab, "\t");
         EXPECT_EQ(window.widget().focusWidget()->objectName(), next);
     }
@@ -286,13 +325,19 @@ TEST_F(QtForm1Test, TheFocusHolderTakesTheFocusFromATextBox)
 TEST_F(QtForm1Test, TabLeadsFromTheFocusHolderToWhatComesNext)
 {
     form1.window.show();
-    for (const bool hint : {false, true}) {
-        form1.frame_stats.set_visible(!hint);
-        form1.panel_lista.set_visible(hint);
+    struct Next {
+        bool hint;
+        bool list;
+        const char* name;
+    };
+    for (const Next next : {Next{false, false, "bot_yes"}, Next{true, false, "t_hint"}, Next{false, true, "listav"}}) {
+        form1.frame_stats.set_visible(!next.hint && !next.list);
+        form1.panel_lista.set_visible(next.hint || next.list);
+        form1.t_hint.set_visible(next.hint);
+        form1.listav.set_visible(next.list);
         form1.bot_focus.set_focus();
         press_key(widget("bot_focus"), Qt::Key_Tab, "\t");
-        EXPECT_EQ(form1.t_hint.has_focus(), hint);
-        EXPECT_EQ(form1.bot_yes.has_focus(), !hint);
+        EXPECT_EQ(window.widget().focusWidget()->objectName(), next.name);
     }
 }
 

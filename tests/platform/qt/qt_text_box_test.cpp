@@ -233,6 +233,16 @@ TEST_F(QtTextBoxTest, TheFixedPitchNameStandsForTheSystemsFixedFont)
     EXPECT_FALSE(box.widget().font().bold());
 }
 
+TEST_F(QtTextBoxTest, AMissingFixedPitchFontIsReplacedByTheSystemsOne)
+{
+    box.set_font({"Courier New", 9, false});
+    const QString there = QFontDatabase::hasFamily("Courier New")
+                              ? QStringLiteral("Courier New")
+                              : QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    EXPECT_EQ(box.widget().font().family(), there);
+    EXPECT_EQ(box.widget().font().pointSize(), 9);
+}
+
 TEST_F(QtTextBoxTest, AnyOtherFontIsTakenByItsName)
 {
     box.set_font({"DejaVu Serif", 12, true});

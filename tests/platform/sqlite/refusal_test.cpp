@@ -224,6 +224,13 @@ TEST_F(Refusal, AnotherPrimaryKey)
     EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table qa has another key).");
 }
 
+// Made with the rules for "like" of another program.
+TEST_F(Refusal, AnIndexThatGoesByAPattern)
+{
+    rewrite("CREATE INDEX some ON qa (a) WHERE q LIKE 'o%'");
+    EXPECT_NE(refused(DatabaseErrorKind::damaged).find("unsafe use of LIKE()"), std::string::npos);
+}
+
 TEST_F(Refusal, ADamagedPage)
 {
     const std::size_t page = 4096;

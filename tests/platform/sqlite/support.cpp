@@ -22,10 +22,16 @@ int raw_compare(void* context, int length_a, const void* a, int length_b, const 
 
 int FoldingCompare::compare(std::string_view a, std::string_view b) const
 {
-    if (fail)
-        throw std::runtime_error("no comparison");
-    const int result = ignore_case ? lower(a).compare(lower(b)) : std::string(a).compare(b);
+    const int result = fold(a).compare(fold(b));
     return reversed ? -result : result;
+}
+
+std::string FoldingCompare::fold(std::string_view text) const
+{
+    if (fail)
+        throw std::runtime_error("no folding");
+    ++foldings;
+    return ignore_case ? lower(text) : std::string(text);
 }
 
 std::string FoldingCompare::lower(std::string_view text) const

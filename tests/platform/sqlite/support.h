@@ -5,6 +5,7 @@
 #include "platform/text_compare.h"
 
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
@@ -22,6 +23,7 @@ class FoldingCompare : public TextCompare {
 public:
     [[nodiscard]] bool equal(std::string_view a, std::string_view b) const override { return compare(a, b) == 0; }
     [[nodiscard]] int compare(std::string_view a, std::string_view b) const override;
+    [[nodiscard]] std::string fold(std::string_view text) const override;
     [[nodiscard]] std::string lower(std::string_view text) const override;
     [[nodiscard]] std::string nfc(std::string_view text) const override { return std::string(text); }
     [[nodiscard]] std::uint32_t order_version() const override { return version; }
@@ -29,7 +31,8 @@ public:
     bool reversed = false;
     bool ignore_case = true;
     std::uint32_t version = 1;
-    mutable bool fail = false; ///< every comparison throws
+    mutable bool fail = false;        ///< every comparison and every folding throws
+    mutable std::size_t foldings = 0; ///< texts that were folded, both of each comparison
 };
 
 /// A folder that is gone with the object.

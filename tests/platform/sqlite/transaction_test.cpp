@@ -43,7 +43,7 @@ TEST_F(Transactions, AnInnerOneIsUndoneByItself)
     }
     outer.commit();
     EXPECT_EQ(count(database), 2);
-    EXPECT_EQ(count(database, "Select count(0) from qa where q like 'kept%'"), 2);
+    EXPECT_EQ(count(database, "Select count(0) from qa where q like 'kept*'"), 2);
 }
 
 TEST_F(Transactions, HoldTheWriteLockFromTheStart)

@@ -1,49 +1,17 @@
-#include "common/errors.h"
-#include "fakes/temp_folder.h"
-#include "platform/system/system_files.h"
+#include "files_support.h"
 
-#include <csignal>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace cuedrill::platform::system {
 namespace {
 
 constexpr std::uint64_t no_limit = 1U << 30U;
 
-class SystemFilesTest : public testing::Test {
+class SystemFilesTest : public FilesTest {
 protected:
-    /// A pipe with a name, which blocks whoever opens it carelessly.
-    [[nodiscard]] std::string make_pipe() const
-    {
-        const std::string path = folder.file("pipe");
-        EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
-        return path;
-    }
-
-    [[nodiscard]] std::string make_link(const std::string& target, const std::string& name) const
-    {
-        std::filesystem::create_symlink(target, folder.file(name));
-        return folder.file(name);
-    }
-
-    /// The words of the error that `operation` throws.
-    static std::string words(const std::function<void()>& operation)
-    {
-        try {
-            operation();
-        } catch (const common::Error& error) {
-            return error.what();
-        }
-        return "no error";
-    }
-
     [[nodiscard]] std::string read_words(const std::string& path, std::uint64_t longest = no_limit) const
     {
         return words([&] { static_cast<void>(files.read(path, longest)); });
@@ -53,9 +21,6 @@ protected:
     {
         return words([&] { files.append_below(path, no_limit, "line"); });
     }
-
-    fakes::TempFolder folder;
-    SystemFiles files;
 };
 
 using Existence = SystemFilesTest;
@@ -96,6 +61,17 @@ TEST_F(Existence, OfARegularFileMayBeThroughLinks)
     EXPECT_FALSE(files.is_regular_file(folder.file("missing")));
 }
 
+TEST_F(Existence, OfAFolderMayBeThroughLinks)
+{
+    const std::string directory = folder.path().string();
+    EXPECT_TRUE(files.is_folder(directory));
+    EXPECT_TRUE(files.is_folder(make_link(directory, "link")));
+    EXPECT_FALSE(files.is_folder(folder.write("a.crs", "x")));
+    EXPECT_FALSE(files.is_folder(make_pipe()));
+    EXPECT_FALSE(files.is_folder(""));
+    EXPECT_FALSE(files.is_folder(folder.file("missing")));
+}
+
 TEST_F(Existence, SameFileIsToldByWhatTheNamesLeadTo)
 {
     const std::string file = folder.write("a.crs", "x");
@@ -122,14 +98,12 @@ TEST_F(Absolute, StartsAtTheWorkingFolder)
 
 TEST_F(Absolute, LeavesAPathAloneWhenTheWorkingFolderIsGone)
 {
-    const std::filesystem::path before = std::filesystem::current_path();
+    const KeptWorkingFolder before;
     const std::string gone = folder.file("gone");
     std::filesystem::create_directory(gone);
     std::filesystem::current_path(gone);
     std::filesystem::remove(gone);
-    const std::string path = files.absolute("a.crs");
-    std::filesystem::current_path(before);
-    EXPECT_EQ(path, "a.crs");
+    EXPECT_EQ(files.absolute("a.crs"), "a.crs");
 }
 
 TEST_F(Reading, GivesEveryByte)
@@ -210,29 +184,6 @@ TEST_F(Appending, NeverWaitsForTheReaderOfAPipe)
     EXPECT_EQ(append_words(pipe), "Cannot write " + pipe + ": No such device or address.");
 }
 
-/// Lets no file grow beyond `bytes` while it lives.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
-        rlimit limit = m_before;
-        limit.rlim_cur = bytes;
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
-
 // The system takes a part of the bytes and refuses the rest, as a full disk does.
 TEST_F(Appending, ReportsAWriteThatIsCutShort)
 {
@@ -257,16 +208,12 @@ TEST_F(Folders, AreWritableWhenTheirRightsSaySo)
 TEST_F(Folders, OfAnotherUserAreNotWritable)
 {
     std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
-    // The superuser may write everywhere, so the question is asked as somebody else.
-    constexpr uid_t nobody = 65534;
-    const bool superuser = ::geteuid() == 0;
-    if (superuser) {
-        ASSERT_EQ(::seteuid(nobody), 0);
-    }
-    const bool seen = files.exists(folder.path().string());
-    const bool writable = files.is_writable_folder(folder.path().string());
-    if (superuser) {
-        ASSERT_EQ(::seteuid(0), 0);
+    bool seen = false;
+    bool writable = true;
+    {
+        const AsNobody nobody;
+        seen = files.exists(folder.path().string());
+        writable = files.is_writable_folder(folder.path().string());
     }
     EXPECT_TRUE(seen);
     EXPECT_FALSE(writable);
@@ -297,6 +244,35 @@ TEST_F(Folders, CannotReplaceAFileOrStandBelowOne)
     EXPECT_EQ(words([&] { files.create_folder(""); }), "Cannot create the folder : Invalid argument.");
     EXPECT_EQ(words([&] { files.create_folder("/proc/cuedrill"); }),
               "Cannot create the folder /proc/cuedrill: No such file or directory.");
+}
+
+class WorkingFolder : public SystemFilesTest {
+protected:
+    [[nodiscard]] std::string change_words(const std::string& path)
+    {
+        return words([&] { files.change_folder(path); });
+    }
+
+    KeptWorkingFolder before;
+};
+
+TEST_F(WorkingFolder, IsWhereRelativeNamesStart)
+{
+    folder.write("a.crs", "x");
+    files.change_folder(folder.path().string());
+    EXPECT_EQ(files.absolute("a.crs"), folder.file("a.crs"));
+    EXPECT_EQ(files.read("a.crs", no_limit), "x");
+}
+
+TEST_F(WorkingFolder, StaysAsItIsAfterAnError)
+{
+    const std::string file = folder.write("a", "x");
+    const std::string missing = folder.file("missing");
+    EXPECT_EQ(change_words(missing), "Cannot change to the folder " + missing + ": No such file or directory.");
+    EXPECT_EQ(change_words(file), "Cannot change to the folder " + file + ": Not a directory.");
+    EXPECT_EQ(change_words(""), "Cannot change to the folder : Invalid argument.");
+    EXPECT_EQ(change_words(folder.path().string() + std::string("\0", 1)).find("no error"), std::string::npos);
+    EXPECT_EQ(std::filesystem::current_path(), before.path());
 }
 
 } // namespace

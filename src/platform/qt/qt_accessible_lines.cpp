@@ -1,0 +1,155 @@
+#include "platform/qt/qt_accessible_lines.h"
+
+#include "platform/qt/qt_line_view.h"
+
+#include <QAccessibleWidget>
+#include <QPointer>
+#include <unordered_map>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+/// One line of the list.
+class AccessibleLine : public QAccessibleInterface, public QAccessibleActionInterface {
+public:
+    AccessibleLine(LineView& view, int row) : m_view(&view), m_row(row) {}
+
+    [[nodiscard]] int row() const { return m_row; }
+
+    [[nodiscard]] bool isValid() const override { return m_view != nullptr && m_row < m_view->lines().rowCount(); }
+    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* parent() const override
+    {
+        return QAccessible::queryAccessibleInterface(m_view);
+    }
+    [[nodiscard]] QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
+    [[nodiscard]] int childCount() const override { return 0; }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
+    [[nodiscard]] QAccessible::Role role() const override { return QAccessible::ListItem; }
+    [[nodiscard]] QString text(QAccessible::Text what) const override
+    {
+        return what == QAccessible::Name && isValid() ? m_view->lines().shown(m_row) : QString();
+    }
+    void setText(QAccessible::Text /*what*/, const QString& /*text*/) override {}
+    [[nodiscard]] QRect rect() const override;
+    [[nodiscard]] QAccessible::State state() const override;
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+    }
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+    void doAction(const QString& name) override;
+    [[nodiscard]] QStringList keyBindingsForAction(const QString& /*name*/) const override { return {}; }
+
+private:
+    /// In the viewport.
+    [[nodiscard]] QRect place() const { return m_view->visualRect(m_view->lines().index(m_row)); }
+
+    QPointer<LineView> m_view;
+    int m_row;
+};
+
+QRect AccessibleLine::rect() const
+{
+    if (!isValid())
+        return {};
+    const QRect inside = place();
+    return {m_view->viewport()->mapToGlobal(inside.topLeft()), inside.size()};
+}
+
+QAccessible::State AccessibleLine::state() const
+{
+    QAccessible::State state;
+    if (!isValid()) {
+        state.invalid = true;
+        return state;
+    }
+    const bool current = m_view->currentIndex().row() == m_row;
+    state.disabled = !m_view->isEnabled();
+    state.invisible = !m_view->isVisible();
+    state.offscreen = !place().intersects(m_view->viewport()->rect());
+    state.selectable = true;
+    state.selected = current;
+    state.focusable = true;
+    state.focused = current && m_view->hasFocus();
+    return state;
+}
+
+void AccessibleLine::doAction(const QString& name)
+{
+    if (!isValid() || !m_view->isEnabled() || !m_view->isVisible())
+        return;
+    if (name == pressAction()) {
+        m_view->choose(m_row);
+    } else if (name == setFocusAction()) {
+        m_view->setCurrentIndex(m_view->lines().index(m_row));
+        m_view->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+/// The list. Its lines are made when they are asked for: there may be many, of which few are ever looked at.
+class AccessibleLines : public QAccessibleWidget {
+public:
+    explicit AccessibleLines(LineView& view) : QAccessibleWidget(&view, QAccessible::List), m_view(view)
+    {
+        QObject::connect(m_view.model(), &QAbstractItemModel::modelReset, &m_context, [this] { forget_lines(); });
+    }
+    AccessibleLines(const AccessibleLines&) = delete;
+    AccessibleLines& operator=(const AccessibleLines&) = delete;
+    ~AccessibleLines() override { forget_lines(); }
+
+    [[nodiscard]] int childCount() const override { return m_view.lines().rowCount(); }
+    [[nodiscard]] QAccessibleInterface* child(int index) const override;
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        const auto* const line = dynamic_cast<const AccessibleLine*>(child);
+        return line != nullptr ? line->row() : -1;
+    }
+    [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override
+    {
+        return child(m_view.indexAt(m_view.viewport()->mapFromGlobal(QPoint(x, y))).row());
+    }
+    [[nodiscard]] QAccessibleInterface* focusChild() const override { return child(m_view.currentIndex().row()); }
+
+private:
+    void forget_lines()
+    {
+        for (const auto& [row, id] : m_lines)
+            QAccessible::deleteAccessibleInterface(id);
+        m_lines.clear();
+    }
+
+    LineView& m_view;
+    mutable std::unordered_map<int, QAccessible::Id> m_lines;
+    QObject m_context;
+};
+
+QAccessibleInterface* AccessibleLines::child(int index) const
+{
+    if (index < 0 || index >= childCount())
+        return nullptr;
+    const auto known = m_lines.find(index);
+    if (known != m_lines.end())
+        return QAccessible::accessibleInterface(known->second);
+    auto* const line = new AccessibleLine(m_view, index);
+    m_lines.emplace(index, QAccessible::registerAccessibleInterface(line));
+    return line;
+}
+
+QAccessibleInterface* make_interface(const QString& /*class_name*/, QObject* object)
+{
+    auto* const view = dynamic_cast<LineView*>(object);
+    return view != nullptr ? new AccessibleLines(*view) : nullptr;
+}
+
+} // namespace
+
+void make_lines_accessible()
+{
+    QAccessible::installFactory(make_interface); // once, however often it is called
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,236 @@
+#include "platform/qt/qt_line_view.h"
+
+#include "platform/qt/qt_accessible_lines.h"
+#include "platform/qt/qt_look.h"
+#include "platform/qt/qt_text.h"
+
+#include <QAbstractItemDelegate>
+#include <QAccessible>
+#include <QAction>
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <algorithm>
+#include <utility>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+constexpr int margin = 6; // on either side of a line, in pixels
+constexpr int row_gap = 2;
+
+/// A line in two parts: the figures at its beginning, which may stand in columns, and what follows from the first word
+/// on. In one piece the former would be drawn in the font of the latter, which is not always the fixed-pitch one.
+struct LineParts {
+    explicit LineParts(const QString& line)
+    {
+        const auto letters = std::find_if(line.begin(), line.end(), [](QChar character) {
+            return character.isLetter() || character.isMark() || character.isSurrogate();
+        });
+        const qsizetype word = line.first(letters - line.begin()).lastIndexOf(QLatin1Char(' ')) + 1;
+        lead = line.first(word);
+        rest = line.sliced(word);
+    }
+
+    [[nodiscard]] int width(const QFontMetrics& metrics) const
+    {
+        return metrics.horizontalAdvance(lead) + metrics.horizontalAdvance(rest);
+    }
+
+    QString lead;
+    QString rest;
+};
+
+/// Draws the lines. All rows have the height and the width that the widest line needs.
+class LineDelegate : public QAbstractItemDelegate {
+public:
+    explicit LineDelegate(LineView& view) : QAbstractItemDelegate(&view), m_view(view) {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const QPalette& palette = option.palette;
+        QColor text = palette.color(QPalette::Text);
+        if (index == m_view.currentIndex() && m_view.hasFocus()) {
+            painter->fillRect(option.rect, palette.color(QPalette::Highlight));
+            text = palette.color(QPalette::HighlightedText);
+        } else if (index == m_view.currentIndex()) {
+            painter->fillRect(option.rect, tinted(palette, 0.35));
+        } else if (option.state.testFlag(QStyle::State_MouseOver)) {
+            painter->fillRect(option.rect, tinted(palette, 0.15));
+        }
+        painter->setPen(text);
+        painter->setFont(option.font);
+        draw(*painter, option.rect.adjusted(margin, 0, -margin, 0), LineParts(m_view.lines().shown(index.row())));
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const override
+    {
+        const int widest = m_view.lines().widest_row();
+        const int width = widest < 0 ? 0 : LineParts(m_view.lines().shown(widest)).width(option.fontMetrics);
+        return {width + 2 * margin, option.fontMetrics.height() + row_gap};
+    }
+
+private:
+    static void draw(QPainter& painter, const QRect& place, const LineParts& line)
+    {
+        // On the left, whatever direction the text has.
+        constexpr int flags = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine;
+        const int lead = painter.fontMetrics().horizontalAdvance(line.lead);
+        painter.drawText(place, flags, line.lead);
+        painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+        painter.drawText(place.adjusted(lead, 0, 0, 0), flags, line.rest);
+    }
+
+    static QColor tinted(const QPalette& palette, double share)
+    {
+        return blend(palette.color(QPalette::Base), palette.color(QPalette::Highlight), share);
+    }
+
+    LineView& m_view;
+};
+
+} // namespace
+
+LineView::LineView() : m_model(*new LineModel(this))
+{
+    make_lines_accessible();
+    setModel(&m_model);
+    setItemDelegate(new LineDelegate(*this));
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setFrameShape(QFrame::NoFrame);
+    setMinimumSize(smallest_text_area);
+    setUniformItemSizes(true);
+    // As it comes, one step is as wide as the widest line.
+    horizontalScrollBar()->setSingleStep(fontMetrics().horizontalAdvance(QStringLiteral("step")));
+    viewport()->setAttribute(Qt::WA_Hover);
+    auto* const entry = new QAction(QStringLiteral("&Copy"), this);
+    entry->setShortcut(QKeySequence::Copy);
+    entry->setShortcutContext(Qt::WidgetShortcut);
+    connect(entry, &QAction::triggered, this, [this] { copy(); });
+    addAction(entry);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void LineView::show_lines(std::vector<std::string> lines)
+{
+    m_pressed_row.reset();
+    m_model.set_lines(std::move(lines));
+    doItemsLayout();
+    verticalScrollBar()->setValue(0);
+    horizontalScrollBar()->setValue(0);
+    if (!hasFocus())
+        return;
+    begin_with_first_line();
+    tell_focus();
+}
+
+void LineView::replace_lines(std::vector<std::string> lines)
+{
+    const int row = std::min(currentIndex().row(), static_cast<int>(lines.size()) - 1);
+    const int top = verticalScrollBar()->value();
+    const int left = horizontalScrollBar()->value();
+    show_lines(std::move(lines));
+    if (row >= 0)
+        setCurrentIndex(m_model.index(row));
+    verticalScrollBar()->setValue(top);
+    horizontalScrollBar()->setValue(left);
+}
+
+void LineView::choose(int row)
+{
+    if (row < 0 || row >= m_model.rowCount())
+        return;
+    setCurrentIndex(m_model.index(row));
+    const std::string line = m_model.line(row);
+    if (chosen)
+        chosen(line);
+}
+
+void LineView::keyboardSearch(const QString& /*text*/)
+{
+    // Characters belong to the program's own rules.
+}
+
+void LineView::focusInEvent(QFocusEvent* event)
+{
+    QListView::focusInEvent(event);
+    if (event->reason() != Qt::MouseFocusReason)
+        begin_with_first_line();
+    // Only then the toolkit tells that the list itself has the focus.
+    QMetaObject::invokeMethod(
+        this, [this] { tell_focus(); }, Qt::QueuedConnection);
+}
+
+/// Where the keyboard leads to the list, it leads to a line of it.
+void LineView::begin_with_first_line()
+{
+    if (!currentIndex().isValid())
+        setCurrentIndex(m_model.index(0));
+}
+
+/// Tells assistive technology on which line the focus is.
+void LineView::tell_focus()
+{
+    if (!hasFocus() || !currentIndex().isValid())
+        return;
+    QAccessibleEvent news(this, QAccessible::Focus);
+    news.setChild(currentIndex().row());
+    QAccessible::updateAccessibility(&news);
+}
+
+void LineView::keyPressEvent(QKeyEvent* event)
+{
+    const bool sideways = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+    if (sideways)
+        QAbstractScrollArea::keyPressEvent(event); // there is nothing beside a line to go to
+    else
+        QListView::keyPressEvent(event);
+}
+
+void LineView::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed_row.reset();
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (!index.isValid())
+        return;
+    // Without scrolling, so that the line is still under the pointer when the button comes up.
+    setAutoScroll(false);
+    setCurrentIndex(index);
+    setAutoScroll(true);
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier)
+        m_pressed_row = index.row();
+}
+
+void LineView::mouseMoveEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
+void LineView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    const std::optional<int> pressed = std::exchange(m_pressed_row, std::nullopt);
+    if (pressed && indexAt(event->position().toPoint()).row() == *pressed)
+        choose(*pressed);
+}
+
+void LineView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    m_pressed_row.reset();
+    event->accept();
+}
+
+void LineView::copy() const
+{
+    const int row = currentIndex().row();
+    if (row >= 0)
+        QGuiApplication::clipboard()->setText(to_qt(m_model.line(row)));
+}
+
+} // namespace cuedrill::platform::qt

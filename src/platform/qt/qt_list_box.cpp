@@ -1,0 +1,59 @@
+#include "platform/qt/qt_list_box.h"
+
+#include "platform/qt/qt_text.h"
+
+namespace cuedrill::platform::qt {
+
+QtListBox::QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
+    : QtListBox(name, gate, keys, *new LineView)
+{
+}
+
+QtListBox::QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, LineView& view)
+    : QtControl(view, name), m_view(view)
+{
+    m_view.chosen = [this, &gate](const std::string& line) {
+        gate.run([&] {
+            if (on_click)
+                on_click(line);
+        });
+    };
+    keys.add_control(m_view, [this](const KeyPress& press) { return take_key(press); });
+}
+
+bool QtListBox::take_key(const KeyPress& press)
+{
+    const bool chooses = press.key == Key::enter || press.character == " ";
+    if (!chooses)
+        return false;
+    if (!press.auto_repeat)
+        m_view.choose(m_view.currentIndex().row());
+    return true;
+}
+
+void QtListBox::set_lines(std::vector<std::string> lines)
+{
+    m_view.show_lines(std::move(lines));
+}
+
+void QtListBox::replace_lines(std::vector<std::string> lines)
+{
+    m_view.replace_lines(std::move(lines));
+}
+
+void QtListBox::set_name(std::string_view name)
+{
+    m_view.setAccessibleName(to_qt(name));
+}
+
+void QtListBox::set_focus()
+{
+    m_view.setFocus(Qt::OtherFocusReason);
+}
+
+bool QtListBox::has_focus() const
+{
+    return holds_focus();
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/qt/qt_control.h"
+#include "platform/qt/qt_guard.h"
+#include "platform/qt/qt_key_filter.h"
+#include "platform/qt/qt_line_view.h"
+
+namespace cuedrill::platform::qt {
+
+/// Lines in the system's fixed-pitch font; what is too long for the width can be scrolled to. The widget is to be put
+/// into a Card.
+class QtListBox final : public QtControl<ListBox> {
+public:
+    /// @param gate the one of the window that the box stands in; so is `keys`.
+    QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys);
+
+    void set_lines(std::vector<std::string> lines) override;
+    void replace_lines(std::vector<std::string> lines) override;
+    void set_name(std::string_view name) override;
+    void set_focus() override;
+    [[nodiscard]] bool has_focus() const override;
+
+    [[nodiscard]] LineView& widget() { return m_view; }
+
+private:
+    QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, LineView& view);
+    /// Returns whether the key chooses a line.
+    bool take_key(const KeyPress& press);
+
+    LineView& m_view;
+};
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/f_msgbox.h"
+#include "platform/qt/qt_asking_window.h"
+#include "platform/qt/qt_context_help.h"
+#include "platform/qt/qt_event_watcher.h"
+#include "platform/qt/qt_guard.h"
+#include "platform/qt/qt_key_filter.h"
+
+#include <vector>
+
+namespace cuedrill::platform::qt {
+
+/// A window beside the main one, of which neither holds the other up: each can lie over the other, and the program ends
+/// while both are shown.
+class QtMessageWindow final : public MessageWindow {
+public:
+    /// @param main_window must outlive this one.
+    QtMessageWindow(const char* name, QtGuard& guard, QWidget& main_window);
+    QtMessageWindow(const QtMessageWindow&) = delete;
+    QtMessageWindow& operator=(const QtMessageWindow&) = delete;
+
+    /// Puts `widget`, which is that of `control`, into the window. The first one gets the keyboard with it.
+    void add(Control& control, QWidget& widget);
+
+    void set_caption(std::string_view text) override;
+    void cover_main_window() override;
+    [[nodiscard]] common::Twips inner_width() const override;
+    [[nodiscard]] common::Twips inner_height() const override;
+    [[nodiscard]] bool minimised() const override;
+    void place(Control& control, const Place& place) override;
+    void show() override;
+    void hide() override;
+
+    [[nodiscard]] QWidget& widget() { return m_window; }
+    /// The gate for what the user does in this window.
+    [[nodiscard]] QtActionGate& gate() { return m_gate; }
+    [[nodiscard]] QtKeyFilter& key_filter() { return m_key_filter; }
+
+private:
+    struct Entry {
+        Control* control;
+        QWidget* widget;
+    };
+
+    QWidget& m_main_window;
+    AskingWindow m_window;
+    QtActionGate m_gate;
+    QtKeyFilter m_key_filter;
+    QtContextHelp m_context_help;
+    EventWatcher m_watcher;
+    std::vector<Entry> m_controls;
+};
+
+} // namespace cuedrill::platform::qt

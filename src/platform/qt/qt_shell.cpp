@@ -1,0 +1,131 @@
+#include "platform/qt/qt_shell.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <memory>
+#include <span>
+#include <unistd.h>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+/// A program with what stands before the name of what is to be opened.
+struct Command {
+    const char* program;
+    const char* option = nullptr;
+};
+
+using Commands = std::span<const Command>;
+
+/// They know which program the user has chosen for what.
+constexpr Command openers[] = {{"xdg-open"}, {"gio", "open"}};
+
+constexpr Command file_managers[] = {{"nautilus"}, {"dolphin"}, {"thunar"},    {"nemo"},
+                                     {"caja"},     {"pcmanfm"}, {"pcmanfm-qt"}};
+
+constexpr Command text_editors[] = {{"gnome-text-editor"}, {"gedit"}, {"kate"},  {"kwrite"},
+                                    {"mousepad"},          {"xed"},   {"pluma"}, {"featherpad"},
+                                    {"leafpad"},           {"geany"}, {"emacs"}};
+
+/// What the programs take for what is meant: no option, and an address that they know for one.
+QString as_argument(const std::string& target)
+{
+    QString argument = QFile::decodeName(target.c_str());
+    if (argument.startsWith(QLatin1String("www."), Qt::CaseInsensitive))
+        argument.prepend(QLatin1String("http://"));
+    else if (argument.startsWith(QLatin1Char('-')))
+        argument.prepend(QLatin1String("./"));
+    return argument;
+}
+
+/// Starts programs with one target in one folder.
+class Starter {
+public:
+    Starter(const std::string& target, const std::string& working_folder, const std::vector<std::string>& search_path,
+            std::chrono::milliseconds patience)
+        : m_target(as_argument(target)), m_working_folder(QFile::decodeName(working_folder.c_str())),
+          m_patience(patience)
+    {
+        for (const std::string& folder : search_path)
+            m_search_path.append(QFile::decodeName(folder.c_str()));
+    }
+
+    /// Starts the first opener that finds something for the target, or else the first of the programs that can be
+    /// started.
+    /// @return the number of its process; nothing when there is none.
+    [[nodiscard]] std::optional<std::int64_t> start_opener_or(Commands programs) const
+    {
+        for (const Command& opener : openers) {
+            if (const std::optional<std::int64_t> process = start(opener, m_patience))
+                return process;
+        }
+        for (const Command& program : programs) {
+            if (const std::optional<std::int64_t> process = start(program, std::chrono::milliseconds(0)))
+                return process;
+        }
+        return std::nullopt;
+    }
+
+private:
+    /// @param patience how long to wait whether it fails. One that has not ended by then is left alone.
+    [[nodiscard]] std::optional<std::int64_t> start(const Command& command, std::chrono::milliseconds patience) const
+    {
+        const QString file = QStandardPaths::findExecutable(QString::fromLatin1(command.program), m_search_path);
+        if (file.isEmpty())
+            return std::nullopt;
+        QStringList arguments{m_target};
+        if (command.option != nullptr)
+            arguments.prepend(QString::fromLatin1(command.option));
+        auto process = std::make_unique<QProcess>();
+        process->setWorkingDirectory(m_working_folder);
+        process->setStandardInputFile(QProcess::nullDevice());
+        process->setStandardOutputFile(QProcess::nullDevice());
+        process->setStandardErrorFile(QProcess::nullDevice());
+        // What ends this process at its terminal is not meant for that one.
+        process->setChildProcessModifier([] { ::setsid(); });
+        process->start(file, arguments);
+        if (!process->waitForStarted())
+            return std::nullopt;
+        const std::int64_t number = process->processId();
+        if (patience.count() > 0 && process->waitForFinished(static_cast<int>(patience.count())) &&
+            (process->exitStatus() != QProcess::NormalExit || process->exitCode() != 0))
+            return std::nullopt;
+        leave_alone(std::move(process));
+        return number;
+    }
+
+    /// The object would end the process with itself, so it lives as long as that.
+    static void leave_alone(std::unique_ptr<QProcess> process)
+    {
+        if (process->state() == QProcess::NotRunning)
+            return;
+        QProcess* const left = process.release();
+        QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
+    }
+
+    QString m_target;
+    QString m_working_folder;
+    std::chrono::milliseconds m_patience;
+    QStringList m_search_path;
+};
+
+} // namespace
+
+bool QtShell::open(const std::string& target, const std::string& working_folder)
+{
+    return Starter(target, working_folder, m_search_path, m_patience).start_opener_or({}).has_value();
+}
+
+bool QtShell::open_folder(const std::string& path)
+{
+    return Starter(path, {}, m_search_path, m_patience).start_opener_or(file_managers).has_value();
+}
+
+std::optional<std::int64_t> QtShell::edit_text(const std::string& path)
+{
+    return Starter(path, {}, m_search_path, m_patience).start_opener_or(text_editors);
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,114 @@
+#include "platform/system/regular_file.h"
+
+#include "common/errors.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace cuedrill::platform::system {
+
+void fail(std::string_view doing, const std::string& path, const std::string& reason)
+{
+    throw common::Error("Cannot " + std::string(doing) + " " + path + ": " + reason + ".");
+}
+
+void fail(std::string_view doing, const std::string& path, int code)
+{
+    fail(doing, path, std::generic_category().message(code));
+}
+
+bool is_name(const std::string& path)
+{
+    return !path.empty() && path.find('\0') == std::string::npos;
+}
+
+void require_regular(std::string_view doing, const std::string& path, const struct stat& status)
+{
+    if (S_ISDIR(status.st_mode))
+        fail(doing, path, EISDIR);
+    if (!S_ISREG(status.st_mode))
+        fail(doing, path, std::string("it is not a regular file"));
+}
+
+RegularFile RegularFile::open(std::string_view doing, const std::string& path, int flags)
+{
+    if (!is_name(path))
+        fail(doing, path, EINVAL);
+    // Without O_NONBLOCK, opening a pipe waits for its other end.
+    const int handle =
+        ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
+    if (handle < 0)
+        fail(doing, path, errno);
+    return {doing, path, handle};
+}
+
+RegularFile::RegularFile(std::string_view doing, std::string path, int handle)
+    : m_doing(doing), m_path(std::move(path)), m_handle(handle)
+{
+    try {
+        struct stat status {};
+        checked([&] { return ::fstat(m_handle, &status); });
+        require_regular(m_doing, m_path, status);
+        m_size = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
+    } catch (...) {
+        ::close(m_handle);
+        throw;
+    }
+}
+
+RegularFile::~RegularFile()
+{
+    if (m_handle >= 0)
+        ::close(m_handle);
+}
+
+template <typename Operation>
+std::size_t RegularFile::checked(Operation operation) const
+{
+    ssize_t count = 0;
+    do {
+        count = operation();
+    } while (count < 0 && errno == EINTR);
+    if (count < 0)
+        fail(m_doing, m_path, errno);
+    return static_cast<std::size_t>(count);
+}
+
+void RegularFile::try_permissions(mode_t permissions) const
+{
+    static_cast<void>(::fchmod(m_handle, permissions));
+}
+
+std::size_t RegularFile::read(std::span<char> buffer) const
+{
+    return checked([&] { return ::read(m_handle, buffer.data(), buffer.size()); });
+}
+
+void RegularFile::write(std::string_view bytes) const
+{
+    while (!bytes.empty())
+        bytes.remove_prefix(checked([&] { return ::write(m_handle, bytes.data(), bytes.size()); }));
+}
+
+void RegularFile::empty() const
+{
+    checked([&] { return ::ftruncate(m_handle, 0); });
+    checked([&] { return ::lseek(m_handle, 0, SEEK_SET); });
+}
+
+void RegularFile::sync() const
+{
+    checked([&] { return ::fsync(m_handle); });
+}
+
+void RegularFile::close()
+{
+    if (::close(std::exchange(m_handle, -1)) != 0)
+        fail(m_doing, m_path, errno);
+}
+
+} // namespace cuedrill::platform::system

@@ -1,0 +1,207 @@
+#include "platform/system/system_replacement.h"
+
+#include "common/errors.h"
+#include "common/text.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace cuedrill::platform::system {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view doing = "write";
+constexpr std::size_t buffer_size = 65536;
+constexpr int most_names = 100;
+constexpr mode_t usual_mode = 0666; // less what the user's mask takes away
+constexpr mode_t private_mode = 0600;
+constexpr mode_t permission_bits = 0777;
+constexpr mode_t any_write_bit = S_IWUSR | S_IWGRP | S_IWOTH;
+
+/// For the superuser every access is granted, so a file on which nobody has the permission is told by its mode.
+void require_writable(const std::string& path, mode_t mode)
+{
+    if ((mode & any_write_bit) == 0)
+        fail(doing, path, EACCES);
+    if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
+        fail(doing, path, errno);
+}
+
+fs::path canonical(const std::string& path, const fs::path& what)
+{
+    std::error_code error;
+    fs::path full = fs::canonical(what, error);
+    if (error)
+        fail(doing, path, error.value());
+    return full;
+}
+
+/// A folder whose changed names are to reach the disk.
+class OpenFolder {
+public:
+    explicit OpenFolder(const std::string& path) : m_handle(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+    OpenFolder(const OpenFolder&) = delete;
+    OpenFolder& operator=(const OpenFolder&) = delete;
+    ~OpenFolder()
+    {
+        if (m_handle >= 0)
+            ::close(m_handle);
+    }
+
+    /// As far as the user may look into the folder and its file system knows such a call. A failure is none of the
+    /// file's, which has its new name and its contents already.
+    void sync() const
+    {
+        int result = 0;
+        do {
+            result = m_handle < 0 ? 0 : ::fsync(m_handle);
+        } while (result != 0 && errno == EINTR);
+    }
+
+private:
+    int m_handle;
+};
+
+} // namespace
+
+/// What is replaced: the file that a name leads to, which need not exist.
+struct SystemReplacement::Target {
+    std::string folder; ///< full path
+    std::string name;
+    std::optional<mode_t> permissions; ///< those of an existing file
+
+    [[nodiscard]] static Target of(const std::string& path);
+    [[nodiscard]] std::string in_folder(std::string_view other_name) const
+    {
+        return (fs::path(folder) / other_name).string();
+    }
+    /// Creates the file that gets the new contents.
+    [[nodiscard]] RegularFile create_part() const;
+};
+
+SystemReplacement::Target SystemReplacement::Target::of(const std::string& path)
+{
+    if (!is_name(path))
+        fail(doing, path, EINVAL);
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0) {
+        if (errno != ENOENT)
+            fail(doing, path, errno);
+        const fs::path name = fs::path(path).filename();
+        if (name.empty())
+            fail(doing, path, EISDIR);
+        const fs::path folder = fs::path(path).parent_path();
+        return {canonical(path, folder.empty() ? fs::path(".") : folder).string(), name.string(), std::nullopt};
+    }
+    const bool is_link = S_ISLNK(status.st_mode);
+    if (is_link && ::stat(path.c_str(), &status) != 0) {
+        if (errno == ENOENT)
+            fail(doing, path, std::string("it is a link to a file that does not exist"));
+        fail(doing, path, errno);
+    }
+    require_regular(doing, path, status);
+    require_writable(path, status.st_mode);
+    const fs::path file = canonical(path, path);
+    return {file.parent_path().string(), file.filename().string(), status.st_mode & permission_bits};
+}
+
+RegularFile SystemReplacement::Target::create_part() const
+{
+    std::string_view base = name;
+    for (int number = 1; number <= most_names;) {
+        const std::string ending = number == 1 ? ".part" : ".part" + std::to_string(number);
+        const std::string path = in_folder(std::string(base) + ending);
+        // Until it has its permissions, nobody else may read what is written to it.
+        const int handle =
+            ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions ? private_mode : usual_mode);
+        if (handle >= 0)
+            return {doing, path, handle};
+        if (errno == EEXIST)
+            ++number;
+        else if (errno == ENAMETOOLONG && common::code_points(base) > 1)
+            base = common::first_code_points(base, common::code_points(base) - 1);
+        else if (errno != EINTR)
+            fail(doing, path, errno);
+    }
+    fail(doing, in_folder(name + ".part"), EEXIST);
+}
+
+SystemReplacement::SystemReplacement(const std::string& path) : SystemReplacement(Target::of(path))
+{
+}
+
+SystemReplacement::SystemReplacement(const Target& target)
+    : m_folder(target.folder), m_target(target.in_folder(target.name)), m_file(target.create_part())
+{
+    m_buffer.reserve(buffer_size);
+    // Where the file system has no permissions, there is nothing to keep.
+    if (target.permissions)
+        m_file.try_permissions(*target.permissions);
+}
+
+SystemReplacement::~SystemReplacement()
+{
+    try {
+        if (m_failure.empty())
+            flush();
+    } catch (...) {
+        // The contents are incomplete already, and nobody waits for them.
+    }
+}
+
+void SystemReplacement::require_no_failure() const
+{
+    if (!m_failure.empty())
+        throw common::Error(m_failure);
+}
+
+void SystemReplacement::flush()
+{
+    try {
+        m_file.write(m_buffer);
+    } catch (const common::Error& error) {
+        m_failure = error.what();
+        throw;
+    }
+    m_buffer.clear();
+}
+
+void SystemReplacement::write(std::string_view bytes)
+{
+    require_no_failure();
+    while (!bytes.empty()) {
+        const std::string_view piece = bytes.substr(0, buffer_size - m_buffer.size());
+        m_buffer.append(piece);
+        bytes.remove_prefix(piece.size());
+        if (m_buffer.size() == buffer_size)
+            flush();
+    }
+}
+
+void SystemReplacement::restart()
+{
+    m_file.empty();
+    m_buffer.clear();
+    m_failure.clear();
+}
+
+void SystemReplacement::finish()
+{
+    require_no_failure();
+    flush();
+    m_file.sync();
+    m_file.close();
+    const OpenFolder folder(m_folder);
+    if (::rename(m_file.path().c_str(), m_target.c_str()) != 0)
+        fail(doing, m_target, errno);
+    folder.sync();
+}
+
+} // namespace cuedrill::platform::system

@@ -1,0 +1,139 @@
+#include "platform/qt/qt_card.h"
+#include "platform/qt/qt_list_box.h"
+#include "platform/qt/qt_test_tools.h"
+
+#include <QAccessible>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+class QtAccessibleLinesTest : public QtTest {
+protected:
+    QtAccessibleLinesTest()
+    {
+        card.surround(view);
+        card.resize(300, 160);
+        card.show();
+        card.activateWindow();
+        QCoreApplication::processEvents();
+        box.set_name("List");
+        box.set_lines({"ant", "bee\r\n\tbug", "cat"});
+        box.on_click = [this](const std::string& line) { clicked.push_back(line); };
+    }
+
+    static void press(QAccessibleInterface& line)
+    {
+        line.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    }
+
+    [[nodiscard]] QAccessibleInterface& list() const { return *QAccessible::queryAccessibleInterface(&view); }
+
+    QtGuard guard;
+    Card card;
+    QtActionGate gate{guard, card};
+    QtKeyFilter keys{card, [](const KeyPress&) { return false; }};
+    QtListBox box{"listav", gate, keys};
+    LineView& view = box.widget();
+    std::vector<std::string> clicked;
+};
+
+TEST_F(QtAccessibleLinesTest, TheListHasItsNameAndItsLinesAsChildren)
+{
+    EXPECT_EQ(list().role(), QAccessible::List);
+    EXPECT_EQ(list().text(QAccessible::Name), "List");
+    ASSERT_EQ(list().childCount(), 3);
+    QAccessibleInterface& line = *list().child(1);
+    EXPECT_EQ(line.role(), QAccessible::ListItem);
+    EXPECT_EQ(line.text(QAccessible::Name), "bee  bug");
+    EXPECT_EQ(line.parent(), &list());
+    EXPECT_EQ(line.childCount(), 0);
+    EXPECT_EQ(list().indexOfChild(&line), 1);
+    EXPECT_EQ(list().child(1), &line);
+    EXPECT_EQ(list().child(3), nullptr);
+    EXPECT_EQ(list().child(-1), nullptr);
+}
+
+TEST_F(QtAccessibleLinesTest, ALineIsFoundWhereItIsDrawn)
+{
+    const QRect place = list().child(2)->rect();
+    EXPECT_EQ(place, QRect(view.viewport()->mapToGlobal(view.visualRect(view.lines().index(2)).topLeft()),
+                           view.visualRect(view.lines().index(2)).size()));
+    EXPECT_EQ(list().childAt(place.left() + 5, place.center().y()), list().child(2));
+    EXPECT_EQ(list().childAt(place.left() + 5, place.bottom() + 30), nullptr);
+}
+
+TEST_F(QtAccessibleLinesTest, PressingALineChoosesIt)
+{
+    EXPECT_TRUE(list().child(1)->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    press(*list().child(1));
+    EXPECT_EQ(clicked, std::vector<std::string>{"bee\r\n\tbug"});
+    EXPECT_TRUE(list().child(1)->state().selected);
+    EXPECT_FALSE(list().child(0)->state().selected);
+}
+
+TEST_F(QtAccessibleLinesTest, PressingALineGoesThroughTheGate)
+{
+    gate.run([this] { press(*list().child(1)); });
+    EXPECT_TRUE(clicked.empty());
+    std::string reported;
+    guard.on_error = [&](const std::exception& error) { reported = error.what(); };
+    box.on_click = [](const std::string& line) { throw std::runtime_error(line + " failed"); };
+    press(*list().child(0));
+    EXPECT_EQ(reported, "ant failed");
+}
+
+TEST_F(QtAccessibleLinesTest, NothingIsChosenInAListThatIsDisabledOrNotVisible)
+{
+    box.set_enabled(false);
+    EXPECT_TRUE(list().child(0)->state().disabled);
+    press(*list().child(0));
+    box.set_enabled(true);
+    box.set_visible(false);
+    EXPECT_TRUE(list().child(0)->state().invisible);
+    press(*list().child(0));
+    EXPECT_TRUE(clicked.empty());
+    box.set_visible(true);
+    press(*list().child(0));
+    EXPECT_EQ(clicked.size(), 1U);
+}
+
+TEST_F(QtAccessibleLinesTest, AHandlerMayTakeTheLinesAwayThatWerePressed)
+{
+    box.on_click = [this](const std::string&) { box.set_lines({}); };
+    press(*list().child(1));
+    EXPECT_EQ(list().childCount(), 0);
+}
+
+TEST_F(QtAccessibleLinesTest, ALineCanBeGivenTheFocus)
+{
+    view.clearFocus();
+    QAccessibleInterface& line = *list().child(2);
+    line.actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_TRUE(box.has_focus());
+    EXPECT_TRUE(line.state().focused);
+    EXPECT_EQ(list().focusChild(), &line);
+    EXPECT_FALSE(list().child(1)->state().focused);
+    EXPECT_TRUE(clicked.empty());
+}
+
+TEST_F(QtAccessibleLinesTest, LinesAreGoneWhenOthersAreShown)
+{
+    const QAccessible::Id old = QAccessible::uniqueId(list().child(1));
+    ASSERT_NE(QAccessible::accessibleInterface(old), nullptr);
+    box.replace_lines({"dog", "elk"});
+    EXPECT_EQ(QAccessible::accessibleInterface(old), nullptr);
+    EXPECT_EQ(list().child(1)->text(QAccessible::Name), "elk");
+}
+
+TEST_F(QtAccessibleLinesTest, ALineFarBelowIsOffscreen)
+{
+    box.set_lines(std::vector<std::string>(10'000, "line"));
+    ASSERT_EQ(list().childCount(), 10'000);
+    EXPECT_FALSE(list().child(0)->state().offscreen);
+    EXPECT_TRUE(list().child(9'999)->state().offscreen);
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,157 @@
+#include "fakes/temp_folder.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_dialog_host.h"
+#include "platform/qt/qt_test_tools.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+class QtFileDialogTest : public QtTest {
+protected:
+    static void type(QFileDialog& dialog, const char* name)
+    {
+        dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromLatin1(name));
+    }
+
+    /// What a click on the button does that ends the dialog.
+    static void accept(QFileDialog& dialog) { static_cast<QDialog&>(dialog).accept(); }
+
+    QtGuard guard;
+    QtDialogHost host;
+    QtDesktop desktop{guard, host};
+};
+
+TEST_F(QtFileDialogTest, TheFileDialogGivesTheFullPathOfANewFile)
+{
+    const QTemporaryDir folder;
+    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Specify name");
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::AnyFile);
+        EXPECT_EQ(dialog.nameFilters(), QStringList{"Course (*.crs)"});
+        EXPECT_EQ(dialog.directory(), QDir(folder.path()));
+        type(dialog, "new course");
+        accept(dialog);
+    });
+    const ChosenFile chosen = desktop.open_file_dialog({.title = "Specify name",
+                                                        .initial_folder = folder.path().toStdString(),
+                                                        .default_extension = "crs",
+                                                        .filter = "Course (*.crs)|*.crs"});
+    EXPECT_EQ(chosen.path, folder.filePath("new course.crs").toStdString());
+    EXPECT_EQ(chosen.title, "new course.crs");
+}
+
+TEST_F(QtFileDialogTest, TheFileDialogOffersTheInitialFile)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("mine.crs"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    when_box_opens<QFileDialog>([](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "mine.crs");
+        accept(dialog);
+    });
+    const ChosenFile chosen = desktop.open_file_dialog(
+        {.initial_folder = folder.path().toStdString(), .initial_file = "mine.crs", .default_extension = "crs"});
+    EXPECT_EQ(chosen.path, folder.filePath("mine.crs").toStdString());
+}
+
+TEST_F(QtFileDialogTest, ACancelledFileDialogGivesNothing)
+{
+    when_box_opens<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
+    const ChosenFile chosen = desktop.open_file_dialog({});
+    EXPECT_EQ(chosen.path, "");
+    EXPECT_EQ(chosen.title, "");
+}
+
+TEST_F(QtFileDialogTest, TheFileDialogBelongsToItsHostWhileNoWindowIsShown)
+{
+    host.load();
+    when_box_opens<QFileDialog>([this](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.parentWidget(), host.widget());
+        dialog.reject();
+    });
+    static_cast<void>(desktop.open_file_dialog({}));
+    EXPECT_TRUE(host.widget()->isHidden());
+}
+
+TEST_F(QtFileDialogTest, TheSaveDialogGivesTheFullPathOfANewFile)
+{
+    const QTemporaryDir folder;
+    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Export to");
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::AnyFile);
+        EXPECT_EQ(dialog.nameFilters(), QStringList{"Text file (*.txt)"});
+        EXPECT_EQ(dialog.directory(), QDir(folder.path()));
+        EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "mine.txt");
+        type(dialog, "new text");
+        accept(dialog);
+    });
+    const ChosenFile chosen = desktop.save_file_dialog({.title = "Export to",
+                                                        .initial_folder = folder.path().toStdString(),
+                                                        .initial_file = "mine.txt",
+                                                        .default_extension = "txt",
+                                                        .filter = "Text file (*.txt)|*.txt"});
+    EXPECT_EQ(chosen.path, folder.filePath("new text.txt").toStdString());
+    EXPECT_EQ(chosen.title, "new text.txt");
+    EXPECT_FALSE(QFile::exists(folder.filePath("new text.txt")));
+}
+
+TEST_F(QtFileDialogTest, AnExistingFileIsOnlyChosenWhenTheUserConfirmsIt)
+{
+    const fakes::TempFolder folder;
+    folder.write("mine.txt", "old");
+    std::vector<QMessageBox::StandardButton> answers{QMessageBox::No, QMessageBox::Yes};
+    std::size_t asked = 0;
+    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+        for (const QMessageBox::StandardButton answer : answers) {
+            when_box_opens<QMessageBox>([&, answer](QMessageBox& box) {
+                EXPECT_TRUE(box.text().contains("mine.txt"));
+                ++asked;
+                box.button(answer)->click();
+            });
+            type(dialog, "mine");
+            accept(dialog);
+            EXPECT_EQ(dialog.isVisible(), answer == QMessageBox::No);
+        }
+    });
+    const ChosenFile chosen =
+        desktop.save_file_dialog({.initial_folder = folder.path().string(), .default_extension = "txt"});
+    EXPECT_EQ(asked, 2U);
+    EXPECT_EQ(chosen.path, folder.file("mine.txt"));
+    EXPECT_EQ(folder.read("mine.txt"), "old");
+}
+
+TEST_F(QtFileDialogTest, WithoutATitleADialogHasThePlatformsOwn)
+{
+    const auto title_of = [](QString& title) {
+        when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+            title = dialog.windowTitle();
+            dialog.reject();
+        });
+    };
+    QString open;
+    title_of(open);
+    static_cast<void>(desktop.open_file_dialog({}));
+    QString save;
+    title_of(save);
+    const ChosenFile chosen = desktop.save_file_dialog({});
+    EXPECT_EQ(open, "Open");
+    EXPECT_EQ(save, "Save As");
+    EXPECT_EQ(chosen.path, "");
+    EXPECT_EQ(chosen.title, "");
+}
+
+} // namespace
+
+} // namespace cuedrill::platform::qt

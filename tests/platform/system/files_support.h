@@ -1,0 +1,115 @@
+#pragma once
+
+#include "common/errors.h"
+#include "fakes/temp_folder.h"
+#include "platform/system/system_files.h"
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace cuedrill::platform::system {
+
+/// The files of the machine in a folder of the test's own.
+class FilesTest : public testing::Test {
+protected:
+    /// A pipe with a name, which blocks whoever opens it carelessly.
+    [[nodiscard]] std::string make_pipe() const
+    {
+        const std::string path = folder.file("pipe");
+        EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
+        return path;
+    }
+
+    [[nodiscard]] std::string make_link(const std::string& target, const std::string& name) const
+    {
+        std::filesystem::create_symlink(target, folder.file(name));
+        return folder.file(name);
+    }
+
+    /// The words of the error that `operation` throws.
+    static std::string words(const std::function<void()>& operation)
+    {
+        try {
+            operation();
+        } catch (const common::Error& error) {
+            return error.what();
+        }
+        return "no error";
+    }
+
+    fakes::TempFolder folder;
+    SystemFiles files;
+};
+
+/// Lets no file grow beyond `bytes` while it lives.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
+        rlimit limit = m_before;
+        limit.rlim_cur = bytes;
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int);
+};
+
+/// Brings the working folder of its beginning back at its end.
+class KeptWorkingFolder {
+public:
+    KeptWorkingFolder() = default;
+    KeptWorkingFolder(const KeptWorkingFolder&) = delete;
+    KeptWorkingFolder& operator=(const KeptWorkingFolder&) = delete;
+    ~KeptWorkingFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::current_path(m_before, ignored);
+    }
+
+    [[nodiscard]] const std::filesystem::path& path() const { return m_before; }
+
+private:
+    std::filesystem::path m_before = std::filesystem::current_path();
+};
+
+/// Makes the superuser, who may do everything everywhere, somebody else while it lives.
+class AsNobody {
+public:
+    AsNobody()
+    {
+        constexpr uid_t nobody = 65534;
+        if (m_superuser) {
+            EXPECT_EQ(::seteuid(nobody), 0);
+        }
+    }
+    AsNobody(const AsNobody&) = delete;
+    AsNobody& operator=(const AsNobody&) = delete;
+    ~AsNobody()
+    {
+        if (m_superuser) {
+            EXPECT_EQ(::seteuid(0), 0);
+        }
+    }
+
+private:
+    bool m_superuser = ::geteuid() == 0;
+};
+
+} // namespace cuedrill::platform::system
