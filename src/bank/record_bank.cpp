@@ -111,17 +111,20 @@ void RecordBank::seek(common::Int16 cnt)
                                       "The question is no longer in the course; another program has deleted it.");
 }
 
-bool RecordBank::holds(const std::string& column, const std::string& text)
+std::optional<FoundRecord> RecordBank::find(const std::string& column, const std::string& text)
 {
     platform::TableCursor& qa_recordset = m_course.qa_recordset();
     qa_recordset.set_index(column);
+    std::optional<FoundRecord> found;
     try {
         qa_recordset.seek(text);
+        if (!qa_recordset.no_match())
+            found = {.cnt = qa_recordset.field("cnt"),
+                     .answer = store::stored_text(qa_recordset.field(m_course.A_FIELD.text))};
     } catch (...) {
         qa_recordset.set_index("PrimaryKey");
         throw;
     }
-    const bool found = !qa_recordset.no_match();
     qa_recordset.set_index("PrimaryKey");
     return found;
 }

@@ -4,9 +4,16 @@
 #include "platform/desktop.h"
 #include "store/course.h"
 
+#include <optional>
 #include <string>
 
 namespace cuedrill::bank {
+
+/// A record that was looked for by one of its texts.
+struct FoundRecord {
+    platform::Value cnt; ///< its number; in a course made elsewhere it may need more than 16 bits
+    std::string answer;  ///< text on the answer side
+};
 
 /// The one place where records of the open course come into being, are changed and go. Showing them is up to the
 /// caller.
@@ -40,9 +47,9 @@ public:
     /// @throws platform::DatabaseError, also when there is no such record; nothing has changed then.
     void delete_record(common::Int16 cnt);
 
-    /// Whether a record has this text in `column`, "q" or "a", without regard to case.
+    /// The record that has this text in `column`, "q" or "a", without regard to case; the first where several have it.
     /// @throws platform::DatabaseError
-    [[nodiscard]] bool holds(const std::string& column, const std::string& text);
+    [[nodiscard]] std::optional<FoundRecord> find(const std::string& column, const std::string& text);
 
 private:
     void store_texts(const std::string& question, const std::string& answer);

@@ -93,7 +93,7 @@ bool RecordEditor::question_is_taken(const RecordTexts& texts)
 {
     return m_course.Q_FIELD.text == column_without_duplicates &&
            is_changed(texts.question, m_view.loaded_texts().question) &&
-           m_bank.holds(column_without_duplicates, texts.question);
+           m_bank.find(column_without_duplicates, texts.question).has_value();
 }
 
 /// In an inverted course the column without duplicates is shown as the answer.
@@ -101,7 +101,7 @@ bool RecordEditor::answer_is_taken(const RecordTexts& texts)
 {
     return m_course.A_FIELD.text == column_without_duplicates &&
            is_changed(texts.answer, m_view.loaded_texts().answer) &&
-           m_bank.holds(column_without_duplicates, texts.answer);
+           m_bank.find(column_without_duplicates, texts.answer).has_value();
 }
 
 void RecordEditor::store(const RecordTexts& texts)
@@ -180,6 +180,7 @@ void RecordEditor::delete_record()
     }
     m_bank.delete_record(cnt);
     m_services.scoring.forget_last_verdict_on(cnt);
+    m_services.display.clear_answer_state();
     m_services.display.withdraw_question();
     m_services.statistics.refresh_counts();
     m_services.selection.next_question();

@@ -13,7 +13,7 @@ constexpr std::array<const char*, platform::toolbar_buttons> toolbar_help{
     "at once. While you are typing or changing a record, you are asked whether to save it first.\r\n\r\nKey: Q",
     "Shows the answer. Then press + if you knew it, or - if you did not.\r\n\r\nKeys: A, or Enter while the answer box "
     "is empty; * in the answer box, unless you are typing the answer",
-    "Shows the statistics of the course in place of the hint.\r\n\r\nKey: S",
+    "Shows the statistics of the course in place of the hint or the list.\r\n\r\nKey: S",
     "Shows words from which you can put the answer together: click them in their order, or go to them with Tab and the "
     "arrow keys and choose with Enter. One wrong word ends the question as not known.\r\n\r\nWhile you are typing the "
     "answer, shows its shape instead: the letters A to Z and the digits are hidden.\r\n\r\nAn answer that you type "

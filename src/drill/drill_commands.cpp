@@ -18,6 +18,7 @@ void DrillCommands::attach(MainMenu& menu)
     };
     menu.m_change_course_title.on_click = [this] { m_to.title.m_change_course_title(); };
     menu.m_import.on_click = [this] { m_to.import.Import_questions_and_answers(); };
+    menu.m_export.on_click = [this] { m_to.question_export.Export_QA(); };
     menu.m_exit.on_click = [this] {
         if (m_to.editor.ask_to_save())
             m_to.end_of_program.end_program();
@@ -37,13 +38,40 @@ void DrillCommands::attach(MainMenu& menu)
     menu.m_delete.on_click = [this] { m_to.editor.delete_record(); };
     menu.m_undo.on_click = [this] { m_to.scoring.m_undo(); };
     menu.m_reset_all.on_click = [this] { m_to.scoring.m_reset_all(); };
+    menu.m_agenda.on_click = [this] { m_to.agenda.open_agenda(); };
 
     menu.m_view_stats.on_click = [this] { m_to.aids.m_view_stats(); };
     menu.m_view_hints.on_click = [this] { m_to.aids.m_view_hints(); };
     menu.m_disp_nr_mature.on_click = [this] { m_to.selection.m_disp_nr_mature(); };
     menu.m_display_q_nr.on_click = [this] { m_display_q_nr(); };
-    menu.howtogetcontexthelp.on_click = [this] { m_to.help.ShowContextHelpHint(); };
+    attach_lists(menu);
+    attach_help(menu);
+}
+
+void DrillCommands::attach_lists(MainMenu& menu)
+{
+    menu.m_list_similar.on_click = [this] { m_to.lists.list_similar(); };
+    menu.m_show_all_alphabetically.on_click = [this] { m_to.lists.m_show_all_alphabetically(); };
+    menu.m_show_sort_by_score.on_click = [this] { m_to.lists.m_show_sort_by_score(); };
+    menu.m_view_all_q.on_click = [this] { m_to.lists.m_view_all_q(); };
+    menu.m_view_history.on_click = [this] { m_to.lists.m_view_history(); };
+    menu.m_show_sort_last_show.on_click = [this] { m_to.lists.m_show_sort_last_show(); };
+    menu.m_all_q_and_a.on_click = [this] { m_to.lists.m_all_q_and_a(); };
+    menu.m_show_all.on_click = [this] { m_to.lists.m_show_all(); };
+    menu.m_history.on_click = [this] { m_to.lists.m_history(); };
+    menu.m_find_q.on_click = [this] { m_to.lists.m_find_q(); };
+    menu.m_find_a.on_click = [this] { m_to.lists.m_find_a(); };
+    menu.m_recall_find_list.on_click = [this] { m_to.lists.recall_find_list(); };
+}
+
+void DrillCommands::attach_help(MainMenu& menu)
+{
+    menu.helpcall.on_click = [this] { m_to.help.show_help(); };
+    menu.howtogetcontexthelp.on_click = [this] { m_to.context_help.ShowContextHelpHint(); };
     menu.m_score_elapsed_table.on_click = [this] { m_to.levels.m_score_elapsed_table(); };
+    menu.m_version_history.on_click = [this] { m_to.help.release_notes(); };
+    menu.m_web_site.on_click = [this] { m_to.help.m_web_site(); };
+    menu.m_about.on_click = [this] { m_to.help.show_about(); };
 }
 
 void DrillCommands::m_invert()
@@ -58,7 +86,7 @@ void DrillCommands::m_invert()
     m_to.scoring.forget_last_verdict();
     m_to.statistics_view.show_options();
     try {
-        m_to.aids.m_view_stats();
+        m_to.toolbar.run(statistics_button);
     } catch (...) {
         // The question on display was asked in the direction of before; its verdict must not go to the other one.
         m_to.dialog.withdraw_question();

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "bank/record_editor.h"
+#include "bank/record_lists.h"
 #include "drill/answer_aids.h"
 #include "drill/context_help.h"
 #include "drill/main_menu.h"
 #include "drill/question_dialog.h"
 #include "drill/statistics_view.h"
+#include "drill/toolbar.h"
+#include "exchange/question_export.h"
 #include "exchange/question_import.h"
 #include "platform/desktop.h"
 #include "scheduler/end_of_program.h"
@@ -16,6 +19,8 @@
 #include "store/course_opener.h"
 #include "store/course_params.h"
 #include "store/course_title.h"
+#include "support/agenda.h"
+#include "support/help.h"
 
 namespace cuedrill::drill {
 
@@ -33,10 +38,15 @@ public:
         scheduler::LevelCommands& levels;
         scheduler::EndOfProgram& end_of_program;
         bank::RecordEditor& editor;
+        bank::RecordLists& lists;
         exchange::QuestionImport& import;
+        exchange::QuestionExport& question_export;
         QuestionDialog& dialog;
         AnswerAids& aids;
-        ContextHelp& help;
+        Toolbar& toolbar;
+        ContextHelp& context_help;
+        support::HelpCommands& help;
+        support::Agenda& agenda;
         StatisticsView& statistics_view;
         platform::Desktop& desktop;
     };
@@ -55,6 +65,9 @@ public:
     void m_display_q_nr();
 
 private:
+    void attach_lists(MainMenu& menu);
+    void attach_help(MainMenu& menu);
+
     Targets m_to;
 };
 

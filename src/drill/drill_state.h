@@ -13,8 +13,8 @@ enum class DialogState : common::Int16 {
     AskKnown = 3     ///< the answer is on display; was it known?
 };
 
-/// What stands in the place that statistics and hints share.
-enum class SharedPlace { statistics, hint };
+/// What stands in the place that statistics, hints and lists share.
+enum class SharedPlace { statistics, hint, list };
 
 /// What has been done about the question on display, and with which texts it was shown.
 struct DrillState {
@@ -34,13 +34,17 @@ struct DrillState {
     bool answer_revealed = false;
 
     SharedPlace shared_place = SharedPlace::statistics;
+    bool list_built = false;     ///< there was a list in this course, which can be recalled
     bool hint_is_masked = false; ///< the hint that was shown last is the masked answer, not a list of words
 
     std::string loaded_question; ///< text on the asked side of the current record
     std::string loaded_answer;   ///< text on its answer side
     double displayed_at = 0;     ///< when it was put on display, seconds since midnight
 
-    /// Forgets what was done about the answer.
+    /// A list of records stands where the drill shows its statistics and hints.
+    [[nodiscard]] bool list_shown() const { return shared_place == SharedPlace::list; }
+
+    /// Forgets what was done about the answer, its hint included. A list stays.
     void clear_answer()
     {
         SelfJudgement.clear();
@@ -48,7 +52,8 @@ struct DrillState {
         AwaitingVerdict = false;
         TypingMode = false;
         answer_revealed = false;
-        shared_place = SharedPlace::statistics;
+        if (shared_place == SharedPlace::hint)
+            shared_place = SharedPlace::statistics;
     }
 };
 

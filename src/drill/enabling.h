@@ -34,6 +34,8 @@ enum class Command {
     undo,
     reset_all,
     question_number,
+    list_similar,
+    recall_list,
     yes,
     no,
     ignore,
@@ -47,8 +49,8 @@ struct EnablingRow {
 };
 
 /// In which mode each command is enabled. Some have one more condition: typing is not what is always done ("Let me
-/// Type"); no verdict is asked for where there is nothing to be judged ("Yes", "No"); and statistics and hints have
-/// those of the `place_table`.
+/// Type"); no verdict is asked for where there is nothing to be judged ("Yes", "No"); there was a list ("Recall last
+/// list"); and statistics and hints have those of the `place_table`.
 inline constexpr std::array enabling_table{
     //                                  empty, nothing, question, answer, new, edit
     EnablingRow{Command::next_question, {true, true, true, true, true, true}},
@@ -65,6 +67,8 @@ inline constexpr std::array enabling_table{
     EnablingRow{Command::undo, {false, true, true, true, false, false}},
     EnablingRow{Command::reset_all, {true, true, true, true, false, false}},
     EnablingRow{Command::question_number, {false, false, true, true, false, false}},
+    EnablingRow{Command::list_similar, {false, false, true, true, false, true}},
+    EnablingRow{Command::recall_list, {true, true, true, true, true, true}},
     EnablingRow{Command::yes, {true, true, true, true, false, false}},
     EnablingRow{Command::no, {true, true, true, true, false, false}},
     EnablingRow{Command::ignore, {true, true, true, true, false, false}},
@@ -78,14 +82,16 @@ struct PlaceRow {
     bool frame_stats;
     bool panel_lista;
     bool t_hint;
+    bool listav;
     bool show_stats; ///< the command is enabled, where its mode allows it too
     bool show_hints;
 };
 
 inline constexpr std::array place_table{
-    //                               frame_stats, panel_lista, t_hint, show_stats, show_hints
-    PlaceRow{SharedPlace::statistics, true, false, false, false, true},
-    PlaceRow{SharedPlace::hint, false, true, true, true, false},
+    //                               frame_stats, panel_lista, t_hint, listav, show_stats, show_hints
+    PlaceRow{SharedPlace::statistics, true, false, false, false, false, true},
+    PlaceRow{SharedPlace::hint, false, true, true, false, true, false},
+    PlaceRow{SharedPlace::list, false, true, false, true, true, true},
 };
 
 } // namespace cuedrill::drill

@@ -54,11 +54,6 @@ MainMenu::MainMenu(platform::MenuBar& bar)
 {
     for (platform::MenuEntry* without_command : {&m_compact, &m_repair, &clearall, &m_cuecards})
         without_command->set_enabled(false);
-    for (platform::MenuEntry* still_to_come :
-         {&m_export, &m_list_similar, &m_show_all_alphabetically, &m_show_sort_by_score, &m_view_all_q, &m_view_history,
-          &m_show_sort_last_show, &m_all_q_and_a, &m_agenda, &m_show_all, &m_history, &m_find_q, &m_find_a,
-          &m_recall_find_list, &helpcall, &m_version_history, &m_web_site, &m_about})
-        still_to_come->set_enabled(false);
     for (platform::MenuEntry* option : {&m_always_let_me_type, &m_list_mode, &m_random_extraction, &m_invert})
         option->set_checkable(true);
 }

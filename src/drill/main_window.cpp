@@ -50,6 +50,7 @@ void MainWindow::attach_boxes()
     form1.Text_a.on_key = [this](const platform::KeyPress& press) { return m_.typed_answer.OnAnswerKey(press); };
     form1.t_hint.on_click = [this] { m_.typed_answer.OnHintClick(); };
     form1.t_hint.on_key = [this](const platform::KeyPress& press) { return m_.typed_answer.OnHintKey(press); };
+    form1.listav.on_click = [this](const std::string& line) { m_.lists.listav_click(line); };
 }
 
 /// What is being typed is not thrown away without a question.
@@ -94,6 +95,9 @@ void MainWindow::forget_display()
     m_.state.RightClickConsumed = false;
     m_.edit_flags.clear();
     m_.scoring.forget_last_verdict();
+    m_.lists.forget_list();
+    m_.state.list_built = false;
+    m_.question_view.leave_list();
     m_.question_view.withdraw_question();
     m_.status.ShowStatus("", 0);
 }
@@ -151,6 +155,7 @@ void MainWindow::show_saved_record()
     refresh_counts();
     m_.question_view.show_record_and_answer();
     m_.status.ShowStatus("Saved.", status_seconds);
+    m_.lists.rebuild_shown_list();
 }
 
 void MainWindow::show_stored_record()
@@ -158,6 +163,17 @@ void MainWindow::show_stored_record()
     refresh_counts();
     if (m_.course.current_cnt != 0)
         m_.question_view.show_record();
+}
+
+void MainWindow::set_for_list(std::vector<std::string> lines)
+{
+    m_.form1.listav.set_lines(std::move(lines));
+    m_.state.shared_place = SharedPlace::list;
+    m_.state.list_built = true;
+    m_.layout.RelayoutWindow();
+    // Who is typing a record goes on typing it.
+    if (!m_.edit_flags.editing())
+        m_.form1.listav.set_focus();
 }
 
 void MainWindow::timer_1_sec_tick()

@@ -3,7 +3,9 @@
 #include "app/base/trace_log.h"
 #include "bank/edit_flags.h"
 #include "bank/editor_view.h"
+#include "bank/list_screen.h"
 #include "bank/record_editor.h"
+#include "bank/record_lists.h"
 #include "bank/stored_record_view.h"
 #include "drill/context_help.h"
 #include "drill/drill_state.h"
@@ -42,6 +44,7 @@ public:
         store::CourseTitle& title;
         bank::EditFlags& edit_flags;
         bank::RecordEditor& editor;
+        bank::RecordLists& lists;
         scheduler::Statistics& statistics;
         scheduler::Scoring& scoring;
         scheduler::EndOfProgram& end_of_program;
@@ -84,6 +87,16 @@ public:
     /// Shows the current record and the counts after records were stored.
     void show_stored_record();
 
+    /// Brings the list of all questions up to date, where it is shown.
+    void show_all_stored() { m_.lists.rebuild_shown_list(); }
+
+    // What lists of records ask of the window; see bank::ListScreen.
+    void set_for_list(std::vector<std::string> lines);
+    void replace_list(std::vector<std::string> lines) { m_.form1.listav.replace_lines(std::move(lines)); }
+    [[nodiscard]] bool list_shown() const { return m_.state.list_shown(); }
+    [[nodiscard]] std::string loaded_question() const { return m_.state.loaded_question; }
+    void show_chosen_record() { m_.question_view.show_question(); }
+
     /// Work of the timers: the work time is shown and stored each minute, so that a crash costs no more than one.
     void timer_1_min_tick();
     void timer_1_sec_tick();
@@ -99,7 +112,10 @@ private:
 };
 
 /// What the floors below ask of the main window. It stands for a window that is made later than they are.
-class MainWindowPorts : public store::MainWindowHost, public bank::EditorView, public bank::StoredRecordView {
+class MainWindowPorts : public store::MainWindowHost,
+                        public bank::EditorView,
+                        public bank::StoredRecordView,
+                        public bank::ListScreen {
 public:
     explicit MainWindowPorts(platform::Window& window) : m_window(window) {}
 
@@ -121,6 +137,13 @@ public:
     void redisplay() override { m_main_window->redisplay(); }
     void show_saved_record() override { m_main_window->show_saved_record(); }
     void show_stored_record() override { m_main_window->show_stored_record(); }
+    void show_all_stored() override { m_main_window->show_all_stored(); }
+
+    void set_for_list(std::vector<std::string> lines) override { m_main_window->set_for_list(std::move(lines)); }
+    void replace_list(std::vector<std::string> lines) override { m_main_window->replace_list(std::move(lines)); }
+    [[nodiscard]] bool list_shown() const override { return m_main_window->list_shown(); }
+    [[nodiscard]] std::string loaded_question() const override { return m_main_window->loaded_question(); }
+    void show_chosen_record() override { m_main_window->show_chosen_record(); }
 
 private:
     platform::Window& m_window;

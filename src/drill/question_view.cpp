@@ -17,6 +17,7 @@ void QuestionView::set_captions()
     m_form1.Text_q.set_name("Question");
     m_form1.Text_a.set_name("Answer");
     m_form1.t_hint.set_name("Hint");
+    m_form1.listav.set_name("List");
     const struct {
         platform::Label& caption;
         platform::Label& value;
@@ -58,6 +59,7 @@ void QuestionView::or_withdraw(Show show)
 
 void QuestionView::show_question()
 {
+    leave_list();
     or_withdraw([this] {
         load_current_record();
         announce();
@@ -106,6 +108,7 @@ void QuestionView::ask()
 void QuestionView::let_me_type()
 {
     m_state.TypingMode = true;
+    leave_list();
     m_layout.RelayoutWindow();
     m_form1.Text_a.set_focus();
 }
@@ -118,7 +121,7 @@ void QuestionView::load_current_record()
         withdraw_question();
         return;
     }
-    clear_answer_state();
+    forget_answer();
     std::string question = store::stored_text(qa_recordset.field(m_course.Q_FIELD.text));
     std::string answer = store::stored_answer(qa_recordset.field(m_course.A_FIELD.text));
     show_figures(qa_recordset, m_clock.now());
@@ -161,6 +164,18 @@ void QuestionView::show_texts(std::string_view question)
 
 void QuestionView::clear_answer_state()
 {
+    leave_list();
+    forget_answer();
+}
+
+void QuestionView::leave_list()
+{
+    if (m_state.list_shown())
+        m_state.shared_place = SharedPlace::statistics;
+}
+
+void QuestionView::forget_answer()
+{
     m_state.clear_answer();
     m_status.withdraw_request();
 }
@@ -168,7 +183,7 @@ void QuestionView::clear_answer_state()
 void QuestionView::withdraw_question()
 {
     m_course.current_cnt = 0;
-    clear_answer_state();
+    forget_answer();
     m_state.loaded_question.clear();
     m_state.loaded_answer.clear();
     for (platform::Label* figure :
@@ -184,6 +199,7 @@ void QuestionView::RevealAnswer()
     m_form1.Text_a.set_text(m_state.loaded_answer);
     m_form1.Text_a.set_background(m_state.SelfJudgement == "-" ? common::light_red : common::light_green);
     m_state.answer_revealed = true;
+    leave_list();
     m_layout.RelayoutWindow();
     m_form1.window.announce((m_state.SelfJudgement == "-" ? "Not known. Answer: " : "Answer: ") +
                             m_state.loaded_answer);
@@ -191,7 +207,7 @@ void QuestionView::RevealAnswer()
 
 void QuestionView::show_answer_for_editing()
 {
-    clear_answer_state();
+    forget_answer();
     m_form1.Text_a.set_text(m_state.loaded_answer);
     m_form1.Text_a.set_background(std::nullopt);
     m_state.AnswerShown = m_state.answer_revealed = m_layout.question_on_display();

@@ -47,6 +47,10 @@ public:
 
     void refresh_figures() override;
     void clear_answer_state() override;
+
+    /// Shows the statistics where a list stands.
+    void leave_list();
+
     void withdraw_question() override;
 
     /// Shows the stored answer, on light red when the user had marked it as not known, otherwise on light green.
@@ -62,6 +66,7 @@ public:
     void let_me_type();
 
 private:
+    void forget_answer();
     void load_current_record();
     void ask();
     void announce();

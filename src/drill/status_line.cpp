@@ -7,6 +7,7 @@ namespace cuedrill::drill {
 void StatusLine::ShowStatus(std::string_view text, int seconds)
 {
     m_requesting = false;
+    m_about_list = false;
     m_shown_at = m_clock.seconds_since_midnight();
     m_expiry = seconds != 0 ? m_shown_at + seconds : 0;
     m_label.set_bold(false);
@@ -40,6 +41,18 @@ void StatusLine::show_wrong()
 void StatusLine::withdraw_request()
 {
     if (m_requesting)
+        reset_status();
+}
+
+void StatusLine::show_about_list(std::string_view text, int seconds)
+{
+    ShowStatus(text, seconds);
+    m_about_list = true;
+}
+
+void StatusLine::withdraw_about_list()
+{
+    if (m_about_list)
         reset_status();
 }
 

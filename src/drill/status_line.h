@@ -31,6 +31,10 @@ public:
     /// Takes the request of `ask_for_verdict` away, if it is still there.
     void withdraw_request();
 
+    /// Shows a text about the list of records; it goes with the list.
+    void show_about_list(std::string_view text, int seconds);
+    void withdraw_about_list();
+
     /// Clears the line when its time has passed; called a few times a second.
     void expire();
 
@@ -38,8 +42,20 @@ private:
     platform::Label& m_label;
     platform::Clock& m_clock;
     bool m_requesting = false;
+    bool m_about_list = false;
     double m_shown_at = 0; ///< seconds since midnight
     double m_expiry = 0;   ///< seconds since midnight; 0 for none
+};
+
+/// The status line for what is told about the list of records.
+class ListStatus : public scheduler::StatusLine {
+public:
+    explicit ListStatus(drill::StatusLine& status) : m_status(status) {}
+
+    void ShowStatus(std::string_view text, int seconds) override { m_status.show_about_list(text, seconds); }
+
+private:
+    drill::StatusLine& m_status;
 };
 
 } // namespace cuedrill::drill

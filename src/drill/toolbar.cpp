@@ -80,15 +80,19 @@ std::optional<int> Toolbar::button_with_key(std::string_view key)
 
 void Toolbar::RunToolbarCommand(int index)
 {
-    if (!pb(index).enabled())
-        return;
+    if (pb(index).enabled())
+        run(index);
+}
+
+void Toolbar::run(int index)
+{
     m_form1.bot_focus.set_focus();
     switch (index) {
     case 1:
         return m_dialog.NextQuestionCommand();
     case 2:
         return m_dialog.ShowAnswerCommand();
-    case 3:
+    case statistics_button:
         return m_aids.m_view_stats();
     case 4:
         return m_aids.m_view_hints();

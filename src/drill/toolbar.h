@@ -14,6 +14,9 @@ namespace cuedrill::drill {
 /// The largest multiple of 15 twips, one pixel of a usual screen, that is not above `x`.
 common::Twips SnapToGrid(common::Twips x);
 
+/// The number of the button that counts the statistics anew and shows them.
+inline constexpr int statistics_button = 3;
+
 /// The row of buttons `pb`, numbered from 1 to 11.
 class Toolbar {
 public:
@@ -29,6 +32,10 @@ public:
     /// afterwards, unless the command gives it to one.
     /// @throws what the button's command throws.
     void RunToolbarCommand(int index);
+
+    /// Does the same also while the button is disabled.
+    /// @throws what the button's command throws.
+    void run(int index);
 
     /// The button that has this key, a letter in lower case; nothing when none has.
     [[nodiscard]] static std::optional<int> button_with_key(std::string_view key);

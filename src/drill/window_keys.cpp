@@ -20,11 +20,11 @@ bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
     return on_letter(press);
 }
 
-/// Enter shows the answer that nobody has begun to type. In the editor it makes a line, and in the hint it chooses a
-/// word.
+/// Enter shows the answer that nobody has begun to type. In the editor it makes a line, in the hint it chooses a word,
+/// and in the list a record.
 bool WindowKeys::on_enter(const platform::KeyPress& press)
 {
-    if (m_services.editor.editing() || m_form1.t_hint.has_focus())
+    if (m_services.editor.editing() || m_form1.t_hint.has_focus() || m_form1.listav.has_focus())
         return false;
     if (press.auto_repeat)
         return true;
@@ -39,7 +39,7 @@ bool WindowKeys::on_enter(const platform::KeyPress& press)
     return true;
 }
 
-/// One press, one step: out of the editor or the box, out of the hint, out of the program.
+/// One press, one step: out of the editor or the box, out of the hint or the list, out of the program.
 bool WindowKeys::on_escape(const platform::KeyPress& press)
 {
     if (press.auto_repeat)

@@ -62,11 +62,19 @@ void WindowLayout::relayout_shared_place()
 {
     const PlaceRow& shown = row_of(m_state.shared_place);
     // The toolkit would give the focus to whatever comes next.
-    if (!shown.t_hint && m_form1.t_hint.has_focus())
+    if ((!shown.t_hint && m_form1.t_hint.has_focus()) || (!shown.listav && m_form1.listav.has_focus()))
         m_form1.bot_focus.set_focus();
+    const bool list_goes = m_form1.listav.visible() && !shown.listav;
     m_form1.frame_stats.set_visible(shown.frame_stats);
     m_form1.panel_lista.set_visible(shown.panel_lista);
     m_form1.t_hint.set_visible(shown.t_hint);
+    m_form1.listav.set_visible(shown.listav);
+    if (!list_goes)
+        return;
+    m_status.withdraw_about_list();
+    // The list may have covered the request.
+    if (m_state.AwaitingVerdict)
+        m_status.ask_for_verdict();
 }
 
 void WindowLayout::relayout_dialog()
@@ -100,6 +108,8 @@ void WindowLayout::relayout_commands()
         {Command::undo, 0, &m_menu.m_undo},
         {Command::reset_all, 0, &m_menu.m_reset_all},
         {Command::question_number, 0, &m_menu.m_display_q_nr},
+        {Command::list_similar, 0, &m_menu.m_list_similar},
+        {Command::recall_list, 0, &m_menu.m_recall_find_list},
     };
     for (const auto& control : controls) {
         const bool enabled = is_enabled(control.command);
@@ -127,6 +137,8 @@ bool WindowLayout::further_condition(Command command) const
         return row_of(m_state.shared_place).show_hints || (m_state.TypingMode && !m_state.hint_is_masked);
     case Command::let_me_type:
         return !m_course.params.always_type;
+    case Command::recall_list:
+        return m_state.list_built;
     case Command::yes:
         return question_on_display() || m_state.dialog == DialogState::AskToStart;
     case Command::no:

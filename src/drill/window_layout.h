@@ -4,6 +4,7 @@
 #include "drill/drill_state.h"
 #include "drill/enabling.h"
 #include "drill/main_menu.h"
+#include "drill/status_line.h"
 #include "platform/form1.h"
 #include "store/course.h"
 
@@ -13,8 +14,8 @@ namespace cuedrill::drill {
 class WindowLayout {
 public:
     WindowLayout(platform::Form1& form1, MainMenu& menu, const store::Course& course, const bank::EditFlags& flags,
-                 const DrillState& state)
-        : m_form1(form1), m_menu(menu), m_course(course), m_flags(flags), m_state(state)
+                 const DrillState& state, StatusLine& status)
+        : m_form1(form1), m_menu(menu), m_course(course), m_flags(flags), m_state(state), m_status(status)
     {
     }
 
@@ -49,6 +50,7 @@ private:
     const store::Course& m_course;
     const bank::EditFlags& m_flags;
     const DrillState& m_state;
+    StatusLine& m_status;
     platform::Button* m_displaced = nullptr; ///< lost the focus because it could not be used
     platform::Button* m_stand_in = nullptr;  ///< got it instead
 };

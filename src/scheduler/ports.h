@@ -16,7 +16,7 @@ public:
     virtual void show_question() = 0;
     /// Shows the figures of the current record, if there is one, as they are now; its texts stay.
     virtual void refresh_figures() = 0;
-    /// Forgets what was done about the answer of the present question.
+    /// Forgets what was done about the answer of the present question, and leaves a list of records: the drill goes on.
     virtual void clear_answer_state() = 0;
     /// Empties the question and answer boxes. From now on there is no current record, and nothing that a verdict could
     /// be given on.

@@ -61,6 +61,15 @@ double Course::elapsed_seconds(common::DateTime now) const
     return static_cast<double>(std::max<std::int64_t>(common::seconds_between(m_counted_from, now), 0));
 }
 
+std::string words_about(const common::Error& error, const Course& course)
+{
+    const auto* const failure = dynamic_cast<const DatabaseError*>(&error);
+    if (failure == nullptr || failure->kind() == DatabaseErrorKind::other ||
+        failure->kind() == DatabaseErrorKind::constraint)
+        return error.what();
+    return "The course " + course.db_path + " could not be read or written.\r\n\r\n" + error.what();
+}
+
 std::int64_t single_number(platform::Database& database, const std::string& sql)
 {
     const auto recordset = database.open_recordset(sql);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/date_time.h"
+#include "common/errors.h"
 #include "common/int16.h"
 #include "platform/database.h"
 #include "store/side_fields.h"
@@ -91,6 +92,9 @@ private:
     common::DateTime m_counted_from;
     bool m_in_use = false;
 };
+
+/// What the user is told of `error`. Where its words are about the course's file, they name it.
+std::string words_about(const common::Error& error, const Course& course);
 
 /// The first value of the first row that the statement gives, as a whole number; null counts as 0.
 /// @throws platform::DatabaseError

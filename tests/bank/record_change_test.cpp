@@ -206,39 +206,44 @@ TEST_F(InsertRecord, leaves_the_current_record_and_the_editor_to_the_caller)
     EXPECT_EQ(course.record_count, 4);
 }
 
-class Holds : public RecordsOfACourse {};
+class Found : public RecordsOfACourse {};
 
-TEST_F(Holds, finds_a_text_in_its_column_without_regard_to_case)
+TEST_F(Found, finds_a_text_in_its_column_without_regard_to_case)
 {
-    EXPECT_TRUE(bank.holds("q", "France?"));
-    EXPECT_TRUE(bank.holds("q", "fRANCE?"));
-    EXPECT_TRUE(bank.holds("a", "PARIS"));
-    EXPECT_FALSE(bank.holds("q", "Paris"));
-    EXPECT_FALSE(bank.holds("a", "France?"));
-    EXPECT_FALSE(bank.holds("q", "France"));
+    EXPECT_TRUE(bank.find("q", "France?").has_value());
+    EXPECT_TRUE(bank.find("q", "fRANCE?").has_value());
+    const auto paris = bank.find("a", "PARIS");
+    ASSERT_TRUE(paris.has_value());
+    EXPECT_EQ(store::nz(paris->cnt), 1);
+    EXPECT_EQ(paris->answer, "Paris");
+    EXPECT_FALSE(bank.find("q", "Paris").has_value());
+    EXPECT_FALSE(bank.find("a", "France?").has_value());
+    EXPECT_FALSE(bank.find("q", "France").has_value());
 }
 
-TEST_F(Holds, goes_by_the_column_in_an_inverted_course_too)
+TEST_F(Found, goes_by_the_column_in_an_inverted_course_too)
 {
     invert();
-    EXPECT_TRUE(bank.holds("q", "France?"));
-    EXPECT_FALSE(bank.holds("q", "Paris"));
+    const auto france = bank.find("q", "France?");
+    ASSERT_TRUE(france.has_value());
+    EXPECT_EQ(france->answer, "France?");
+    EXPECT_FALSE(bank.find("q", "Paris").has_value());
 }
 
-TEST_F(Holds, leaves_the_records_to_be_found_by_their_numbers)
+TEST_F(Found, leaves_the_records_to_be_found_by_their_numbers)
 {
     for (const char* text : {"Italy?", "Spain?"}) {
-        static_cast<void>(bank.holds("q", text));
+        static_cast<void>(bank.find("q", text));
         course.qa_recordset().seek(std::int64_t{2});
         ASSERT_FALSE(course.qa_recordset().no_match()) << text;
         EXPECT_EQ(store::stored_text(course.qa_recordset().field("a")), "Rome");
     }
 }
 
-TEST_F(Holds, leaves_the_records_to_be_found_by_their_numbers_after_an_error)
+TEST_F(Found, leaves_the_records_to_be_found_by_their_numbers_after_an_error)
 {
     database.fail_at(Operation::seek, 1, DatabaseErrorKind::input_output);
-    EXPECT_THROW(static_cast<void>(bank.holds("q", "Italy?")), DatabaseError);
+    EXPECT_THROW(static_cast<void>(bank.find("q", "Italy?")), DatabaseError);
     course.qa_recordset().seek(std::int64_t{2});
     ASSERT_FALSE(course.qa_recordset().no_match());
     EXPECT_EQ(store::stored_text(course.qa_recordset().field("a")), "Rome");

@@ -121,7 +121,7 @@ TEST_F(Commands, import_takes_the_request_for_a_verdict_away)
     yes();
     choose("m_show_answer");
     desktop.expect_box("1 questions and answers insterted.");
-    logic->import.import_file(file);
+    logic->question_import.import_file(file);
     EXPECT_EQ(question(), "Norway?");
     EXPECT_EQ(answer(), "");
     EXPECT_FALSE(logic->state.AwaitingVerdict);

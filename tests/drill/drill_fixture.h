@@ -5,24 +5,32 @@
 #include "app/start/start.h"
 #include "bank/edit_flags.h"
 #include "bank/record_bank.h"
+#include "bank/record_lists.h"
 #include "drill/drill_commands.h"
 #include "drill/drill_state.h"
 #include "drill/error_report.h"
 #include "drill/main_menu.h"
 #include "drill/main_window.h"
+#include "exchange/question_export.h"
 #include "exchange/question_import.h"
 #include "fakes/course_builder.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_dialog_host.h"
+#include "fakes/fake_f_msgbox.h"
 #include "fakes/fake_form1.h"
 #include "fakes/fake_random.h"
 #include "fakes/fake_settings.h"
+#include "fakes/fake_shell.h"
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
 #include "platform/system/system_files.h"
 #include "scheduler/level_commands.h"
 #include "scheduler/selection.h"
+#include "support/agenda.h"
+#include "support/big_box.h"
+#include "support/documents.h"
+#include "support/help.h"
 
 #include <algorithm>
 #include <exception>
@@ -164,6 +172,8 @@ protected:
     fakes::FakeDesktop desktop;
     fakes::FakeForm1 form1;
     fakes::FakeDialogHost form2;
+    fakes::FakeFMsgbox f_msgbox;
+    fakes::FakeShell shell;
     fakes::FakeSettings settings_store;
     platform::system::SystemFiles files;
     fakes::RealEngine engine;
@@ -179,6 +189,7 @@ protected:
         {
             window_ports.connect(main_window);
             main_window.attach();
+            big_box.attach();
             commands.attach(menu);
         }
 
@@ -202,7 +213,8 @@ protected:
         bank::EditFlags edit_flags;
         DrillState state;
         StatusLine status{form1.P_status, f.clock};
-        WindowLayout layout{form1, menu, course, edit_flags, state};
+        ListStatus list_status{status};
+        WindowLayout layout{form1, menu, course, edit_flags, state, status};
         Hints hints{form1, course, state, layout, f.random, f.engine.text_compare};
         QuestionView question_view{form1, course, state, status, layout, hints, f.clock};
         StatisticsView statistics_view{form1, menu, course};
@@ -223,8 +235,18 @@ protected:
                                   bank,
                                   window_ports,
                                   {f.desktop, f.engine.text_compare, question_view, statistics, scoring, selection}};
-        exchange::QuestionImport import{course,       bank,   edit_flags,
-                                        window_ports, status, {f.files, f.clock, f.desktop, f.engine.text_compare}};
+        bank::RecordLists lists{
+            course, bank, window_ports, {f.desktop, f.engine.text_compare, list_status, editor, end_of_program}};
+
+        support::BigBox big_box{f.f_msgbox.controls};
+        support::Documents documents{f.files, f.shell, f.desktop};
+        support::Agenda agenda{f.files, f.shell, f.desktop, program_folder};
+        support::HelpCommands help{big_box, documents, f.desktop, "https://example.org/cuedrill"};
+
+        exchange::QuestionImport question_import{
+            course, bank, edit_flags, window_ports, status, {f.files, f.clock, f.desktop, f.engine.text_compare}};
+        exchange::QuestionExport question_export{
+            course, {f.files, f.clock, f.desktop, [this](const std::string& path) { documents.open_document(path); }}};
 
         KeyEcho echo{f.clock};
         QuestionDialog dialog{form1,     state,     question_view, status, layout,
@@ -240,17 +262,19 @@ protected:
             state,
             {params, statistics, statistics_view, question_view, status, hints, layout, f.engine.text_compare}};
         Toolbar toolbar{form1, dialog, editor, aids};
-        ContextHelp help{form1, f.desktop};
+        ContextHelp context_help{form1, f.desktop};
         WindowKeys keys{
             form1,
             state,
             {dialog, toolbar, editor, status, layout, echo, f.desktop, f.engine.text_compare, end_of_program}};
-        MainWindow main_window{
-            {form1,  f.desktop,  f.clock,      trace,          course, params, title,           edit_flags,
-             editor, statistics, scoring,      end_of_program, state,  status, statistics_view, question_view,
-             layout, dialog,     typed_answer, toolbar,        help,   keys}};
-        DrillCommands commands{{course, params, opener, title, selection, scoring, levels, end_of_program, editor,
-                                import, dialog, aids, help, statistics_view, f.desktop}};
+        MainWindow main_window{{form1,          f.desktop,    f.clock, trace,           course,        params,
+                                title,          edit_flags,   editor,  lists,           statistics,    scoring,
+                                end_of_program, state,        status,  statistics_view, question_view, layout,
+                                dialog,         typed_answer, toolbar, context_help,    keys}};
+        DrillCommands commands{
+            {course,         params,       opener, title,           selection,       scoring,  levels,
+             end_of_program, editor,       lists,  question_import, question_export, dialog,   aids,
+             toolbar,        context_help, help,   agenda,          statistics_view, f.desktop}};
         ErrorReport error_report{course, f.desktop, trace};
         app::StartRoutine start{course, opener, dead_times, f.form2, f.files, trace};
     };

@@ -8,7 +8,20 @@
 namespace cuedrill::drill {
 namespace {
 
-enum class Situation { nothing, question, hint, answer, answer_behind_hint, new_record, changed_record, empty_course };
+enum class Situation {
+    nothing,
+    question,
+    hint,
+    list,
+    list_without_question,
+    list_behind_answer,
+    list_behind_changed_record,
+    answer,
+    answer_behind_hint,
+    new_record,
+    changed_record,
+    empty_course
+};
 
 struct Case {
     const char* name;
@@ -35,7 +48,24 @@ const std::set<std::string> always_enabled{"m_open",
                                            "m_invert",
                                            "m_display_next_question",
                                            "m_disp_nr_mature",
-                                           "m_score_elapsed_table"};
+                                           "m_score_elapsed_table",
+                                           "m_export",
+                                           "m_show_all_alphabetically",
+                                           "m_show_sort_by_score",
+                                           "m_view_all_q",
+                                           "m_view_history",
+                                           "m_show_sort_last_show",
+                                           "m_all_q_and_a",
+                                           "m_agenda",
+                                           "m_show_all",
+                                           "m_history",
+                                           "m_find_q",
+                                           "m_find_a",
+                                           "helpcall",
+                                           "howtogetcontexthelp",
+                                           "m_version_history",
+                                           "m_web_site",
+                                           "m_about"};
 
 const std::set<std::string> never_enabled{"m_compact", "m_repair", "clearall", "m_cuecards"};
 
@@ -46,27 +76,49 @@ const Case cases[] = {
      Mode::question,
      {1, 2, 4, 5, 6, 7, 8, 9, 11},
      {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_hints",
-      "m_display_q_nr"}},
+      "m_display_q_nr", "m_list_similar"}},
     {"hint",
      Situation::hint,
      Mode::question,
      {1, 2, 3, 5, 6, 7, 8, 9, 11},
      {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_stats",
-      "m_display_q_nr"}},
+      "m_display_q_nr", "m_list_similar"}},
     {"answer",
      Situation::answer,
      Mode::answer,
      {1, 2, 6, 7, 8, 9, 11},
      {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all",
-      "m_display_q_nr"}},
+      "m_display_q_nr", "m_list_similar"}},
     {"answer_behind_hint",
      Situation::answer_behind_hint,
      Mode::answer,
      {1, 2, 3, 6, 7, 8, 9, 11},
      {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_stats",
-      "m_display_q_nr"}},
+      "m_display_q_nr", "m_list_similar"}},
+    {"list",
+     Situation::list,
+     Mode::question,
+     {1, 2, 3, 4, 5, 6, 7, 8, 9, 11},
+     {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_stats",
+      "m_view_hints", "m_display_q_nr", "m_list_similar", "m_recall_find_list"}},
+    {"list_without_question",
+     Situation::list_without_question,
+     Mode::nothing,
+     {1, 3, 9, 11},
+     {"m_delete", "m_undo", "m_reset_all", "m_view_stats", "m_recall_find_list"}},
+    {"list_behind_answer",
+     Situation::list_behind_answer,
+     Mode::answer,
+     {1, 2, 3, 6, 7, 8, 9, 11},
+     {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all", "m_view_stats",
+      "m_display_q_nr", "m_list_similar", "m_recall_find_list"}},
+    {"list_behind_changed_record",
+     Situation::list_behind_changed_record,
+     Mode::edit_record,
+     {1, 3, 10},
+     {"m_view_stats", "m_list_similar", "m_recall_find_list"}},
     {"new_record", Situation::new_record, Mode::new_record, {1, 10}, {}},
-    {"changed_record", Situation::changed_record, Mode::edit_record, {1, 10}, {}},
+    {"changed_record", Situation::changed_record, Mode::edit_record, {1, 10}, {"m_list_similar"}},
     {"empty_course", Situation::empty_course, Mode::empty_course, {1, 9, 11}, {"m_delete", "m_reset_all"}},
 };
 
@@ -80,11 +132,23 @@ protected:
             return;
         }
         start_with_three_questions();
-        if (GetParam().situation != Situation::nothing)
+        if (GetParam().situation != Situation::nothing && GetParam().situation != Situation::list_without_question)
             yes();
         switch (GetParam().situation) {
         case Situation::hint:
             toolbar(4);
+            break;
+        case Situation::list:
+        case Situation::list_without_question:
+            choose("m_show_all");
+            break;
+        case Situation::list_behind_answer:
+            yes();
+            choose("m_show_all");
+            break;
+        case Situation::list_behind_changed_record:
+            toolbar(8);
+            choose("m_show_all");
             break;
         case Situation::answer:
             yes();
@@ -110,7 +174,9 @@ protected:
         if (command == Command::show_stats)
             return form1.panel_lista.is_visible;
         if (command == Command::show_hints)
-            return form1.frame_stats.is_visible;
+            return !form1.t_hint.is_visible;
+        if (command == Command::recall_list)
+            return form1.listav.is_visible;
         return true;
     }
 };
@@ -127,8 +193,9 @@ TEST_P(Enabling, of_the_entries_is_that_of_what_can_be_done)
     enabled.insert(always_enabled.begin(), always_enabled.end());
     for (const std::string& name : enabled)
         EXPECT_TRUE(entry(name).is_enabled) << name;
-    for (const char* name : {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo",
-                             "m_reset_all", "m_view_stats", "m_view_hints", "m_display_q_nr"}) {
+    for (const char* name :
+         {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_delete", "m_undo", "m_reset_all",
+          "m_view_stats", "m_view_hints", "m_display_q_nr", "m_list_similar", "m_recall_find_list"}) {
         if (!enabled.contains(name)) {
             EXPECT_FALSE(entry(name).is_enabled) << name;
         }
@@ -153,7 +220,9 @@ TEST_P(Enabling, follows_its_table)
                                                  {Command::delete_record, "m_delete"},
                                                  {Command::undo, "m_undo"},
                                                  {Command::reset_all, "m_reset_all"},
-                                                 {Command::question_number, "m_display_q_nr"}};
+                                                 {Command::question_number, "m_display_q_nr"},
+                                                 {Command::list_similar, "m_list_similar"},
+                                                 {Command::recall_list, "m_recall_find_list"}};
     ASSERT_EQ(logic->layout.mode(), GetParam().mode);
     for (const EnablingRow& row : enabling_table) {
         const bool enabled =
@@ -192,6 +261,7 @@ TEST_P(Enabling, and_what_is_visible_follow_the_shared_place)
         EXPECT_EQ(form1.frame_stats.is_visible, row.frame_stats);
         EXPECT_EQ(form1.panel_lista.is_visible, row.panel_lista);
         EXPECT_EQ(form1.t_hint.is_visible, row.t_hint);
+        EXPECT_EQ(form1.listav.is_visible, row.listav);
         return;
     }
     ADD_FAILURE() << "the table has no row for what stands there";

@@ -194,7 +194,7 @@ TEST_F(FailingVerdict, counts_after_an_import_leave_no_question_that_could_be_ju
 {
     database.fail_at(Operation::open_recordset);
     desktop.expect_box("The import has stopped.\r\n\r\nThe disk is full.\r\n\r\n1 questions and answers are stored.");
-    user([this] { logic->import.import_file(folder.write("questions.txt", "@Q@ Norway? @A@ Oslo")); });
+    user([this] { logic->question_import.import_file(folder.write("questions.txt", "@Q@ Norway? @A@ Oslo")); });
     EXPECT_EQ(stored(4).q, "Norway?");
     EXPECT_EQ(stored(1), before);
     expect_nothing_to_judge();
@@ -205,7 +205,7 @@ TEST_F(FailingVerdict, of_an_import_that_stores_nothing_leaves_the_question_on_d
     desktop.expect_box("1 questions and answers insterted.");
     desktop.expect_box("Refused, and not stored: 1");
     user([this] {
-        logic->import.import_file(folder.write("questions.txt", "@Q@ " + std::string(201, 'q') + " @A@ Oslo"));
+        logic->question_import.import_file(folder.write("questions.txt", "@Q@ " + std::string(201, 'q') + " @A@ Oslo"));
     });
     EXPECT_EQ(question(), "France?");
     EXPECT_EQ(answer(), "Paris");

@@ -1,0 +1,62 @@
+#include "bank/list_lines.h"
+
+#include "common/errors.h"
+#include "common/number_format.h"
+#include "common/text.h"
+
+#include <algorithm>
+
+namespace cuedrill::bank {
+namespace {
+
+constexpr int score_digits = 2;
+
+} // namespace
+
+void ListLines::add(std::string text, common::Int16 score)
+{
+    if (full())
+        throw common::OutOfRangeError("Too many items found: " + std::to_string(longest_list) +
+                                      " are the most that a list can hold.");
+    m_list_texts.push_back(std::move(text));
+    m_list_scores.push_back(score);
+}
+
+std::string ListLines::line(std::size_t place) const
+{
+    return common::format_padded(m_list_scores.at(place), score_digits) + " - " + m_list_texts.at(place);
+}
+
+std::vector<std::string> ListLines::lines() const
+{
+    std::vector<std::string> all;
+    all.reserve(list_count());
+    for (std::size_t place = 0; place < list_count(); ++place)
+        all.push_back(line(place));
+    return all;
+}
+
+std::string in_one_line(std::string_view text)
+{
+    return common::replace_all(text, common::cr_lf, " ");
+}
+
+std::string text_of_line(std::string_view line)
+{
+    // Behind the hyphen stands a blank.
+    std::string_view text = line.substr(std::min(line.find('-'), line.size()));
+    text.remove_prefix(std::min<std::size_t>(2, text.size()));
+    const std::size_t answer = text.find(common::trim_blanks(answer_arrow));
+    if (answer != std::string_view::npos)
+        text = common::trim_blanks(text.substr(0, answer));
+    return remove_char(text, '*');
+}
+
+std::string remove_char(std::string_view text, char ch)
+{
+    std::string rest(text);
+    std::erase(rest, ch);
+    return rest;
+}
+
+} // namespace cuedrill::bank

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "common/int16.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cuedrill::bank {
+
+/// The most lines of a list.
+inline constexpr std::size_t longest_list = 10000;
+
+/// What stands in front of the answer in a line.
+inline constexpr std::string_view answer_arrow = "  --->  ";
+
+/// The records of a list, in its order: of each the text that it is listed by, and its level on that text's side.
+class ListLines {
+public:
+    /// @throws common::OutOfRangeError when the list is full.
+    void add(std::string text, common::Int16 score);
+
+    [[nodiscard]] std::size_t list_count() const { return m_list_texts.size(); }
+    [[nodiscard]] bool full() const { return list_count() == longest_list; }
+    [[nodiscard]] const std::string& text(std::size_t place) const { return m_list_texts.at(place); }
+
+    /// The line of a record: "02 - France?".
+    [[nodiscard]] std::string line(std::size_t place) const;
+    /// All lines.
+    [[nodiscard]] std::vector<std::string> lines() const;
+
+private:
+    std::vector<std::string> m_list_texts;
+    std::vector<common::Int16> m_list_scores;
+};
+
+/// `text` with each CR LF as one blank.
+std::string in_one_line(std::string_view text);
+
+/// The text that a line lists its record by: what stands behind the score, without an answer and without marks. A text
+/// that holds "*" or "--->" itself does not come back whole.
+std::string text_of_line(std::string_view line);
+
+/// `text` without any occurrence of `ch`.
+std::string remove_char(std::string_view text, char ch);
+
+} // namespace cuedrill::bank
