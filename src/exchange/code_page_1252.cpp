@@ -1,8 +1,12 @@
 #include "exchange/code_page_1252.h"
 
+#include "common/text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
+#include <map>
 
 namespace cuedrill::exchange {
 namespace {
@@ -44,6 +48,19 @@ void append_utf8(std::string& text, char16_t character)
     }
 }
 
+/// Each character beyond ASCII, in UTF-8, with its byte.
+using Bytes = std::map<std::string, char, std::less<>>;
+
+Bytes bytes_beyond_ascii()
+{
+    Bytes bytes;
+    for (unsigned byte = first_own; byte <= 0xFF; ++byte) {
+        const char c = static_cast<char>(byte);
+        bytes.emplace(code_page_1252_to_utf8({&c, 1}), c);
+    }
+    return bytes;
+}
+
 } // namespace
 
 std::string code_page_1252_to_utf8(std::string_view bytes)
@@ -55,6 +72,27 @@ std::string code_page_1252_to_utf8(std::string_view bytes)
     for (const char c : bytes)
         append_utf8(text, code_point(c));
     return text;
+}
+
+std::optional<std::string> utf8_to_code_page_1252(std::string_view text)
+{
+    static const Bytes beyond_ascii = bytes_beyond_ascii();
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (;;) {
+        const auto ascii =
+            static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), is_ascii) - text.begin());
+        bytes.append(text.substr(0, ascii));
+        text.remove_prefix(ascii);
+        if (text.empty())
+            return bytes;
+        const std::string_view character = common::first_code_points(text, 1);
+        const auto byte = beyond_ascii.find(character);
+        if (byte == beyond_ascii.end())
+            return std::nullopt;
+        bytes.push_back(byte->second);
+        text.remove_prefix(character.size());
+    }
 }
 
 } // namespace cuedrill::exchange

@@ -114,6 +114,7 @@ void QuestionImport::import_file(const std::string& path)
         read_records(path);
         commit();
         m_status.ShowStatus("", 0);
+        m_view.show_all_stored();
         tell(std::to_string(m_calls) + " questions and answers insterted.");
         show_refused();
     } catch (const common::Error& error) {
@@ -216,6 +217,7 @@ void QuestionImport::stop(const std::string& reason)
         drop_uncommitted();
     }
     m_status.ShowStatus("", 0);
+    m_view.show_all_stored();
     m_services.desktop.message_box({.text = "The import has stopped.\r\n\r\n" + reason + "\r\n\r\n" +
                                             std::to_string(m_committed) + " questions and answers are stored.",
                                     .icon = BoxIcon::exclamation});

@@ -9,10 +9,10 @@
 namespace cuedrill::exchange {
 namespace {
 
-constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 constexpr std::string_view utf16_little_endian_mark = "\xFF\xFE";
 constexpr std::string_view utf16_big_endian_mark = "\xFE\xFF";
 constexpr std::string_view replacement_character = "\xEF\xBF\xBD";
+constexpr char nul = '\0';
 
 std::string with_ill_formed_replaced(std::string_view text)
 {
@@ -35,10 +35,16 @@ std::string decode_text(std::string bytes)
     const bool marked = bytes.starts_with(utf8_mark);
     if (marked)
         bytes.erase(0, utf8_mark.size());
-    std::erase(bytes, '\0');
+    std::erase(bytes, nul);
     if (common::is_utf8(bytes))
         return bytes;
     return marked ? with_ill_formed_replaced(bytes) : code_page_1252_to_utf8(bytes);
+}
+
+bool is_read_as_utf8(std::string bytes)
+{
+    std::erase(bytes, nul);
+    return common::is_utf8(bytes);
 }
 
 LineReader::LineReader(std::string_view text)

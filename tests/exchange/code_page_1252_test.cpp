@@ -19,6 +19,11 @@ TEST_P(OwnCharacter, becomes_its_unicode_character)
     EXPECT_EQ(code_page_1252_to_utf8(std::string(1, static_cast<char>(GetParam().byte))), GetParam().utf8);
 }
 
+TEST_P(OwnCharacter, becomes_its_byte_again)
+{
+    EXPECT_EQ(utf8_to_code_page_1252(GetParam().utf8), std::string(1, static_cast<char>(GetParam().byte)));
+}
+
 INSTANTIATE_TEST_SUITE_P(CodePage1252, OwnCharacter,
                          testing::Values(Case{0x80, "€"}, Case{0x82, "‚"}, Case{0x83, "ƒ"}, Case{0x84, "„"},
                                          Case{0x85, "…"}, Case{0x86, "†"}, Case{0x87, "‡"}, Case{0x88, "ˆ"},
@@ -42,13 +47,31 @@ TEST(CodePage1252, gives_one_character_for_each_byte)
     EXPECT_TRUE(common::is_utf8(text));
     EXPECT_EQ(common::code_points(text), 256U);
     EXPECT_EQ(text.substr(0, 128), all.substr(0, 128));
+    EXPECT_EQ(utf8_to_code_page_1252(text), all);
 }
 
 TEST(CodePage1252, keeps_the_order_of_mixed_text)
 {
     EXPECT_EQ(code_page_1252_to_utf8("caf\xE9 3 \x80\r\n"), "café 3 €\r\n");
     EXPECT_EQ(code_page_1252_to_utf8(""), "");
+    EXPECT_EQ(utf8_to_code_page_1252("café 3 €\r\n"), "caf\xE9 3 \x80\r\n");
+    EXPECT_EQ(utf8_to_code_page_1252(""), "");
 }
+
+class TextWithoutBytes : public testing::TestWithParam<const char*> {};
+
+TEST_P(TextWithoutBytes, is_not_converted)
+{
+    EXPECT_EQ(utf8_to_code_page_1252(GetParam()), std::nullopt);
+    EXPECT_EQ(utf8_to_code_page_1252("before " + std::string(GetParam()) + " after"), std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(CodePage1252, TextWithoutBytes,
+                         testing::Values("\u0080", "\u0082", "\u009F", "\u0100", "Ж", "e\u0301", "\uFEFF", "\uFFFD",
+                                         "𝄞"));
+
+INSTANTIATE_TEST_SUITE_P(IllFormed, TextWithoutBytes,
+                         testing::Values("\xE9", "\xC3", "\x80", "\xC1\x81", "\xED\xA0\x80", "\xE0\x83\xA9"));
 
 } // namespace
 } // namespace cuedrill::exchange

@@ -57,6 +57,7 @@ struct RecordingView : bank::StoredRecordView, scheduler::StatusLine {
     explicit RecordingView(const store::Course& shown_course) : course(shown_course) {}
 
     void show_stored_record() override { shown.emplace_back(course.current_cnt, course.record_count); }
+    void show_all_stored() override { ++lists_shown; }
     void ShowStatus(std::string_view text, int) override { statuses.emplace_back(text); }
 
     using Shown = std::vector<std::pair<common::Int16, std::int64_t>>;
@@ -64,6 +65,7 @@ struct RecordingView : bank::StoredRecordView, scheduler::StatusLine {
     const store::Course& course;
     Shown shown; ///< current record and number of records
     std::vector<std::string> statuses;
+    int lists_shown = 0; ///< how often lists were to be brought up to date
 };
 
 /// Imports into a real course that is empty at first. Whenever a box is shown or events are pumped, no transaction may

@@ -53,6 +53,16 @@ INSTANTIATE_TEST_SUITE_P(
                     Decoding{"nul_in_code_page", "\xE9\0x"s, "éx"}, Decoding{"nul_alone", "\0"s, ""}),
     by_name);
 
+TEST(TextEncoding, is_utf8_where_all_of_the_bytes_are_well_formed)
+{
+    EXPECT_TRUE(is_read_as_utf8(""));
+    EXPECT_TRUE(is_read_as_utf8("abc\r\n"));
+    EXPECT_TRUE(is_read_as_utf8("caf\xC3\xA9"));
+    EXPECT_TRUE(is_read_as_utf8("caf\xC3\0\xA9"s));
+    EXPECT_FALSE(is_read_as_utf8("caf\xE9"));
+    EXPECT_FALSE(is_read_as_utf8("caf\xC3\xA9 \xE9"));
+}
+
 class Utf16File : public testing::TestWithParam<std::string> {};
 
 TEST_P(Utf16File, is_refused_with_words_that_help)

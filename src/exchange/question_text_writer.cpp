@@ -1,0 +1,113 @@
+#include "exchange/question_text_writer.h"
+
+#include "common/text.h"
+#include "exchange/code_page_1252.h"
+#include "exchange/text_decoding.h"
+#include "store/course.h"
+
+#include <functional>
+#include <string_view>
+
+namespace cuedrill::exchange {
+namespace {
+
+std::string line(std::string_view text)
+{
+    return std::string(text).append(common::cr_lf);
+}
+
+std::string comment(std::string_view text)
+{
+    return line("/*/ " + std::string(text));
+}
+
+/// A line end in the title would let the rest of it out of the comment.
+std::string heading(const QuestionTextForm& form)
+{
+    const std::string title = common::replace_all(common::with_one_kind_of_line_end(form.course_title), "\n", " ");
+    return comment("Cuedrill questions and answers exported form " + title + " on " +
+                   common::format_date_time(form.written)) +
+           line("") + line("");
+}
+
+std::string record(const platform::Recordset& row)
+{
+    return line("@Q@") + line(store::stored_text(row.field("q"))) + line("@A@") +
+           line(store::stored_text(row.field("a"))) + line("");
+}
+
+std::string ending(std::int64_t count)
+{
+    return line("") + line("------------------------") +
+           comment(std::to_string(count) + " questions and answers exported");
+}
+
+/// Gets one or more whole lines; false when it takes no more.
+using Sink = std::function<bool(const std::string& lines)>;
+
+/// Hands on the text until `sink` takes no more.
+/// @return the number of records handed on.
+std::int64_t hand_on(platform::Recordset& rows, const QuestionTextForm& form, const Sink& sink)
+{
+    if (!sink(heading(form)))
+        return 0;
+    std::int64_t count = 0;
+    for (; !rows.eof(); rows.move_next()) {
+        const std::string number = form.numbered ? comment(std::to_string(count + 1)) : "";
+        if (!sink(number + record(rows)))
+            return count;
+        ++count;
+    }
+    sink(ending(count));
+    return count;
+}
+
+/// Writes lines in Windows-1252 as long as every character fits.
+class CodePageOutput {
+public:
+    explicit CodePageOutput(platform::Replacement& file) : m_file(file) {}
+
+    /// False, with nothing written, when a character does not fit.
+    bool write(const std::string& lines)
+    {
+        const auto bytes = utf8_to_code_page_1252(lines);
+        m_fits = bytes.has_value();
+        if (!bytes)
+            return false;
+        if (*bytes != lines) {
+            m_all_ascii = false;
+            m_all_utf8 = m_all_utf8 && is_read_as_utf8(*bytes);
+        }
+        m_file.write(*bytes);
+        return true;
+    }
+
+    /// Whether a reader of the file gets back what was written. No sequence of UTF-8 spans a line end, so the file is
+    /// well-formed as a whole when its lines are.
+    [[nodiscard]] bool is_faithful() const { return m_fits && (m_all_ascii || !m_all_utf8); }
+
+private:
+    platform::Replacement& m_file;
+    bool m_fits = true;
+    bool m_all_ascii = true;
+    bool m_all_utf8 = true;
+};
+
+} // namespace
+
+std::int64_t write_question_text(platform::Replacement& file, platform::Recordset& rows, const QuestionTextForm& form)
+{
+    CodePageOutput code_page(file);
+    const std::int64_t count = hand_on(rows, form, [&](const std::string& lines) { return code_page.write(lines); });
+    if (code_page.is_faithful())
+        return count;
+    file.restart();
+    rows.move_first();
+    file.write(utf8_mark);
+    return hand_on(rows, form, [&](const std::string& lines) {
+        file.write(lines);
+        return true;
+    });
+}
+
+} // namespace cuedrill::exchange

@@ -1,0 +1,380 @@
+#include "exchange/question_export_fixture.h"
+#include "exchange/question_import_fixture.h"
+
+#include <string_view>
+
+namespace cuedrill::exchange {
+namespace {
+
+using namespace std::string_literals;
+using platform::BoxAnswer;
+
+constexpr const char* mark = "\xEF\xBB\xBF";
+
+class ExportedFile : public ExportFixture {};
+
+TEST_F(ExportedFile, has_the_records_between_a_heading_and_their_number)
+{
+    open({{"Norway?", "Oslo"}, {"Peru?", "Lima"}});
+    EXPECT_EQ(exported(), "/*/ Cuedrill questions and answers exported form Capitals on 15/11/2026 05:47:17\r\n"
+                          "\r\n"
+                          "\r\n"
+                          "@Q@\r\n"
+                          "Norway?\r\n"
+                          "@A@\r\n"
+                          "Oslo\r\n"
+                          "\r\n"
+                          "@Q@\r\n"
+                          "Peru?\r\n"
+                          "@A@\r\n"
+                          "Lima\r\n"
+                          "\r\n"
+                          "\r\n"
+                          "------------------------\r\n"
+                          "/*/ 2 questions and answers exported\r\n");
+}
+
+TEST_F(ExportedFile, has_a_number_before_each_record_on_request)
+{
+    open({{"Norway?", "Oslo"}, {"Peru?", "Lima"}});
+    EXPECT_EQ(exported(true),
+              heading() + "/*/ 1\r\n" + record("Norway?", "Oslo") + "/*/ 2\r\n" + record("Peru?", "Lima") + ending(2));
+}
+
+TEST_F(ExportedFile, of_an_empty_course_says_that_there_are_no_records)
+{
+    open(Texts{});
+    EXPECT_EQ(exported(true), heading() + ending(0));
+}
+
+TEST_F(ExportedFile, numbers_the_records_without_gaps_in_the_order_of_the_course)
+{
+    fakes::CourseBuilder builder;
+    builder.question("third", "c").number(20);
+    builder.question("first", "a").number(3);
+    builder.question("second", "b").number(7);
+    open(builder);
+    EXPECT_EQ(exported(true), heading() + "/*/ 1\r\n" + record("first", "a") + "/*/ 2\r\n" + record("second", "b") +
+                                  "/*/ 3\r\n" + record("third", "c") + ending(3));
+    EXPECT_EQ(database.statements(), (std::vector<std::string>{"Select * from qa order by cnt"}));
+}
+
+TEST_F(ExportedFile, keeps_line_breaks_blanks_and_markers_inside_as_they_are)
+{
+    const std::string q = " one\r\ntwo\n\rthree\n\t";
+    const std::string a = "\r\n/*/ @Q@ four\r\n";
+    open({{q, a}});
+    EXPECT_EQ(exported(), heading() + record(q, a) + ending(1));
+}
+
+TEST_F(ExportedFile, of_an_inverted_course_has_the_sides_as_they_are_stored)
+{
+    open({{"Norway?", "Oslo"}});
+    course.params.invert = true;
+    course.set_side_fields();
+    EXPECT_EQ(exported(), heading() + record("Norway?", "Oslo") + ending(1));
+}
+
+TEST_F(ExportedFile, has_an_empty_line_for_a_missing_text)
+{
+    course_path = fakes::CourseBuilder().write(folder);
+    engine.database.open(course_path, store::course_tables());
+    engine.database.execute("Insert into qa (cnt) values (1)");
+    engine.database.execute("Insert into qa (cnt, q) values (2, 'alone')");
+    engine.database.close();
+    open_written();
+    EXPECT_EQ(exported(), heading() + record("", "") + record("alone", "") + ending(2));
+}
+
+TEST_F(ExportedFile, keeps_its_heading_in_one_line)
+{
+    open({{"Norway?", "Oslo"}});
+    course.params.course_title = "a\r\n@Q@ b\rc\n\nd\r";
+    EXPECT_EQ(exported(), heading("a @Q@ b c  d ") + record("Norway?", "Oslo") + ending(1));
+}
+
+TEST_F(ExportedFile, takes_the_place_of_an_older_and_longer_one)
+{
+    open({{"Norway?", "Oslo"}});
+    files.files[target] = std::string(5000, 'x');
+    EXPECT_EQ(exported(), heading() + record("Norway?", "Oslo") + ending(1));
+    EXPECT_FALSE(files.files.contains(unfinished));
+}
+
+TEST_F(ExportedFile, gives_the_number_of_its_records)
+{
+    open({{"Norway?", "Oslo"}, {"Chişinău?", "Moldova"}});
+    EXPECT_EQ(question_export.export_file(target, false), 2);
+}
+
+struct Encoding {
+    const char* name;
+    std::string title;
+    std::string question;
+    std::string bytes_of_title;
+    std::string bytes_of_question;
+};
+
+class EncodedExport : public ExportFixture, public testing::WithParamInterface<Encoding> {
+protected:
+    /// The record before and after the one with the characters in question must be encoded alike.
+    void open_course()
+    {
+        open({{"before", "é"}, {GetParam().question, "x"}, {"after", "y"}});
+        course.params.course_title = GetParam().title;
+    }
+    static std::string file_of(const std::string& e_acute)
+    {
+        return heading(GetParam().bytes_of_title) + record("before", e_acute) +
+               record(GetParam().bytes_of_question, "x") + record("after", "y") + ending(3);
+    }
+};
+
+class CodePageExport : public EncodedExport {};
+
+TEST_P(CodePageExport, has_one_byte_for_each_character)
+{
+    open_course();
+    EXPECT_EQ(exported(), file_of("\xE9"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, CodePageExport,
+    testing::Values(Encoding{"ascii", "Capitals", "Norway?", "Capitals", "Norway?"},
+                    Encoding{"own_characters", "Capitals", "3 € “x” ÿ", "Capitals", "3 \x80 \x93x\x94 \xFF"},
+                    Encoding{"open_bytes", "Capitals", "\xC2\x81\xC2\x8D\xC2\x8F\xC2\x90\xC2\x9D", "Capitals",
+                             "\x81\x8D\x8F\x90\x9D"},
+                    Encoding{"title", "Österreich", "Norway?", "\xD6sterreich", "Norway?"},
+                    Encoding{"looks_like_utf8_beside_what_does_not", "Capitals", "Ã©", "Capitals", "\xC3\xA9"}),
+    [](const auto& encoding) { return std::string(encoding.param.name); });
+
+class Utf8Export : public EncodedExport {};
+
+TEST_P(Utf8Export, has_a_mark_and_all_of_its_text_in_utf8)
+{
+    open_course();
+    EXPECT_EQ(exported(), mark + file_of("é"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, Utf8Export,
+                         testing::Values(Encoding{"cyrillic", "Capitals", "Москва", "Capitals", "Москва"},
+                                         Encoding{"title_alone", "Столицы", "Norway?", "Столицы", "Norway?"},
+                                         Encoding{"control_character_of_no_byte", "Capitals", "\u0080", "Capitals",
+                                                  "\xC2\x80"},
+                                         Encoding{"decomposed", "Capitals", "e\u0301", "Capitals", "e\xCC\x81"},
+                                         Encoding{"beyond_the_basic_plane", "Capitals", "𝄞", "Capitals", "𝄞"}),
+                         [](const auto& encoding) { return std::string(encoding.param.name); });
+
+class MisleadingExport : public ExportFixture {};
+
+// In Windows-1252 these would be the bytes of "é", and be read as that.
+TEST_F(MisleadingExport, that_would_be_read_as_utf8_is_written_so)
+{
+    open({{"Ã©", "x"}});
+    EXPECT_EQ(exported(), mark + heading() + record("Ã©", "x") + ending(1));
+}
+
+TEST_F(MisleadingExport, that_would_be_read_as_utf8_without_its_nul_is_written_so)
+{
+    open({{"Ã\0©"s, "x"}});
+    EXPECT_EQ(exported(), mark + heading() + record("Ã\0©"s, "x") + ending(1));
+}
+
+class ExportCommand : public ExportFixture {
+protected:
+    void run() { question_export.Export_QA(); }
+
+    void expect_refused(const std::string& name, const std::string& reason)
+    {
+        const auto files_before = files.files;
+        expect_file_dialog(name);
+        desktop.expect_box_like({.text = reason}, BoxAnswer::ok);
+        run();
+        desktop.check_all_shown();
+        EXPECT_EQ(files.files, files_before);
+        EXPECT_TRUE(database.statements().empty());
+    }
+    static std::string itself(const std::string& name)
+    {
+        return "The file " + name + " is the open course itself. Choose another name.";
+    }
+    static std::string kept(const std::string& name)
+    {
+        return "The name " + name + " is kept for the open course. Choose another name.";
+    }
+    static std::string not_ordinary(const std::string& name)
+    {
+        return "The file " + name + " is not an ordinary file. Choose another name.";
+    }
+};
+
+TEST_F(ExportCommand, asks_for_the_file_and_for_numbers_and_offers_to_open_what_is_complete)
+{
+    open({{"Norway?", "Oslo"}, {"Peru?", "Lima"}});
+    desktop.on_box = [this] {
+        expect_nothing_open();
+        EXPECT_EQ(files.files.contains(target), desktop.boxes.size() == 2);
+        EXPECT_FALSE(files.files.contains(unfinished));
+        EXPECT_TRUE(opened.empty());
+    };
+    expect_file_dialog(target);
+    expect_numbers_question(BoxAnswer::yes);
+    expect_count_question(2, BoxAnswer::yes);
+    run();
+    EXPECT_EQ(files.files.at(target),
+              heading() + "/*/ 1\r\n" + record("Norway?", "Oslo") + "/*/ 2\r\n" + record("Peru?", "Lima") + ending(2));
+    EXPECT_EQ(opened, (std::vector<std::string>{target}));
+}
+
+TEST_F(ExportCommand, proposes_a_name_in_its_dialog)
+{
+    open(Texts{});
+    expect_file_dialog("");
+    run();
+    const platform::FileDialog& dialog = desktop.file_dialogs.at(0);
+    EXPECT_EQ(dialog.title, "Exporting questions and answers to text file");
+    EXPECT_EQ(dialog.initial_file, "QA export.txt");
+    EXPECT_EQ(dialog.filter, "Text file (*.txt)|*.txt|All files (*.*)|*.*");
+    EXPECT_EQ(dialog.default_extension, "txt");
+}
+
+TEST_F(ExportCommand, stops_silently_without_a_name)
+{
+    open({{"Norway?", "Oslo"}});
+    const auto files_before = files.files;
+    expect_file_dialog("");
+    run();
+    EXPECT_EQ(files.files, files_before);
+}
+
+TEST_F(ExportCommand, leaves_numbers_and_opening_when_both_are_answered_with_no)
+{
+    open({{"Norway?", "Oslo"}});
+    expect_file_dialog(target);
+    expect_numbers_question(BoxAnswer::no);
+    expect_count_question(1, BoxAnswer::no);
+    run();
+    EXPECT_EQ(files.files.at(target), heading() + record("Norway?", "Oslo") + ending(1));
+    EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(ExportCommand, tells_the_number_of_an_empty_course)
+{
+    open(Texts{});
+    expect_file_dialog(target);
+    expect_numbers_question(BoxAnswer::no);
+    expect_count_question(0, BoxAnswer::no);
+    run();
+}
+
+TEST_F(ExportCommand, shows_a_busy_pointer_while_it_reads_and_writes)
+{
+    open({{"Norway?", "Oslo"}});
+    int seen = 0;
+    database.at_each_call([&](fakes::Operation) { seen = desktop.pointer_depth; });
+    expect_file_dialog(target);
+    expect_numbers_question(BoxAnswer::no);
+    expect_count_question(1, BoxAnswer::no);
+    run();
+    EXPECT_EQ(seen, 1);
+}
+
+TEST_F(ExportCommand, refuses_the_open_course_under_any_name)
+{
+    open({{"Norway?", "Oslo"}});
+    const std::string link = "/home/anna/link.txt";
+    files.links[link] = course_path;
+    expect_refused(course_path, itself(course_path));
+    expect_refused(link, itself(link));
+}
+
+TEST_F(ExportCommand, refuses_the_names_that_the_engine_uses)
+{
+    open({{"Norway?", "Oslo"}});
+    for (const std::string ending : {"-journal", "-wal", "-shm"}) {
+        const std::string name = course_path + ending;
+        expect_refused(name, kept(name));
+        files.files[name] = "in use";
+        expect_refused(name, kept(name));
+        const std::string link = "/home/anna/link.txt";
+        files.links[link] = name;
+        expect_refused(link, kept(link));
+    }
+}
+
+TEST_F(ExportCommand, refuses_the_names_that_the_engine_uses_behind_a_link_to_the_course)
+{
+    open({{"Norway?", "Oslo"}});
+    course.db_path = "/home/anna/link.cdr";
+    files.links[course.db_path] = course_path;
+    for (const std::string& name : {course_path + "-journal", course.db_path + "-wal"})
+        expect_refused(name, kept(name));
+}
+
+TEST_F(ExportCommand, takes_a_name_that_only_looks_like_one_of_the_engine)
+{
+    open({{"Norway?", "Oslo"}});
+    const std::string name = "/home/anna/other-journal";
+    expect_file_dialog(name);
+    expect_numbers_question(BoxAnswer::no);
+    expect_count_question(1, BoxAnswer::no);
+    run();
+    EXPECT_TRUE(files.files.contains(name));
+}
+
+TEST_F(ExportCommand, refuses_what_is_no_ordinary_file)
+{
+    open({{"Norway?", "Oslo"}});
+    files.folders.insert("/home/anna/folder");
+    expect_refused("/home/anna/folder", not_ordinary("/home/anna/folder"));
+}
+
+/// A course that is exported and imported into an empty one, with files of the machine.
+class ExportAndImport : public ImportFixture {
+protected:
+    Texts texts_after(const Texts& texts)
+    {
+        fakes::CourseBuilder builder;
+        for (const auto& [q, a] : texts)
+            builder.question(q, a);
+        fakes::RealEngine other_engine;
+        store::Course exported{other_engine.database};
+        exported.db_path = builder.write(folder, "exported.cdr");
+        exported.apri_db();
+        exported.params.course_title = "Capitals";
+        const std::string file = folder.file("QA export.txt");
+        QuestionExport question_export{exported, {files, clock, desktop, [](const std::string&) {}}};
+        EXPECT_EQ(question_export.export_file(file, true), static_cast<std::int64_t>(texts.size()));
+        desktop.expect_box(inserted(static_cast<int>(texts.size())));
+        question_import.import_file(file);
+        return stored();
+    }
+};
+
+struct RoundTripText {
+    const char* name;
+    std::string text;
+};
+
+class RoundTrip : public ExportAndImport, public testing::WithParamInterface<RoundTripText> {};
+
+// What ends the file is not told from the last answer.
+TEST_P(RoundTrip, gives_back_all_but_the_end_of_the_last_answer)
+{
+    const std::string& text = GetParam().text;
+    EXPECT_EQ(texts_after({{"one\r\n\r\ntwo", text}, {text, "three\nfour\r\nfive"}, {"last", text}}),
+              (Texts{{"one\r\n\r\ntwo", text},
+                     {text, "three\nfour\r\nfive"},
+                     {"last", text + "\r\n\r\n\r\n------------------------"}}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, RoundTrip,
+                         testing::Values(RoundTripText{"ascii", "Oslo"}, RoundTripText{"code_page", "café 3 € “x”"},
+                                         RoundTripText{"open_byte", "\xC2\x81"}, RoundTripText{"cyrillic", "Москва"},
+                                         RoundTripText{"looks_like_utf8", "Ã©"},
+                                         RoundTripText{"control_character_of_no_byte", "\u0080"},
+                                         RoundTripText{"beyond_the_basic_plane", "𝄞"}),
+                         [](const auto& text) { return std::string(text.param.name); });
+
+} // namespace
+} // namespace cuedrill::exchange
