@@ -1,10 +1,14 @@
+#include "common/errors.h"
 #include "program/program.h"
+#include "support/command_line.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -17,11 +21,22 @@ std::string command_line(int argc, char** argv)
     return text;
 }
 
+void print(const std::string& text)
+{
+    if (!(std::cout << text << std::flush))
+        throw cuedrill::common::Error("The text could not be printed.");
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     try {
+        const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+        if (const auto answer = cuedrill::support::command_line_answer(arguments)) {
+            print(*answer);
+            return EXIT_SUCCESS;
+        }
         // The toolkit takes its own options out of the arguments.
         const QApplication application(argc, argv);
         cuedrill::program::Program program;

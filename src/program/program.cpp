@@ -6,18 +6,22 @@
 #include "app/start/start.h"
 #include "bank/edit_flags.h"
 #include "bank/record_bank.h"
+#include "bank/record_lists.h"
 #include "drill/drill_commands.h"
 #include "drill/drill_state.h"
 #include "drill/error_report.h"
 #include "drill/main_menu.h"
 #include "drill/main_window.h"
+#include "exchange/question_export.h"
 #include "exchange/question_import.h"
 #include "platform/icu/icu_text_compare.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_dialog_host.h"
+#include "platform/qt/qt_f_msgbox.h"
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_look.h"
 #include "platform/qt/qt_settings_store.h"
+#include "platform/qt/qt_shell.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/system/system_clock.h"
 #include "platform/system/system_files.h"
@@ -32,6 +36,11 @@
 #include "store/course_opener.h"
 #include "store/course_params.h"
 #include "store/course_title.h"
+#include "support/agenda.h"
+#include "support/big_box.h"
+#include "support/documents.h"
+#include "support/help.h"
+#include "support/web_page.h"
 
 #include <QApplication>
 #include <cstdlib>
@@ -44,9 +53,11 @@ struct Program::Platform {
     platform::qt::QtGuard guard;
     platform::qt::QtForm1 form1{
         guard, platform::qt::QtWindowState(platform::qt::QtSettingsStore::default_folder() + "/CUEDRILL/window.ini")};
+    platform::qt::QtFMsgbox f_msgbox{guard, form1.widget()};
     platform::qt::QtDialogHost form2;
     platform::qt::QtDesktop desktop{guard, form2};
     platform::qt::QtSettingsStore settings{platform::qt::QtSettingsStore::default_folder()};
+    platform::qt::QtShell shell;
     platform::system::SystemClock clock;
     platform::system::SystemFiles files;
     platform::system::SystemRandom random;
@@ -79,7 +90,8 @@ struct Program::Logic {
     bank::EditFlags edit_flags;
     drill::DrillState state;
     drill::StatusLine status{form1.P_status, p.clock};
-    drill::WindowLayout layout{form1, menu, course, edit_flags, state};
+    drill::ListStatus list_status{status};
+    drill::WindowLayout layout{form1, menu, course, edit_flags, state, status};
     drill::Hints hints{form1, course, state, layout, p.random, p.text_compare};
     drill::QuestionView question_view{form1, course, state, status, layout, hints, p.clock};
     drill::StatisticsView statistics_view{form1, menu, course};
@@ -99,8 +111,20 @@ struct Program::Logic {
                               bank,
                               window_ports,
                               {p.desktop, p.text_compare, question_view, statistics, scoring, selection}};
-    exchange::QuestionImport import{course,       bank,   edit_flags,
-                                    window_ports, status, {p.files, p.clock, p.desktop, p.text_compare}};
+    bank::RecordLists lists{
+        course, bank, window_ports, {p.desktop, p.text_compare, list_status, editor, end_of_program}};
+
+    support::BigBox big_box{p.f_msgbox.controls()};
+    support::Documents documents{p.files, p.shell, p.desktop};
+    support::Agenda agenda{p.files, p.shell, p.desktop, program_folder};
+    support::HelpCommands help{
+        big_box, documents, p.desktop,
+        support::web_page_address(support::default_web_page(), platform::system::executable_folder())};
+
+    exchange::QuestionImport question_import{course,       bank,   edit_flags,
+                                             window_ports, status, {p.files, p.clock, p.desktop, p.text_compare}};
+    exchange::QuestionExport question_export{
+        course, {p.files, p.clock, p.desktop, [this](const std::string& path) { documents.open_document(path); }}};
 
     drill::KeyEcho echo{p.clock};
     drill::QuestionDialog dialog{form1,     state,     question_view, status, layout,
@@ -112,15 +136,17 @@ struct Program::Logic {
                            state,
                            {params, statistics, statistics_view, question_view, status, hints, layout, p.text_compare}};
     drill::Toolbar toolbar{form1, dialog, editor, aids};
-    drill::ContextHelp help{form1, p.desktop};
+    drill::ContextHelp context_help{form1, p.desktop};
     drill::WindowKeys keys{
         form1, state, {dialog, toolbar, editor, status, layout, echo, p.desktop, p.text_compare, end_of_program}};
-    drill::MainWindow main_window{
-        {form1,  p.desktop,  p.clock,      trace,          course, params, title,           edit_flags,
-         editor, statistics, scoring,      end_of_program, state,  status, statistics_view, question_view,
-         layout, dialog,     typed_answer, toolbar,        help,   keys}};
-    drill::DrillCommands commands{{course, params, opener, title, selection, scoring, levels, end_of_program, editor,
-                                   import, dialog, aids, help, statistics_view, p.desktop}};
+    drill::MainWindow main_window{{form1,          p.desktop,    p.clock, trace,           course,        params,
+                                   title,          edit_flags,   editor,  lists,           statistics,    scoring,
+                                   end_of_program, state,        status,  statistics_view, question_view, layout,
+                                   dialog,         typed_answer, toolbar, context_help,    keys}};
+    drill::DrillCommands commands{
+        {course,         params,       opener, title,           selection,       scoring,  levels,
+         end_of_program, editor,       lists,  question_import, question_export, dialog,   aids,
+         toolbar,        context_help, help,   agenda,          statistics_view, p.desktop}};
     drill::ErrorReport error_report{course, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, p.form2, p.files, trace};
 };
@@ -132,6 +158,7 @@ Program::Program()
     m_logic = std::make_unique<Logic>(*m_platform);
     m_logic->window_ports.connect(m_logic->main_window);
     m_logic->main_window.attach();
+    m_logic->big_box.attach();
     m_logic->commands.attach(m_logic->menu);
     m_platform->guard.on_error = [this](const std::exception& error) { m_logic->error_report.report(error); };
 }

@@ -1,0 +1,79 @@
+#include "support/agenda.h"
+
+#include "app/base/paths.h"
+#include "common/errors.h"
+#include "common/text.h"
+#include "support/program_name.h"
+
+#include <string_view>
+
+namespace cuedrill::support {
+namespace {
+
+constexpr std::string_view agenda_file = "agenda.txt";
+constexpr std::string_view network_path_start = "\\\\";
+
+/// What a new agenda begins with: a title, underlined.
+std::string heading()
+{
+    const std::string title = std::string(program_title) + " agenda";
+    const std::string indentation(10, ' ');
+    std::string text;
+    for (const std::string& line : {title, std::string(title.size(), '=')})
+        text.append(indentation).append(line).append(common::cr_lf);
+    return text;
+}
+
+} // namespace
+
+void Agenda::open_agenda()
+{
+    const std::string path = app::join_path(m_program_folder, agenda_file);
+    if (create_missing(path) && edit(path))
+        change_to_program_folder();
+}
+
+bool Agenda::create_missing(const std::string& path)
+{
+    if (app::file_exists(m_files, path))
+        return true;
+    try {
+        // Complete or not at all: an empty file would never get its heading.
+        const auto agenda = m_files.begin_replacement(path);
+        agenda->write(heading());
+        agenda->finish();
+        return true;
+    } catch (const common::Error& error) {
+        tell(std::string("The agenda could not be created.\r\n\r\n") + error.what());
+        return false;
+    }
+}
+
+bool Agenda::edit(const std::string& path)
+{
+    const auto process = m_shell.edit_text(path);
+    if (!process) {
+        tell("No text editor was found that opens " + path + ".");
+        return false;
+    }
+    m_task_id = process;
+    return true;
+}
+
+void Agenda::change_to_program_folder()
+{
+    if (m_program_folder.starts_with(network_path_start))
+        return;
+    try {
+        m_files.change_folder(m_program_folder);
+    } catch (const common::Error& error) {
+        tell(std::string("The program's folder could not be made the working folder.\r\n\r\n") + error.what());
+    }
+}
+
+void Agenda::tell(const std::string& text)
+{
+    m_desktop.message_box({.text = text, .icon = platform::BoxIcon::exclamation});
+}
+
+} // namespace cuedrill::support

@@ -1,0 +1,87 @@
+#include "support/big_box.h"
+
+#include <algorithm>
+
+namespace cuedrill::support {
+namespace {
+
+using common::Twips;
+
+constexpr Twips margin = 100;
+constexpr Twips button_width = 1350;
+constexpr Twips button_height = 420;
+constexpr Twips adjust_size = 240;
+
+/// `wish`, or what there is; nothing where there is less than nothing.
+Twips at_most(Twips wish, Twips available)
+{
+    return std::clamp(available, 0, wish);
+}
+
+} // namespace
+
+void BigBox::attach()
+{
+    m_f_msgbox.Text1.set_font({.name = "Courier New", .points = 9});
+    m_f_msgbox.Text1.set_locked(true);
+    m_f_msgbox.Text1.set_name("Text");
+    m_f_msgbox.b_ok.set_caption("OK");
+    m_f_msgbox.b_ok.on_click = [this] { m_f_msgbox.window.hide(); };
+    m_f_msgbox.window.on_close = [this] { m_f_msgbox.window.hide(); };
+    m_f_msgbox.window.on_key = [this](const platform::KeyPress& press) { return take_key(press); };
+    m_f_msgbox.window.on_resize = [this] { place_controls(); };
+}
+
+void BigBox::big_box(std::string_view text, std::string_view caption)
+{
+    m_big_box_text = text;
+    m_f_msgbox.Text1.set_text(m_big_box_text);
+    m_f_msgbox.window.set_caption(caption);
+    if (!m_created) {
+        m_created = true;
+        m_f_msgbox.window.cover_main_window();
+        // A window that has the right size already tells of no change.
+        place_controls();
+    }
+    m_f_msgbox.window.show();
+    // There the arrow keys scroll, and a screen reader begins to read.
+    m_f_msgbox.Text1.set_focus();
+}
+
+bool BigBox::take_key(const platform::KeyPress& press)
+{
+    if (press.key == platform::Key::character)
+        return false;
+    // The key that has opened the window may still be down.
+    if (!press.auto_repeat)
+        m_f_msgbox.window.hide();
+    return true;
+}
+
+void BigBox::place_controls()
+{
+    platform::MessageWindow& window = m_f_msgbox.window;
+    if (window.minimised())
+        return;
+    const Twips width = window.inner_width();
+    const Twips height = window.inner_height();
+
+    const platform::Place adjust{.left = std::max(0, width - adjust_size),
+                                 .top = std::max(0, height - adjust_size),
+                                 .width = at_most(adjust_size, width),
+                                 .height = at_most(adjust_size, height)};
+    platform::Place ok{.width = at_most(button_width, adjust.left - 2 * margin),
+                       .height = at_most(button_height, height)};
+    // In the middle, unless it would lie on the picture in the corner there.
+    ok.left = std::max(0, std::min((width - ok.width) / 2, adjust.left - margin - ok.width));
+    ok.top = std::max(0, height - margin - ok.height);
+
+    window.place(m_f_msgbox.Text1, {.left = margin,
+                                    .top = margin,
+                                    .width = std::max(0, width - 2 * margin),
+                                    .height = std::max(0, ok.top - 2 * margin)});
+    window.place(m_f_msgbox.b_ok, ok);
+    window.place(m_f_msgbox.pic_adjust, adjust);
+}
+
+} // namespace cuedrill::support

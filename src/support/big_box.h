@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/f_msgbox.h"
+
+#include <string>
+#include <string_view>
+
+namespace cuedrill::support {
+
+/// The message window, for texts that are too long for a box. It stays open beside the main window until it is closed.
+class BigBox {
+public:
+    explicit BigBox(platform::FMsgbox& f_msgbox) : m_f_msgbox(f_msgbox) {}
+
+    /// Prepares the controls and takes their events.
+    void attach();
+
+    /// Shows `text` in the window, which lies over the main window the first time and later where it was left.
+    void big_box(std::string_view text, std::string_view caption);
+
+    /// What `big_box` was given last.
+    [[nodiscard]] const std::string& big_box_text() const { return m_big_box_text; }
+
+private:
+    [[nodiscard]] bool take_key(const platform::KeyPress& press);
+    void place_controls();
+
+    platform::FMsgbox& m_f_msgbox;
+    std::string m_big_box_text;
+    bool m_created = false;
+};
+
+} // namespace cuedrill::support

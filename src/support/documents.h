@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/shell.h"
+
+#include <string>
+#include <string_view>
+
+namespace cuedrill::support {
+
+/// Whether `text` begins as addresses in the web do: with "https://", "ftp://", "http://" or "www.", in any case.
+bool is_web_address(std::string_view text);
+
+/// Opens documents with the programs that the system has for them.
+class Documents {
+public:
+    Documents(platform::Files& files, platform::Shell& shell, platform::Desktop& desktop)
+        : m_files(files), m_shell(shell), m_desktop(desktop)
+    {
+    }
+
+    /// Opens a file, with its folder as the working folder, a folder, or a web address. Of several lines only the first
+    /// one counts. What does not exist or has no program is told in a box.
+    /// @throws common::ProgramEnded when the program is ended while the box is open.
+    void open_document(const std::string& path);
+
+private:
+    [[nodiscard]] bool start_program(const std::string& path);
+
+    platform::Files& m_files;
+    platform::Shell& m_shell;
+    platform::Desktop& m_desktop;
+};
+
+} // namespace cuedrill::support
