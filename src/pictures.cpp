@@ -7,8 +7,10 @@
 #include "store/schema.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -48,8 +50,11 @@ struct Mode {
     const char* focus = ""; ///< control that gets the focus
     const char* typed = ""; ///< may end with Enter
     const char* last_button = "";
+    const char* entry = "";        ///< of the menus
+    const char* entered_text = ""; ///< in the box that asks for one
     Contents contents = Contents::usual;
-    const char* box = ""; ///< title of the box that opens and is the picture
+    const char* box = "";    ///< title of the box that opens and is the picture
+    const char* window = ""; ///< name of the further window that is the picture
 };
 
 const Mode modes[] = {
@@ -70,6 +75,13 @@ const Mode modes[] = {
      .buttons = {"bot_yes", "pb_5"},
      .typed = "Olso, on the fiord of this name\r",
      .box = "Wrong answer"},
+    {.name = "list", .buttons = {"bot_yes"}, .entry = "m_show_sort_by_score"},
+    {.name = "list-with-answers", .buttons = {"bot_yes"}, .entry = "m_all_q_and_a"},
+    {.name = "list-while-editing", .buttons = {"bot_yes", "pb_8"}, .entry = "m_show_all"},
+    {.name = "search", .buttons = {"bot_yes"}, .entry = "m_find_a", .entered_text = "on"},
+    {.name = "similar", .buttons = {"bot_yes"}, .entry = "m_list_similar"},
+    {.name = "about", .entry = "m_about", .box = "CUEDRILL"},
+    {.name = "history", .entry = "m_version_history", .window = "f_msgbox"},
 };
 
 /// One picture: a mode under certain circumstances.
@@ -108,6 +120,8 @@ public:
             type(character);
         if (*mode.last_button != 0)
             press(mode.last_button);
+        if (*mode.entry != 0)
+            choose(mode.entry);
     }
 
 private:
@@ -121,6 +135,14 @@ private:
     }
 
     void press(const char* name) { find<QAbstractButton>(name).click(); }
+
+    void choose(const char* name)
+    {
+        auto* const entry = m_window.findChild<QAction*>(QString::fromLatin1(name));
+        if (entry == nullptr || !entry->isEnabled())
+            throw common::Error(std::string(name) + " cannot be chosen.");
+        entry->trigger();
+    }
 
     void type(QChar character)
     {
@@ -264,7 +286,9 @@ private:
                 m_at_work = true;
                 User(window).bring_to(*m_wish->mode);
                 QCoreApplication::processEvents();
-                if (*m_wish->mode->box == 0)
+                if (*m_wish->mode->window != 0)
+                    save(further_window(m_wish->mode->window));
+                else if (*m_wish->mode->box == 0)
                     save(window);
                 m_at_work = false;
                 window.close();
@@ -275,8 +299,22 @@ private:
         QCoreApplication::exec();
     }
 
+    static QWidget& further_window(const char* name)
+    {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == QLatin1String(name) && widget->isVisible())
+                return *widget;
+        }
+        throw common::Error(std::string(name) + " is not shown.");
+    }
+
     void look_at_box()
     {
+        if (auto* const question = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
+            question->setTextValue(QString::fromLatin1(m_wish->mode->entered_text));
+            question->accept();
+            return;
+        }
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr)
             return;
@@ -327,13 +365,13 @@ std::vector<Wish> wishes(double scale)
             list.push_back({.mode = &mode, .texts = short_texts, .dark = dark});
         if (scale != 1)
             continue;
-        if (is_one_of(mode, {"question", "answer", "word-hint", "masked-hint"})) {
+        if (is_one_of(mode, {"question", "answer", "word-hint", "masked-hint", "list"})) {
             for (const QSize size : {QSize(800, 600), QSize(1280, 900), QSize(1920, 1080)}) {
                 for (const bool dark : {false, true})
                     list.push_back({.mode = &mode, .texts = short_texts, .size = size, .dark = dark});
             }
         }
-        if (is_one_of(mode, {"answer", "word-hint", "wrong-box"})) {
+        if (is_one_of(mode, {"answer", "word-hint", "wrong-box", "list-with-answers"})) {
             for (const Texts& texts : long_texts)
                 list.push_back({.mode = &mode, .texts = texts});
         }
