@@ -64,16 +64,16 @@ const Mode modes[] = {
     {.name = "answer-asked", .buttons = {"bot_yes", "pb_2"}},
     {.name = "answer-minus", .buttons = {"bot_yes"}, .focus = "Text_a", .typed = "-"},
     {.name = "word-hint", .buttons = {"bot_yes", "pb_4"}},
-    {.name = "typing", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo, on"},
-    {.name = "masked-hint", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo, on", .last_button = "pb_4"},
-    {.name = "right", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo, on the fjord of that name\r"},
+    {.name = "typing", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo on"},
+    {.name = "masked-hint", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo on", .last_button = "pb_4"},
+    {.name = "right", .buttons = {"bot_yes", "pb_5"}, .typed = "Oslo on the fjord of that name\r"},
     {.name = "new", .buttons = {"pb_9"}, .typed = "What is the capital of Sweden?"},
     {.name = "edit", .buttons = {"bot_yes", "pb_8"}},
     {.name = "empty", .contents = Contents::none},
     {.name = "inverted", .buttons = {"bot_yes", "bot_yes"}, .contents = Contents::inverted},
     {.name = "wrong-box",
      .buttons = {"bot_yes", "pb_5"},
-     .typed = "Olso, on the fiord of this name\r",
+     .typed = "Olso on the fiord of this name\r",
      .box = "Wrong answer"},
     {.name = "list", .buttons = {"bot_yes"}, .entry = "m_show_sort_by_score"},
     {.name = "list-with-answers", .buttons = {"bot_yes"}, .entry = "m_all_q_and_a"},
@@ -93,7 +93,7 @@ struct Wish {
     const char* font = ""; ///< the course's own; "" for the standard one
 };
 
-const Texts short_texts{"", "What is the capital of Norway?", "Oslo, on the fjord of that name"};
+const Texts short_texts{"", "What is the capital of Norway?", "Oslo on the fjord of that name"};
 
 /// The longest that a course can hold, several lines, and a word that does not fit a line.
 const Texts long_texts[] = {
@@ -195,15 +195,15 @@ private:
         const Record records[] = {
             {texts.question, texts.answer, 4},
             {"What is the capital of Italy?", "Rome", 4},
-            {"What is the capital of France?", "Paris, on the Seine", 5},
+            {"What is the capital of France?", "Paris on the Seine", 5},
             {"What is the capital of Spain?", "Madrid", 5},
-            {"What is the capital of Portugal?", "Lisbon, at the mouth of the Tagus", 5},
-            {"What is the capital of Austria?", "Vienna, on the Danube", 3},
-            {"What is the capital of Hungary?", "Budapest, on the Danube too", 3},
+            {"What is the capital of Portugal?", "Lisbon at the mouth of the Tagus", 5},
+            {"What is the capital of Austria?", "Vienna on the Danube", 3},
+            {"What is the capital of Hungary?", "Budapest on the Danube too", 3},
             {"What is the capital of Poland?", "Warsaw", 2},
             {"What is the capital of Ireland?", "Dublin", 2},
             {"What is the capital of Wales?", "Cardiff", 2},
-            {"What is the capital of Denmark?", "Copenhagen, on two islands", 1},
+            {"What is the capital of Denmark?", "Copenhagen on two islands", 1},
             {"What is the capital of Finland?", "Helsinki", 0},
             {"What is the capital of Iceland?", "Reykjavik", 0},
         };

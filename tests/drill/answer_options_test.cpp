@@ -206,7 +206,8 @@ TEST_F(AlwaysHints, are_not_built_while_questions_are_imported)
     yes();
     desktop.expect_box("2 questions and answers insterted.");
     user([this] {
-        logic->question_import.import_file(folder.write("questions.txt", "@Q@ Norway? @A@ Oslo @Q@ Chile? @A@ Santiago"));
+        logic->question_import.import_file(
+            folder.write("questions.txt", "@Q@ Norway? @A@ Oslo @Q@ Chile? @A@ Santiago"));
     });
     EXPECT_EQ(fakes::read_course(path).qa.size(), 5U);
     EXPECT_EQ(hints_built(), 1);
