@@ -93,7 +93,7 @@ std::vector<std::string> reachable_in_order(QWidget& window)
     std::vector<std::string> names;
     for (int number = 1; number <= platform::toolbar_buttons; ++number)
         names.push_back("pb_" + std::to_string(number));
-    for (const char* name : {"Text_q", "Text_a", "t_hint", "bot_yes", "bot_no", "bot_other"})
+    for (const char* name : {"Text_q", "Text_a", "t_hint", "listav", "bot_yes", "bot_no", "bot_other"})
         names.emplace_back(name);
     std::erase_if(names, [&](const std::string& name) {
         const auto* const widget = window.findChild<QWidget*>(QString::fromStdString(name));
@@ -122,6 +122,7 @@ protected:
     struct Mode {
         const char* name;
         std::vector<const char*> buttons; ///< that lead there
+        const char* entry = "";           ///< of the menus, chosen last
     };
 
     static std::vector<Mode> modes()
@@ -133,7 +134,11 @@ protected:
                 {"typing", {"bot_yes", "pb_5"}},
                 {"masked hint", {"bot_yes", "pb_5", "pb_4"}},
                 {"new", {"pb_9"}},
-                {"edit", {"bot_yes", "pb_8"}}};
+                {"edit", {"bot_yes", "pb_8"}},
+                {"list", {"bot_yes"}, "m_show_all"},
+                {"similar questions", {"bot_yes"}, "m_list_similar"},
+                {"list while editing", {"bot_yes", "pb_8"}, "m_all_q_and_a"},
+                {"message window", {"bot_yes"}, "m_version_history"}};
     }
 
     /// Calls `look` in each mode, and on a course without questions.
@@ -144,20 +149,21 @@ protected:
             fakes::CourseBuilder builder;
             builder.question("capital of Norway", "Oslo").level(2);
             builder.question("capital of Italy", "Rome").level(1);
-            look_in(builder.write(folder, std::string(mode.name) + ".crs"), mode.buttons, look);
+            look_in(builder.write(folder, std::string(mode.name) + ".crs"), mode, look);
         }
         const testing::ScopedTrace trace(__FILE__, __LINE__, "empty course");
-        look_in(fakes::CourseBuilder().write(folder, "empty.crs"), {}, look);
+        look_in(fakes::CourseBuilder().write(folder, "empty.crs"), {"empty course", {}}, look);
     }
 
 private:
-    void look_in(const std::string& course, const std::vector<const char*>& buttons,
-                 const std::function<void(QMainWindow&)>& look)
+    void look_in(const std::string& course, const Mode& mode, const std::function<void(QMainWindow&)>& look)
     {
         bool looked = false;
         run(course, [&](Program& program) {
-            for (const char* button : buttons)
+            for (const char* button : mode.buttons)
                 press(program, button);
+            if (*mode.entry != 0)
+                choose(program, mode.entry);
             look(program.form1().widget());
             looked = true;
         });
@@ -178,14 +184,53 @@ TEST_F(AccessibilityTest, boxes_and_figures_are_found_under_their_names)
     in_each_mode([](QMainWindow& window) {
         const Found found = look_at(window);
         const bool hint = window.findChild<QWidget*>("t_hint")->isVisible();
+        const bool list = window.findChild<QWidget*>("listav")->isVisible();
         for (const char* name : {"Question", "Answer"})
             EXPECT_TRUE(found.names.contains(name)) << name;
         EXPECT_EQ(found.names.contains("Hint"), hint);
+        EXPECT_EQ(found.names.contains("List"), list);
         for (const char* description : {"Prompt", "Status", "Question level", "Attempts", "Failures", "Elapsed"})
             EXPECT_TRUE(found.descriptions.contains(description)) << description;
         for (const char* description : {"Level 0", "Level 1", "Level 2", "Level 3", "Level 4", "Level 5", "Unpassed",
                                         "Total", "Score today", "Open time", "Time today", "Time ever", "Time now"})
-            EXPECT_EQ(found.descriptions.contains(description), !hint) << description;
+            EXPECT_EQ(found.descriptions.contains(description), !hint && !list) << description;
+    });
+}
+
+TEST_F(AccessibilityTest, the_lines_of_a_list_can_be_read_and_chosen)
+{
+    fakes::CourseBuilder builder;
+    builder.question("capital of Norway", "Oslo").level(2);
+    builder.question("capital of Italy", "Rome").level(1);
+    run(builder.write(folder), [](Program& program) {
+        choose(program, "m_all_q_and_a");
+        QMainWindow& window = program.form1().widget();
+        auto* const list = QAccessible::queryAccessibleInterface(window.findChild<QWidget*>("listav"));
+        ASSERT_NE(list, nullptr);
+        EXPECT_EQ(list->role(), QAccessible::List);
+        ASSERT_EQ(list->childCount(), 2);
+        EXPECT_EQ(list->child(0)->text(QAccessible::Name), "01 - capital of Italy  --->  Rome");
+        ASSERT_NE(list->child(1)->actionInterface(), nullptr);
+        list->child(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCoreApplication::processEvents();
+        EXPECT_EQ(program.form1().controls().Text_q.text(), "capital of Norway");
+    });
+}
+
+TEST_F(AccessibilityTest, the_message_window_tells_what_is_in_it)
+{
+    run(fakes::CourseBuilder().write(folder), [](Program& program) {
+        choose(program, "m_version_history");
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->objectName() != QLatin1String("f_msgbox"))
+                continue;
+            const Found found = look_at(*window);
+            EXPECT_TRUE(found.unnamed.empty()) << found.unnamed.front();
+            EXPECT_TRUE(found.names.contains("Text"));
+            EXPECT_TRUE(found.names.contains("OK"));
+            return;
+        }
+        ADD_FAILURE() << "there is no message window";
     });
 }
 

@@ -5,6 +5,7 @@
 #include "program/program.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QFileDialog>
 #include <QKeyEvent>
@@ -56,6 +57,16 @@ protected:
         ASSERT_NE(button, nullptr) << name;
         ASSERT_TRUE(button->isEnabled() && button->isVisible()) << name;
         button->click();
+    }
+
+    /// Chooses an entry of the menus, and waits for its command.
+    static void choose(Program& program, const char* name)
+    {
+        auto* const entry = program.form1().widget().findChild<QAction*>(QString::fromLatin1(name));
+        ASSERT_NE(entry, nullptr) << name;
+        ASSERT_TRUE(entry->isEnabled()) << name;
+        entry->trigger();
+        QCoreApplication::processEvents();
     }
 
     /// Presses a button that has the focus with the space bar.

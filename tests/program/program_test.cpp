@@ -3,6 +3,9 @@
 
 #include "program/program_fixture.h"
 
+#include <QAbstractItemModel>
+#include <QAbstractItemView>
+
 namespace cuedrill::program {
 namespace {
 
@@ -50,6 +53,42 @@ TEST_F(ProgramTest, drills_a_course_and_finds_every_verdict_again)
                   }),
               0);
     EXPECT_EQ(file_dialogs, 0);
+}
+
+TEST_F(ProgramTest, ends_with_its_main_window_also_while_the_message_window_is_open)
+{
+    fakes::CourseBuilder builder;
+    builder.question("one", "1");
+    bool shown = false;
+    EXPECT_EQ(run(builder.write(folder),
+                  [&shown](Program& program) {
+                      choose(program, "m_version_history");
+                      for (const QWidget* window : QApplication::topLevelWidgets())
+                          shown = shown || (window->objectName() == QLatin1String("f_msgbox") && window->isVisible());
+                  }),
+              0);
+    EXPECT_TRUE(shown);
+}
+
+TEST_F(ProgramTest, shows_the_record_of_a_line_of_a_list)
+{
+    fakes::CourseBuilder builder;
+    builder.question("one", "1");
+    builder.question("two", "2").level(3);
+    EXPECT_EQ(run(builder.write(folder),
+                  [](Program& program) {
+                      choose(program, "m_show_sort_by_score");
+                      platform::Form1& form1 = program.form1().controls();
+                      EXPECT_EQ(form1.P_status.caption(), "2 questions (the number on the left is the question score)");
+                      auto& list = *program.form1().widget().findChild<QAbstractItemView*>("listav");
+                      EXPECT_EQ(list.model()->rowCount(), 2);
+                      EXPECT_TRUE(form1.listav.has_focus());
+                      list.setCurrentIndex(list.model()->index(1, 0));
+                      press_with_keyboard(list);
+                      EXPECT_EQ(form1.Text_q.text(), "two");
+                      EXPECT_FALSE(form1.listav.visible());
+                  }),
+              0);
 }
 
 TEST_F(ProgramTest, goes_on_by_keyboard_when_the_pressed_button_disappears)
