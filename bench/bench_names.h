@@ -16,6 +16,7 @@ inline std::string floor_name(const std::string& name)
 }
 
 void register_course_benchmarks();
+void register_list_benchmarks();
 void register_start_benchmarks();
 
 } // namespace cuedrill::bench

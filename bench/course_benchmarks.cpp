@@ -1,17 +1,12 @@
 #include "bare_sqlite.h"
 #include "bench_names.h"
 #include "common/number_format.h"
-#include "exchange/question_import.h"
+#include "engine.h"
 #include "platform/icu/icu_text_compare.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/system/system_clock.h"
-#include "platform/system/system_files.h"
-#include "platform/system/system_random.h"
 #include "sample_course.h"
-#include "scheduler/maturity.h"
-#include "scheduler/scoring.h"
-#include "scheduler/selection.h"
-#include "scheduler/statistics.h"
+#include "scheduler/dead_time.h"
 #include "store/schema.h"
 
 #include <benchmark/benchmark.h>
@@ -20,86 +15,6 @@
 
 namespace cuedrill::bench {
 namespace {
-
-/// The window's side of the program, with nothing behind it.
-class NoWindow : public platform::Desktop,
-                 public scheduler::QuestionDisplay,
-                 public scheduler::StatusLine,
-                 public scheduler::StatisticsPanels,
-                 public bank::StoredRecordView {
-public:
-    platform::BoxAnswer message_box(const platform::MessageBox&) override { return platform::BoxAnswer::ok; }
-    std::optional<std::string> input_box(const platform::InputBox&) override { return std::nullopt; }
-    platform::ChosenFile open_file_dialog(const platform::FileDialog&) override { return {}; }
-    void pump() override {}
-    void beep() override {}
-    void set_pointer(platform::Pointer) override {}
-    void show_question() override {}
-    void refresh_figures() override {}
-    void clear_answer_state() override {}
-    void withdraw_question() override {}
-    void ShowStatus(std::string_view, int) override {}
-    void show_total(std::int64_t) override {}
-    void show_level(int, std::int64_t, std::int64_t, bool) override {}
-    void show_unpassed(std::int64_t) override {}
-    void mark_level(int) override {}
-    void show_score(common::Int16) override {}
-    void show_work_time(std::string_view, std::string_view, std::string_view) override {}
-    void show_options() override {}
-    void show_target_level() override {}
-    void show_stored_record() override {}
-};
-
-class NoFiles : public platform::system::SystemFiles {
-public:
-    [[nodiscard]] bool exists(const std::string&) const override { return false; }
-};
-
-/// The program without its window.
-struct Engine {
-    explicit Engine(const std::string& path)
-    {
-        course.db_path = path;
-        course.course_name = "bench";
-        dead_times.init_dead_time_array();
-    }
-
-    void open()
-    {
-        course.apri_db();
-        params.read_params();
-        course.set_side_fields();
-        course.record_count = course.count_records();
-    }
-
-    NoWindow window;
-    platform::system::SystemClock clock;
-    platform::system::SystemFiles files;
-    platform::system::SystemRandom random;
-    platform::icu::IcuTextCompare text_compare;
-    platform::sqlite::SqliteDatabase database{text_compare};
-    NoFiles no_trace;
-    app::TraceLog trace{no_trace, clock, window, ""};
-    store::Course course{database};
-    store::CourseParamsStore params{course, clock};
-    scheduler::DeadTimes dead_times;
-    scheduler::EndOfProgram end_of_program{course, params, clock, trace};
-    scheduler::Statistics statistics{course, params, window, clock, window, clock.now()};
-    scheduler::Selection selection{course, params, dead_times, window, window, {clock, random, window}};
-    scheduler::Scoring scoring{course, params, dead_times,    statistics, {window, window, window},
-                               clock,  window, end_of_program};
-    bank::EditFlags flags;
-    bank::RecordBank bank{course, flags, window};
-    exchange::QuestionImport import{course, bank, flags, window, window, {files, clock, window, text_compare}};
-};
-
-/// A course of its own for each measured side, so that both start from the same.
-std::string fresh_sample(const WorkFolder& folder)
-{
-    std::string path = folder.file("sample.crs");
-    make_sample_course(path, platform::icu::IcuTextCompare());
-    return path;
-}
 
 std::string fresh_empty(const WorkFolder& folder, int number)
 {

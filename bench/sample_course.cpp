@@ -89,4 +89,11 @@ void make_sample_course(const std::string& path, const platform::TextCompare& te
     transaction.commit();
 }
 
+std::string fresh_sample(const WorkFolder& folder)
+{
+    std::string path = folder.file("sample.crs");
+    make_sample_course(path, platform::icu::IcuTextCompare());
+    return path;
+}
+
 } // namespace cuedrill::bench

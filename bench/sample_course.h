@@ -33,4 +33,8 @@ void write_question_text(const std::string& path);
 /// Makes a course of `count` records: a third never tested, the others at all levels and ages.
 void make_sample_course(const std::string& path, const platform::TextCompare& text_compare, int count = records);
 
+/// Makes such a course in the folder and gives its path: each measured side has one of its own, so that all start from
+/// the same.
+std::string fresh_sample(const WorkFolder& folder);
+
 } // namespace cuedrill::bench

@@ -44,8 +44,6 @@ void start(benchmark::State& state, const char* program, int count)
 
 void register_start_benchmarks()
 {
-    if (std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") == nullptr)
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
     for (const int count : {small_course, records}) {
         const std::string name = "first painted window, " + std::to_string(count) + " records";
         for (const auto& [full_name, program] :

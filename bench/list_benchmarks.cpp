@@ -1,0 +1,265 @@
+#include "bank/list_lines.h"
+#include "bare_sqlite.h"
+#include "bench_names.h"
+#include "common/errors.h"
+#include "engine.h"
+#include "platform/icu/icu_text_compare.h"
+#include "platform/qt/qt_form1.h"
+#include "platform/qt/qt_guard.h"
+#include "sample_course.h"
+
+#include <QAbstractItemModel>
+#include <QAbstractItemView>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEvent>
+#include <QMainWindow>
+#include <QScrollBar>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace cuedrill::bench {
+namespace {
+
+/// A part of a word that some hundred questions have.
+constexpr const char* searched_text = "neka";
+
+/// The place of a list, with no window behind it.
+class NoListScreen final : public bank::ListScreen {
+public:
+    void set_for_list(std::vector<std::string> shown) override { lines = std::move(shown); }
+    void replace_list(std::vector<std::string> shown) override { lines = std::move(shown); }
+    [[nodiscard]] bool list_shown() const override { return true; }
+    [[nodiscard]] std::string loaded_question() const override { return {}; }
+    void show_chosen_record() override {}
+
+    std::vector<std::string> lines;
+};
+
+/// The list in the main window. Requires a QApplication.
+class ListWindow final : public bank::ListScreen, private QObject {
+public:
+    ListWindow()
+    {
+        if (m_view == nullptr)
+            throw common::Error("The main window has no list.");
+        m_view->viewport()->installEventFilter(this);
+        m_form1.controls().window.show();
+        set_for_list({});
+        wait_until_painted();
+    }
+
+    void set_for_list(std::vector<std::string> lines) override
+    {
+        m_painted = false;
+        platform::Form1& form1 = m_form1.controls();
+        form1.listav.set_lines(std::move(lines));
+        form1.frame_stats.set_visible(false);
+        form1.t_hint.set_visible(false);
+        form1.panel_lista.set_visible(true);
+        form1.listav.set_visible(true);
+        form1.listav.set_focus();
+    }
+    void replace_list(std::vector<std::string> lines) override
+    {
+        m_form1.controls().listav.replace_lines(std::move(lines));
+    }
+    [[nodiscard]] bool list_shown() const override { return true; }
+    [[nodiscard]] std::string loaded_question() const override { return {}; }
+    void show_chosen_record() override {}
+
+    /// Statistics stand in the place of the list again.
+    void put_away()
+    {
+        platform::Form1& form1 = m_form1.controls();
+        form1.listav.set_visible(false);
+        form1.panel_lista.set_visible(false);
+        form1.frame_stats.set_visible(true);
+        QCoreApplication::processEvents();
+    }
+
+    /// Requires that there is something to be scrolled to.
+    void scroll_to(bool end)
+    {
+        m_painted = false;
+        QScrollBar& bar = *m_view->verticalScrollBar();
+        bar.setValue(end ? bar.maximum() : 0);
+    }
+
+    /// Lets the window work until the list is painted and nothing is left to be done at once.
+    void wait_until_painted() const
+    {
+        const QDeadlineTimer deadline(std::chrono::seconds(10));
+        while (!m_painted) {
+            if (deadline.hasExpired())
+                throw common::Error("The list was not painted.");
+            QCoreApplication::processEvents();
+        }
+        QCoreApplication::processEvents();
+    }
+
+    [[nodiscard]] std::size_t line_count() const { return static_cast<std::size_t>(m_view->model()->rowCount()); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        m_painted = m_painted || event->type() == QEvent::Paint;
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    platform::qt::QtGuard m_guard;
+    platform::qt::QtForm1 m_form1{m_guard};
+    QAbstractItemView* m_view = m_form1.widget().findChild<QAbstractItemView*>(QStringLiteral("listav"));
+    bool m_painted = false;
+};
+
+void list(benchmark::State& state)
+{
+    const WorkFolder folder;
+    Engine engine(fresh_sample(folder));
+    engine.open();
+    NoListScreen screen;
+    bank::RecordLists lists = engine.lists(screen);
+    for ([[maybe_unused]] auto iteration : state) {
+        lists.m_all_q_and_a();
+        if (screen.lines.size() != bank::longest_list)
+            state.SkipWithError("the list is not as long as it can be");
+    }
+}
+
+void list_on_screen(benchmark::State& state)
+{
+    const WorkFolder folder;
+    Engine engine(fresh_sample(folder));
+    engine.open();
+    ListWindow window;
+    bank::RecordLists lists = engine.lists(window);
+    for ([[maybe_unused]] auto iteration : state) {
+        state.PauseTiming();
+        window.put_away();
+        state.ResumeTiming();
+        lists.m_all_q_and_a();
+        window.wait_until_painted();
+        if (window.line_count() != bank::longest_list)
+            state.SkipWithError("the list is not as long as it can be");
+    }
+}
+
+void scrolling(benchmark::State& state)
+{
+    const WorkFolder folder;
+    Engine engine(fresh_sample(folder));
+    engine.open();
+    ListWindow window;
+    engine.lists(window).m_all_q_and_a();
+    window.wait_until_painted();
+    for ([[maybe_unused]] auto iteration : state) {
+        window.scroll_to(true);
+        window.wait_until_painted();
+        state.PauseTiming();
+        window.scroll_to(false);
+        window.wait_until_painted();
+        state.ResumeTiming();
+    }
+}
+
+std::size_t records_to_be_found()
+{
+    std::size_t found = 0;
+    for (int number = 1; number <= records; ++number)
+        found += question_of(number).find(searched_text) != std::string::npos ? 1U : 0U;
+    return found;
+}
+
+void search(benchmark::State& state)
+{
+    const WorkFolder folder;
+    Engine engine(fresh_sample(folder));
+    engine.open();
+    engine.window.typed = searched_text;
+    NoListScreen screen;
+    bank::RecordLists lists = engine.lists(screen);
+    const std::size_t expected = records_to_be_found();
+    for ([[maybe_unused]] auto iteration : state) {
+        lists.m_find_q();
+        if (screen.lines.size() != expected)
+            state.SkipWithError("not what is there was found");
+    }
+}
+
+/// The columns of `qa` by their places.
+enum QaColumn { column_q = 1, column_a = 2, column_q_successes = 7 };
+
+void copy_text(sqlite3_stmt* row, int column, std::string& into)
+{
+    const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
+    into.assign(bytes, static_cast<std::size_t>(sqlite3_column_bytes(row, column)));
+}
+
+/// Steps through the rows of a query up to one behind `most`, and copies question, answer and level of each.
+/// @return how many were copied.
+std::size_t read_rows(BareSqlite& sqlite, sqlite3_stmt* rows, std::size_t most)
+{
+    std::string question;
+    std::string answer;
+    std::size_t copied = 0;
+    for (; sqlite3_step(rows) == SQLITE_ROW && copied < most; ++copied) {
+        copy_text(rows, column_q, question);
+        copy_text(rows, column_a, answer);
+        int level = sqlite3_column_int(rows, column_q_successes);
+        benchmark::DoNotOptimize(question.data());
+        benchmark::DoNotOptimize(answer.data());
+        benchmark::DoNotOptimize(level);
+    }
+    sqlite.check(sqlite3_reset(rows));
+    return copied;
+}
+
+void reading_floor(benchmark::State& state, const std::string& sql, std::size_t expected)
+{
+    const WorkFolder folder;
+    const platform::icu::IcuTextCompare text_compare;
+    BareSqlite sqlite(fresh_sample(folder), text_compare);
+    sqlite3_stmt* const rows = sqlite.prepare(sql);
+    for ([[maybe_unused]] auto iteration : state) {
+        if (read_rows(sqlite, rows, bank::longest_list) != expected)
+            state.SkipWithError("not all rows were read");
+    }
+    sqlite3_finalize(rows);
+}
+
+void list_floor(benchmark::State& state)
+{
+    reading_floor(state, "Select * from qa order by q", bank::longest_list);
+}
+
+void search_floor(benchmark::State& state)
+{
+    reading_floor(state, std::string("Select * from qa where q like '%") + searched_text + "%' order by q",
+                  records_to_be_found());
+}
+
+} // namespace
+
+void register_list_benchmarks()
+{
+    const auto add = [](const std::string& name, auto function) {
+        benchmark::RegisterBenchmark(name.c_str(), function)->Unit(benchmark::kMillisecond)->UseRealTime();
+    };
+    const std::string built = "list of 10000 lines with answers";
+    const std::string shown = built + ", shown";
+    const std::string found = "searching 30000 records";
+    add(program_name(built), list);
+    add(floor_name(built), list_floor);
+    add(program_name(shown), list_on_screen);
+    add(floor_name(shown), list_floor);
+    add(program_name("scrolling such a list to its end"), scrolling);
+    add(program_name(found), search);
+    add(floor_name(found), search_floor);
+}
+
+} // namespace cuedrill::bench
