@@ -36,9 +36,11 @@ std::vector<std::string> ListLines::lines() const
     return all;
 }
 
-std::string in_one_line(std::string_view text)
+std::string in_one_line(std::string text)
 {
-    return common::replace_all(text, common::cr_lf, " ");
+    if (text.find(common::cr_lf) != std::string::npos)
+        text = common::replace_all(text, common::cr_lf, " ");
+    return text;
 }
 
 std::string text_of_line(std::string_view line)

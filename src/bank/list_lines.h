@@ -36,7 +36,7 @@ private:
 };
 
 /// `text` with each CR LF as one blank.
-std::string in_one_line(std::string_view text);
+std::string in_one_line(std::string text);
 
 /// The text that a line lists its record by: what stands behind the score, without an answer and without marks. A text
 /// that holds "*" or "--->" itself does not come back whole.

@@ -117,8 +117,8 @@ std::optional<RecordLists::QuestionList> RecordLists::read_questions(const std::
 
 /// The answer beside a question is that of the first record with it, which a click on the line finds. Equal questions
 /// stand together, so it has to be looked up for those only that repeat the one before. A record without a question
-/// could not be looked up.
-std::vector<std::string> RecordLists::question_lines(const QuestionList& questions)
+/// could not be looked up. Uses up the answers.
+std::vector<std::string> RecordLists::question_lines(QuestionList& questions)
 {
     std::vector<std::string> lines;
     lines.reserve(questions.list.list_count());
@@ -129,8 +129,10 @@ std::vector<std::string> RecordLists::question_lines(const QuestionList& questio
         const std::string& question = questions.list.text(place);
         const bool repeated =
             place > 0 && !question.empty() && m_services.text_compare.equal(question, questions.list.text(place - 1));
+        if (repeated)
+            questions.answers[place] = risposta_item_selezionato(question);
         lines.back() += answer_arrow;
-        lines.back() += in_one_line(repeated ? risposta_item_selezionato(question) : questions.answers[place]);
+        lines.back() += in_one_line(std::move(questions.answers[place]));
     }
     return lines;
 }

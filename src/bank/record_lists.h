@@ -79,7 +79,7 @@ private:
 
     void build_question_list(const std::string& clause, bool with_answers);
     [[nodiscard]] std::optional<QuestionList> read_questions(const std::string& clause, bool with_answers);
-    [[nodiscard]] std::vector<std::string> question_lines(const QuestionList& questions);
+    [[nodiscard]] std::vector<std::string> question_lines(QuestionList& questions);
     [[nodiscard]] std::string risposta_item_selezionato(const std::string& question);
     void keep_questions(QuestionList questions, const std::string& clause, bool with_answers);
     void show_question_count();

@@ -5,6 +5,7 @@
 #include "store/schema.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace cuedrill::store {
 
@@ -110,6 +111,13 @@ std::string stored_text(const Value& value)
     if (const auto* const text = std::get_if<std::string>(&value))
         return *text;
     return std::holds_alternative<std::monostate>(value) ? std::string() : common::format_general(nz(value));
+}
+
+std::string stored_text(Value&& value)
+{
+    if (auto* const text = std::get_if<std::string>(&value))
+        return std::move(*text);
+    return stored_text(std::as_const(value));
 }
 
 std::string stored_answer(const Value& value)

@@ -115,6 +115,7 @@ std::optional<common::DateTime> stored_date(const platform::Value& value);
 
 /// A stored text; null counts as empty.
 std::string stored_text(const platform::Value& value);
+std::string stored_text(platform::Value&& value);
 
 /// A stored answer as it is shown: without the line end that may stand behind it.
 std::string stored_answer(const platform::Value& value);

@@ -17,7 +17,7 @@ public:
 
     [[nodiscard]] int row() const { return m_row; }
 
-    [[nodiscard]] bool isValid() const override { return m_view != nullptr && m_row < m_view->lines().rowCount(); }
+    [[nodiscard]] bool isValid() const override { return view() != nullptr; }
     [[nodiscard]] QObject* object() const override { return nullptr; }
     [[nodiscard]] QAccessibleInterface* parent() const override
     {
@@ -30,7 +30,8 @@ public:
     [[nodiscard]] QAccessible::Role role() const override { return QAccessible::ListItem; }
     [[nodiscard]] QString text(QAccessible::Text what) const override
     {
-        return what == QAccessible::Name && isValid() ? m_view->lines().shown(m_row) : QString();
+        const LineView* const present = view();
+        return what == QAccessible::Name && present != nullptr ? present->lines().shown(m_row) : QString();
     }
     void setText(QAccessible::Text /*what*/, const QString& /*text*/) override {}
     [[nodiscard]] QRect rect() const override;
@@ -45,8 +46,15 @@ public:
     [[nodiscard]] QStringList keyBindingsForAction(const QString& /*name*/) const override { return {}; }
 
 private:
+    /// The list; nothing when it, or the line, is no longer there.
+    [[nodiscard]] LineView* view() const
+    {
+        LineView* const present = m_view.data();
+        return present != nullptr && m_row < present->lines().rowCount() ? present : nullptr;
+    }
+
     /// In the viewport.
-    [[nodiscard]] QRect place() const { return m_view->visualRect(m_view->lines().index(m_row)); }
+    [[nodiscard]] QRect place_in(const LineView& list) const { return list.visualRect(list.lines().index(m_row)); }
 
     QPointer<LineView> m_view;
     int m_row;
@@ -54,39 +62,42 @@ private:
 
 QRect AccessibleLine::rect() const
 {
-    if (!isValid())
+    const LineView* const list = view();
+    if (list == nullptr)
         return {};
-    const QRect inside = place();
-    return {m_view->viewport()->mapToGlobal(inside.topLeft()), inside.size()};
+    const QRect inside = place_in(*list);
+    return {list->viewport()->mapToGlobal(inside.topLeft()), inside.size()};
 }
 
 QAccessible::State AccessibleLine::state() const
 {
     QAccessible::State state;
-    if (!isValid()) {
+    const LineView* const list = view();
+    if (list == nullptr) {
         state.invalid = true;
         return state;
     }
-    const bool current = m_view->currentIndex().row() == m_row;
-    state.disabled = !m_view->isEnabled();
-    state.invisible = !m_view->isVisible();
-    state.offscreen = !place().intersects(m_view->viewport()->rect());
+    const bool current = list->currentIndex().row() == m_row;
+    state.disabled = !list->isEnabled();
+    state.invisible = !list->isVisible();
+    state.offscreen = !place_in(*list).intersects(list->viewport()->rect());
     state.selectable = true;
     state.selected = current;
     state.focusable = true;
-    state.focused = current && m_view->hasFocus();
+    state.focused = current && list->hasFocus();
     return state;
 }
 
 void AccessibleLine::doAction(const QString& name)
 {
-    if (!isValid() || !m_view->isEnabled() || !m_view->isVisible())
+    LineView* const list = view();
+    if (list == nullptr || !list->isEnabled() || !list->isVisible())
         return;
     if (name == pressAction()) {
-        m_view->choose(m_row);
+        list->choose(m_row);
     } else if (name == setFocusAction()) {
-        m_view->setCurrentIndex(m_view->lines().index(m_row));
-        m_view->setFocus(Qt::OtherFocusReason);
+        list->setCurrentIndex(list->lines().index(m_row));
+        list->setFocus(Qt::OtherFocusReason);
     }
 }
 

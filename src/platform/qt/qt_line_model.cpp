@@ -29,6 +29,9 @@ int row_with_most_cells(const std::vector<std::string>& lines)
     int row = -1;
     std::size_t most = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
+        // No character takes more cells than bytes.
+        if (row >= 0 && lines[i].size() <= most)
+            continue;
         const std::size_t count = cells(lines[i]);
         if (row < 0 || count > most) {
             row = static_cast<int>(i);

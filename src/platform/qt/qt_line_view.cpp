@@ -118,15 +118,11 @@ LineView::LineView() : m_model(*new LineModel(this))
 
 void LineView::show_lines(std::vector<std::string> lines)
 {
-    m_pressed_row.reset();
-    m_model.set_lines(std::move(lines));
-    doItemsLayout();
+    take(std::move(lines));
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
-    if (!hasFocus())
-        return;
-    begin_with_first_line();
-    tell_focus();
+    if (hasFocus())
+        begin_with_first_line();
 }
 
 void LineView::replace_lines(std::vector<std::string> lines)
@@ -134,11 +130,18 @@ void LineView::replace_lines(std::vector<std::string> lines)
     const int row = std::min(currentIndex().row(), static_cast<int>(lines.size()) - 1);
     const int top = verticalScrollBar()->value();
     const int left = horizontalScrollBar()->value();
-    show_lines(std::move(lines));
+    take(std::move(lines));
     if (row >= 0)
         setCurrentIndex(m_model.index(row));
     verticalScrollBar()->setValue(top);
     horizontalScrollBar()->setValue(left);
+}
+
+void LineView::take(std::vector<std::string> lines)
+{
+    m_pressed_row.reset();
+    m_model.set_lines(std::move(lines));
+    doItemsLayout();
 }
 
 void LineView::choose(int row)

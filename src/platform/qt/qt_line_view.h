@@ -14,7 +14,7 @@ class LineView : public QListView {
 public:
     LineView();
 
-    /// Shows these lines from the first one on; none is current.
+    /// Shows these lines from the first one on. None is current, or while the list has the focus the first one.
     void show_lines(std::vector<std::string> lines);
     /// Shows these lines; the place in the list and the current line stay, as far as there are lines.
     void replace_lines(std::vector<std::string> lines);
@@ -39,6 +39,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
+    void take(std::vector<std::string> lines);
     void begin_with_first_line();
     void tell_focus();
     void copy() const;

@@ -133,7 +133,7 @@ void Connection::set_checkpoint_at_close(bool checkpoint)
     set_switch(SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, !checkpoint);
 }
 
-void Connection::set_durable()
+void Connection::set_up_for_work()
 {
     // Where the engine cannot leave another mode, it says so by naming the old one.
     Statement mode = prepare("PRAGMA main.journal_mode = DELETE");
@@ -141,6 +141,9 @@ void Connection::set_durable()
         throw own_error(DatabaseErrorKind::locked, "Another program is using it.");
     mode.reset();
     run("PRAGMA main.synchronous = EXTRA");
+    // In KiB: room for the pages of a full course. The engine's own is too small for them, and each list of all records
+    // would read every page anew.
+    run("PRAGMA main.cache_size = -16384");
 }
 
 Statement Connection::prepare(std::string_view sql)

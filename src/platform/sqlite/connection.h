@@ -38,8 +38,9 @@ public:
     [[nodiscard]] std::array<unsigned char, header_size> header();
     /// Whether closing the last connection carries a write-ahead log over into the file.
     void set_checkpoint_at_close(bool checkpoint);
-    /// The settings under which a course is written: rollback journal, and durable when a commit returns.
-    void set_durable();
+    /// The settings under which a course is worked with: rollback journal, durable when a commit returns, and room for
+    /// its pages in memory. Requires a file that has been checked: the engine looks into it.
+    void set_up_for_work();
 
     /// Prepares a statement that is used once.
     [[nodiscard]] Statement prepare(std::string_view sql);

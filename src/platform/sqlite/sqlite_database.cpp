@@ -54,7 +54,7 @@ void keep_log_untouched(Connection& connection)
 void accept_log(Connection& connection)
 {
     connection.set_checkpoint_at_close(true);
-    connection.set_durable();
+    connection.set_up_for_work();
     connection.run("PRAGMA main.locking_mode = NORMAL");
     // The engine gives the lock back at the next look into the file.
     static_cast<void>(connection.query_integer("PRAGMA main.user_version"));
@@ -99,7 +99,7 @@ void SqliteDatabase::create(const std::string& path)
     try {
         m_new_file = std::make_unique<TemporaryFile>(folder_of(m_new_path));
         m_connection = std::make_shared<Connection>(m_new_file->path(), m_compare, m_busy_timeout);
-        m_connection->set_durable();
+        m_connection->set_up_for_work();
         m_connection->begin();
     } catch (...) {
         close();
@@ -160,7 +160,7 @@ void SqliteDatabase::open_checked(const std::string& file, TableLayouts layouts)
     check_contents(*connection, layouts);
     if (with_log)
         accept_log(*connection);
-    connection->set_durable();
+    connection->set_up_for_work();
     bring_to_order(*connection, m_compare.order_version());
     m_connection = connection;
     m_layouts = std::move(layouts);

@@ -90,20 +90,24 @@ TEST_F(QtFMsgboxTest, LiesExactlyOverTheMainWindow)
 
 TEST_F(QtFMsgboxTest, CoversAMainWindowThatFillsTheScreenAndIsSmallAgainWithIt)
 {
-    main_window.setWindowState(Qt::WindowMaximized);
-    QCoreApplication::processEvents();
-    f_msgbox.window.cover_main_window();
-    show();
-    EXPECT_TRUE(box.widget().isMaximized());
-    EXPECT_EQ(box.widget().geometry(), main_window.geometry());
-    EXPECT_EQ(box.widget().normalGeometry(), QRect(40, 50, 500, 300));
-    main_window.setWindowState(Qt::WindowNoState);
-    main_window.setGeometry(10, 60, 640, 400);
-    QCoreApplication::processEvents();
-    f_msgbox.window.cover_main_window();
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(box.widget().isMaximized());
-    EXPECT_EQ(box.widget().geometry(), QRect(10, 60, 640, 400));
+    f_msgbox.window.show();
+    for (const Qt::WindowState filling : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
+        main_window.setGeometry(40, 50, 500, 300);
+        main_window.setWindowState(filling);
+        QCoreApplication::processEvents();
+        f_msgbox.window.cover_main_window();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(box.widget().windowState().testFlag(filling));
+        EXPECT_EQ(box.widget().geometry(), main_window.geometry());
+        EXPECT_EQ(box.widget().normalGeometry(), QRect(40, 50, 500, 300));
+        main_window.setWindowState(Qt::WindowNoState);
+        main_window.setGeometry(10, 60, 640, 400);
+        QCoreApplication::processEvents();
+        f_msgbox.window.cover_main_window();
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(box.widget().windowState().testFlag(filling));
+        EXPECT_EQ(box.widget().geometry(), QRect(10, 60, 640, 400));
+    }
 }
 
 TEST_F(QtFMsgboxTest, ControlsStandWhereTheyArePlacedInTwips)

@@ -116,11 +116,13 @@ TEST_F(QtListBoxTest, NewLinesAreShownFromTheFirstOneOn)
 
 TEST_F(QtListBoxTest, NewLinesHaveNoCurrentOneWhereTheKeyboardIsElsewhere)
 {
-    box.set_lines(numbered(3, "x"));
+    box.set_lines(numbered(100));
     view.setFocus();
+    press(Qt::Key_End);
     view.clearFocus();
-    box.set_lines(numbered(3, "y"));
+    box.set_lines(numbered(100));
     EXPECT_EQ(current(), -1);
+    EXPECT_EQ(top(), 0);
 }
 
 TEST_F(QtListBoxTest, ReplacedLinesAreShownAtTheSamePlace)
@@ -133,6 +135,11 @@ TEST_F(QtListBoxTest, ReplacedLinesAreShownAtTheSamePlace)
     EXPECT_EQ(top(), 40);
     EXPECT_EQ(view.horizontalScrollBar()->value(), 50);
     EXPECT_EQ(current(), 42);
+    view.verticalScrollBar()->setValue(10);
+    box.replace_lines(numbered(90));
+    EXPECT_EQ(top(), 10) << "the current line is not in view";
+    EXPECT_EQ(current(), 42);
+    view.verticalScrollBar()->setValue(40);
     box.replace_lines(numbered(20));
     EXPECT_EQ(current(), 19);
     EXPECT_EQ(top(), view.verticalScrollBar()->maximum());

@@ -18,6 +18,7 @@ struct Call {
     std::string command; ///< its name and, in brackets, each argument
     std::string folder;  ///< in which it was started
     std::int64_t process = 0;
+    std::int64_t session = 0;
     std::string streams; ///< where its input, its output and its errors lead
 };
 
@@ -28,6 +29,9 @@ printf '%2' >&3
 for argument in "$@"; do printf ' [%s]' "$argument" >&3; done
 printf '\n%s\n%s\n' "$(pwd -P)" "$$" >&3
 for stream in 0 1 2; do printf '%s ' "$(readlink "/proc/$$/fd/$stream")" >&3; done
+read -r status <"/proc/$$/stat"
+set -- $status
+printf '\n%s\n' "$6" >&3
 exec 3>&-
 mv '%1.part' '%1'
 )sh";
@@ -83,6 +87,7 @@ protected:
         return {.command = lines.value(0).toStdString(),
                 .folder = lines.value(1).toStdString(),
                 .process = lines.value(2).toLongLong(),
+                .session = lines.value(4).toLongLong(),
                 .streams = lines.value(3).toStdString()};
     }
 
@@ -133,6 +138,14 @@ TEST_F(QtShellTest, AProgramSharesNeitherInputNorOutputWithThisOne)
     install("xdg-open");
     EXPECT_TRUE(shell.open("/tmp/a.pdf", ""));
     EXPECT_EQ(call().streams, "/dev/null /dev/null /dev/null ");
+}
+
+TEST_F(QtShellTest, AProgramDoesNotEndWithTheTerminalOfThisOne)
+{
+    install("xdg-open");
+    EXPECT_TRUE(shell.open("/tmp/a.pdf", ""));
+    const Call made = call();
+    EXPECT_EQ(made.session, made.process) << "it is in the session of this process";
 }
 
 TEST_F(QtShellTest, TheOtherOpenerIsTakenWhereTheFirstOneIsMissingOrCannotBeStarted)
