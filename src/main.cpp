@@ -3,6 +3,7 @@
 #include "support/command_line.h"
 
 #include <QApplication>
+#include <QtGlobal>
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
@@ -27,6 +28,14 @@ void print(const std::string& text)
         throw cuedrill::common::Error("The text could not be printed.");
 }
 
+/// The toolkit aborts where it finds no display; that is no crash of the program's.
+void end_on_fatal_error(QtMsgType kind, const QMessageLogContext& /*where*/, const QString& text)
+{
+    std::cerr << "cuedrill: " << text.toStdString() << std::endl;
+    if (kind == QtFatalMsg)
+        std::_Exit(EXIT_FAILURE);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -38,7 +47,9 @@ int main(int argc, char** argv)
             return EXIT_SUCCESS;
         }
         // The toolkit takes its own options out of the arguments.
+        qInstallMessageHandler(end_on_fatal_error);
         const QApplication application(argc, argv);
+        qInstallMessageHandler(nullptr);
         cuedrill::program::Program program;
         return program.run(command_line(argc, argv));
     } catch (const std::exception& error) {

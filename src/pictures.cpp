@@ -313,6 +313,9 @@ private:
         if (auto* const question = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
             question->setTextValue(QString::fromLatin1(m_wish->mode->entered_text));
             question->accept();
+            // As on a screen, where the window in front has the keyboard again.
+            if (QWidget* const window = question->parentWidget())
+                window->activateWindow();
             return;
         }
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

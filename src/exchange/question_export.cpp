@@ -21,13 +21,18 @@ using platform::BoxIcon;
 constexpr std::array<std::string_view, 3> engine_endings{"-journal", "-wal", "-shm"};
 
 /// @param unfinished null when nothing could be created.
-std::string failure_text(const std::string& reason, const platform::Replacement* unfinished, const std::string& path)
+/// @param replaced the file that was to get other contents; empty where there was none.
+std::string failure_text(const std::string& reason, const platform::Replacement* unfinished,
+                         const std::string& replaced)
 {
     std::string text = reason;
-    text.append(common::cr_lf).append(common::cr_lf);
+    if (unfinished != nullptr || !replaced.empty())
+        text.append(common::cr_lf);
     if (unfinished != nullptr)
-        text.append("What was written is kept in " + unfinished->path() + ".").append(common::cr_lf);
-    return text.append(path + " is as it was.");
+        text.append(common::cr_lf).append("What was written is kept in " + unfinished->path() + ".");
+    if (!replaced.empty())
+        text.append(common::cr_lf).append(replaced + " is as it was.");
+    return text;
 }
 
 } // namespace
@@ -107,7 +112,8 @@ std::int64_t QuestionExport::export_file(const std::string& path, bool numbered)
         file->finish();
         return count;
     } catch (const common::Error& error) {
-        throw common::Error(failure_text(store::words_about(error, m_course), file.get(), path));
+        throw common::Error(failure_text(store::words_about(error, m_course), file.get(),
+                                         m_services.files.exists(path) ? path : std::string()));
     }
 }
 

@@ -53,7 +53,8 @@ bool Agenda::edit(const std::string& path)
 {
     const auto process = m_shell.edit_text(path);
     if (!process) {
-        tell("No text editor was found that opens " + path + ".");
+        tell("No text editor was found that opens " + path +
+             ".\r\n\r\nInstall one, or choose one in the settings of your desktop.");
         return false;
     }
     m_task_id = process;

@@ -95,7 +95,8 @@ TEST_F(AgendaTest, without_an_editor_is_told)
     open();
     shell.has_programs = false;
     files.changed_to.clear();
-    expect_exclamation(std::string("No text editor was found that opens ") + file + ".");
+    expect_exclamation(std::string("No text editor was found that opens ") + file +
+                       ".\r\n\r\nInstall one, or choose one in the settings of your desktop.");
     open();
     EXPECT_EQ(files.changed_to, "");
     EXPECT_EQ(agenda.task_id(), 4711) << "the editor that was started before";

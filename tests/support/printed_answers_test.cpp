@@ -42,5 +42,11 @@ TEST_F(PrintedAnswers, that_cannot_be_printed_are_a_failure)
     EXPECT_EQ(folder.read("errors"), "cuedrill: The text could not be printed.\n");
 }
 
+TEST_F(PrintedAnswers, tell_that_there_is_no_display)
+{
+    EXPECT_EQ(run("course.crs", folder.file("output")), 1);
+    EXPECT_TRUE(folder.read("errors").starts_with("cuedrill: ")) << folder.read("errors");
+}
+
 } // namespace
 } // namespace cuedrill::support
