@@ -31,6 +31,8 @@ public:
     virtual void go_to_answer() = 0;
     /// Repaints the window for the present editing flags; the texts stay.
     virtual void redisplay() = 0;
+    /// Tells that what stands in the boxes was not saved.
+    virtual void tell_unsaved() = 0;
     /// Shows the current record, its answer too, and the counts as they are in the course now.
     virtual void show_saved_record() = 0;
 };

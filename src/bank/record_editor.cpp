@@ -144,7 +144,7 @@ bool RecordEditor::has_changes() const
     return differ(typed.question, loaded.question) || differ(typed.answer, loaded.answer);
 }
 
-bool RecordEditor::leave_editor()
+void RecordEditor::leave_editor()
 {
     const bool unsaved = has_changes();
     if (unsaved) {
@@ -155,7 +155,8 @@ bool RecordEditor::leave_editor()
         m_view.put_answer(texts.answer);
     }
     close_editor();
-    return unsaved;
+    if (unsaved)
+        m_view.tell_unsaved();
 }
 
 void RecordEditor::close_editor()
@@ -198,7 +199,7 @@ void RecordEditor::tell_refusal(const RecordTexts& texts, const common::Error& e
     if (of_engine != nullptr && of_engine->kind() == platform::DatabaseErrorKind::constraint)
         text = too_long(texts.question, texts.answer);
     if (text.empty())
-        text = std::string("The question and its answer are not saved.\r\n\r\n") + error.what();
+        text = "The question and its answer are not saved.\r\n\r\n" + store::words_about(error, m_course);
     m_services.desktop.message_box({.text = text, .icon = BoxIcon::exclamation});
     if (too_long(texts.question, {}).empty())
         m_view.go_to_answer();

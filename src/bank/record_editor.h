@@ -60,9 +60,8 @@ public:
     SaveResult offer_to_save();
 
     /// Leaves the editor without saving. Changed texts stay in the boxes, to be read and copied; as they are no record,
-    /// no question is on display then.
-    /// @return whether there are such texts.
-    bool leave_editor();
+    /// no question is on display then, and the user is told.
+    void leave_editor();
 
     /// Leaves the editor without saving, for a caller that fills the boxes anew.
     void close_editor();

@@ -238,9 +238,9 @@ void RecordLists::list_similar()
 void RecordLists::show_similar_count(bool complete)
 {
     const std::string count = std::to_string(m_list.list_count());
-    std::string text = count + " questions with a word of this one, marked by *. Click one to see it.";
+    std::string text = count + " lines: questions with a word of this one, marked by *. Click one to see it.";
     if (!complete)
-        text = count + " questions with a word of this one; the list is not complete.";
+        text = count + " lines: questions with a word of this one; the list is not complete.";
     else if (m_list.list_count() == 0)
         text = "No other question has a word of this one.";
     m_services.status.ShowStatus(text, 0);
@@ -268,7 +268,7 @@ void RecordLists::collect_similar(const std::string& question, std::string_view 
 void RecordLists::recall_find_list()
 {
     m_screen.set_for_list(m_list.lines());
-    m_services.status.ShowStatus("The last list: " + std::to_string(m_list.list_count()) + " lines.", 0);
+    m_services.status.ShowStatus("Lines of the last list: " + std::to_string(m_list.list_count()), 0);
 }
 
 void RecordLists::listav_click(const std::string& line)

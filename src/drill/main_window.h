@@ -82,6 +82,7 @@ public:
     void go_to_question() { m_.form1.Text_q.set_focus(); }
     void go_to_answer() { m_.form1.Text_a.set_focus(); }
     void redisplay();
+    void tell_unsaved() { m_.status.ShowStatus("The changes are not saved.", 0); }
     void show_saved_record();
 
     /// Shows the current record and the counts after records were stored.
@@ -135,6 +136,7 @@ public:
     void go_to_question() override { m_main_window->go_to_question(); }
     void go_to_answer() override { m_main_window->go_to_answer(); }
     void redisplay() override { m_main_window->redisplay(); }
+    void tell_unsaved() override { m_main_window->tell_unsaved(); }
     void show_saved_record() override { m_main_window->show_saved_record(); }
     void show_stored_record() override { m_main_window->show_stored_record(); }
     void show_all_stored() override { m_main_window->show_all_stored(); }

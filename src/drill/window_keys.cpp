@@ -62,14 +62,16 @@ void WindowKeys::leave_boxes()
         m_services.layout.RelayoutWindow();
         return;
     }
-    if (m_services.editor.leave_editor())
-        m_services.status.ShowStatus("The changes are not saved.", 0);
+    m_services.editor.leave_editor();
 }
 
 void WindowKeys::close_shared_place()
 {
     m_state.shared_place = SharedPlace::statistics;
     m_services.layout.RelayoutWindow();
+    // Who was typing an answer goes on typing it.
+    if (m_state.TypingMode && m_services.layout.can_type())
+        m_form1.Text_a.set_focus();
 }
 
 bool WindowKeys::answer_is_shown() const

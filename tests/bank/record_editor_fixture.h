@@ -26,7 +26,12 @@ public:
     }
     void go_to_question() override { caret = "question"; }
     void go_to_answer() override { caret = "answer"; }
-    void redisplay() override { open = flags.editing(); }
+    void redisplay() override
+    {
+        open = flags.editing();
+        told_unsaved = false;
+    }
+    void tell_unsaved() override { told_unsaved = true; }
     void show_saved_record() override
     {
         ++saves_shown;
@@ -39,6 +44,7 @@ public:
     bool open = false; ///< for typing, as it was last drawn
     std::string caret; ///< where it was last put
     int saves_shown = 0;
+    bool told_unsaved = false;
 };
 
 /// The first of three records is the current one; the third repeats its answer. What is said about questions and

@@ -277,7 +277,8 @@ TEST_P(ListClick, stays_with_a_record_that_the_course_refuses)
     begin_new("Greece?", "Athens");
     database.fail_at(Operation::commit);
     expect_question_about_saving(BoxAnswer::yes);
-    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe disk is full.");
+    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe course " + course.db_path +
+                       " could not be read or written.\r\n\r\nThe disk is full.");
     click(1);
     EXPECT_TRUE(screen.chosen.empty());
     EXPECT_TRUE(editor.editing());

@@ -19,7 +19,7 @@ TEST_P(RecalledList, is_the_last_one_without_answers)
     lists.recall_find_list();
     EXPECT_EQ(screen.lines, (Lines{"02 - France?", "00 - two\r\nlines"}));
     EXPECT_EQ(screen.lists_shown, 2);
-    expect_status("The last list: 2 lines.");
+    expect_status("Lines of the last list: 2");
     EXPECT_TRUE(database.statements().empty());
     EXPECT_EQ(database.count(Operation::seek), 0);
 }
@@ -40,7 +40,7 @@ TEST_P(RecalledList, before_the_first_list_is_empty)
     lists.recall_find_list();
     EXPECT_TRUE(screen.shown);
     EXPECT_TRUE(screen.lines.empty());
-    expect_status("The last list: 0 lines.");
+    expect_status("Lines of the last list: 0");
 }
 
 TEST_P(RecalledList, of_all_questions_comes_again_when_a_record_has_changed)

@@ -45,7 +45,7 @@ TEST_P(SimilarQuestions, are_listed_once_for_each_word_with_its_marks_alone)
     open_questions({"Capital of France", "Capital of Italy", "Kings of France and of Spain", "Rivers"});
     expect_similar({"00 - Capital* of Italy", "00 - Capital of* Italy", "00 - Kings of* France and of* Spain",
                     "00 - Kings of France* and of Spain"});
-    expect_status("4 questions with a word of this one, marked by *. Click one to see it.");
+    expect_status("4 lines: questions with a word of this one, marked by *. Click one to see it.");
 }
 
 TEST_P(SimilarQuestions, have_their_scores)
@@ -126,7 +126,7 @@ TEST_P(SimilarQuestions, end_at_a_word_that_is_no_pattern)
     open_questions({"big [x small", "big dog", "small cat"});
     expect_warning("The list ends at the word \"[x\".\r\n\r\n" + refusal_of(sql("[x")));
     expect_similar({"00 - big* dog"});
-    expect_status("1 questions with a word of this one; the list is not complete.");
+    expect_status("1 lines: questions with a word of this one; the list is not complete.");
 }
 
 TEST_P(SimilarQuestions, end_at_a_word_with_an_apostrophe)
@@ -169,7 +169,7 @@ TEST_P(SimilarQuestions, that_end_early_replace_the_list_before)
     expect_warning("The list ends at the word \"it's\".\r\n\r\nA word with an apostrophe cannot be looked for.");
     lists.list_similar();
     EXPECT_TRUE(screen.lines.empty());
-    expect_status("0 questions with a word of this one; the list is not complete.");
+    expect_status("0 lines: questions with a word of this one; the list is not complete.");
     EXPECT_TRUE(recalled().empty());
 }
 
@@ -195,7 +195,7 @@ TEST_P(SimilarQuestions, are_no_more_than_10000)
     EXPECT_EQ(screen.lines.front(), "00 - dog* item");
     EXPECT_EQ(screen.lines.at(1), "00 - dog item*");
     EXPECT_EQ(screen.lines.back(), "00 - item* 9998");
-    expect_status("10000 questions with a word of this one; the list is not complete.");
+    expect_status("10000 lines: questions with a word of this one; the list is not complete.");
     EXPECT_EQ(database.statements().size(), 3U) << "nothing is looked for any more";
 }
 

@@ -12,7 +12,8 @@ protected:
 
     void expect_refusal()
     {
-        desktop.expect_box_like({.text = "The question and its answer are not saved.\r\n\r\nThe disk is full.",
+        desktop.expect_box_like({.text = "The question and its answer are not saved.\r\n\r\nThe course " +
+                                         course.db_path + " could not be read or written.\r\n\r\nThe disk is full.",
                                  .icon = platform::BoxIcon::exclamation},
                                 BoxAnswer::ok);
         EXPECT_EQ(editor.save_record(), SaveResult::refused);

@@ -164,7 +164,8 @@ TEST_P(WayOut, stays_in_the_editor_when_the_texts_cannot_be_stored)
     change_to("Gaul?", "Lutetia");
     expect_offer(BoxAnswer::yes);
     database.fail_at(fakes::Operation::commit);
-    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe disk is full.");
+    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe course " + path +
+                       " could not be read or written.\r\n\r\nThe disk is full.");
     go();
     EXPECT_FALSE(gone());
     EXPECT_TRUE(logic->editor.editing());
@@ -295,7 +296,8 @@ TEST_F(NextQuestionInTheEditor, does_not_come_when_the_texts_cannot_be_stored)
     write_new("Norway?", "Oslo");
     expect_offer(BoxAnswer::yes);
     database.fail_at(fakes::Operation::update);
-    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe disk is full.");
+    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe course " + path +
+                       " could not be read or written.\r\n\r\nThe disk is full.");
     toolbar(1);
     EXPECT_TRUE(logic->edit_flags.new_mode);
     expect_in_boxes("Norway?", "Oslo");

@@ -184,7 +184,8 @@ TEST_F(SaveInTheWindow, that_fails_keeps_the_editor_open_and_may_be_repeated)
     const fakes::QaRow before = stored(1);
     change_to("Gaul?", "Lutetia");
     database.fail_at(Operation::begin, 1, DatabaseErrorKind::locked, "Another program is using the course.");
-    desktop.expect_box("The question and its answer are not saved.\r\n\r\nAnother program is using the course.");
+    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe course " + path +
+                       " could not be read or written.\r\n\r\nAnother program is using the course.");
     toolbar(10);
     expect_open("Gaul?", "Lutetia");
     EXPECT_EQ(stored(1), before);

@@ -157,6 +157,31 @@ TEST_F(ListsInTheWindow, are_closed_by_escape)
     EXPECT_FALSE(ended);
 }
 
+TEST_F(ListsInTheWindow, give_the_keyboard_back_to_the_answer_that_is_being_typed)
+{
+    yes();
+    toolbar(5);
+    user([this] { form1.type(form1.Text_a, "Par"); });
+    choose("m_show_all");
+    press(platform::Key::escape);
+    EXPECT_TRUE(form1.Text_a.has_focus());
+    EXPECT_EQ(form1.Text_a.text_value, "Par");
+}
+
+TEST_F(ListsInTheWindow, tell_that_what_was_typed_is_not_saved)
+{
+    yes();
+    choose("m_show_all");
+    toolbar(8);
+    user([this] { form1.type(form1.Text_q, "Old "); });
+    form1.listav.lines = {"00 - Nowhere?"};
+    desktop.expect_box("Do you want to save the changes?", platform::BoxAnswer::no);
+    desktop.expect_box("nomatch in listav_click.");
+    click(0);
+    EXPECT_EQ(form1.Text_q.text_value, "Old France?");
+    EXPECT_EQ(status(), "The changes are not saved.");
+}
+
 TEST_F(ListsInTheWindow, get_the_enter_that_chooses_a_line)
 {
     yes();

@@ -94,7 +94,9 @@ void AccessibleLine::doAction(const QString& name)
     if (list == nullptr || !list->isEnabled() || !list->isVisible())
         return;
     if (name == pressAction()) {
-        list->choose(m_row);
+        // Later, because a box may open: assistive technology waits for the answer to its request meanwhile.
+        QMetaObject::invokeMethod(
+            list, [list, row = m_row] { list->choose(row); }, Qt::QueuedConnection);
     } else if (name == setFocusAction()) {
         list->setCurrentIndex(list->lines().index(m_row));
         list->setFocus(Qt::OtherFocusReason);

@@ -7,6 +7,7 @@
 #include <QAbstractItemDelegate>
 #include <QAccessible>
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -14,6 +15,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyleHints>
+#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -44,6 +47,33 @@ struct LineParts {
 
     QString lead;
     QString rest;
+};
+
+/// Takes the second press of a double click, wherever it goes but to the list itself, which knows it for one: what the
+/// first one has chosen may have put another control, or a box, under the pointer.
+class SecondPress : public QObject {
+public:
+    SecondPress(QPoint place, QWidget& list) : QObject(&list), m_place(place)
+    {
+        qApp->installEventFilter(this);
+        QTimer::singleShot(QGuiApplication::styleHints()->mouseDoubleClickInterval(), this, &QObject::deleteLater);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool press = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+        return (press && watched != parent() && is_near(static_cast<const QMouseEvent&>(*event))) ||
+               QObject::eventFilter(watched, event);
+    }
+
+private:
+    [[nodiscard]] bool is_near(const QMouseEvent& press) const
+    {
+        return (press.globalPosition().toPoint() - m_place).manhattanLength() <=
+               QGuiApplication::styleHints()->mouseDoubleClickDistance();
+    }
+
+    QPoint m_place;
 };
 
 /// Draws the lines. All rows have the height and the width that the widest line needs.
@@ -219,8 +249,11 @@ void LineView::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
     const std::optional<int> pressed = std::exchange(m_pressed_row, std::nullopt);
-    if (pressed && indexAt(event->position().toPoint()).row() == *pressed)
-        choose(*pressed);
+    if (!pressed || indexAt(event->position().toPoint()).row() != *pressed)
+        return;
+    // By itself it is gone when no second press can follow any more.
+    new SecondPress(event->globalPosition().toPoint(), *viewport());
+    choose(*pressed);
 }
 
 void LineView::mouseDoubleClickEvent(QMouseEvent* event)

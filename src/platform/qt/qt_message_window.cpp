@@ -38,10 +38,8 @@ void QtMessageWindow::set_caption(std::string_view text)
 
 void QtMessageWindow::cover_main_window()
 {
-    const Qt::WindowStates others = m_window.windowState() & ~filling;
-    m_window.setWindowState(others);
     m_window.setGeometry(m_main_window.normalGeometry());
-    m_window.setWindowState(others | (m_main_window.windowState() & filling));
+    m_window.setWindowState((m_window.windowState() & ~filling) | (m_main_window.windowState() & filling));
 }
 
 common::Twips QtMessageWindow::inner_width() const

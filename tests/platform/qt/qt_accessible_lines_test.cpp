@@ -25,6 +25,7 @@ protected:
     static void press(QAccessibleInterface& line)
     {
         line.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCoreApplication::processEvents();
     }
 
     [[nodiscard]] QAccessibleInterface& list() const { return *QAccessible::queryAccessibleInterface(&view); }

@@ -191,6 +191,24 @@ TEST_F(QtListBoxTest, TheSecondPressOfADoubleClickDoesNothing)
     EXPECT_EQ(current(), 1);
 }
 
+TEST_F(QtListBoxTest, TheSecondPressGoesToNothingElseThatCameUnderThePointerEither)
+{
+    box.set_lines(numbered(5));
+    QPushButton other;
+    bool pressed = false;
+    QObject::connect(&other, &QPushButton::pressed, &other, [&pressed] { pressed = true; });
+    const QPointF place = middle_of(1);
+    click_at(place);
+    const QPointF on_screen = viewport.mapToGlobal(place);
+    for (const QPointF& where : {on_screen, on_screen + QPointF(100, 0)}) {
+        EXPECT_FALSE(pressed);
+        QMouseEvent press(QEvent::MouseButtonPress, QPointF(3, 3), where, Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&other, &press);
+    }
+    EXPECT_TRUE(pressed) << "elsewhere it is no second press";
+}
+
 TEST_F(QtListBoxTest, OnlyTheLeftButtonChooses)
 {
     box.set_lines(numbered(5));
