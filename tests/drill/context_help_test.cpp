@@ -124,10 +124,10 @@ TEST_F(Help, of_everything_is_told_at_once_to_those_without_a_mouse)
     user([this] { form1.window.on_help(); });
     desktop.on_box = {};
     for (const char* name :
-         {"Next Question", "Show Answer", "Show Stats",  "Show Hints", "Let me Type", "+",         "-",
-          "Edit",          "Insert",      "Save",        "Delete",     "Prompt",      "Yes",       "No",
-          "Ignore",        "Status",      "Level",       "Attempts",   "Failures",    "Elapsed",   "Levels",
-          "Total",         "Unpassed",    "Score today", "Open time",  "Time today",  "Time ever", "Time now"})
+         {"Next Question", "Show Answer", "Show Stats", "Show Hints", "Let me Type", "+",     "-",        "Edit",
+          "Insert",        "Save",        "Delete",     "Prompt",     "Yes",         "No",    "Ignore",   "Status",
+          "Level",         "Attempts",    "Failures",   "Elapsed",    "Levels",      "Total", "Unpassed", "Score today",
+          "Open time",     "Time today",  "Time ever",  "Time now",   "List"})
         EXPECT_NE(("\r\n" + all).find("\r\n" + std::string(name) + "\r\n"), std::string::npos) << name;
     EXPECT_NE(all.find(help_of(form1.PANEL_ELAPSED)), std::string::npos);
 }
