@@ -70,8 +70,7 @@ void ContextHelp::attach()
     // A list takes every click for the choice of a line, so its help is told with all the rest only.
     offer("List", {},
           "A line for each record, with its level on the left. Click on a line, or go to it with the arrow keys and "
-          "press "
-          "Enter, to have its question on display. Escape closes the list; \"Recall last list\" shows it again.");
+          "press Enter, to have its question on display. Escape closes the list; \"Recall last list\" shows it again.");
 }
 
 void ContextHelp::attach_toolbar()
