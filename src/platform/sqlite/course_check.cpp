@@ -68,7 +68,7 @@ void check_is_ordinary_table(Connection& connection, const TableLayout& layout)
     if (triggers.step())
         throw no_course("its table " + layout.name() + " has a trigger");
 
-    Statement tables = connection.prepare("PRAGMA main.table_list(" + quoted(layout.name()) + ")");
+    Statement tables = connection.prepare("PRAGMA main.table_list(" + quoted_name(layout.name()) + ")");
     constexpr int type = 2;
     constexpr int without_row_id = 4;
     constexpr int strict = 5;
@@ -114,7 +114,7 @@ void check_column(Connection& connection, const TableLayout& layout, const Colum
 
 void check_columns(Connection& connection, const TableLayout& layout)
 {
-    Statement found = connection.prepare("PRAGMA main.table_xinfo(" + quoted(layout.name()) + ")");
+    Statement found = connection.prepare("PRAGMA main.table_xinfo(" + quoted_name(layout.name()) + ")");
     constexpr int name = 1;
     constexpr int default_value = 4;
     constexpr int place_in_primary_key = 5;

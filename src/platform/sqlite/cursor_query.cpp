@@ -5,15 +5,15 @@ namespace {
 
 std::string name_of(const TableLayout& layout, std::optional<std::size_t> column)
 {
-    return column ? quoted(layout.columns()[*column].name) : std::string(row_id_column);
+    return column ? quoted_name(layout.columns()[*column].name) : std::string(row_id_column);
 }
 
 std::string all_columns(const TableLayout& layout)
 {
     std::string text = "SELECT ";
     for (const ColumnDefinition& column : layout.columns())
-        text += quoted(column.name) + ", ";
-    return text + row_id_column + " FROM " + quoted(layout.name());
+        text += quoted_name(column.name) + ", ";
+    return text + row_id_column + " FROM " + quoted_name(layout.name());
 }
 
 } // namespace

@@ -195,10 +195,10 @@ std::string SqliteTableCursor::writing_text() const
             continue;
         const std::string separator = parameter == 0 ? "" : ", ";
         const std::string mark = std::string("?").append(std::to_string(++parameter));
-        names += separator + quoted(m_layout->columns()[i].name) + (adding ? "" : " = " + mark);
+        names += separator + quoted_name(m_layout->columns()[i].name) + (adding ? "" : " = " + mark);
         marks += separator + mark;
     }
-    const std::string table = quoted(m_layout->name());
+    const std::string table = quoted_name(m_layout->name());
     if (!adding)
         return "UPDATE " + table + " SET " + names + " WHERE " + row_id_column + " = ?" + std::to_string(parameter + 1);
     if (parameter == 0)
@@ -261,7 +261,7 @@ void SqliteTableCursor::delete_row()
     require_row();
     cancel();
     if (!m_delete)
-        m_delete.emplace(m_connection, "DELETE FROM " + quoted(m_layout->name()) + " WHERE " + row_id_column + " = ?1");
+        m_delete.emplace(m_connection, "DELETE FROM " + quoted_name(m_layout->name()) + " WHERE " + row_id_column + " = ?1");
     Statement& statement = m_delete->get();
     const ResetAtExit reset_at_exit(statement);
     const Value id = m_row_id;

@@ -77,7 +77,7 @@ Value stored_number(const ColumnDefinition& column, const Value& value)
 
 } // namespace
 
-std::string quoted(std::string_view name)
+std::string quoted_name(std::string_view name)
 {
     return '"' + common::replace_all(name, "\"", "\"\"") + '"';
 }
@@ -142,7 +142,7 @@ Value TableLayout::stored_form(std::size_t position, Value value) const
 
 std::string TableLayout::column_text(const ColumnDefinition& column) const
 {
-    const std::string name_text = quoted(column.name);
+    const std::string name_text = quoted_name(column.name);
     if (column.auto_increment)
         return name_text + " INTEGER PRIMARY KEY AUTOINCREMENT";
     switch (column.type) {
@@ -164,7 +164,7 @@ std::string TableLayout::column_text(const ColumnDefinition& column) const
 
 std::vector<std::string> TableLayout::create_statements() const
 {
-    std::string table = "CREATE TABLE " + quoted(name()) + " (";
+    std::string table = "CREATE TABLE " + quoted_name(name()) + " (";
     std::string separator;
     for (const ColumnDefinition& one : columns()) {
         table += separator + column_text(one);
@@ -173,12 +173,12 @@ std::vector<std::string> TableLayout::create_statements() const
     std::vector<std::string> rest;
     for (const IndexDefinition& index : indexes()) {
         // Index names are one namespace in a file, so the table's name stands before them.
-        const std::string physical_name = quoted(name() + "_" + index.name);
+        const std::string physical_name = quoted_name(name() + "_" + index.name);
         if (!index.primary)
             rest.push_back((index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") + physical_name + " ON " +
-                           quoted(name()) + " (" + quoted(index.column) + ")");
+                           quoted_name(name()) + " (" + quoted_name(index.column) + ")");
         else if (!m_automatic)
-            table += ", CONSTRAINT " + physical_name + " PRIMARY KEY (" + quoted(index.column) + ")";
+            table += ", CONSTRAINT " + physical_name + " PRIMARY KEY (" + quoted_name(index.column) + ")";
     }
     std::vector<std::string> statements{table + ") STRICT"};
     statements.insert(statements.end(), rest.begin(), rest.end());

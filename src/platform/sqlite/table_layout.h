@@ -11,7 +11,7 @@
 namespace cuedrill::platform::sqlite {
 
 /// `name` as an identifier of SQL.
-[[nodiscard]] std::string quoted(std::string_view name);
+[[nodiscard]] std::string quoted_name(std::string_view name);
 
 /// How a table of the program is laid down in the file, and where its columns are found.
 class TableLayout {

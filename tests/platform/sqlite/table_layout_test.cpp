@@ -25,7 +25,7 @@ TEST(Layout, MakesTheTablesOfACourse)
 
 TEST(Layout, QuotesNames)
 {
-    EXPECT_EQ(quoted("a\"b"), "\"a\"\"b\"");
+    EXPECT_EQ(quoted_name("a\"b"), "\"a\"\"b\"");
     const auto statements =
         TableLayout({"order", {{"group", ColumnType::long_integer}}, {{"by", "group", false, true}}})
             .create_statements();
