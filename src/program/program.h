@@ -9,6 +9,8 @@
 
 namespace cuedrill::program {
 
+struct Logic;
+
 /// The whole program: the adapters, the values that live as long as it does, and the logic wired to them.
 class Program {
 public:
@@ -30,7 +32,6 @@ public:
 
 private:
     struct Platform;
-    struct Logic;
 
     std::unique_ptr<Platform> m_platform;
     std::unique_ptr<Logic> m_logic;

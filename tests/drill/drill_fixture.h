@@ -1,18 +1,5 @@
 #pragma once
 
-#include "app/base/settings.h"
-#include "app/base/trace_log.h"
-#include "app/start/start.h"
-#include "bank/edit_flags.h"
-#include "bank/record_bank.h"
-#include "bank/record_lists.h"
-#include "drill/drill_commands.h"
-#include "drill/drill_state.h"
-#include "drill/error_report.h"
-#include "drill/main_menu.h"
-#include "drill/main_window.h"
-#include "exchange/question_export.h"
-#include "exchange/question_import.h"
 #include "fakes/course_builder.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
@@ -25,12 +12,7 @@
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
 #include "platform/system/system_files.h"
-#include "scheduler/level_commands.h"
-#include "scheduler/selection.h"
-#include "support/agenda.h"
-#include "support/big_box.h"
-#include "support/documents.h"
-#include "support/help.h"
+#include "program/logic.h"
 
 #include <algorithm>
 #include <exception>
@@ -71,7 +53,22 @@ protected:
         start();
     }
 
-    void make_program() { logic = std::make_unique<Logic>(*this); }
+    void make_program()
+    {
+        logic = std::make_unique<program::Logic>(program::LogicPlatform{.form1 = form1.controls,
+                                                                        .f_msgbox = f_msgbox.controls,
+                                                                        .form2 = form2,
+                                                                        .desktop = desktop,
+                                                                        .settings = settings_store,
+                                                                        .shell = shell,
+                                                                        .clock = clock,
+                                                                        .files = files,
+                                                                        .random = random,
+                                                                        .text_compare = engine.text_compare,
+                                                                        .database = database,
+                                                                        .program_folder = folder.path().string(),
+                                                                        .web_page = "https://example.org/cuedrill"});
+    }
 
     /// Runs what the user does.
     template <class Action>
@@ -184,101 +181,7 @@ protected:
     bool started = false;
     bool ended = false; ///< the program has ended
 
-    struct Logic {
-        explicit Logic(DrillFixture& fixture) : f(fixture)
-        {
-            window_ports.connect(main_window);
-            main_window.attach();
-            big_box.attach();
-            commands.attach(menu);
-        }
-
-        DrillFixture& f;
-        platform::Form1& form1 = f.form1.controls;
-        const common::DateTime start_time = f.clock.now();
-        const std::string program_folder = f.folder.path().string();
-
-        app::TraceLog trace{f.files, f.clock, f.desktop, program_folder};
-        app::Settings settings{f.settings_store, trace};
-
-        MainWindowPorts window_ports{form1.window};
-        store::Course course{f.database};
-        store::CourseParamsStore params{course, f.clock};
-        store::CourseTitle title{course, params, window_ports, f.desktop, f.engine.text_compare};
-        store::CourseOpener opener{course,         params,
-                                   window_ports,   {f.files, f.clock, f.desktop, f.form2, settings, trace},
-                                   program_folder, start_time};
-
-        MainMenu menu{form1.menu_bar};
-        bank::EditFlags edit_flags;
-        DrillState state;
-        StatusLine status{form1.P_status, f.clock};
-        ListStatus list_status{status};
-        WindowLayout layout{form1, menu, course, edit_flags, state, status};
-        Hints hints{form1, course, state, layout, f.random, f.engine.text_compare};
-        QuestionView question_view{form1, course, state, status, layout, hints, f.clock};
-        StatisticsView statistics_view{form1, menu, course};
-
-        scheduler::DeadTimes dead_times;
-        scheduler::EndOfProgram end_of_program{course, params, f.clock, trace};
-        scheduler::Statistics statistics{course, params, statistics_view, f.clock, f.desktop, start_time};
-        scheduler::Selection selection{course,        params,          dead_times,
-                                       question_view, statistics_view, {f.clock, f.random, f.desktop}};
-        scheduler::Scoring scoring{
-            course,  params,    dead_times,    statistics, {question_view, status, statistics_view},
-            f.clock, f.desktop, end_of_program};
-        scheduler::LevelCommands levels{course, params, dead_times, statistics, statistics_view, f.desktop};
-
-        bank::RecordBank bank{course, edit_flags, f.desktop};
-        bank::RecordEditor editor{course,
-                                  edit_flags,
-                                  bank,
-                                  window_ports,
-                                  {f.desktop, f.engine.text_compare, question_view, statistics, scoring, selection}};
-        bank::RecordLists lists{
-            course, bank, window_ports, {f.desktop, f.engine.text_compare, list_status, editor, end_of_program}};
-
-        support::BigBox big_box{f.f_msgbox.controls};
-        support::Documents documents{f.files, f.shell, f.desktop};
-        support::Agenda agenda{f.files, f.shell, f.desktop, program_folder};
-        support::HelpCommands help{big_box, documents, f.desktop, "https://example.org/cuedrill"};
-
-        exchange::QuestionImport question_import{
-            course, bank, edit_flags, window_ports, status, {f.files, f.clock, f.desktop, f.engine.text_compare}};
-        exchange::QuestionExport question_export{
-            course, {f.files, f.clock, f.desktop, [this](const std::string& path) { documents.open_document(path); }}};
-
-        KeyEcho echo{f.clock};
-        QuestionDialog dialog{form1,     state,     question_view, status, layout,
-                              f.desktop, selection, scoring,       editor, end_of_program};
-        TypedAnswer typed_answer{
-            form1,
-            state,
-            edit_flags,
-            {question_view, dialog, status, hints, layout, echo, f.desktop, f.engine.text_compare}};
-        AnswerAids aids{
-            form1,
-            course,
-            state,
-            {params, statistics, statistics_view, question_view, status, hints, layout, f.engine.text_compare}};
-        Toolbar toolbar{form1, dialog, editor, aids};
-        ContextHelp context_help{form1, f.desktop};
-        WindowKeys keys{
-            form1,
-            state,
-            {dialog, toolbar, editor, status, layout, echo, f.desktop, f.engine.text_compare, end_of_program}};
-        MainWindow main_window{{form1,          f.desktop,    f.clock, trace,           course,        params,
-                                title,          edit_flags,   editor,  lists,           statistics,    scoring,
-                                end_of_program, state,        status,  statistics_view, question_view, layout,
-                                dialog,         typed_answer, toolbar, context_help,    keys}};
-        DrillCommands commands{
-            {course,         params,       opener, title,           selection,       scoring,  levels,
-             end_of_program, editor,       lists,  question_import, question_export, dialog,   aids,
-             toolbar,        context_help, help,   agenda,          statistics_view, f.desktop}};
-        ErrorReport error_report{course, f.desktop, trace};
-        app::StartRoutine start{course, opener, dead_times, f.form2, f.files, trace};
-    };
-    std::unique_ptr<Logic> logic;
+    std::unique_ptr<program::Logic> logic;
 };
 
 } // namespace cuedrill::drill
