@@ -210,7 +210,8 @@ void Scoring::m_reset_all()
     const auto answer =
         m_desktop.message_box({.text = "This will set all question at level 0; do you really want to do this?",
                                .buttons = platform::BoxButtons::yes_no,
-                               .icon = platform::BoxIcon::exclamation});
+                               .icon = platform::BoxIcon::exclamation,
+                               .default_button = platform::BoxAnswer::no});
     if (answer == platform::BoxAnswer::no)
         return;
     store::CourseParams params = m_course.params;

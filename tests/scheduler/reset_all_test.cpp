@@ -30,7 +30,8 @@ protected:
     {
         desktop.expect_box_like({.text = "This will set all question at level 0; do you really want to do this?",
                                  .buttons = platform::BoxButtons::yes_no,
-                                 .icon = platform::BoxIcon::exclamation},
+                                 .icon = platform::BoxIcon::exclamation,
+                                 .default_button = BoxAnswer::no},
                                 answer);
     }
 
