@@ -16,14 +16,50 @@ constexpr std::size_t longest_number = 400;
 constexpr double largest_plain = 1e15;
 constexpr double smallest_plain = 1e-5;
 
-} // namespace
-
-std::string format_fixed(double value, int decimals)
+/// The shortest digits that read back as `value`, without an exponent.
+std::string plain_digits(double value)
 {
     std::array<char, longest_number> buffer{};
     const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
     return error == std::errc() ? std::string(buffer.data(), end) : std::string();
+}
+
+/// Adds one to the last digit of `number`, which may have a point, and carries.
+void count_up_last_digit(std::string& number)
+{
+    for (std::size_t place = number.size(); place-- > 0;) {
+        if (number[place] == '.')
+            continue;
+        if (number[place] != '9') {
+            ++number[place];
+            return;
+        }
+        number[place] = '0';
+    }
+    number.insert(0, 1, '1');
+}
+
+} // namespace
+
+// Rounding goes by the digits: 0.015 is kept as a double that lies a little below, and left to itself to_chars would
+// round that one down.
+std::string format_fixed(double value, int decimals)
+{
+    if (!std::isfinite(value))
+        return plain_digits(value);
+    std::string number = plain_digits(std::fabs(value));
+    if (number.find('.') == std::string::npos)
+        number += '.';
+    const std::size_t wanted = number.find('.') + 1 + static_cast<std::size_t>(std::max(decimals, 0));
+    const bool round_up = number.size() > wanted && number[wanted] >= '5';
+    number.resize(wanted, '0');
+    if (number.back() == '.')
+        number.pop_back();
+    if (round_up)
+        count_up_last_digit(number);
+    const bool is_zero = number.find_first_not_of("0.") == std::string::npos;
+    return (value < 0 && !is_zero ? "-" : "") + number;
 }
 
 std::string format_general(double value)

@@ -7,8 +7,8 @@
 
 namespace cuedrill::common {
 
-/// `value` with exactly `decimals` digits after the point ("0.00" is decimals 2), rounded correctly, never through a
-/// locale.
+/// `value` with exactly `decimals` digits after the point ("0.00" is decimals 2), never through a locale. The shortest
+/// decimal number that reads back as `value` is rounded, halves away from zero: 0.015 is "0.02". Zero has no sign.
 std::string format_fixed(double value, int decimals);
 
 /// The shortest decimal text that reads back as `value`; with an exponent only for 1e15 and more and below 1e-5.

@@ -19,13 +19,56 @@ TEST(FixedFormat, WritesExactlyTheDecimals)
     EXPECT_EQ(format_fixed(12.34, 0), "12");
 }
 
-TEST(FixedFormat, RoundsTheExactValue)
+TEST(FixedFormat, RoundsHalvesUp)
 {
-    EXPECT_EQ(format_fixed(0.125, 2), "0.12") << "a tie goes to the even digit";
+    EXPECT_EQ(format_fixed(0.125, 2), "0.13");
     EXPECT_EQ(format_fixed(0.375, 2), "0.38");
-    EXPECT_EQ(format_fixed(1.005, 2), "1.00") << "the nearest double lies below 1.005";
+    EXPECT_EQ(format_fixed(0.25, 1), "0.3");
+    EXPECT_EQ(format_fixed(0.5, 0), "1");
     EXPECT_EQ(format_fixed(59.996, 2), "60.00");
+    EXPECT_EQ(format_fixed(0.124999, 2), "0.12");
+}
+
+/// Proves that the number is rounded as it is written, not as a double keeps it: none of these has an exact double.
+TEST(FixedFormat, RoundsTheDecimalValue)
+{
+    EXPECT_EQ(format_fixed(0.015, 2), "0.02");
+    EXPECT_EQ(format_fixed(0.045, 2), "0.05");
+    EXPECT_EQ(format_fixed(1.005, 2), "1.01");
+    EXPECT_EQ(format_fixed(0.35, 1), "0.4");
+    EXPECT_EQ(format_fixed(1296 / 86400.0, 2), "0.02") << "a length of time in days";
+}
+
+/// Every whole number of seconds whose length in days ends in a 5 behind the second decimal.
+TEST(FixedFormat, RoundsUpEachLengthOfTimeThatIsAHalf)
+{
+    for (int half = 1; half < 20000; half += 2) {
+        const std::string digits = std::to_string(100 + (half + 1) / 2);
+        const std::string expected = std::to_string(std::stoi(digits) / 100 - 1) + "." + digits.substr(digits.size() - 2);
+        ASSERT_EQ(format_fixed(half * 432 / 86400.0, 2), expected) << half;
+    }
+}
+
+TEST(FixedFormat, CarriesThroughNines)
+{
+    EXPECT_EQ(format_fixed(0.995, 2), "1.00");
+    EXPECT_EQ(format_fixed(9.995, 2), "10.00");
+    EXPECT_EQ(format_fixed(99999.95, 1), "100000.0");
+    EXPECT_EQ(format_fixed(9.5, 0), "10");
+}
+
+TEST(FixedFormat, RoundsNegativeNumbersAwayFromZero)
+{
     EXPECT_EQ(format_fixed(-1.5, 0), "-2");
+    EXPECT_EQ(format_fixed(-0.015, 2), "-0.02");
+    EXPECT_EQ(format_fixed(-9.995, 2), "-10.00");
+    EXPECT_EQ(format_fixed(-0.001, 2), "0.00") << "there is no negative zero";
+}
+
+TEST(FixedFormat, TakesVerySmallNumbersForZero)
+{
+    EXPECT_EQ(format_fixed(std::numeric_limits<double>::denorm_min(), 2), "0.00");
+    EXPECT_EQ(format_fixed(0.0049999999, 2), "0.00");
 }
 
 TEST(FixedFormat, HoldsTheLargestNumber)
