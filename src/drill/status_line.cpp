@@ -8,8 +8,8 @@ void StatusLine::ShowStatus(std::string_view text, int seconds)
 {
     m_requesting = false;
     m_about_list = false;
-    m_shown_at = m_clock.seconds_since_midnight();
-    m_expiry = seconds != 0 ? m_shown_at + seconds : 0;
+    // Not the time of day: a text must neither stay nor go because somebody puts the clock.
+    m_expiry = seconds != 0 ? std::optional(m_clock.steady_seconds() + seconds) : std::nullopt;
     m_label.set_bold(false);
     m_label.set_background(std::nullopt);
     m_label.set_alignment(platform::Alignment::left);
@@ -58,11 +58,7 @@ void StatusLine::withdraw_about_list()
 
 void StatusLine::expire()
 {
-    if (m_expiry == 0)
-        return;
-    const double now = m_clock.seconds_since_midnight();
-    // Behind midnight the seconds start again: a time that lies before the text was shown has passed as well.
-    if (now >= m_expiry || now < m_shown_at)
+    if (m_expiry && m_clock.steady_seconds() >= *m_expiry)
         reset_status();
 }
 

@@ -4,6 +4,8 @@
 #include "platform/controls.h"
 #include "scheduler/ports.h"
 
+#include <optional>
+
 namespace cuedrill::drill {
 
 /// How long a message of the status line stays that belongs to no verdict, in seconds.
@@ -43,8 +45,7 @@ private:
     platform::Clock& m_clock;
     bool m_requesting = false;
     bool m_about_list = false;
-    double m_shown_at = 0; ///< seconds since midnight
-    double m_expiry = 0;   ///< seconds since midnight; 0 for none
+    std::optional<double> m_expiry; ///< in steady seconds; nothing for a text that stays
 };
 
 /// The status line for what is told about the list of records.

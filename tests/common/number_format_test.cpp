@@ -44,7 +44,8 @@ TEST(FixedFormat, RoundsUpEachLengthOfTimeThatIsAHalf)
 {
     for (int half = 1; half < 20000; half += 2) {
         const std::string digits = std::to_string(100 + (half + 1) / 2);
-        const std::string expected = std::to_string(std::stoi(digits) / 100 - 1) + "." + digits.substr(digits.size() - 2);
+        const std::string expected =
+            std::to_string(std::stoi(digits) / 100 - 1) + "." + digits.substr(digits.size() - 2);
         ASSERT_EQ(format_fixed(half * 432 / 86400.0, 2), expected) << half;
     }
 }
