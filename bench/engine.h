@@ -62,6 +62,7 @@ public:
     void go_to_question() override {}
     void go_to_answer() override {}
     void redisplay() override {}
+    void tell_unsaved() override {}
     void show_saved_record() override {}
 };
 
