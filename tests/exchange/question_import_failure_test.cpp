@@ -214,7 +214,7 @@ TEST_F(StoppedImport, on_a_disk_that_fills_up_keeps_exactly_what_it_says)
     clock.step = 0.01;
     desktop.on_box = [this] {
         EXPECT_EQ(database.transaction_depth(), 0);
-        desktop.expect_box(stopped("There is no room left on the disk.", course.record_count));
+        desktop.expect_box(stopped("A file would become larger than the system allows.", course.record_count));
     };
     {
         const FileSizeLimit limit(std::filesystem::file_size(path) + 40000);

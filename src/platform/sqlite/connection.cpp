@@ -2,6 +2,7 @@
 
 #include "platform/sqlite/engine_error.h"
 
+#include <cerrno>
 #include <new>
 #include <sqlite3.h>
 
@@ -35,7 +36,7 @@ std::string savepoint_name(int depth)
 } // namespace
 
 Connection::Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout)
-    : m_rules{compare}
+    : m_rules{compare}, m_files(file)
 {
     open_file(file);
     try {
@@ -54,7 +55,7 @@ void Connection::open_file(const std::string& file)
 {
     // No SQLITE_OPEN_URI: a name that begins with "file:" is a name. The path is absolute, so it never does.
     constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(file.c_str(), &m_db, flags, nullptr);
+    const int code = sqlite3_open_v2(file.c_str(), &m_db, flags, m_files.name());
     if (code == SQLITE_OK)
         return;
     const DatabaseError error = database_error(m_db == nullptr ? code : sqlite3_extended_errcode(m_db),
@@ -82,6 +83,8 @@ void Connection::harden()
         sqlite3_limit(m_db, limit.id, limit.value);
     run("PRAGMA cell_size_check = ON");
     run("PRAGMA mmap_size = 0");
+    // No file of the engine's own besides the course's: what it sorts and keeps for undoing stays in memory.
+    run("PRAGMA temp_store = MEMORY");
 }
 
 void Connection::close() noexcept
@@ -206,7 +209,11 @@ void Connection::require_ready_to_write()
 void Connection::require_not_moved()
 {
     int moved = 0;
-    if (sqlite3_file_control(m_db, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved != 0)
+    const int code = sqlite3_file_control(m_db, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    const int system_error = errno;
+    if (code == SQLITE_IOERR_FSTAT)
+        throw database_error(code, system_error, "");
+    if (code == SQLITE_OK && moved != 0)
         throw database_error(SQLITE_READONLY_DBMOVED, 0, "");
 }
 

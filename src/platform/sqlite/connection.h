@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/database.h"
+#include "platform/sqlite/course_files.h"
 #include "platform/sqlite/engine_functions.h"
 #include "platform/sqlite/statement_pool.h"
 
@@ -77,6 +78,7 @@ private:
     bool undo_savepoint(int depth) noexcept;
 
     TextRules m_rules;
+    CourseFiles m_files; ///< outlives the engine's connection, which works through it
     sqlite3* m_db = nullptr;
     std::unique_ptr<StatementPool> m_pool;
     int m_depth = 0;

@@ -1,5 +1,8 @@
 #include "platform/sqlite/engine_error.h"
 
+#include "platform/sqlite/course_files.h"
+
+#include <array>
 #include <cerrno>
 #include <sqlite3.h>
 
@@ -8,6 +11,9 @@ namespace {
 
 constexpr std::string_view no_room = "There is no room left on the disk.";
 constexpr std::string_view not_readable_or_writable = "The disk could not be read or written.";
+constexpr std::string_view no_memory = "There is not enough memory.";
+constexpr std::string_view too_large = "A file would become larger than the system allows.";
+constexpr std::string_view closed_folder = "It is in a folder that you may not enter.";
 
 struct Meaning {
     DatabaseErrorKind kind;
@@ -60,15 +66,18 @@ std::string constraint_words(int code, std::string_view engine_words)
     }
 }
 
-Meaning input_output_meaning(int code, int system_error, std::string_view engine_words)
+Meaning input_output_meaning(int code, int system_error)
 {
+    // The code comes from EIO and its like, so SQLITE_IOERR_CORRUPTFS is a disk that fails too, no damaged course.
     if (code == SQLITE_IOERR_NOMEM)
-        return {DatabaseErrorKind::other, "There is not enough memory."};
-    if (code == SQLITE_IOERR_CORRUPTFS)
-        return {DatabaseErrorKind::damaged, "It is damaged (" + std::string(engine_words) + ")."};
-    // A quota and a limit of the file size are no ENOSPC, but to the user they are the same: nothing more fits.
-    if (system_error == ENOSPC || system_error == EDQUOT || system_error == EFBIG)
+        return {DatabaseErrorKind::other, std::string(no_memory)};
+    // A quota is no ENOSPC, but to the user it is the same: nothing more fits.
+    if (system_error == ENOSPC || system_error == EDQUOT)
         return {DatabaseErrorKind::full, std::string(no_room)};
+    if (system_error == EFBIG)
+        return {DatabaseErrorKind::full, std::string(too_large)};
+    if (code == SQLITE_IOERR_FSTAT && system_error == EACCES)
+        return {DatabaseErrorKind::other, std::string(closed_folder)};
     return {DatabaseErrorKind::input_output, std::string(not_readable_or_writable)};
 }
 
@@ -80,7 +89,7 @@ Meaning meaning_of(int code, int system_error, std::string_view engine_words)
     case SQLITE_FULL:
         return {DatabaseErrorKind::full, std::string(no_room)};
     case SQLITE_IOERR:
-        return input_output_meaning(code, system_error, engine_words);
+        return input_output_meaning(code, system_error);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
     case SQLITE_PROTOCOL:
@@ -99,10 +108,25 @@ Meaning meaning_of(int code, int system_error, std::string_view engine_words)
     case SQLITE_MISMATCH:
         return {DatabaseErrorKind::constraint, "A value is of a type that its column does not take."};
     case SQLITE_NOMEM:
-        return {DatabaseErrorKind::other, "There is not enough memory."};
+        return {DatabaseErrorKind::other, std::string(no_memory)};
     default:
         return {DatabaseErrorKind::other, "The database engine reports: " + std::string(engine_words) + "."};
     }
+}
+
+/// Whether another program has put the file into the mode with a write-ahead log, which needs memory shared with it.
+/// The engine then only says that it cannot open something.
+bool was_put_into_log_mode(sqlite3* db)
+{
+    constexpr sqlite3_int64 place_of_versions = 18;
+    constexpr unsigned char log_version = 2;
+    std::array<unsigned char, 2> versions{};
+    sqlite3_file* file = nullptr;
+    return sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&file)) == SQLITE_OK &&
+           file != nullptr && file->pMethods != nullptr &&
+           file->pMethods->xRead(file, versions.data(), static_cast<int>(versions.size()), place_of_versions) ==
+               SQLITE_OK &&
+           (versions[0] == log_version || versions[1] == log_version);
 }
 
 } // namespace
@@ -119,6 +143,11 @@ void throw_engine_error(sqlite3* db, int code)
     const int last = sqlite3_extended_errcode(db);
     const bool same = (last & 0xFF) == (code & 0xFF);
     const int extended = same ? last : code;
+    const char* const file = sqlite3_db_filename(db, "main");
+    if (const auto refusal = error_of_course_files(extended, file == nullptr ? "" : file))
+        throw DatabaseError(*refusal);
+    if (extended == SQLITE_CANTOPEN && was_put_into_log_mode(db))
+        throw database_error(SQLITE_BUSY, 0, "");
     const std::string words = same ? sqlite3_errmsg(db) : sqlite3_errstr(code);
     // The file remembers its own errno; that of the connection may come from the clearing up after the failure.
     int system_error = sqlite3_system_errno(db);
@@ -147,6 +176,10 @@ DatabaseError file_error(int system_error, const std::string& fallback)
     case ENOSPC:
     case EDQUOT:
         return own_error(DatabaseErrorKind::full, std::string(no_room));
+    case EFBIG:
+        return own_error(DatabaseErrorKind::full, std::string(too_large));
+    case ENOMEM:
+        return own_error(DatabaseErrorKind::other, std::string(no_memory));
     case EIO:
         return own_error(DatabaseErrorKind::input_output, std::string(not_readable_or_writable));
     case ENAMETOOLONG:

@@ -52,6 +52,17 @@ void require_writable_folder(const std::string& folder)
         throw own_error(DatabaseErrorKind::read_only, "Its folder cannot be written.");
 }
 
+/// The engine would take what a course of that name has left for changes of the new one.
+void require_no_files_of_earlier_course(const std::string& file, const std::string& name)
+{
+    for (const char* const ending : {"-journal", "-wal"}) {
+        struct stat status {};
+        if (::lstat((file + ending).c_str(), &status) == 0)
+            throw own_error(DatabaseErrorKind::exists,
+                            "A file of an earlier course of that name is still there: " + name + ending + ".");
+    }
+}
+
 } // namespace
 
 std::string folder_of(const std::string& path)
@@ -94,6 +105,7 @@ std::string new_course_file(const std::string& path)
         throw file_error(EEXIST, "");
     if (errno != ENOENT)
         throw file_error(errno, "It cannot be created.");
+    require_no_files_of_earlier_course(file, name);
     return file;
 }
 

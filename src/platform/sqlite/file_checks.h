@@ -10,7 +10,7 @@ namespace cuedrill::platform::sqlite {
 [[nodiscard]] std::string existing_course_file(const std::string& path);
 
 /// The canonical absolute path for a new file, in a folder that exists and can be written.
-/// @throws DatabaseError also when something of that name is there already.
+/// @throws DatabaseError also when something of that name is there already, or a journal or log of it.
 [[nodiscard]] std::string new_course_file(const std::string& path);
 
 /// The folder of an absolute path.

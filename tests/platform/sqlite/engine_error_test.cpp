@@ -21,11 +21,13 @@ TEST(EngineErrors, HaveWordsForTheUser)
     const Case cases[] = {
         {SQLITE_FULL, 0, "", Kind::full, "There is no room left on the disk."},
         {SQLITE_IOERR_WRITE, EDQUOT, "", Kind::full, "There is no room left on the disk."},
-        {SQLITE_IOERR_WRITE, EFBIG, "", Kind::full, "There is no room left on the disk."},
+        {SQLITE_IOERR_WRITE, EFBIG, "", Kind::full, "A file would become larger than the system allows."},
         {SQLITE_IOERR_FSYNC, EIO, "", Kind::input_output, "The disk could not be read or written."},
         {SQLITE_IOERR_NOMEM, 0, "", Kind::other, "There is not enough memory."},
         {SQLITE_NOMEM, 0, "", Kind::other, "There is not enough memory."},
-        {SQLITE_IOERR_CORRUPTFS, 0, "bad", Kind::damaged, "It is damaged (bad)."},
+        {SQLITE_IOERR_CORRUPTFS, EIO, "bad", Kind::input_output, "The disk could not be read or written."},
+        {SQLITE_IOERR_FSTAT, EACCES, "", Kind::other, "It is in a folder that you may not enter."},
+        {SQLITE_IOERR_FSTAT, ELOOP, "", Kind::input_output, "The disk could not be read or written."},
         {SQLITE_BUSY, 0, "", Kind::locked, "Another program is using it."},
         {SQLITE_LOCKED_SHAREDCACHE, 0, "", Kind::locked, "Another program is using it."},
         {SQLITE_PROTOCOL, 0, "", Kind::locked, "Another program is using it."},
@@ -62,12 +64,14 @@ TEST(FileErrors, HaveWordsForTheUser)
     const std::pair<int, Kind> cases[] = {
         {ENOENT, Kind::missing},     {ENOTDIR, Kind::missing}, {EEXIST, Kind::exists}, {EACCES, Kind::read_only},
         {EROFS, Kind::read_only},    {ENOSPC, Kind::full},     {EDQUOT, Kind::full},   {EIO, Kind::input_output},
-        {ENAMETOOLONG, Kind::other}, {EMFILE, Kind::other}};
+        {ENAMETOOLONG, Kind::other}, {EFBIG, Kind::full},      {ENOMEM, Kind::other},  {EMFILE, Kind::other}};
     for (const auto& [number, kind] : cases) {
         const DatabaseError error = file_error(number, "Something else.");
         EXPECT_EQ(static_cast<int>(error.kind()), static_cast<int>(kind)) << number;
         EXPECT_EQ(error.code(), 0);
     }
+    EXPECT_STREQ(file_error(EFBIG, "").what(), "A file would become larger than the system allows.");
+    EXPECT_STREQ(file_error(ENOMEM, "").what(), "There is not enough memory.");
     EXPECT_STREQ(file_error(EMFILE, "Something else.").what(), "Something else.");
 }
 

@@ -61,6 +61,20 @@ TEST_F(FileState, ADeletedFileTakesNoMoreWrites)
     EXPECT_TRUE(folder.names().empty());
 }
 
+// The folder is there and cannot be looked into: the course may well be where it was.
+TEST_F(FileState, APlaceThatCannotBeLookedAtIsNoMovedFile)
+{
+    add("one");
+    const std::string aside = folder.path() + "-aside";
+    std::filesystem::rename(folder.path(), aside);
+    std::filesystem::create_symlink(folder.path(), folder.path());
+    EXPECT_EQ(error_words(DatabaseErrorKind::input_output, [&] { add("two"); }),
+              "The disk could not be read or written.");
+    std::filesystem::remove(folder.path());
+    std::filesystem::rename(aside, folder.path());
+    EXPECT_EQ(add("two"), 2);
+}
+
 TEST_F(FileState, AFullDiskKeepsTheCourseAsItWas)
 {
     for (int i = 0; i < 50; ++i)
@@ -74,7 +88,7 @@ TEST_F(FileState, AFullDiskKeepsTheCourseAsItWas)
                                       add(std::string(200, 'x'), std::string(200, 'y'));
                                   transaction.commit();
                               }),
-                  "There is no room left on the disk.");
+                  "A file would become larger than the system allows.");
     }
     EXPECT_EQ(count(database), 50);
     reopen();

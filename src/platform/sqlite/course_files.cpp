@@ -1,0 +1,318 @@
+#include "platform/sqlite/course_files.h"
+
+#include "platform/sqlite/engine_error.h"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+namespace cuedrill::platform::sqlite {
+namespace {
+
+// Results of our own among the engine's extended ones. As input or output errors they make it drop what it was doing
+// without a try to clear up; it hands them on as they are.
+constexpr int own_result(int number)
+{
+    return SQLITE_IOERR | (number << 8);
+}
+constexpr int journal_names_a_file = own_result(240);
+constexpr int journal_is_unusable = own_result(241);
+constexpr int log_is_unusable = own_result(242);
+
+constexpr const char* journal_ending = "-journal";
+constexpr const char* log_ending = "-wal";
+
+struct Neighbour {
+    std::string path;
+    int unusable; ///< the result where something else has its name
+};
+
+/// The start of every file that the engine opens through `CourseFiles`; the file of the real system stands behind it.
+struct CourseFile {
+    sqlite3_file base;
+    bool* read_failed;
+    const char* course; ///< the path; only for the course itself
+};
+
+sqlite3_file* real(sqlite3_file* file)
+{
+    return reinterpret_cast<sqlite3_file*>(reinterpret_cast<CourseFile*>(file) + 1);
+}
+
+int close_file(sqlite3_file* file)
+{
+    return real(file)->pMethods == nullptr ? SQLITE_OK : real(file)->pMethods->xClose(real(file));
+}
+
+int read_file(sqlite3_file* file, void* bytes, int count, sqlite3_int64 place)
+{
+    const int code = real(file)->pMethods->xRead(real(file), bytes, count, place);
+    if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ)
+        *reinterpret_cast<CourseFile*>(file)->read_failed = true;
+    return code;
+}
+
+/// The real system takes every failure of a look at the name for a file that is gone.
+int tell_whether_moved(const char* course, sqlite3_file* inner, void* moved)
+{
+    struct stat status {};
+    if (::stat(course, &status) != 0) {
+        *static_cast<int*>(moved) = 1;
+        return errno == ENOENT || errno == ENOTDIR ? SQLITE_OK : SQLITE_IOERR_FSTAT;
+    }
+    return inner->pMethods->xFileControl(inner, SQLITE_FCNTL_HAS_MOVED, moved);
+}
+
+int control_file(sqlite3_file* file, int operation, void* argument)
+{
+    const char* const course = reinterpret_cast<CourseFile*>(file)->course;
+    if (operation == SQLITE_FCNTL_HAS_MOVED && course != nullptr)
+        return tell_whether_moved(course, real(file), argument);
+    return real(file)->pMethods->xFileControl(real(file), operation, argument);
+}
+
+/// The first version of the methods: no memory shared with other programs, which would be one more file, and none
+/// mapped from the file, whose loss would be a signal.
+constexpr sqlite3_io_methods file_methods()
+{
+    sqlite3_io_methods methods{};
+    methods.iVersion = 1;
+    methods.xClose = close_file;
+    methods.xRead = read_file;
+    methods.xWrite = [](sqlite3_file* f, const void* bytes, int count, sqlite3_int64 place) {
+        return real(f)->pMethods->xWrite(real(f), bytes, count, place);
+    };
+    methods.xTruncate = [](sqlite3_file* f, sqlite3_int64 size) { return real(f)->pMethods->xTruncate(real(f), size); };
+    methods.xSync = [](sqlite3_file* f, int flags) { return real(f)->pMethods->xSync(real(f), flags); };
+    methods.xFileSize = [](sqlite3_file* f, sqlite3_int64* size) {
+        return real(f)->pMethods->xFileSize(real(f), size);
+    };
+    methods.xLock = [](sqlite3_file* f, int level) { return real(f)->pMethods->xLock(real(f), level); };
+    methods.xUnlock = [](sqlite3_file* f, int level) { return real(f)->pMethods->xUnlock(real(f), level); };
+    methods.xCheckReservedLock = [](sqlite3_file* f, int* held) {
+        return real(f)->pMethods->xCheckReservedLock(real(f), held);
+    };
+    methods.xFileControl = control_file;
+    methods.xSectorSize = [](sqlite3_file* f) { return real(f)->pMethods->xSectorSize(real(f)); };
+    methods.xDeviceCharacteristics = [](sqlite3_file* f) { return real(f)->pMethods->xDeviceCharacteristics(real(f)); };
+    return methods;
+}
+
+constexpr sqlite3_io_methods methods_of_course_file = file_methods();
+
+std::uint32_t number_at(const unsigned char* bytes)
+{
+    return std::uint32_t{bytes[0]} << 24U | std::uint32_t{bytes[1]} << 16U | std::uint32_t{bytes[2]} << 8U | bytes[3];
+}
+
+/// A journal that belongs to a change of several files ends with the name of the file that lists their journals: the
+/// name, its length, its sum, and these bytes. After a crash the engine deletes the file of that name once it takes it
+/// for used up. The sum is not looked at: this program's journals never end like this.
+constexpr std::array<unsigned char, 8> end_of_name{0xD9, 0xD5, 0x05, 0xF9, 0x20, 0xA1, 0x63, 0xD7};
+constexpr std::size_t size_of_record = 16; // without the name
+
+int check_end_of_journal(sqlite3_file* file, sqlite3_int64 size)
+{
+    std::array<unsigned char, size_of_record> record{};
+    if (size < sqlite3_int64{size_of_record})
+        return SQLITE_OK;
+    const int code = file->pMethods->xRead(file, record.data(), static_cast<int>(record.size()),
+                                           size - sqlite3_int64{size_of_record});
+    if (code != SQLITE_OK)
+        return code;
+    const bool has_name = std::memcmp(&record[8], end_of_name.data(), end_of_name.size()) == 0;
+    const sqlite3_int64 length = number_at(record.data());
+    return has_name && length > 0 && length <= size - sqlite3_int64{size_of_record} ? journal_names_a_file : SQLITE_OK;
+}
+
+/// Another course may be called like this one's journal. The engine would take it for a spoilt one and delete it.
+int check_start_of_journal(sqlite3_file* file)
+{
+    std::array<char, 16> start{};
+    const int code = file->pMethods->xRead(file, start.data(), static_cast<int>(start.size()), 0);
+    if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ)
+        return code;
+    return std::memcmp(start.data(), "SQLite format 3", start.size()) == 0 ? journal_is_unusable : SQLITE_OK;
+}
+
+int check_journal(sqlite3_file* file)
+{
+    sqlite3_int64 size = 0;
+    const int code = file->pMethods->xFileSize(file, &size);
+    if (code != SQLITE_OK || size == 0)
+        return code;
+    const int end = check_end_of_journal(file, size);
+    return end == SQLITE_OK ? check_start_of_journal(file) : end;
+}
+
+/// A link would lead the engine to another file, a second name means that the file is somebody else's too, and a pipe
+/// would keep it waiting.
+int check_kind(const Neighbour& neighbour, bool& exists)
+{
+    struct stat status {};
+    exists = ::lstat(neighbour.path.c_str(), &status) == 0;
+    if (!exists)
+        return errno == ENOENT ? SQLITE_OK : SQLITE_IOERR_ACCESS;
+    if (!S_ISREG(status.st_mode) || status.st_nlink > 1)
+        return neighbour.unusable;
+    exists = status.st_size > 0; // the engine asks for files that hold something
+    return SQLITE_OK;
+}
+
+} // namespace
+
+struct CourseFiles::System {
+    explicit System(const std::string& course_path)
+        : course(course_path), journal{course_path + journal_ending, journal_is_unusable}, log{course_path + log_ending,
+                                                                                               log_is_unusable},
+          real_system(sqlite3_vfs_find(nullptr)),
+          // Several courses may be open at once, so each system has a name of its own.
+          name("cuedrill-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)))
+    {
+    }
+
+    static System& of(sqlite3_vfs* vfs) { return *static_cast<System*>(vfs->pAppData); }
+
+    [[nodiscard]] const Neighbour* neighbour(const char* path) const
+    {
+        if (path == nullptr)
+            return nullptr;
+        if (journal.path == path)
+            return &journal;
+        return log.path == path ? &log : nullptr;
+    }
+
+    int open(const char* path, sqlite3_file* file, int flags, int* flags_out);
+    [[nodiscard]] int check_name(const char* path, int flags) const;
+    void make_interface();
+
+    std::string course;
+    Neighbour journal;
+    Neighbour log;
+    sqlite3_vfs* real_system;
+    std::string name;
+    sqlite3_vfs interface {
+    };
+    bool read_failed = false;
+};
+
+int CourseFiles::System::check_name(const char* path, int flags) const
+{
+    if ((flags & SQLITE_OPEN_SUPER_JOURNAL) != 0)
+        return journal_names_a_file;
+    if ((flags & SQLITE_OPEN_MAIN_DB) != 0)
+        return path != nullptr && course == path ? SQLITE_OK : SQLITE_CANTOPEN;
+    const Neighbour* const found = neighbour(path);
+    const int kinds = flags & (SQLITE_OPEN_MAIN_JOURNAL | SQLITE_OPEN_WAL);
+    if (found == nullptr || kinds != (found == &journal ? SQLITE_OPEN_MAIN_JOURNAL : SQLITE_OPEN_WAL))
+        return SQLITE_CANTOPEN;
+    bool exists = false;
+    return check_kind(*found, exists);
+}
+
+int CourseFiles::System::open(const char* path, sqlite3_file* file, int flags, int* flags_out)
+{
+    file->pMethods = nullptr;
+    int code = check_name(path, flags);
+    if (code != SQLITE_OK)
+        return code;
+    sqlite3_file* const inner = real(file);
+    std::memset(static_cast<void*>(inner), 0, static_cast<std::size_t>(real_system->szOsFile));
+    code = real_system->xOpen(real_system, path, inner, flags, flags_out);
+    if (code == SQLITE_OK && (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0) {
+        code = check_journal(inner);
+        if (code != SQLITE_OK)
+            inner->pMethods->xClose(inner);
+    }
+    if (code != SQLITE_OK)
+        return code;
+    auto* const opened = reinterpret_cast<CourseFile*>(file);
+    opened->read_failed = &read_failed;
+    opened->course = (flags & SQLITE_OPEN_MAIN_DB) != 0 ? course.c_str() : nullptr;
+    file->pMethods = &methods_of_course_file;
+    return SQLITE_OK;
+}
+
+void CourseFiles::System::make_interface()
+{
+    interface = *real_system;
+    interface.iVersion = 2; // without a way to exchange calls of the system
+    interface.zName = name.c_str();
+    interface.pNext = nullptr;
+    interface.pAppData = this;
+    interface.szOsFile = static_cast<int>(sizeof(CourseFile)) + real_system->szOsFile;
+    interface.xOpen = [](sqlite3_vfs* vfs, sqlite3_filename path, sqlite3_file* file, int flags, int* flags_out) {
+        return of(vfs).open(path, file, flags, flags_out);
+    };
+    interface.xDelete = [](sqlite3_vfs* vfs, const char* path, int sync_folder) {
+        const System& system = of(vfs);
+        return system.neighbour(path) == nullptr ? journal_names_a_file
+                                                 : system.real_system->xDelete(system.real_system, path, sync_folder);
+    };
+    interface.xAccess = [](sqlite3_vfs* vfs, const char* path, int, int* found) {
+        *found = 0;
+        const Neighbour* const neighbour = of(vfs).neighbour(path);
+        if (neighbour == nullptr)
+            return journal_names_a_file;
+        bool exists = false;
+        const int code = check_kind(*neighbour, exists);
+        *found = exists ? 1 : 0;
+        return code;
+    };
+    interface.xFullPathname = [](sqlite3_vfs* vfs, const char* path, int size, char* full) {
+        const System& system = of(vfs);
+        return system.course == path ? system.real_system->xFullPathname(system.real_system, path, size, full)
+                                     : SQLITE_CANTOPEN;
+    };
+    interface.xDlOpen = [](sqlite3_vfs*, const char*) { return static_cast<void*>(nullptr); };
+}
+
+CourseFiles::CourseFiles(const std::string& course) : m_system(std::make_unique<System>(course))
+{
+    if (m_system->real_system == nullptr)
+        throw own_error(DatabaseErrorKind::other, "The database engine has no file system.");
+    m_system->make_interface();
+    const int code = sqlite3_vfs_register(&m_system->interface, 0);
+    if (code != SQLITE_OK)
+        throw database_error(code, 0, sqlite3_errstr(code));
+}
+
+CourseFiles::~CourseFiles()
+{
+    sqlite3_vfs_unregister(&m_system->interface);
+}
+
+const char* CourseFiles::name() const noexcept
+{
+    return m_system->name.c_str();
+}
+
+bool CourseFiles::read_failed() const noexcept
+{
+    return m_system->read_failed;
+}
+
+std::optional<DatabaseError> error_of_course_files(int code, std::string_view course)
+{
+    if (code != journal_names_a_file && code != journal_is_unusable && code != log_is_unusable)
+        return std::nullopt;
+    const std::string file =
+        std::string(course.substr(course.rfind('/') + 1)) + (code == log_is_unusable ? log_ending : journal_ending);
+    if (code == journal_names_a_file)
+        return DatabaseError(DatabaseErrorKind::damaged, code,
+                             "The file beside it, " + file +
+                                 ", names another file that would be deleted. Nothing was changed or deleted. No "
+                                 "course of this program has such a file: get the course once more from where it came "
+                                 "from.");
+    return DatabaseError(DatabaseErrorKind::damaged, code,
+                         "Beside it lies " + file +
+                             ", which is no file of the course: it is a link, a folder, a pipe, another course, or has "
+                             "a second name. Nothing was changed. Give it another name or place, then open the course "
+                             "again.");
+}
+
+} // namespace cuedrill::platform::sqlite
