@@ -6,6 +6,8 @@ int main(int argc, char** argv)
     // Not on the screen of whoever runs the tests by hand, unless asked to.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What a text measures must not depend on the fonts that are installed.
+    qputenv("FONTCONFIG_FILE", CUEDRILL_TEST_FONTS);
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
