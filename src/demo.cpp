@@ -6,16 +6,45 @@
 #include <QDialog>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <string>
+#include <utility>
 
-// Drills a few questions through the real main window, for machines without a display.
+// Drills a few questions of a copy of a course through the real main window, for machines without a display.
 namespace {
 
 constexpr int questions = 5;
+
+/// A folder of its own for everything that the drill writes, removed at the end: the user's settings and verdicts are
+/// none of the demonstration's business.
+class Scratch {
+public:
+    /// Copies the course there and has the settings and the data kept there.
+    /// @throws common::Error when the course cannot be copied.
+    explicit Scratch(const std::filesystem::path& course)
+    {
+        namespace fs = std::filesystem;
+        const fs::path folder = m_folder.path().toStdString();
+        std::error_code error;
+        m_course = folder / course.filename();
+        if (!m_folder.isValid() || !fs::copy_file(course, m_course, error))
+            throw cuedrill::common::Error("A copy of " + course.string() + " cannot be made: " + error.message());
+        fs::permissions(m_course, fs::perms::owner_write, fs::perm_options::add);
+        qputenv("XDG_CONFIG_HOME", m_folder.filePath(QStringLiteral("config")).toLocal8Bit());
+        qputenv("XDG_DATA_HOME", m_folder.filePath(QStringLiteral("data")).toLocal8Bit());
+    }
+
+    [[nodiscard]] std::string course() const { return m_course.string(); }
+
+private:
+    QTemporaryDir m_folder;
+    std::filesystem::path m_course;
+};
 
 class Demo {
 public:
@@ -98,11 +127,12 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
     try {
+        const Scratch scratch(argv[1]);
         const QApplication application(argc, argv);
         cuedrill::program::Program program;
         Demo demo(program, argv[2]);
         bool drilled = false;
-        const int code = program.run(argv[1], [&] {
+        const int code = program.run(scratch.course(), [&] {
             demo.run();
             drilled = true;
         });

@@ -130,11 +130,29 @@ TEST_F(CommandTest, the_demonstration_drills_five_questions_and_saves_a_picture)
     ASSERT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 0);
     ASSERT_EQ(run({CUEDRILL_DEMO, folder.file("elements.crs"), folder.file("drill.png")}), 0) << printed();
     EXPECT_NE(printed().find("question 5\n"), std::string::npos) << printed();
+    EXPECT_EQ(printed().find("question 6\n"), std::string::npos) << printed();
+    EXPECT_NE(printed().find("new level: 3\n"), std::string::npos) << printed();
     EXPECT_TRUE(folder.read("drill.png").starts_with("\x89PNG"));
-    int judged = 0;
-    for (const fakes::QaRow& row : fakes::read_course(folder.file("elements.crs")).qa)
-        judged += row.q_side.attempts.value_or(0) > 0 ? 1 : 0;
-    EXPECT_EQ(judged, 5);
+}
+
+TEST_F(CommandTest, the_demonstration_leaves_the_course_and_the_settings_of_the_user_alone)
+{
+    ASSERT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 0);
+    std::filesystem::permissions(folder.file("elements.crs"), std::filesystem::perms::owner_read);
+    const std::string course = folder.read("elements.crs");
+    std::filesystem::create_directories(folder.file("config/CUEDRILL"));
+    folder.write("config/CUEDRILL/general.ini", "[settings]\nlast=verbs.crs\n");
+    ASSERT_EQ(run({CUEDRILL_DEMO, folder.file("elements.crs"), folder.file("drill.png")}), 0) << printed();
+    EXPECT_TRUE(folder.read("elements.crs") == course) << "a verdict was stored";
+    EXPECT_EQ(folder.read("config/CUEDRILL/general.ini"), "[settings]\nlast=verbs.crs\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.file("config/CUEDRILL/window.ini")));
+    EXPECT_FALSE(std::filesystem::exists(folder.file("data")));
+}
+
+TEST_F(CommandTest, the_demonstration_says_which_course_is_not_there)
+{
+    EXPECT_EQ(run({CUEDRILL_DEMO, folder.file("none.crs"), folder.file("drill.png")}), 1);
+    EXPECT_NE(printed().find("none.crs cannot be made: No such file"), std::string::npos) << printed();
 }
 
 TEST_F(CommandTest, the_demonstration_fails_without_a_course)
