@@ -91,7 +91,7 @@ struct Engine {
     /// The lists of records, shown on `screen`.
     bank::RecordLists lists(bank::ListScreen& screen)
     {
-        return {course, bank, screen, {window, text_compare, window, editor, end_of_program}};
+        return {course, bank, screen, {window, text_compare, window, editor, end_of_program, clock}};
     }
 
     NoWindow window;

@@ -11,15 +11,35 @@ namespace {
 
 constexpr int score_digits = 2;
 
+/// Bytes of a line beside its texts: score, hyphen and arrow.
+constexpr std::size_t line_frame = 24;
+
+std::size_t size_in_list(std::size_t text_size, std::size_t beside)
+{
+    return 2 * text_size + beside + line_frame;
+}
+
 } // namespace
 
-void ListLines::add(std::string text, common::Int16 score)
+void ListLines::add(std::string text, common::Int16 score, std::size_t beside)
 {
     if (full())
         throw common::OutOfRangeError("Too many items found: " + std::to_string(longest_list) +
                                       " are the most that a list can hold.");
+    m_size += size_in_list(text.size(), beside);
     m_list_texts.push_back(std::move(text));
     m_list_scores.push_back(score);
+}
+
+bool ListLines::has_room_for(std::size_t text_size, std::size_t beside) const
+{
+    return m_size + size_in_list(text_size, beside) <= most_list_text;
+}
+
+void ListLines::cut(std::size_t count)
+{
+    m_list_texts.resize(std::min(count, list_count()));
+    m_list_scores.resize(m_list_texts.size());
 }
 
 std::string ListLines::line(std::size_t place) const

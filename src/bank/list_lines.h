@@ -12,14 +12,25 @@ namespace cuedrill::bank {
 /// The most lines of a list.
 inline constexpr std::size_t longest_list = 10000;
 
+/// The most text of a list, in bytes: of each record the text that it is listed by, once as it is and once as its line,
+/// and the answer beside it. Records of the length that a course gives them never come near.
+inline constexpr std::size_t most_list_text = 64'000'000;
+
 /// What stands in front of the answer in a line.
 inline constexpr std::string_view answer_arrow = "  --->  ";
 
 /// The records of a list, in its order: of each the text that it is listed by, and its level on that text's side.
 class ListLines {
 public:
+    /// @param beside bytes that will stand beside the text in its line.
     /// @throws common::OutOfRangeError when the list is full.
-    void add(std::string text, common::Int16 score);
+    void add(std::string text, common::Int16 score, std::size_t beside = 0);
+
+    /// Whether a text of so many bytes does not make the list hold too much text.
+    [[nodiscard]] bool has_room_for(std::size_t text_size, std::size_t beside = 0) const;
+
+    /// Keeps the first `count` records only; to be done last.
+    void cut(std::size_t count);
 
     [[nodiscard]] std::size_t list_count() const { return m_list_texts.size(); }
     [[nodiscard]] bool full() const { return list_count() == longest_list; }
@@ -33,6 +44,7 @@ public:
 private:
     std::vector<std::string> m_list_texts;
     std::vector<common::Int16> m_list_scores;
+    std::size_t m_size = 0; ///< bytes of the texts and lines
 };
 
 /// `text` with each CR LF as one blank.

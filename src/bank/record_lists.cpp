@@ -16,6 +16,19 @@ constexpr const char* find_question = "find_question";
 constexpr const char* find_answer = "find_answer";
 constexpr const char* similar_list = "list_similar";
 
+constexpr const char* list_not_complete = "Too many items found, the list is not complete.";
+
+/// How long words are looked for, in seconds. Records of the length that a course gives them take a part of it.
+constexpr double longest_comparison = 2;
+
+/// A word as a box shows it: one without an end would leave no room for the box.
+std::string shown_word(std::string_view word)
+{
+    constexpr std::size_t most_characters = 50;
+    const std::string_view beginning = common::first_code_points(word, most_characters);
+    return std::string(beginning) + (beginning.size() < word.size() ? "..." : "");
+}
+
 /// The level of the row on one side.
 common::Int16 score_of(const platform::Recordset& row, const store::SideFields& side)
 {
@@ -61,19 +74,18 @@ void RecordLists::m_history()
     build_question_list("order by " + m_course.Q_FIELD.date_last_show + " desc", false);
 }
 
-/// Lists all questions in the order of `clause`. With answers, the order must bring equal questions together. An empty
-/// course ends the program.
+/// Lists all questions in the order of `clause`. An empty course ends the program.
 /// @throws platform::DatabaseError, common::OverflowError; the list shown before stays then.
 void RecordLists::build_question_list(const std::string& clause, bool with_answers)
 {
-    std::optional<QuestionList> questions = read_questions(clause, with_answers);
+    std::optional<QuestionList> questions = list_questions(clause, with_answers);
     if (!questions) {
         tell("Database empty.");
         if (m_services.editor.ask_to_save())
             m_services.end_of_program.end_program();
         return;
     }
-    m_screen.set_for_list(question_lines(*questions));
+    m_screen.set_for_list(std::move(questions->lines));
     keep_questions(std::move(*questions), clause, with_answers);
 }
 
@@ -82,10 +94,10 @@ void RecordLists::rebuild_shown_list()
     if (!m_screen.list_shown() || m_last_list_kind != select_questions)
         return;
     try {
-        std::optional<QuestionList> questions = read_questions(m_last_list_clause, m_last_list_with_answers);
+        std::optional<QuestionList> questions = list_questions(m_last_list_clause, m_last_list_with_answers);
         if (!questions)
             return;
-        m_screen.replace_list(question_lines(*questions));
+        m_screen.replace_list(std::move(questions->lines));
         keep_questions(std::move(*questions), std::string(m_last_list_clause), m_last_list_with_answers);
     } catch (const common::Error& error) {
         tell_failure("The list is not up to date.", error);
@@ -93,48 +105,75 @@ void RecordLists::rebuild_shown_list()
 }
 
 /// Nothing when the course has no records. Tells when it has more than a list can hold.
-std::optional<RecordLists::QuestionList> RecordLists::read_questions(const std::string& clause, bool with_answers)
+std::optional<RecordLists::QuestionList> RecordLists::list_questions(const std::string& clause, bool with_answers)
 {
-    QuestionList questions;
-    bool complete = true;
-    {
-        const platform::BusyPointer busy(m_services.desktop);
-        const auto rows = m_course.database().open_recordset("Select * from qa " + clause);
-        if (rows->bof() && rows->eof())
-            return std::nullopt;
-        for (; !rows->eof() && !questions.list.full(); rows->move_next()) {
-            questions.list.add(store::stored_text(rows->field(m_course.Q_FIELD.text)),
-                               score_of(*rows, m_course.Q_FIELD));
-            if (with_answers)
-                questions.answers.push_back(store::stored_text(rows->field(m_course.A_FIELD.text)));
-        }
-        complete = rows->eof();
-    }
-    if (!complete)
-        tell("Too many items found, the list is not complete.");
+    std::optional<QuestionList> questions = read_questions(clause, with_answers);
+    if (!questions)
+        return std::nullopt;
+    // The list may have been built in the other direction, and the order be that of the answers now.
+    make_lines(*questions, clause == "order by " + m_course.Q_FIELD.text);
+    if (!questions->complete)
+        tell(list_not_complete);
     return questions;
 }
 
-/// The answer beside a question is that of the first record with it, which a click on the line finds. Equal questions
-/// stand together, so it has to be looked up for those only that repeat the one before. A record without a question
-/// could not be looked up. Uses up the answers.
-std::vector<std::string> RecordLists::question_lines(QuestionList& questions)
+std::optional<RecordLists::QuestionList> RecordLists::read_questions(const std::string& clause, bool with_answers)
 {
-    std::vector<std::string> lines;
-    lines.reserve(questions.list.list_count());
-    for (std::size_t place = 0; place < questions.list.list_count(); ++place) {
-        lines.push_back(in_one_line(questions.list.line(place)));
-        if (questions.answers.empty())
-            continue;
-        const std::string& question = questions.list.text(place);
-        const bool repeated =
-            place > 0 && !question.empty() && m_services.text_compare.equal(question, questions.list.text(place - 1));
-        if (repeated)
-            questions.answers[place] = risposta_item_selezionato(question);
-        lines.back() += answer_arrow;
-        lines.back() += in_one_line(std::move(questions.answers[place]));
+    QuestionList questions;
+    const platform::BusyPointer busy(m_services.desktop);
+    const auto rows = m_course.database().open_recordset("Select * from qa " + clause);
+    if (rows->bof() && rows->eof())
+        return std::nullopt;
+    for (; !rows->eof() && !questions.list.full(); rows->move_next()) {
+        std::string question = store::stored_text(rows->field(m_course.Q_FIELD.text));
+        std::string answer = with_answers ? store::stored_text(rows->field(m_course.A_FIELD.text)) : std::string();
+        if (!questions.list.has_room_for(question.size(), answer.size()))
+            break;
+        questions.list.add(std::move(question), score_of(*rows, m_course.Q_FIELD), answer.size());
+        if (with_answers)
+            questions.answers.push_back(std::move(answer));
     }
-    return lines;
+    questions.complete = rows->eof();
+    return questions;
+}
+
+/// The answer beside a question is that of the first record with it, which a click on the line finds. Uses up the
+/// answers.
+void RecordLists::make_lines(QuestionList& questions, bool equal_stand_together)
+{
+    ListLines& list = questions.list;
+    questions.lines.reserve(list.list_count());
+    std::size_t size = 0;
+    for (std::size_t place = 0; place < list.list_count(); ++place) {
+        std::string line = in_one_line(list.line(place));
+        if (!questions.answers.empty()) {
+            std::string answer = std::exchange(questions.answers[place], {});
+            if (has_other_answer(list, place, equal_stand_together))
+                answer = risposta_item_selezionato(list.text(place));
+            answer = in_one_line(std::move(answer));
+            line.reserve(line.size() + answer_arrow.size() + answer.size());
+            line.append(answer_arrow).append(answer);
+        }
+        size += list.text(place).size() + line.size();
+        // An answer of another record than its own may be a long one.
+        if (size > most_list_text) {
+            questions.complete = false;
+            list.cut(place);
+            return;
+        }
+        questions.lines.push_back(std::move(line));
+    }
+}
+
+/// Whether the answer beside a question may be another one than that of its own record, and has to be looked up. Where
+/// equal questions stand together, in the order of their numbers, the first one has its own. A record without a
+/// question could not be looked up.
+bool RecordLists::has_other_answer(const ListLines& list, std::size_t place, bool equal_stand_together) const
+{
+    const std::string& question = list.text(place);
+    if (question.empty())
+        return false;
+    return !equal_stand_together || (place > 0 && m_services.text_compare.equal(question, list.text(place - 1)));
 }
 
 /// The answer of the first record with this question.
@@ -181,8 +220,9 @@ bool RecordLists::find_text()
         return false;
     m_last_search_string = text;
     ListLines found;
+    bool complete = true;
     try {
-        found = search(text);
+        found = search(text, complete);
     } catch (const common::Error& error) {
         const bool malformed = is_refused_statement(error) && text.find('[') != std::string::npos;
         tell_failure("The search was given up.", error, malformed ? "To find [ itself, type [[]." : "");
@@ -192,6 +232,8 @@ bool RecordLists::find_text()
         tell("No records found.");
         return false;
     }
+    if (!complete)
+        tell(list_not_complete);
     m_list = std::move(found);
     m_last_list_kind = m_find_in_questions ? find_question : find_answer;
     m_screen.set_for_list(m_list.lines());
@@ -200,15 +242,20 @@ bool RecordLists::find_text()
     return true;
 }
 
-ListLines RecordLists::search(const std::string& text)
+ListLines RecordLists::search(const std::string& text, bool& complete)
 {
     const platform::BusyPointer busy(m_services.desktop);
     const store::SideFields& side = m_find_in_questions ? m_course.Q_FIELD : m_course.A_FIELD;
     ListLines found;
     const auto rows = m_course.database().open_recordset("Select * from qa where " + side.text + " like '*" +
                                                          escape_like(text) + "*' order by " + side.text);
-    for (; !rows->eof(); rows->move_next())
-        found.add(store::stored_text(rows->field(side.text)), score_of(*rows, side));
+    for (; !rows->eof(); rows->move_next()) {
+        std::string listed = store::stored_text(rows->field(side.text));
+        if (!found.has_room_for(listed.size()))
+            break;
+        found.add(std::move(listed), score_of(*rows, side));
+    }
+    complete = rows->eof();
     return found;
 }
 
@@ -217,22 +264,31 @@ void RecordLists::list_similar()
     const std::string question(common::trim_blanks(m_screen.loaded_question()));
     if (question.empty())
         return;
-    ListLines found;
     bool complete = true;
-    for (const std::string_view word : words_of(question)) {
-        try {
-            collect_similar(question, word, found);
-        } catch (const common::Error& error) {
-            tell_failure("The list ends at the word \"" + std::string(word) + "\".", error);
-            complete = false;
-            break;
-        }
-    }
-    m_list = std::move(found);
+    m_list = similar_to(question, complete);
     m_last_list_kind = similar_list;
     m_find_in_questions = true;
     m_screen.set_for_list(m_list.lines());
     show_similar_count(complete);
+}
+
+ListLines RecordLists::similar_to(const std::string& question, bool& complete)
+{
+    const double until = m_services.clock.steady_seconds() + longest_comparison;
+    ListLines found;
+    for (const std::string_view word : words_of(question)) {
+        try {
+            complete = collect_similar(question, word, until, found);
+            if (!complete)
+                tell(list_not_complete);
+        } catch (const common::Error& error) {
+            tell_failure("The list ends at the word \"" + shown_word(word) + "\".", error);
+            complete = false;
+        }
+        if (!complete)
+            break;
+    }
+    return found;
 }
 
 void RecordLists::show_similar_count(bool complete)
@@ -247,22 +303,33 @@ void RecordLists::show_similar_count(bool complete)
 }
 
 /// Adds the other questions that have the word, which stands in the pattern as it is. An apostrophe would end the
-/// pattern, and the rest of the word be run.
-void RecordLists::collect_similar(const std::string& question, std::string_view word, ListLines& found)
+/// pattern, and the rest of the word be run. Returns whether there was room for all of their texts.
+bool RecordLists::collect_similar(const std::string& question, std::string_view word, double until, ListLines& found)
 {
     if (word.find('\'') != std::string_view::npos)
         throw common::Error("A word with an apostrophe cannot be looked for.");
+    const auto check_time = [&] {
+        if (m_services.clock.steady_seconds() >= until)
+            throw common::Error("Looking for more words would take too long.");
+    };
+    check_time();
     const platform::BusyPointer busy(m_services.desktop);
     const store::SideFields& side = m_course.Q_FIELD;
     const auto rows = m_course.database().open_recordset("Select * from qa where " + side.text + " like '*" +
                                                          std::string(word) + "*' ");
     for (; !rows->eof(); rows->move_next()) {
+        check_time();
         const std::string other = store::stored_text(rows->field(side.text));
         if (m_services.text_compare.equal(common::trim_blanks(other), question))
             continue;
-        if (auto marked = marked_word(other, word, m_services.text_compare))
-            found.add(std::move(*marked), score_of(*rows, side));
+        auto marked = marked_word(other, word, m_services.text_compare);
+        if (!marked)
+            continue;
+        if (!found.has_room_for(marked->size()))
+            return false;
+        found.add(std::move(*marked), score_of(*rows, side));
     }
+    return true;
 }
 
 void RecordLists::recall_find_list()

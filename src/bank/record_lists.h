@@ -4,6 +4,7 @@
 #include "bank/list_screen.h"
 #include "bank/record_bank.h"
 #include "bank/record_editor.h"
+#include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/text_compare.h"
 #include "scheduler/end_of_program.h"
@@ -28,6 +29,7 @@ public:
         scheduler::StatusLine& status;
         RecordEditor& editor;
         scheduler::EndOfProgram& end_of_program;
+        platform::Clock& clock;
     };
 
     RecordLists(store::Course& course, RecordBank& bank, ListScreen& screen, const Services& services)
@@ -51,8 +53,8 @@ public:
     void m_find_q() { find(true); }
     void m_find_a() { find(false); }
 
-    /// Command: lists, for each word of the question on display, the other questions that have it. What goes wrong is
-    /// told in a box; what was found until then is listed.
+    /// Command: lists, for each word of the question on display, the other questions that have it. What goes wrong, or
+    /// takes too long, is told in a box; what was found until then is listed.
     void list_similar();
 
     /// Command: shows the list built last once more, without reading the course; answers are not shown again.
@@ -67,6 +69,9 @@ public:
     /// or was changed. What goes wrong is told in a box; the list stays as it is then.
     void rebuild_shown_list();
 
+    /// The sides of the course were exchanged: what the lines of the list are texts of has become the other side.
+    void exchange_sides() { m_find_in_questions = !m_find_in_questions; }
+
     /// Forgets the list; its records are those of a course that is no longer open.
     void forget_list();
 
@@ -75,18 +80,24 @@ private:
     struct QuestionList {
         ListLines list;
         std::vector<std::string> answers; ///< of each record; empty when they are not wanted
+        std::vector<std::string> lines;
+        bool complete = true;
     };
 
     void build_question_list(const std::string& clause, bool with_answers);
+    [[nodiscard]] std::optional<QuestionList> list_questions(const std::string& clause, bool with_answers);
     [[nodiscard]] std::optional<QuestionList> read_questions(const std::string& clause, bool with_answers);
-    [[nodiscard]] std::vector<std::string> question_lines(QuestionList& questions);
+    void make_lines(QuestionList& questions, bool equal_stand_together);
+    [[nodiscard]] bool has_other_answer(const ListLines& list, std::size_t place, bool equal_stand_together) const;
     [[nodiscard]] std::string risposta_item_selezionato(const std::string& question);
     void keep_questions(QuestionList questions, const std::string& clause, bool with_answers);
     void show_question_count();
     void find(bool in_questions);
     [[nodiscard]] bool find_text();
-    [[nodiscard]] ListLines search(const std::string& text);
-    void collect_similar(const std::string& question, std::string_view word, ListLines& found);
+    [[nodiscard]] ListLines search(const std::string& text, bool& complete);
+    [[nodiscard]] ListLines similar_to(const std::string& question, bool& complete);
+    [[nodiscard]] bool collect_similar(const std::string& question, std::string_view word, double until,
+                                       ListLines& found);
     void show_similar_count(bool complete);
     void tell(const std::string& text);
     void tell_failure(const std::string& what_failed, const common::Error& error, const std::string& advice = {});

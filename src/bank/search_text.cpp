@@ -12,17 +12,40 @@ constexpr std::string_view mark = "*";
 
 constexpr std::string_view word_separators = " .;!?-\"'/()+<>*";
 
-using Characters = std::vector<std::string_view>;
-
-Characters characters(std::string_view text)
-{
-    Characters all;
-    while (!text.empty()) {
-        all.push_back(common::first_code_points(text, 1));
-        text.remove_prefix(all.back().size());
+/// A place in a text and the same place in the text in simple case folding, in bytes. It moves forward only.
+class FoldedPlace {
+public:
+    FoldedPlace(std::string_view given, std::string_view folded)
+        : m_given(given), m_folded(folded), m_ascii(std::all_of(given.begin(), given.end(), is_ascii))
+    {
     }
-    return all;
-}
+
+    /// Whether places agree: they do unless the text is damaged.
+    [[nodiscard]] bool agrees() const
+    {
+        return m_ascii || common::code_points(m_given) == common::code_points(m_folded);
+    }
+
+    /// The place in the text of one in the folded text.
+    std::size_t move_to(std::size_t folded)
+    {
+        if (m_ascii)
+            return folded;
+        for (; m_folded_at < folded; m_given_at += length_of_first(m_given.substr(m_given_at)))
+            m_folded_at += length_of_first(m_folded.substr(m_folded_at));
+        return m_given_at;
+    }
+
+private:
+    static bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+    static std::size_t length_of_first(std::string_view text) { return common::first_code_points(text, 1).size(); }
+
+    std::string_view m_given;
+    std::string_view m_folded;
+    bool m_ascii;
+    std::size_t m_given_at = 0;
+    std::size_t m_folded_at = 0;
+};
 
 bool holds_only(std::string_view text, char character)
 {
@@ -60,36 +83,36 @@ std::optional<std::string> marked_word(std::string_view text, std::string_view w
 {
     const std::string folded_text = text_compare.fold(text);
     const std::string folded_word = text_compare.fold(word);
-    const Characters given = characters(text);
-    const Characters folded = characters(folded_text);
-    const Characters wanted = characters(folded_word);
-    // Places agree unless the text is damaged; then no mark could be put to its place.
-    if (wanted.empty() || given.size() != folded.size())
+    FoldedPlace given(text, folded_text);
+    if (folded_word.empty() || !given.agrees())
         return std::nullopt;
 
     std::string marked;
     bool found = false;
     bool behind_mark = false;
-    std::size_t place = 0;
-    while (true) {
-        const auto occurrence = std::search(folded.begin() + static_cast<std::ptrdiff_t>(place), folded.end(),
-                                            wanted.begin(), wanted.end());
-        const auto begin = static_cast<std::size_t>(occurrence - folded.begin());
-        const std::size_t end = occurrence == folded.end() ? given.size() : begin + wanted.size();
-        for (std::size_t at = place; at < end; ++at)
-            marked += given[at];
-        if (occurrence == folded.end())
-            break;
-        const std::string_view before = begin == place && behind_mark ? mark : begin == 0 ? "" : given[begin - 1];
-        const std::string_view after = end == given.size() ? "" : given[end];
-        behind_mark = is_word_separator(before) && is_word_separator(after);
+    std::size_t copied = 0; // of the text
+    std::size_t place = 0;  // in the folded text
+    for (std::size_t at = folded_text.find(folded_word); at != std::string::npos;
+         at = folded_text.find(folded_word, place)) {
+        const std::size_t begin = given.move_to(at);
+        const std::size_t end = given.move_to(at + folded_word.size());
+        // A separator is one byte, and no byte of a longer character looks like one.
+        const std::string_view before = at == place && behind_mark ? mark
+                                        : begin == 0               ? std::string_view()
+                                                                   : text.substr(begin - 1, 1);
+        behind_mark = is_word_separator(before) && is_word_separator(text.substr(end, 1));
+        marked += text.substr(copied, end - copied);
         if (behind_mark) {
             marked += mark;
             found = true;
         }
-        place = end;
+        copied = end;
+        place = at + folded_word.size();
     }
-    return found ? std::optional(std::move(marked)) : std::nullopt;
+    if (!found)
+        return std::nullopt;
+    marked += text.substr(copied);
+    return marked;
 }
 
 } // namespace cuedrill::bank

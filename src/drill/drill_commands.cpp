@@ -84,6 +84,7 @@ void DrillCommands::m_invert()
     m_to.course.set_side_fields();
     // The last verdict was about the other direction.
     m_to.scoring.forget_last_verdict();
+    m_to.lists.exchange_sides();
     m_to.statistics_view.show_options();
     try {
         m_to.toolbar.run(statistics_button);

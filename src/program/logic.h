@@ -107,7 +107,7 @@ struct Logic {
                               window_ports,
                               {p.desktop, p.text_compare, question_view, statistics, scoring, selection}};
     bank::RecordLists lists{
-        course, bank, window_ports, {p.desktop, p.text_compare, list_status, editor, end_of_program}};
+        course, bank, window_ports, {p.desktop, p.text_compare, list_status, editor, end_of_program, p.clock}};
 
     support::BigBox big_box{p.f_msgbox};
     support::Documents documents{p.files, p.shell, p.desktop};

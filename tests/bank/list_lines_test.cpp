@@ -53,6 +53,38 @@ TEST(ListLines, are_10000_at_the_most)
     EXPECT_EQ(list.lines().size(), 10000U);
 }
 
+TEST(ListLines, hold_64_million_bytes_at_the_most)
+{
+    ListLines list;
+    const std::string text(1'000'000, 'x');
+    int records = 0;
+    for (; list.has_room_for(text.size()) && records < 1000; ++records)
+        list.add(text, 0);
+    EXPECT_EQ(records, 31) << "each text stands in the list and in its line";
+    EXPECT_TRUE(list.has_room_for(900'000));
+    EXPECT_FALSE(list.has_room_for(900'000, 900'000)) << "with an answer beside it";
+    EXPECT_FALSE(list.full());
+}
+
+TEST(ListLines, count_what_stands_beside_the_texts)
+{
+    ListLines list;
+    list.add("x", 0, 63'000'000);
+    EXPECT_TRUE(list.has_room_for(400'000));
+    EXPECT_FALSE(list.has_room_for(500'000));
+}
+
+TEST(ListLines, can_be_cut)
+{
+    ListLines list;
+    for (const char* const text : {"a", "b", "c"})
+        list.add(text, 1);
+    list.cut(5);
+    EXPECT_EQ(list.list_count(), 3U);
+    list.cut(1);
+    EXPECT_EQ(list.lines(), (std::vector<std::string>{"01 - a"}));
+}
+
 TEST(InOneLine, makes_each_cr_lf_one_blank_and_leaves_the_rest)
 {
     EXPECT_EQ(in_one_line("a\r\nb\r\n\r\nc"), "a b  c");

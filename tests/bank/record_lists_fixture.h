@@ -170,7 +170,7 @@ protected:
     FakeEditorBesideList view{flags, lists};
     RecordEditor editor{
         course, flags, bank, view, {desktop, engine.text_compare, display, statistics, scoring, selection}};
-    RecordLists lists{course, bank, screen, {desktop, engine.text_compare, status, editor, end_of_program}};
+    RecordLists lists{course, bank, screen, {desktop, engine.text_compare, status, editor, end_of_program, clock}};
 };
 
 /// The same in both directions; the parameter is whether the course is inverted.

@@ -64,6 +64,83 @@ TEST_P(RecalledList, of_a_course_that_is_forgotten_is_empty)
     EXPECT_TRUE(recalled().empty());
 }
 
+/// A list that stands while the sides of the course are exchanged.
+class ExchangedSides : public EitherDirectionLists {
+protected:
+    void exchange_sides()
+    {
+        course.params.invert = !course.params.invert;
+        course.set_side_fields();
+        lists.exchange_sides();
+    }
+
+    void expect_chosen(const std::string& line, common::Int16 cnt)
+    {
+        screen.chosen.clear();
+        lists.listav_click(line);
+        EXPECT_EQ(screen.chosen, (std::vector<common::Int16>{cnt})) << line;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Directions, ExchangedSides, testing::Bool(), direction_name);
+
+TEST_P(ExchangedSides, leave_the_lines_of_questions_to_their_records)
+{
+    add("France?", "Paris");
+    add("Paris", "Texas?");
+    open_course();
+    lists.m_show_all();
+    exchange_sides();
+    EXPECT_EQ(recalled(), (Lines{"00 - France?", "00 - Paris"}));
+    expect_chosen("00 - France?", 1);
+    expect_chosen("00 - Paris", 2);
+    exchange_sides();
+    expect_chosen("00 - Paris", 2);
+}
+
+TEST_P(ExchangedSides, leave_the_lines_of_a_search_to_their_records)
+{
+    add("France?", "Paris");
+    add("Paris", "Texas?");
+    open_course();
+    find_answer("Par");
+    exchange_sides();
+    expect_chosen(recalled().at(0), 1);
+    find_question("Par");
+    EXPECT_EQ(screen.lines, (Lines{"00 - Paris"}));
+    expect_chosen(screen.lines.at(0), 1);
+    exchange_sides();
+    expect_chosen(recalled().at(0), 1);
+}
+
+TEST_P(ExchangedSides, are_those_of_now_in_a_list_that_is_built_anew)
+{
+    add("France?", "Paris");
+    open_course();
+    lists.m_show_all();
+    exchange_sides();
+    lists.recall_find_list();
+    lists.rebuild_shown_list();
+    EXPECT_EQ(screen.lines, (Lines{"00 - Paris"}));
+    expect_chosen("00 - Paris", 1);
+}
+
+/// Proves that a list whose order is that of the other side now has the answer of the first record beside each.
+TEST_P(ExchangedSides, leave_the_answer_of_the_first_one_beside_equal_questions)
+{
+    add("Seine", "River?");
+    add("Atlas", "Mountain?");
+    add("Loire", "river?");
+    add("Ebro", "RIVER?");
+    open_course();
+    lists.m_all_q_and_a();
+    exchange_sides();
+    lists.recall_find_list();
+    lists.rebuild_shown_list();
+    EXPECT_EQ(screen.lines, (Lines{"00 - Mountain?  --->  Atlas", "00 - RIVER?  --->  Seine",
+                                   "00 - river?  --->  Seine", "00 - River?  --->  Seine"}));
+}
+
 class RebuiltList : public RecordListsTest {
 protected:
     void SetUp() override

@@ -155,6 +155,13 @@ TEST_F(MarkedWord, has_its_mark_in_place_though_the_other_case_has_fewer_bytes)
     EXPECT_EQ(marked("x \U00010400 y", "\U00010428"), "x \U00010400* y");
 }
 
+TEST_F(MarkedWord, has_each_mark_in_place_among_characters_of_all_lengths)
+{
+    EXPECT_EQ(marked("\u212A of \u1E9E of \U00010400 of \u00C9 OF e", "of"),
+              "\u212A of* \u1E9E of* \U00010400 of* \u00C9 OF* e");
+    EXPECT_EQ(marked("\u212A-\u212A \u1E9E", "k"), "\u212A*-\u212A* \u1E9E");
+}
+
 TEST_F(MarkedWord, is_not_marked_where_damage_hides_its_place)
 {
     EXPECT_EQ(marked("word \xE2\x82", "word"), "none") << "two bytes, folded to one character";

@@ -385,6 +385,17 @@ TEST_F(ListsInTheWindow, are_left_by_inverting)
     expect_no_list();
 }
 
+TEST_F(ListsInTheWindow, lead_to_their_records_after_inverting_too)
+{
+    choose("m_show_all");
+    choose("m_invert");
+    choose("m_recall_find_list");
+    EXPECT_EQ(form1.listav.lines, (Lines{"02 - France?", "00 - Italy?", "00 - Spain?"}));
+    click(1);
+    EXPECT_EQ(form1.Text_q.text_value, "Rome");
+    EXPECT_EQ(logic->course.current_cnt, 2);
+}
+
 TEST_F(ListsInTheWindow, are_left_when_a_record_is_deleted)
 {
     yes();
