@@ -4,6 +4,13 @@
 set(CUEDRILL_SANITIZERS "" CACHE STRING "Comma-separated list for -fsanitize; empty for none")
 option(CUEDRILL_WERROR "Treat warnings as errors" OFF)
 
+# A compiler cache finds its objects by the text that the compiler reads, and by default refuses precompiled headers.
+set(precompiled_by_default ON)
+if(CMAKE_CXX_COMPILER_LAUNCHER)
+    set(precompiled_by_default OFF)
+endif()
+option(CUEDRILL_PRECOMPILED_HEADERS "Compile the headers of tests and of the toolkit's adapter once" ${precompiled_by_default})
+
 add_library(cuedrill_options INTERFACE)
 target_compile_features(cuedrill_options INTERFACE cxx_std_20)
 target_include_directories(cuedrill_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
@@ -40,6 +47,18 @@ function(cuedrill_test folder)
     add_executable(test_${name} ${arg_SOURCES})
     target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(test_${name} PRIVATE cuedrill_options ${arg_LINKS} GTest::gtest GTest::gtest_main)
+    if(CUEDRILL_PRECOMPILED_HEADERS)
+        target_precompile_headers(test_${name} REUSE_FROM cuedrill_test_headers)
+    endif()
     gtest_discover_tests(test_${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
         PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_WORKING_ENVIRONMENT}")
+endfunction()
+
+# cuedrill_precompile(<target> <header>...)
+# Headers from outside the project that most files of the target include. Each file includes what it needs all the same.
+function(cuedrill_precompile target)
+    if(CUEDRILL_PRECOMPILED_HEADERS)
+        list(TRANSFORM ARGN REPLACE "^(.+)$" "<\\1>")
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
 endfunction()
