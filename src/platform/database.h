@@ -1,9 +1,14 @@
 #pragma once
 
 #include "common/errors.h"
+#include "common/text.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -135,6 +140,91 @@ public:
     [[nodiscard]] virtual Value field(int column) const = 0;
 };
 
+/// One row that a query gives. A view: it must not outlive what it was taken from.
+class Row {
+public:
+    Row(std::span<const std::string> columns, std::span<const Value> values) : m_columns(columns), m_values(values) {}
+
+    [[nodiscard]] std::span<const std::string> columns() const { return m_columns; }
+    [[nodiscard]] std::span<const Value> values() const { return m_values; }
+
+    /// A column by its position, from 0.
+    /// @throws DatabaseError when the query gives no such column.
+    [[nodiscard]] const Value& field(int column) const
+    {
+        if (column < 0 || static_cast<std::size_t>(column) >= m_values.size())
+            throw no_column(std::to_string(column));
+        return m_values[static_cast<std::size_t>(column)];
+    }
+    /// A column by its name, without regard to case.
+    /// @throws DatabaseError when the query gives no such column.
+    [[nodiscard]] const Value& field(std::string_view column) const
+    {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            if (common::equal_ascii(m_columns[i], column))
+                return m_values[i];
+        }
+        throw no_column(std::string(column));
+    }
+
+private:
+    static DatabaseError no_column(const std::string& column)
+    {
+        return {DatabaseErrorKind::other, 0, "The query gives no column " + column + "."};
+    }
+
+    std::span<const std::string> m_columns;
+    std::span<const Value> m_values;
+};
+
+/// All rows of a query, read into memory.
+class Rows {
+public:
+    class Iterator {
+    public:
+        Iterator(const Rows& rows, std::size_t place) : m_rows(&rows), m_place(place) {}
+        Row operator*() const { return (*m_rows)[m_place]; }
+        Iterator& operator++()
+        {
+            ++m_place;
+            return *this;
+        }
+        friend bool operator==(const Iterator&, const Iterator&) = default;
+
+    private:
+        const Rows* m_rows;
+        std::size_t m_place;
+    };
+
+    void add(const Row& row)
+    {
+        if (m_size++ == 0)
+            m_columns.assign(row.columns().begin(), row.columns().end());
+        m_values.insert(m_values.end(), row.values().begin(), row.values().end());
+    }
+
+    [[nodiscard]] bool empty() const { return m_size == 0; }
+    [[nodiscard]] std::size_t size() const { return m_size; }
+    /// @throws DatabaseError when there is no such row.
+    [[nodiscard]] Row operator[](std::size_t place) const
+    {
+        if (place >= m_size)
+            throw DatabaseError(DatabaseErrorKind::other, 0, "There is no current row.");
+        return {m_columns, std::span(m_values).subspan(place * m_columns.size(), m_columns.size())};
+    }
+    [[nodiscard]] Iterator begin() const { return {*this, 0}; }
+    [[nodiscard]] Iterator end() const { return {*this, m_size}; }
+
+private:
+    std::vector<std::string> m_columns;
+    std::vector<Value> m_values; ///< row after row
+    std::size_t m_size = 0;
+};
+
+/// Looks at one row of a query. False ends the reading. It must not show a box, pump events or write the database: the
+/// engine's statement is open meanwhile.
+using RowVisitor = std::function<bool(const Row&)>;
+
 /// One database file. Every function but close may throw DatabaseError.
 class Database {
 public:
@@ -159,8 +249,34 @@ public:
     [[nodiscard]] virtual std::unique_ptr<TableCursor> open_table(std::string_view name) = 0;
     /// Runs a single reading statement.
     [[nodiscard]] virtual std::unique_ptr<Recordset> open_recordset(std::string_view sql) = 0;
-    /// Runs a single statement that gives no rows.
-    virtual void execute(std::string_view sql) = 0;
+
+    /// The rows of a single reading statement, all of them. `values` are those of its parameters ?1, ?2, …
+    [[nodiscard]] Rows query(std::string_view sql, std::span<const Value> values = {})
+    {
+        Rows rows;
+        read(sql, values, [&](const Row& row) {
+            rows.add(row);
+            return true;
+        });
+        return rows;
+    }
+    [[nodiscard]] Rows query(std::string_view sql, std::initializer_list<Value> values)
+    {
+        return query(sql, std::span(values.begin(), values.size()));
+    }
+    /// The same row by row, for more rows than should be in memory at once. What `visit` throws ends the reading too.
+    void query(std::string_view sql, std::span<const Value> values, const RowVisitor& visit)
+    {
+        read(sql, values, visit);
+    }
+
+    /// Runs a single statement that gives no rows. `values` are those of its parameters ?1, ?2, …
+    /// @return how many rows it has added, changed or deleted.
+    std::int64_t execute(std::string_view sql, std::span<const Value> values = {}) { return write(sql, values); }
+    std::int64_t execute(std::string_view sql, std::initializer_list<Value> values)
+    {
+        return write(sql, std::span(values.begin(), values.size()));
+    }
 
     /// Begins a transaction that holds the write lock at once; inside another one, a part that can be undone by itself.
     virtual void begin() = 0;
@@ -168,6 +284,12 @@ public:
     virtual void commit() = 0;
     /// Undoes the innermost transaction.
     virtual void rollback() noexcept = 0;
+
+protected:
+    /// What `query` does.
+    virtual void read(std::string_view sql, std::span<const Value> values, const RowVisitor& visit) = 0;
+    /// What `execute` does.
+    virtual std::int64_t write(std::string_view sql, std::span<const Value> values) = 0;
 };
 
 /// A transaction of `database` that is undone unless it is committed.

@@ -2,11 +2,13 @@
 
 #include "platform/database.h"
 
+#include <cstdint>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,6 +24,7 @@ enum class Operation {
     open,
     open_table,
     open_recordset,
+    query,
     execute,
     begin,
     commit,
@@ -40,6 +43,9 @@ struct DatabaseRecord {
 
     std::map<Operation, int> counts;
     std::map<Operation, Failure> failures;
+    int statement_count = 0;
+    std::optional<Failure> statement_failure; ///< of the statement counted from now on
+    std::optional<Failure> row_failure;       ///< of the row counted in the next query
     std::function<void(Operation)> on_call;
     std::vector<std::string> statements;
     int transaction_depth = 0;
@@ -51,12 +57,47 @@ struct DatabaseRecord {
         ++counts[operation];
         if (on_call)
             on_call(operation);
+        if (is_statement(operation)) {
+            ++statement_count;
+            come_due(statement_failure);
+        }
         const auto planned = failures.find(operation);
         if (planned == failures.end() || --planned->second.calls_left > 0)
             return;
         const Failure failure = planned->second;
         failures.erase(planned);
         throw platform::DatabaseError(failure.kind, 0, failure.words);
+    }
+
+    static void come_due(std::optional<Failure>& planned)
+    {
+        if (!planned || --planned->calls_left > 0)
+            return;
+        const Failure failure = *std::exchange(planned, std::nullopt);
+        throw platform::DatabaseError(failure.kind, 0, failure.words);
+    }
+
+    /// Whether the engine runs a statement for it.
+    static bool is_statement(Operation operation)
+    {
+        switch (operation) {
+        case Operation::create:
+        case Operation::append_table:
+        case Operation::finish_creation:
+        case Operation::open:
+        case Operation::open_table:
+            return false;
+        case Operation::open_recordset:
+        case Operation::query:
+        case Operation::execute:
+        case Operation::begin:
+        case Operation::commit:
+        case Operation::seek:
+        case Operation::edit:
+        case Operation::update:
+            break;
+        }
+        return true;
     }
 };
 
@@ -135,7 +176,8 @@ public:
     RecordingDatabase& operator=(const RecordingDatabase&) = delete;
     ~RecordingDatabase() override
     {
-        EXPECT_TRUE(m_record->failures.empty()) << "A failure was planned and never came.";
+        EXPECT_TRUE(m_record->failures.empty() && !m_record->statement_failure && !m_record->row_failure)
+            << "A failure was planned and never came.";
     }
 
     static constexpr const char* failure_words = "The disk is full.";
@@ -148,17 +190,33 @@ public:
         m_record->failures[operation] = {call, kind, std::move(words)};
     }
 
+    /// The `call`-th statement from now on (1 is the next; begin and commit are statements too) throws.
+    void fail_at_statement(int call, platform::DatabaseErrorKind kind = platform::DatabaseErrorKind::full,
+                           std::string words = failure_words)
+    {
+        m_record->statement_failure = {call, kind, std::move(words)};
+    }
+
+    /// The next query throws in place of its `row`-th row (1 is the first).
+    void fail_at_row(int row, platform::DatabaseErrorKind kind = platform::DatabaseErrorKind::input_output,
+                     std::string words = failure_words)
+    {
+        m_record->row_failure = {row, kind, std::move(words)};
+    }
+
     /// Runs at each operation, before it happens; what it throws comes out of the operation.
     void at_each_call(std::function<void(Operation)> hook) { m_record->on_call = std::move(hook); }
 
-    /// The texts given to `open_recordset` and `execute`, in their order.
+    /// The texts given to `open_recordset`, `query` and `execute`, in their order.
     [[nodiscard]] const std::vector<std::string>& statements() const { return m_record->statements; }
     [[nodiscard]] int count(Operation operation) const
     {
         const auto found = m_record->counts.find(operation);
         return found == m_record->counts.end() ? 0 : found->second;
     }
-    /// Transactions begun and not ended; recordsets alive. Both are 0 while a box is shown.
+    /// Statements run: queries, executions, begins, commits, and what cursors ask.
+    [[nodiscard]] int statement_count() const { return m_record->statement_count; }
+    /// Transactions begun and not ended; recordsets alive and queries being read. Both are 0 while a box is shown.
     [[nodiscard]] int transaction_depth() const { return m_record->transaction_depth; }
     [[nodiscard]] int open_recordsets() const { return m_record->open_recordsets; }
 
@@ -167,6 +225,7 @@ public:
     {
         m_record->statements.clear();
         m_record->counts.clear();
+        m_record->statement_count = 0;
     }
 
     void create(const std::string& path) override
@@ -207,13 +266,6 @@ public:
         m_record->called(Operation::open_recordset);
         return std::make_unique<RecordingRecordset>(m_database.open_recordset(sql), m_record);
     }
-    void execute(std::string_view sql) override
-    {
-        m_record->statements.emplace_back(sql);
-        m_record->called(Operation::execute);
-        m_database.execute(sql);
-    }
-
     void begin() override
     {
         m_record->called(Operation::begin);
@@ -232,7 +284,36 @@ public:
         --m_record->transaction_depth;
     }
 
+protected:
+    void read(std::string_view sql, std::span<const platform::Value> values, const platform::RowVisitor& visit) override
+    {
+        m_record->statements.emplace_back(sql);
+        m_record->called(Operation::query);
+        const RowsBeingRead reading(*m_record);
+        m_database.query(sql, values, [&](const platform::Row& row) {
+            DatabaseRecord::come_due(m_record->row_failure);
+            return visit(row);
+        });
+    }
+    std::int64_t write(std::string_view sql, std::span<const platform::Value> values) override
+    {
+        m_record->statements.emplace_back(sql);
+        m_record->called(Operation::execute);
+        return m_database.execute(sql, values);
+    }
+
 private:
+    class RowsBeingRead {
+    public:
+        explicit RowsBeingRead(DatabaseRecord& record) : m_record(record) { ++m_record.open_recordsets; }
+        RowsBeingRead(const RowsBeingRead&) = delete;
+        RowsBeingRead& operator=(const RowsBeingRead&) = delete;
+        ~RowsBeingRead() { --m_record.open_recordsets; }
+
+    private:
+        DatabaseRecord& m_record;
+    };
+
     platform::Database& m_database;
     std::shared_ptr<DatabaseRecord> m_record = std::make_shared<DatabaseRecord>();
 };

@@ -175,6 +175,11 @@ int Connection::changes()
     return sqlite3_changes(handle());
 }
 
+std::int64_t Connection::total_changes()
+{
+    return sqlite3_total_changes64(handle());
+}
+
 bool Connection::in_transaction() const noexcept
 {
     return sqlite3_get_autocommit(m_db) == 0;

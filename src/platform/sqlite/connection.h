@@ -54,6 +54,8 @@ public:
     [[nodiscard]] std::int64_t last_row_id();
     /// Rows that the last writing statement changed.
     [[nodiscard]] int changes();
+    /// Rows that all writing statements so far have changed.
+    [[nodiscard]] std::int64_t total_changes();
 
     void begin();
     void commit();

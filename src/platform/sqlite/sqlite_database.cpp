@@ -60,6 +60,21 @@ void accept_log(Connection& connection)
     static_cast<void>(connection.query_integer("PRAGMA main.user_version"));
 }
 
+/// While it lives, nothing can be written on the connection.
+class RowsBeingRead {
+public:
+    explicit RowsBeingRead(std::shared_ptr<Connection> connection) : m_connection(std::move(connection))
+    {
+        m_connection->recordset_opened();
+    }
+    RowsBeingRead(const RowsBeingRead&) = delete;
+    RowsBeingRead& operator=(const RowsBeingRead&) = delete;
+    ~RowsBeingRead() { m_connection->recordset_closed(); }
+
+private:
+    std::shared_ptr<Connection> m_connection;
+};
+
 } // namespace
 
 SqliteDatabase::SqliteDatabase(const TextCompare& compare, std::chrono::milliseconds busy_timeout)
@@ -193,14 +208,36 @@ std::unique_ptr<Recordset> SqliteDatabase::open_recordset(std::string_view sql)
     return std::make_unique<SqliteRecordset>(m_connection, sql);
 }
 
-void SqliteDatabase::execute(std::string_view sql)
+void SqliteDatabase::read(std::string_view sql, std::span<const Value> values, const RowVisitor& visit)
 {
-    require_course().require_ready_to_write();
+    static_cast<void>(require_course());
+    const StatementLease lease(m_connection, sql);
+    require_reading(lease.get());
+    lease.get().bind_all(values);
+    const RowsBeingRead rows(m_connection);
+    const std::vector<std::string> columns = lease.get().column_names();
+    std::vector<Value> fields(columns.size());
+    // The lease is asked each time: a visitor may end the program, which closes the course.
+    while (lease.get().step()) {
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            lease.get().read(static_cast<int>(i), fields[i]);
+        if (!visit(Row(columns, fields)))
+            return;
+    }
+}
+
+std::int64_t SqliteDatabase::write(std::string_view sql, std::span<const Value> values)
+{
+    Connection& connection = require_course();
+    connection.require_ready_to_write();
     const StatementLease lease(m_connection, sql);
     Statement& statement = lease.get();
     if (statement.column_count() != 0)
         throw own_error(DatabaseErrorKind::other, "The statement gives rows.");
+    statement.bind_all(values);
+    const std::int64_t before = connection.total_changes();
     statement.run();
+    return connection.total_changes() - before;
 }
 
 void SqliteDatabase::begin()

@@ -4,7 +4,9 @@
 #include "platform/text_compare.h"
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,11 +39,14 @@ public:
 
     [[nodiscard]] std::unique_ptr<TableCursor> open_table(std::string_view name) override;
     [[nodiscard]] std::unique_ptr<Recordset> open_recordset(std::string_view sql) override;
-    void execute(std::string_view sql) override;
 
     void begin() override;
     void commit() override;
     void rollback() noexcept override;
+
+protected:
+    void read(std::string_view sql, std::span<const Value> values, const RowVisitor& visit) override;
+    std::int64_t write(std::string_view sql, std::span<const Value> values) override;
 
 private:
     using TableLayouts = std::vector<std::shared_ptr<const TableLayout>>;

@@ -11,11 +11,8 @@ namespace cuedrill::platform::sqlite {
 SqliteRecordset::SqliteRecordset(std::shared_ptr<Connection> connection, std::string_view sql)
     : m_connection(std::move(connection)), m_statement(m_connection, sql)
 {
-    const Statement& statement = m_statement.get();
-    if (!statement.reads_only() || statement.column_count() == 0)
-        throw own_error(DatabaseErrorKind::other, "The statement does not read rows.");
-    for (int i = 0; i < statement.column_count(); ++i)
-        m_names.emplace_back(statement.column_name(i));
+    require_reading(m_statement.get());
+    m_names = m_statement.get().column_names();
     move_first();
 }
 

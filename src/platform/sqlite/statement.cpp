@@ -2,6 +2,7 @@
 
 #include "platform/sqlite/engine_error.h"
 
+#include <cmath>
 #include <limits>
 #include <sqlite3.h>
 
@@ -70,6 +71,22 @@ void Statement::bind(int position, const Value& value)
         throw_engine_error(m_db, code);
 }
 
+void Statement::bind_all(std::span<const Value> values)
+{
+    const auto parameters = static_cast<std::size_t>(sqlite3_bind_parameter_count(m_statement));
+    if (values.size() != parameters)
+        throw own_error(DatabaseErrorKind::other, "The statement takes " + std::to_string(parameters) +
+                                                      " values; it was given " + std::to_string(values.size()) + ".");
+    int position = 0;
+    for (const Value& value : values) {
+        // The engine would store what is not a number as null, in silence.
+        const auto* const number = std::get_if<double>(&value);
+        if (number != nullptr && !std::isfinite(*number))
+            throw own_error(DatabaseErrorKind::constraint, "Only finite numbers can be stored.");
+        bind(++position, value);
+    }
+}
+
 bool Statement::step()
 {
     m_rules.failure = nullptr;
@@ -100,10 +117,14 @@ int Statement::column_count() const
     return sqlite3_column_count(m_statement);
 }
 
-std::string_view Statement::column_name(int column) const
+std::vector<std::string> Statement::column_names() const
 {
-    const char* name = sqlite3_column_name(m_statement, column);
-    return name == nullptr ? std::string_view() : std::string_view(name);
+    std::vector<std::string> names;
+    for (int column = 0; column < column_count(); ++column) {
+        const char* const name = sqlite3_column_name(m_statement, column);
+        names.emplace_back(name == nullptr ? "" : name);
+    }
+    return names;
 }
 
 Value Statement::value(int column) const
@@ -150,6 +171,12 @@ std::string Statement::text(int column) const
     const Value read_value = value(column);
     const auto* text = std::get_if<std::string>(&read_value);
     return text == nullptr ? std::string() : *text;
+}
+
+void require_reading(const Statement& statement)
+{
+    if (!statement.reads_only() || statement.column_count() == 0)
+        throw own_error(DatabaseErrorKind::other, "The statement does not read rows.");
 }
 
 } // namespace cuedrill::platform::sqlite

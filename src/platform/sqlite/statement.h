@@ -4,8 +4,10 @@
 #include "platform/sqlite/engine_functions.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -28,6 +30,9 @@ public:
 
     /// Gives the parameter at `position` (from 1) its value. A text is not copied: it must live until `reset`.
     void bind(int position, const Value& value);
+    /// Gives each parameter its value. Texts are not copied.
+    /// @throws DatabaseError when there are more values or fewer than parameters, or a number is not finite.
+    void bind_all(std::span<const Value> values);
     /// Runs to the next row; false behind the last one.
     bool step();
     /// Runs a statement that gives no rows, and resets it.
@@ -36,8 +41,7 @@ public:
     void reset() noexcept;
 
     [[nodiscard]] int column_count() const;
-    /// Valid until the object is gone or stepped again.
-    [[nodiscard]] std::string_view column_name(int column) const;
+    [[nodiscard]] std::vector<std::string> column_names() const;
     /// The column (from 0) of the current row.
     [[nodiscard]] Value value(int column) const;
     /// The same, into a value that is used again.
@@ -51,6 +55,9 @@ private:
     std::string m_sql;
     sqlite3_stmt* m_statement = nullptr;
 };
+
+/// @throws DatabaseError when the statement gives no rows, or writes too.
+void require_reading(const Statement& statement);
 
 /// Resets a statement at the end of a scope, so that none stays open after an error.
 class ResetAtExit {
