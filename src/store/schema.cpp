@@ -1,5 +1,9 @@
 #include "store/schema.h"
 
+#include "common/text.h"
+
+#include <cstddef>
+
 namespace cuedrill::store {
 namespace {
 
@@ -51,6 +55,16 @@ const std::vector<TableDefinition>& course_tables()
 {
     static const std::vector<TableDefinition> tables{params_table(), qa_table()};
     return tables;
+}
+
+void check_length(std::string_view column, std::string_view text)
+{
+    // No text has more characters than bytes, so most need not be counted.
+    const std::size_t length = text.size() > std::size_t{longest_text} ? common::code_points(text) : 0;
+    if (length > std::size_t{longest_text})
+        throw platform::DatabaseError(platform::DatabaseErrorKind::constraint, 0,
+                                      "The text in column " + std::string(column) + " has " + std::to_string(length) +
+                                          " characters; " + std::to_string(longest_text) + " fit.");
 }
 
 void create_params_table(platform::Database& database)

@@ -94,6 +94,16 @@ TEST_F(Schema, a_new_course_is_left_open_with_both_tables_empty)
     EXPECT_EQ(fakes::read_course(path), fakes::CourseContents{});
 }
 
+TEST_F(Schema, the_texts_of_its_statements_are_what_the_file_holds)
+{
+    create_course_db(database, path);
+    std::string texts;
+    for (const platform::Row row :
+         engine.database.query("Select sql from sqlite_schema where name not like 'sqlite_*' order by rowid"))
+        texts += std::get<std::string>(row.field(0)) + "; ";
+    EXPECT_EQ(texts, std::string(params_ddl) + "; " + std::string(qa_ddl) + "; ");
+}
+
 TEST_F(Schema, the_same_question_is_stored_twice)
 {
     create_course_db(database, path);
