@@ -35,6 +35,11 @@ common::Int16 score_of(const platform::Recordset& row, const store::SideFields& 
     return store::nz_int16(row.field(side.successes), "score");
 }
 
+bool has_apostrophe(std::string_view word)
+{
+    return word.find('\'') != std::string_view::npos;
+}
+
 /// Whether the engine has refused what it was asked, not failed to read the course.
 bool is_refused_statement(const common::Error& error)
 {
@@ -282,7 +287,8 @@ ListLines RecordLists::similar_to(const std::string& question, bool& complete)
             if (!complete)
                 tell(list_not_complete);
         } catch (const common::Error& error) {
-            tell_failure("The list ends at the word \"" + shown_word(word) + "\".", error);
+            tell_failure("The list ends at the word \"" + shown_word(word) + "\".", error,
+                         has_apostrophe(word) ? "Find, Find question finds it." : "");
             complete = false;
         }
         if (!complete)
@@ -306,7 +312,7 @@ void RecordLists::show_similar_count(bool complete)
 /// pattern, and the rest of the word be run. Returns whether there was room for all of their texts.
 bool RecordLists::collect_similar(const std::string& question, std::string_view word, double until, ListLines& found)
 {
-    if (word.find('\'') != std::string_view::npos)
+    if (has_apostrophe(word))
         throw common::Error("A word with an apostrophe cannot be looked for.");
     const auto check_time = [&] {
         if (m_services.clock.steady_seconds() >= until)
@@ -340,16 +346,27 @@ void RecordLists::recall_find_list()
 
 void RecordLists::listav_click(const std::string& line)
 {
+    const bool editing = m_services.editor.editing();
     if (!m_services.editor.ask_to_save())
         return;
     const store::SideFields& side = m_find_in_questions ? m_course.Q_FIELD : m_course.A_FIELD;
     const std::optional<FoundRecord> record = m_bank.find(side.text, text_of_line(line));
     if (!record) {
         tell("nomatch in listav_click.");
+        // What became of the typed texts is told already, and matters more.
+        if (!editing)
+            show_the_other_way();
         return;
     }
     m_course.current_cnt = store::nz_int16(record->cnt, "record number");
     m_screen.show_chosen_record();
+}
+
+/// Marks and line breaks of a text cannot be told from those of its line. The other text of the record may have none.
+void RecordLists::show_the_other_way()
+{
+    m_services.status.ShowStatus(
+        m_find_in_questions ? "Use Find, Find answer to reach it." : "Use Find, Find question to reach it.", 0);
 }
 
 void RecordLists::forget_list()

@@ -61,6 +61,7 @@ public:
     void recall_find_list();
 
     /// Puts the record of a line on display: the first one with its text. Offers to save what is being typed first.
+    /// Where no record is found, tells which search leads to it.
     /// @throws common::OverflowError when the record's number does not fit 16 bits
     /// @throws platform::DatabaseError
     void listav_click(const std::string& line);
@@ -99,6 +100,7 @@ private:
     [[nodiscard]] bool collect_similar(const std::string& question, std::string_view word, double until,
                                        ListLines& found);
     void show_similar_count(bool complete);
+    void show_the_other_way();
     void tell(const std::string& text);
     void tell_failure(const std::string& what_failed, const common::Error& error, const std::string& advice = {});
 

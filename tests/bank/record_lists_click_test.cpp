@@ -39,6 +39,7 @@ protected:
         const Numbers chosen_before = screen.chosen;
         desktop.expect_box_like({.text = "nomatch in listav_click."}, BoxAnswer::ok);
         lists.listav_click(line);
+        expect_status("Use Find, Find answer to reach it.");
         EXPECT_EQ(course.current_cnt, current_before) << line;
         EXPECT_EQ(screen.chosen, chosen_before) << line;
     }
@@ -74,6 +75,16 @@ TEST_P(ListClick, finds_the_record_of_a_line_with_an_answer)
     lists.listav_click("00 - Italy?  --->  something else");
     EXPECT_EQ(screen.chosen, (Numbers{2, 2}));
     expect_no_match(screen.lines.at(0));
+}
+
+TEST_P(ListClick, that_finds_no_answer_leads_to_the_question)
+{
+    add("Which sign?", "a * b");
+    open_course_on_first();
+    find_answer("b");
+    desktop.expect_box("nomatch in listav_click.");
+    lists.listav_click(screen.lines.at(0));
+    expect_status("Use Find, Find question to reach it.");
 }
 
 TEST_P(ListClick, finds_the_record_of_a_marked_line)

@@ -132,7 +132,8 @@ TEST_P(SimilarQuestions, end_at_a_word_that_is_no_pattern)
 TEST_P(SimilarQuestions, end_at_a_word_with_an_apostrophe)
 {
     open_questions({"big it's small isn't", "big dog", "it's", "small cat"});
-    expect_warning("The list ends at the word \"it's\".\r\n\r\nA word with an apostrophe cannot be looked for.");
+    expect_warning("The list ends at the word \"it's\".\r\n\r\nA word with an apostrophe cannot be looked for."
+                   "\r\n\r\nFind, Find question finds it.");
     expect_similar({"00 - big* dog"});
     EXPECT_EQ(database.statements(), (std::vector<std::string>{sql("big")}));
     EXPECT_EQ(recalled(), (Lines{"00 - big* dog"}));
@@ -145,7 +146,8 @@ TEST_P(SimilarQuestions, cannot_run_what_stands_in_a_word)
     for (const std::string word : {"x';delete/**/from/**/qa;--", "'or'x", "''"}) {
         screen.question = word + " y";
         expect_warning("The list ends at the word \"" + word +
-                       "\".\r\n\r\nA word with an apostrophe cannot be looked for.");
+                       "\".\r\n\r\nA word with an apostrophe cannot be looked for."
+                       "\r\n\r\nFind, Find question finds it.");
         lists.list_similar();
         EXPECT_TRUE(screen.lines.empty()) << word;
     }
@@ -166,7 +168,8 @@ TEST_P(SimilarQuestions, that_end_early_replace_the_list_before)
     open_questions({"it's", "big dog"});
     find_answer("answer");
     ASSERT_EQ(screen.lines.size(), 2U);
-    expect_warning("The list ends at the word \"it's\".\r\n\r\nA word with an apostrophe cannot be looked for.");
+    expect_warning("The list ends at the word \"it's\".\r\n\r\nA word with an apostrophe cannot be looked for."
+                   "\r\n\r\nFind, Find question finds it.");
     lists.list_similar();
     EXPECT_TRUE(screen.lines.empty());
     expect_status("0 lines: questions with a word of this one; the list is not complete.");
