@@ -2,6 +2,7 @@
 
 #include "common/errors.h"
 #include "platform/qt/qt_dialog_host.h"
+#include "platform/qt/qt_file_dialog.h"
 #include "platform/qt/qt_file_filter.h"
 #include "platform/qt/qt_marked_text.h"
 #include "platform/qt/qt_text.h"
@@ -9,7 +10,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QInputDialog>
@@ -273,14 +273,14 @@ std::optional<std::string> QtDesktop::input_box(const InputBox& box)
 
 ChosenFile QtDesktop::open_file_dialog(const FileDialog& dialog)
 {
-    QFileDialog widget(file_dialog_parent());
+    OneFileDialog widget(file_dialog_parent());
     widget.setAcceptMode(QFileDialog::AcceptOpen);
     return choose_file(widget, dialog);
 }
 
 ChosenFile QtDesktop::save_file_dialog(const FileDialog& dialog)
 {
-    QFileDialog widget(file_dialog_parent());
+    OneFileDialog widget(file_dialog_parent());
     widget.setAcceptMode(QFileDialog::AcceptSave);
     return choose_file(widget, dialog);
 }
@@ -291,11 +291,8 @@ QWidget* QtDesktop::file_dialog_parent() const
     return front != nullptr ? front : m_host.widget();
 }
 
-ChosenFile QtDesktop::choose_file(QFileDialog& widget, const FileDialog& dialog)
+ChosenFile QtDesktop::choose_file(OneFileDialog& widget, const FileDialog& dialog)
 {
-    // The desktops' own dialogs for opening refuse the name of a file that is still to be created.
-    widget.setOption(QFileDialog::DontUseNativeDialog);
-    widget.setFileMode(QFileDialog::AnyFile);
     if (!dialog.title.empty())
         widget.setWindowTitle(to_qt(dialog.title));
     widget.setNameFilters(to_name_filters(dialog.filter));
@@ -306,9 +303,9 @@ ChosenFile QtDesktop::choose_file(QFileDialog& widget, const FileDialog& dialog)
         widget.selectFile(to_qt(dialog.initial_file));
     widget.resize(widget.sizeHint().expandedTo(QSize(760, 480)));
 
-    if (run_modal(widget) != QDialog::Accepted || widget.selectedFiles().isEmpty())
+    if (run_modal(widget) != QDialog::Accepted || widget.chosen_path().isEmpty())
         return {};
-    const QFileInfo chosen(QDir::cleanPath(QFileInfo(widget.selectedFiles().front()).absoluteFilePath()));
+    const QFileInfo chosen(QDir::cleanPath(QFileInfo(widget.chosen_path()).absoluteFilePath()));
     return {from_qt(chosen.filePath()), from_qt(chosen.fileName())};
 }
 

@@ -4,11 +4,11 @@
 #include "platform/qt/qt_guard.h"
 
 class QDialog;
-class QFileDialog;
 class QWidget;
 
 namespace cuedrill::platform::qt {
 
+class OneFileDialog;
 class QtDialogHost;
 
 class QtDesktop final : public Desktop {
@@ -26,7 +26,7 @@ public:
     void set_pointer(Pointer pointer) override;
 
 private:
-    ChosenFile choose_file(QFileDialog& widget, const FileDialog& dialog);
+    ChosenFile choose_file(OneFileDialog& widget, const FileDialog& dialog);
     /// The window over which a file dialog appears; null when there is none.
     [[nodiscard]] QWidget* file_dialog_parent() const;
     int run_modal(QDialog& dialog);

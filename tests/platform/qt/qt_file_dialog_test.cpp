@@ -3,13 +3,16 @@
 #include "platform/qt/qt_dialog_host.h"
 #include "platform/qt/qt_test_tools.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace cuedrill::platform::qt {
 
@@ -130,6 +133,87 @@ TEST_F(QtFileDialogTest, AnExistingFileIsOnlyChosenWhenTheUserConfirmsIt)
     EXPECT_EQ(asked, 2U);
     EXPECT_EQ(chosen.path, folder.file("mine.txt"));
     EXPECT_EQ(folder.read("mine.txt"), "old");
+}
+
+TEST_F(QtFileDialogTest, ANameWithQuotesIsOneName)
+{
+    const fakes::TempFolder folder;
+    folder.write("b.crs", "another");
+    for (const char* name : {"a \"b\" c.crs", "\"b.crs", "\"b\"", "\"", "\"b\" \"c\""}) {
+        const std::string expected =
+            std::string(name).ends_with(".crs") ? std::string(name) : std::string(name) + ".crs";
+        when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+            type(dialog, name);
+            QAbstractButton& open = *dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+            EXPECT_TRUE(open.isEnabled()) << name;
+            open.click();
+            EXPECT_FALSE(dialog.isVisible()) << name;
+        });
+        const ChosenFile chosen =
+            desktop.open_file_dialog({.initial_folder = folder.path().string(), .default_extension = "crs"});
+        EXPECT_EQ(chosen.path, folder.file(expected));
+        EXPECT_EQ(chosen.title, expected);
+    }
+}
+
+TEST_F(QtFileDialogTest, AnExistingFileWithQuotesInItsNameCanBeClicked)
+{
+    const fakes::TempFolder folder;
+    folder.write("a \"b\" c.crs", "mine");
+    folder.write("b.crs", "another");
+    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+        const QString name = "a \"b\" c.crs";
+        auto& files = *dialog.findChild<QListView*>("listView");
+        QModelIndex clicked;
+        const auto find = [&] {
+            const QModelIndexList found =
+                files.model()->match(files.model()->index(0, 0, files.rootIndex()), Qt::DisplayRole, name, 1);
+            clicked = found.isEmpty() ? QModelIndex() : found.front();
+            return clicked.isValid();
+        };
+        ASSERT_TRUE(QTest::qWaitFor(find)); // the toolkit reads the folder in a thread of its own
+        dialog.findChild<QLineEdit*>("fileNameEdit")->clearFocus();
+        files.selectionModel()->select(clicked, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), name);
+        accept(dialog);
+    });
+    const ChosenFile chosen =
+        desktop.open_file_dialog({.initial_folder = folder.path().string(), .default_extension = "crs"});
+    EXPECT_EQ(chosen.path, folder.file("a \"b\" c.crs"));
+}
+
+TEST_F(QtFileDialogTest, AFolderWithQuotesInItsNameIsEntered)
+{
+    const QTemporaryDir folder;
+    ASSERT_TRUE(QDir(folder.path()).mkdir("my \"courses\""));
+    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+        type(dialog, "my \"courses\"");
+        accept(dialog);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(dialog.directory(), QDir(folder.filePath("my \"courses\"")));
+        dialog.reject();
+    });
+    EXPECT_EQ(desktop.open_file_dialog({.initial_folder = folder.path().toStdString()}).path, "");
+}
+
+TEST_F(QtFileDialogTest, AnExistingFileWithQuotesIsOnlyReplacedWhenTheUserConfirmsIt)
+{
+    const fakes::TempFolder folder;
+    folder.write("my \"text\".txt", "old");
+    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+        for (const QMessageBox::StandardButton answer : {QMessageBox::No, QMessageBox::Yes}) {
+            when_box_opens<QMessageBox>([&, answer](QMessageBox& box) {
+                EXPECT_TRUE(box.text().contains("my \"text\".txt"));
+                box.button(answer)->click();
+            });
+            type(dialog, "my \"text\"");
+            accept(dialog);
+            EXPECT_EQ(dialog.isVisible(), answer == QMessageBox::No);
+        }
+    });
+    const ChosenFile chosen =
+        desktop.save_file_dialog({.initial_folder = folder.path().string(), .default_extension = "txt"});
+    EXPECT_EQ(chosen.path, folder.file("my \"text\".txt"));
 }
 
 TEST_F(QtFileDialogTest, WithoutATitleADialogHasThePlatformsOwn)

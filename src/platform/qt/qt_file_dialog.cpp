@@ -1,0 +1,106 @@
+#include "platform/qt/qt_file_dialog.h"
+
+#include <QAbstractItemView>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+bool has_quotes(const QString& name)
+{
+    return name.contains(QLatin1Char('"'));
+}
+
+} // namespace
+
+OneFileDialog::OneFileDialog(QWidget* parent) : QFileDialog(parent)
+{
+    // The desktops' own dialogs for opening refuse the name of a file that is still to be created.
+    setOption(QFileDialog::DontUseNativeDialog);
+    setFileMode(QFileDialog::AnyFile);
+    auto* const line = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (line == nullptr)
+        return;
+    // The toolkit would select the file that it reads between the quotes, and write its name over the typed one.
+    disconnect(line, &QLineEdit::textChanged, this, nullptr);
+    connect(line, &QLineEdit::textChanged, this, [this] { enable_button(); });
+    connect(line, &QLineEdit::textEdited, this, [this] { forget_clicked_file(); });
+}
+
+void OneFileDialog::enable_button()
+{
+    const auto* const buttons = findChild<QDialogButtonBox*>();
+    if (buttons == nullptr)
+        return;
+    const auto which = acceptMode() == AcceptOpen ? QDialogButtonBox::Open : QDialogButtonBox::Save;
+    if (QPushButton* const button = buttons->button(which))
+        button->setEnabled(!typed_name().isEmpty());
+}
+
+/// What is typed counts, so nothing else looks chosen.
+void OneFileDialog::forget_clicked_file()
+{
+    if (auto* const files = findChild<QAbstractItemView*>(QStringLiteral("listView")))
+        files->clearSelection();
+}
+
+QString OneFileDialog::typed_name() const
+{
+    const auto* const line = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    return line != nullptr ? line->text() : QString();
+}
+
+/// With the default extension, as the toolkit adds it to other names.
+QString OneFileDialog::path_of(const QString& name) const
+{
+    const QString path = directory().absoluteFilePath(name);
+    const QFileInfo file(path);
+    const bool complete = defaultSuffix().isEmpty() || file.isDir() || file.fileName().contains(QLatin1Char('.'));
+    return complete ? path : path + QLatin1Char('.') + defaultSuffix();
+}
+
+void OneFileDialog::accept()
+{
+    m_quoted_path.clear();
+    const QString name = typed_name();
+    if (!has_quotes(name)) {
+        QFileDialog::accept();
+        return;
+    }
+    const QString path = path_of(name);
+    if (QFileInfo(path).isDir()) {
+        setDirectory(path);
+        selectFile(QString());
+        return;
+    }
+    if (!may_replace(path))
+        return;
+    m_quoted_path = path;
+    QDialog::accept();
+}
+
+bool OneFileDialog::may_replace(const QString& path)
+{
+    if (acceptMode() == AcceptOpen || !QFileInfo::exists(path))
+        return true;
+    // The words of the toolkit's own question.
+    const QString question = QFileDialog::tr("%1 already exists.\nDo you want to replace it?");
+    return QMessageBox::warning(this, windowTitle(), question.arg(QFileInfo(path).fileName()),
+                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+QString OneFileDialog::chosen_path() const
+{
+    if (!m_quoted_path.isEmpty())
+        return m_quoted_path;
+    const QStringList files = selectedFiles();
+    return files.isEmpty() ? QString() : files.front();
+}
+
+} // namespace cuedrill::platform::qt
