@@ -3,6 +3,8 @@
 #include "platform/qt/qt_text.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QEvent>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -36,6 +38,7 @@ void QtMenuEntry::set_enabled(bool enabled)
 {
     m_enabled = enabled;
     m_action.setEnabled(enabled);
+    show_caption();
 }
 
 bool QtMenuEntry::enabled() const
@@ -46,7 +49,15 @@ bool QtMenuEntry::enabled() const
 void QtMenuEntry::set_caption(std::string_view text)
 {
     m_caption = text;
-    m_action.setText(to_qt(text));
+    show_caption();
+}
+
+/// The letter of a disabled entry does nothing, and must not stand in the way of an enabled one with the same letter:
+/// the toolkit chooses no entry while two of a menu have it.
+void QtMenuEntry::show_caption()
+{
+    const QString caption = to_qt(m_caption);
+    m_action.setText(m_enabled ? caption : without_access_key(caption));
 }
 
 std::string QtMenuEntry::caption() const
@@ -73,6 +84,27 @@ MenuEntry& QtMenu::add_entry(std::string_view name, std::string_view caption)
     m_entries.push_back(std::make_unique<QtMenuEntry>(*action, m_gate));
     m_entries.back()->set_caption(caption);
     return *m_entries.back();
+}
+
+QtMenuFocus::QtMenuFocus(QMenuBar& menu_bar) : m_menu_bar(menu_bar)
+{
+    m_menu_bar.installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, &QtMenuFocus::note_focus);
+}
+
+void QtMenuFocus::note_focus(QWidget* before, QWidget* now)
+{
+    if (now == &m_menu_bar && before != nullptr && before->window() == m_menu_bar.window())
+        m_before = before;
+}
+
+bool QtMenuFocus::eventFilter(QObject* watched, QEvent* event)
+{
+    // On the shortcut of a menu the bar takes the widget with the focus for the place to go back to. That must not be
+    // the bar itself.
+    if (event->type() == QEvent::Shortcut && m_menu_bar.hasFocus() && m_before != nullptr)
+        m_before->setFocus(Qt::MenuBarFocusReason);
+    return QObject::eventFilter(watched, event);
 }
 
 Menu& QtMenuBar::add_menu(std::string_view name, std::string_view caption)

@@ -3,6 +3,9 @@
 #include "platform/controls.h"
 #include "platform/qt/qt_guard.h"
 
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
 #include <memory>
 #include <vector>
 
@@ -27,6 +30,8 @@ public:
     void set_checked(bool checked) override;
 
 private:
+    void show_caption();
+
     QAction& m_action;
     bool m_visible = true;
     bool m_enabled = true;
@@ -46,15 +51,31 @@ private:
     std::vector<std::unique_ptr<QtMenuEntry>> m_entries;
 };
 
+/// Gives the keyboard back to where it was when the user leaves the menu bar, whatever way he has taken through it. The
+/// toolkit forgets the place when a second menu is opened with Alt while the bar itself has the keyboard.
+class QtMenuFocus : public QObject {
+public:
+    explicit QtMenuFocus(QMenuBar& menu_bar);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void note_focus(QWidget* before, QWidget* now);
+
+    QMenuBar& m_menu_bar;
+    QPointer<QWidget> m_before; ///< had the focus before the menu bar
+};
+
 class QtMenuBar final : public MenuBar {
 public:
-    QtMenuBar(QMenuBar& menu_bar, QtActionGate& gate) : m_menu_bar(menu_bar), m_gate(gate) {}
+    QtMenuBar(QMenuBar& menu_bar, QtActionGate& gate) : m_menu_bar(menu_bar), m_gate(gate), m_focus(menu_bar) {}
 
     Menu& add_menu(std::string_view name, std::string_view caption) override;
 
 private:
     QMenuBar& m_menu_bar;
     QtActionGate& m_gate;
+    QtMenuFocus m_focus;
     std::vector<std::unique_ptr<QtMenu>> m_menus;
 };
 

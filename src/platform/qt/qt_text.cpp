@@ -76,6 +76,17 @@ std::size_t to_place(const QString& text, int position)
     return place;
 }
 
+QString without_access_key(QString caption)
+{
+    for (qsizetype at = caption.indexOf(QLatin1Char('&')); at >= 0; at = caption.indexOf(QLatin1Char('&'), at)) {
+        if (caption.sliced(at).startsWith(QLatin1String("&&")))
+            at += 2;
+        else
+            caption.remove(at, 1);
+    }
+    return caption;
+}
+
 QString plain_tool_tip(const QString& text)
 {
     // A tool tip guesses whether it is given markup; where the text might look like it, it is given markup in which the

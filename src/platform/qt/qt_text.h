@@ -25,6 +25,9 @@ QString with_cr_lf(QString text);
 int to_position(const QString& text, std::size_t place);
 std::size_t to_place(const QString& text, int position);
 
+/// The caption without the mark of its access letter. "&&", a "&" that is shown, stays.
+QString without_access_key(QString caption);
+
 /// `text` as a tool tip that shows it literally, never as markup; empty for an empty text.
 QString plain_tool_tip(const QString& text);
 

@@ -3,8 +3,11 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
 
 namespace cuedrill::platform::qt {
 
@@ -95,6 +98,99 @@ TEST_F(QtMenuBarTest, ACaptionCanBeChanged)
     entry.set_caption("Level (now 6)");
     EXPECT_EQ(action("m_level").text(), "Level (now 6)");
     EXPECT_EQ(entry.caption(), "Level (now 6)");
+}
+
+/// The menu bar of a window in which a text has the keyboard.
+class MenuKeysTest : public QtTest {
+protected:
+    MenuKeysTest()
+    {
+        window.setCentralWidget(&text);
+        menu_bar.add_menu("m_file", "&File").add_entry("m_open", "&Open a course");
+        menu_bar.add_menu("m_show", "&Show").add_entry("m_history", "Show &history");
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        text.setFocus();
+    }
+
+    ~MenuKeysTest() override { text.setParent(nullptr); }
+
+    /// A key as the system sends it: to the open menu, otherwise to the window.
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QWidget* const popup = QApplication::activePopupWidget();
+        if (popup != nullptr)
+            QTest::keyClick(popup, key, modifiers);
+        else
+            QTest::keyClick(window.windowHandle(), key, modifiers);
+        QCoreApplication::processEvents();
+    }
+
+    QtGuard guard;
+    QMainWindow window;
+    QPlainTextEdit text;
+    QtActionGate gate{guard, window};
+    QtMenuBar menu_bar{*window.menuBar(), gate};
+};
+
+TEST_F(MenuKeysTest, TheKeyboardGoesBackAfterAMenuWasLeftForAnother)
+{
+    press(Qt::Key_F, Qt::AltModifier);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(window.menuBar()->hasFocus());
+    press(Qt::Key_S, Qt::AltModifier);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    press(Qt::Key_H);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_TRUE(text.hasFocus());
+}
+
+TEST_F(MenuKeysTest, TheKeyboardGoesBackAfterTheSecondMenuWasLeftToo)
+{
+    for (const Qt::Key menu : {Qt::Key_F, Qt::Key_S, Qt::Key_F}) {
+        press(menu, Qt::AltModifier);
+        press(Qt::Key_Escape);
+        EXPECT_TRUE(window.menuBar()->hasFocus());
+    }
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(text.hasFocus());
+}
+
+TEST_F(MenuKeysTest, ALetterChoosesTheOnlyEnabledEntryThatHasIt)
+{
+    Menu& show = menu_bar.add_menu("m_lists", "&Lists");
+    MenuEntry& hints = show.add_entry("m_view_hints", "Show &hints");
+    MenuEntry& history = show.add_entry("m_view_history", "Show &history");
+    std::string chosen;
+    hints.on_click = [&] { chosen += "hints "; };
+    history.on_click = [&] { chosen += "history "; };
+    hints.set_enabled(false);
+    EXPECT_EQ(hints.caption(), "Show &hints");
+    press(Qt::Key_L, Qt::AltModifier);
+    press(Qt::Key_H);
+    EXPECT_EQ(chosen, "history ");
+    hints.set_enabled(true);
+    history.set_enabled(false);
+    press(Qt::Key_L, Qt::AltModifier);
+    press(Qt::Key_H);
+    EXPECT_EQ(chosen, "history hints ");
+}
+
+TEST_F(MenuKeysTest, TheKeyboardGoesBackToWhereItWasLast)
+{
+    QPushButton& other = *new QPushButton(&window);
+    other.show();
+    other.setFocus();
+    press(Qt::Key_F, Qt::AltModifier);
+    press(Qt::Key_Escape);
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(other.hasFocus());
+    text.setFocus();
+    press(Qt::Key_F, Qt::AltModifier);
+    press(Qt::Key_O);
+    EXPECT_TRUE(text.hasFocus());
 }
 
 } // namespace

@@ -34,6 +34,13 @@ TEST(QtText, LineEndsOfBothKindsBecomeCrLf)
     EXPECT_EQ(with_cr_lf(QStringLiteral("a\nb\r\n\nc")), "a\r\nb\r\n\r\nc");
 }
 
+TEST(QtText, ACaptionWithoutItsAccessKeyKeepsAnAmpersandThatIsShown)
+{
+    EXPECT_EQ(without_access_key("Next &Question"), "Next Question");
+    EXPECT_EQ(without_access_key("&Save && E&xit &"), "Save && Exit ");
+    EXPECT_EQ(without_access_key("+"), "+");
+}
+
 } // namespace
 
 } // namespace cuedrill::platform::qt
