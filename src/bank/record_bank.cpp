@@ -5,24 +5,19 @@
 #include "store/schema.h"
 
 namespace cuedrill::bank {
-namespace {
 
-/// Nothing for a text that fits.
-std::string too_long_text(const char* what, const std::string& text)
+std::string too_long_text(std::string_view what, std::size_t characters)
 {
-    const std::size_t length = common::code_points(text);
-    if (length <= store::longest_text)
+    if (characters <= store::longest_text)
         return {};
-    return std::string("The ") + what + " has " + std::to_string(length) + " characters; " +
+    return "The " + std::string(what) + " has " + std::to_string(characters) + " characters; " +
            std::to_string(store::longest_text) + " fit.";
 }
 
-} // namespace
-
 std::string too_long(const std::string& question, const std::string& answer)
 {
-    const std::string about_question = too_long_text("question", question);
-    const std::string about_answer = too_long_text("answer", answer);
+    const std::string about_question = too_long_text("question", common::code_points(question));
+    const std::string about_answer = too_long_text("answer", common::code_points(answer));
     return about_question + (about_question.empty() || about_answer.empty() ? "" : " ") + about_answer;
 }
 

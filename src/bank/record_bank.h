@@ -4,8 +4,10 @@
 #include "platform/desktop.h"
 #include "store/course.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace cuedrill::bank {
 
@@ -60,6 +62,10 @@ private:
     platform::Desktop& m_desktop;
     std::string m_last_refusal;
 };
+
+/// Says that a text of `characters` characters is longer than a course can hold; nothing when it fits.
+/// @param what "question" or "answer".
+std::string too_long_text(std::string_view what, std::size_t characters);
 
 /// Says which of the two texts is longer than a course can hold, and how long it is; nothing when both fit.
 std::string too_long(const std::string& question, const std::string& answer);

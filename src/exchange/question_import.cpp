@@ -2,8 +2,8 @@
 
 #include "common/errors.h"
 #include "common/text.h"
-#include "exchange/question_text.h"
-#include "exchange/text_decoding.h"
+
+#include <utility>
 
 namespace cuedrill::exchange {
 namespace {
@@ -29,30 +29,16 @@ constexpr const char* explanation =
 constexpr const char* text_files = "Text file (*.txt)|*.txt|All files (*.*)|*.*";
 
 /// Each commit waits for the disk, so records are committed in groups of this length, in seconds. The display follows
-/// the commits: it never tells of a record that a crash could still take back.
-constexpr double group_seconds = 0.25;
+/// the commits: it never tells of a record that a crash could still take back. With the commit and the repaint, it is
+/// less than the tenth of a second after which a window seems to hang.
+constexpr double group_seconds = 0.05;
 
-/// More than the fullest course can hold, comments included, and little enough to be held in memory.
+/// More than the fullest course can hold, comments included.
 constexpr std::uint64_t longest_file = 64ULL * 1024 * 1024;
 
-/// The clock is looked at once in so many lines, where they complete no record.
-constexpr int lines_at_a_time = 64;
-
-/// A refused question is told whole, unless it is far longer than any that fits.
-constexpr std::size_t shown_question_length = 1000;
-
-std::string quoted(const std::string& text)
-{
-    return "\"" + text + "\"";
-}
-
-std::string one_line(const std::string& text)
-{
-    std::string line = common::replace_all(text, common::cr_lf, " ");
-    if (common::code_points(line) > shown_question_length)
-        line = std::string(common::first_code_points(line, shown_question_length)) + "...";
-    return line;
-}
+constexpr const char* no_question_found =
+    "No \"@Q@\" was found in the file. Each question must be preceded by \"@Q@\", and its answer by \"@A@\".\r\n"
+    "Example: @Q@ What is the capital of Alabama?  @A@ Montgomery\r\n";
 
 } // namespace
 
@@ -82,7 +68,7 @@ void QuestionImport::Import_questions_and_answers()
     const std::string path = desktop.open_file_dialog({.filter = text_files}).path;
     if (path.empty() || !may_import(path))
         return;
-    if (desktop.message_box({.text = "Questions from file " + quoted(path) + "will be added to current course (" +
+    if (desktop.message_box({.text = "Questions from file \"" + path + "\"will be added to current course (" +
                                      m_course.params.course_title + ").\r\nDo you wish to continue?",
                              .buttons = BoxButtons::yes_no,
                              .icon = BoxIcon::question}) != BoxAnswer::yes)
@@ -108,15 +94,16 @@ void QuestionImport::import_file(const std::string& path)
 {
     m_stored = m_committed = m_calls = 0;
     m_committed_cnt = m_course.current_cnt;
-    m_refused.clear();
+    m_has_question = false;
+    m_report = {};
     m_last_pause = m_services.clock.steady_seconds();
     try {
         read_records(path);
         commit();
         m_status.ShowStatus("", 0);
         m_view.show_all_stored();
-        tell(std::to_string(m_calls) + " questions and answers insterted.");
-        show_refused();
+        tell_end();
+        show_report();
     } catch (const common::Error& error) {
         stop(error.what());
     } catch (...) {
@@ -128,56 +115,67 @@ void QuestionImport::import_file(const std::string& path)
 
 void QuestionImport::read_records(const std::string& path)
 {
-    const std::string text = m_services.text_compare.nfc(decode_text(m_services.files.read(path, longest_file)));
-    const auto sink = [this](std::int64_t number, std::string_view question, std::string_view answer) {
-        store_record(number, question, answer);
-    };
-    LineReader lines(text);
-    QuestionTextReader reader;
-    int line_number = 0;
-    while (const auto line = lines.next()) {
-        reader.add_line(*line, sink);
-        if (++line_number % lines_at_a_time == 0)
-            pause_when_due();
+    QuestionFile file(m_services.files.begin_reading(path, longest_file));
+    for (auto step = file.step(); step != QuestionFile::Step::end; step = file.step()) {
+        if (step == QuestionFile::Step::record)
+            store_record(file.record());
+        pause_when_due(file);
     }
-    reader.finish(sink);
+    m_has_question = file.has_question();
 }
 
-void QuestionImport::store_record(std::int64_t number, std::string_view question, std::string_view answer)
+void QuestionImport::store_record(ReadRecord record)
 {
-    const std::string r = std::to_string(number);
-    if (question.empty()) {
+    for (ReadText* part : {&record.question, &record.answer})
+        part->text = m_services.text_compare.nfc(part->text);
+    m_report.add_read(record);
+    const std::string r = std::to_string(record.number);
+    if (record.question.text.empty()) {
         commit();
         tell("Question " + r + "  is empty. Record not inserted.");
-    } else if (answer.empty()) {
+    } else if (record.answer.text.empty()) {
         commit();
         tell("Answer to question " + r + "  is empty. Record not inserted.");
     } else {
-        write(number, std::string(question), std::string(answer));
+        write(record);
     }
 }
 
-void QuestionImport::write(std::int64_t number, const std::string& question, const std::string& answer)
+void QuestionImport::write(const ReadRecord& record)
 {
     if (!m_group)
         m_group.emplace(m_course.database());
     ++m_calls;
-    if (m_bank.Write_QA(question, answer))
+    const std::string reason = refusal(record);
+    if (reason.empty())
         ++m_stored;
     else
-        m_refused.push_back({.number = number, .reason = m_bank.last_refusal(), .question = question});
-    pause_when_due();
+        m_report.add_refused(record.number, reason);
 }
 
-/// Commits, shows how far the import is, and lets the window paint, a few times a second.
-void QuestionImport::pause_when_due()
+/// Has the course store the record. Why it was not stored, in words for the user; nothing when it was.
+std::string QuestionImport::refusal(const ReadRecord& record)
 {
-    const double now = m_services.clock.steady_seconds();
-    if (now - m_last_pause < group_seconds)
+    // Of a text that was cut off, what is left must not be stored as if it were all.
+    const bool whole = record.question.cut_off == 0 && record.answer.cut_off == 0;
+    if (whole && m_bank.Write_QA(record.question.text, record.answer.text))
+        return {};
+    const std::string reason = too_long(record);
+    return reason.empty()
+               ? m_bank.last_refusal() + " " + quoted_line(record.question.text) + " " + quoted_line(record.answer.text)
+               : reason;
+}
+
+/// Commits, shows how far the import is, and lets the window paint, many times a second.
+void QuestionImport::pause_when_due(const QuestionFile& file)
+{
+    if (m_services.clock.steady_seconds() - m_last_pause < group_seconds)
         return;
-    m_last_pause = now;
     commit();
+    if (const auto percent = file.percent())
+        m_status.ShowStatus(progress() + ", " + std::to_string(*percent) + " % of the file read", 0);
     m_services.desktop.pump();
+    m_last_pause = m_services.clock.steady_seconds();
 }
 
 /// Makes what was stored durable, then shows it.
@@ -194,9 +192,14 @@ void QuestionImport::commit()
     show_progress();
 }
 
+std::string QuestionImport::progress() const
+{
+    return "Importing: " + std::to_string(m_committed) + " questions and answers stored";
+}
+
 void QuestionImport::show_progress()
 {
-    m_status.ShowStatus("Importing: " + std::to_string(m_committed) + " questions and answers stored", 0);
+    m_status.ShowStatus(progress(), 0);
     m_view.show_stored_record();
 }
 
@@ -221,22 +224,19 @@ void QuestionImport::stop(const std::string& reason)
     m_services.desktop.message_box({.text = "The import has stopped.\r\n\r\n" + reason + "\r\n\r\n" +
                                             std::to_string(m_committed) + " questions and answers are stored.",
                                     .icon = BoxIcon::exclamation});
-    show_refused();
+    show_report();
 }
 
-void QuestionImport::show_refused()
+void QuestionImport::tell_end()
 {
-    if (m_refused.empty())
-        return;
-    std::string lines;
-    for (const Refused& refused : m_refused) {
-        lines += "Question " + std::to_string(refused.number) + ": " + refused.reason + " " +
-                 quoted(one_line(refused.question));
-        lines += common::cr_lf;
-    }
-    m_services.desktop.message_box({.text = "Refused, and not stored: " + std::to_string(m_refused.size()),
-                                    .icon = BoxIcon::exclamation,
-                                    .details = lines});
+    m_services.desktop.message_box({.text = std::to_string(m_calls) + " questions and answers insterted.",
+                                    .details = m_has_question ? "" : no_question_found});
+}
+
+void QuestionImport::show_report()
+{
+    if (const auto box = m_report.box())
+        m_services.desktop.message_box(*box);
 }
 
 void QuestionImport::tell(const std::string& text)

@@ -3,6 +3,8 @@
 #include "bank/edit_flags.h"
 #include "bank/record_bank.h"
 #include "bank/stored_record_view.h"
+#include "exchange/import_report.h"
+#include "exchange/question_file.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
@@ -13,8 +15,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace cuedrill::exchange {
 
@@ -39,22 +39,19 @@ public:
     void import_file(const std::string& path);
 
 private:
-    struct Refused {
-        std::int64_t number = 0;
-        std::string reason;
-        std::string question;
-    };
-
     [[nodiscard]] bool may_import(const std::string& path);
     void read_records(const std::string& path);
-    void store_record(std::int64_t number, std::string_view question, std::string_view answer);
-    void write(std::int64_t number, const std::string& question, const std::string& answer);
-    void pause_when_due();
+    void store_record(ReadRecord record);
+    void write(const ReadRecord& record);
+    [[nodiscard]] std::string refusal(const ReadRecord& record);
+    void pause_when_due(const QuestionFile& file);
     void commit();
     void drop_uncommitted() noexcept;
+    [[nodiscard]] std::string progress() const;
     void show_progress();
     void stop(const std::string& reason);
-    void show_refused();
+    void tell_end();
+    void show_report();
     void tell(const std::string& text);
 
     store::Course& m_course;
@@ -71,7 +68,8 @@ private:
     std::int64_t m_committed = 0;
     common::Int16 m_committed_cnt = 0; ///< current record at the last commit
     std::int64_t m_calls = 0;          ///< records handed to the course, the refused ones included
-    std::vector<Refused> m_refused;
+    bool m_has_question = false;       ///< whether the file has any
+    ImportReport m_report;
 };
 
 } // namespace cuedrill::exchange

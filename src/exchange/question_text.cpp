@@ -1,77 +1,106 @@
 #include "exchange/question_text.h"
 
-#include "common/text.h"
-
 #include <cstddef>
+#include <utility>
 
 namespace cuedrill::exchange {
 namespace {
 
-constexpr std::string_view comment = "/*/";
 constexpr std::size_t marker_length = 3;
 
-/// Where the marker "@" + `letter` + "@" begins, the letter in either case. `letter` is given in lower case.
-std::size_t find_marker(std::string_view text, char letter)
+char letter_of(Marker marker)
+{
+    return marker == Marker::question ? 'q' : 'a';
+}
+
+/// Whether `c` is the letter, given in lower case, in either case.
+bool is_letter(char c, char letter)
 {
     constexpr char case_bit = 0x20; // the cases of an ASCII letter differ in this bit only
+    return static_cast<char>(c | case_bit) == letter;
+}
+
+/// Where the marker begins.
+std::size_t find_marker(std::string_view text, Marker marker)
+{
     for (std::size_t at = text.find('@'); at != std::string_view::npos; at = text.find('@', at + 1)) {
         const std::string_view here = text.substr(at, marker_length);
         if (here.size() < marker_length)
             break;
-        if (static_cast<char>(here[1] | case_bit) == letter && here[2] == '@')
+        if (is_letter(here[1], letter_of(marker)) && here[2] == '@')
             return at;
     }
     return std::string_view::npos;
 }
 
-bool has_outer_white_space(std::string_view text)
+/// How many bytes at the end of `text` a marker may begin with.
+std::size_t begun_marker(std::string_view text, Marker marker)
 {
-    return text.starts_with(common::cr_lf) || text.ends_with(common::cr_lf) || text.starts_with('\t') ||
-           text.ends_with('\t');
+    if (text.ends_with('@'))
+        return 1;
+    return text.size() > 1 && text[text.size() - 2] == '@' && is_letter(text.back(), letter_of(marker)) ? 2 : 0;
 }
 
 } // namespace
 
-std::string_view trim_exchange_text(std::string_view text)
+bool holds_marker(std::string_view text, Marker marker)
 {
-    text = common::trim_blanks(text);
-    while (has_outer_white_space(text)) {
-        while (text.starts_with(common::cr_lf))
-            text.remove_prefix(common::cr_lf.size());
-        while (text.ends_with(common::cr_lf))
-            text.remove_suffix(common::cr_lf.size());
-        while (text.ends_with('\t'))
-            text.remove_suffix(1);
-        while (text.starts_with('\t'))
-            text.remove_prefix(1);
-        text = common::trim_blanks(text);
-    }
-    return text;
+    return find_marker(text, marker) != std::string_view::npos;
+}
+
+void QuestionTextReader::add(std::string_view text, const Sink& sink)
+{
+    if (m_line == Line::is_comment)
+        return;
+    m_held.append(text);
+    read_held(false, sink);
+}
+
+void QuestionTextReader::end_line(const Sink& sink)
+{
+    read_held(true, sink);
+    if (m_line == Line::is_text && m_state != State::Null)
+        (m_state == State::QS ? m_question : m_answer).add_line_end();
+    m_line = Line::begins;
 }
 
 // A marker never spans a line end, so each line is searched once, on its own, and only the text of the record being
-// read is kept: the time is linear in the text, however it is cut into lines.
-void QuestionTextReader::add_line(std::string_view line, const Sink& sink)
+// read is kept: the time is linear in the text, however it is cut into lines and pieces.
+void QuestionTextReader::read_held(bool line_ends, const Sink& sink)
 {
-    if (line.starts_with(comment))
-        return;
-    for (;;) {
-        const std::size_t at = find_marker(line, m_state == State::QS ? 'a' : 'q');
-        if (m_state != State::Null) {
-            std::string& part = m_state == State::QS ? m_question : m_answer;
-            part.append(line.substr(0, at));
-            if (at == std::string_view::npos)
-                part.append(common::cr_lf);
-        }
-        if (at == std::string_view::npos)
+    if (m_line == Line::begins) {
+        if (!line_ends && m_held.size() < comment_start.size())
             return;
-        line.remove_prefix(at + marker_length);
+        m_line = m_held.starts_with(comment_start) ? Line::is_comment : Line::is_text;
+    }
+    const std::string held = std::exchange(m_held, {});
+    if (m_line == Line::is_comment)
+        return;
+    std::string_view rest = held;
+    for (;;) {
+        const Marker awaited = m_state == State::QS ? Marker::answer : Marker::question;
+        const std::size_t at = find_marker(rest, awaited);
+        if (at == std::string_view::npos) {
+            const std::size_t kept_back = line_ends ? 0 : begun_marker(rest, awaited);
+            add_to_part(rest.substr(0, rest.size() - kept_back));
+            m_held = rest.substr(rest.size() - kept_back);
+            return;
+        }
+        add_to_part(rest.substr(0, at));
+        rest.remove_prefix(at + marker_length);
         marker_found(sink);
     }
 }
 
+void QuestionTextReader::add_to_part(std::string_view text)
+{
+    if (m_state != State::Null)
+        (m_state == State::QS ? m_question : m_answer).add(text);
+}
+
 void QuestionTextReader::marker_found(const Sink& sink)
 {
+    m_has_question = true;
     if (m_state == State::AS)
         store_record(sink);
     m_state = m_state == State::QS ? State::AS : State::QS;
@@ -79,18 +108,17 @@ void QuestionTextReader::marker_found(const Sink& sink)
 
 void QuestionTextReader::finish(const Sink& sink)
 {
+    if (m_line != Line::begins || !m_held.empty())
+        end_line(sink);
     if (m_state == State::AS)
         store_record(sink);
     m_state = State::Null;
-    m_question.clear();
+    m_question = {};
 }
 
 void QuestionTextReader::store_record(const Sink& sink)
 {
-    ++m_number;
-    sink(m_number, trim_exchange_text(m_question), trim_exchange_text(m_answer));
-    m_question.clear();
-    m_answer.clear();
+    sink({.number = ++m_number, .question = m_question.take(), .answer = m_answer.take()});
 }
 
 } // namespace cuedrill::exchange

@@ -3,63 +3,121 @@
 #include "common/errors.h"
 #include "common/text.h"
 #include "exchange/code_page_1252.h"
+#include "exchange/collected_text.h"
 
-#include <cstddef>
+#include <algorithm>
+#include <utility>
 
 namespace cuedrill::exchange {
 namespace {
 
 constexpr std::string_view utf16_little_endian_mark = "\xFF\xFE";
 constexpr std::string_view utf16_big_endian_mark = "\xFE\xFF";
-constexpr std::string_view replacement_character = "\xEF\xBF\xBD";
 constexpr char nul = '\0';
 
-std::string with_ill_formed_replaced(std::string_view text)
+/// How many bytes the sequence has that begins with `lead`; 0 when it is no first byte.
+std::size_t sequence_length(char lead)
 {
+    const auto byte = static_cast<unsigned char>(lead);
+    if (byte < 0x80)
+        return 1;
+    if (byte < 0xC0)
+        return 0;
+    return byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+}
+
+/// `text` without a sequence that has only begun at its end.
+std::string_view without_begun_sequence(std::string_view text)
+{
+    constexpr std::size_t longest_beginning = 3;
+    for (std::size_t back = 1; back <= std::min(longest_beginning, text.size()); ++back) {
+        const std::size_t length = sequence_length(text[text.size() - back]);
+        if (length != 0)
+            return text.substr(0, length > back ? text.size() - back : text.size());
+    }
+    return text;
+}
+
+/// Takes the whole characters away from `held`, and gives them.
+std::string take_whole_characters(std::string& held)
+{
+    const std::size_t length = without_begun_sequence(held).size();
+    std::string rest = held.substr(length);
+    held.resize(length);
+    return std::exchange(held, std::move(rest));
+}
+
+std::string with_ill_formed_marked(std::string text)
+{
+    if (common::is_utf8(text))
+        return text;
     std::string result;
     result.reserve(text.size());
-    while (!text.empty()) {
-        const std::string_view character = common::first_code_points(text, 1);
-        result.append(common::is_utf8(character) ? character : replacement_character);
-        text.remove_prefix(character.size());
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view character = common::first_code_points(rest, 1);
+        result.append(common::is_utf8(character) ? character : std::string_view(&unreadable_mark, 1));
+        rest.remove_prefix(character.size());
     }
     return result;
 }
 
 } // namespace
 
-std::string decode_text(std::string bytes)
+void TextSurvey::add(std::string bytes)
 {
-    if (bytes.starts_with(utf16_little_endian_mark) || bytes.starts_with(utf16_big_endian_mark))
+    m_beginning.append(bytes, 0, utf8_mark.size() - m_beginning.size());
+    if (m_beginning.starts_with(utf16_little_endian_mark) || m_beginning.starts_with(utf16_big_endian_mark))
         throw common::Error("The file is encoded as UTF-16. Save it as UTF-8 or Windows-1252 and import it again.");
-    const bool marked = bytes.starts_with(utf8_mark);
-    if (marked)
-        bytes.erase(0, utf8_mark.size());
     std::erase(bytes, nul);
-    if (common::is_utf8(bytes))
-        return bytes;
-    return marked ? with_ill_formed_replaced(bytes) : code_page_1252_to_utf8(bytes);
+    look_for_line_ends(bytes);
+    if (!m_well_formed)
+        return;
+    m_held.append(bytes);
+    m_well_formed = common::is_utf8(take_whole_characters(m_held));
+}
+
+void TextSurvey::look_for_line_ends(std::string_view text)
+{
+    if (text.empty())
+        return;
+    m_has_cr_lf =
+        m_has_cr_lf || (m_ends_with_cr && text.front() == '\n') || text.find(common::cr_lf) != std::string_view::npos;
+    m_has_lf = m_has_lf || text.find('\n') != std::string_view::npos;
+    m_has_cr = m_has_cr || text.find('\r') != std::string_view::npos;
+    m_ends_with_cr = text.back() == '\r';
+}
+
+TextFormat TextSurvey::format() const
+{
+    const bool marked = m_beginning == utf8_mark;
+    return {.utf8 = marked || (m_well_formed && m_held.empty()),
+            .marked = marked,
+            .line_end = m_has_cr_lf             ? common::cr_lf
+                        : m_has_cr && !m_has_lf ? std::string_view("\r")
+                                                : std::string_view("\n")};
+}
+
+std::string TextDecoder::decode(std::string bytes)
+{
+    const std::size_t skipped = std::min(m_skipped, bytes.size());
+    bytes.erase(0, skipped);
+    m_skipped -= skipped;
+    std::erase(bytes, nul);
+    if (!m_format.utf8)
+        return code_page_1252_to_utf8(bytes);
+    m_held.append(bytes);
+    return with_ill_formed_marked(take_whole_characters(m_held));
+}
+
+std::string TextDecoder::finish()
+{
+    return with_ill_formed_marked(std::exchange(m_held, {}));
 }
 
 bool is_read_as_utf8(std::string bytes)
 {
     std::erase(bytes, nul);
     return common::is_utf8(bytes);
-}
-
-LineReader::LineReader(std::string_view text)
-    : m_rest(text), m_line_end(text.find(common::cr_lf) == std::string_view::npos ? "\n" : common::cr_lf)
-{
-}
-
-std::optional<std::string_view> LineReader::next()
-{
-    if (m_rest.empty())
-        return std::nullopt;
-    const std::size_t end = m_rest.find(m_line_end);
-    const std::string_view line = m_rest.substr(0, end);
-    m_rest.remove_prefix(end == std::string_view::npos ? m_rest.size() : end + m_line_end.size());
-    return line;
 }
 
 } // namespace cuedrill::exchange

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,31 +9,99 @@ namespace cuedrill::exchange {
 /// The byte order mark of UTF-8.
 inline constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 
-/// The contents of a text file as well-formed UTF-8, without byte order mark and without NUL characters.
-///
-/// A file with the UTF-8 mark is UTF-8; what is ill-formed in it becomes U+FFFD. A file without a mark is UTF-8 when
-/// all of it is well-formed, and Windows-1252 otherwise.
-/// @throws common::Error when the file has a UTF-16 mark.
-std::string decode_text(std::string bytes);
+/// How a text file is to be read.
+struct TextFormat {
+    bool utf8 = true;    ///< Windows-1252 otherwise
+    bool marked = false; ///< whether it begins with the UTF-8 mark
+    std::string_view line_end{};
+};
 
-/// Whether `decode_text` takes bytes without a mark for UTF-8.
-bool is_read_as_utf8(std::string bytes);
-
-/// Gives the lines of a text one by one, without their ends.
+/// Finds out the format of a text file from all of its bytes.
 ///
-/// CR LF ends a line; a lone CR or LF is an ordinary character then. In a text that holds no CR LF at all, LF ends a
-/// line. The last line need not be ended, and an end at the end of the text starts no further line.
-class LineReader {
+/// A file with the UTF-8 mark is UTF-8. A file without a mark is UTF-8 when all of it is well-formed, and Windows-1252
+/// otherwise. CR LF ends a line; a lone CR or LF is an ordinary character then. In a file that holds no CR LF at all,
+/// LF ends a line, and in one without any LF, CR. NUL characters do not count.
+class TextSurvey {
 public:
-    /// Requires that `text` outlives the reader and the lines it gives.
-    explicit LineReader(std::string_view text);
+    /// The next bytes of the file.
+    /// @throws common::Error when the file has a UTF-16 mark.
+    void add(std::string bytes);
 
-    /// Nothing after the last line.
-    std::optional<std::string_view> next();
+    /// The format of what was added.
+    [[nodiscard]] TextFormat format() const;
 
 private:
-    std::string_view m_rest;
+    void look_for_line_ends(std::string_view text);
+
+    std::string m_beginning; ///< as long as the longest mark
+    std::string m_held;      ///< the beginning of a character
+    bool m_well_formed = true;
+    bool m_ends_with_cr = false;
+    bool m_has_cr_lf = false;
+    bool m_has_lf = false;
+    bool m_has_cr = false;
+};
+
+/// Brings the bytes of a text file to UTF-8, without byte order mark and without NUL characters. A byte that belongs to
+/// no character becomes `unreadable_mark`.
+class TextDecoder {
+public:
+    explicit TextDecoder(const TextFormat& format) : m_format(format), m_skipped(format.marked ? utf8_mark.size() : 0)
+    {
+    }
+
+    /// The text of the next bytes of the file, in whole characters: the beginning of one is kept for the next time.
+    [[nodiscard]] std::string decode(std::string bytes);
+    /// The rest, at the end of the file.
+    [[nodiscard]] std::string finish();
+
+private:
+    TextFormat m_format;
+    std::size_t m_skipped; ///< bytes that are still to be left out
+    std::string m_held;    ///< the beginning of a character
+};
+
+/// Whether the survey takes bytes without a mark for UTF-8.
+bool is_read_as_utf8(std::string bytes);
+
+/// Cuts a text that comes in pieces into its lines.
+class LineSplitter {
+public:
+    /// @param line_end CR LF, LF or CR.
+    explicit LineSplitter(std::string_view line_end) : m_line_end(line_end) {}
+
+    /// More of the text: calls `text` for what lies between the line ends, and `end` for each of these.
+    template <typename Text, typename End>
+    void add(std::string piece, const Text& text, const End& end)
+    {
+        // A CR at the end may be half of a line end.
+        if (m_cr_held)
+            piece.insert(0, 1, '\r');
+        m_cr_held = m_line_end.size() > 1 && piece.ends_with('\r');
+        if (m_cr_held)
+            piece.pop_back();
+        std::string_view rest = piece;
+        for (std::size_t at = rest.find(m_line_end); at != std::string_view::npos; at = rest.find(m_line_end)) {
+            text(rest.substr(0, at));
+            end();
+            rest.remove_prefix(at + m_line_end.size());
+        }
+        if (!rest.empty())
+            text(rest);
+    }
+
+    /// The text is at its end: calls `text` for what was held back.
+    template <typename Text>
+    void finish(const Text& text)
+    {
+        if (m_cr_held)
+            text(std::string_view("\r"));
+        m_cr_held = false;
+    }
+
+private:
     std::string_view m_line_end;
+    bool m_cr_held = false;
 };
 
 } // namespace cuedrill::exchange

@@ -1,11 +1,32 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace cuedrill::platform {
+
+/// A file that is read piece by piece, first to last.
+class FileReading {
+public:
+    FileReading() = default;
+    FileReading(const FileReading&) = delete;
+    FileReading& operator=(const FileReading&) = delete;
+    virtual ~FileReading() = default;
+
+    /// Size in bytes as the system told it at the beginning. It is no promise: the file may grow, and some tell 0.
+    [[nodiscard]] virtual std::uint64_t size() const = 0;
+
+    /// The next bytes, at most `most`; none at the end of the file.
+    /// @throws common::Error with the path and the reason when the file cannot be read, or is longer than was allowed.
+    [[nodiscard]] virtual std::string read(std::size_t most) = 0;
+
+    /// Goes back to the first byte.
+    /// @throws common::Error with the path and the reason.
+    virtual void rewind() = 0;
+};
 
 /// New contents for a file. They are written to a new file beside it, which takes its name when they are complete.
 /// Until then the file is as it was; where the contents are never completed, what was written stays beside it.
@@ -52,10 +73,11 @@ public:
     /// `path` made absolute against the working folder; unchanged when it is absolute or empty.
     [[nodiscard]] virtual std::string absolute(const std::string& path) const = 0;
 
-    /// The whole contents.
-    /// @param longest the most bytes that are read.
-    /// @throws common::Error with the path and the reason when the file cannot be read or is longer.
-    [[nodiscard]] virtual std::string read(const std::string& path, std::uint64_t longest) const = 0;
+    /// Begins to read a file.
+    /// @param longest the most bytes that the file may hold.
+    /// @throws common::Error with the path and the reason when the file cannot be opened.
+    [[nodiscard]] virtual std::unique_ptr<FileReading> begin_reading(const std::string& path,
+                                                                     std::uint64_t longest) const = 0;
 
     /// Appends `bytes` when the file (created when missing) is shorter than `limit` bytes.
     /// @return false, with nothing written, when the file holds `limit` bytes or more.

@@ -79,13 +79,13 @@ TEST_F(StoppedImport, takes_a_group_back_that_cannot_be_committed)
 
 TEST_F(StoppedImport, keeps_the_groups_that_were_committed)
 {
-    clock.step = 0.125; // two records to a group
+    clock.step = 0.03; // two records to a group, but for the first
     database.commits_left = 2;
-    desktop.expect_box(stopped("The disk is full.", 4));
+    desktop.expect_box(stopped("The disk is full.", 3));
     import(records(11));
-    expect_stored(4);
-    EXPECT_EQ(view.shown.back(), std::pair(common::Int16{4}, std::int64_t{4}));
-    expect_course_still_usable(4);
+    expect_stored(3);
+    EXPECT_EQ(view.shown.back(), std::pair(common::Int16{3}, std::int64_t{3}));
+    expect_course_still_usable(3);
 }
 
 TEST_F(StoppedImport, keeps_the_record_that_was_current_before)
@@ -239,10 +239,13 @@ protected:
 
 TEST_F(EndedImport, at_the_pump_keeps_what_was_committed)
 {
-    clock.step = 0.125;
-    desktop.on_pump = [this] { end_at_once(); };
+    clock.step = 0.03;
+    desktop.on_pump = [this] {
+        if (course.record_count == 3)
+            end_at_once();
+    };
     EXPECT_THROW(import(records(8)), common::ProgramEnded);
-    EXPECT_EQ(stored().size(), 2U);
+    EXPECT_EQ(stored().size(), 3U);
     EXPECT_EQ(database.transaction_depth(), 0);
 }
 

@@ -26,20 +26,37 @@ struct Record {
 
 using Records = std::vector<Record>;
 
-/// The records of a text with CR LF line ends; asserts that they are numbered from 1.
-Records records_of(std::string_view text)
+/// The records of a text that comes in pieces of `size` bytes; asserts that they are numbered from 1.
+Records records_of(std::string_view text, std::size_t size)
 {
     Records records;
-    const auto sink = [&](std::int64_t number, std::string_view question, std::string_view answer) {
-        records.push_back({std::string(question), std::string(answer)});
-        EXPECT_EQ(number, static_cast<std::int64_t>(records.size()));
+    const QuestionTextReader::Sink sink = [&](const ReadRecord& record) {
+        records.push_back({record.question.text, record.answer.text});
+        EXPECT_EQ(record.number, static_cast<std::int64_t>(records.size()));
     };
     QuestionTextReader reader;
-    LineReader lines(text);
-    while (const auto line = lines.next())
-        reader.add_line(*line, sink);
+    const auto add = [&](std::string_view part) { reader.add(part, sink); };
+    TextSurvey survey;
+    survey.add(std::string(text));
+    LineSplitter lines(survey.format().line_end);
+    TextDecoder decoder(survey.format());
+    for (std::size_t at = 0; at < text.size(); at += size)
+        lines.add(decoder.decode(std::string(text.substr(at, size))), add, [&] { reader.end_line(sink); });
+    lines.finish(add);
     reader.finish(sink);
     return records;
+}
+
+Records records_of(std::string_view text)
+{
+    return records_of(text, text.size() + 1);
+}
+
+/// A whole line.
+void add_line(QuestionTextReader& reader, std::string_view line, const QuestionTextReader::Sink& sink)
+{
+    reader.add(line, sink);
+    reader.end_line(sink);
 }
 
 struct Reading {
@@ -56,6 +73,12 @@ class QuestionText : public testing::TestWithParam<Reading> {};
 TEST_P(QuestionText, gives_its_records)
 {
     EXPECT_EQ(records_of(GetParam().text), GetParam().records);
+}
+
+TEST_P(QuestionText, gives_the_same_records_in_pieces_of_any_size)
+{
+    for (std::size_t size = 1; size <= 8; ++size)
+        EXPECT_EQ(records_of(GetParam().text, size), GetParam().records) << "in pieces of " << size;
 }
 
 const Record alabama{"What is the capital of Alabama?", "Montgomery"};
@@ -134,11 +157,11 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(QuestionTextReader, gives_a_record_as_soon_as_the_next_question_starts)
 {
     int records = 0;
-    const auto sink = [&](std::int64_t, std::string_view, std::string_view) { ++records; };
+    const auto sink = [&](const ReadRecord&) { ++records; };
     QuestionTextReader reader;
-    reader.add_line("@Q@ x @A@ y", sink);
+    add_line(reader, "@Q@ x @A@ y", sink);
     EXPECT_EQ(records, 0);
-    reader.add_line("still y @Q@", sink);
+    add_line(reader, "still y @Q@", sink);
     EXPECT_EQ(records, 1);
     reader.finish(sink);
     EXPECT_EQ(records, 1);
@@ -147,9 +170,9 @@ TEST(QuestionTextReader, gives_a_record_as_soon_as_the_next_question_starts)
 TEST(QuestionTextReader, gives_the_last_record_once)
 {
     int records = 0;
-    const auto sink = [&](std::int64_t, std::string_view, std::string_view) { ++records; };
+    const auto sink = [&](const ReadRecord&) { ++records; };
     QuestionTextReader reader;
-    reader.add_line("@Q@ x @A@ y", sink);
+    add_line(reader, "@Q@ x @A@ y", sink);
     reader.finish(sink);
     reader.finish(sink);
     EXPECT_EQ(records, 1);
@@ -157,12 +180,12 @@ TEST(QuestionTextReader, gives_the_last_record_once)
 
 TEST(QuestionTextReader, lets_through_what_the_sink_throws)
 {
-    const auto sink = [](std::int64_t, std::string_view, std::string_view) { throw std::runtime_error("disk full"); };
+    const auto sink = [](const ReadRecord&) { throw std::runtime_error("disk full"); };
     QuestionTextReader reader;
-    EXPECT_THROW(reader.add_line("@Q@ x @A@ y @Q@ z", sink), std::runtime_error);
+    EXPECT_THROW(add_line(reader, "@Q@ x @A@ y @Q@ z", sink), std::runtime_error);
 
     QuestionTextReader at_end;
-    at_end.add_line("@Q@ x @A@ y", sink);
+    add_line(at_end, "@Q@ x @A@ y", sink);
     EXPECT_THROW(at_end.finish(sink), std::runtime_error);
 }
 
@@ -183,12 +206,12 @@ TEST(HugeText, with_a_million_records_on_one_line_is_read)
 {
     std::int64_t records = 0;
     std::size_t wrong = 0;
-    const auto sink = [&](std::int64_t number, std::string_view question, std::string_view answer) {
-        records = number;
-        wrong += question == "x" && answer == "y" ? 0U : 1U;
+    const auto sink = [&](const ReadRecord& record) {
+        records = record.number;
+        wrong += record.question.text == "x" && record.answer.text == "y" ? 0U : 1U;
     };
     QuestionTextReader reader;
-    reader.add_line(repeated("@Q@x@A@y", million), sink);
+    add_line(reader, repeated("@Q@x@A@y", million), sink);
     reader.finish(sink);
     EXPECT_EQ(records, static_cast<std::int64_t>(million));
     EXPECT_EQ(wrong, 0U);
@@ -196,15 +219,16 @@ TEST(HugeText, with_a_million_records_on_one_line_is_read)
 
 TEST(HugeText, with_a_question_of_a_million_lines_is_read)
 {
-    std::size_t length = 0;
-    const auto sink = [&](std::int64_t, std::string_view question, std::string_view) { length = question.size(); };
+    ReadText question;
+    const auto sink = [&](const ReadRecord& record) { question = record.question; };
     QuestionTextReader reader;
-    reader.add_line("@Q@", sink);
+    add_line(reader, "@Q@", sink);
     for (std::size_t i = 0; i < million; ++i)
-        reader.add_line("a line", sink);
-    reader.add_line("@A@ y", sink);
+        add_line(reader, "a line", sink);
+    add_line(reader, "@A@ y", sink);
     reader.finish(sink);
-    EXPECT_EQ(length, million * 8 - 2);
+    EXPECT_EQ(question.text.size() + question.cut_off, million * 8 - 2);
+    EXPECT_EQ(question.text.size(), CollectedText::most_kept);
 }
 
 TEST(HugeText, of_at_signs_and_broken_markers_is_read)
@@ -212,7 +236,7 @@ TEST(HugeText, of_at_signs_and_broken_markers_is_read)
     const std::string noise = repeated("@@Q@ a@", million);
     const Records records = records_of("@Q@" + noise + "@A@y");
     ASSERT_EQ(records.size(), 1U);
-    EXPECT_EQ(records[0].question, noise);
+    EXPECT_EQ(records[0].question, noise.substr(0, CollectedText::most_kept));
     EXPECT_EQ(records[0].answer, "y");
 }
 

@@ -3,6 +3,8 @@
 #include "common/errors.h"
 #include "platform/files.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <set>
@@ -51,7 +53,8 @@ public:
         return path.empty() || path.starts_with('/') ? path : working_folder + "/" + path;
     }
 
-    [[nodiscard]] std::string read(const std::string& path, std::uint64_t longest) const override
+    [[nodiscard]] std::unique_ptr<platform::FileReading> begin_reading(const std::string& path,
+                                                                       std::uint64_t longest) const override
     {
         const auto file = files.find(resolve(path));
         if (!read_failure.empty())
@@ -60,7 +63,7 @@ public:
             throw common::Error(path + ": No such file or directory");
         if (file->second.size() > longest)
             throw common::Error(path + ": the file is too large");
-        return file->second;
+        return std::make_unique<FakeReading>(file->second);
     }
 
     bool append_below(const std::string& path, std::uint64_t limit, std::string_view bytes) override
@@ -102,6 +105,24 @@ public:
     }
 
 private:
+    class FakeReading : public platform::FileReading {
+    public:
+        explicit FakeReading(std::string bytes) : m_bytes(std::move(bytes)) {}
+
+        [[nodiscard]] std::uint64_t size() const override { return m_bytes.size(); }
+        [[nodiscard]] std::string read(std::size_t most) override
+        {
+            std::string piece = m_bytes.substr(m_at, most);
+            m_at += piece.size();
+            return piece;
+        }
+        void rewind() override { m_at = 0; }
+
+    private:
+        std::string m_bytes;
+        std::size_t m_at = 0;
+    };
+
     /// Written to the file of that name with ".part" behind it.
     class FakeReplacement : public platform::Replacement {
     public:

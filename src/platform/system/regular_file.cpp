@@ -88,6 +88,11 @@ std::size_t RegularFile::read(std::span<char> buffer) const
     return checked([&] { return ::read(m_handle, buffer.data(), buffer.size()); });
 }
 
+void RegularFile::rewind() const
+{
+    checked([&] { return ::lseek(m_handle, 0, SEEK_SET); });
+}
+
 void RegularFile::write(std::string_view bytes) const
 {
     while (!bytes.empty())
@@ -97,7 +102,7 @@ void RegularFile::write(std::string_view bytes) const
 void RegularFile::empty() const
 {
     checked([&] { return ::ftruncate(m_handle, 0); });
-    checked([&] { return ::lseek(m_handle, 0, SEEK_SET); });
+    rewind();
 }
 
 void RegularFile::sync() const

@@ -41,6 +41,8 @@ public:
     void try_permissions(mode_t permissions) const;
     /// Reads on into `buffer`. The number of bytes, 0 at the end of the file.
     [[nodiscard]] std::size_t read(std::span<char> buffer) const;
+    /// Goes back to the first byte.
+    void rewind() const;
     /// In one piece where the system takes it so; the next try after a shortened one tells the reason.
     void write(std::string_view bytes) const;
     /// Drops the contents and goes back to the start.

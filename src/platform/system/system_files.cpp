@@ -3,7 +3,6 @@
 #include "platform/system/regular_file.h"
 #include "platform/system/system_replacement.h"
 
-#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -18,6 +17,37 @@ bool status_of(const std::string& path, struct stat& status)
 {
     return is_name(path) && ::stat(path.c_str(), &status) == 0;
 }
+
+class SystemFileReading : public FileReading {
+public:
+    SystemFileReading(const std::string& path, std::uint64_t longest)
+        : m_file(RegularFile::open("read", path, O_RDONLY)), m_longest(longest), m_room(longest)
+    {
+    }
+
+    [[nodiscard]] std::uint64_t size() const override { return m_file.size(); }
+
+    [[nodiscard]] std::string read(std::size_t most) override
+    {
+        std::string piece(most, '\0');
+        piece.resize(m_file.read(piece));
+        if (piece.size() > m_room)
+            fail("read", m_file.path(), "it is longer than " + std::to_string(m_longest) + " bytes");
+        m_room -= piece.size();
+        return piece;
+    }
+
+    void rewind() override
+    {
+        m_file.rewind();
+        m_room = m_longest;
+    }
+
+private:
+    RegularFile m_file;
+    std::uint64_t m_longest;
+    std::uint64_t m_room; ///< how many more bytes are allowed
+};
 
 } // namespace
 
@@ -56,18 +86,9 @@ std::string SystemFiles::absolute(const std::string& path) const
     return error ? path : full.string();
 }
 
-std::string SystemFiles::read(const std::string& path, std::uint64_t longest) const
+std::unique_ptr<FileReading> SystemFiles::begin_reading(const std::string& path, std::uint64_t longest) const
 {
-    const RegularFile file = RegularFile::open("read", path, O_RDONLY);
-    std::string contents;
-    std::array<char, 65536> block{};
-    // The size told beforehand is not relied on: the file may grow, and some tell 0.
-    while (const std::size_t count = file.read(block)) {
-        if (count > longest - contents.size())
-            fail("read", path, "it is longer than " + std::to_string(longest) + " bytes");
-        contents.append(block.data(), count);
-    }
-    return contents;
+    return std::make_unique<SystemFileReading>(path, longest);
 }
 
 bool SystemFiles::append_below(const std::string& path, std::uint64_t limit, std::string_view bytes)

@@ -13,7 +13,8 @@ public:
     [[nodiscard]] bool is_folder(const std::string& path) const override;
     [[nodiscard]] bool is_same_file(const std::string& a, const std::string& b) const override;
     [[nodiscard]] std::string absolute(const std::string& path) const override;
-    [[nodiscard]] std::string read(const std::string& path, std::uint64_t longest) const override;
+    [[nodiscard]] std::unique_ptr<FileReading> begin_reading(const std::string& path,
+                                                             std::uint64_t longest) const override;
     bool append_below(const std::string& path, std::uint64_t limit, std::string_view bytes) override;
     [[nodiscard]] std::unique_ptr<Replacement> begin_replacement(const std::string& path) override;
     void change_folder(const std::string& path) override;

@@ -12,9 +12,22 @@ constexpr std::uint64_t no_limit = 1U << 30U;
 
 class SystemFilesTest : public FilesTest {
 protected:
+    /// All bytes of the file, in pieces of `most`.
+    [[nodiscard]] std::string contents(const std::string& path, std::uint64_t longest = no_limit,
+                                       std::size_t most = 65536) const
+    {
+        const auto file = files.begin_reading(path, longest);
+        std::string all;
+        for (std::string piece = file->read(most); !piece.empty(); piece = file->read(most)) {
+            EXPECT_LE(piece.size(), most);
+            all += piece;
+        }
+        return all;
+    }
+
     [[nodiscard]] std::string read_words(const std::string& path, std::uint64_t longest = no_limit) const
     {
-        return words([&] { static_cast<void>(files.read(path, longest)); });
+        return words([&] { static_cast<void>(contents(path, longest)); });
     }
 
     [[nodiscard]] std::string append_words(const std::string& path)
@@ -111,21 +124,42 @@ TEST_F(Reading, GivesEveryByte)
     std::string bytes;
     for (int i = 0; i < 200000; ++i)
         bytes += static_cast<char>(i % 256);
-    EXPECT_EQ(files.read(folder.write("bytes", bytes), no_limit), bytes);
-    EXPECT_EQ(files.read(folder.write("empty", ""), no_limit), "");
+    for (const std::size_t most : {1000U, 65536U, 1000000U})
+        EXPECT_EQ(contents(folder.write("bytes", bytes), no_limit, most), bytes);
+    EXPECT_EQ(contents(folder.write("empty", "")), "");
+}
+
+TEST_F(Reading, TellsTheSizeAndCanBeBegunAgain)
+{
+    const auto file = files.begin_reading(folder.write("ten", "0123456789"), 10);
+    EXPECT_EQ(file->size(), 10U);
+    EXPECT_EQ(file->read(7), "0123456");
+    file->rewind();
+    EXPECT_EQ(file->read(20), "0123456789") << "the limit counts from the first byte again";
+    EXPECT_EQ(file->read(20), "");
+}
+
+TEST_F(Reading, NoticesAFileThatGrowsBeyondTheLongest)
+{
+    const std::string path = folder.write("ten", "0123456789");
+    const auto file = files.begin_reading(path, 10);
+    EXPECT_EQ(file->read(10), "0123456789");
+    files.append_below(path, no_limit, "x");
+    EXPECT_EQ(words([&] { static_cast<void>(file->read(10)); }),
+              "Cannot read " + path + ": it is longer than 10 bytes.");
 }
 
 TEST_F(Reading, DoesNotRelyOnTheSizeTold)
 {
-    EXPECT_FALSE(files.read("/proc/self/status", no_limit).empty()) << "its size is told as 0";
+    EXPECT_FALSE(contents("/proc/self/status").empty()) << "its size is told as 0";
 }
 
 TEST_F(Reading, AcceptsExactlyTheLongest)
 {
     const std::string path = folder.write("ten", "0123456789");
-    EXPECT_EQ(files.read(path, 10), "0123456789");
+    EXPECT_EQ(contents(path, 10), "0123456789");
     EXPECT_EQ(read_words(path, 9), "Cannot read " + path + ": it is longer than 9 bytes.");
-    EXPECT_EQ(files.read(folder.write("empty", ""), 0), "");
+    EXPECT_EQ(contents(folder.write("empty", ""), 0), "");
 }
 
 TEST_F(Reading, NamesThePathAndTheReasonOfAnError)
@@ -261,7 +295,7 @@ TEST_F(WorkingFolder, IsWhereRelativeNamesStart)
     folder.write("a.crs", "x");
     files.change_folder(folder.path().string());
     EXPECT_EQ(files.absolute("a.crs"), folder.file("a.crs"));
-    EXPECT_EQ(files.read("a.crs", no_limit), "x");
+    EXPECT_EQ(files.begin_reading("a.crs", no_limit)->read(2), "x");
 }
 
 TEST_F(WorkingFolder, StaysAsItIsAfterAnError)

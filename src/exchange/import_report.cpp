@@ -1,0 +1,64 @@
+#include "exchange/import_report.h"
+
+#include "bank/record_bank.h"
+#include "common/text.h"
+
+namespace cuedrill::exchange {
+namespace {
+
+std::string too_long_part(const char* what, const ReadText& part)
+{
+    const std::string reason = bank::too_long_text(what, common::code_points(part.text) + part.cut_off);
+    return reason.empty() ? reason : reason + " " + quoted_line(part.text);
+}
+
+std::string unreadable_part(const char* what, const ReadText& part)
+{
+    if (part.unreadable == 0)
+        return {};
+    return std::to_string(part.unreadable) + (part.unreadable == 1 ? " character" : " characters") + " of the " + what +
+           " could not be read. " + quoted_line(part.text);
+}
+
+std::string joined(const std::string& first, const std::string& second)
+{
+    return first + (first.empty() || second.empty() ? "" : " ") + second;
+}
+
+} // namespace
+
+std::string too_long(const ReadRecord& record)
+{
+    return joined(too_long_part("question", record.question), too_long_part("answer", record.answer));
+}
+
+void ImportReport::add_read(const ReadRecord& record)
+{
+    const std::string words =
+        joined(unreadable_part("question", record.question), unreadable_part("answer", record.answer));
+    if (words.empty())
+        return;
+    ++m_unreadable;
+    m_lines.add(record.number, words);
+}
+
+void ImportReport::add_refused(std::int64_t number, const std::string& reason)
+{
+    ++m_refused;
+    m_lines.add(number, reason);
+}
+
+std::optional<platform::MessageBox> ImportReport::box() const
+{
+    const std::string refused = m_refused == 0 ? "" : "Refused, and not stored: " + std::to_string(m_refused);
+    const std::string unreadable =
+        m_unreadable == 0 ? "" : "With characters that could not be read: " + std::to_string(m_unreadable);
+    if (refused.empty() && unreadable.empty())
+        return std::nullopt;
+    return platform::MessageBox{
+        .text = refused + std::string(refused.empty() || unreadable.empty() ? "" : common::cr_lf) + unreadable,
+        .icon = platform::BoxIcon::exclamation,
+        .details = m_lines.text()};
+}
+
+} // namespace cuedrill::exchange

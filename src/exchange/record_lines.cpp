@@ -1,0 +1,40 @@
+#include "exchange/record_lines.h"
+
+#include "common/text.h"
+
+namespace cuedrill::exchange {
+namespace {
+
+/// In bytes: about a thousand lines. More would also keep the window from showing them at once.
+constexpr std::size_t longest_list = 262144;
+
+/// In characters.
+constexpr std::size_t longest_quotation = 1000;
+
+} // namespace
+
+void RecordLines::add(std::int64_t number, const std::string& words)
+{
+    if (m_lines.size() >= longest_list) {
+        ++m_left_out;
+        return;
+    }
+    m_lines.append("Question ").append(std::to_string(number)).append(": ").append(words).append(common::cr_lf);
+}
+
+std::string RecordLines::text() const
+{
+    if (m_left_out == 0)
+        return m_lines;
+    return m_lines + "... and " + std::to_string(m_left_out) + " more." + std::string(common::cr_lf);
+}
+
+std::string quoted_line(const std::string& text)
+{
+    std::string line = common::replace_all(text, common::cr_lf, " ");
+    if (common::code_points(line) > longest_quotation)
+        line = std::string(common::first_code_points(line, longest_quotation)) + "...";
+    return "\"" + line + "\"";
+}
+
+} // namespace cuedrill::exchange
