@@ -53,10 +53,23 @@ void QuestionExport::Export_QA()
     if (path.empty() || !may_export(path))
         return;
     const bool numbered = ask("Do you want to include questions numbers in the exported file?");
-    const auto count = try_export(path, numbered);
-    if (count &&
-        ask(std::to_string(*count) + " questions and answers exported. Do you want to open the exported file?"))
+    const auto exported = try_export(path, numbered);
+    if (!exported)
+        return;
+    if (ask(std::to_string(exported->count) +
+            " questions and answers exported. Do you want to open the exported file?"))
         m_services.open_document(path);
+    tell_changed(*exported);
+}
+
+void QuestionExport::tell_changed(const Exported& exported)
+{
+    if (exported.changed == 0)
+        return;
+    m_services.desktop.message_box(
+        {.text = "Records that an import of this file would change or leave out: " + std::to_string(exported.changed),
+         .icon = BoxIcon::exclamation,
+         .details = exported.lines});
 }
 
 bool QuestionExport::may_export(const std::string& path)
@@ -86,7 +99,7 @@ bool QuestionExport::is_name_of_the_engine(const std::string& path) const
 }
 
 /// Nothing when it has failed, which was told then.
-std::optional<std::int64_t> QuestionExport::try_export(const std::string& path, bool numbered)
+std::optional<QuestionExport::Exported> QuestionExport::try_export(const std::string& path, bool numbered)
 {
     std::string failure;
     try {
@@ -99,7 +112,7 @@ std::optional<std::int64_t> QuestionExport::try_export(const std::string& path, 
     return std::nullopt;
 }
 
-std::int64_t QuestionExport::export_file(const std::string& path, bool numbered)
+QuestionExport::Exported QuestionExport::export_file(const std::string& path, bool numbered)
 {
     const QuestionTextForm form{
         .course_title = m_course.params.course_title, .written = m_services.clock.now(), .numbered = numbered};
@@ -108,9 +121,10 @@ std::int64_t QuestionExport::export_file(const std::string& path, bool numbered)
         // First, so that a course that cannot be read leaves no file behind.
         const auto rows = m_course.database().open_recordset("Select * from qa order by cnt");
         file = m_services.files.begin_replacement(path);
-        const std::int64_t count = write_question_text(*file, *rows, form);
+        ReturnCheck check(m_services.text_compare);
+        const std::int64_t count = write_question_text(*file, *rows, form, check);
         file->finish();
-        return count;
+        return {.count = count, .changed = check.changed(), .lines = check.lines()};
     } catch (const common::Error& error) {
         throw common::Error(failure_text(store::words_about(error, m_course), file.get(),
                                          m_services.files.exists(path) ? path : std::string()));

@@ -30,16 +30,14 @@ std::string heading(const QuestionTextForm& form)
            line("") + line("");
 }
 
-std::string record(const platform::Recordset& row)
+std::string record(const std::string& question, const std::string& answer)
 {
-    return line("@Q@") + line(store::stored_text(row.field("q"))) + line("@A@") +
-           line(store::stored_text(row.field("a"))) + line("");
+    return line("@Q@") + line(question) + line("@A@") + line(answer) + line("");
 }
 
 std::string ending(std::int64_t count)
 {
-    return line("") + line("------------------------") +
-           comment(std::to_string(count) + " questions and answers exported");
+    return line("") + line(closing_line) + comment(std::to_string(count) + " questions and answers exported");
 }
 
 /// Gets one or more whole lines; false when it takes no more.
@@ -47,17 +45,22 @@ using Sink = std::function<bool(const std::string& lines)>;
 
 /// Hands on the text until `sink` takes no more.
 /// @return the number of records handed on.
-std::int64_t hand_on(platform::Recordset& rows, const QuestionTextForm& form, const Sink& sink)
+std::int64_t hand_on(platform::Recordset& rows, const QuestionTextForm& form, ReturnCheck& check, const Sink& sink)
 {
+    check.restart();
     if (!sink(heading(form)))
         return 0;
     std::int64_t count = 0;
     for (; !rows.eof(); rows.move_next()) {
         const std::string number = form.numbered ? comment(std::to_string(count + 1)) : "";
-        if (!sink(number + record(rows)))
+        const std::string question = store::stored_text(rows.field("q"));
+        const std::string answer = store::stored_text(rows.field("a"));
+        if (!sink(number + record(question, answer)))
             return count;
+        check.add(question, answer);
         ++count;
     }
+    check.finish();
     sink(ending(count));
     return count;
 }
@@ -95,16 +98,18 @@ private:
 
 } // namespace
 
-std::int64_t write_question_text(platform::Replacement& file, platform::Recordset& rows, const QuestionTextForm& form)
+std::int64_t write_question_text(platform::Replacement& file, platform::Recordset& rows, const QuestionTextForm& form,
+                                 ReturnCheck& check)
 {
     CodePageOutput code_page(file);
-    const std::int64_t count = hand_on(rows, form, [&](const std::string& lines) { return code_page.write(lines); });
+    const std::int64_t count =
+        hand_on(rows, form, check, [&](const std::string& lines) { return code_page.write(lines); });
     if (code_page.is_faithful())
         return count;
     file.restart();
     rows.move_first();
     file.write(utf8_mark);
-    return hand_on(rows, form, [&](const std::string& lines) {
+    return hand_on(rows, form, check, [&](const std::string& lines) {
         file.write(lines);
         return true;
     });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/date_time.h"
+#include "exchange/return_check.h"
 #include "platform/database.h"
 #include "platform/files.h"
 
@@ -21,8 +22,10 @@ struct QuestionTextForm {
 /// UTF-8 with a byte order mark otherwise.
 ///
 /// Requires a new `file` and a recordset at its first row. The file is left unfinished.
+/// @param check gets the records.
 /// @return the number of records.
 /// @throws common::Error when the file cannot be written or a row cannot be read.
-std::int64_t write_question_text(platform::Replacement& file, platform::Recordset& rows, const QuestionTextForm& form);
+std::int64_t write_question_text(platform::Replacement& file, platform::Recordset& rows, const QuestionTextForm& form,
+                                 ReturnCheck& check);
 
 } // namespace cuedrill::exchange

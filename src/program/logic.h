@@ -116,8 +116,10 @@ struct Logic {
 
     exchange::QuestionImport question_import{course,       bank,   edit_flags,
                                              window_ports, status, {p.files, p.clock, p.desktop, p.text_compare}};
-    exchange::QuestionExport question_export{
-        course, {p.files, p.clock, p.desktop, [this](const std::string& path) { documents.open_document(path); }}};
+    exchange::QuestionExport question_export{course,
+                                             {p.files, p.clock, p.desktop,
+                                              [this](const std::string& path) { documents.open_document(path); },
+                                              p.text_compare}};
 
     drill::KeyEcho echo{p.clock};
     drill::QuestionDialog dialog{form1,     state,     question_view, status, layout,

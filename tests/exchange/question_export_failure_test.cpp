@@ -172,8 +172,10 @@ protected:
     fakes::RealEngine other_engine;
     BreakingDatabase breaking{other_engine.database};
     store::Course unreadable{breaking};
-    QuestionExport breaking_export{
-        unreadable, {files, clock, desktop, [](const std::string&) { ADD_FAILURE() << "There is nothing to open."; }}};
+    QuestionExport breaking_export{unreadable,
+                                   {files, clock, desktop,
+                                    [](const std::string&) { ADD_FAILURE() << "There is nothing to open."; },
+                                    engine.text_compare}};
 };
 
 TEST_F(UnreadableCourse, leaves_the_records_before_in_the_unfinished_file)

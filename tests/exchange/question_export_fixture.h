@@ -129,7 +129,8 @@ protected:
     fakes::CourseContents before; ///< of the course
     std::vector<std::string> opened;
     QuestionExport question_export{
-        course, {files, clock, desktop, [this](const std::string& path) { opened.push_back(path); }}};
+        course,
+        {files, clock, desktop, [this](const std::string& path) { opened.push_back(path); }, engine.text_compare}};
 };
 
 } // namespace cuedrill::exchange

@@ -104,7 +104,7 @@ TEST_F(ExportedFile, takes_the_place_of_an_older_and_longer_one)
 TEST_F(ExportedFile, gives_the_number_of_its_records)
 {
     open({{"Norway?", "Oslo"}, {"Chişinău?", "Moldova"}});
-    EXPECT_EQ(question_export.export_file(target, false), 2);
+    EXPECT_EQ(question_export.export_file(target, false).count, 2);
 }
 
 struct Encoding {
@@ -343,12 +343,15 @@ protected:
         exported.apri_db();
         exported.params.course_title = "Capitals";
         const std::string file = folder.file("QA export.txt");
-        QuestionExport question_export{exported, {files, clock, desktop, [](const std::string&) {}}};
-        EXPECT_EQ(question_export.export_file(file, true), static_cast<std::int64_t>(texts.size()));
-        desktop.expect_box(inserted(static_cast<int>(texts.size())));
+        QuestionExport question_export{exported,
+                                       {files, clock, desktop, [](const std::string&) {}, engine.text_compare}};
+        told = question_export.export_file(file, true);
+        EXPECT_EQ(told.count, static_cast<std::int64_t>(texts.size()));
         question_import.import_file(file);
         return stored();
     }
+
+    QuestionExport::Exported told;
 };
 
 struct RoundTripText {
@@ -362,10 +365,20 @@ class RoundTrip : public ExportAndImport, public testing::WithParamInterface<Rou
 TEST_P(RoundTrip, gives_back_all_but_the_end_of_the_last_answer)
 {
     const std::string& text = GetParam().text;
+    desktop.expect_box(inserted(3));
     EXPECT_EQ(texts_after({{"one\r\n\r\ntwo", text}, {text, "three\nfour\r\nfive"}, {"last", text}}),
               (Texts{{"one\r\n\r\ntwo", text},
                      {text, "three\nfour\r\nfive"},
                      {"last", text + "\r\n\r\n\r\n------------------------"}}));
+}
+
+TEST_P(RoundTrip, is_not_told_as_a_change)
+{
+    const std::string& text = GetParam().text;
+    desktop.expect_box(inserted(2));
+    static_cast<void>(texts_after({{text, text}, {text, text}}));
+    EXPECT_EQ(told.changed, 0);
+    EXPECT_EQ(told.lines, "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, RoundTrip,
@@ -375,6 +388,97 @@ INSTANTIATE_TEST_SUITE_P(Texts, RoundTrip,
                                          RoundTripText{"control_character_of_no_byte", "\u0080"},
                                          RoundTripText{"beyond_the_basic_plane", "𝄞"}),
                          [](const auto& text) { return std::string(text.param.name); });
+
+/// A record between two others: what is told about it is what really happens to it.
+struct Changed {
+    const char* name;
+    std::string question;
+    std::string answer;
+    std::string reasons; ///< none where the record comes back as it is
+};
+
+class ToldChange : public ExportAndImport, public testing::WithParamInterface<Changed> {};
+
+TEST_P(ToldChange, is_what_an_import_does)
+{
+    const auto& [name, question, answer, reasons] = GetParam();
+    desktop.on_box = [this] { desktop.expect_box(desktop.boxes.back().text); };
+    const Texts after = texts_after({{"first", "1"}, {question, answer}, {"last", "3"}});
+    const bool comes_back = after.size() == 3 && after[1] == std::pair(question, answer);
+    EXPECT_EQ(comes_back, reasons.empty());
+    EXPECT_EQ(told.changed, reasons.empty() ? 0 : 1);
+    EXPECT_EQ(told.lines.substr(0, told.lines.find(" \"" + question.substr(0, 1))),
+              reasons.empty() ? "" : "Question 2: " + reasons);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Records, ToldChange,
+    testing::Values(
+        Changed{"answer_marker_in_a_question", "x @a@ y", "z", "The question holds \"@A@\"."},
+        Changed{"question_marker_in_a_question", "x @Q@ y", "z", ""},
+        Changed{"question_marker_in_an_answer", "x", "y @Q@ z", "The answer holds \"@Q@\"."},
+        Changed{"answer_marker_in_an_answer", "x", "y @A@ z", ""},
+        Changed{"comment_in_a_question", "x\r\n/*/ y", "z", "A line of the question begins with \"/*/\"."},
+        Changed{"comment_at_the_start_of_an_answer", "x", "/*/ y\r\nz", "A line of the answer begins with \"/*/\"."},
+        Changed{"no_comment_behind_a_blank", "x\r\n /*/ y", "y /*/", ""},
+        Changed{"no_comment_behind_a_lone_lf", "x\n/*/ y", "z\r/*/", ""},
+        Changed{"outer_white_space", "x ", "\r\ny",
+                "Blanks, TABs or line breaks at an end of the question are dropped. Blanks, TABs or line breaks at an "
+                "end of "
+                "the answer are dropped."},
+        Changed{"empty_answer", "x", "", "The answer is empty."},
+        Changed{"blank_answer", "x", " ", "The answer is empty."},
+        Changed{"nul", "x\0y"s, "z", "NUL characters are dropped."},
+        Changed{"marker_around_a_nul", "x@\0A@y"s, "z", "The question holds \"@A@\". NUL characters are dropped."},
+        Changed{"decomposed", "e\u0301", "z", "Characters are written in another form."},
+        Changed{"longest", std::string(200, 'x'), std::string(200, 'y'), ""}),
+    [](const auto& changed) { return std::string(changed.param.name); });
+
+class LastRecord : public ExportAndImport {
+protected:
+    void expect_told(const std::string& answer, const std::string& lines)
+    {
+        desktop.on_box = [this] { desktop.expect_box(desktop.boxes.back().text); };
+        const Texts after = texts_after({{"first", std::string(171, 'x')}, {"last", answer}});
+        EXPECT_EQ(after.size(), lines.empty() ? 2U : 1U);
+        EXPECT_EQ(told.lines, lines);
+    }
+};
+
+TEST_F(LastRecord, is_told_where_the_line_of_hyphens_makes_its_answer_too_long)
+{
+    expect_told(std::string(171, 'x'),
+                "Question 2: The answer, with the line of hyphens behind it, has 201 characters; "
+                "200 fit. \"last\"\r\n");
+}
+
+TEST_F(LastRecord, is_not_told_where_its_answer_still_fits)
+{
+    expect_told(std::string(170, 'x'), "");
+}
+
+TEST_F(ExportCommand, names_what_would_come_back_changed_after_its_question)
+{
+    open({{"Norway?", "@Q@"}, {"Peru?", "Lima"}, {"x @A@", "y"}});
+    expect_file_dialog(target);
+    expect_numbers_question(BoxAnswer::no);
+    expect_count_question(3, BoxAnswer::yes);
+    desktop.expect_box_like({.text = "Records that an import of this file would change or leave out: 2",
+                             .icon = platform::BoxIcon::exclamation,
+                             .details = "Question 1: The answer holds \"@Q@\". \"Norway?\"\r\n"
+                                        "Question 3: The question holds \"@A@\". \"x @A@\"\r\n"},
+                            BoxAnswer::ok);
+    run();
+    EXPECT_EQ(opened, (std::vector<std::string>{target}));
+}
+
+TEST_F(ExportCommand, names_each_record_once_where_the_file_was_begun_again)
+{
+    open({{"Norway?", "@Q@"}, {"Москва", "y"}});
+    const QuestionExport::Exported exported_records = question_export.export_file(target, false);
+    EXPECT_EQ(exported_records.changed, 1);
+    EXPECT_EQ(exported_records.lines, "Question 1: The answer holds \"@Q@\". \"Norway?\"\r\n");
+}
 
 } // namespace
 } // namespace cuedrill::exchange
