@@ -4,6 +4,7 @@
 #include "platform/qt/qt_text.h"
 
 #include <QDir>
+#include <QLockFile>
 #include <QSettings>
 #include <filesystem>
 #include <system_error>
@@ -15,6 +16,29 @@ namespace {
 QString to_key(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// How long a setting may wait for another program that is writing one, in milliseconds.
+constexpr int longest_wait = 1000;
+
+/// Throws when something else than a file has the name: a pipe would be waited for without end.
+void require_file(const std::string& path)
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw common::Error(path + ": not an ordinary file");
+}
+
+/// Throws when another program holds the lock of the settings for long. QSettings itself, which takes the lock next,
+/// would wait for it without end.
+void require_free_lock(const std::string& path)
+{
+    const std::string name = path + ".lock";
+    require_file(name);
+    QLockFile lock(to_key(name));
+    if (!lock.tryLock(longest_wait) && lock.error() == QLockFile::LockFailedError)
+        throw common::Error(name + ": another program holds it");
 }
 
 /// Throws when the last access failed; `failure` says what could not be done.
@@ -50,6 +74,7 @@ std::optional<std::string> QtSettingsStore::get(std::string_view application, st
                                                 std::string_view key) const
 {
     const std::string file = path(application, section);
+    require_file(file);
     const QSettings settings(to_key(file), QSettings::IniFormat);
     check_readable(settings, file);
     const QVariant value = settings.value(to_key(key));
@@ -69,6 +94,8 @@ void QtSettingsStore::set(std::string_view application, std::string_view section
     if (error)
         throw common::Error(folder.string() + ": " + error.message());
 
+    require_file(file);
+    require_free_lock(file);
     QSettings settings(to_key(file), QSettings::IniFormat);
     check_readable(settings, file);
     settings.setValue(to_key(key), to_key(value));

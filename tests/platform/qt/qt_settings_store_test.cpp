@@ -2,9 +2,13 @@
 #include "platform/qt/qt_settings_store.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QLockFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
 
 namespace cuedrill::platform::qt {
 
@@ -48,6 +52,71 @@ TEST_F(QtSettingsStoreTest, KeepsASectionInAFileOfItsOwnAndItsOtherKeys)
     EXPECT_TRUE(QFile::exists(path("CUEDRILL/other.ini")));
     EXPECT_EQ(store.get("CUEDRILL", "general", "first"), "1");
     EXPECT_EQ(store.get("CUEDRILL", "general", "second"), "2");
+}
+
+/// What stands in the way of the settings, and for how long it is waited for.
+class SettingsInTheWay : public QtSettingsStoreTest {
+protected:
+    void SetUp() override { store.set("CUEDRILL", "general", "last_db_path", "before"); }
+
+    void make_pipe(const char* name) const
+    {
+        QFile::remove(path(name));
+        ASSERT_EQ(::mkfifo(path(name).toLocal8Bit().constData(), 0600), 0);
+    }
+
+    /// The words of the error.
+    template <typename Operation>
+    std::string refusal(const Operation& operation) const
+    {
+        QElapsedTimer timer;
+        timer.start();
+        std::string words = "no error";
+        try {
+            operation();
+        } catch (const common::Error& error) {
+            words = error.what();
+        }
+        EXPECT_LT(timer.elapsed(), 2000);
+        return words;
+    }
+    std::string refusal_to_set()
+    {
+        return refusal([&] { store.set("CUEDRILL", "general", "last_db_path", "after"); });
+    }
+    [[nodiscard]] std::string name(const char* file) const { return path(file).toStdString(); }
+};
+
+TEST_F(SettingsInTheWay, APipeInPlaceOfTheFileIsRefusedAtOnce)
+{
+    make_pipe("CUEDRILL/general.ini");
+    const std::string words = name("CUEDRILL/general.ini") + ": not an ordinary file";
+    EXPECT_EQ(refusal([&] { (void)store.get("CUEDRILL", "general", "last_db_path"); }), words);
+    EXPECT_EQ(refusal_to_set(), words);
+}
+
+TEST_F(SettingsInTheWay, APipeInPlaceOfTheLockIsRefusedAtOnce)
+{
+    make_pipe("CUEDRILL/general.ini.lock");
+    EXPECT_EQ(refusal_to_set(), name("CUEDRILL/general.ini.lock") + ": not an ordinary file");
+    EXPECT_EQ(store.get("CUEDRILL", "general", "last_db_path"), "before");
+}
+
+TEST_F(SettingsInTheWay, ALockThatAnotherProgramHoldsIsNotWaitedForLong)
+{
+    QLockFile held(path("CUEDRILL/general.ini.lock"));
+    ASSERT_TRUE(held.lock());
+    EXPECT_EQ(refusal_to_set(), name("CUEDRILL/general.ini.lock") + ": another program holds it");
+    EXPECT_EQ(store.get("CUEDRILL", "general", "last_db_path"), "before");
+    held.unlock();
+    EXPECT_EQ(refusal_to_set(), "no error");
+    EXPECT_EQ(store.get("CUEDRILL", "general", "last_db_path"), "after");
+}
+
+TEST_F(SettingsInTheWay, ALockOfAnotherMachineIsNotWaitedForLong)
+{
+    write("CUEDRILL/general.ini.lock", "1\ncuedrill\nelsewhere\nid\nboot\n");
+    EXPECT_EQ(refusal_to_set(), name("CUEDRILL/general.ini.lock") + ": another program holds it");
 }
 
 // A file in the place of the folder stands for a folder that cannot be written: it stops the superuser too.
