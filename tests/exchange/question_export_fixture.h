@@ -116,7 +116,7 @@ protected:
     }
 
     const std::string target = "/home/anna/QA export.txt";
-    const std::string unfinished = target + ".part";
+    const std::string unfinished = target + ".cuedrill-part";
 
     fakes::TempFolder folder;
     fakes::FakeClock clock;

@@ -123,11 +123,11 @@ private:
         std::size_t m_at = 0;
     };
 
-    /// Written to the file of that name with ".part" behind it.
+    /// Written to the file of that name with ".cuedrill-part" behind it.
     class FakeReplacement : public platform::Replacement {
     public:
         FakeReplacement(FakeFiles& files, std::string target)
-            : m_files(files), m_target(std::move(target)), m_path(m_target + ".part")
+            : m_files(files), m_target(std::move(target)), m_path(m_target + ".cuedrill-part")
         {
             m_files.files[m_path].clear();
         }

@@ -110,6 +110,11 @@ void RegularFile::sync() const
     checked([&] { return ::fsync(m_handle); });
 }
 
+int RegularFile::duplicate_handle() const
+{
+    return ::fcntl(m_handle, F_DUPFD_CLOEXEC, 0);
+}
+
 void RegularFile::close()
 {
     if (::close(std::exchange(m_handle, -1)) != 0)

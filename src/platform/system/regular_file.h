@@ -49,6 +49,8 @@ public:
     void empty() const;
     /// Waits until all that was written is on the disk.
     void sync() const;
+    /// A second handle of the open file, for the caller to close; below 0 where there can be no more.
+    [[nodiscard]] int duplicate_handle() const;
     /// Some file systems tell only now that written bytes were lost.
     void close();
 

@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view doing = "write";
 constexpr std::size_t buffer_size = 65536;
+constexpr std::string_view part_ending = ".cuedrill-part";
 constexpr int most_names = 100;
 constexpr mode_t usual_mode = 0666; // less what the user's mask takes away
 constexpr mode_t private_mode = 0600;
@@ -32,6 +33,13 @@ void require_writable(const std::string& path, mode_t mode)
         fail(doing, path, EACCES);
     if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
         fail(doing, path, errno);
+}
+
+bool is_name_of_part(std::string_view name)
+{
+    const std::size_t at = name.rfind(part_ending);
+    return at != std::string_view::npos && at > 0 &&
+           name.find_first_not_of("0123456789", at + part_ending.size()) == std::string_view::npos;
 }
 
 fs::path canonical(const std::string& path, const fs::path& what)
@@ -82,7 +90,9 @@ struct SystemReplacement::Target {
     {
         return (fs::path(folder) / other_name).string();
     }
-    /// Creates the file that gets the new contents.
+    /// Removes the parts in the folder that nobody is writing.
+    void remove_leftovers() const;
+    /// Creates the file that gets the new contents, and locks it.
     [[nodiscard]] RegularFile create_part() const;
 };
 
@@ -112,25 +122,38 @@ SystemReplacement::Target SystemReplacement::Target::of(const std::string& path)
     return {file.parent_path().string(), file.filename().string(), status.st_mode & permission_bits};
 }
 
+void SystemReplacement::Target::remove_leftovers() const
+{
+    std::error_code error; // a folder that may not be listed
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        if (is_name_of_part(entry->path().filename().string()))
+            FileLock::remove_unless_held(entry->path().string());
+    }
+}
+
 RegularFile SystemReplacement::Target::create_part() const
 {
+    remove_leftovers();
     std::string_view base = name;
     for (int number = 1; number <= most_names;) {
-        const std::string ending = number == 1 ? ".part" : ".part" + std::to_string(number);
+        const std::string ending = std::string(part_ending) + (number == 1 ? "" : std::to_string(number));
         const std::string path = in_folder(std::string(base) + ending);
         // Until it has its permissions, nobody else may read what is written to it.
         const int handle =
             ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions ? private_mode : usual_mode);
-        if (handle >= 0)
+        if (handle >= 0 && FileLock::hold(handle))
             return {doing, path, handle};
-        if (errno == EEXIST)
+        if (handle >= 0)
+            ::close(handle); // somebody took it for a leftover before it was locked
+        else if (errno == EEXIST)
             ++number;
         else if (errno == ENAMETOOLONG && common::code_points(base) > 1)
             base = common::first_code_points(base, common::code_points(base) - 1);
         else if (errno != EINTR)
             fail(doing, path, errno);
     }
-    fail(doing, in_folder(name + ".part"), EEXIST);
+    fail(doing, in_folder(name + std::string(part_ending)), EEXIST);
 }
 
 SystemReplacement::SystemReplacement(const std::string& path) : SystemReplacement(Target::of(path))
@@ -138,7 +161,8 @@ SystemReplacement::SystemReplacement(const std::string& path) : SystemReplacemen
 }
 
 SystemReplacement::SystemReplacement(const Target& target)
-    : m_folder(target.folder), m_target(target.in_folder(target.name)), m_file(target.create_part())
+    : m_folder(target.folder), m_target(target.in_folder(target.name)), m_file(target.create_part()),
+      m_lock(m_file.duplicate_handle())
 {
     m_buffer.reserve(buffer_size);
     // Where the file system has no permissions, there is nothing to keep.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/files.h"
+#include "platform/system/file_lock.h"
 #include "platform/system/regular_file.h"
 
 #include <string>
@@ -8,8 +9,10 @@
 
 namespace cuedrill::platform::system {
 
-/// New contents for a file of the machine. The new file has its name with ".part" behind it, or ".part2" and so on
-/// where that is taken. Without `finish` it stays, with all that was written as far as the disk takes it.
+/// New contents for a file of the machine. The new file has its name with ".cuedrill-part" behind it, or
+/// ".cuedrill-part2" and so on where that is taken. Without `finish` it stays, with all that was written as far as the
+/// disk takes it, until the next replacement in that folder begins: this removes all such files that nobody is writing.
+/// A lock on the file tells them apart.
 class SystemReplacement : public Replacement {
 public:
     /// @throws common::Error with the path and the reason when no file can be created beside it, when something else
@@ -36,6 +39,7 @@ private:
     std::string m_folder;
     std::string m_target;
     RegularFile m_file;
+    FileLock m_lock;
     std::string m_buffer;  ///< not written yet
     std::string m_failure; ///< words of the error that left a hole in the contents; empty for none
 };

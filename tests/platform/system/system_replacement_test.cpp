@@ -1,13 +1,18 @@
 #include "common/text.h"
 #include "files_support.h"
 
+#include <csignal>
 #include <cstddef>
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
 #include <string>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace cuedrill::platform::system {
 namespace {
@@ -122,7 +127,7 @@ TEST_F(NewContents, GoToTheFileThatALinkLeadsTo)
     const std::string link = make_link("lists/real.txt", "link.txt");
     const std::string link_to_link = make_link(link, "second.txt");
     const auto replacement = files.begin_replacement(link_to_link);
-    EXPECT_EQ(replacement->path(), folder.file("lists/real.txt.part"));
+    EXPECT_EQ(replacement->path(), folder.file("lists/real.txt.cuedrill-part"));
     replacement->write("new");
     replacement->finish();
     EXPECT_EQ(folder.read("lists/real.txt"), "new");
@@ -137,7 +142,7 @@ TEST_F(NewContents, OfARelativeNameStayInTheirFolder)
     fs::current_path(folder.path());
     const auto replacement = files.begin_replacement("list.txt");
     fs::current_path(folder.file("elsewhere"));
-    EXPECT_EQ(replacement->path(), path + ".part");
+    EXPECT_EQ(replacement->path(), path + ".cuedrill-part");
     replacement->write("new");
     replacement->finish();
     EXPECT_EQ(folder.read("list.txt"), "new");
@@ -148,7 +153,7 @@ TEST_F(NewContents, CanBeBegunAgain)
     const auto replacement = files.begin_replacement(path);
     replacement->write(std::string(100000, 'x'));
     replacement->restart();
-    EXPECT_EQ(folder.read("list.txt.part"), "");
+    EXPECT_EQ(folder.read("list.txt.cuedrill-part"), "");
     replacement->write("short");
     replacement->finish();
     EXPECT_EQ(folder.read("list.txt"), "short");
@@ -180,28 +185,100 @@ TEST_F(PartFile, StaysWhereTheContentsAreNotCompleted)
         replacement->write("the end");
     }
     EXPECT_EQ(folder.read("list.txt"), "old");
-    EXPECT_EQ(folder.read("list.txt.part"), std::string(100000, 'x') + "the end");
+    EXPECT_EQ(folder.read("list.txt.cuedrill-part"), std::string(100000, 'x') + "the end");
+}
+
+/// A file of this name that somebody is writing.
+class HeldFile {
+public:
+    explicit HeldFile(const std::string& name) : m_handle(::open(name.c_str(), O_RDWR | O_CLOEXEC))
+    {
+        EXPECT_EQ(::flock(m_handle, LOCK_EX | LOCK_NB), 0);
+    }
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+    ~HeldFile() { ::close(m_handle); }
+
+private:
+    int m_handle;
+};
+
+TEST_F(PartFile, ThatNobodyIsWritingIsRemovedAtTheNextReplacementInTheFolder)
+{
+    for (const char* name : {"list.txt.cuedrill-part", "list.txt.cuedrill-part100", "other.cuedrill-part2"})
+        folder.write(name, "left by a killed program");
+    for (const char* name :
+         {"list.txt.part", "x.cuedrill-partial", "cuedrill-part", ".cuedrill-part", "x.cuedrill-part2x"})
+        folder.write(name, "of somebody else");
+    files.begin_replacement(path)->finish();
+    EXPECT_EQ(names(), 6);
+    for (const char* name :
+         {"list.txt.part", "x.cuedrill-partial", "cuedrill-part", ".cuedrill-part", "x.cuedrill-part2x"})
+        EXPECT_EQ(folder.read(name), "of somebody else");
+}
+
+TEST_F(PartFile, ThatIsBeingWrittenStays)
+{
+    const auto first = files.begin_replacement(path);
+    const auto second = files.begin_replacement(path);
+    first->write("first");
+    second->write("second");
+    EXPECT_EQ(first->path(), path + ".cuedrill-part");
+    EXPECT_EQ(second->path(), path + ".cuedrill-part2");
+    first->finish();
+    second->finish();
+    EXPECT_EQ(folder.read("list.txt"), "second");
+    EXPECT_EQ(names(), 1);
+}
+
+TEST_F(PartFile, ThatIsNoFileStays)
+{
+    fs::create_directory(folder.file("a.cuedrill-part"));
+    ASSERT_EQ(::mkfifo(folder.file("b.cuedrill-part").c_str(), 0600), 0);
+    folder.write("dear", "dear");
+    static_cast<void>(make_link(folder.file("dear"), "c.cuedrill-part"));
+    files.begin_replacement(path)->finish();
+    EXPECT_EQ(names(), 5);
+    EXPECT_EQ(folder.read("dear"), "dear");
+}
+
+TEST_F(PartFile, OfAKilledProgramHoldsNothingUp)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const auto replacement = files.begin_replacement(path);
+        replacement->write(std::string(100000, 'x'));
+        ::kill(::getpid(), SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(files.exists(path + ".cuedrill-part"));
+    const auto replacement = files.begin_replacement(path);
+    EXPECT_EQ(replacement->path(), path + ".cuedrill-part");
+    replacement->finish();
+    EXPECT_EQ(names(), 1);
 }
 
 TEST_F(PartFile, NeverTakesANameThatIsThere)
 {
-    folder.write("list.txt.part", "of somebody else");
-    static_cast<void>(make_link(folder.file("missing"), "list.txt.part2"));
+    folder.write("list.txt.cuedrill-part", "of somebody else");
+    const HeldFile held(folder.file("list.txt.cuedrill-part"));
+    static_cast<void>(make_link(folder.file("missing"), "list.txt.cuedrill-part2"));
     const auto replacement = files.begin_replacement(path);
-    EXPECT_EQ(replacement->path(), path + ".part3");
+    EXPECT_EQ(replacement->path(), path + ".cuedrill-part3");
     replacement->write("new");
     replacement->finish();
     EXPECT_EQ(folder.read("list.txt"), "new");
-    EXPECT_EQ(folder.read("list.txt.part"), "of somebody else");
+    EXPECT_EQ(folder.read("list.txt.cuedrill-part"), "of somebody else");
     EXPECT_FALSE(files.exists(folder.file("missing")));
 }
 
 TEST_F(PartFile, IsNotLookedForWithoutEnd)
 {
-    folder.write("list.txt.part", "");
+    fs::create_directory(folder.file("list.txt.cuedrill-part"));
     for (int number = 2; number <= 100; ++number)
-        folder.write("list.txt.part" + std::to_string(number), "");
-    EXPECT_EQ(refusal(path), "Cannot write " + path + ".part: File exists.");
+        fs::create_directory(folder.file("list.txt.cuedrill-part" + std::to_string(number)));
+    EXPECT_EQ(refusal(path), "Cannot write " + path + ".cuedrill-part: File exists.");
     EXPECT_EQ(names(), 100);
 }
 
@@ -213,10 +290,10 @@ TEST_F(PartFile, HasAShorterNameWhereTheWholeOneDoesNotFit)
         name += "é";
     const auto replacement = files.begin_replacement(folder.file(name));
     const std::string part = fs::path(replacement->path()).filename().string();
-    EXPECT_EQ(part, name.substr(0, 249) + ".part");
+    EXPECT_EQ(part, name.substr(0, 241) + ".cuedrill-part");
     EXPECT_TRUE(common::is_utf8(part));
     const auto second = files.begin_replacement(folder.file(name));
-    EXPECT_EQ(fs::path(second->path()).filename().string(), name.substr(0, 249) + ".part2");
+    EXPECT_EQ(fs::path(second->path()).filename().string(), name.substr(0, 239) + ".cuedrill-part2");
     replacement->write("new");
     replacement->finish();
     EXPECT_EQ(folder.read(name), "new");
@@ -253,7 +330,7 @@ TEST_F(RefusedReplacement, IsThatOfANameThatNoFileCanHave)
     EXPECT_EQ(refusal(long_name), "Cannot write " + long_name + ": File name too long.");
     EXPECT_EQ(refusal(folder.file("missing/a")),
               "Cannot write " + folder.file("missing/a") + ": No such file or directory.");
-    EXPECT_EQ(refusal("/proc/cuedrill"), "Cannot write /proc/cuedrill.part: No such file or directory.");
+    EXPECT_EQ(refusal("/proc/cuedrill"), "Cannot write /proc/cuedrill.cuedrill-part: No such file or directory.");
     EXPECT_EQ(names(), 1);
 }
 
@@ -288,7 +365,7 @@ TEST_F(RefusedReplacement, IsThatInAFolderThatMayNotBeWritten)
         const AsNobody nobody;
         error = refusal(path);
     }
-    EXPECT_EQ(error, "Cannot write " + path + ".part: Permission denied.");
+    EXPECT_EQ(error, "Cannot write " + path + ".cuedrill-part: Permission denied.");
 }
 
 TEST_F(FailedReplacement, LeavesTheFileAsItWas)
@@ -302,12 +379,13 @@ TEST_F(FailedReplacement, LeavesTheFileAsItWas)
     }
     const std::string error_of_next = words([&] { replacement->write("more"); });
     const std::string error_of_end = words([&] { replacement->finish(); });
-    EXPECT_EQ(error, "Cannot write " + path + ".part: File too large.");
+    EXPECT_EQ(error, "Cannot write " + path + ".cuedrill-part: File too large.");
     EXPECT_EQ(error_of_next, error) << "there would be a hole in the contents";
     EXPECT_EQ(error_of_end, error);
     EXPECT_EQ(folder.read("list.txt"), "old");
     replacement.reset();
-    EXPECT_EQ(folder.read("list.txt.part"), std::string(10, 'x')) << "nor is anything put behind the hole at the end";
+    EXPECT_EQ(folder.read("list.txt.cuedrill-part"), std::string(10, 'x'))
+        << "nor is anything put behind the hole at the end";
 }
 
 TEST_F(FailedReplacement, CanBeBegunAgain)
@@ -333,7 +411,7 @@ TEST_F(FailedReplacement, IsToldAtTheEndToo)
         replacement->write("new");
         error = words([&] { replacement->finish(); });
     }
-    EXPECT_EQ(error, "Cannot write " + path + ".part: File too large.");
+    EXPECT_EQ(error, "Cannot write " + path + ".cuedrill-part: File too large.");
     EXPECT_EQ(folder.read("list.txt"), "old");
 }
 
@@ -341,7 +419,7 @@ TEST_F(FailedReplacement, IsQuietWhereTheContentsWereGivenUp)
 {
     const FileSizeLimit limit(1);
     files.begin_replacement(path)->write("new");
-    EXPECT_EQ(folder.read("list.txt.part"), "n");
+    EXPECT_EQ(folder.read("list.txt.cuedrill-part"), "n");
 }
 
 TEST_F(FailedReplacement, KeepsWhatHasTakenTheNameMeanwhile)
@@ -351,7 +429,7 @@ TEST_F(FailedReplacement, KeepsWhatHasTakenTheNameMeanwhile)
     fs::create_directory(path);
     EXPECT_EQ(words([&] { replacement->finish(); }), "Cannot write " + path + ": Is a directory.");
     EXPECT_TRUE(fs::is_directory(path));
-    EXPECT_EQ(folder.read("list.txt.part"), "new");
+    EXPECT_EQ(folder.read("list.txt.cuedrill-part"), "new");
 }
 
 } // namespace

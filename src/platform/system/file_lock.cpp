@@ -1,0 +1,40 @@
+#include "platform/system/file_lock.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace cuedrill::platform::system {
+
+FileLock::~FileLock()
+{
+    if (m_handle >= 0)
+        ::close(m_handle);
+}
+
+bool FileLock::hold(int handle)
+{
+    struct stat status {};
+    if (::flock(handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        return false;
+    return ::fstat(handle, &status) == 0 && status.st_nlink > 0;
+}
+
+void FileLock::remove_unless_held(const std::string& path)
+{
+    // Writable, because a file system of another machine locks no other file.
+    const int handle = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+    if (handle < 0)
+        return;
+    struct stat status {};
+    struct stat named {};
+    // The name may have gone to another file, or the file to another name, before the lock was taken.
+    if (::fstat(handle, &status) == 0 && S_ISREG(status.st_mode) && ::flock(handle, LOCK_EX | LOCK_NB) == 0 &&
+        ::lstat(path.c_str(), &named) == 0 && named.st_dev == status.st_dev && named.st_ino == status.st_ino)
+        ::unlink(path.c_str());
+    ::close(handle);
+}
+
+} // namespace cuedrill::platform::system
