@@ -98,7 +98,7 @@ private:
     int m_handle = -1;
 };
 
-int make_course(const std::string& course_path, const std::string& text_path)
+int make_course(const std::string& course_name, const std::string& text_path)
 {
     platform::icu::IcuTextCompare text_compare;
     platform::sqlite::SqliteDatabase database(text_compare);
@@ -111,6 +111,7 @@ int make_course(const std::string& course_path, const std::string& text_path)
 
     if (!files.is_regular_file(text_path))
         throw common::Error("There is no file " + text_path + ".");
+    const std::string course_path = files.absolute(course_name);
     if (files.exists(course_path))
         throw common::Error("There is a file " + course_path + " already.");
     CourseInMaking making(course_path);

@@ -86,6 +86,16 @@ TEST_F(CommandTest, the_course_tool_makes_a_course_of_the_sample_questions)
     EXPECT_EQ(printed(), std::to_string(made) + " questions and answers insterted.\n");
 }
 
+TEST_F(CommandTest, the_course_tool_takes_a_name_in_the_working_folder)
+{
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
+    const int code = run({CUEDRILL_COURSE, "elements.crs", SAMPLE_QUESTIONS});
+    std::filesystem::current_path(before);
+    EXPECT_EQ(code, 0) << printed();
+    EXPECT_GE(fakes::read_course(folder.file("elements.crs")).qa.size(), 118U);
+}
+
 TEST_F(CommandTest, the_course_tool_never_replaces_a_file)
 {
     folder.write("elements.crs", "something dear");
