@@ -140,7 +140,7 @@ void QuestionDialog::NextQuestionCommand()
         return;
     if (m_editor.editing())
         m_editor.close_editor();
-    m_selection.next_question(scheduler::SameAgain::rather_than_none);
+    m_selection.next_question();
 }
 
 void QuestionDialog::SucceedAndNext()

@@ -26,7 +26,7 @@ Selection::Selection(store::Course& course, store::CourseParamsStore& params, co
 {
 }
 
-void Selection::next_question(SameAgain same_again)
+void Selection::next_question()
 {
     if (m_course.record_count == 0) {
         m_services.desktop.message_box({.text = "There are no questions in the database."});
@@ -36,10 +36,6 @@ void Selection::next_question(SameAgain same_again)
     m_display.clear_answer_state();
     try {
         find_next_question();
-        if (m_course.current_cnt == 0 && same_again == SameAgain::rather_than_none) {
-            m_course.previous_cnt = 0;
-            find_next_question();
-        }
     } catch (...) {
         // The question that stood there has had its verdict; it must not be judged a second time.
         m_display.withdraw_question();

@@ -12,14 +12,6 @@
 
 namespace cuedrill::scheduler {
 
-/// Whether the question of before may be asked once more.
-enum class SameAgain {
-    never,
-    /// It was not answered, and was not marked as shown: it may be the first of its level, before which the others do
-    /// not come.
-    rather_than_none
-};
-
 /// Decides which question comes next.
 class Selection {
 public:
@@ -35,7 +27,7 @@ public:
     /// Puts the next mature question on display, higher levels first and not the same one twice in a row, or says
     /// that there is none; then no question is on display and the current record is 0.
     /// @throws platform::DatabaseError, common::OverflowError, common::OutOfRangeError; no question is on display then.
-    void next_question(SameAgain same_again = SameAgain::never);
+    void next_question();
 
     /// Makes a mature question of `level` the current record.
     /// @return false when there is none.
