@@ -139,12 +139,12 @@ std::optional<std::string> Hints::chosen_word() const
     const std::optional<std::size_t> caret = m_form1.t_hint.caret();
     if (!caret)
         return std::nullopt;
-    for (const Word& word : m_words) {
-        // The brackets belong to the word: the one before it and the one at its end.
-        if (*caret + 1 >= word.place.begin && *caret <= word.place.end)
-            return word.text;
-    }
-    return std::nullopt;
+    // To each word belong its brackets, and the blanks behind it as far as the next bracket.
+    const auto word = std::find_if(m_words.rbegin(), m_words.rend(),
+                                   [caret](const Word& one) { return *caret + 1 >= one.place.begin; });
+    if (word == m_words.rend())
+        return std::nullopt;
+    return word->text;
 }
 
 } // namespace cuedrill::drill

@@ -37,7 +37,8 @@ public:
     /// Shows the answer with a mask in place of each letter and digit.
     void BuildMaskedHint();
 
-    /// The word of the list in whose brackets the user has clicked, or to which the arrow keys have led.
+    /// The word of the list in whose brackets, or on the blanks behind which, the user has clicked; or to which the
+    /// arrow keys have led.
     [[nodiscard]] std::optional<std::string> chosen_word() const;
 
 private:

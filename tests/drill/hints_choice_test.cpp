@@ -161,22 +161,47 @@ INSTANTIATE_TEST_SUITE_P(
                     Pair{"sign_behind_the_letters", "set {", "set", "{"}),
     [](const auto& pair) { return std::string(pair.param.name); });
 
-TEST_F(ChosenWord, counts_with_its_brackets_and_nothing_counts_between_two)
+TEST_F(ChosenWord, counts_with_its_brackets_and_the_blanks_behind_it)
 {
     start_with_answers("ab zz", {"x", "y"});
     show_hint({0.0, 0.4});
     ASSERT_EQ(hint(), " [ab]   [x]   [zz]  ");
-    // Blanks around and between the words.
-    for (const std::size_t place : {0U, 5U, 6U, 7U, 11U, 12U, 13U, 18U, 19U, 20U, 99U}) {
-        click_hint(place);
-        EXPECT_EQ(answer(), "") << place;
-        expect_not_judged();
-    }
-    for (const std::size_t place : {1U, 2U, 3U, 4U}) {
+    click_hint(0);
+    EXPECT_EQ(answer(), "") << "no word is before the first blank";
+    expect_not_judged();
+    for (const std::size_t place : {1U, 2U, 3U, 4U, 5U, 6U, 7U}) {
         click_hint(place);
         EXPECT_EQ(answer(), "ab") << place;
         form1.Text_a.text_value = "";
     }
+    expect_not_judged();
+}
+
+class BlankBetweenTwo : public ChosenWord, public testing::WithParamInterface<std::size_t> {};
+
+TEST_P(BlankBetweenTwo, means_the_word_to_its_left)
+{
+    start_with_answers("ab zz", {"x", "y"});
+    show_hint({0.0, 0.4});
+    ASSERT_EQ(hint(), " [ab]   [x]   [zz]  ");
+    expect_wrong("x", "ab zz");
+    click_hint(GetParam());
+    expect_not_known();
+}
+
+INSTANTIATE_TEST_SUITE_P(Places, BlankBetweenTwo, testing::Values(11, 12, 13));
+
+TEST_F(ChosenWord, is_the_last_one_on_the_blanks_behind_it)
+{
+    start_with_answers("zz ab", {"x", "y"});
+    show_hint({0.0, 0.4});
+    ASSERT_EQ(hint(), " [ab]   [x]   [zz]  ");
+    for (const std::size_t place : {17U, 18U, 19U, 20U}) {
+        click_hint(place);
+        EXPECT_EQ(answer(), "zz") << place;
+        form1.Text_a.text_value = "";
+    }
+    expect_not_judged();
 }
 
 TEST_F(ChosenWord, is_found_behind_words_with_longer_characters)
