@@ -48,7 +48,11 @@ void AnswerAids::ToggleListMode()
     store::CourseParams changed = m_course.params;
     changed.list_mode = !changed.list_mode;
     m_services.params.change_params(changed);
-    m_services.status.reset_status();
+    // Nobody has given the verdict yet that the status line may be asking for.
+    if (m_state.AwaitingVerdict)
+        m_services.status.ask_for_verdict();
+    else
+        m_services.status.reset_status();
     m_services.statistics_view.show_options();
     if (!changed.list_mode) {
         m_state.AnswerShown = false;

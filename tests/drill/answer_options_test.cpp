@@ -1,3 +1,4 @@
+#include "common/colour.h"
 #include "drill/hints_fixture.h"
 
 namespace cuedrill::drill {
@@ -314,6 +315,25 @@ TEST_F(AlwaysHints, are_switched_off_with_what_they_have_shown)
     enter_in_answer();
     EXPECT_EQ(stored(1).q_side.successes, 4);
     expect_no_hint();
+}
+
+TEST_F(AlwaysHints, leave_the_request_for_a_verdict_in_the_status_line)
+{
+    start_with_three_questions();
+    yes();
+    choose("m_show_answer");
+    for (const bool on : {true, false}) {
+        choose("m_list_mode");
+        ASSERT_EQ(logic->course.params.list_mode, on);
+        EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
+        EXPECT_EQ(form1.P_status.background, common::pure_red);
+        EXPECT_TRUE(form1.P_status.bold);
+        clock.advance_seconds(600);
+        form1.timer_250_ms.tick();
+        EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
+    }
+    press("+");
+    EXPECT_NE(form1.P_status.background, common::pure_red);
 }
 
 /// An option that cannot be stored.
