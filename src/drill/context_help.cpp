@@ -19,9 +19,9 @@ constexpr std::array<const char*, platform::toolbar_buttons> toolbar_help{
     "answer, shows its shape instead: the letters A to Z and the digits are hidden.\r\n\r\nAn answer that you type "
     "after a hint counts as not known.\r\n\r\nKey: H, outside of the boxes; Escape leaves them",
     "Puts the caret into the answer box. Type the answer and press Enter to have it judged; upper and lower case do "
-    "not matter. Meanwhile *, + and - are ordinary characters.\r\n\r\nKey: T",
+    "not matter. Until the answer is shown, *, + and - are ordinary characters.\r\n\r\nKey: T",
     "You knew the answer: the question's level rises as far as the time since its last test allows, and the next "
-    "question is asked.\r\n\r\nKey: +, once the answer is shown, unless you were typing it",
+    "question is asked.\r\n\r\nKey: +, once the answer is shown",
     "You did not know the answer: the question goes back to level 0, and the next question is asked.\r\n\r\nKey: -, "
     "once the answer is shown",
     "Lets you change the question on display and its answer. When you save it, the question starts its history again: "

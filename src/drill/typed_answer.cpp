@@ -88,11 +88,17 @@ void TypedAnswer::on_enter()
 {
     if (common::trim_blanks_and_line_ends(m_form1.Text_a.text()).empty())
         show_answer();
-    else if (m_services.layout.can_type())
+    else if (m_services.layout.can_type() || marked_as_known())
         JudgeTypedAnswer();
     else
         // What stands there was not typed, so there is nothing to be judged.
         m_services.desktop.beep();
+}
+
+/// Whether the answer was revealed because the user said that it was known. Enter then agrees with that.
+bool TypedAnswer::marked_as_known() const
+{
+    return m_services.layout.mode() == Mode::answer && m_state.SelfJudgement == "+";
 }
 
 /// A character in the middle of the text goes before a selection, which stays in the text.

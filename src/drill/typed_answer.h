@@ -60,6 +60,7 @@ private:
     void show_answer();
     void on_enter();
     void reveal();
+    [[nodiscard]] bool marked_as_known() const;
     bool insert_before_end(const platform::KeyPress& press);
     void succeed();
     void msgbox_incorrect_answer(const std::string& typed, const std::string& correct);

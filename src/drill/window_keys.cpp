@@ -80,10 +80,10 @@ bool WindowKeys::answer_is_shown() const
 }
 
 /// The verdict on an answer that is on display. Anywhere else "+" and "-" are ordinary characters; while an answer is
-/// being typed, too, until the user has it shown and is asked for the verdict.
+/// being typed, too, until the stored one is shown, in whichever way.
 bool WindowKeys::on_sign(const platform::KeyPress& press)
 {
-    if (m_services.editor.editing() || (m_state.TypingMode && !m_state.AwaitingVerdict))
+    if (m_services.editor.editing() || (m_state.TypingMode && !m_state.answer_revealed))
         return false;
     if (!m_services.layout.question_on_display() || m_form1.Text_q.text().empty() || !answer_is_shown())
         return false;

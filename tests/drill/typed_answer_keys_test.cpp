@@ -105,6 +105,34 @@ TEST_F(AnswerKeys, second_sign_is_the_verdict_whatever_the_first_one_was)
     EXPECT_EQ(logic->state.SelfJudgement, "");
 }
 
+TEST_F(AnswerKeys, enter_after_plus_tells_that_the_answer_was_right)
+{
+    press_in_answer("+");
+    std::vector<std::string> seen;
+    desktop.on_pump = [&] { seen.push_back(status()); };
+    enter_in_answer();
+    desktop.on_pump = nullptr;
+    EXPECT_EQ(seen, std::vector<std::string>{"OK"});
+}
+
+TEST_F(AnswerKeys, enter_after_plus_gives_no_success_behind_a_hint)
+{
+    toolbar(4);
+    press_in_answer("+");
+    desktop.expect_box("Your answer is: \r\n\r\n   Paris\r\n\r\nThe correct answer is: \r\n\r\n   Paris");
+    enter_in_answer();
+    EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 2, 0, clock.time, clock.time}));
+}
+
+TEST_F(AnswerKeys, enter_after_plus_beeps_once_the_dialog_has_asked_for_the_verdict)
+{
+    press_in_answer("+");
+    yes();
+    enter_in_answer();
+    EXPECT_EQ(desktop.beeps, 1);
+    expect_not_judged();
+}
+
 TEST_F(AnswerKeys, yes_after_a_sign_reveals_the_answer_on_green)
 {
     press_in_answer("-");
@@ -220,9 +248,16 @@ TEST_P(RevealedAnswer, is_locked)
     EXPECT_EQ(answer(), "Paris");
 }
 
-TEST_P(RevealedAnswer, is_not_judged_by_enter)
+TEST_P(RevealedAnswer, is_judged_by_enter_only_where_the_user_said_that_it_was_known)
 {
     enter_in_answer();
+    if (GetParam() == std::string_view("plus")) {
+        EXPECT_EQ(desktop.beeps, 0);
+        EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
+        EXPECT_EQ(question(), "Italy?");
+        EXPECT_EQ(answer(), "");
+        return;
+    }
     EXPECT_EQ(desktop.beeps, 1);
     EXPECT_EQ(answer(), "Paris");
     expect_not_judged();
@@ -352,13 +387,12 @@ TEST_F(TypingModeTest, takes_a_sign_for_the_verdict_that_the_status_line_asks_fo
     EXPECT_EQ(question(), "Italy?");
 }
 
-TEST_F(TypingModeTest, takes_no_sign_for_a_verdict_that_the_dialog_asks_for)
+TEST_F(TypingModeTest, takes_a_sign_for_the_verdict_that_the_dialog_asks_for)
 {
     yes();
-    press_in_answer("+");
     press_in_answer("-");
-    EXPECT_EQ(answer(), "Paris");
-    expect_not_judged();
+    EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 2, 0, clock.time, clock.time}));
+    EXPECT_EQ(question(), "Italy?");
 }
 
 TEST_F(TypingModeTest, ends_with_the_question)
