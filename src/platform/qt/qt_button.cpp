@@ -4,7 +4,7 @@
 #include "platform/qt/qt_look.h"
 #include "platform/qt/qt_text.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QMouseEvent>
 #include <QStyle>
 
@@ -27,6 +27,12 @@ std::optional<MouseButton> from_qt(Qt::MouseButton button)
     default:
         return std::nullopt;
     }
+}
+
+/// Presses that follow each other faster belong to one gesture, in milliseconds.
+quint64 several_clicks_ms()
+{
+    return static_cast<quint64>(QApplication::doubleClickInterval());
 }
 
 } // namespace
@@ -58,6 +64,11 @@ QSize PressButton::minimumSizeHint() const
 
 void PressButton::mousePressEvent(QMouseEvent* event)
 {
+    if (m_last_of_several && event->timestamp() - *m_last_of_several < several_clicks_ms()) {
+        m_last_of_several = event->timestamp();
+        return;
+    }
+    m_last_of_several.reset();
     const Qt::MouseButton button = event->button();
     mouse_down(button);
     QPushButton::mousePressEvent(event);
@@ -73,6 +84,7 @@ void PressButton::mouseReleaseEvent(QMouseEvent* event)
 void PressButton::mouseDoubleClickEvent(QMouseEvent* event)
 {
     event->accept();
+    m_last_of_several = event->timestamp();
 }
 
 QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind) : QtButton(name, gate, kind, *new PressButton)

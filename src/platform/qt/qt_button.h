@@ -27,11 +27,13 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    /// Does nothing: the second press of a double click must not answer what the first one has just asked.
+    /// Does nothing: the second press of a double click must not answer what the first one has just asked. Nor do the
+    /// presses that follow it as fast; the toolkit takes the third one for a single press again.
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
     std::optional<int> m_asked_width;
+    std::optional<quint64> m_last_of_several; ///< when the button of the mouse last went down in such a row
 };
 
 class QtButton final : public QtHelpfulControl<Button> {

@@ -1,6 +1,10 @@
 #include "platform/qt/qt_button.h"
 #include "platform/qt/qt_test_tools.h"
 
+#include <QApplication>
+#include <QMouseEvent>
+#include <algorithm>
+
 namespace cuedrill::platform::qt {
 
 namespace {
@@ -19,6 +23,19 @@ protected:
     }
 
     static std::string number(MouseButton which) { return std::to_string(static_cast<int>(which)) + " "; }
+
+    /// A click at a time of its own, in milliseconds.
+    void click_at(quint64 time, bool second_of_two = false, Qt::MouseButton which = Qt::LeftButton)
+    {
+        for (const QEvent::Type type :
+             {second_of_two ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            const QPointF point = QRectF(button.widget().rect()).center();
+            QMouseEvent event(type, point, button.widget().mapToGlobal(point), which,
+                              type == QEvent::MouseButtonRelease ? Qt::MouseButtons() : which, Qt::NoModifier);
+            event.setTimestamp(time);
+            QCoreApplication::sendEvent(&button.widget(), &event);
+        }
+    }
 
     QtGuard guard;
     QWidget window;
@@ -54,8 +71,35 @@ TEST_F(QtButtonTest, ADoubleClickClicksOnce)
     send_mouse(button.widget(), QEvent::MouseButtonRelease, Qt::LeftButton);
     EXPECT_TRUE(journal.starts_with("down1 click up1 ")) << journal;
     EXPECT_EQ(journal.find("click", journal.find("click") + 1), std::string::npos) << journal;
-    click_with(button.widget(), Qt::LeftButton);
+    click_at(1000);
     EXPECT_TRUE(journal.ends_with("down1 click up1 ")) << journal;
+}
+
+TEST_F(QtButtonTest, AsManyClicksAsFollowEachOtherFastClickOnce)
+{
+    const auto interval = static_cast<quint64>(QApplication::doubleClickInterval());
+    quint64 now = 10000;
+    click_at(now);
+    const std::string once = journal;
+    ASSERT_EQ(once, "down1 click up1 ");
+    // The toolkit takes every second one for a double click.
+    for (const bool second : {true, false, true, false}) {
+        now += interval - 1;
+        click_at(now, second);
+        EXPECT_EQ(std::count(journal.begin(), journal.end(), 'k'), 1) << journal;
+        EXPECT_EQ(journal.find("down", 1), std::string::npos) << journal;
+    }
+    journal.clear();
+    click_at(now + interval);
+    EXPECT_EQ(journal, once);
+}
+
+TEST_F(QtButtonTest, ThirdPressOfTheRightButtonDoesNothingEither)
+{
+    click_at(1000, false, Qt::RightButton);
+    click_at(1100, true, Qt::RightButton);
+    click_at(1200, false, Qt::RightButton);
+    EXPECT_EQ(journal, "down2 up2 up2 up2 ");
 }
 
 TEST_F(QtButtonTest, SpaceClicksOnceHoweverLongItIsHeld)
