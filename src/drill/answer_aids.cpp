@@ -13,7 +13,10 @@ void AnswerAids::m_view_stats()
 
 void AnswerAids::m_view_hints()
 {
-    if (!m_services.layout.can_type())
+    const Mode mode = m_services.layout.mode();
+    if (mode == Mode::empty_course || mode == Mode::nothing)
+        m_services.status.ShowStatus("No question is on display.", status_seconds);
+    if (mode != Mode::question)
         return;
     if (!m_state.TypingMode) {
         m_services.hints.BuildWordListHint();

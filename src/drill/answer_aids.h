@@ -38,6 +38,7 @@ public:
     void m_view_stats();
 
     /// Command: shows a hint: the masked answer while the user is typing it, otherwise a list of words.
+    /// Without a question on display it only says so.
     /// @throws platform::DatabaseError
     void m_view_hints();
 

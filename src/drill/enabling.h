@@ -49,14 +49,15 @@ struct EnablingRow {
 };
 
 /// In which mode each command is enabled. Some have one more condition: typing is not what is always done ("Let me
-/// Type"); no verdict is asked for where there is nothing to be judged ("Yes", "No"); there was a list ("Recall last
-/// list"); and statistics and hints have those of the `place_table`.
+/// Type"); the dialog takes a verdict only on an answer that is shown, offers one only of a question on display, and
+/// ends the program only without one ("Yes", "No"); there was a list ("Recall last list"); and statistics and hints
+/// have those of the `place_table`.
 inline constexpr std::array enabling_table{
     //                                  empty, nothing, question, answer, new, edit
     EnablingRow{Command::next_question, {true, true, true, true, true, true}},
     EnablingRow{Command::show_answer, {false, false, true, true, false, false}},
     EnablingRow{Command::show_stats, {true, true, true, true, true, true}},
-    EnablingRow{Command::show_hints, {false, false, true, false, false, false}},
+    EnablingRow{Command::show_hints, {true, true, true, false, false, false}},
     EnablingRow{Command::let_me_type, {false, false, true, false, false, false}},
     EnablingRow{Command::success, {false, false, true, true, false, false}},
     EnablingRow{Command::failure, {false, false, true, true, false, false}},

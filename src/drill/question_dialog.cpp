@@ -52,6 +52,23 @@ void QuestionDialog::enter(DialogState state)
     RefreshDialog();
 }
 
+/// Takes a step that may put another question on display, and then offers its answer. Meanwhile the buttons stay as
+/// they are: in the state of before they would be disabled for a moment, which shows, and moves the focus.
+template <class Step>
+void QuestionDialog::go_on(Step step)
+{
+    m_layout.hold_dialog(true);
+    try {
+        step();
+    } catch (...) {
+        m_layout.hold_dialog(false);
+        m_layout.RelayoutWindow();
+        throw;
+    }
+    m_layout.hold_dialog(false);
+    enter(DialogState::OfferAnswer);
+}
+
 void QuestionDialog::leave_question()
 {
     m_scoring.StampLastShow();
@@ -66,8 +83,7 @@ void QuestionDialog::OnYes()
     }
     switch (m_state.dialog) {
     case DialogState::AskToStart:
-        leave_question();
-        enter(DialogState::OfferAnswer);
+        go_on([this] { leave_question(); });
         break;
     case DialogState::OfferAnswer:
         if (!can_judge())
@@ -77,10 +93,8 @@ void QuestionDialog::OnYes()
         enter(DialogState::AskKnown);
         break;
     case DialogState::AskKnown:
-        if (!can_judge())
-            return;
-        SucceedAndNext();
-        enter(DialogState::OfferAnswer);
+        if (m_layout.answer_on_display())
+            go_on([this] { SucceedAndNext(); });
         break;
     }
 }
@@ -89,26 +103,23 @@ void QuestionDialog::OnNo()
 {
     switch (m_state.dialog) {
     case DialogState::AskToStart:
-        m_end_of_program.end_program();
+        if (!m_layout.question_on_display())
+            m_end_of_program.end_program();
+        break;
     case DialogState::OfferAnswer:
-        leave_question();
-        enter(DialogState::OfferAnswer);
+        go_on([this] { leave_question(); });
         break;
     case DialogState::AskKnown:
-        if (!can_judge())
-            return;
-        FailAndNext();
-        enter(DialogState::OfferAnswer);
+        if (m_layout.answer_on_display())
+            go_on([this] { FailAndNext(); });
         break;
     }
 }
 
 void QuestionDialog::OnOther()
 {
-    if (m_state.dialog != DialogState::AskKnown)
-        return;
-    leave_question();
-    enter(DialogState::OfferAnswer);
+    if (m_state.dialog == DialogState::AskKnown)
+        go_on([this] { leave_question(); });
 }
 
 void QuestionDialog::OnYesMouseDown(platform::MouseButton button)

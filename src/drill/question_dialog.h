@@ -28,6 +28,8 @@ public:
     /// Repaints prompt and buttons for the present state. The prompt is blanked first, so that every new one flashes.
     void RefreshDialog();
 
+    /// What the buttons say in the present state. A verdict is taken only on an answer that is on display, and "No"
+    /// ends the program only while no question is.
     void OnYes();
     void OnNo();
     void OnOther();
@@ -49,6 +51,8 @@ public:
     void FailAndNext();
 
 private:
+    template <class Step>
+    void go_on(Step step);
     void leave_question();
     void enter(DialogState state);
     [[nodiscard]] bool can_judge() const { return m_layout.question_on_display(); }

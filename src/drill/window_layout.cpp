@@ -48,9 +48,12 @@ void WindowLayout::relayout_boxes()
     m_form1.panel_a.set_visible(!m_state.AwaitingVerdict);
 }
 
-/// What the colour of a revealed answer tells, the heading tells too.
+/// What the colour of a revealed answer tells, the heading tells too; and what an answer that is typed is worth, before
+/// it is typed.
 const char* WindowLayout::answer_heading() const
 {
+    if (m_state.AnswerShown && can_type())
+        return "A typed answer counts as not known now; clicking the words of a hint counts";
     if (m_state.TypingMode && can_type())
         return "Type the answer, then press Enter";
     if (!m_state.answer_revealed || m_state.SelfJudgement.empty())
@@ -79,6 +82,8 @@ void WindowLayout::relayout_shared_place()
 
 void WindowLayout::relayout_dialog()
 {
+    if (m_dialog_held)
+        return;
     // Nothing is asked while a record is being typed.
     m_form1.panel_dialog.set_enabled(!m_flags.editing());
     m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
@@ -140,12 +145,41 @@ bool WindowLayout::further_condition(Command command) const
     case Command::recall_list:
         return m_state.list_built;
     case Command::yes:
-        return question_on_display() || m_state.dialog == DialogState::AskToStart;
+        return dialog_takes_yes();
     case Command::no:
-        return question_on_display() || m_state.dialog != DialogState::AskKnown;
+        return dialog_takes_no();
     default:
         return true;
     }
+}
+
+/// The dialog takes no verdict on an answer that nobody has seen. It may ask for one: commands that go on to another
+/// question leave its state as it is.
+bool WindowLayout::dialog_takes_yes() const
+{
+    switch (m_state.dialog) {
+    case DialogState::AskToStart:
+        return true;
+    case DialogState::OfferAnswer:
+        return question_on_display();
+    case DialogState::AskKnown:
+        break;
+    }
+    return answer_on_display();
+}
+
+/// Before the first question of the dialog "No" ends the program; beside a question it would be taken for an answer.
+bool WindowLayout::dialog_takes_no() const
+{
+    switch (m_state.dialog) {
+    case DialogState::AskToStart:
+        return !question_on_display();
+    case DialogState::OfferAnswer:
+        return true;
+    case DialogState::AskKnown:
+        break;
+    }
+    return answer_on_display();
 }
 
 platform::Button* WindowLayout::focused_button() const

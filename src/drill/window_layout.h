@@ -31,8 +31,14 @@ public:
     /// Whether a question is on display; without one, nothing can be revealed or judged.
     [[nodiscard]] bool question_on_display() const { return m_course.current_cnt != 0; }
 
+    /// Whether its answer is on display too.
+    [[nodiscard]] bool answer_on_display() const { return mode() == Mode::answer; }
+
     /// Whether the answer box waits for an answer.
     [[nodiscard]] bool can_type() const { return mode() == Mode::question; }
+
+    /// While held, the buttons of the dialog stay as they are. Whoever lets go lays the window out again.
+    void hold_dialog(bool held) { m_dialog_held = held; }
 
 private:
     void relayout_boxes();
@@ -42,6 +48,8 @@ private:
     void relayout_commands();
     [[nodiscard]] bool is_enabled(Command command) const;
     [[nodiscard]] bool further_condition(Command command) const;
+    [[nodiscard]] bool dialog_takes_yes() const;
+    [[nodiscard]] bool dialog_takes_no() const;
     [[nodiscard]] platform::Button* focused_button() const;
     void keep_focus(platform::Button* focused);
 
@@ -51,6 +59,7 @@ private:
     const bank::EditFlags& m_flags;
     const DrillState& m_state;
     StatusLine& m_status;
+    bool m_dialog_held = false;
     platform::Button* m_displaced = nullptr; ///< lost the focus because it could not be used
     platform::Button* m_stand_in = nullptr;  ///< got it instead
 };

@@ -70,7 +70,11 @@ const std::set<std::string> always_enabled{"m_open",
 const std::set<std::string> never_enabled{"m_compact", "m_repair", "clearall", "m_cuecards"};
 
 const Case cases[] = {
-    {"nothing", Situation::nothing, Mode::nothing, {1, 9, 11}, {"m_delete", "m_undo", "m_reset_all"}},
+    {"nothing",
+     Situation::nothing,
+     Mode::nothing,
+     {1, 4, 9, 11},
+     {"m_delete", "m_undo", "m_reset_all", "m_view_hints"}},
     {"question",
      Situation::question,
      Mode::question,
@@ -104,8 +108,8 @@ const Case cases[] = {
     {"list_without_question",
      Situation::list_without_question,
      Mode::nothing,
-     {1, 3, 9, 11},
-     {"m_delete", "m_undo", "m_reset_all", "m_view_stats", "m_recall_find_list"}},
+     {1, 3, 4, 9, 11},
+     {"m_delete", "m_undo", "m_reset_all", "m_view_stats", "m_view_hints", "m_recall_find_list"}},
     {"list_behind_answer",
      Situation::list_behind_answer,
      Mode::answer,
@@ -119,7 +123,11 @@ const Case cases[] = {
      {"m_view_stats", "m_list_similar", "m_recall_find_list"}},
     {"new_record", Situation::new_record, Mode::new_record, {1, 10}, {}},
     {"changed_record", Situation::changed_record, Mode::edit_record, {1, 10}, {"m_list_similar"}},
-    {"empty_course", Situation::empty_course, Mode::empty_course, {1, 9, 11}, {"m_delete", "m_reset_all"}},
+    {"empty_course",
+     Situation::empty_course,
+     Mode::empty_course,
+     {1, 4, 9, 11},
+     {"m_delete", "m_reset_all", "m_view_hints"}},
 };
 
 class Enabling : public DrillFixture, public testing::WithParamInterface<Case> {

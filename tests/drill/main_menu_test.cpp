@@ -84,8 +84,7 @@ TEST_F(Menus, enable_what_needs_a_question_only_while_there_is_one)
 {
     start_with_three_questions();
     const auto expect_enabled = [this](bool enabled) {
-        for (const char* name :
-             {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_view_hints", "m_display_q_nr"})
+        for (const char* name : {"m_show_answer", "m_set_success", "m_set_failure", "m_edit", "m_display_q_nr"})
             EXPECT_EQ(entry(name).is_enabled, enabled) << name;
     };
     expect_enabled(false);
