@@ -57,6 +57,8 @@ public:
     [[nodiscard]] bank::RecordTexts loaded_texts() const override { return {}; }
     void put_question(const std::string&) override {}
     void put_answer(const std::string&) override {}
+    void empty_boxes() override {}
+    void pause_keys() override {}
     void show_answer_for_editing() override {}
     void open_editor() override {}
     void go_to_question() override {}

@@ -22,6 +22,9 @@ public:
     virtual void put_question(const std::string& text) = 0;
     virtual void put_answer(const std::string& text) = 0;
 
+    /// Empties both boxes. An undo in each brings back what stood there.
+    virtual void empty_boxes() = 0;
+
     /// Puts the answer of the current record into its box, to be changed.
     virtual void show_answer_for_editing() = 0;
     /// Makes the boxes ready to be typed in, with what stands in them, and puts the caret into the question.
@@ -31,8 +34,10 @@ public:
     virtual void go_to_answer() = 0;
     /// Repaints the window for the present editing flags; the texts stay.
     virtual void redisplay() = 0;
-    /// Tells that what stands in the boxes was not saved.
+    /// Tells that what stands in the boxes was not saved, and keeps Escape from ending the program for a second.
     virtual void tell_unsaved() = 0;
+    /// Keeps the keys from running commands for a second: who was typing a moment ago may still be at it.
+    virtual void pause_keys() = 0;
     /// Shows the current record, its answer too, and the counts as they are in the course now.
     virtual void show_saved_record() = 0;
 };

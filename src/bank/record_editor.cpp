@@ -25,7 +25,11 @@ bool is_empty(const std::string& text)
 void RecordEditor::begin_new_record()
 {
     m_flags = {.new_mode = true, .edit_mode = false};
-    m_services.display.withdraw_question();
+    // What stands in the boxes without a current record was typed and not saved.
+    if (m_course.current_cnt == 0)
+        m_view.empty_boxes();
+    else
+        m_services.display.withdraw_question();
     m_view.open_editor();
 }
 
@@ -46,32 +50,25 @@ std::string RecordEditor::entered(const std::string& text) const
 
 SaveResult RecordEditor::save_record()
 {
+    return save(Rejection::leaves_editor);
+}
+
+SaveResult RecordEditor::save(Rejection rejection)
+{
     RecordTexts texts = m_view.typed_texts();
     texts.question = entered(texts.question);
     m_view.put_question(texts.question);
-    if (is_empty(texts.question)) {
-        tell("The question is empty. No saving performed.");
-        leave_editor();
-        return SaveResult::rejected;
-    }
+    if (is_empty(texts.question))
+        return reject("The question is empty. No saving performed.", rejection, &EditorView::go_to_question);
     texts.answer = entered(texts.answer);
     m_view.put_answer(texts.answer);
-    if (is_empty(texts.answer)) {
-        tell("The answer is empty. No saving performed.");
-        m_view.go_to_answer();
-        return SaveResult::rejected;
-    }
+    if (is_empty(texts.answer))
+        return reject("The answer is empty. No saving performed.", Rejection::keeps_editor, &EditorView::go_to_answer);
     try {
-        if (question_is_taken(texts)) {
-            tell("Question is already in database.");
-            m_view.go_to_question();
-            return SaveResult::rejected;
-        }
-        if (answer_is_taken(texts)) {
-            tell("Answer is already in database.");
-            leave_editor();
-            return SaveResult::rejected;
-        }
+        if (question_is_taken(texts))
+            return reject("Question is already in database.", Rejection::keeps_editor, &EditorView::go_to_question);
+        if (answer_is_taken(texts))
+            return reject("Answer is already in database.", rejection, &EditorView::go_to_answer);
         store(texts);
     } catch (const common::Error& error) {
         tell_refusal(texts, error);
@@ -81,6 +78,18 @@ SaveResult RecordEditor::save_record()
     m_services.scoring.forget_last_verdict_on(m_course.current_cnt);
     m_view.show_saved_record();
     return SaveResult::saved;
+}
+
+SaveResult RecordEditor::reject(const char* text, Rejection rejection, void (EditorView::*go_to_text)())
+{
+    m_services.desktop.message_box({.text = text});
+    if (rejection == Rejection::keeps_editor) {
+        (m_view.*go_to_text)();
+    } else {
+        leave_editor();
+        m_view.pause_keys();
+    }
+    return SaveResult::rejected;
 }
 
 /// Whether a text is no longer the one that was loaded, but for its case.
@@ -114,22 +123,24 @@ void RecordEditor::store(const RecordTexts& texts)
 
 bool RecordEditor::ask_to_save()
 {
-    const SaveResult result = offer_to_save();
-    // Where the course itself refused the texts, the editor stays open for another try.
-    if (result != SaveResult::refused && m_flags.editing())
+    if (has_changes() && is_saving_wanted())
+        return save(Rejection::keeps_editor) == SaveResult::saved;
+    if (m_flags.editing())
         leave_editor();
-    return result == SaveResult::saved;
+    return true;
 }
 
 SaveResult RecordEditor::offer_to_save()
 {
-    if (!m_flags.editing())
-        return SaveResult::saved;
-    const auto answer = m_services.desktop.message_box({.text = "Do you want to save the changes?",
-                                                        .buttons = BoxButtons::yes_no,
-                                                        .icon = BoxIcon::question,
-                                                        .must_be_answered = true});
-    return answer == BoxAnswer::yes ? save_record() : SaveResult::saved;
+    return m_flags.editing() && is_saving_wanted() ? save_record() : SaveResult::saved;
+}
+
+bool RecordEditor::is_saving_wanted()
+{
+    return m_services.desktop.message_box({.text = "Do you want to save the changes?",
+                                           .buttons = BoxButtons::yes_no,
+                                           .icon = BoxIcon::question,
+                                           .must_be_answered = true}) == BoxAnswer::yes;
 }
 
 bool RecordEditor::has_changes() const
@@ -185,11 +196,6 @@ void RecordEditor::delete_record()
     m_services.display.withdraw_question();
     m_services.statistics.refresh_counts();
     m_services.selection.next_question();
-}
-
-void RecordEditor::tell(const char* text)
-{
-    m_services.desktop.message_box({.text = text});
 }
 
 void RecordEditor::tell_refusal(const RecordTexts& texts, const common::Error& error)

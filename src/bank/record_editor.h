@@ -39,7 +39,8 @@ public:
     {
     }
 
-    /// Empties both boxes for a new record; no question is on display any more.
+    /// Empties both boxes for a new record; no question is on display any more. Texts that were typed and not saved can
+    /// be brought back with an undo in each box.
     void begin_new_record();
 
     /// Lets the current record be changed; its answer is shown. Without a current record it does nothing.
@@ -50,12 +51,13 @@ public:
     /// @throws platform::DatabaseError when the counts cannot be shown afterwards; the record is stored then.
     SaveResult save_record();
 
-    /// Asks whether to save, where there is something to be saved, and leaves the editor.
+    /// Asks whether to save, where something was typed, and leaves the editor. Where the texts are not taken, it stays
+    /// open with them.
     /// @return whether the texts in the boxes may go: they are saved, or the user does not want them to be.
     /// @throws what `save_record` throws.
     bool ask_to_save();
 
-    /// The question of `ask_to_save`; on Yes it saves.
+    /// The question of `ask_to_save`, also where nothing was typed; on Yes it saves as `save_record` does.
     /// @return what `save_record` said; saved also when the user does not want to save.
     SaveResult offer_to_save();
 
@@ -77,12 +79,17 @@ public:
     [[nodiscard]] bool editing() const { return m_flags.editing(); }
 
 private:
+    /// What becomes of the editor where an empty question, or an answer that is there already, is rejected.
+    enum class Rejection { leaves_editor, keeps_editor };
+
+    SaveResult save(Rejection rejection);
+    SaveResult reject(const char* text, Rejection rejection, void (EditorView::*go_to_text)());
+    [[nodiscard]] bool is_saving_wanted();
     [[nodiscard]] std::string entered(const std::string& text) const;
     [[nodiscard]] bool question_is_taken(const RecordTexts& texts);
     [[nodiscard]] bool answer_is_taken(const RecordTexts& texts);
     [[nodiscard]] bool is_changed(const std::string& text, const std::string& loaded) const;
     void store(const RecordTexts& texts);
-    void tell(const char* text);
     void tell_refusal(const RecordTexts& texts, const common::Error& error);
 
     store::Course& m_course;

@@ -26,7 +26,8 @@ constexpr std::array<const char*, platform::toolbar_buttons> toolbar_help{
     "once the answer is shown",
     "Lets you change the question on display and its answer. When you save it, the question starts its history again: "
     "attempts, failures and level go back to 0, in both directions.\r\n\r\nKey: E",
-    "Empties both boxes for a new question and its answer.\r\n\r\nKey: I",
+    "Empties both boxes for a new question and its answer. Texts that you left unsaved come back with Ctrl+Z "
+    "in each box.\r\n\r\nKey: I",
     "Stores the question and the answer that you have typed. Blanks around them are dropped; 200 characters fit into "
     "each.",
     "Deletes the question on display and its answer, after asking you. This cannot be undone. Without a question on "
@@ -84,12 +85,11 @@ void ContextHelp::attach_dialog()
     offer("Prompt", {&m_form1.panel_dialog}, "What the program asks you. Answer with the buttons beside it.");
     offer("Yes", {&m_form1.bot_yes},
           "Answers what is asked with Yes. To \"Did you know the answer?\" that is the verdict that you knew "
-          "it. A click with the right button of the mouse means No.");
-    offer(
-        "No", {&m_form1.bot_no},
-        "Answers what is asked with No. Before the first question that ends the program; when you are offered the "
-        "answer, it leaves the question without a verdict and asks another one; to \"Did you know the answer?\" it is "
-        "the verdict that you did not know it.");
+          "it; it can be given once the answer is shown. A click with the right button of the mouse means No.");
+    offer("No", {&m_form1.bot_no},
+          "Answers what is asked with No. While no question is on display yet, that ends the program; when you are "
+          "offered the answer, it leaves the question without a verdict and asks another one; to \"Did you know the "
+          "answer?\" it is the verdict that you did not know it, which can be given once the answer is shown.");
     offer("Ignore", {&m_form1.bot_other},
           "Leaves the question without a verdict and asks another one. Its level stays as it is.");
     offer("Status", {&m_form1.P_status}, "Tells what has just happened, or what to do next.");

@@ -125,11 +125,26 @@ void MainWindow::put_answer(const std::string& text)
         m_.form1.Text_a.set_text(text);
 }
 
+void MainWindow::empty_boxes()
+{
+    m_.form1.Text_q.clear();
+    m_.form1.Text_a.clear();
+}
+
+void MainWindow::tell_unsaved()
+{
+    m_.status.ShowStatus("The changes are not saved.", 0);
+    m_.key_pause.begin(KeyPause::Keys::escape);
+}
+
 void MainWindow::open_editor()
 {
     m_.layout.RelayoutWindow();
     m_.form1.Text_q.set_focus();
-    m_.status.ShowStatus("Type the question and its answer, then press Save. Escape leaves without saving.", 0);
+    m_.status.ShowStatus(m_.edit_flags.edit_mode
+                             ? "Saving starts this record's history again."
+                             : "Type the question and its answer, then press Save. Escape leaves without saving.",
+                         0);
 }
 
 void MainWindow::redisplay()

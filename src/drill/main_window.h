@@ -9,6 +9,7 @@
 #include "bank/stored_record_view.h"
 #include "drill/context_help.h"
 #include "drill/drill_state.h"
+#include "drill/key_pause.h"
 #include "drill/question_dialog.h"
 #include "drill/question_view.h"
 #include "drill/statistics_view.h"
@@ -58,6 +59,7 @@ public:
         Toolbar& toolbar;
         ContextHelp& help;
         WindowKeys& keys;
+        KeyPause& key_pause;
     };
 
     explicit MainWindow(const Parts& parts) : m_(parts) {}
@@ -77,12 +79,14 @@ public:
     [[nodiscard]] bank::RecordTexts loaded_texts() const;
     void put_question(const std::string& text);
     void put_answer(const std::string& text);
+    void empty_boxes();
     void show_answer_for_editing() { m_.question_view.show_answer_for_editing(); }
     void open_editor();
     void go_to_question() { m_.form1.Text_q.set_focus(); }
     void go_to_answer() { m_.form1.Text_a.set_focus(); }
     void redisplay();
-    void tell_unsaved() { m_.status.ShowStatus("The changes are not saved.", 0); }
+    void tell_unsaved();
+    void pause_keys() { m_.key_pause.begin(KeyPause::Keys::all); }
     void show_saved_record();
 
     /// Shows the current record and the counts after records were stored.
@@ -131,12 +135,14 @@ public:
     [[nodiscard]] bank::RecordTexts loaded_texts() const override { return m_main_window->loaded_texts(); }
     void put_question(const std::string& text) override { m_main_window->put_question(text); }
     void put_answer(const std::string& text) override { m_main_window->put_answer(text); }
+    void empty_boxes() override { m_main_window->empty_boxes(); }
     void show_answer_for_editing() override { m_main_window->show_answer_for_editing(); }
     void open_editor() override { m_main_window->open_editor(); }
     void go_to_question() override { m_main_window->go_to_question(); }
     void go_to_answer() override { m_main_window->go_to_answer(); }
     void redisplay() override { m_main_window->redisplay(); }
     void tell_unsaved() override { m_main_window->tell_unsaved(); }
+    void pause_keys() override { m_main_window->pause_keys(); }
     void show_saved_record() override { m_main_window->show_saved_record(); }
     void show_stored_record() override { m_main_window->show_stored_record(); }
     void show_all_stored() override { m_main_window->show_all_stored(); }

@@ -113,10 +113,11 @@ void Toolbar::run(int index)
     }
 }
 
-/// Who inserts one record often inserts another one. After a refusal the button would only empty what was typed.
+/// Who inserts one record often inserts another one. While the editor stays open the button is disabled.
 void Toolbar::save()
 {
-    if (m_editor.save_record() == bank::SaveResult::saved && pb(insert_button).enabled())
+    m_editor.save_record();
+    if (pb(insert_button).enabled())
         pb(insert_button).set_focus();
 }
 

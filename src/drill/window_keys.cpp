@@ -11,6 +11,9 @@ bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 {
     if (m_services.echo.is_echo(press))
         return true;
+    // A new text may be begun meanwhile.
+    if (!m_services.editor.editing() && m_services.pause.holds(press))
+        return true;
     if (press.key == Key::enter)
         return on_enter(press);
     if (press.key == Key::escape)

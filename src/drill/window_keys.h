@@ -3,6 +3,7 @@
 #include "bank/record_editor.h"
 #include "drill/drill_state.h"
 #include "drill/key_echo.h"
+#include "drill/key_pause.h"
 #include "drill/question_dialog.h"
 #include "drill/status_line.h"
 #include "drill/toolbar.h"
@@ -26,6 +27,7 @@ public:
         StatusLine& status;
         WindowLayout& layout;
         KeyEcho& echo;
+        const KeyPause& pause;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
         scheduler::EndOfProgram& end_of_program;

@@ -130,6 +130,8 @@ class TextBox : public Control {
 public:
     virtual void set_text(std::string_view text) = 0;
     [[nodiscard]] virtual std::string text() const = 0;
+    /// Empties the box, which may be locked. Unlike a new text, this can be undone by the user.
+    virtual void clear() = 0;
     /// Where the caret stands; with a selection, where that begins.
     [[nodiscard]] virtual std::size_t caret() const = 0;
     /// Puts the caret there and gives up a selection; behind the end is at the end.

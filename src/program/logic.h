@@ -122,6 +122,7 @@ struct Logic {
                                               p.text_compare}};
 
     drill::KeyEcho echo{p.clock};
+    drill::KeyPause key_pause{p.clock};
     drill::QuestionDialog dialog{form1,     state,     question_view, status, layout,
                                  p.desktop, selection, scoring,       editor, end_of_program};
     drill::TypedAnswer typed_answer{
@@ -133,11 +134,13 @@ struct Logic {
     drill::Toolbar toolbar{form1, dialog, editor, aids};
     drill::ContextHelp context_help{form1, p.desktop};
     drill::WindowKeys keys{
-        form1, state, {dialog, toolbar, editor, status, layout, echo, p.desktop, p.text_compare, end_of_program}};
+        form1,
+        state,
+        {dialog, toolbar, editor, status, layout, echo, key_pause, p.desktop, p.text_compare, end_of_program}};
     drill::MainWindow main_window{{form1,          p.desktop,    p.clock, trace,           course,        params,
                                    title,          edit_flags,   editor,  lists,           statistics,    scoring,
                                    end_of_program, state,        status,  statistics_view, question_view, layout,
-                                   dialog,         typed_answer, toolbar, context_help,    keys}};
+                                   dialog,         typed_answer, toolbar, context_help,    keys,          key_pause}};
     drill::DrillCommands commands{
         {course,         params,       opener, title,           selection,       scoring,  levels,
          end_of_program, editor,       lists,  question_import, question_export, dialog,   aids,

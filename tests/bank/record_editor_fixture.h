@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 
 namespace cuedrill::bank {
 
@@ -18,6 +19,7 @@ public:
     [[nodiscard]] RecordTexts loaded_texts() const override { return loaded; }
     void put_question(const std::string& text) override { typed.question = text; }
     void put_answer(const std::string& text) override { typed.answer = text; }
+    void empty_boxes() override { emptied = std::exchange(typed, {}); }
     void show_answer_for_editing() override { typed.answer = loaded.answer; }
     void open_editor() override
     {
@@ -32,6 +34,7 @@ public:
         told_unsaved = false;
     }
     void tell_unsaved() override { told_unsaved = true; }
+    void pause_keys() override { ++key_pauses; }
     void show_saved_record() override
     {
         ++saves_shown;
@@ -45,6 +48,8 @@ public:
     std::string caret; ///< where it was last put
     int saves_shown = 0;
     bool told_unsaved = false;
+    RecordTexts emptied; ///< what an undo brings back
+    int key_pauses = 0;
 };
 
 /// The first of three records is the current one; the third repeats its answer. What is said about questions and

@@ -176,9 +176,53 @@ TEST_F(AskToSave, holds_the_caller_back_when_a_text_is_rejected)
         expect_question(BoxAnswer::yes);
         desktop.expect_box(reasons[i]);
         EXPECT_FALSE(editor.ask_to_save()) << reasons[i];
-        expect_left(rejected[i].question, rejected[i].answer);
+        expect_open(rejected[i].question, rejected[i].answer);
+        EXPECT_EQ(view.caret, i == 1 ? "answer" : "question");
     }
+    EXPECT_EQ(view.key_pauses, 0);
     EXPECT_EQ(file(), before);
+}
+
+TEST_F(AskToSave, asks_nothing_where_nothing_was_typed)
+{
+    begin_change(view.loaded.question, view.loaded.answer);
+    EXPECT_TRUE(editor.ask_to_save());
+    EXPECT_FALSE(editor.editing());
+    EXPECT_FALSE(view.told_unsaved);
+    begin_new("", "");
+    EXPECT_TRUE(editor.ask_to_save());
+    EXPECT_FALSE(editor.editing());
+    EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(AskToSave, offers_to_save_a_record_that_is_as_it_was_where_the_next_question_is_asked_for)
+{
+    begin_change(view.loaded.question, view.loaded.answer);
+    expect_question(BoxAnswer::no);
+    EXPECT_EQ(editor.offer_to_save(), SaveResult::saved);
+    EXPECT_TRUE(editor.editing());
+}
+
+TEST_F(AskToSave, pauses_the_keys_only_where_a_rejection_leaves_the_editor)
+{
+    begin_new("", "Madrid");
+    desktop.expect_box("The question is empty. No saving performed.");
+    editor.save_record();
+    EXPECT_EQ(view.key_pauses, 1);
+    begin_new("Spain?", "");
+    desktop.expect_box("The answer is empty. No saving performed.");
+    editor.save_record();
+    EXPECT_EQ(view.key_pauses, 1);
+}
+
+TEST_F(AskToSave, is_about_texts_that_a_new_record_can_bring_back_once_they_were_left)
+{
+    begin_new("Spain?", "Madrid");
+    editor.leave_editor();
+    editor.begin_new_record();
+    EXPECT_EQ(view.emptied.question, "Spain?");
+    EXPECT_EQ(view.emptied.answer, "Madrid");
+    EXPECT_EQ(view.typed.question, "");
 }
 
 TEST_F(AskToSave, holds_the_caller_back_and_stays_in_the_editor_when_the_course_refuses)

@@ -136,7 +136,7 @@ TEST_F(KeysOfTheEditor, change_shows_the_answer_that_was_hidden_and_withdraws_th
     EXPECT_TRUE(form1.panel_a.is_visible);
     EXPECT_EQ(answer(), "Paris");
     EXPECT_EQ(form1.Text_a.background, std::nullopt);
-    EXPECT_EQ(status(), how_to);
+    EXPECT_EQ(status(), "Saving starts this record's history again.");
     EXPECT_EQ(form1.P_status.background, std::nullopt);
     EXPECT_FALSE(logic->state.AwaitingVerdict);
 }
@@ -158,6 +158,18 @@ TEST_F(KeysOfTheEditor, status_line_tells_how_to_go_on_while_something_is_typed)
     toolbar(9);
     clock.advance_seconds(600);
     form1.timer_250_ms.tick();
+    EXPECT_EQ(status(), how_to);
+}
+
+TEST_F(KeysOfTheEditor, status_line_tells_what_saving_a_change_costs_while_it_is_made)
+{
+    toolbar(8);
+    clock.advance_seconds(600);
+    form1.timer_250_ms.tick();
+    EXPECT_EQ(status(), "Saving starts this record's history again.");
+    press(Key::escape);
+    EXPECT_EQ(status(), "");
+    toolbar(9);
     EXPECT_EQ(status(), how_to);
 }
 
@@ -217,7 +229,7 @@ TEST_F(KeysOfTheEditor, changed_question_that_was_left_is_no_record_to_be_judged
     press(Key::escape);
     EXPECT_EQ(logic->course.current_cnt, 0);
     EXPECT_FALSE(press("+"));
-    for (const int button : {2, 4, 5, 6, 7, 8})
+    for (const int button : {2, 5, 6, 7, 8})
         EXPECT_FALSE(form1.toolbar(button).is_enabled) << button;
     EXPECT_EQ(stored(1).q, "France?");
     EXPECT_EQ(stored(1).q_side.attempts, 4);
@@ -249,6 +261,124 @@ TEST_F(KeysOfTheEditor, options_and_statistics_leave_the_texts_alone)
     EXPECT_FALSE(form1.Text_a.locked);
     EXPECT_FALSE(form1.panel_lista.is_visible);
     EXPECT_FALSE(logic->state.TypingMode);
+}
+
+/// The editor was left a moment ago with texts that are not saved.
+class PauseOfTheKeys : public KeysOfTheEditor {
+protected:
+    void leave_with_escape()
+    {
+        toolbar(9);
+        form1.type(form1.Text_q, "Norway?");
+        form1.type(form1.Text_a, "Oslo");
+        press(Key::escape);
+        expect_left("Norway?", "Oslo");
+    }
+
+    void leave_by_rejection()
+    {
+        toolbar(9);
+        form1.type(form1.Text_a, "Oslo");
+        desktop.expect_box("The question is empty. No saving performed.");
+        toolbar(10);
+        ASSERT_FALSE(logic->editor.editing());
+    }
+
+    /// Presses a key so many seconds after the last one.
+    template <class... Press>
+    bool press_after(double seconds, const Press&... key)
+    {
+        clock.steady_seconds_more += seconds;
+        bool swallowed = false;
+        user([&] { swallowed = form1.window.press(key...); });
+        return swallowed;
+    }
+};
+
+TEST_F(PauseOfTheKeys, keeps_escape_from_ending_the_program_for_a_second)
+{
+    leave_with_escape();
+    for (const double seconds : {0.17, 0.4, 0.42}) {
+        EXPECT_TRUE(press_after(seconds, Key::escape));
+        EXPECT_FALSE(ended);
+        expect_left("Norway?", "Oslo");
+    }
+    press_after(0.02, Key::escape);
+    EXPECT_TRUE(ended);
+}
+
+TEST_F(PauseOfTheKeys, holds_no_other_key_after_escape)
+{
+    leave_with_escape();
+    EXPECT_TRUE(press_after(0.1, "i"));
+    EXPECT_TRUE(logic->edit_flags.new_mode);
+}
+
+TEST_F(PauseOfTheKeys, is_none_where_nothing_was_typed)
+{
+    toolbar(8);
+    press(Key::escape);
+    press_after(0.5, Key::escape);
+    EXPECT_TRUE(ended);
+}
+
+TEST_F(PauseOfTheKeys, keeps_all_keys_from_running_commands_after_a_rejection)
+{
+    leave_by_rejection();
+    for (const char* key : {"q", "e", "i", "d", "s", " ", "+"})
+        EXPECT_TRUE(press_after(0.1, key)) << key;
+    EXPECT_TRUE(press_after(0.1, Key::enter));
+    EXPECT_TRUE(press_after(0.1, Key::escape));
+    EXPECT_FALSE(ended);
+    EXPECT_FALSE(logic->editor.editing());
+    EXPECT_EQ(answer(), "Oslo");
+    press_after(0.12, "q");
+    EXPECT_EQ(question(), "France?");
+}
+
+TEST_F(PauseOfTheKeys, ends_with_a_new_text)
+{
+    leave_by_rejection();
+    toolbar(9);
+    EXPECT_FALSE(press_after(0.1, "q"));
+    press_after(0.1, Key::escape);
+    EXPECT_FALSE(logic->editor.editing());
+}
+
+TEST_F(PauseOfTheKeys, is_none_after_a_rejection_that_keeps_the_editor)
+{
+    toolbar(9);
+    form1.type(form1.Text_q, "Norway?");
+    desktop.expect_box("The answer is empty. No saving performed.");
+    toolbar(10);
+    press_after(0.2, Key::escape);
+    EXPECT_FALSE(logic->editor.editing());
+}
+
+/// Texts that were left unsaved can be brought back after "Insert" has emptied the boxes.
+class UndoOfInsert : public PauseOfTheKeys {};
+
+TEST_F(UndoOfInsert, brings_back_what_was_left)
+{
+    leave_with_escape();
+    toolbar(9);
+    EXPECT_EQ(question(), "");
+    EXPECT_EQ(answer(), "");
+    form1.Text_q.undo();
+    form1.Text_a.undo();
+    EXPECT_EQ(question(), "Norway?");
+    EXPECT_EQ(answer(), "Oslo");
+    toolbar(10);
+    EXPECT_EQ(stored(4).q, "Norway?");
+}
+
+TEST_F(UndoOfInsert, brings_back_no_question_that_was_on_display)
+{
+    toolbar(9);
+    form1.Text_q.undo();
+    form1.Text_a.undo();
+    EXPECT_EQ(question(), "");
+    EXPECT_EQ(answer(), "");
 }
 
 class LinesOfOtherPrograms : public DrillFixture {};

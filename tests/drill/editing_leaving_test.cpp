@@ -85,6 +85,15 @@ protected:
         go();
     }
 
+    void expect_open(const std::string& question_text, const std::string& answer_text) const
+    {
+        EXPECT_FALSE(gone());
+        EXPECT_TRUE(logic->editor.editing());
+        EXPECT_FALSE(form1.Text_q.locked);
+        expect_in_boxes(question_text, answer_text);
+        EXPECT_EQ(records(), before.qa);
+    }
+
     [[nodiscard]] bool gone() const { return ended || logic->course.db_path != path || logic->course.params.invert; }
 
     [[nodiscard]] std::vector<fakes::QaRow> records() const { return fakes::read_course(path).qa; }
@@ -129,10 +138,41 @@ TEST_P(WayOut, stays_with_a_text_that_is_missing)
     expect_offer(BoxAnswer::yes);
     desktop.expect_box("The answer is empty. No saving performed.");
     go();
-    EXPECT_FALSE(gone());
+    expect_open("Norway?", "");
+    EXPECT_TRUE(form1.Text_a.has_focus());
+}
+
+TEST_P(WayOut, stays_with_a_question_that_is_missing)
+{
+    write_new(" ", "Oslo");
+    expect_offer(BoxAnswer::yes);
+    desktop.expect_box("The question is empty. No saving performed.");
+    go();
+    expect_open("", "Oslo");
+    EXPECT_TRUE(form1.Text_q.has_focus());
+    EXPECT_TRUE(logic->edit_flags.new_mode);
+    form1.type(form1.Text_q, "Norway?");
+    EXPECT_EQ(question(), "Norway?") << "no key is held back";
+}
+
+TEST_P(WayOut, asks_nothing_where_nothing_was_typed)
+{
+    toolbar(8);
+    // The record that was open is the first one in the other direction too, and none is asked twice in a row.
+    if (GetParam().name == std::string_view("inverting"))
+        desktop.expect_box(nothing_mature);
+    go_to_the_end();
+    EXPECT_TRUE(gone());
     EXPECT_FALSE(logic->editor.editing());
-    expect_in_boxes("Norway?", "");
     EXPECT_EQ(records(), before.qa);
+}
+
+TEST_P(WayOut, asks_nothing_beside_two_empty_boxes)
+{
+    toolbar(9);
+    go_to_the_end();
+    EXPECT_TRUE(gone());
+    EXPECT_FALSE(logic->editor.editing());
 }
 
 TEST_P(WayOut, stays_with_a_question_that_is_there_already)
@@ -141,9 +181,8 @@ TEST_P(WayOut, stays_with_a_question_that_is_there_already)
     expect_offer(BoxAnswer::yes);
     desktop.expect_box("Question is already in database.");
     go();
-    EXPECT_FALSE(gone());
-    expect_in_boxes("Italy?", "Lutetia");
-    EXPECT_EQ(records(), before.qa);
+    expect_open("Italy?", "Lutetia");
+    EXPECT_TRUE(logic->edit_flags.edit_mode);
 }
 
 TEST_P(WayOut, stays_in_the_editor_when_the_course_refuses_the_texts)
@@ -303,6 +342,25 @@ TEST_F(NextQuestionInTheEditor, does_not_come_when_the_texts_cannot_be_stored)
     expect_in_boxes("Norway?", "Oslo");
     EXPECT_EQ(logic->course.record_count, 3);
     EXPECT_EQ(fakes::read_course(path), before);
+}
+
+TEST_F(NextQuestionInTheEditor, is_followed_by_a_pause_of_the_keys_after_a_rejection)
+{
+    write_new("", "Oslo");
+    expect_offer(BoxAnswer::yes);
+    desktop.expect_box("The question is empty. No saving performed.");
+    toolbar(1);
+    ASSERT_EQ(question(), "France?");
+    EXPECT_TRUE(form1.window.press("q"));
+    EXPECT_EQ(question(), "France?");
+}
+
+TEST_F(NextQuestionInTheEditor, offers_to_save_also_where_nothing_was_typed)
+{
+    toolbar(8);
+    expect_offer(BoxAnswer::no);
+    toolbar(1);
+    EXPECT_FALSE(logic->editor.editing());
 }
 
 class UntestedCourse : public DrillFixture {};

@@ -261,7 +261,21 @@ public:
     {
         text_value = text;
         selection = {};
+        cleared.reset();
         note("text", text);
+    }
+    void clear() override
+    {
+        cleared = std::exchange(text_value, {});
+        selection = {};
+        note("clear");
+    }
+    /// The user takes back what emptied the box.
+    void undo()
+    {
+        if (!locked && cleared)
+            text_value = std::move(*cleared);
+        cleared.reset();
     }
     [[nodiscard]] std::size_t caret() const override { return selection.begin; }
     void set_caret(std::size_t place) override
@@ -301,7 +315,8 @@ public:
         set_caret(selection.begin + common::code_points(character));
     }
 
-    common::TextRange selection; ///< empty where only the caret stands
+    common::TextRange selection;        ///< empty where only the caret stands
+    std::optional<std::string> cleared; ///< what an undo brings back
     std::optional<common::Colour> background;
     platform::Font font;
     bool locked = false;

@@ -4,6 +4,7 @@
 #include "platform/qt/qt_text.h"
 
 #include <QFontDatabase>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -20,10 +21,27 @@ bool is_systems_fixed_font(const std::string& name)
     return name == general_name || (name == often_missing && !QFontDatabase::hasFamily(to_qt(name)));
 }
 
+/// A text edit that drops the characters of code 0 from what is pasted or dropped, as an import does.
+class PlainTextEdit : public QPlainTextEdit {
+protected:
+    void insertFromMimeData(const QMimeData* source) override
+    {
+        QString text = source->text();
+        if (!text.contains(QChar(QChar::Null))) {
+            QPlainTextEdit::insertFromMimeData(source);
+            return;
+        }
+        text.remove(QChar(QChar::Null));
+        QMimeData cleaned;
+        cleaned.setText(text);
+        QPlainTextEdit::insertFromMimeData(&cleaned);
+    }
+};
+
 } // namespace
 
 QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
-    : QtTextBox(name, gate, keys, *new QPlainTextEdit)
+    : QtTextBox(name, gate, keys, *new PlainTextEdit)
 {
 }
 
@@ -42,6 +60,13 @@ void QtTextBox::set_text(std::string_view text)
 std::string QtTextBox::text() const
 {
     return from_qt(lines());
+}
+
+void QtTextBox::clear()
+{
+    QTextCursor cursor(m_edit.document());
+    cursor.select(QTextCursor::Document);
+    cursor.removeSelectedText();
 }
 
 QString QtTextBox::lines() const

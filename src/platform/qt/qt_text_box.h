@@ -16,6 +16,7 @@ public:
 
     void set_text(std::string_view text) override;
     [[nodiscard]] std::string text() const override;
+    void clear() override;
     [[nodiscard]] std::size_t caret() const override;
     void set_caret(std::size_t place) override;
     void insert(std::size_t place, std::string_view text) override;

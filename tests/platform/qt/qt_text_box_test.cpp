@@ -102,6 +102,31 @@ TEST_F(QtTextBoxTest, WhatIsPastedComesAsPlainText)
     EXPECT_FALSE(box.widget().currentCharFormat().font().bold());
 }
 
+TEST_F(QtTextBoxTest, CharactersOfCodeZeroAreDroppedFromWhatIsPasted)
+{
+    auto* const copied = new QMimeData;
+    const QChar nul(QChar::Null);
+    copied->setText(nul + QStringLiteral("Os") + nul + QStringLiteral("lo\nNor") + nul + nul + QStringLiteral("way") +
+                    nul);
+    QGuiApplication::clipboard()->setMimeData(copied);
+    box.widget().paste();
+    EXPECT_EQ(box.text(), "Oslo\r\nNorway");
+}
+
+TEST_F(QtTextBoxTest, WhatWasClearedComesBackWithAnUndo)
+{
+    box.set_locked(true);
+    box.set_text("one\r\ntwo");
+    box.clear();
+    EXPECT_EQ(box.text(), "");
+    box.set_locked(false);
+    press_key(box.widget(), Qt::Key_Z, "\x1a", false, Qt::ControlModifier);
+    EXPECT_EQ(box.text(), "one\r\ntwo");
+    box.set_text("");
+    press_key(box.widget(), Qt::Key_Z, "\x1a", false, Qt::ControlModifier);
+    EXPECT_EQ(box.text(), "") << "a new text cannot be undone";
+}
+
 TEST_F(QtTextBoxTest, TheCaretIsCountedInCodePointsAndALineEndAsTwo)
 {
     box.set_text("a\U0001F600\r\nb\u0436");
