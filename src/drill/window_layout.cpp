@@ -53,7 +53,7 @@ void WindowLayout::relayout_boxes()
 const char* WindowLayout::answer_heading() const
 {
     if (m_state.AnswerShown && can_type())
-        return "A typed answer counts as not known now; clicking the words of a hint counts";
+        return "A typed answer counts as not known now; clicking words counts";
     if (m_state.TypingMode && can_type())
         return "Type the answer, then press Enter";
     if (!m_state.answer_revealed || m_state.SelfJudgement.empty())

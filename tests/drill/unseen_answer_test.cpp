@@ -190,7 +190,7 @@ protected:
         yes();
     }
 
-    static constexpr const char* costs = "A typed answer counts as not known now; clicking the words of a hint counts";
+    static constexpr const char* costs = "A typed answer counts as not known now; clicking words counts";
 };
 
 TEST_F(HeadingOfTheAnswer, tells_what_a_hint_costs_until_the_next_question)

@@ -26,7 +26,8 @@ class PlainTextEdit : public QPlainTextEdit {
 protected:
     void insertFromMimeData(const QMimeData* source) override
     {
-        QString text = source->text();
+        // An empty clipboard of the X Window System gives nothing at all.
+        QString text = source != nullptr ? source->text() : QString();
         if (!text.contains(QChar(QChar::Null))) {
             QPlainTextEdit::insertFromMimeData(source);
             return;

@@ -113,6 +113,18 @@ TEST_F(QtTextBoxTest, CharactersOfCodeZeroAreDroppedFromWhatIsPasted)
     EXPECT_EQ(box.text(), "Oslo\r\nNorway");
 }
 
+/// Opens what the toolkit calls for each paste.
+struct PasteAccess : QPlainTextEdit {
+    using QPlainTextEdit::insertFromMimeData;
+};
+
+TEST_F(QtTextBoxTest, AnEmptyClipboardPastesNothing)
+{
+    box.set_text("Oslo");
+    (box.widget().*(&PasteAccess::insertFromMimeData))(nullptr);
+    EXPECT_EQ(box.text(), "Oslo");
+}
+
 TEST_F(QtTextBoxTest, WhatWasClearedComesBackWithAnUndo)
 {
     box.set_locked(true);
