@@ -21,21 +21,19 @@ bool is_systems_fixed_font(const std::string& name)
     return name == general_name || (name == often_missing && !QFontDatabase::hasFamily(to_qt(name)));
 }
 
-/// A text edit that drops the characters of code 0 from what is pasted or dropped, as an import does.
+/// A text edit that drops the characters of code 0 from what is pasted or dragged into it, as an import does.
 class PlainTextEdit : public QPlainTextEdit {
 protected:
     void insertFromMimeData(const QMimeData* source) override
     {
-        // An empty clipboard of the X Window System gives nothing at all.
         QString text = source != nullptr ? source->text() : QString();
-        if (!text.contains(QChar(QChar::Null))) {
-            QPlainTextEdit::insertFromMimeData(source);
-            return;
-        }
         text.remove(QChar(QChar::Null));
-        QMimeData cleaned;
-        cleaned.setText(text);
-        QPlainTextEdit::insertFromMimeData(&cleaned);
+        // The toolkit crashes on data without any format, which an empty clipboard of the X Window System gives.
+        if (text.isEmpty())
+            return;
+        QMimeData plain;
+        plain.setText(text);
+        QPlainTextEdit::insertFromMimeData(&plain);
     }
 };
 
