@@ -5,13 +5,19 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <random>
+#include <string_view>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace cuedrill::platform::sqlite {
 namespace {
 
+constexpr std::string_view name_start = ".cuedrill-new-";
 constexpr int most_attempts = 100;
 constexpr mode_t usual_mode = 0666; // less what the user's mask takes away
 
@@ -33,6 +39,53 @@ int bring_folder_to_disk(const char* folder)
     return result != 0 && error == EINVAL ? 0 : result;
 }
 
+enum class Lock { taken, held_by_another, not_supported };
+
+/// Locks the first byte for this descriptor. The engine locks places far behind it, in the name of the process; it
+/// would be in the way of a lock on the whole file where the file system is another machine's.
+Lock lock(int descriptor)
+{
+    struct flock range {};
+    range.l_type = F_WRLCK;
+    range.l_whence = SEEK_SET;
+    range.l_len = 1;
+    if (::fcntl(descriptor, F_OFD_SETLK, &range) == 0)
+        return Lock::taken;
+    return errno == EAGAIN || errno == EACCES ? Lock::held_by_another : Lock::not_supported;
+}
+
+bool is_temporary_name(std::string_view name)
+{
+    return name.size() > name_start.size() && name.starts_with(name_start) &&
+           name.find_first_not_of("0123456789", name_start.size()) == std::string_view::npos;
+}
+
+/// A file that cannot be opened or locked may be somebody's: it stays.
+void remove_unless_held(const std::string& path)
+{
+    const int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0)
+        return;
+    struct stat status {};
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && lock(descriptor) == Lock::taken) {
+        ::unlink((path + "-journal").c_str());
+        ::unlink(path.c_str());
+    }
+    ::close(descriptor);
+}
+
+/// @param start what stands before a name in the folder.
+void remove_leftovers(const std::string& folder, const std::string& start)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
+    if (entries == nullptr)
+        return; // a folder that can be written but not listed
+    while (const dirent* const entry = ::readdir(entries.get())) {
+        if (is_temporary_name(entry->d_name))
+            remove_unless_held(start + entry->d_name);
+    }
+}
+
 bool has_no_hard_links(int error)
 {
     return error == EPERM || error == EOPNOTSUPP || error == ENOSYS || error == EMLINK;
@@ -42,26 +95,40 @@ bool has_no_hard_links(int error)
 
 TemporaryFile::TemporaryFile(const std::string& folder)
 {
+    const std::string start = (folder == "/" ? "" : folder) + "/";
+    remove_leftovers(folder, start);
     std::random_device random;
-    const std::string start = (folder == "/" ? "" : folder) + "/.cuedrill-new-";
     for (int attempt = 0; attempt < most_attempts; ++attempt) {
-        std::string path = start + std::to_string(random());
-        const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, usual_mode);
-        if (descriptor >= 0) {
-            ::close(descriptor);
-            m_path = std::move(path);
+        if (take_name(start + std::string(name_start) + std::to_string(random())))
             return;
-        }
-        if (errno != EEXIST)
-            throw file_error(errno, "It cannot be created.");
     }
     throw own_error(DatabaseErrorKind::other, "It cannot be created.");
+}
+
+/// False where the name is taken, or was taken away again by somebody who found the file before it was locked.
+bool TemporaryFile::take_name(const std::string& path)
+{
+    m_descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, usual_mode);
+    if (m_descriptor < 0) {
+        if (errno != EEXIST)
+            throw file_error(errno, "It cannot be created.");
+        return false;
+    }
+    struct stat status {};
+    const bool held_by_another = lock(m_descriptor) == Lock::held_by_another;
+    if (held_by_another || ::fstat(m_descriptor, &status) != 0 || status.st_nlink == 0) {
+        ::close(std::exchange(m_descriptor, -1));
+        return false;
+    }
+    m_path = path;
+    return true;
 }
 
 TemporaryFile::~TemporaryFile()
 {
     ::unlink((m_path + "-journal").c_str());
     ::unlink(m_path.c_str());
+    ::close(m_descriptor);
 }
 
 NamingCalls NamingCalls::of_system()

@@ -4,9 +4,12 @@
 
 namespace cuedrill::platform::sqlite {
 
-/// An empty file of a name of its own in a folder, removed with its journal when the object goes.
+/// An empty file of a name of its own in a folder, removed with its journal when the object goes. While the object
+/// lives the file is locked, which tells others of this program's that somebody holds it.
 class TemporaryFile {
 public:
+    /// Also removes the files of this kind in the folder that nobody holds: what a program that was ended by force has
+    /// left behind.
     /// @throws DatabaseError when it cannot be created.
     explicit TemporaryFile(const std::string& folder);
     TemporaryFile(const TemporaryFile&) = delete;
@@ -16,7 +19,10 @@ public:
     [[nodiscard]] const std::string& path() const { return m_path; }
 
 private:
+    bool take_name(const std::string& path);
+
     std::string m_path;
+    int m_descriptor = -1;
 };
 
 /// The calls of the system by which a file gets its name; each returns 0, or -1 with errno.

@@ -90,6 +90,51 @@ TEST_F(Creation, DestructionBeforeTheEndLeavesNothingBehind)
     EXPECT_EQ(folder.names(), Names{});
 }
 
+// What a program that was killed has left is held by nobody; what another one is just making is.
+TEST_F(Creation, RemovesWhatEarlierOnesLeftBehindAndNobodyHolds)
+{
+    const std::string left = folder / ".cuedrill-new-17";
+    write_bytes(left, "half a course");
+    write_bytes(left + "-journal", "its journal");
+    SqliteDatabase other(compare);
+    other.create(folder / "other.crs");
+    other.append_table(params_table());
+    create_all(path);
+    EXPECT_EQ(folder.names().size(), 3U) << "the other creation and its journal go on";
+    EXPECT_FALSE(std::filesystem::exists(left));
+    other.append_table(qa_table());
+    other.finish_creation();
+    EXPECT_EQ(folder.names(), (Names{"new.crs", "other.crs"}));
+    EXPECT_EQ(count(other), 0);
+}
+
+TEST_F(Creation, ACourseThatGotItsNameKeepsItWhenItsFirstOneIsRemoved)
+{
+    create_all(path);
+    database.close();
+    std::filesystem::create_hard_link(path, folder / ".cuedrill-new-17");
+    create_all(folder / "second.crs");
+    EXPECT_EQ(folder.names(), (Names{"new.crs", "second.crs"}));
+    database.close();
+    database.open(path, tables());
+}
+
+TEST_F(Creation, LeavesOtherFilesOfSuchNamesAlone)
+{
+    const Names names{".cuedrill-new-",  ".cuedrill-new-1-journal", ".cuedrill-new-5", ".cuedrill-new-6",
+                      ".cuedrill-new-7", ".cuedrill-new-mine",      "diary.txt"};
+    for (const auto& name : {names[0], names[1], names[5], names[6]})
+        write_bytes(folder / name, "precious");
+    std::filesystem::create_symlink(folder / "diary.txt", folder / names[2]);
+    std::filesystem::create_directory(folder / names[3]);
+    ASSERT_EQ(::mkfifo((folder / names[4]).c_str(), 0666), 0);
+    create_all(path);
+    database.close();
+    std::filesystem::remove(path);
+    EXPECT_EQ(folder.names(), names);
+    EXPECT_EQ(bytes_of(folder / "diary.txt"), "precious");
+}
+
 TEST_F(Creation, NeverReplacesAFileThatIsThereAtTheStart)
 {
     write_bytes(path, "precious");
