@@ -133,9 +133,11 @@ void CourseOpener::open_course()
     m_services.trace.write_trace("apertura_db - AD1 ");
     m_course.apri_db();
     m_services.trace.write_trace("apertura_db - return from apri_db ");
+    trace_unstored("order of the texts", m_course.database().unstored());
     m_course.params.font.clear();
     m_params.read_params();
     m_services.trace.write_trace("apertura_db - return from read_params ");
+    trace_unstored("parameters", m_params.unstored());
     m_course.set_side_fields();
     m_course.record_count = m_course.count_records();
     // The first course has been worked on since the program started.
@@ -144,6 +146,12 @@ void CourseOpener::open_course()
     m_host.load_main_window();
     m_course.all_passed_announced = false;
     m_first_course = false;
+}
+
+void CourseOpener::trace_unstored(const std::string& what, const std::string& reason)
+{
+    if (!reason.empty())
+        m_services.trace.write_trace("apertura_db - " + what + " not stored - " + reason);
 }
 
 void CourseOpener::report_failure(const std::string& reason)

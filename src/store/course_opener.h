@@ -52,6 +52,7 @@ private:
     void prepare_chosen_course();
     void open_course();
     void create_course();
+    void trace_unstored(const std::string& what, const std::string& reason);
     void report_failure(const std::string& reason);
 
     Course& m_course;

@@ -68,6 +68,7 @@ std::unique_ptr<TableCursor> open_params(Course& course)
 void CourseParamsStore::read_params()
 {
     const common::DateTime now = m_clock.now();
+    m_unstored.clear();
     const auto params_recordset = open_params(m_course);
     CourseParams& params = m_course.params;
     params.course_title.clear();
@@ -99,7 +100,19 @@ void CourseParamsStore::read_target_level(TableCursor& params_recordset)
         params.target_level = common::to_int16(level, "target level");
     } else {
         params.target_level = default_target_level;
+        store_target_level();
+    }
+}
+
+void CourseParamsStore::store_target_level()
+{
+    try {
         write_params();
+    } catch (const platform::DatabaseError& error) {
+        // A course can be looked at without room on the disk.
+        if (error.kind() != platform::DatabaseErrorKind::full)
+            throw;
+        m_unstored = error.what();
     }
 }
 

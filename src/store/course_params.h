@@ -4,6 +4,7 @@
 #include "platform/database.h"
 #include "store/course.h"
 
+#include <string>
 #include <string_view>
 
 namespace cuedrill::store {
@@ -18,6 +19,9 @@ public:
     /// keep the values of the course that was open before.
     /// @throws platform::DatabaseError, common::OverflowError
     void read_params();
+
+    /// Why `read_params` could not store the target level, for lack of room; empty where nothing is missing.
+    [[nodiscard]] const std::string& unstored() const { return m_unstored; }
 
     /// Stores the six settings of the course as they stand in memory.
     /// @throws platform::DatabaseError; nothing is stored then.
@@ -47,11 +51,13 @@ private:
     [[nodiscard]] double time_ever(const CourseParams& counters, common::DateTime now) const;
     void store_settings(const CourseParams& params);
     void read_target_level(platform::TableCursor& params_recordset);
+    void store_target_level();
     void read_counters(platform::TableCursor& params_recordset, common::DateTime now);
     [[nodiscard]] std::string default_title() const;
 
     Course& m_course;
     platform::Clock& m_clock;
+    std::string m_unstored;
 };
 
 } // namespace cuedrill::store

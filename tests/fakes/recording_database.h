@@ -248,6 +248,7 @@ public:
         m_record->called(Operation::open);
         m_database.open(path, expected);
     }
+    [[nodiscard]] std::string unstored() const override { return m_database.unstored(); }
     void close() noexcept override
     {
         m_record->transaction_depth = 0;

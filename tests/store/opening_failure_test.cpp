@@ -54,6 +54,28 @@ TEST_F(OpeningFailure, of_a_remembered_course_leads_to_the_dialog)
     EXPECT_EQ(desktop.file_dialogs.at(0).initial_file, "broken.crs");
 }
 
+TEST_F(OpeningFailure, to_store_a_parameter_for_lack_of_room_opens_the_course_and_is_traced)
+{
+    const std::string path = CourseBuilder().number_param("target_level", 0).write(folder, "odd.crs");
+    remember(path);
+    database.fail_at(Operation::commit, 1, platform::DatabaseErrorKind::full, "There is no room left on the disk.");
+    EXPECT_TRUE(opener.apertura_db());
+    expect_open(path);
+    EXPECT_EQ(course.params.target_level, 5);
+    EXPECT_EQ(traced().back(), "apertura_db - parameters not stored - There is no room left on the disk.");
+}
+
+TEST_F(OpeningFailure, to_store_a_parameter_for_another_reason_refuses_the_course)
+{
+    const std::string path = CourseBuilder().number_param("target_level", 0).write(folder, "odd.crs");
+    remember(path);
+    database.fail_at(Operation::commit, 1, platform::DatabaseErrorKind::input_output, "The disk is ill.");
+    expect_refusal_box(path, "The disk is ill.");
+    expect_dialog_answer(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    expect_open(sound);
+}
+
 TEST_F(OpeningFailure, of_the_command_line_s_course_leads_to_the_dialog_though_another_is_remembered)
 {
     const std::string broken = folder.write("broken.crs", "not a course");
@@ -184,7 +206,8 @@ TEST_P(FailingStep, is_told_in_a_box_and_leaves_nothing_open)
 {
     const auto before = folder.read("sound.crs");
     remember(sound);
-    database.fail_at(GetParam().first, GetParam().second);
+    database.fail_at(GetParam().first, GetParam().second, platform::DatabaseErrorKind::input_output,
+                     fakes::RecordingDatabase::failure_words);
     expect_refusal_box(sound, fakes::RecordingDatabase::failure_words);
     desktop.expect_file({});
     EXPECT_FALSE(opener.apertura_db());

@@ -239,7 +239,7 @@ TEST_F(ReadParams, passes_on_an_error_of_the_engine)
     EXPECT_THROW(params.read_params(), DatabaseError);
     database.fail_at(Operation::seek, 4);
     EXPECT_THROW(params.read_params(), DatabaseError);
-    database.fail_at(Operation::commit);
+    database.fail_at(Operation::commit, 1, platform::DatabaseErrorKind::input_output, "The disk is ill.");
     EXPECT_THROW(params.read_params(), DatabaseError);
     EXPECT_EQ(file(), fakes::CourseContents{});
 }

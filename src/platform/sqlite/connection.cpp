@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <new>
 #include <sqlite3.h>
+#include <utility>
 
 namespace cuedrill::platform::sqlite {
 namespace {
@@ -209,6 +210,20 @@ void Connection::require_ready_to_write()
         throw own_error(DatabaseErrorKind::other, "A recordset is still open.");
     if (m_depth > 0 && !in_transaction())
         throw own_error(DatabaseErrorKind::other, undone);
+    if (m_depth == 0 && m_put_off)
+        do_what_was_put_off();
+}
+
+void Connection::do_what_was_put_off()
+{
+    // Taken out meanwhile: the job begins a transaction itself.
+    std::function<void()> job = std::exchange(m_put_off, nullptr);
+    try {
+        job();
+    } catch (...) {
+        m_put_off = std::move(job);
+        throw;
+    }
 }
 
 void Connection::require_not_moved()

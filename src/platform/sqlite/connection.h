@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -37,6 +38,8 @@ public:
 
     /// The first bytes of the file (zeros where it is shorter), read without a lock or a look into the journal.
     [[nodiscard]] std::array<unsigned char, header_size> header();
+    /// Whether a read of the file, its journal or its log has failed so far.
+    [[nodiscard]] bool read_failed() const noexcept { return m_files.read_failed(); }
     /// Whether closing the last connection carries a write-ahead log over into the file.
     void set_checkpoint_at_close(bool checkpoint);
     /// The settings under which a course is worked with: rollback journal, durable when a commit returns, and room for
@@ -61,8 +64,12 @@ public:
     void commit();
     void rollback() noexcept;
 
+    /// Puts off what must be written before anything else is: it runs before the next write outside a transaction, and
+    /// again before each one until it succeeds.
+    void put_off(std::function<void()> job) { m_put_off = std::move(job); }
+
     /// Throws when rows of a recordset are still being read, or when the transaction that the caller believes open was
-    /// undone by the engine: a write would stand alone.
+    /// undone by the engine: a write would stand alone. Then does what was put off.
     void require_ready_to_write();
     void recordset_opened() { ++m_open_recordsets; }
     void recordset_closed() noexcept { --m_open_recordsets; }
@@ -73,6 +80,7 @@ private:
     void harden();
     void set_switch(int option, bool on);
     void require_not_moved();
+    void do_what_was_put_off();
     [[nodiscard]] bool in_transaction() const noexcept;
     void run_pooled(std::string_view sql);
     /// Runs without throwing; false on an error.
@@ -83,6 +91,7 @@ private:
     CourseFiles m_files; ///< outlives the engine's connection, which works through it
     sqlite3* m_db = nullptr;
     std::unique_ptr<StatementPool> m_pool;
+    std::function<void()> m_put_off;
     int m_depth = 0;
     int m_open_recordsets = 0;
 };

@@ -159,6 +159,9 @@ void check_soundness(Connection& connection)
     const int code = code_in(report);
     if ((code & 0xFF) == SQLITE_IOERR || (code & 0xFF) == SQLITE_NOMEM)
         throw database_error(code, 0, finding);
+    // Of some pages it only says that it did not get them.
+    if (connection.read_failed())
+        throw database_error(SQLITE_IOERR_READ, 0, finding);
     throw own_error(DatabaseErrorKind::damaged, "It is damaged (" + finding + ").");
 }
 
@@ -206,13 +209,14 @@ void bring_to_order(Connection& connection, std::uint32_t order_version)
     connection.begin();
     try {
         connection.run("REINDEX CUEDRILL");
+        connection.run("PRAGMA main.user_version = " + std::to_string(version));
+        connection.commit();
     } catch (const DatabaseError& error) {
+        connection.rollback();
         if (error.kind() != DatabaseErrorKind::constraint)
             throw;
         throw own_error(DatabaseErrorKind::damaged, "It is damaged (two rows have the same key).");
     }
-    connection.run("PRAGMA main.user_version = " + std::to_string(version));
-    connection.commit();
 }
 
 } // namespace cuedrill::platform::sqlite

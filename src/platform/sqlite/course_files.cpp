@@ -35,6 +35,7 @@ struct Neighbour {
 struct CourseFile {
     sqlite3_file base;
     bool* read_failed;
+    int* write_error;
     const char* course; ///< the path; only for the course itself
 };
 
@@ -56,6 +57,16 @@ int read_file(sqlite3_file* file, void* bytes, int count, sqlite3_int64 place)
     return code;
 }
 
+/// A journal that found no room is as good a reason as the course: each file's last error is that of all.
+int write_file(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 place)
+{
+    const int code = real(file)->pMethods->xWrite(real(file), bytes, count, place);
+    if (code == SQLITE_IOERR_WRITE)
+        real(file)->pMethods->xFileControl(real(file), SQLITE_FCNTL_LAST_ERRNO,
+                                           reinterpret_cast<CourseFile*>(file)->write_error);
+    return code;
+}
+
 /// The real system takes every failure of a look at the name for a file that is gone.
 int tell_whether_moved(const char* course, sqlite3_file* inner, void* moved)
 {
@@ -69,9 +80,13 @@ int tell_whether_moved(const char* course, sqlite3_file* inner, void* moved)
 
 int control_file(sqlite3_file* file, int operation, void* argument)
 {
-    const char* const course = reinterpret_cast<CourseFile*>(file)->course;
-    if (operation == SQLITE_FCNTL_HAS_MOVED && course != nullptr)
-        return tell_whether_moved(course, real(file), argument);
+    const CourseFile& opened = *reinterpret_cast<CourseFile*>(file);
+    if (operation == SQLITE_FCNTL_HAS_MOVED && opened.course != nullptr)
+        return tell_whether_moved(opened.course, real(file), argument);
+    if (operation == SQLITE_FCNTL_LAST_ERRNO && *opened.write_error != 0) {
+        *static_cast<int*>(argument) = *opened.write_error;
+        return SQLITE_OK;
+    }
     return real(file)->pMethods->xFileControl(real(file), operation, argument);
 }
 
@@ -83,9 +98,7 @@ constexpr sqlite3_io_methods file_methods()
     methods.iVersion = 1;
     methods.xClose = close_file;
     methods.xRead = read_file;
-    methods.xWrite = [](sqlite3_file* f, const void* bytes, int count, sqlite3_int64 place) {
-        return real(f)->pMethods->xWrite(real(f), bytes, count, place);
-    };
+    methods.xWrite = write_file;
     methods.xTruncate = [](sqlite3_file* f, sqlite3_int64 size) { return real(f)->pMethods->xTruncate(real(f), size); };
     methods.xSync = [](sqlite3_file* f, int flags) { return real(f)->pMethods->xSync(real(f), flags); };
     methods.xFileSize = [](sqlite3_file* f, sqlite3_int64* size) {
@@ -198,6 +211,7 @@ struct CourseFiles::System {
     sqlite3_vfs interface {
     };
     bool read_failed = false;
+    int write_error = 0; ///< errno of the last write that failed
 };
 
 int CourseFiles::System::check_name(const char* path, int flags) const
@@ -232,6 +246,7 @@ int CourseFiles::System::open(const char* path, sqlite3_file* file, int flags, i
         return code;
     auto* const opened = reinterpret_cast<CourseFile*>(file);
     opened->read_failed = &read_failed;
+    opened->write_error = &write_error;
     opened->course = (flags & SQLITE_OPEN_MAIN_DB) != 0 ? course.c_str() : nullptr;
     file->pMethods = &methods_of_course_file;
     return SQLITE_OK;

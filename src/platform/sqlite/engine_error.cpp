@@ -149,7 +149,7 @@ void throw_engine_error(sqlite3* db, int code)
     if (extended == SQLITE_CANTOPEN && was_put_into_log_mode(db))
         throw database_error(SQLITE_BUSY, 0, "");
     const std::string words = same ? sqlite3_errmsg(db) : sqlite3_errstr(code);
-    // The file remembers its own errno; that of the connection may come from the clearing up after the failure.
+    // The files remember their own errno; that of the connection may come from the clearing up after the failure.
     int system_error = sqlite3_system_errno(db);
     if (extended == SQLITE_IOERR_WRITE)
         sqlite3_file_control(db, "main", SQLITE_FCNTL_LAST_ERRNO, &system_error);

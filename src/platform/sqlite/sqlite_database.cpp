@@ -176,9 +176,27 @@ void SqliteDatabase::open_checked(const std::string& file, TableLayouts layouts)
     if (with_log)
         accept_log(*connection);
     connection->set_up_for_work();
-    bring_to_order(*connection, m_compare.order_version());
+    order_now_or_later(*connection);
     m_connection = connection;
     m_layouts = std::move(layouts);
+}
+
+/// Without room on the disk a course can still be looked at. Its indexes then keep the order in which they are, and
+/// nothing is written by them before they are rebuilt.
+void SqliteDatabase::order_now_or_later(Connection& connection)
+{
+    const auto bring = [this, &connection] {
+        bring_to_order(connection, m_compare.order_version());
+        m_unstored.clear();
+    };
+    try {
+        bring();
+    } catch (const DatabaseError& error) {
+        if (error.kind() != DatabaseErrorKind::full)
+            throw;
+        m_unstored = error.what();
+        connection.put_off(bring);
+    }
 }
 
 void SqliteDatabase::close() noexcept
@@ -190,6 +208,7 @@ void SqliteDatabase::close() noexcept
     m_layouts.clear();
     m_new_file.reset();
     m_new_path.clear();
+    m_unstored.clear();
 }
 
 std::unique_ptr<TableCursor> SqliteDatabase::open_table(std::string_view name)

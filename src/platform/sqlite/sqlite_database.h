@@ -34,6 +34,7 @@ public:
     void finish_creation() override;
 
     void open(const std::string& path, const std::vector<TableDefinition>& expected) override;
+    [[nodiscard]] std::string unstored() const override { return m_unstored; }
     void close() noexcept override;
     [[nodiscard]] bool is_open() const override { return m_connection != nullptr && m_new_file == nullptr; }
 
@@ -55,11 +56,13 @@ private:
     [[nodiscard]] Connection& require_course() const;
     [[nodiscard]] Connection& require_creation() const;
     void open_checked(const std::string& file, TableLayouts layouts);
+    void order_now_or_later(Connection& connection);
 
     const TextCompare& m_compare;
     std::chrono::milliseconds m_busy_timeout;
     std::shared_ptr<Connection> m_connection;
     TableLayouts m_layouts;
+    std::string m_unstored;
 
     std::unique_ptr<TemporaryFile> m_new_file; ///< only while a file is being created
     std::string m_new_path;

@@ -1,36 +1,12 @@
 #include "platform/sqlite/support.h"
 
-#include <csignal>
 #include <filesystem>
-#include <sys/resource.h>
 
 // What happens to an open course when its file or its disk changes underneath.
 namespace cuedrill::platform::sqlite::test {
 namespace {
 
 using FileState = CourseTest;
-
-/// No file of the process can grow beyond a size while an object of this class lives.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
 
 TEST_F(FileState, AMovedFileTakesNoMoreTransactions)
 {

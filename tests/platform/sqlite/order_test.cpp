@@ -49,6 +49,35 @@ TEST_F(Order, WithoutTheStampRowsWouldBeLost)
     EXPECT_FALSE(finds_all()) << "proves that the test above can fail";
 }
 
+// Indexes in another order must not be written to: rows that they do not find again would be lost to them for good.
+TEST_F(Order, WithoutRoomOnTheDiskIsBroughtAboutBeforeTheNextWrite)
+{
+    fill();
+    database.close();
+    const std::string bytes = bytes_of(path);
+    compare.reversed = true;
+    compare.version = 2;
+    {
+        const FileSizeLimit limit(100);
+        database.open(path, tables());
+        EXPECT_EQ(database.unstored(), "A file would become larger than the system allows.");
+        EXPECT_EQ(count(database), 26);
+        for (const auto& write : std::vector<std::function<void()>>{[&] { add("one more"); }, [&] { database.begin(); },
+                                                                    [&] { database.execute("delete from qa"); }})
+            error_words(DatabaseErrorKind::full, write);
+        EXPECT_FALSE(database.unstored().empty());
+        EXPECT_TRUE(bytes_of(path) == bytes);
+    }
+    database.execute("update qa set a = 'x'");
+    EXPECT_EQ(database.unstored(), "");
+    EXPECT_TRUE(finds_all());
+    EXPECT_EQ(count(database, "PRAGMA user_version"), packed_version(2));
+    database.close();
+    database.open(path, tables());
+    EXPECT_EQ(database.unstored(), "");
+    EXPECT_EQ(count(database), 26);
+}
+
 TEST_F(Order, AFileWithoutAStampGetsOne)
 {
     fill();
