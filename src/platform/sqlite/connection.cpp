@@ -27,6 +27,19 @@ constexpr std::array<Limit, 10> limits{{{SQLITE_LIMIT_LENGTH, 1'000'000},
                                         {SQLITE_LIMIT_TRIGGER_DEPTH, 1},
                                         {SQLITE_LIMIT_WORKER_THREADS, 0}}};
 
+/// For the whole engine: far more than the pages and the sorting of a full course take.
+constexpr sqlite3_int64 most_memory = 160 * 1024 * 1024;
+
+/// A hostile file can make a look into it as long as it likes, also without being large. Processor time, so that a slow
+/// disk does not count.
+constexpr std::clock_t most_time = 2 * CLOCKS_PER_SEC;
+constexpr int steps_between_looks_at_the_clock = 1000;
+
+int is_out_of_time(void* started)
+{
+    return std::clock() - *static_cast<const std::clock_t*>(started) > most_time ? 1 : 0;
+}
+
 constexpr const char* undone = "The changes before were undone.";
 
 std::string savepoint_name(int depth)
@@ -37,12 +50,14 @@ std::string savepoint_name(int depth)
 } // namespace
 
 Connection::Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout)
-    : m_rules{compare}, m_files(file)
+    : m_rules{compare}, m_files(file), m_started(std::clock())
 {
     open_file(file);
     try {
         sqlite3_extended_result_codes(m_db, 1);
         sqlite3_busy_timeout(m_db, static_cast<int>(busy_timeout.count()));
+        sqlite3_hard_heap_limit64(most_memory);
+        sqlite3_progress_handler(m_db, steps_between_looks_at_the_clock, is_out_of_time, &m_started);
         harden();
         register_functions(m_db, m_rules);
         m_pool = std::make_unique<StatementPool>(m_db, m_rules);
@@ -135,6 +150,11 @@ std::array<unsigned char, Connection::header_size> Connection::header()
 void Connection::set_checkpoint_at_close(bool checkpoint)
 {
     set_switch(SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, !checkpoint);
+}
+
+void Connection::allow_any_time() noexcept
+{
+    sqlite3_progress_handler(m_db, 0, nullptr, nullptr);
 }
 
 void Connection::set_up_for_work()

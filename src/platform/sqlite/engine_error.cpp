@@ -103,6 +103,10 @@ Meaning meaning_of(int code, int system_error, std::string_view engine_words)
         return {DatabaseErrorKind::not_a_course, "It is not a course."};
     case SQLITE_CANTOPEN:
         return {DatabaseErrorKind::other, "It cannot be opened."};
+    case SQLITE_INTERRUPT:
+        return {DatabaseErrorKind::not_a_course, "It would take too long to be looked through."};
+    case SQLITE_TOOBIG:
+        return {DatabaseErrorKind::damaged, "It holds a text that is too long to be read."};
     case SQLITE_CONSTRAINT:
         return {DatabaseErrorKind::constraint, constraint_words(code, engine_words)};
     case SQLITE_MISMATCH:

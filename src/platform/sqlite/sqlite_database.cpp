@@ -114,6 +114,7 @@ void SqliteDatabase::create(const std::string& path)
     try {
         m_new_file = std::make_unique<TemporaryFile>(folder_of(m_new_path));
         m_connection = std::make_shared<Connection>(m_new_file->path(), m_compare, m_busy_timeout);
+        m_connection->allow_any_time();
         m_connection->set_up_for_work();
         m_connection->begin();
     } catch (...) {
@@ -177,6 +178,7 @@ void SqliteDatabase::open_checked(const std::string& file, TableLayouts layouts)
         accept_log(*connection);
     connection->set_up_for_work();
     order_now_or_later(*connection);
+    connection->allow_any_time();
     m_connection = connection;
     m_layouts = std::move(layouts);
 }

@@ -37,6 +37,8 @@ TEST(EngineErrors, HaveWordsForTheUser)
         {SQLITE_PERM, 0, "", Kind::read_only, "It cannot be written."},
         {SQLITE_CORRUPT_INDEX, 0, "bad page", Kind::damaged, "It is damaged (bad page)."},
         {SQLITE_NOTADB, 0, "", Kind::not_a_course, "It is not a course."},
+        {SQLITE_INTERRUPT, 0, "", Kind::not_a_course, "It would take too long to be looked through."},
+        {SQLITE_TOOBIG, 0, "", Kind::damaged, "It holds a text that is too long to be read."},
         {SQLITE_CANTOPEN, 0, "", Kind::other, "It cannot be opened."},
         {SQLITE_CONSTRAINT_CHECK, 0, "CHECK constraint failed: x > 1", Kind::constraint,
          "The row breaks a rule of its table (x > 1)."},

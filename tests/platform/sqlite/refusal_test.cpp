@@ -261,6 +261,36 @@ TEST_F(Refusal, ATextThatBreaksTheLengthRule)
     refused(DatabaseErrorKind::damaged);
 }
 
+/// The definition of `qa` as another program makes it: without rules for the length of texts.
+TEST_F(Refusal, ATextThatIsFarTooLongByItsRecordAndLength)
+{
+    std::string loose = definition_of_qa();
+    for (const char* const column : {"q", "a"}) {
+        const std::string rule = std::string(" CHECK (length(\"") + column + "\") <= 200)";
+        loose.erase(loose.find(rule), rule.size());
+    }
+    remake_qa(loose);
+    rewrite("INSERT INTO qa (cnt, q, a) VALUES (1, 'one', printf('%.*c', 10000, 'x')), (7, replace(printf('%.*c', "
+            "10000, 'x'), 'x', char(228)), 'x')");
+    database.open(path, tables());
+    EXPECT_EQ(count(database), 2) << "of bytes there may be more";
+    database.close();
+    rewrite("UPDATE qa SET q = q || 'x' WHERE cnt = 7");
+    EXPECT_EQ(refused(DatabaseErrorKind::damaged), "The text in column q of record 7 of its table qa has 10001 "
+                                                   "characters; more than 10000 cannot be read.");
+    rewrite("UPDATE qa SET q = 'x', a = printf('%.*c', 20000000, 'x') WHERE cnt = 7");
+    EXPECT_EQ(refused(DatabaseErrorKind::damaged), "The text in column a of record 7 of its table qa has 20000000 "
+                                                   "characters; more than 10000 cannot be read.");
+}
+
+TEST_F(Refusal, AFileThatTakesTooLong)
+{
+    rewrite("CREATE TABLE slow (x, CHECK (length(hex(zeroblob(x))) >= 0)); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+            "SELECT i + 1 FROM n WHERE i < 20000) INSERT INTO slow SELECT 0 FROM n; PRAGMA ignore_check_constraints = "
+            "ON; UPDATE slow SET x = 400000");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It would take too long to be looked through.");
+}
+
 TEST_F(Refusal, AFileInLogModeStaysInLogMode)
 {
     rewrite("PRAGMA journal_mode = WAL; CREATE TRIGGER evil AFTER INSERT ON qa BEGIN DELETE FROM params; END");

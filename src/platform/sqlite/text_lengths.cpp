@@ -1,0 +1,107 @@
+#include "platform/sqlite/text_lengths.h"
+
+#include "common/text.h"
+#include "platform/sqlite/engine_error.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <sqlite3.h>
+
+namespace cuedrill::platform::sqlite {
+namespace {
+
+/// One stored text at a time, read without its row.
+class StoredTexts {
+public:
+    StoredTexts(Connection& connection, const std::string& table, const std::string& column)
+        : m_db(connection.handle()), m_table(table), m_column(column)
+    {
+    }
+    StoredTexts(const StoredTexts&) = delete;
+    StoredTexts& operator=(const StoredTexts&) = delete;
+    ~StoredTexts() { sqlite3_blob_close(m_text); }
+
+    void go_to(std::int64_t row)
+    {
+        const int code = m_text == nullptr
+                             ? sqlite3_blob_open(m_db, "main", m_table.c_str(), m_column.c_str(), row, 0, &m_text)
+                             : sqlite3_blob_reopen(m_text, row);
+        if (code != SQLITE_OK)
+            throw_engine_error(m_db, code);
+    }
+
+    [[nodiscard]] std::int64_t bytes() const { return sqlite3_blob_bytes(m_text); }
+
+    [[nodiscard]] std::int64_t characters() const
+    {
+        std::array<char, 65536> piece{};
+        std::size_t count = 0;
+        const int size = sqlite3_blob_bytes(m_text);
+        for (int place = 0; place < size;) {
+            const int part = std::min(size - place, static_cast<int>(piece.size()));
+            const int code = sqlite3_blob_read(m_text, piece.data(), part, place);
+            if (code != SQLITE_OK)
+                throw_engine_error(m_db, code);
+            count += common::code_points({piece.data(), static_cast<std::size_t>(part)});
+            place += part;
+        }
+        return static_cast<std::int64_t>(count);
+    }
+
+private:
+    sqlite3* m_db;
+    std::string m_table;
+    std::string m_column;
+    sqlite3_blob* m_text = nullptr;
+};
+
+void check_column(Connection& connection, const TableLayout& layout, const std::string& column)
+{
+    // The type is known without the text.
+    Statement rows = connection.prepare("SELECT rowid FROM main." + quoted_name(layout.name()) + " WHERE typeof(" +
+                                        quoted_name(column) + ") = 'text'");
+    StoredTexts texts(connection, layout.name(), column);
+    while (rows.step()) {
+        const std::int64_t row = rows.integer(0);
+        texts.go_to(row);
+        if (texts.bytes() <= longest_readable_text)
+            continue; // no text has more characters than bytes
+        const std::int64_t characters = texts.characters();
+        if (characters > longest_readable_text)
+            throw own_error(DatabaseErrorKind::damaged,
+                            "The text in column " + column + " of record " + std::to_string(row) + " of its table " +
+                                layout.name() + " has " + std::to_string(characters) + " characters; more than " +
+                                std::to_string(longest_readable_text) + " cannot be read.");
+    }
+}
+
+} // namespace
+
+bool has_own_definitions(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts)
+{
+    std::set<std::string> expected{"CREATE TABLE sqlite_sequence(name,seq)"};
+    for (const auto& layout : layouts) {
+        for (std::string& statement : layout->create_statements())
+            expected.insert(std::move(statement));
+    }
+    // What has no text of its own is an index that the engine makes for a key.
+    Statement found = connection.prepare("SELECT sql FROM main.sqlite_schema WHERE sql IS NOT NULL");
+    while (found.step()) {
+        if (!expected.contains(found.text(0)))
+            return false;
+    }
+    return true;
+}
+
+void check_text_lengths(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts)
+{
+    for (const auto& layout : layouts) {
+        for (const ColumnDefinition& column : layout->columns()) {
+            if (column.type == ColumnType::text)
+                check_column(connection, *layout, column.name);
+        }
+    }
+}
+
+} // namespace cuedrill::platform::sqlite

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/sqlite/connection.h"
+#include "platform/sqlite/table_layout.h"
+
+#include <memory>
+#include <vector>
+
+namespace cuedrill::platform::sqlite {
+
+/// The most characters of a text with which a course made elsewhere is opened.
+inline constexpr std::int64_t longest_readable_text = 10'000;
+
+/// Whether the file holds the tables and indexes of `layouts`, word for word, and nothing else. The rules of its tables
+/// then bound its texts, and a look through it takes no longer than its size asks for.
+[[nodiscard]] bool has_own_definitions(Connection& connection,
+                                       const std::vector<std::shared_ptr<const TableLayout>>& layouts);
+
+/// Requires tables with the columns of `layouts`. A long text is measured piece by piece, never held in memory.
+/// @throws DatabaseError naming the first row with a text of more than `longest_readable_text` characters, and its
+/// length.
+void check_text_lengths(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts);
+
+} // namespace cuedrill::platform::sqlite
