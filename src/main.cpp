@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QtGlobal>
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -40,6 +41,8 @@ void end_on_fatal_error(QtMsgType kind, const QMessageLogContext& /*where*/, con
 
 int main(int argc, char** argv)
 {
+    // Beyond a limit of the file size a write fails, and a box says so; the signal would end the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
         if (const auto answer = cuedrill::support::command_line_answer(arguments)) {
@@ -53,7 +56,7 @@ int main(int argc, char** argv)
         cuedrill::program::Program program;
         return program.run(command_line(argc, argv));
     } catch (const std::exception& error) {
-        std::cerr << "cuedrill: " << error.what() << '\n';
+        std::cerr << "cuedrill: " << cuedrill::common::words_of(error) << '\n';
         return EXIT_FAILURE;
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -22,6 +24,12 @@ class OutOfRangeError : public Error {
 public:
     using Error::Error;
 };
+
+/// What the user is told of `error`: its own words, or a sentence where the system gives no more than a name.
+[[nodiscard]] inline std::string words_of(const std::exception& error)
+{
+    return dynamic_cast<const std::bad_alloc*>(&error) != nullptr ? "There is not enough memory." : error.what();
+}
 
 /// Thrown to leave the program from anywhere. It is deliberately no std::exception, so that no error
 /// handler swallows it; only the event guard and the start of the program catch it.

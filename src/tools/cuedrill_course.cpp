@@ -13,6 +13,7 @@
 #include "store/schema.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <fcntl.h>
@@ -142,10 +143,12 @@ int main(int argc, char** argv)
                      "Makes the new course file COURSE of the question text file QUESTIONS.\n";
         return EXIT_FAILURE;
     }
+    // Beyond a limit of the file size a write fails, and a box says so; the signal would end the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return make_course(argv[1], argv[2]);
     } catch (const std::exception& error) {
-        std::cerr << "cuedrill-course: " << error.what() << '\n';
+        std::cerr << "cuedrill-course: " << cuedrill::common::words_of(error) << '\n';
         return EXIT_FAILURE;
     }
 }

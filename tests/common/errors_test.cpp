@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <gtest/gtest.h>
+#include <new>
 #include <type_traits>
 
 namespace cuedrill::common {
@@ -20,6 +21,13 @@ TEST(ProgramEnd, PassesThroughEveryHandlerOfErrors)
         }
     };
     EXPECT_THROW(run_guarded(), ProgramEnded);
+}
+
+TEST(WordsOfAnError, AreASentenceAlsoForALackOfMemory)
+{
+    EXPECT_EQ(words_of(std::bad_alloc()), "There is not enough memory.");
+    EXPECT_EQ(words_of(std::bad_array_new_length()), "There is not enough memory.");
+    EXPECT_EQ(words_of(Error("A reason.")), "A reason.");
 }
 
 TEST(Error, KeepsItsWords)

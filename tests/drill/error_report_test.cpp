@@ -1,5 +1,6 @@
 #include "drill/drill_fixture.h"
 
+#include <new>
 #include <stdexcept>
 
 namespace cuedrill::drill {
@@ -35,6 +36,14 @@ TEST_F(ErrorReportTest, gives_the_words_of_any_other_error)
     desktop.expect_box_like({.text = "unforeseen", .icon = platform::BoxIcon::exclamation}, platform::BoxAnswer::ok);
     logic->error_report.report(std::runtime_error("unforeseen"));
     expect_traced("error - unforeseen");
+}
+
+TEST_F(ErrorReportTest, tells_a_lack_of_memory_in_a_sentence)
+{
+    desktop.expect_box_like({.text = "There is not enough memory.", .icon = platform::BoxIcon::exclamation},
+                            platform::BoxAnswer::ok);
+    logic->error_report.report(std::bad_alloc());
+    expect_traced("error - There is not enough memory.");
 }
 
 } // namespace
