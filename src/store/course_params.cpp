@@ -94,7 +94,8 @@ void CourseParamsStore::read_target_level(TableCursor& params_recordset)
 {
     CourseParams& params = m_course.params;
     double level = params.target_level;
-    if (const auto value = read_value(params_recordset, "target_level", "number_value"))
+    const auto value = read_value(params_recordset, "target_level", "number_value");
+    if (value && !std::holds_alternative<std::monostate>(*value))
         level = std::trunc(nz(*value));
     if (level >= lowest_target_level && level <= highest_target_level) {
         params.target_level = common::to_int16(level, "target level");

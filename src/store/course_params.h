@@ -15,8 +15,8 @@ public:
     CourseParamsStore(Course& course, platform::Clock& clock) : m_course(course), m_clock(clock) {}
 
     /// Fills the parameters of the course from its file, with the defaults for what is missing. A target level outside
-    /// its range becomes 5 and is stored at once. Where they are missing, the level and the option to always type
-    /// keep the values of the course that was open before.
+    /// its range becomes 5 and is stored at once. Where they are missing, the level (null is missing too) and the
+    /// option to always type keep the values of the course that was open before.
     /// @throws platform::DatabaseError, common::OverflowError
     void read_params();
 

@@ -91,6 +91,14 @@ TEST_F(ReadParams, treats_null_as_missing)
     EXPECT_EQ(course.params.font, "");
 }
 
+TEST_F(ReadParams, takes_the_target_level_of_the_course_before_where_its_own_is_null)
+{
+    read(CourseBuilder().number_param("target_level", 8), "Before");
+    read(CourseBuilder().number_param("target_level", std::nullopt));
+    EXPECT_EQ(course.params.target_level, 8);
+    EXPECT_EQ(file().number("target_level"), std::nullopt) << "the row stays as it is";
+}
+
 TEST_F(ReadParams, keeps_an_empty_title_in_memory_and_stores_the_default)
 {
     read(CourseBuilder().text_param("course_title", "").number_param("target_level", 0));
