@@ -1,5 +1,7 @@
 #include "drill/question_dialog.h"
 
+#include <exception>
+
 namespace cuedrill::drill {
 namespace {
 
@@ -166,7 +168,14 @@ void QuestionDialog::FailAndNext()
 {
     if (!can_judge())
         return;
-    m_scoring.set_failure();
+    try {
+        m_scoring.set_failure();
+    } catch (const std::exception&) {
+        // The status line was emptied for a verdict that is still awaited.
+        if (m_state.AwaitingVerdict)
+            m_status.ask_for_verdict();
+        throw;
+    }
     // A success is told by the status line.
     m_view.announce_with_next("Not known. Level 0.");
     m_selection.next_question();

@@ -118,6 +118,7 @@ void Scoring::tell_success(common::Int16 old_score, common::Int16 new_score, dou
 
 void Scoring::set_failure()
 {
+    m_views.status.ShowStatus("", 0);
     const platform::BusyPointer busy(m_desktop);
     const common::DateTime now = m_clock.now();
     const store::SideFields& asked = m_course.Q_FIELD;
@@ -136,8 +137,6 @@ void Scoring::set_failure()
     m_params.save_counters(params, now);
     transaction.commit();
 
-    // Not before: where the verdict fails, a request for it in the status line stands on.
-    m_views.status.ShowStatus("", 0);
     m_course.params = params;
     after_verdict(old_score, 0);
 }

@@ -34,7 +34,8 @@ public:
     /// @throws common::ProgramEnded after a notice when the record has vanished: the course is not what it was.
     void set_success();
 
-    /// The current question was not known: its level falls to 0.
+    /// The current question was not known: its level falls to 0. The status line is emptied first; where the verdict
+    /// fails, it is up to the caller to ask for it again.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
     void set_failure();
 

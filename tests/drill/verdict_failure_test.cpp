@@ -179,6 +179,25 @@ TEST_F(FailingVerdict, awaited_by_key_leaves_the_request_for_it)
     EXPECT_EQ(status(), "");
 }
 
+TEST_F(FailingVerdict, awaited_by_key_empties_the_status_line_while_a_failure_is_stored)
+{
+    choose("m_show_answer");
+    database.at_each_call([this](Operation operation) {
+        if (operation == Operation::update) {
+            EXPECT_EQ(status(), "");
+        }
+    });
+    EXPECT_TRUE(press("-"));
+    EXPECT_EQ(stored(1).q_side.fails, 2);
+}
+
+TEST_F(FailingVerdict, that_nobody_was_asked_for_by_key_leaves_no_request)
+{
+    fail_at(Operation::update);
+    no();
+    EXPECT_EQ(status(), "");
+}
+
 TEST_F(FailingVerdict, too_many_attempts_are_refused_before_anything_is_written)
 {
     database.execute("Update qa set q_attempts = 32767 where cnt = 1");

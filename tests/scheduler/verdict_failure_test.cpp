@@ -70,6 +70,14 @@ INSTANTIATE_TEST_SUITE_P(AtEveryStep, UnstoredVerdict,
                                           testing::Values(Operation::begin, Operation::seek, Operation::edit,
                                                           Operation::update, Operation::commit)));
 
+TEST_F(VerdictFailure, of_a_failure_comes_after_the_status_line_was_emptied)
+{
+    open_course();
+    database.fail_at(Operation::begin);
+    EXPECT_THROW(scoring.set_failure(), platform::DatabaseError);
+    EXPECT_EQ(status.texts, (std::vector<fakes::FakeStatusLine::Text>{{"", 0}}));
+}
+
 /// Proves that a counter that has reached the end of 16 bits refuses the verdict before anything is written.
 TEST_F(VerdictFailure, of_a_full_counter_of_attempts_changes_nothing)
 {
