@@ -38,7 +38,8 @@ public:
     virtual void tell_unsaved() = 0;
     /// Keeps the keys from running commands for a second: who was typing a moment ago may still be at it.
     virtual void pause_keys() = 0;
-    /// Shows the current record, its answer too, and the counts as they are in the course now.
+    /// Shows the current record, its answer too, and the counts as they are in the course now. Where the course cannot
+    /// be read, the texts stay in the boxes, no question is on display, and the user is told that they are saved.
     virtual void show_saved_record() = 0;
 };
 

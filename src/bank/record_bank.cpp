@@ -2,6 +2,7 @@
 
 #include "common/errors.h"
 #include "common/text.h"
+#include "store/course_transaction.h"
 #include "store/schema.h"
 
 namespace cuedrill::bank {
@@ -13,6 +14,20 @@ std::string too_long_text(std::string_view what, std::size_t characters)
     return "The " + std::string(what) + " has " + std::to_string(characters) + " characters; " +
            std::to_string(store::longest_text) + " fit.";
 }
+
+namespace {
+
+/// Whether the counters of the current row stand at 0 in both directions.
+bool starts_anew(const platform::TableCursor& row)
+{
+    for (const char* const counter : {"q_attempts", "q_fails", "q_successes", "a_attempts", "a_fails", "a_successes"}) {
+        if (row.field(counter) != platform::Value(std::int64_t{0}))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
 
 std::string too_long(const std::string& question, const std::string& answer)
 {
@@ -51,23 +66,48 @@ common::Int16 RecordBank::insert_record(const std::string& question, const std::
                                     " questions and answers are the most that it can hold.");
     // The number is given by the course and known only afterwards; the transaction takes the row back when the number
     // is too large to be drilled.
-    platform::Transaction transaction(m_course.database());
+    m_stored_after_all.reset();
+    store::CourseTransaction transaction(m_course);
     platform::TableCursor& qa_recordset = m_course.qa_recordset();
     qa_recordset.add_new();
     store_texts(question, answer);
     const common::Int16 cnt = store::nz_int16(qa_recordset.field("cnt"), "record number");
-    transaction.commit();
+    transaction.commit({.is_stored = texts_are_stored(cnt, question, answer), .when_stored_after_all = [this, cnt] {
+                            ++m_course.record_count;
+                            m_stored_after_all = cnt;
+                        }});
     ++m_course.record_count;
     return cnt;
 }
 
+std::function<bool()> RecordBank::texts_are_stored(common::Int16 cnt, const std::string& question,
+                                                   const std::string& answer)
+{
+    return
+        [this, cnt, question, answer, question_column = m_course.Q_FIELD.text, answer_column = m_course.A_FIELD.text] {
+            platform::TableCursor& row = m_course.qa_recordset();
+            row.seek(std::int64_t{cnt});
+            return !row.no_match() && store::stored_text(row.field(question_column)) == question &&
+                   store::stored_text(row.field(answer_column)) == answer;
+        };
+}
+
+std::optional<common::Int16> RecordBank::stored_after_all()
+{
+    store::settle(m_course);
+    return m_stored_after_all;
+}
+
 void RecordBank::change_record(common::Int16 cnt, const std::string& question, const std::string& answer)
 {
-    platform::Transaction transaction(m_course.database());
-    seek(cnt);
+    store::CourseTransaction transaction(m_course);
+    m_course.seek_record(cnt);
     m_course.qa_recordset().edit();
     store_texts(question, answer);
-    transaction.commit();
+    // Texts that were there before tell nothing, but then the counters do.
+    transaction.commit({.is_stored = [this, same_texts = texts_are_stored(cnt, question, answer)] {
+        return same_texts() && starts_anew(m_course.qa_recordset());
+    }});
 }
 
 /// Gives the row in progress its texts and counters, and stores it.
@@ -90,20 +130,15 @@ void RecordBank::store_texts(const std::string& question, const std::string& ans
 
 void RecordBank::delete_record(common::Int16 cnt)
 {
-    platform::Transaction transaction(m_course.database());
-    seek(cnt);
+    store::CourseTransaction transaction(m_course);
+    m_course.seek_record(cnt);
     m_course.qa_recordset().delete_row();
-    transaction.commit();
+    const auto is_stored = [this, cnt] {
+        m_course.qa_recordset().seek(std::int64_t{cnt});
+        return m_course.qa_recordset().no_match();
+    };
+    transaction.commit({.is_stored = is_stored, .when_stored_after_all = [this] { --m_course.record_count; }});
     --m_course.record_count;
-}
-
-void RecordBank::seek(common::Int16 cnt)
-{
-    platform::TableCursor& qa_recordset = m_course.qa_recordset();
-    qa_recordset.seek(std::int64_t{cnt});
-    if (qa_recordset.no_match())
-        throw platform::DatabaseError(platform::DatabaseErrorKind::other, 0,
-                                      "The question is no longer in the course; another program has deleted it.");
 }
 
 std::optional<FoundRecord> RecordBank::find(const std::string& column, const std::string& text)

@@ -5,6 +5,7 @@
 #include "store/course.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,13 +41,21 @@ public:
     /// Adds a record as `Write_QA` does, and asks nothing about its texts.
     /// @return its number
     /// @throws common::OverflowError, platform::DatabaseError; nothing is stored then.
+    /// @throws store::OutcomeUnknown
     [[nodiscard]] common::Int16 insert_record(const std::string& question, const std::string& answer);
 
+    /// The number of the last record that `insert_record` was given, where its outcome was unknown at first and it has
+    /// turned out to be stored.
+    /// @throws store::OutcomeUnknown when that is still unknown.
+    [[nodiscard]] std::optional<common::Int16> stored_after_all();
+
     /// Gives the record other texts. Its counters start at 0 again in both directions; its dates stay.
-    /// @throws platform::DatabaseError, also when there is no such record; nothing has changed then.
+    /// @throws platform::DatabaseError, and store::RecordGone when there is no such record; nothing has changed then.
+    /// @throws store::OutcomeUnknown
     void change_record(common::Int16 cnt, const std::string& question, const std::string& answer);
 
-    /// @throws platform::DatabaseError, also when there is no such record; nothing has changed then.
+    /// @throws platform::DatabaseError, and store::RecordGone when there is no such record; nothing has changed then.
+    /// @throws store::OutcomeUnknown
     void delete_record(common::Int16 cnt);
 
     /// The record that has this text in `column`, "q" or "a", without regard to case; the first where several have it.
@@ -55,12 +64,15 @@ public:
 
 private:
     void store_texts(const std::string& question, const std::string& answer);
-    void seek(common::Int16 cnt);
+    /// A function that tells whether the record has these texts.
+    [[nodiscard]] std::function<bool()> texts_are_stored(common::Int16 cnt, const std::string& question,
+                                                         const std::string& answer);
 
     store::Course& m_course;
     EditFlags& m_flags;
     platform::Desktop& m_desktop;
     std::string m_last_refusal;
+    std::optional<common::Int16> m_stored_after_all;
 };
 
 /// Says that a text of `characters` characters is longer than a course can hold; nothing when it fits.

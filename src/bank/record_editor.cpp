@@ -3,6 +3,7 @@
 #include "bank/compared_text.h"
 #include "common/errors.h"
 #include "common/text.h"
+#include "store/course_transaction.h"
 
 namespace cuedrill::bank {
 namespace {
@@ -24,6 +25,7 @@ bool is_empty(const std::string& text)
 
 void RecordEditor::begin_new_record()
 {
+    m_save_is_unknown = false;
     m_flags = {.new_mode = true, .edit_mode = false};
     // What stands in the boxes without a current record was typed and not saved.
     if (m_course.current_cnt == 0)
@@ -37,6 +39,7 @@ void RecordEditor::begin_edit()
 {
     if (m_course.current_cnt == 0)
         return;
+    m_save_is_unknown = false;
     m_flags = {.new_mode = false, .edit_mode = true};
     m_view.show_answer_for_editing();
     m_view.open_editor();
@@ -65,18 +68,23 @@ SaveResult RecordEditor::save(Rejection rejection)
     if (is_empty(texts.answer))
         return reject("The answer is empty. No saving performed.", Rejection::keeps_editor, &EditorView::go_to_answer);
     try {
+        take_up_unknown_save();
         if (question_is_taken(texts))
             return reject("Question is already in database.", Rejection::keeps_editor, &EditorView::go_to_question);
         if (answer_is_taken(texts))
             return reject("Answer is already in database.", rejection, &EditorView::go_to_answer);
         store(texts);
+    } catch (const store::RecordGone& error) {
+        return keep_as_new(texts, error);
     } catch (const common::Error& error) {
+        m_save_is_unknown = dynamic_cast<const store::OutcomeUnknown*>(&error) != nullptr;
         tell_refusal(texts, error);
         return SaveResult::refused;
     }
+    m_save_is_unknown = false;
     m_flags.clear();
     m_services.scoring.forget_last_verdict_on(m_course.current_cnt);
-    m_view.show_saved_record();
+    show_saved();
     return SaveResult::saved;
 }
 
@@ -92,6 +100,51 @@ SaveResult RecordEditor::reject(const char* text, Rejection rejection, void (Edi
     return SaveResult::rejected;
 }
 
+/// A new record whose saving had an unknown outcome may be stored after all. What stands in the boxes is a change of it
+/// then, so that it is not saved twice, nor refused for its own sake.
+void RecordEditor::take_up_unknown_save()
+{
+    if (!m_save_is_unknown)
+        return;
+    const std::optional<common::Int16> cnt = m_bank.stored_after_all();
+    m_save_is_unknown = false;
+    // A change of a record is simply made again.
+    if (!cnt || !m_flags.new_mode)
+        return;
+    m_course.current_cnt = *cnt;
+    m_flags = {.new_mode = false, .edit_mode = true};
+}
+
+/// Offers to keep the texts of a record that another program has deleted.
+SaveResult RecordEditor::keep_as_new(const RecordTexts& texts, const store::RecordGone& error)
+{
+    const auto answer = m_services.desktop.message_box(
+        {.text = std::string(error.what()) + "\r\n\r\nDo you want to save the texts as a new question and answer?",
+         .buttons = BoxButtons::yes_no,
+         .icon = BoxIcon::question,
+         .must_be_answered = true});
+    if (answer != BoxAnswer::yes)
+        return SaveResult::refused;
+    m_course.record_count = m_course.count_records();
+    begin_new_record();
+    m_view.put_question(texts.question);
+    m_view.put_answer(texts.answer);
+    return save_record();
+}
+
+/// The record is stored, so an error here must not look like one of saving.
+void RecordEditor::show_saved()
+{
+    try {
+        m_view.show_saved_record();
+    } catch (const common::Error& error) {
+        m_services.desktop.message_box(
+            {.text = "The question and its answer are saved, but they cannot be shown now.\r\n\r\n" +
+                     store::words_about(error, m_course),
+             .icon = BoxIcon::exclamation});
+    }
+}
+
 /// Whether a text is no longer the one that was loaded, but for its case.
 bool RecordEditor::is_changed(const std::string& text, const std::string& loaded) const
 {
@@ -101,16 +154,22 @@ bool RecordEditor::is_changed(const std::string& text, const std::string& loaded
 bool RecordEditor::question_is_taken(const RecordTexts& texts)
 {
     return m_course.Q_FIELD.text == column_without_duplicates &&
-           is_changed(texts.question, m_view.loaded_texts().question) &&
-           m_bank.find(column_without_duplicates, texts.question).has_value();
+           is_changed(texts.question, m_view.loaded_texts().question) && another_has(texts.question);
 }
 
 /// In an inverted course the column without duplicates is shown as the answer.
 bool RecordEditor::answer_is_taken(const RecordTexts& texts)
 {
     return m_course.A_FIELD.text == column_without_duplicates &&
-           is_changed(texts.answer, m_view.loaded_texts().answer) &&
-           m_bank.find(column_without_duplicates, texts.answer).has_value();
+           is_changed(texts.answer, m_view.loaded_texts().answer) && another_has(texts.answer);
+}
+
+/// Whether another record than the one that is being changed has the text. It may have it itself already, where a save
+/// was stored whose outcome was unknown.
+bool RecordEditor::another_has(const std::string& text)
+{
+    const std::optional<FoundRecord> found = m_bank.find(column_without_duplicates, text);
+    return found && (m_flags.new_mode || found->cnt != platform::Value(std::int64_t{m_course.current_cnt}));
 }
 
 void RecordEditor::store(const RecordTexts& texts)
@@ -190,7 +249,17 @@ void RecordEditor::delete_record()
         m_services.display.withdraw_question();
         return;
     }
-    m_bank.delete_record(cnt);
+    try {
+        m_bank.delete_record(cnt);
+    } catch (const store::RecordGone&) {
+        m_services.display.withdraw_question();
+        m_course.record_count = m_course.count_records();
+        m_services.statistics.refresh_counts();
+        throw;
+    } catch (const store::OutcomeUnknown&) {
+        m_services.display.withdraw_question();
+        throw;
+    }
     m_services.scoring.forget_last_verdict_on(cnt);
     m_services.display.clear_answer_state();
     m_services.display.withdraw_question();
@@ -204,6 +273,9 @@ void RecordEditor::tell_refusal(const RecordTexts& texts, const common::Error& e
     std::string text;
     if (of_engine != nullptr && of_engine->kind() == platform::DatabaseErrorKind::constraint)
         text = too_long(texts.question, texts.answer);
+    if (m_save_is_unknown)
+        text = "It is not known whether the question and its answer are saved. Save again to find out.\r\n\r\n" +
+               store::words_about(error, m_course);
     if (text.empty())
         text = "The question and its answer are not saved.\r\n\r\n" + store::words_about(error, m_course);
     m_services.desktop.message_box({.text = text, .icon = BoxIcon::exclamation});

@@ -47,8 +47,9 @@ public:
     void begin_edit();
 
     /// Stores what stands in the boxes as a new record or in place of the current one, which then starts its history
-    /// again. The record stored becomes the current one.
-    /// @throws platform::DatabaseError when the counts cannot be shown afterwards; the record is stored then.
+    /// again. The record stored becomes the current one. Where another program has deleted the record that was changed,
+    /// the user is asked whether to keep the texts as a new one. Where nobody can tell whether the texts are stored,
+    /// the editor stays open; the next call finds out.
     SaveResult save_record();
 
     /// Asks whether to save, where something was typed, and leaves the editor. Where the texts are not taken, it stays
@@ -89,6 +90,10 @@ private:
     [[nodiscard]] bool question_is_taken(const RecordTexts& texts);
     [[nodiscard]] bool answer_is_taken(const RecordTexts& texts);
     [[nodiscard]] bool is_changed(const std::string& text, const std::string& loaded) const;
+    [[nodiscard]] bool another_has(const std::string& text);
+    void take_up_unknown_save();
+    SaveResult keep_as_new(const RecordTexts& texts, const store::RecordGone& error);
+    void show_saved();
     void store(const RecordTexts& texts);
     void tell_refusal(const RecordTexts& texts, const common::Error& error);
 
@@ -97,6 +102,7 @@ private:
     RecordBank& m_bank;
     EditorView& m_view;
     Services m_services;
+    bool m_save_is_unknown = false; ///< whether the texts in the boxes are stored already
 };
 
 } // namespace cuedrill::bank

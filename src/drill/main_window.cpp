@@ -167,8 +167,16 @@ void MainWindow::refresh_counts()
 
 void MainWindow::show_saved_record()
 {
-    refresh_counts();
-    m_.question_view.show_record_and_answer();
+    const bank::RecordTexts saved = typed_texts();
+    try {
+        refresh_counts();
+        m_.question_view.show_record_and_answer();
+    } catch (const std::exception&) {
+        put_question(saved.question);
+        put_answer(saved.answer);
+        m_.status.ShowStatus("Saved.", status_seconds);
+        throw;
+    }
     m_.status.ShowStatus("Saved.", status_seconds);
     m_.lists.rebuild_shown_list();
 }

@@ -92,7 +92,7 @@ bool QuestionImport::may_import(const std::string& path)
 
 void QuestionImport::import_file(const std::string& path)
 {
-    m_stored = m_committed = m_calls = 0;
+    m_stored = m_committed = m_calls = m_unknown = 0;
     m_committed_cnt = m_course.current_cnt;
     m_has_question = false;
     m_report = {};
@@ -144,13 +144,15 @@ void QuestionImport::store_record(ReadRecord record)
 void QuestionImport::write(const ReadRecord& record)
 {
     if (!m_group)
-        m_group.emplace(m_course.database());
+        m_group.emplace(m_course);
     ++m_calls;
     const std::string reason = refusal(record);
-    if (reason.empty())
+    if (reason.empty()) {
         ++m_stored;
-    else
+        m_last_question = record.question.text;
+    } else {
         m_report.add_refused(record.number, reason);
+    }
 }
 
 /// Has the course store the record. Why it was not stored, in words for the user; nothing when it was.
@@ -183,13 +185,31 @@ void QuestionImport::commit()
 {
     if (!m_group)
         return;
-    m_group->commit();
+    commit_group();
     m_group.reset();
     if (m_committed == m_stored)
         return;
     m_committed = m_stored;
     m_committed_cnt = m_course.current_cnt;
     show_progress();
+}
+
+/// A group is stored as a whole or not at all, so its last record tells.
+void QuestionImport::commit_group()
+{
+    const std::int64_t added = m_stored - m_committed;
+    const auto is_stored = [this, added, cnt = m_course.current_cnt, question = m_last_question] {
+        m_course.qa_recordset().seek(std::int64_t{cnt});
+        return added == 0 || (!m_course.qa_recordset().no_match() &&
+                              store::stored_text(m_course.qa_recordset().field(m_course.Q_FIELD.text)) == question);
+    };
+    try {
+        m_group->commit(
+            {.is_stored = is_stored, .when_stored_after_all = [this, added] { m_course.record_count += added; }});
+    } catch (const store::OutcomeUnknown&) {
+        m_unknown = added;
+        throw;
+    }
 }
 
 std::string QuestionImport::progress() const
@@ -221,9 +241,11 @@ void QuestionImport::stop(const std::string& reason)
     }
     m_status.ShowStatus("", 0);
     m_view.show_all_stored();
-    m_services.desktop.message_box({.text = "The import has stopped.\r\n\r\n" + reason + "\r\n\r\n" +
-                                            std::to_string(m_committed) + " questions and answers are stored.",
-                                    .icon = BoxIcon::exclamation});
+    m_services.desktop.message_box(
+        {.text = "The import has stopped.\r\n\r\n" + reason + "\r\n\r\n" + std::to_string(m_committed) +
+                 " questions and answers are stored." +
+                 (m_unknown == 0 ? "" : " Of " + std::to_string(m_unknown) + " more it is not known."),
+         .icon = BoxIcon::exclamation});
     show_report();
 }
 

@@ -11,6 +11,7 @@
 #include "platform/text_compare.h"
 #include "scheduler/ports.h"
 #include "store/course.h"
+#include "store/course_transaction.h"
 
 #include <cstdint>
 #include <optional>
@@ -46,6 +47,7 @@ private:
     [[nodiscard]] std::string refusal(const ReadRecord& record);
     void pause_when_due(const QuestionFile& file);
     void commit();
+    void commit_group();
     void drop_uncommitted() noexcept;
     [[nodiscard]] std::string progress() const;
     void show_progress();
@@ -62,11 +64,13 @@ private:
     Services m_services;
 
     // The import that is running.
-    std::optional<platform::Transaction> m_group; ///< records stored since the last commit
-    double m_last_pause = 0;                      ///< seconds of the steady clock
-    std::int64_t m_stored = 0;                    ///< records stored, the uncommitted ones included
+    std::optional<store::CourseTransaction> m_group; ///< records stored since the last commit
+    double m_last_pause = 0;                         ///< seconds of the steady clock
+    std::int64_t m_stored = 0;                       ///< records stored, the uncommitted ones included
     std::int64_t m_committed = 0;
     common::Int16 m_committed_cnt = 0; ///< current record at the last commit
+    std::int64_t m_unknown = 0;        ///< records of which nobody can tell whether they are stored
+    std::string m_last_question;       ///< of the last record stored
     std::int64_t m_calls = 0;          ///< records handed to the course, the refused ones included
     bool m_has_question = false;       ///< whether the file has any
     ImportReport m_report;

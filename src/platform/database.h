@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -49,6 +50,13 @@ public:
 private:
     DatabaseErrorKind m_kind;
     int m_code;
+};
+
+/// The outermost transaction could not be ended properly. The engine has closed it, but what it wrote may be in the
+/// file all the same: only reading the file again tells.
+class CommitError : public DatabaseError {
+public:
+    explicit CommitError(const DatabaseError& error) : DatabaseError(error) {}
 };
 
 enum class ColumnType { text, long_integer, integer, date, number };
@@ -285,6 +293,8 @@ public:
     /// Begins a transaction that holds the write lock at once; inside another one, a part that can be undone by itself.
     virtual void begin() = 0;
     /// Ends the innermost transaction; the outermost is durable when this returns.
+    /// @throws CommitError when what the outermost wrote may be stored though its end has failed; any other
+    /// DatabaseError means that nothing of it is. It must be rolled back in both cases.
     virtual void commit() = 0;
     /// Undoes the innermost transaction.
     virtual void rollback() noexcept = 0;
@@ -303,16 +313,19 @@ public:
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-    ~Transaction()
-    {
-        if (m_open)
-            m_database.rollback();
-    }
+    ~Transaction() { undo(); }
 
     void commit()
     {
         m_database.commit();
         m_open = false;
+    }
+
+    /// Undoes it now, unless it has ended already.
+    void undo() noexcept
+    {
+        if (std::exchange(m_open, false))
+            m_database.rollback();
     }
 
 private:

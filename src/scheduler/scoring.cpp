@@ -36,6 +36,12 @@ void count_up(TableCursor& qa_recordset, const std::string& column, const char* 
     qa_recordset.set(column, as_value(common::to_int16(std::int64_t{count} + 1, what)));
 }
 
+bool is_row(TableCursor& qa_recordset, common::Int16 cnt)
+{
+    qa_recordset.seek(as_value(cnt));
+    return !qa_recordset.no_match();
+}
+
 void stamp_test(TableCursor& qa_recordset, const store::SideFields& asked, common::DateTime now)
 {
     qa_recordset.set(asked.date_last_test, now.day_number());
@@ -61,9 +67,7 @@ Scoring::Scoring(store::Course& course, store::CourseParamsStore& params, const 
 /// Finds the row of the current record; whether it exists.
 bool Scoring::seek_current()
 {
-    TableCursor& qa_recordset = m_course.qa_recordset();
-    qa_recordset.seek(as_value(m_course.current_cnt));
-    return !qa_recordset.no_match();
+    return is_row(m_course.qa_recordset(), m_course.current_cnt);
 }
 
 /// The parameters with the day's score changed.
@@ -80,9 +84,9 @@ void Scoring::set_success()
     const store::SideFields& asked = m_course.Q_FIELD;
     TableCursor& qa_recordset = m_course.qa_recordset();
     std::optional<platform::BusyPointer> busy(m_desktop);
-    platform::Transaction transaction(m_course.database());
+    store::CourseTransaction transaction(m_course);
     if (!seek_current()) {
-        transaction.commit();
+        transaction.undo();
         busy.reset();
         m_desktop.message_box({.text = "nomatch in set_success"});
         m_end_of_program.end_program();
@@ -98,11 +102,9 @@ void Scoring::set_success()
     stamp_test(qa_recordset, asked, now);
     qa_recordset.update();
     m_params.save_counters(params, now);
-    transaction.commit();
-
-    m_course.params = params;
+    commit_verdict(transaction, {.cnt = m_course.current_cnt, .old_score = old_score}, params, now);
     tell_success(old_score, new_score, elapsed);
-    after_verdict(old_score, new_score);
+    after_verdict(new_score);
     busy.reset();
     m_statistics.announce_passed(m_statistics.passed_after_success());
 }
@@ -123,8 +125,14 @@ void Scoring::set_failure()
     const common::DateTime now = m_clock.now();
     const store::SideFields& asked = m_course.Q_FIELD;
     TableCursor& qa_recordset = m_course.qa_recordset();
-    platform::Transaction transaction(m_course.database());
-    seek_current();
+    store::CourseTransaction transaction(m_course);
+    if (!seek_current()) {
+        transaction.undo();
+        m_views.display.withdraw_question();
+        m_course.record_count = m_course.count_records();
+        refresh_counts();
+        throw store::RecordGone();
+    }
     qa_recordset.edit();
     const common::Int16 old_score = store::nz_int16(qa_recordset.field(asked.successes), "level");
     const store::CourseParams params = with_score(old_score > 0 ? -1 : 0);
@@ -135,15 +143,38 @@ void Scoring::set_failure()
     count_up(qa_recordset, asked.attempts, "number of attempts");
     qa_recordset.update();
     m_params.save_counters(params, now);
-    transaction.commit();
-
-    m_course.params = params;
-    after_verdict(old_score, 0);
+    commit_verdict(transaction, {.cnt = m_course.current_cnt, .old_score = old_score}, params, now);
+    after_verdict(0);
 }
 
-void Scoring::after_verdict(common::Int16 old_score, common::Int16 new_score)
+/// Stores the verdict that was written into the current row at `now`, then takes it into memory.
+void Scoring::commit_verdict(store::CourseTransaction& transaction, const LastVerdict& verdict,
+                             const store::CourseParams& params, common::DateTime now)
 {
-    m_last_verdict = LastVerdict{.cnt = m_course.current_cnt, .old_score = old_score};
+    const store::SideFields& asked = m_course.Q_FIELD;
+    const auto take_over = [this, verdict, score = params.score_today] {
+        m_course.params.score_today = score;
+        m_last_verdict = verdict;
+    };
+    const auto is_stored = [this, cnt = verdict.cnt, attempts_column = asked.attempts,
+                            date_column = asked.date_last_test,
+                            attempts = store::nz(m_course.qa_recordset().field(asked.attempts)), now] {
+        const TableCursor& row = m_course.qa_recordset();
+        return is_row(m_course.qa_recordset(), cnt) && store::nz(row.field(attempts_column)) == attempts &&
+               store::stored_date(row.field(date_column)) == now;
+    };
+    try {
+        transaction.commit({.is_stored = is_stored, .when_stored_after_all = take_over});
+    } catch (const store::OutcomeUnknown&) {
+        // It may have had its verdict, so it must not be given one again.
+        m_views.display.withdraw_question();
+        throw;
+    }
+    take_over();
+}
+
+void Scoring::after_verdict(common::Int16 new_score)
+{
     m_views.panels.show_score(m_course.params.score_today);
     m_views.panels.mark_level(std::min<int>(new_score, last_panel));
     refresh_counts();
@@ -166,14 +197,18 @@ void Scoring::StampLastShow()
     if (m_course.current_cnt == 0)
         return;
     const platform::BusyPointer busy(m_desktop);
-    platform::Transaction transaction(m_course.database());
+    store::CourseTransaction transaction(m_course);
     if (!seek_current())
         return;
     TableCursor& qa_recordset = m_course.qa_recordset();
+    const common::DateTime now = m_clock.now();
+    const std::string column = m_course.Q_FIELD.date_last_show;
     qa_recordset.edit();
-    qa_recordset.set(m_course.Q_FIELD.date_last_show, m_clock.now().day_number());
+    qa_recordset.set(column, now.day_number());
     qa_recordset.update();
-    transaction.commit();
+    transaction.commit({.is_stored = [this, cnt = m_course.current_cnt, column, now] {
+        return is_row(m_course.qa_recordset(), cnt) && store::stored_date(m_course.qa_recordset().field(column)) == now;
+    }});
 }
 
 void Scoring::m_undo()
@@ -188,6 +223,8 @@ void Scoring::m_undo()
         m_course.current_cnt = m_last_verdict->cnt;
         refresh_counts();
         m_views.display.show_question();
+    } catch (const store::OutcomeUnknown& error) {
+        m_desktop.message_box({.text = error.what(), .icon = platform::BoxIcon::exclamation});
     } catch (const common::Error& error) {
         m_desktop.message_box({.text = failure + "\r\n\r\n" + error.what(), .icon = platform::BoxIcon::exclamation});
     }
@@ -196,12 +233,16 @@ void Scoring::m_undo()
 void Scoring::restore_level(const LastVerdict& verdict)
 {
     TableCursor& qa_recordset = m_course.qa_recordset();
-    platform::Transaction transaction(m_course.database());
-    qa_recordset.seek(as_value(verdict.cnt));
+    store::CourseTransaction transaction(m_course);
+    m_course.seek_record(verdict.cnt);
+    const std::string column = m_course.Q_FIELD.successes;
     qa_recordset.edit();
-    qa_recordset.set(m_course.Q_FIELD.successes, as_value(verdict.old_score));
+    qa_recordset.set(column, as_value(verdict.old_score));
     qa_recordset.update();
-    transaction.commit();
+    transaction.commit({.is_stored = [this, verdict, column] {
+        return is_row(m_course.qa_recordset(), verdict.cnt) &&
+               store::nz(m_course.qa_recordset().field(column)) == verdict.old_score;
+    }});
 }
 
 void Scoring::m_reset_all()
@@ -213,23 +254,43 @@ void Scoring::m_reset_all()
                                .default_button = platform::BoxAnswer::no});
     if (answer == platform::BoxAnswer::no)
         return;
-    store::CourseParams params = m_course.params;
-    params.time_today = params.time_ever = 0;
-    params.score_today = 0;
-    {
-        const platform::BusyPointer busy(m_desktop);
-        platform::Transaction transaction(m_course.database());
-        m_course.database().execute(
-            "Update qa set q_attempts=0, a_attempts=0, q_fails=0, a_fails=0, q_successes=0, a_successes=0,"
-            "q_date_last_test=null, a_date_last_test=null,q_date_last_show=null, a_date_last_show=null");
-        m_params.save_counters(params, m_clock.now());
-        transaction.commit();
-    }
-    forget_last_verdict();
-    m_course.params = params;
+    reset_all();
     m_views.panels.show_score(0);
     refresh_counts();
     m_views.display.refresh_figures();
+}
+
+void Scoring::reset_all()
+{
+    const platform::BusyPointer busy(m_desktop);
+    const common::DateTime now = m_clock.now();
+    store::CourseTransaction transaction(m_course);
+    store::CourseParams params = m_course.params;
+    params.time_today = params.time_ever = 0;
+    params.score_today = 0;
+    m_course.database().execute(
+        "Update qa set q_attempts=0, a_attempts=0, q_fails=0, a_fails=0, q_successes=0, a_successes=0,"
+        "q_date_last_test=null, a_date_last_test=null,q_date_last_show=null, a_date_last_show=null");
+    m_params.save_counters(params, now);
+    const auto take_over = [this] {
+        m_course.params.time_today = m_course.params.time_ever = 0;
+        m_course.params.score_today = 0;
+        forget_last_verdict();
+    };
+    transaction.commit(
+        {.is_stored = [this, params, now] { return nothing_tested() && m_params.holds_counters(params, now); },
+         .when_stored_after_all = take_over});
+    take_over();
+}
+
+/// Whether every record is as a reset leaves it.
+bool Scoring::nothing_tested()
+{
+    return store::single_number(m_course.database(),
+                                "Select count(0) from qa where q_attempts<>0 or a_attempts<>0 or q_fails<>0 or "
+                                "a_fails<>0 or q_successes<>0 or a_successes<>0 or q_date_last_test is not null or "
+                                "a_date_last_test is not null or q_date_last_show is not null or "
+                                "a_date_last_show is not null") == 0;
 }
 
 void Scoring::forget_last_verdict_on(common::Int16 cnt)

@@ -10,6 +10,7 @@
 #include "scheduler/statistics.h"
 #include "store/course.h"
 #include "store/course_params.h"
+#include "store/course_transaction.h"
 
 #include <optional>
 
@@ -31,12 +32,15 @@ public:
 
     /// The current question was known: its level rises to what the time since its last test proves.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
+    /// @throws store::OutcomeUnknown; no question is on display then.
     /// @throws common::ProgramEnded after a notice when the record has vanished: the course is not what it was.
     void set_success();
 
     /// The current question was not known: its level falls to 0. The status line is emptied first; where the verdict
     /// fails, it is up to the caller to ask for it again.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
+    /// @throws store::OutcomeUnknown, and store::RecordGone when the record has vanished; no question is on display
+    /// then.
     void set_failure();
 
     /// Marks the current question, if there is one, as shown now, so that it is not asked again at once.
@@ -66,7 +70,11 @@ private:
     bool seek_current();
     [[nodiscard]] store::CourseParams with_score(int change) const;
     void restore_level(const LastVerdict& verdict);
-    void after_verdict(common::Int16 old_score, common::Int16 new_score);
+    void commit_verdict(store::CourseTransaction& transaction, const LastVerdict& verdict,
+                        const store::CourseParams& params, common::DateTime now);
+    void after_verdict(common::Int16 new_score);
+    void reset_all();
+    bool nothing_tested();
     void refresh_counts();
     void tell_success(common::Int16 old_score, common::Int16 new_score, double elapsed);
 

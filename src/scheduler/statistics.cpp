@@ -1,5 +1,7 @@
 #include "scheduler/statistics.h"
 
+#include "store/course_transaction.h"
+
 namespace cuedrill::scheduler {
 namespace {
 
@@ -17,6 +19,8 @@ Statistics::Statistics(store::Course& course, store::CourseParamsStore& params, 
 void Statistics::refresh_counts()
 {
     const platform::BusyPointer busy(m_desktop);
+    store::settle(m_course);
+    m_panels.show_score(m_course.params.score_today);
     m_panels.show_total(m_course.record_count);
     refresh_work_time();
     const common::Int16 target = m_course.params.target_level;

@@ -20,6 +20,13 @@ platform::TableCursor& Course::qa_recordset()
     return *m_qa_recordset;
 }
 
+void Course::seek_record(common::Int16 cnt)
+{
+    qa_recordset().seek(std::int64_t{cnt});
+    if (qa_recordset().no_match())
+        throw RecordGone();
+}
+
 void Course::apri_db()
 {
     m_database.open(db_path, course_tables());
@@ -35,6 +42,7 @@ void Course::apri_db()
 void Course::close() noexcept
 {
     m_in_use = false;
+    unsettled.reset();
     m_qa_recordset.reset();
     m_database.close();
 }

@@ -7,6 +7,7 @@
 #include "store/side_fields.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,6 +33,27 @@ struct CourseParams {
     std::string font; ///< font of questions and answers; empty is the standard font
 };
 
+/// How to find out what has become of a transaction whose end has failed.
+struct Change {
+    /// Whether the course holds what was written. It reads the course; what it throws means that nobody can tell now.
+    std::function<bool()> is_stored;
+    /// Brings memory in line with the course, where that could only be told later. Throws nothing; may be empty. It is
+    /// not called for a transaction that `commit` has told to be stored.
+    std::function<void()> when_stored_after_all{};
+};
+
+/// A change that is stored or not; nobody could tell yet.
+struct UnsettledChange {
+    Change change;
+    platform::DatabaseError failure; ///< of the commit
+};
+
+/// The record that was to be judged, changed or deleted is no longer there.
+class RecordGone : public common::Error {
+public:
+    RecordGone() : Error("The question is no longer in the course; another program has deleted it.") {}
+};
+
 /// The one course that is open, and the values that belong to it. Made once; lives as long as the program.
 class Course {
 public:
@@ -53,6 +75,9 @@ public:
     /// The notice that all questions have passed the target level was shown for this target.
     bool all_passed_announced = false;
 
+    /// For `settle` (see course_transaction.h).
+    std::optional<UnsettledChange> unsettled;
+
     [[nodiscard]] platform::Database& database() { return m_database; }
 
     /// The cursor on `qa` by its number.
@@ -60,6 +85,10 @@ public:
     [[nodiscard]] platform::TableCursor& qa_recordset();
 
     [[nodiscard]] bool is_open() const { return m_qa_recordset != nullptr; }
+
+    /// Makes the record the current row of `qa_recordset`.
+    /// @throws RecordGone when there is none of that number; platform::DatabaseError
+    void seek_record(common::Int16 cnt);
 
     /// Opens the file at `db_path` for reading and writing, and the cursor on `qa`.
     /// @throws platform::DatabaseError; no file is open then.

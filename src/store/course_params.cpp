@@ -1,6 +1,7 @@
 #include "store/course_params.h"
 
 #include "common/text.h"
+#include "store/course_transaction.h"
 #include "store/schema.h"
 
 #include <cmath>
@@ -143,27 +144,48 @@ void CourseParamsStore::write_params()
 void CourseParamsStore::change_params(const CourseParams& changed)
 {
     store_settings(changed);
-    m_course.params = changed;
+    // The counters may have become known meanwhile.
+    CourseParams params = changed;
+    params.time_ever = m_course.params.time_ever;
+    params.time_today = m_course.params.time_today;
+    params.last_date = m_course.params.last_date;
+    params.score_today = m_course.params.score_today;
+    m_course.params = std::move(params);
 }
 
 void CourseParamsStore::store_settings(const CourseParams& params)
 {
-    platform::Transaction transaction(m_course.database());
+    CourseTransaction transaction(m_course);
     const auto params_recordset = open_params(m_course);
-    const std::string title = params.course_title.empty() ? default_title() : params.course_title;
+    const std::string title = stored_title(params);
     store_option(*params_recordset, "random_mode", params.random_mode);
-    store_value(*params_recordset, "course_title", "string_value",
-                std::string(common::first_code_points(title, longest_text)));
+    store_value(*params_recordset, "course_title", "string_value", title);
     store_option(*params_recordset, "invert", params.invert);
     store_option(*params_recordset, "list_mode", params.list_mode);
     store_option(*params_recordset, "always_type", params.always_type);
     store_value(*params_recordset, "target_level", "number_value", static_cast<double>(params.target_level));
-    transaction.commit();
+    // Where nobody can tell, the settings in memory stay; the next change stores all six of them.
+    transaction.commit({.is_stored = [this, params] { return holds_settings(params); }});
+}
+
+bool CourseParamsStore::holds_settings(const CourseParams& params) const
+{
+    const auto params_recordset = open_params(m_course);
+    const auto holds = [&](const std::string& key, const std::string& column, const Value& value) {
+        return read_value(*params_recordset, key, column) == value;
+    };
+    const auto holds_option = [&](const std::string& key, bool option) {
+        return holds(key, "number_value", option ? 1.0 : 0.0);
+    };
+    return holds_option("random_mode", params.random_mode) &&
+           holds("course_title", "string_value", stored_title(params)) && holds_option("invert", params.invert) &&
+           holds_option("list_mode", params.list_mode) && holds_option("always_type", params.always_type) &&
+           holds("target_level", "number_value", static_cast<double>(params.target_level));
 }
 
 void CourseParamsStore::save_counters(const CourseParams& counters, common::DateTime now)
 {
-    platform::Transaction transaction(m_course.database());
+    CourseTransaction transaction(m_course);
     const auto params_recordset = open_params(m_course);
     store_value(*params_recordset, "time_ever", "number_value", time_ever(counters, now));
     // Courses carry these two keys in capitals since their first rows; look-ups do not mind the case.
@@ -171,7 +193,19 @@ void CourseParamsStore::save_counters(const CourseParams& counters, common::Date
     store_value(*params_recordset, "score_today", "score_TODAY", "number_value",
                 static_cast<double>(counters.score_today));
     store_value(*params_recordset, "last_date", "date_value", now.day_number());
-    transaction.commit();
+    transaction.commit({.is_stored = [this, counters, now] { return holds_counters(counters, now); }});
+}
+
+bool CourseParamsStore::holds_counters(const CourseParams& counters, common::DateTime now) const
+{
+    const auto params_recordset = open_params(m_course);
+    const auto holds = [&](const std::string& key, const std::string& column, double value) {
+        return read_value(*params_recordset, key, column) == Value(value);
+    };
+    return holds("time_ever", "number_value", time_ever(counters, now)) &&
+           holds("time_today", "number_value", time_today(counters, now)) &&
+           holds("score_today", "number_value", static_cast<double>(counters.score_today)) &&
+           holds("last_date", "date_value", now.day_number());
 }
 
 double CourseParamsStore::time_today(const CourseParams& counters, common::DateTime now) const
@@ -183,6 +217,12 @@ double CourseParamsStore::time_today(const CourseParams& counters, common::DateT
 double CourseParamsStore::time_ever(const CourseParams& counters, common::DateTime now) const
 {
     return counters.time_ever + m_course.elapsed_seconds(now);
+}
+
+std::string CourseParamsStore::stored_title(const CourseParams& params) const
+{
+    const std::string title = params.course_title.empty() ? default_title() : params.course_title;
+    return std::string(common::first_code_points(title, longest_text));
 }
 
 std::string CourseParamsStore::default_title() const

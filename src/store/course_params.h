@@ -27,7 +27,8 @@ public:
     /// @throws platform::DatabaseError; nothing is stored then.
     void write_params();
 
-    /// Stores the settings as `changed` has them, and only when that has succeeded makes them those of the course.
+    /// Stores the settings as `changed` has them, and only when that has succeeded makes them those of the course. The
+    /// counters of `changed` do not matter.
     /// @throws platform::DatabaseError; nothing has changed then.
     void change_params(const CourseParams& changed);
 
@@ -40,6 +41,10 @@ public:
     /// into memory only when they are stored.
     void save_counters(const CourseParams& counters, common::DateTime now);
 
+    /// Whether the course holds what `save_counters` has stored with these values.
+    /// @throws platform::DatabaseError
+    [[nodiscard]] bool holds_counters(const CourseParams& counters, common::DateTime now) const;
+
     /// Work time of the day of `now`, the running time included, seconds.
     [[nodiscard]] double time_today(common::DateTime now) const { return time_today(m_course.params, now); }
 
@@ -50,6 +55,8 @@ private:
     [[nodiscard]] double time_today(const CourseParams& counters, common::DateTime now) const;
     [[nodiscard]] double time_ever(const CourseParams& counters, common::DateTime now) const;
     void store_settings(const CourseParams& params);
+    [[nodiscard]] bool holds_settings(const CourseParams& params) const;
+    [[nodiscard]] std::string stored_title(const CourseParams& params) const;
     void read_target_level(platform::TableCursor& params_recordset);
     void store_target_level();
     void read_counters(platform::TableCursor& params_recordset, common::DateTime now);

@@ -116,7 +116,7 @@ TEST_F(ChangeRecord, that_has_vanished_is_an_error_and_changes_nothing)
     try {
         bank.change_record(4, "Spain?", "Madrid");
         FAIL() << "not refused";
-    } catch (const DatabaseError& error) {
+    } catch (const store::RecordGone& error) {
         EXPECT_STREQ(error.what(), vanished);
     }
     expect_unchanged();
@@ -173,7 +173,7 @@ TEST_F(DeleteRecord, that_has_vanished_is_an_error_and_is_not_counted)
     try {
         bank.delete_record(4);
         FAIL() << "not refused";
-    } catch (const DatabaseError& error) {
+    } catch (const store::RecordGone& error) {
         EXPECT_STREQ(error.what(), vanished);
     }
     expect_unchanged();

@@ -91,15 +91,158 @@ TEST_F(Refused, number_beyond_16_bits_is_told_and_nothing_is_stored)
     expect_texts(0, "Gaul?", "Lutetia");
 }
 
-TEST_F(Refused, change_of_a_record_that_has_vanished_is_told)
+class Vanished : public Straight {
+protected:
+    void change_it(BoxAnswer keep)
+    {
+        database.execute("Delete from qa where cnt = 1");
+        begin_change("Gaul?", "Lutetia");
+        desktop.expect_box_like({.text = "The question is no longer in the course; another program has deleted it."
+                                         "\r\n\r\nDo you want to save the texts as a new question and answer?",
+                                 .buttons = platform::BoxButtons::yes_no,
+                                 .icon = platform::BoxIcon::question,
+                                 .must_be_answered = true},
+                                keep);
+    }
+};
+
+TEST_F(Vanished, record_is_kept_as_a_new_one_on_yes)
 {
-    database.execute("Delete from qa where cnt = 1");
-    begin_change("Gaul?", "Lutetia");
-    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe question is no longer in the course; "
-                       "another program has deleted it.");
+    change_it(BoxAnswer::yes);
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    expect_texts(2, "Gaul?", "Lutetia");
+    EXPECT_EQ(course.current_cnt, 4);
+    EXPECT_EQ(course.record_count, 3);
+    EXPECT_FALSE(editor.editing());
+}
+
+TEST_F(Vanished, record_stays_in_the_editor_on_no)
+{
+    change_it(BoxAnswer::no);
     EXPECT_EQ(editor.save_record(), SaveResult::refused);
     expect_open("Gaul?", "Lutetia");
+    EXPECT_EQ(file().qa.size(), 2U);
     EXPECT_EQ(database.transaction_depth(), 0);
+}
+
+class FailedCommit : public Straight {
+protected:
+    void expect_unknown()
+    {
+        desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
+                           "\r\n\r\nThe course " +
+                           course.db_path +
+                           " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the "
+                           "change is stored, because the course cannot be read again.");
+        EXPECT_EQ(editor.save_record(), SaveResult::refused);
+        expect_open(view.typed.question, view.typed.answer);
+    }
+};
+
+TEST_F(FailedCommit, of_a_save_that_is_stored_is_a_save)
+{
+    begin_new("Spain?", "Madrid");
+    database.fail_commit(true);
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    EXPECT_EQ(course.record_count, 4);
+    EXPECT_EQ(course.current_cnt, 4);
+    begin_change("Portugal?", "Lisbon");
+    database.fail_commit(true);
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    expect_texts(3, "Portugal?", "Lisbon");
+}
+
+TEST_F(FailedCommit, of_a_save_that_is_not_stored_may_be_repeated)
+{
+    begin_new("Spain?", "Madrid");
+    database.fail_commit(false);
+    desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe course " + course.db_path +
+                       " could not be read or written.\r\n\r\nThe commit failed.");
+    EXPECT_EQ(editor.save_record(), SaveResult::refused);
+    EXPECT_EQ(course.record_count, 3);
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    EXPECT_EQ(course.record_count, 4);
+}
+
+TEST_F(FailedCommit, of_unknown_outcome_is_not_saved_twice_nor_refused_for_its_own_sake)
+{
+    for (const bool stored : {true, false}) {
+        SCOPED_TRACE(stored);
+        const std::string question = stored ? "Spain?" : "Portugal?";
+        const int before_it = stored ? 3 : 4;
+        begin_new(question, "Madrid");
+        database.fail_commit(stored);
+        database.fail_at(Operation::seek, 2); // the first one looks for a duplicate
+        expect_unknown();
+        EXPECT_EQ(course.record_count, before_it);
+        EXPECT_EQ(editor.save_record(), SaveResult::saved);
+        EXPECT_EQ(course.record_count, before_it + 1);
+        EXPECT_EQ(file().qa.size(), static_cast<std::size_t>(before_it + 1));
+        EXPECT_EQ(file().qa.back().q, question);
+        EXPECT_EQ(course.current_cnt, file().qa.back().cnt);
+        view.saves_shown = 0;
+    }
+}
+
+TEST_F(FailedCommit, of_unknown_outcome_lets_the_texts_be_changed_before_the_next_save)
+{
+    begin_new("Spain?", "Madrid");
+    database.fail_commit(true);
+    database.fail_at(Operation::seek, 2);
+    expect_unknown();
+    view.typed = {"Italy?", "Madrid"};
+    desktop.expect_box("Question is already in database.");
+    EXPECT_EQ(editor.save_record(), SaveResult::rejected);
+    view.typed = {"Iberia?", "Madrid"};
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    EXPECT_EQ(course.record_count, 4);
+    expect_texts(3, "Iberia?", "Madrid");
+}
+
+TEST_F(FailedCommit, of_unknown_outcome_does_not_touch_another_new_record)
+{
+    begin_new("Spain?", "Madrid");
+    database.fail_commit(true);
+    database.fail_at(Operation::seek, 2);
+    expect_unknown();
+    begin_new("Portugal?", "Lisbon");
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    EXPECT_EQ(course.record_count, 5);
+    expect_texts(3, "Spain?", "Madrid");
+    expect_texts(4, "Portugal?", "Lisbon");
+}
+
+TEST_F(FailedCommit, of_a_change_of_unknown_outcome_may_be_repeated)
+{
+    begin_change("Gaul?", "Lutetia");
+    database.fail_commit(true);
+    database.fail_at(Operation::seek, 3); // those before look for a duplicate and for the record
+    expect_unknown();
+    database.fail_at(Operation::seek); // it is still unknown
+    expect_unknown();
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    expect_texts(0, "Gaul?", "Lutetia");
+    EXPECT_EQ(course.record_count, 3);
+}
+
+TEST_F(FailedCommit, of_a_deletion_is_told_as_it_is)
+{
+    for (const bool stored : {true, false}) {
+        course.current_cnt = stored ? 1 : 2;
+        database.fail_commit(stored);
+        if (stored)
+            bank.delete_record(1);
+        else
+            EXPECT_THROW(bank.delete_record(2), platform::CommitError);
+        EXPECT_EQ(course.record_count, 2);
+        EXPECT_EQ(file().qa.size(), 2U);
+    }
+    database.fail_commit(true);
+    database.fail_at(Operation::seek, 2);
+    EXPECT_THROW(bank.delete_record(2), store::OutcomeUnknown);
+    EXPECT_EQ(course.record_count, 2);
+    statistics.refresh_counts();
+    EXPECT_EQ(course.record_count, 1);
 }
 
 class Changes : public Straight {};

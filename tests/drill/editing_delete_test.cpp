@@ -119,10 +119,12 @@ TEST_F(DeleteInTheWindow, of_a_record_that_has_vanished_is_told)
 {
     database.execute("Delete from qa where cnt = 1");
     expect_question("France?", BoxAnswer::yes);
-    expect_error("The question is no longer in the course; another program has deleted it.");
+    desktop.expect_box("The question is no longer in the course; another program has deleted it.");
     toolbar(11);
     EXPECT_EQ(fakes::read_course(path).qa, (std::vector{before.qa.at(1), before.qa.at(2)}));
     EXPECT_EQ(database.transaction_depth(), 0);
+    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(form1.panel_total.caption_value, "2");
 }
 
 TEST_F(DeleteInTheWindow, whose_counts_fail_leaves_no_question_on_display)

@@ -76,15 +76,16 @@ TEST_F(VanishedRecord, that_is_judged_as_known_ends_the_program)
     EXPECT_EQ(fakes::read_course(path).number("time_ever"), 30);
 }
 
-TEST_F(VanishedRecord, that_is_judged_as_not_known_is_an_error_of_the_engine)
+TEST_F(VanishedRecord, that_is_judged_as_not_known_is_told_and_goes_from_display)
 {
     start_with_three_questions();
     yes();
     yes();
     database.execute("Delete from qa where cnt = 1");
-    desktop.expect_box("The course " + path + " could not be read or written.\r\n\r\nThere is no current row.");
+    desktop.expect_box("The question is no longer in the course; another program has deleted it.");
     no();
     EXPECT_FALSE(ended);
+    EXPECT_EQ(question(), "");
     EXPECT_EQ(logic->state.dialog, DialogState::AskKnown);
     EXPECT_EQ(database.transaction_depth(), 0);
 }

@@ -233,6 +233,44 @@ TEST_F(FailingVerdict, of_an_import_that_stores_nothing_leaves_the_question_on_d
     EXPECT_EQ(stored(1).q_side.attempts, 5);
 }
 
+TEST_F(FailingVerdict, no_on_a_record_that_another_program_has_deleted_says_so)
+{
+    database.execute("Delete from qa where cnt = 1");
+    desktop.expect_box("The question is no longer in the course; another program has deleted it.");
+    no();
+    expect_nothing_to_judge();
+    EXPECT_EQ(form1.panel_total.caption_value, "2");
+    ignore();
+    EXPECT_EQ(question(), "Italy?");
+}
+
+TEST_F(FailingVerdict, of_unknown_outcome_leaves_nothing_to_judge_and_shows_what_is_found_out)
+{
+    database.fail_commit(true);
+    database.fail_at(Operation::seek, 6); // the first ones find the record and the four counters
+    desktop.expect_box("The course " + path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    yes();
+    expect_nothing_to_judge();
+    EXPECT_EQ(form1.Panel_score.caption_value, "0");
+    ignore();
+    EXPECT_EQ(question(), "Italy?");
+    yes();
+    no();
+    EXPECT_EQ(form1.Panel_score.caption_value, "1");
+    EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
+}
+
+TEST_F(FailingVerdict, commit_that_stores_is_a_verdict_like_any_other)
+{
+    database.fail_commit(true);
+    yes();
+    EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
+    EXPECT_EQ(question(), "Italy?");
+    EXPECT_EQ(form1.Panel_score.caption_value, "1");
+}
+
 class ForeignCourse : public DrillFixture {};
 
 TEST_F(ForeignCourse, with_a_record_number_beyond_16_bits_is_not_drilled_at_that_record)

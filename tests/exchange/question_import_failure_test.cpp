@@ -98,6 +98,37 @@ TEST_F(StoppedImport, keeps_the_record_that_was_current_before)
     EXPECT_EQ(course.record_count, 1);
 }
 
+TEST_F(StoppedImport, goes_on_after_a_commit_that_reports_an_error_and_has_stored)
+{
+    clock.step = 0.125; // two records to a group
+    database.fail_commit(true);
+    desktop.expect_box(inserted(5));
+    import(records(5));
+    expect_stored(5);
+}
+
+TEST_F(StoppedImport, counts_nothing_of_a_group_that_is_not_stored)
+{
+    database.fail_commit(false);
+    desktop.expect_box(stopped("The commit failed.", 0));
+    import(records(5));
+    expect_stored(0);
+    expect_course_still_usable(0);
+}
+
+TEST_F(StoppedImport, says_of_how_many_records_nobody_can_tell_and_counts_them_later)
+{
+    database.fail_commit(true);
+    database.fail_at(Operation::seek);
+    desktop.expect_box(stopped("The commit failed. It is not known whether the change is stored, because the course "
+                               "cannot be read again.",
+                               0) +
+                       " Of 5 more it is not known.");
+    import(records(5));
+    EXPECT_EQ(stored().size(), 5U);
+    expect_course_still_usable(5);
+}
+
 TEST_F(StoppedImport, shows_no_message_about_a_record_before_what_came_before_is_stored)
 {
     database.commits_left = 0;

@@ -176,11 +176,13 @@ public:
     RecordingDatabase& operator=(const RecordingDatabase&) = delete;
     ~RecordingDatabase() override
     {
-        EXPECT_TRUE(m_record->failures.empty() && !m_record->statement_failure && !m_record->row_failure)
+        EXPECT_TRUE(m_record->failures.empty() && !m_record->statement_failure && !m_record->row_failure &&
+                    !m_commit_stored)
             << "A failure was planned and never came.";
     }
 
     static constexpr const char* failure_words = "The disk is full.";
+    static constexpr const char* commit_words = "The commit failed.";
 
     /// The `call`-th such operation from now on (1 is the next) throws.
     void fail_at(Operation operation, int call = 1,
@@ -203,6 +205,9 @@ public:
     {
         m_record->row_failure = {row, kind, std::move(words)};
     }
+
+    /// The next end of an outermost transaction reports an error, with what it wrote stored or not.
+    void fail_commit(bool stored) { m_commit_stored = stored; }
 
     /// Runs at each operation, before it happens; what it throws comes out of the operation.
     void at_each_call(std::function<void(Operation)> hook) { m_record->on_call = std::move(hook); }
@@ -276,6 +281,8 @@ public:
     void commit() override
     {
         m_record->called(Operation::commit);
+        if (m_commit_stored && m_record->transaction_depth == 1)
+            end_with_error();
         m_database.commit();
         --m_record->transaction_depth;
     }
@@ -315,7 +322,18 @@ private:
         DatabaseRecord& m_record;
     };
 
+    /// As the engine does: the transaction is over, and the caller has still to roll back.
+    [[noreturn]] void end_with_error()
+    {
+        if (*std::exchange(m_commit_stored, std::nullopt))
+            m_database.commit();
+        else
+            m_database.rollback();
+        throw platform::CommitError({platform::DatabaseErrorKind::input_output, 0, commit_words});
+    }
+
     platform::Database& m_database;
+    std::optional<bool> m_commit_stored;
     std::shared_ptr<DatabaseRecord> m_record = std::make_shared<DatabaseRecord>();
 };
 

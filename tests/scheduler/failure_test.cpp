@@ -84,14 +84,22 @@ TEST_F(Failure, of_an_inverted_course_is_recorded_for_the_other_direction)
     EXPECT_EQ(stored(), before);
 }
 
-TEST_F(Failure, on_a_record_that_has_vanished_is_an_error_of_the_engine)
+TEST_F(Failure, on_a_record_that_has_vanished_says_so_and_takes_the_question_away)
 {
     open_at_level(4);
-    course.current_cnt = 99;
+    database.execute("Delete from qa");
     const auto before = file();
-    EXPECT_THROW(scoring.set_failure(), platform::DatabaseError);
+    try {
+        scoring.set_failure();
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const store::RecordGone& error) {
+        EXPECT_STREQ(error.what(), "The question is no longer in the course; another program has deleted it.");
+    }
     EXPECT_EQ(file(), before);
     EXPECT_EQ(course.params.score_today, 0);
+    EXPECT_EQ(course.record_count, 0);
+    EXPECT_EQ(panels.total, 0);
+    EXPECT_FALSE(display.question_on_display);
     EXPECT_EQ(panels.marked, std::nullopt);
     EXPECT_EQ(database.transaction_depth(), 0);
 }

@@ -277,7 +277,16 @@ void Connection::commit()
     if (!in_transaction())
         throw own_error(DatabaseErrorKind::other, undone);
     // On an error the depth stays: the caller's guard still has to roll back.
-    run_pooled(m_depth == 1 ? std::string("COMMIT") : "RELEASE " + savepoint_name(m_depth - 1));
+    try {
+        run_pooled(m_depth == 1 ? std::string("COMMIT") : "RELEASE " + savepoint_name(m_depth - 1));
+    } catch (const DatabaseError& error) {
+        // A commit that another program blocks leaves the transaction open, to be rolled back. After any other error
+        // the engine has closed it, and where it came to deleting the journal the file holds what was written: a
+        // failing fsync of the folder, or a failing unlock, comes behind that point.
+        if (m_depth == 1 && !in_transaction())
+            throw CommitError(error);
+        throw;
+    }
     --m_depth;
 }
 

@@ -1,0 +1,75 @@
+#include "store/course_transaction.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace cuedrill::store {
+namespace {
+
+using platform::CommitError;
+using platform::DatabaseError;
+
+bool find_out(const UnsettledChange& unsettled)
+{
+    try {
+        return unsettled.change.is_stored();
+    } catch (const std::exception&) {
+        throw OutcomeUnknown(unsettled.failure);
+    }
+}
+
+/// Nothing of the transaction that is about to begin is stored, so its caller must not be told what `settle` says.
+Course& settled(Course& course)
+{
+    try {
+        settle(course);
+    } catch (const OutcomeUnknown&) {
+        const DatabaseError& failure = course.unsettled->failure;
+        throw DatabaseError(failure.kind(), failure.code(),
+                            std::string(failure.what()) + " It is not known whether the change before this one is "
+                                                          "stored, because the course cannot be read again.");
+    }
+    return course;
+}
+
+} // namespace
+
+OutcomeUnknown::OutcomeUnknown(const DatabaseError& failure)
+    : DatabaseError(failure.kind(), failure.code(),
+                    std::string(failure.what()) +
+                        " It is not known whether the change is stored, because the course cannot be read again.")
+{
+}
+
+CourseTransaction::CourseTransaction(Course& course) : m_course(settled(course)), m_transaction(m_course.database())
+{
+}
+
+void CourseTransaction::commit(Change change)
+{
+    try {
+        m_transaction.commit();
+    } catch (const CommitError& error) {
+        // The engine brings the file in order when it is next read, and only after the transaction has been let go.
+        m_transaction.undo();
+        m_course.unsettled = UnsettledChange{std::move(change), error};
+        if (!find_out(*m_course.unsettled)) {
+            m_course.unsettled.reset();
+            throw;
+        }
+        m_course.unsettled.reset();
+    }
+}
+
+void settle(Course& course)
+{
+    if (!course.unsettled)
+        return;
+    const bool stored = find_out(*course.unsettled);
+    const UnsettledChange settled_change = *std::exchange(course.unsettled, std::nullopt);
+    if (stored && settled_change.change.when_stored_after_all)
+        settled_change.change.when_stored_after_all();
+}
+
+} // namespace cuedrill::store

@@ -1,0 +1,164 @@
+#include "course_fixture.h"
+#include "store/course_transaction.h"
+
+#include <gtest/gtest.h>
+
+namespace cuedrill::store {
+namespace {
+
+/// A course of one record without an answer, into which a transaction writes one.
+class CommitOrFindOut : public CourseFixture {
+protected:
+    void SetUp() override
+    {
+        fakes::CourseBuilder builder;
+        builder.question("France?", "Paris");
+        open(builder, "Verbs");
+        course.record_count = 1;
+    }
+
+    void change_answer()
+    {
+        CourseTransaction transaction(course);
+        course.seek_record(1);
+        course.qa_recordset().edit();
+        course.qa_recordset().set("a", "Lutetia");
+        course.qa_recordset().update();
+        transaction.commit({.is_stored =
+                                [this] {
+                                    ++questions;
+                                    course.seek_record(1);
+                                    return stored_text(course.qa_recordset().field("a")) == "Lutetia";
+                                },
+                            .when_stored_after_all = [this] { ++late; }});
+    }
+
+    [[nodiscard]] std::string answer() const { return file().qa.at(0).a; }
+
+    int questions = 0; ///< how often the course was asked
+    int late = 0;
+};
+
+TEST_F(CommitOrFindOut, asks_nothing_when_the_commit_succeeds)
+{
+    change_answer();
+    EXPECT_EQ(answer(), "Lutetia");
+    EXPECT_EQ(questions, 0);
+    EXPECT_EQ(late, 0);
+}
+
+TEST_F(CommitOrFindOut, tells_a_change_to_be_stored_that_is_so)
+{
+    database.fail_commit(true);
+    change_answer();
+    EXPECT_EQ(answer(), "Lutetia");
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(late, 0) << "the caller knows it already";
+    EXPECT_EQ(database.transaction_depth(), 0);
+}
+
+TEST_F(CommitOrFindOut, throws_the_error_of_the_commit_where_nothing_is_stored)
+{
+    database.fail_commit(false);
+    EXPECT_THROW(change_answer(), platform::CommitError);
+    EXPECT_EQ(answer(), "Paris");
+    EXPECT_FALSE(course.unsettled);
+    EXPECT_EQ(database.transaction_depth(), 0);
+}
+
+TEST_F(CommitOrFindOut, says_so_where_the_course_cannot_be_read_again)
+{
+    for (const bool stored : {true, false}) {
+        SCOPED_TRACE(stored);
+        late = 0;
+        database.fail_commit(stored);
+        database.fail_at(fakes::Operation::seek, 2);
+        try {
+            change_answer();
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (const OutcomeUnknown& error) {
+            EXPECT_STREQ(error.what(), "The commit failed. It is not known whether the change is stored, because the "
+                                       "course cannot be read again.");
+            EXPECT_EQ(error.kind(), platform::DatabaseErrorKind::input_output);
+        }
+        database.fail_at(fakes::Operation::seek);
+        EXPECT_THROW(settle(course), OutcomeUnknown);
+        settle(course);
+        EXPECT_EQ(late, stored ? 1 : 0);
+        settle(course);
+        EXPECT_EQ(late, stored ? 1 : 0) << "once";
+        database.execute("Update qa set a = 'Paris'");
+    }
+}
+
+TEST_F(CommitOrFindOut, settles_before_the_next_transaction)
+{
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::seek, 2);
+    EXPECT_THROW(change_answer(), OutcomeUnknown);
+    const CourseTransaction next(course);
+    EXPECT_EQ(late, 1);
+}
+
+TEST_F(CommitOrFindOut, begins_nothing_while_it_cannot_settle)
+{
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::seek, 2);
+    EXPECT_THROW(change_answer(), OutcomeUnknown);
+    database.fail_at(fakes::Operation::seek);
+    try {
+        const CourseTransaction next(course);
+        ADD_FAILURE() << "it has begun";
+    } catch (const OutcomeUnknown&) {
+        ADD_FAILURE() << "nothing of the next one is stored";
+    } catch (const platform::DatabaseError& error) {
+        EXPECT_STREQ(error.what(), "The commit failed. It is not known whether the change before this one is stored, "
+                                   "because the course cannot be read again.");
+    }
+    EXPECT_EQ(database.transaction_depth(), 0);
+    EXPECT_EQ(late, 0);
+}
+
+TEST_F(CommitOrFindOut, leaves_nothing_open_when_the_course_is_closed)
+{
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::seek, 2);
+    EXPECT_THROW(change_answer(), OutcomeUnknown);
+    course.close();
+    settle(course);
+    EXPECT_EQ(late, 0);
+}
+
+TEST_F(CommitOrFindOut, holds_for_the_settings)
+{
+    params.read_params();
+    CourseParams changed = course.params;
+    changed.invert = true;
+    database.fail_commit(true);
+    params.change_params(changed);
+    EXPECT_TRUE(course.params.invert);
+    EXPECT_EQ(file().number("invert"), 1);
+
+    changed.invert = false;
+    database.fail_commit(false);
+    EXPECT_THROW(params.change_params(changed), platform::CommitError);
+    EXPECT_TRUE(course.params.invert);
+    EXPECT_EQ(file().number("invert"), 1);
+}
+
+TEST_F(CommitOrFindOut, holds_for_the_work_time)
+{
+    params.read_params();
+    course.start_counting(clock.time);
+    clock.advance_seconds(60);
+    database.fail_commit(true);
+    params.save_work_time(clock.time);
+    EXPECT_EQ(file().number("time_ever"), 60);
+    clock.advance_seconds(60);
+    database.fail_commit(false);
+    EXPECT_THROW(params.save_work_time(clock.time), platform::CommitError);
+    EXPECT_EQ(file().number("time_ever"), 60);
+}
+
+} // namespace
+} // namespace cuedrill::store
