@@ -109,7 +109,7 @@ struct Engine {
     scheduler::DeadTimes dead_times;
     scheduler::EndOfProgram end_of_program{course, params, clock, trace};
     scheduler::Statistics statistics{course, params, window, clock, window, clock.now()};
-    scheduler::Selection selection{course, params, dead_times, window, window, {clock, random, window}};
+    scheduler::Selection selection{course, params, dead_times, window, window, {clock, random, window, window}};
     scheduler::Scoring scoring{course, params, dead_times,    statistics, {window, window, window},
                                clock,  window, end_of_program};
     bank::EditFlags flags;

@@ -26,7 +26,10 @@ void DrillCommands::attach(MainMenu& menu)
 
     menu.m_always_let_me_type.on_click = [this] { m_to.aids.ToggleAlwaysType(); };
     menu.m_list_mode.on_click = [this] { m_to.aids.ToggleListMode(); };
-    menu.m_change_target_level.on_click = [this] { m_to.levels.m_change_target_level(); };
+    menu.m_change_target_level.on_click = [this] {
+        m_to.levels.m_change_target_level();
+        tell_next_due_anew();
+    };
     menu.m_random_extraction.on_click = [this] { m_to.selection.m_random_extraction(); };
     menu.m_invert.on_click = [this] { m_invert(); };
 
@@ -37,7 +40,10 @@ void DrillCommands::attach(MainMenu& menu)
     menu.m_edit.on_click = [this] { m_to.editor.begin_edit(); };
     menu.m_delete.on_click = [this] { m_to.editor.delete_record(); };
     menu.m_undo.on_click = [this] { m_to.scoring.m_undo(); };
-    menu.m_reset_all.on_click = [this] { m_to.scoring.m_reset_all(); };
+    menu.m_reset_all.on_click = [this] {
+        m_to.scoring.m_reset_all();
+        tell_next_due_anew();
+    };
     menu.m_agenda.on_click = [this] { m_to.agenda.open_agenda(); };
 
     menu.m_view_stats.on_click = [this] { m_to.aids.m_view_stats(); };
@@ -94,6 +100,15 @@ void DrillCommands::m_invert()
         throw;
     }
     m_to.selection.next_question();
+}
+
+/// Keeps true what the status line says about the time of the next question, where it does.
+void DrillCommands::tell_next_due_anew()
+{
+    if (!m_to.status.about_due())
+        return;
+    m_to.status.withdraw_about_due();
+    m_to.selection.tell_next_due();
 }
 
 void DrillCommands::m_display_q_nr()

@@ -7,6 +7,7 @@
 #include "drill/main_menu.h"
 #include "drill/question_dialog.h"
 #include "drill/statistics_view.h"
+#include "drill/status_line.h"
 #include "drill/toolbar.h"
 #include "exchange/question_export.h"
 #include "exchange/question_import.h"
@@ -48,6 +49,7 @@ public:
         support::HelpCommands& help;
         support::Agenda& agenda;
         StatisticsView& statistics_view;
+        StatusLine& status;
         platform::Desktop& desktop;
     };
 
@@ -67,6 +69,7 @@ public:
 private:
     void attach_lists(MainMenu& menu);
     void attach_help(MainMenu& menu);
+    void tell_next_due_anew();
 
     Targets m_to;
 };

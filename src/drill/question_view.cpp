@@ -178,6 +178,7 @@ void QuestionView::forget_answer()
 {
     m_state.clear_answer();
     m_status.withdraw_request();
+    m_status.withdraw_about_due();
 }
 
 void QuestionView::withdraw_question()

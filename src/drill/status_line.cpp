@@ -8,6 +8,7 @@ void StatusLine::ShowStatus(std::string_view text, int seconds)
 {
     m_requesting = false;
     m_about_list = false;
+    m_about_due = false;
     // Not the time of day: a text must neither stay nor go because somebody puts the clock.
     m_expiry = seconds != 0 ? std::optional(m_clock.steady_seconds() + seconds) : std::nullopt;
     m_label.set_bold(false);
@@ -53,6 +54,18 @@ void StatusLine::show_about_list(std::string_view text, int seconds)
 void StatusLine::withdraw_about_list()
 {
     if (m_about_list)
+        reset_status();
+}
+
+void StatusLine::show_about_due(std::string_view text, int seconds)
+{
+    ShowStatus(text, seconds);
+    m_about_due = true;
+}
+
+void StatusLine::withdraw_about_due()
+{
+    if (m_about_due)
         reset_status();
 }
 

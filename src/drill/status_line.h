@@ -37,6 +37,11 @@ public:
     void show_about_list(std::string_view text, int seconds);
     void withdraw_about_list();
 
+    /// Shows when the next question is due; it goes with the next question.
+    void show_about_due(std::string_view text, int seconds);
+    void withdraw_about_due();
+    [[nodiscard]] bool about_due() const { return m_about_due; }
+
     /// Clears the line when its time has passed; called a few times a second.
     void expire();
 
@@ -45,6 +50,7 @@ private:
     platform::Clock& m_clock;
     bool m_requesting = false;
     bool m_about_list = false;
+    bool m_about_due = false;
     std::optional<double> m_expiry; ///< in steady seconds; nothing for a text that stays
 };
 
@@ -54,6 +60,17 @@ public:
     explicit ListStatus(drill::StatusLine& status) : m_status(status) {}
 
     void ShowStatus(std::string_view text, int seconds) override { m_status.show_about_list(text, seconds); }
+
+private:
+    drill::StatusLine& m_status;
+};
+
+/// The status line for what is told about the time of the next question.
+class DueStatus : public scheduler::StatusLine {
+public:
+    explicit DueStatus(drill::StatusLine& status) : m_status(status) {}
+
+    void ShowStatus(std::string_view text, int seconds) override { m_status.show_about_due(text, seconds); }
 
 private:
     drill::StatusLine& m_status;

@@ -86,6 +86,7 @@ struct Logic {
     drill::DrillState state;
     drill::StatusLine status{form1.P_status, p.clock};
     drill::ListStatus list_status{status};
+    drill::DueStatus due_status{status};
     drill::WindowLayout layout{form1, menu, course, edit_flags, state, status};
     drill::Hints hints{form1, course, state, layout, p.random, p.text_compare};
     drill::QuestionView question_view{form1, course, state, status, layout, hints, p.clock};
@@ -95,7 +96,7 @@ struct Logic {
     scheduler::EndOfProgram end_of_program{course, params, p.clock, trace};
     scheduler::Statistics statistics{course, params, statistics_view, p.clock, p.desktop, start_time};
     scheduler::Selection selection{course,        params,          dead_times,
-                                   question_view, statistics_view, {p.clock, p.random, p.desktop}};
+                                   question_view, statistics_view, {p.clock, p.random, p.desktop, due_status}};
     scheduler::Scoring scoring{course,  params,    dead_times,    statistics, {question_view, status, statistics_view},
                                p.clock, p.desktop, end_of_program};
     scheduler::LevelCommands levels{course, params, dead_times, statistics, statistics_view, p.desktop};
@@ -142,9 +143,9 @@ struct Logic {
                                    end_of_program, state,        status,  statistics_view, question_view, layout,
                                    dialog,         typed_answer, toolbar, context_help,    keys,          key_pause}};
     drill::DrillCommands commands{
-        {course,         params,       opener, title,           selection,       scoring,  levels,
-         end_of_program, editor,       lists,  question_import, question_export, dialog,   aids,
-         toolbar,        context_help, help,   agenda,          statistics_view, p.desktop}};
+        {course,         params,       opener, title,           selection,       scoring, levels,
+         end_of_program, editor,       lists,  question_import, question_export, dialog,  aids,
+         toolbar,        context_help, help,   agenda,          statistics_view, status,  p.desktop}};
     drill::ErrorReport error_report{course, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, p.form2, p.files, trace};
 };

@@ -2,8 +2,10 @@
 
 #include "common/errors.h"
 #include "scheduler/maturity.h"
+#include "scheduler/next_due.h"
 
 #include <cmath>
+#include <optional>
 #include <vector>
 
 namespace cuedrill::scheduler {
@@ -47,6 +49,19 @@ void Selection::next_question()
     }
     m_display.withdraw_question();
     m_services.desktop.message_box({.text = "No question is mature for being asked."});
+    tell_next_due();
+}
+
+void Selection::tell_next_due()
+{
+    const common::DateTime now = m_services.clock.now();
+    std::optional<NextDue> due;
+    {
+        const platform::BusyPointer busy(m_services.desktop);
+        due = find_next_due(m_course, m_dead_times, now);
+    }
+    if (due)
+        m_services.status.ShowStatus(next_due_text(*due, now), 0);
 }
 
 void Selection::find_next_question()

@@ -19,15 +19,21 @@ public:
         platform::Clock& clock;
         platform::RandomSource& random;
         platform::Desktop& desktop;
+        StatusLine& status; ///< for when the next question is due
     };
 
     Selection(store::Course& course, store::CourseParamsStore& params, const DeadTimes& dead_times,
               QuestionDisplay& display, StatisticsPanels& panels, const Services& services);
 
     /// Puts the next mature question on display, higher levels first and not the same one twice in a row, or says
-    /// that there is none; then no question is on display and the current record is 0.
+    /// that there is none, and in the status line when the next one is due; then no question is on display and the
+    /// current record is 0.
     /// @throws platform::DatabaseError, common::OverflowError, common::OutOfRangeError; no question is on display then.
     void next_question();
+
+    /// Tells in the status line when the next question is due; nothing when none will ever be.
+    /// @throws platform::DatabaseError
+    void tell_next_due();
 
     /// Makes a mature question of `level` the current record.
     /// @return false when there is none.

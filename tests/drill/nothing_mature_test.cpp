@@ -15,6 +15,9 @@ protected:
         desktop.check_all_shown();
     }
 
+    static constexpr const char* due_at_0553 =
+        "The next question is due at 05:53. 1 question is due by the end of the day.";
+
     void expect_no_question()
     {
         EXPECT_EQ(logic->course.current_cnt, 0);
@@ -32,6 +35,50 @@ TEST_F(NothingMature, leaves_the_display_empty)
     EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
 }
 
+TEST_F(NothingMature, tells_when_the_next_question_is_due)
+{
+    EXPECT_EQ(status(), due_at_0553);
+    EXPECT_FALSE(form1.P_status.bold);
+    clock.advance_seconds(60);
+    form1.timer_250_ms.on_tick();
+    EXPECT_EQ(status(), due_at_0553) << "it stays";
+}
+
+TEST_F(NothingMature, tells_it_no_more_once_a_question_is_on_display)
+{
+    clock.advance_seconds(5 * 60 + 1);
+    no();
+    EXPECT_EQ(question(), "France?");
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(NothingMature, tells_it_anew_after_a_reset)
+{
+    desktop.expect_box("This will set all question at level 0; do you really want to do this?",
+                       platform::BoxAnswer::yes);
+    choose("m_reset_all");
+    EXPECT_EQ(status(), "The next question is due now. 1 question is due by the end of the day.");
+    no();
+    EXPECT_EQ(question(), "France?");
+}
+
+TEST_F(NothingMature, tells_nothing_once_the_target_is_reached)
+{
+    desktop.expect_input("New target level (1 to 10)?", "1");
+    choose("m_change_target_level");
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(NothingMature, tells_nothing_anew_where_another_text_stands)
+{
+    choose("m_show_all");
+    const std::string about_list = status();
+    desktop.expect_box("This will set all question at level 0; do you really want to do this?",
+                       platform::BoxAnswer::yes);
+    choose("m_reset_all");
+    EXPECT_EQ(status(), about_list);
+}
+
 TEST_F(NothingMature, disables_what_reveals_or_judges)
 {
     EXPECT_FALSE(form1.bot_yes.usable());
@@ -46,7 +93,7 @@ TEST_F(NothingMature, disables_what_reveals_or_judges)
     });
     EXPECT_EQ(stored(1), before);
     EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
-    EXPECT_EQ(status(), "");
+    EXPECT_EQ(status(), due_at_0553);
 }
 
 TEST_F(NothingMature, keys_reveal_and_judge_nothing)

@@ -45,7 +45,7 @@ protected:
     Statistics statistics{course, params, panels, clock, desktop, clock.time};
     EndOfProgram end_of_program{course, params, clock, trace};
     Scoring scoring{course, params, dead_times, statistics, {display, status, panels}, clock, desktop, end_of_program};
-    Selection selection{course, params, dead_times, display, panels, {clock, random, desktop}};
+    Selection selection{course, params, dead_times, display, panels, {clock, random, desktop, status}};
     LevelCommands level_commands{course, params, dead_times, statistics, panels, desktop};
 
     DrillFixture()

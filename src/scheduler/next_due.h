@@ -1,0 +1,29 @@
+#pragma once
+
+#include "common/date_time.h"
+#include "scheduler/dead_time.h"
+#include "store/course.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace cuedrill::scheduler {
+
+/// When a question can be asked again.
+struct NextDue {
+    common::DateTime at;            ///< the first second in which one is mature; may have passed
+    std::int64_t by_end_of_day = 0; ///< how many are mature by the end of that day, or of today when it has passed
+};
+
+/// Looks for the question of the open course that is mature first, as the selection counts: below the target level, its
+/// dead time passed since its last test, and the dead time of a question without a verdict since its last show. Nothing
+/// when no question will ever be, because all have reached the target level.
+/// @throws platform::DatabaseError
+std::optional<NextDue> find_next_due(store::Course& course, const DeadTimes& dead_times, common::DateTime now);
+
+/// "The next question is due at 18:05. 3 questions are due by the end of the day." The time is rounded up to the
+/// minute, within the next minute it has seconds; the date is told where it is another day than `now`.
+std::string next_due_text(const NextDue& due, common::DateTime now);
+
+} // namespace cuedrill::scheduler
