@@ -250,8 +250,8 @@ public:
     /// plain tables with exactly the columns of `expected`. A file that is refused is not changed.
     virtual void open(const std::string& path, const std::vector<TableDefinition>& expected) = 0;
 
-    /// What opening wanted to store and found no room for, in words for the trace; empty where nothing is missing. It is
-    /// stored before the next write.
+    /// What opening wanted to store and found no room for, in words for the trace; empty where nothing is missing. It
+    /// is stored before the next write.
     [[nodiscard]] virtual std::string unstored() const { return {}; }
 
     /// Closes the file, if one is open. An unfinished transaction is rolled back.
