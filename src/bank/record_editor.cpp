@@ -75,7 +75,7 @@ SaveResult RecordEditor::save(Rejection rejection)
             return reject("Answer is already in database.", rejection, &EditorView::go_to_answer);
         store(texts);
     } catch (const store::RecordGone& error) {
-        return keep_as_new(texts, error);
+        return keep_as_new(texts, error, rejection);
     } catch (const common::Error& error) {
         m_save_is_unknown = dynamic_cast<const store::OutcomeUnknown*>(&error) != nullptr;
         tell_refusal(texts, error);
@@ -116,7 +116,7 @@ void RecordEditor::take_up_unknown_save()
 }
 
 /// Offers to keep the texts of a record that another program has deleted.
-SaveResult RecordEditor::keep_as_new(const RecordTexts& texts, const store::RecordGone& error)
+SaveResult RecordEditor::keep_as_new(const RecordTexts& texts, const store::RecordGone& error, Rejection rejection)
 {
     const auto answer = m_services.desktop.message_box(
         {.text = std::string(error.what()) + "\r\n\r\nDo you want to save the texts as a new question and answer?",
@@ -129,7 +129,7 @@ SaveResult RecordEditor::keep_as_new(const RecordTexts& texts, const store::Reco
     begin_new_record();
     m_view.put_question(texts.question);
     m_view.put_answer(texts.answer);
-    return save_record();
+    return save(rejection);
 }
 
 /// The record is stored, so an error here must not look like one of saving.

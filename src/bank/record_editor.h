@@ -92,7 +92,7 @@ private:
     [[nodiscard]] bool is_changed(const std::string& text, const std::string& loaded) const;
     [[nodiscard]] bool another_has(const std::string& text);
     void take_up_unknown_save();
-    SaveResult keep_as_new(const RecordTexts& texts, const store::RecordGone& error);
+    SaveResult keep_as_new(const RecordTexts& texts, const store::RecordGone& error, Rejection rejection);
     void show_saved();
     void store(const RecordTexts& texts);
     void tell_refusal(const RecordTexts& texts, const common::Error& error);

@@ -15,7 +15,7 @@ void AnswerAids::m_view_hints()
 {
     const Mode mode = m_services.layout.mode();
     if (mode == Mode::empty_course || mode == Mode::nothing)
-        m_services.status.ShowStatus("No question is on display.", status_seconds);
+        m_services.status.show_until_question("No question is on display.", status_seconds);
     if (mode != Mode::question)
         return;
     if (!m_state.TypingMode) {

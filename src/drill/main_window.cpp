@@ -133,7 +133,7 @@ void MainWindow::empty_boxes()
 
 void MainWindow::tell_unsaved()
 {
-    m_.status.ShowStatus("The changes are not saved.", 0);
+    m_.status.show_until_question("The changes are not saved.", 0);
     m_.key_pause.begin(KeyPause::Keys::escape);
 }
 

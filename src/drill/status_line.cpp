@@ -6,7 +6,7 @@ namespace cuedrill::drill {
 
 void StatusLine::ShowStatus(std::string_view text, int seconds)
 {
-    m_requesting = false;
+    m_until_question = false;
     m_about_list = false;
     m_about_due = false;
     // Not the time of day: a text must neither stay nor go because somebody puts the clock.
@@ -20,7 +20,7 @@ void StatusLine::ShowStatus(std::string_view text, int seconds)
 void StatusLine::ask_for_verdict()
 {
     ShowStatus("Press '+' or '-' to indicate success or failure", 0);
-    m_requesting = true;
+    m_until_question = true;
     m_label.set_background(common::pure_red);
     m_label.set_alignment(platform::Alignment::emphasised);
     m_label.set_bold(true);
@@ -39,9 +39,15 @@ void StatusLine::show_wrong()
     m_label.set_background(common::pure_red);
 }
 
+void StatusLine::show_until_question(std::string_view text, int seconds)
+{
+    ShowStatus(text, seconds);
+    m_until_question = true;
+}
+
 void StatusLine::withdraw_request()
 {
-    if (m_requesting)
+    if (m_until_question)
         reset_status();
 }
 

@@ -30,7 +30,10 @@ public:
     /// Clears the line.
     void reset_status() { ShowStatus("", 0); }
 
-    /// Takes the request of `ask_for_verdict` away, if it is still there.
+    /// Shows a text that another question makes untrue; it goes with that.
+    void show_until_question(std::string_view text, int seconds);
+
+    /// Takes the request of `ask_for_verdict` away, and what `show_until_question` told, if it is still there.
     void withdraw_request();
 
     /// Shows a text about the list of records; it goes with the list.
@@ -48,7 +51,7 @@ public:
 private:
     platform::Label& m_label;
     platform::Clock& m_clock;
-    bool m_requesting = false;
+    bool m_until_question = false;
     bool m_about_list = false;
     bool m_about_due = false;
     std::optional<double> m_expiry; ///< in steady seconds; nothing for a text that stays

@@ -377,5 +377,27 @@ TEST_F(AskToSave, holds_the_caller_back_and_stays_in_the_editor_when_the_course_
     expect_open("Spain?", many("a", 201));
 }
 
+class AskToSaveInverted : public RecordEditorTest {
+protected:
+    void SetUp() override { open_course(true); }
+};
+
+/// Another program has deleted the record and written its answer into another one.
+TEST_F(AskToSaveInverted, stays_in_the_editor_when_the_texts_kept_as_a_new_record_are_rejected)
+{
+    begin_change("Lutetia", "France?");
+    engine.database.execute("Delete from qa where cnt = 1");
+    engine.database.execute("Update qa set q = 'France?' where cnt = 2");
+    desktop.expect_box("Do you want to save the changes?", BoxAnswer::yes);
+    desktop.expect_box("The question is no longer in the course; another program has deleted it.\r\n\r\n"
+                       "Do you want to save the texts as a new question and answer?",
+                       BoxAnswer::yes);
+    desktop.expect_box("Answer is already in database.");
+    EXPECT_FALSE(editor.ask_to_save());
+    expect_open("Lutetia", "France?");
+    EXPECT_TRUE(flags.new_mode);
+    EXPECT_EQ(view.key_pauses, 0);
+}
+
 } // namespace
 } // namespace cuedrill::bank

@@ -44,6 +44,20 @@ TEST_F(LineClickedInTheEditor, stays_where_a_text_is_not_taken)
     EXPECT_EQ(answer(), "Oslo");
 }
 
+class UnsavedTexts : public DrillFixture {};
+
+TEST_F(UnsavedTexts, are_told_of_no_more_once_a_question_takes_their_place)
+{
+    start_with_three_questions();
+    toolbar(9);
+    form1.type(form1.Text_q, "Norway?");
+    press(platform::Key::escape);
+    ASSERT_EQ(status(), "The changes are not saved.");
+    toolbar(1);
+    ASSERT_EQ(question(), "France?");
+    EXPECT_EQ(status(), "");
+}
+
 class LeavingInvertedCourse : public DrillFixture {};
 
 TEST_F(LeavingInvertedCourse, stays_with_an_answer_that_is_there_already)

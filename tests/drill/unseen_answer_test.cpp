@@ -257,6 +257,15 @@ TEST_F(HintWithoutQuestion, is_only_told)
     EXPECT_EQ(status(), "No question is on display.");
 }
 
+TEST_F(HintWithoutQuestion, is_told_no_more_once_there_is_one)
+{
+    start_with_three_questions();
+    toolbar(4);
+    toolbar(1);
+    ASSERT_EQ(question(), "France?");
+    EXPECT_EQ(status(), "");
+}
+
 TEST_F(HintWithoutQuestion, is_only_told_in_an_empty_course)
 {
     desktop.expect_box("You have passed level 5 for all questions.");
