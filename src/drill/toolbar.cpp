@@ -8,23 +8,23 @@ namespace {
 
 struct ToolbarRow {
     const char* caption;
-    const char* key; ///< empty for none
+    char key; ///< 0 for none
     const char* help_text;
     common::Twips extra_width; ///< beside the caption
 };
 
 constexpr std::array<ToolbarRow, platform::toolbar_buttons> toolbar_table{{
-    {"Next &Question", "q", "display next question", 300},
-    {"Show &Answer", "a", "display answer", 300},
-    {"Show &Stats", "s", "display statistics", 100},
-    {"Show &Hints", "h", "display hint", 200},
-    {"Let me &Type", "t", "let me type the answer", 200},
-    {"+", "", "set success", 200},
-    {"-", "", "set failure", 200},
-    {"&Edit", "e", "modify question or answer", 100},
-    {"&Insert", "i", "insert new question and answer", 200},
-    {"&Save", "", "save edited question and answer", 200},
-    {"&Delete", "d", "delete question and answer", 220},
+    {"Next &Question", 'q', "display next question", 300},
+    {"Show &Answer", 'a', "display answer", 300},
+    {"Show &Stats", 's', "display statistics", 100},
+    {"Show &Hints", 'h', "display hint", 200},
+    {"Let me &Type", 't', "let me type the answer", 200},
+    {"+", 0, "set success", 200},
+    {"-", 0, "set failure", 200},
+    {"&Edit", 'e', "modify question or answer", 100},
+    {"&Insert", 'i', "insert new question and answer", 200},
+    {"&Save", 0, "save edited question and answer", 200},
+    {"&Delete", 'd', "delete question and answer", 220},
 }};
 
 constexpr int insert_button = 9;
@@ -69,10 +69,10 @@ void Toolbar::SetToolbarTooltips()
         pb(index).set_tool_tip(std::string(" ") + row(index).help_text + " ");
 }
 
-std::optional<int> Toolbar::button_with_key(std::string_view key)
+std::optional<int> Toolbar::button_with_key(char key)
 {
     for (int index = 1; index <= platform::toolbar_buttons; ++index) {
-        if (!key.empty() && key == row(index).key)
+        if (key != 0 && key == row(index).key)
             return index;
     }
     return std::nullopt;

@@ -38,7 +38,7 @@ public:
     void run(int index);
 
     /// The button that has this key, a letter in lower case; nothing when none has.
-    [[nodiscard]] static std::optional<int> button_with_key(std::string_view key);
+    [[nodiscard]] static std::optional<int> button_with_key(char key);
 
 private:
     void SetToolbarCaptions();

@@ -2,6 +2,7 @@
 
 #include "bank/compared_text.h"
 #include "common/text.h"
+#include "drill/letter_key.h"
 
 namespace cuedrill::drill {
 
@@ -109,7 +110,7 @@ bool WindowKeys::on_letter(const platform::KeyPress& press)
 {
     if (in_text_box())
         return false;
-    const std::optional<int> button = Toolbar::button_with_key(m_services.text_compare.lower(press.character));
+    const std::optional<int> button = Toolbar::button_with_key(command_letter(press));
     if (!button)
         return false;
     if (!press.auto_repeat)

@@ -110,13 +110,14 @@ enum class Key { character, enter, escape };
 /// A key that the window, and then the control with the focus, sees before the toolkit acts on it.
 struct KeyPress {
     Key key = Key::character;
-    /// The character that the key gives. For a letter key of a layout without Latin letters, the letter at its place,
-    /// unless the key goes into text that can be edited.
+    /// The character that the key gives.
     std::string character{};
     /// Sent again and again because the key is held down.
     bool auto_repeat = false;
     /// The character was put together by an input method or with dead keys.
     bool composed = false;
+    /// The letter at the key's place on a Latin keyboard, in lower case; 0 for a key that is no letter there.
+    char place = 0;
 };
 
 struct Font {

@@ -58,12 +58,12 @@ TEST_F(ToolbarTest, keeps_its_widths_when_the_next_course_is_loaded)
 TEST_F(ToolbarTest, knows_its_keys)
 {
     const struct {
-        const char* key;
+        char key;
         int button;
-    } keys[] = {{"q", 1}, {"a", 2}, {"s", 3}, {"h", 4}, {"t", 5}, {"e", 8}, {"i", 9}, {"d", 11}};
+    } keys[] = {{'q', 1}, {'a', 2}, {'s', 3}, {'h', 4}, {'t', 5}, {'e', 8}, {'i', 9}, {'d', 11}};
     for (const auto& one : keys)
         EXPECT_EQ(Toolbar::button_with_key(one.key), one.button) << one.key;
-    for (const char* none : {"", "+", "-", "n", "x", "qa"})
+    for (const char none : {'\0', '+', '-', 'n', 'x'})
         EXPECT_EQ(Toolbar::button_with_key(none), std::nullopt) << none;
 }
 

@@ -39,12 +39,6 @@ char32_t single_character(const QString& text)
     return code_points.front();
 }
 
-/// Some scripts have keys for marks, such as vowel signs, where others have letters.
-bool is_letter_beyond_latin(char32_t character)
-{
-    return (QChar::isLetter(character) || QChar::isMark(character)) && QChar::script(character) != QChar::Script_Latin;
-}
-
 bool is_menu(const QWidget& widget)
 {
     return qobject_cast<const QMenuBar*>(&widget) != nullptr || qobject_cast<const QMenu*>(&widget) != nullptr;
@@ -84,11 +78,8 @@ std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing)
     const char32_t character = single_character(event.text());
     if (character == 0)
         return std::nullopt;
-    const char latin = latin_letter(event.nativeScanCode());
-    if (!typing && latin != 0 && is_letter_beyond_latin(character))
-        press.character = std::string(1, latin);
-    else
-        press.character = from_qt(event.text());
+    press.character = from_qt(event.text());
+    press.place = latin_letter(event.nativeScanCode());
     return press;
 }
 

@@ -19,7 +19,7 @@ namespace cuedrill::platform::qt {
 
 /// What the program's key rules see of a key press; nothing for keys that are none of theirs (combinations with Ctrl,
 /// Alt or Meta, cursor and function keys, and Shift+Enter where text is typed: it makes a line there).
-/// @param typing whether the key goes into editable text: then a letter is the one that is typed, on every layout.
+/// @param typing whether the key goes into editable text.
 std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing);
 
 /// Returns whether the key is swallowed.

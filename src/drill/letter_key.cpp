@@ -1,0 +1,61 @@
+#include "drill/letter_key.h"
+
+#include <array>
+#include <string_view>
+
+namespace cuedrill::drill {
+namespace {
+
+using namespace std::string_view_literals;
+
+bool is_ascii_letter(char character)
+{
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+/// The Turkish layouts have two keys for it, a letter with a dot and one without.
+bool is_letter_i(std::string_view character)
+{
+    constexpr std::array turkish{"\u0131"sv, "\u0130"sv};
+    return character == turkish[0] || character == turkish[1];
+}
+
+/// Letters with accents and the like, U+00C0 to U+024F and U+1E00 to U+1EFF. Where a layout has one in the place of a
+/// plain letter, the plain letter has another place.
+bool is_other_latin_letter(std::string_view character)
+{
+    const auto byte = [&](std::size_t place) { return static_cast<unsigned char>(character[place]); };
+    if (character.size() == 2)
+        return byte(0) >= 0xC3 && byte(0) <= 0xC9;
+    return character.size() == 3 && byte(0) == 0xE1 && byte(1) >= 0xB8 && byte(1) <= 0xBB;
+}
+
+/// Signs and digits that mean themselves, also in the place of a letter. The Dvorak layouts, which are Latin, have
+/// their quotes and their full stop in the places of "q" and "e".
+bool means_itself(char character, char place)
+{
+    if (character >= '0' && character <= '9')
+        return true;
+    if ("+-* "sv.find(character) != std::string_view::npos)
+        return true;
+    return (place == 'q' && (character == '\'' || character == '"')) ||
+           (place == 'e' && (character == '.' || character == '>'));
+}
+
+} // namespace
+
+char command_letter(const platform::KeyPress& press)
+{
+    const std::string_view character = press.character;
+    if (press.key != platform::Key::character || character.empty())
+        return 0;
+    if (is_letter_i(character))
+        return 'i';
+    if (character.size() == 1 && is_ascii_letter(character.front()))
+        return static_cast<char>(character.front() | 0x20);
+    if (is_other_latin_letter(character) || (character.size() == 1 && means_itself(character.front(), press.place)))
+        return 0;
+    return press.place;
+}
+
+} // namespace cuedrill::drill
