@@ -66,8 +66,8 @@ common::Int16 RecordBank::insert_record(const std::string& question, const std::
                                     " questions and answers are the most that it can hold.");
     // The number is given by the course and known only afterwards; the transaction takes the row back when the number
     // is too large to be drilled.
-    m_stored_after_all.reset();
     store::CourseTransaction transaction(m_course);
+    m_stored_after_all.reset(); // the transaction may have settled the record before this one
     platform::TableCursor& qa_recordset = m_course.qa_recordset();
     qa_recordset.add_new();
     store_texts(question, answer);

@@ -212,6 +212,23 @@ TEST_F(FailedCommit, of_unknown_outcome_does_not_touch_another_new_record)
     expect_texts(4, "Portugal?", "Lisbon");
 }
 
+TEST_F(FailedCommit, of_two_new_records_of_unknown_outcome_does_not_give_one_the_texts_of_the_other)
+{
+    begin_new("Spain?", "Madrid");
+    database.fail_commit(true);
+    database.fail_at(Operation::seek, 2);
+    expect_unknown();
+    begin_new("Portugal?", "Lisbon");
+    database.fail_commit(false);
+    database.fail_at(Operation::seek, 3); // the second one settles the record before
+    expect_unknown();
+    EXPECT_EQ(editor.save_record(), SaveResult::saved);
+    EXPECT_EQ(course.record_count, 5);
+    EXPECT_EQ(file().qa.size(), 5U);
+    expect_texts(3, "Spain?", "Madrid");
+    expect_texts(4, "Portugal?", "Lisbon");
+}
+
 TEST_F(FailedCommit, of_a_change_of_unknown_outcome_may_be_repeated)
 {
     begin_change("Gaul?", "Lutetia");
