@@ -4,6 +4,7 @@
 #include "common/errors.h"
 #include "exchange/question_import.h"
 #include "platform/icu/icu_text_compare.h"
+#include "platform/sqlite/file_checks.h"
 #include "platform/sqlite/new_file.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/system/system_clock.h"
@@ -12,16 +13,12 @@
 #include "store/course.h"
 #include "store/schema.h"
 
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
-#include <fcntl.h>
 #include <filesystem>
 #include <iostream>
-#include <random>
 #include <string>
-#include <unistd.h>
 
 // Makes a course of a question text file without any window.
 namespace {
@@ -59,47 +56,18 @@ public:
     void show_all_stored() override {}
 };
 
-/// A course that is being made. It has a name of its own, under which nobody looks for a course; whoever creates the
-/// next course in the folder removes it when its maker was killed, which a lock on its first byte tells.
-class CourseInMaking {
-public:
-    explicit CourseInMaking(const std::string& course_path)
-        : m_path((std::filesystem::path(course_path).parent_path() / ".cuedrill-new-").string() +
-                 std::to_string(std::random_device()()))
-    {
+/// The path for the new course, beside which nothing may stand that the engine would take for changes of it.
+std::string free_path(const std::string& course_path)
+{
+    try {
+        return platform::sqlite::new_course_file(course_path);
+    } catch (const platform::DatabaseError& error) {
+        throw common::Error("The course " + course_path + " could not be made. " + error.what());
     }
-    CourseInMaking(const CourseInMaking&) = delete;
-    CourseInMaking& operator=(const CourseInMaking&) = delete;
-    // The lock goes last: closing any handle of a file ends the locks that the engine has on it.
-    ~CourseInMaking()
-    {
-        ::unlink((m_path + "-journal").c_str());
-        ::unlink(m_path.c_str());
-        if (m_handle >= 0)
-            ::close(m_handle);
-    }
+}
 
-    [[nodiscard]] const std::string& path() const { return m_path; }
-
-    /// Locks the file, which must have been created.
-    void hold()
-    {
-        m_handle = ::open(m_path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
-        struct flock range {};
-        range.l_type = F_WRLCK;
-        range.l_whence = SEEK_SET;
-        range.l_len = 1;
-        // Without locks on the file system, nobody can take the file for a leftover.
-        if (m_handle < 0 || (::fcntl(m_handle, F_OFD_SETLK, &range) != 0 && (errno == EAGAIN || errno == EACCES)))
-            throw common::Error("The course could not be created. Try again.");
-    }
-
-private:
-    std::string m_path;
-    int m_handle = -1;
-};
-
-int make_course(const std::string& course_name, const std::string& text_path)
+/// Fills the course at `path`, which has no records.
+void import_into(const std::string& path, const std::string& text_path)
 {
     platform::icu::IcuTextCompare text_compare;
     platform::sqlite::SqliteDatabase database(text_compare);
@@ -109,29 +77,42 @@ int make_course(const std::string& course_name, const std::string& text_path)
     NoStatusLine status;
     NoRecordView view;
     bank::EditFlags flags;
-
-    if (!files.is_regular_file(text_path))
-        throw common::Error("There is no file " + text_path + ".");
-    const std::string course_path = files.absolute(course_name);
-    if (files.exists(course_path))
-        throw common::Error("There is a file " + course_path + " already.");
-    CourseInMaking making(course_path);
     store::Course course(database);
-    course.db_path = making.path();
-    store::create_course_db(database, making.path());
-    course.close();
-    making.hold();
+    course.db_path = path;
     course.apri_db();
     course.set_side_fields();
     bank::RecordBank record_bank(course, flags, desktop);
     exchange::QuestionImport(course, record_bank, flags, view, status, {files, clock, desktop, text_compare})
         .import_file(text_path);
-    const bool made = course.record_count > 0;
-    course.close();
-    // A course of nothing would only stand in the way of the next try.
-    if (made || !desktop.failed)
-        platform::sqlite::give_name(making.path(), course_path);
-    return desktop.failed ? EXIT_FAILURE : EXIT_SUCCESS;
+    if (desktop.failed)
+        throw common::Error("No course was made, because the import did not come to its end.");
+    if (course.record_count == 0)
+        throw common::Error("No course was made: " + text_path +
+                            " has no record that can be stored. A record is a question behind \"@Q@\" and its answer "
+                            "behind \"@A@\".");
+}
+
+/// Until it is complete, a course has a name under which nobody looks for one.
+void make_course(const std::string& course_name, const std::string& text_path)
+{
+    const platform::system::SystemFiles files;
+    if (!files.is_regular_file(text_path))
+        throw common::Error("There is no file " + text_path + ".");
+    const std::string course_path = files.absolute(course_name);
+    if (files.exists(course_path))
+        throw common::Error("There is a file " + course_path + " already.");
+    using platform::sqlite::TemporaryFile;
+    TemporaryFile making(std::filesystem::path(free_path(course_path)).parent_path().string(),
+                         TemporaryFile::Start::only_a_name);
+    {
+        platform::icu::IcuTextCompare text_compare;
+        platform::sqlite::SqliteDatabase database(text_compare);
+        store::create_course_db(database, making.path());
+    }
+    making.hold();
+    import_into(making.path(), text_path);
+    // The import may take a while, in which anybody may put a file there.
+    platform::sqlite::give_name(making.path(), free_path(course_path));
 }
 
 } // namespace
@@ -146,7 +127,8 @@ int main(int argc, char** argv)
     // Beyond a limit of the file size a write fails, and a box says so; the signal would end the program.
     std::signal(SIGXFSZ, SIG_IGN);
     try {
-        return make_course(argv[1], argv[2]);
+        make_course(argv[1], argv[2]);
+        return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         std::cerr << "cuedrill-course: " << cuedrill::common::words_of(error) << '\n';
         return EXIT_FAILURE;

@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 #include <spawn.h>
 #include <string>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <thread>
@@ -73,6 +74,37 @@ protected:
         return true;
     }
 
+    /// A question text whose import takes long enough to look at it meanwhile.
+    std::string write_many() const
+    {
+        std::ofstream text(folder.file("many.txt"), std::ios::binary);
+        for (int number = 1; number <= many; ++number)
+            text << "@Q@ question " << number << " @A@ answer " << number << "\r\n";
+        return folder.file("many.txt");
+    }
+
+    /// Whether a course is being made that has got records.
+    bool in_making() const
+    {
+        const std::filesystem::directory_iterator entries(folder.path());
+        return std::any_of(begin(entries), end(entries), [](const auto& entry) {
+            std::error_code gone;
+            return entry.path().filename().string().starts_with(".cuedrill-new-") && entry.file_size(gone) > 40000 &&
+                   !gone;
+        });
+    }
+
+    [[nodiscard]] std::vector<std::string> names() const
+    {
+        std::vector<std::string> found;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+            found.push_back(entry.path().filename().string());
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+
+    static constexpr int many = 20000;
+
     [[nodiscard]] std::string printed() const { return folder.read("printed"); }
 
     fakes::TempFolder folder;
@@ -117,6 +149,60 @@ TEST_F(CommandTest, the_course_tool_leaves_no_course_of_a_text_that_cannot_be_re
     EXPECT_NE(printed().find("UTF-16"), std::string::npos) << printed();
     EXPECT_FALSE(std::filesystem::exists(folder.file("elements.crs")));
     EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 0) << printed();
+}
+
+// The engine would take them for changes of the new course, and destroy it.
+TEST_F(CommandTest, the_course_tool_makes_no_course_beside_a_journal_or_a_log)
+{
+    for (const std::string ending : {"-journal", "-wal"}) {
+        const std::string left = folder.write("elements.crs" + ending, "changes of an earlier course");
+        EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 1);
+        EXPECT_NE(printed().find("is still there: elements.crs" + ending), std::string::npos) << printed();
+        EXPECT_EQ(names(), (std::vector<std::string>{"elements.crs" + ending, "printed"}));
+        EXPECT_EQ(folder.read("elements.crs" + ending), "changes of an earlier course");
+        std::filesystem::remove(left);
+    }
+}
+
+TEST_F(CommandTest, the_course_tool_names_no_course_beside_a_journal_that_came_meanwhile)
+{
+    const std::string text = write_many();
+    const pid_t child = start({CUEDRILL_COURSE, folder.file("many.crs"), text});
+    EXPECT_TRUE(wait_until(child, [this] { return in_making(); })) << printed();
+    folder.write("many.crs-journal", "changes of another course");
+    EXPECT_EQ(wait_for(child), 1);
+    EXPECT_NE(printed().find("is still there: many.crs-journal"), std::string::npos) << printed();
+    EXPECT_EQ(names(), (std::vector<std::string>{"many.crs-journal", "many.txt", "printed"}));
+}
+
+TEST_F(CommandTest, the_course_tool_makes_no_course_without_records)
+{
+    const std::string text = folder.write("questions.txt", "Norway? Oslo");
+    EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("none.crs"), text}), 1);
+    EXPECT_NE(printed().find("No course was made: " + text +
+                             " has no record that can be stored. A record is a "
+                             "question behind \"@Q@\" and its answer behind \"@A@\"."),
+              std::string::npos)
+        << printed();
+    EXPECT_EQ(names(), (std::vector<std::string>{"printed", "questions.txt"}));
+}
+
+TEST_F(CommandTest, the_course_tool_makes_no_course_of_a_part_of_the_text)
+{
+    const std::string text = write_many();
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    rlimit limit = before;
+    limit.rlim_cur = 300000;
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    const pid_t child = start({CUEDRILL_COURSE, folder.file("many.crs"), text});
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(wait_for(child), 1);
+    EXPECT_NE(printed().find("The import has stopped."), std::string::npos) << printed();
+    EXPECT_EQ(printed().find("\n0 questions and answers are stored."), std::string::npos) << "it stopped too early";
+    EXPECT_NE(printed().find("No course was made, because the import did not come to its end."), std::string::npos)
+        << printed();
+    EXPECT_EQ(names(), (std::vector<std::string>{"many.txt", "printed"}));
 }
 
 TEST_F(CommandTest, the_course_tool_lists_what_it_refuses_and_succeeds)
@@ -193,28 +279,15 @@ TEST_F(CommandTest, the_program_ends_in_good_order_when_it_is_terminated)
 // Whoever finds a course of that name must be able to rely on it.
 TEST_F(CommandTest, a_course_tool_that_is_killed_leaves_no_course_of_that_name)
 {
-    constexpr int many = 20000;
-    {
-        std::ofstream text(folder.file("many.txt"), std::ios::binary);
-        for (int number = 1; number <= many; ++number)
-            text << "@Q@ question " << number << " @A@ answer " << number << "\r\n";
-    }
     const std::string path = folder.file("many.crs");
-    const auto in_making = [this] {
-        const std::filesystem::directory_iterator entries(folder.path());
-        return std::any_of(begin(entries), end(entries), [](const auto& entry) {
-            std::error_code gone;
-            return entry.path().filename().string().starts_with(".cuedrill-new-") && entry.file_size(gone) > 40000 &&
-                   !gone;
-        });
-    };
-    const pid_t child = start({CUEDRILL_COURSE, path, folder.file("many.txt")});
-    EXPECT_TRUE(wait_until(child, in_making)) << printed();
+    const std::string text = write_many();
+    const pid_t child = start({CUEDRILL_COURSE, path, text});
+    EXPECT_TRUE(wait_until(child, [this] { return in_making(); })) << printed();
     EXPECT_FALSE(std::filesystem::exists(path));
     kill(child, SIGKILL);
     wait_for(child);
     EXPECT_FALSE(std::filesystem::exists(path));
-    EXPECT_EQ(run({CUEDRILL_COURSE, path, folder.file("many.txt")}), 0) << printed();
+    EXPECT_EQ(run({CUEDRILL_COURSE, path, text}), 0) << printed();
     EXPECT_EQ(fakes::read_course(path).qa.size(), static_cast<std::size_t>(many));
 }
 

@@ -86,6 +86,12 @@ void remove_leftovers(const std::string& folder, const std::string& start)
     }
 }
 
+bool is_free(const std::string& path)
+{
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) != 0 && errno == ENOENT;
+}
+
 bool has_no_hard_links(int error)
 {
     return error == EPERM || error == EOPNOTSUPP || error == ENOSYS || error == EMLINK;
@@ -93,20 +99,23 @@ bool has_no_hard_links(int error)
 
 } // namespace
 
-TemporaryFile::TemporaryFile(const std::string& folder)
+TemporaryFile::TemporaryFile(const std::string& folder, Start start)
 {
-    const std::string start = (folder == "/" ? "" : folder) + "/";
-    remove_leftovers(folder, start);
+    const std::string before_name = (folder == "/" ? "" : folder) + "/";
+    remove_leftovers(folder, before_name);
     std::random_device random;
     for (int attempt = 0; attempt < most_attempts; ++attempt) {
-        if (take_name(start + std::string(name_start) + std::to_string(random())))
+        const std::string path = before_name + std::string(name_start) + std::to_string(random());
+        if (start == Start::only_a_name ? is_free(path) : create(path)) {
+            m_path = path;
             return;
+        }
     }
     throw own_error(DatabaseErrorKind::other, "It cannot be created.");
 }
 
 /// False where the name is taken, or was taken away again by somebody who found the file before it was locked.
-bool TemporaryFile::take_name(const std::string& path)
+bool TemporaryFile::create(const std::string& path)
 {
     m_descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, usual_mode);
     if (m_descriptor < 0) {
@@ -114,21 +123,37 @@ bool TemporaryFile::take_name(const std::string& path)
             throw file_error(errno, "It cannot be created.");
         return false;
     }
+    return hold_opened();
+}
+
+void TemporaryFile::hold()
+{
+    m_descriptor = ::open(m_path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
+    if (m_descriptor < 0)
+        throw file_error(errno, "It cannot be created.");
+    if (!hold_opened())
+        throw own_error(DatabaseErrorKind::other, "It cannot be created.");
+}
+
+/// False, with the file closed, where somebody else has found it before it was locked. Without locks on the file
+/// system nobody takes it for a leftover.
+bool TemporaryFile::hold_opened()
+{
     struct stat status {};
     const bool held_by_another = lock(m_descriptor) == Lock::held_by_another;
-    if (held_by_another || ::fstat(m_descriptor, &status) != 0 || status.st_nlink == 0) {
-        ::close(std::exchange(m_descriptor, -1));
-        return false;
-    }
-    m_path = path;
-    return true;
+    if (!held_by_another && ::fstat(m_descriptor, &status) == 0 && status.st_nlink > 0)
+        return true;
+    ::close(std::exchange(m_descriptor, -1));
+    return false;
 }
 
 TemporaryFile::~TemporaryFile()
 {
     ::unlink((m_path + "-journal").c_str());
     ::unlink(m_path.c_str());
-    ::close(m_descriptor);
+    // The lock goes last: closing any descriptor of a file ends the locks that the engine has on it.
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
 }
 
 NamingCalls NamingCalls::of_system()

@@ -4,22 +4,32 @@
 
 namespace cuedrill::platform::sqlite {
 
-/// An empty file of a name of its own in a folder, removed with its journal when the object goes. While the object
-/// lives the file is locked, which tells others of this program's that somebody holds it.
+/// A file of a name of its own in a folder, removed with its journal when the object goes. While the object lives the
+/// file is locked, which tells others of this program's that somebody holds it.
 class TemporaryFile {
 public:
+    enum class Start {
+        empty,      ///< an empty file, which is held
+        only_a_name ///< the caller creates the file, and then calls `hold`
+    };
+
     /// Also removes the files of this kind in the folder that nobody holds: what a program that was ended by force has
     /// left behind.
     /// @throws DatabaseError when it cannot be created.
-    explicit TemporaryFile(const std::string& folder);
+    explicit TemporaryFile(const std::string& folder, Start start = Start::empty);
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
 
     [[nodiscard]] const std::string& path() const { return m_path; }
 
+    /// Locks the file that the caller has created.
+    /// @throws DatabaseError when it is gone again, or somebody else is just removing it.
+    void hold();
+
 private:
-    bool take_name(const std::string& path);
+    bool create(const std::string& path);
+    bool hold_opened();
 
     std::string m_path;
     int m_descriptor = -1;

@@ -108,6 +108,22 @@ TEST_F(Creation, RemovesWhatEarlierOnesLeftBehindAndNobodyHolds)
     EXPECT_EQ(count(other), 0);
 }
 
+TEST_F(Creation, HoldsAFileThatItsCallerHasCreated)
+{
+    {
+        TemporaryFile making(path.substr(0, path.rfind('/')), TemporaryFile::Start::only_a_name);
+        EXPECT_EQ(folder.names(), Names{});
+        EXPECT_THROW(making.hold(), platform::DatabaseError);
+        create_all(making.path());
+        database.close();
+        making.hold();
+        create_all(path);
+        EXPECT_EQ(folder.names().size(), 2U) << "the creation removes only what nobody holds";
+        EXPECT_TRUE(std::filesystem::exists(making.path()));
+    }
+    EXPECT_EQ(folder.names(), Names{"new.crs"});
+}
+
 TEST_F(Creation, ACourseThatGotItsNameKeepsItWhenItsFirstOneIsRemoved)
 {
     create_all(path);
