@@ -52,7 +52,7 @@ std::optional<platform::MessageBox> ImportReport::box() const
 {
     const std::string refused = m_refused == 0 ? "" : "Refused, and not stored: " + std::to_string(m_refused);
     const std::string unreadable =
-        m_unreadable == 0 ? "" : "With characters that could not be read: " + std::to_string(m_unreadable);
+        m_unreadable == 0 ? "" : "Questions with characters that could not be read: " + std::to_string(m_unreadable);
     if (refused.empty() && unreadable.empty())
         return std::nullopt;
     return platform::MessageBox{

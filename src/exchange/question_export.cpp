@@ -29,7 +29,8 @@ std::string failure_text(const std::string& reason, const platform::Replacement*
     if (unfinished != nullptr || !replaced.empty())
         text.append(common::cr_lf);
     if (unfinished != nullptr)
-        text.append(common::cr_lf).append("What was written is kept in " + unfinished->path() + ".");
+        text.append(common::cr_lf)
+            .append("What was written is kept in " + unfinished->path() + " until the next export into that folder.");
     if (!replaced.empty())
         text.append(common::cr_lf).append(replaced + " is as it was.");
     return text;

@@ -3,6 +3,7 @@
 #include "common/errors.h"
 #include "common/text.h"
 
+#include <new>
 #include <utility>
 
 namespace cuedrill::exchange {
@@ -106,6 +107,8 @@ void QuestionImport::import_file(const std::string& path)
         show_report();
     } catch (const common::Error& error) {
         stop(error.what());
+    } catch (const std::bad_alloc& error) {
+        stop(common::words_of(error));
     } catch (...) {
         // The end of the program, or an error that nobody foresaw: no transaction may outlive the import.
         drop_uncommitted();
@@ -238,14 +241,17 @@ void QuestionImport::stop(const std::string& reason)
         commit();
     } catch (const common::Error&) {
         drop_uncommitted();
+    } catch (const std::bad_alloc&) {
+        drop_uncommitted();
     }
     m_status.ShowStatus("", 0);
     m_view.show_all_stored();
-    m_services.desktop.message_box(
-        {.text = "The import has stopped.\r\n\r\n" + reason + "\r\n\r\n" + std::to_string(m_committed) +
-                 " questions and answers are stored." +
-                 (m_unknown == 0 ? "" : " Of " + std::to_string(m_unknown) + " more it is not known."),
-         .icon = BoxIcon::exclamation});
+    m_services.desktop.message_box({.text = "The import has stopped.\r\n\r\n" + reason + "\r\n\r\n" +
+                                            std::to_string(m_committed) + " questions and answers are stored." +
+                                            (m_unknown == 0 ? ""
+                                                            : " Of " + std::to_string(m_unknown) +
+                                                                  " more it is not known whether they are stored."),
+                                    .icon = BoxIcon::exclamation});
     show_report();
 }
 

@@ -55,13 +55,15 @@ std::int64_t hand_on(platform::Recordset& rows, const QuestionTextForm& form, Re
         const std::string number = form.numbered ? comment(std::to_string(count + 1)) : "";
         const std::string question = store::stored_text(rows.field("q"));
         const std::string answer = store::stored_text(rows.field("a"));
-        if (!sink(number + record(question, answer)))
+        const std::string lines = record(question, answer);
+        if (!sink(number + lines))
             return count;
-        check.add(question, answer);
+        check.add(question, answer, lines);
         ++count;
     }
-    check.finish();
-    sink(ending(count));
+    const std::string end = ending(count);
+    sink(end);
+    check.finish(end);
     return count;
 }
 

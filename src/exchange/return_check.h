@@ -1,9 +1,13 @@
 #pragma once
 
+#include "common/text.h"
+#include "exchange/question_text.h"
 #include "exchange/record_lines.h"
+#include "exchange/text_decoding.h"
 #include "platform/text_compare.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,8 +17,9 @@ namespace cuedrill::exchange {
 /// for a part of the last answer.
 inline constexpr std::string_view closing_line = "------------------------";
 
-/// Finds the records that an import of the exported file would not give back as they are. That the last answer gets the
-/// closing line is left out where the record can be stored with it.
+/// Finds the records that an import of the exported file would not give back as they are: it reads what is written as
+/// the import does, with no more than a record in memory. That the last answer gets the closing line is left out where
+/// the record can be stored with it.
 class ReturnCheck {
 public:
     explicit ReturnCheck(const platform::TextCompare& text_compare) : m_text_compare(text_compare) {}
@@ -22,9 +27,11 @@ public:
     /// Forgets all records.
     void restart();
     /// The next record of the file.
-    void add(const std::string& question, const std::string& answer);
+    /// @param lines what is written for it; the first line is the marker of the question.
+    void add(const std::string& question, const std::string& answer, std::string_view lines);
     /// There are no more.
-    void finish();
+    /// @param lines what is written behind the last one.
+    void finish(std::string_view lines);
 
     /// How many records would come back changed or not at all. Complete after `finish`.
     [[nodiscard]] std::int64_t changed() const { return m_changed; }
@@ -32,14 +39,28 @@ public:
     [[nodiscard]] std::string lines() const { return m_lines.text(); }
 
 private:
+    void read(std::string_view lines);
+    void take(ReadRecord record);
     void check(bool last);
+    [[nodiscard]] bool comes_back(bool last) const;
     [[nodiscard]] std::string reasons(bool last) const;
     [[nodiscard]] bool is_in_normal_form(const std::string& text) const;
 
     const platform::TextCompare& m_text_compare;
-    std::int64_t m_number = 0; ///< of the record that was added last
+    LineSplitter m_lines_read{common::cr_lf};
+    QuestionTextReader m_reader;
+
+    // The record that was added last.
+    std::int64_t m_number = 0;
     std::string m_question;
     std::string m_answer;
+    bool m_is_joined = false; ///< its first marker has ended no answer and begun no question
+    bool m_is_cut = false;    ///< a record has ended within its lines
+
+    std::int64_t m_records = 0; ///< that have ended since, and that an import stores
+
+    std::optional<ReadRecord> m_read; ///< the record that ended last, in the form in which it is stored
+
     std::int64_t m_changed = 0;
     RecordLines m_lines;
 };

@@ -41,7 +41,8 @@ protected:
     }
     [[nodiscard]] std::string partly_written(const std::string& reason) const
     {
-        return reason + "\r\n\r\nWhat was written is kept in " + unfinished + ".\r\n" + target + " is as it was.";
+        return reason + "\r\n\r\nWhat was written is kept in " + unfinished +
+               " until the next export into that folder.\r\n" + target + " is as it was.";
     }
 };
 

@@ -1,6 +1,8 @@
+#include "common/text.h"
 #include "exchange/question_export_fixture.h"
 #include "exchange/question_import_fixture.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace cuedrill::exchange {
@@ -389,26 +391,42 @@ INSTANTIATE_TEST_SUITE_P(Texts, RoundTrip,
                                          RoundTripText{"beyond_the_basic_plane", "𝄞"}),
                          [](const auto& text) { return std::string(text.param.name); });
 
-/// A record between two others: what is told about it is what really happens to it.
+/// A record between two others: what is told about it, and about the one behind it, is what really happens to them.
 struct Changed {
     const char* name;
     std::string question;
     std::string answer;
     std::string reasons; ///< none where the record comes back as it is
+    std::string reasons_of_next = {};
+    std::size_t records = 0; ///< how many come back in place of the three; 0 where it is not looked at
 };
 
-class ToldChange : public ExportAndImport, public testing::WithParamInterface<Changed> {};
+class ToldChange : public ExportAndImport, public testing::WithParamInterface<Changed> {
+protected:
+    static std::string line(int number, const std::string& reasons, const std::string& question)
+    {
+        return reasons.empty() ? ""
+                               : "Question " + std::to_string(number) + ": " + reasons + " \"" + question + "\"\r\n";
+    }
+};
 
 TEST_P(ToldChange, is_what_an_import_does)
 {
-    const auto& [name, question, answer, reasons] = GetParam();
+    const Changed& changed = GetParam();
     desktop.on_box = [this] { desktop.expect_box(desktop.boxes.back().text); };
-    const Texts after = texts_after({{"first", "1"}, {question, answer}, {"last", "3"}});
-    const bool comes_back = after.size() == 3 && after[1] == std::pair(question, answer);
-    EXPECT_EQ(comes_back, reasons.empty());
-    EXPECT_EQ(told.changed, reasons.empty() ? 0 : 1);
-    EXPECT_EQ(told.lines.substr(0, told.lines.find(" \"" + question.substr(0, 1))),
-              reasons.empty() ? "" : "Question 2: " + reasons);
+    const Texts texts{{"first", "1"}, {changed.question, changed.answer}, {"last", "3"}};
+    const Texts after = texts_after(texts);
+    const auto comes_back = [&after](const std::string& question, const std::string& answer) {
+        return std::find(after.begin(), after.end(), std::pair(question, answer)) != after.end();
+    };
+    EXPECT_TRUE(comes_back("first", "1"));
+    EXPECT_EQ(comes_back(changed.question, changed.answer), changed.reasons.empty());
+    EXPECT_EQ(comes_back("last", "3\r\n\r\n\r\n------------------------"), changed.reasons_of_next.empty());
+    if (changed.records != 0)
+        EXPECT_EQ(after.size(), changed.records);
+    EXPECT_EQ(told.changed, (changed.reasons.empty() ? 0 : 1) + (changed.reasons_of_next.empty() ? 0 : 1));
+    EXPECT_EQ(told.lines, line(2, changed.reasons, common::replace_all(changed.question, common::cr_lf, " ")) +
+                              line(3, changed.reasons_of_next, "last"));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -416,7 +434,17 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Changed{"answer_marker_in_a_question", "x @a@ y", "z", "The question holds \"@A@\"."},
         Changed{"question_marker_in_a_question", "x @Q@ y", "z", ""},
-        Changed{"question_marker_in_an_answer", "x", "y @Q@ z", "The answer holds \"@Q@\"."},
+        Changed{"question_marker_in_an_answer", "x", "y @Q@ z", "The answer holds \"@Q@\".",
+                "It is joined to the question that begins at \"@Q@\" in the answer before.", 3},
+        Changed{"question_marker_alone_in_an_answer", "x", "@Q@", "The answer holds \"@Q@\".",
+                "It is joined to the question that begins at \"@Q@\" in the answer before.", 2},
+        Changed{"both_markers_in_an_answer", "x", "y @Q@ z @A@ w",
+                "The answer holds \"@Q@\". It comes back as 2 records.", "", 4},
+        Changed{"markers_of_several_records_in_an_answer", "x", "y @Q@ z @A@ @Q@ v @A@ w @q@ u",
+                "The answer holds \"@Q@\". It comes back as 2 records.",
+                "It is joined to the question that begins at \"@Q@\" in the answer before.", 4},
+        Changed{"all_markers_in_a_question", "x @A@ y @Q@ z", "w",
+                "The question holds \"@A@\". It comes back as 2 records.", "", 4},
         Changed{"answer_marker_in_an_answer", "x", "y @A@ z", ""},
         Changed{"comment_in_a_question", "x\r\n/*/ y", "z", "A line of the question begins with \"/*/\"."},
         Changed{"comment_at_the_start_of_an_answer", "x", "/*/ y\r\nz", "A line of the answer begins with \"/*/\"."},
@@ -430,7 +458,8 @@ INSTANTIATE_TEST_SUITE_P(
         Changed{"blank_answer", "x", " ", "The answer is empty."},
         Changed{"nul", "x\0y"s, "z", "NUL characters are dropped."},
         Changed{"marker_around_a_nul", "x@\0A@y"s, "z", "The question holds \"@A@\". NUL characters are dropped."},
-        Changed{"decomposed", "e\u0301", "z", "Characters are written in another form."},
+        Changed{"decomposed", "e\u0301", "z",
+                "A letter and an accent that is a character of its own become one character."},
         Changed{"longest", std::string(200, 'x'), std::string(200, 'y'), ""}),
     [](const auto& changed) { return std::string(changed.param.name); });
 
@@ -463,11 +492,14 @@ TEST_F(ExportCommand, names_what_would_come_back_changed_after_its_question)
     expect_file_dialog(target);
     expect_numbers_question(BoxAnswer::no);
     expect_count_question(3, BoxAnswer::yes);
-    desktop.expect_box_like({.text = "Records that an import of this file would change or leave out: 2",
-                             .icon = platform::BoxIcon::exclamation,
-                             .details = "Question 1: The answer holds \"@Q@\". \"Norway?\"\r\n"
-                                        "Question 3: The question holds \"@A@\". \"x @A@\"\r\n"},
-                            BoxAnswer::ok);
+    desktop.expect_box_like(
+        {.text = "Records that an import of this file would change or leave out: 3",
+         .icon = platform::BoxIcon::exclamation,
+         .details =
+             "Question 1: The answer holds \"@Q@\". \"Norway?\"\r\n"
+             "Question 2: It is joined to the question that begins at \"@Q@\" in the answer before. \"Peru?\"\r\n"
+             "Question 3: The question holds \"@A@\". \"x @A@\"\r\n"},
+        BoxAnswer::ok);
     run();
     EXPECT_EQ(opened, (std::vector<std::string>{target}));
 }
@@ -476,8 +508,10 @@ TEST_F(ExportCommand, names_each_record_once_where_the_file_was_begun_again)
 {
     open({{"Norway?", "@Q@"}, {"Москва", "y"}});
     const QuestionExport::Exported exported_records = question_export.export_file(target, false);
-    EXPECT_EQ(exported_records.changed, 1);
-    EXPECT_EQ(exported_records.lines, "Question 1: The answer holds \"@Q@\". \"Norway?\"\r\n");
+    EXPECT_EQ(exported_records.changed, 2);
+    EXPECT_EQ(exported_records.lines,
+              "Question 1: The answer holds \"@Q@\". \"Norway?\"\r\n"
+              "Question 2: It is joined to the question that begins at \"@Q@\" in the answer before. \"Москва\"\r\n");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <filesystem>
 #include <new>
+#include <stdexcept>
 #include <sys/resource.h>
 
 namespace cuedrill::exchange {
@@ -123,7 +124,7 @@ TEST_F(StoppedImport, says_of_how_many_records_nobody_can_tell_and_counts_them_l
     desktop.expect_box(stopped("The commit failed. It is not known whether the change is stored, because the course "
                                "cannot be read again.",
                                0) +
-                       " Of 5 more it is not known.");
+                       " Of 5 more it is not known whether they are stored.");
     import(records(5));
     EXPECT_EQ(stored().size(), 5U);
     expect_course_still_usable(5);
@@ -135,6 +136,36 @@ TEST_F(StoppedImport, shows_no_message_about_a_record_before_what_came_before_is
     desktop.expect_box(stopped("The disk is full.", 0));
     import("@Q@ y @A@ z @Q@ @A@ v @Q@ x @A@ w");
     expect_stored(0);
+}
+
+TEST_F(StoppedImport, by_a_lack_of_memory_keeps_what_came_before_and_tells_how_much)
+{
+    database.at_each_call([this](Operation operation) {
+        if (operation == Operation::update && database.count(operation) == 3)
+            throw std::bad_alloc();
+    });
+    desktop.expect_box_like({.text = stopped("There is not enough memory.", 2), .icon = platform::BoxIcon::exclamation},
+                            platform::BoxAnswer::ok);
+    import(records(5));
+    database.at_each_call(nullptr);
+    expect_stored(2);
+    expect_course_still_usable(2);
+}
+
+TEST_F(StoppedImport, takes_back_what_a_lack_of_memory_keeps_from_being_committed)
+{
+    bool lacking = false;
+    database.at_each_call([this, &lacking](Operation operation) {
+        lacking = lacking || (operation == Operation::update && database.count(operation) == 3);
+        if (lacking)
+            throw std::bad_alloc();
+    });
+    desktop.on_box = [this] { EXPECT_EQ(database.transaction_depth(), 0); };
+    desktop.expect_box(stopped("There is not enough memory.", 0));
+    import(records(5));
+    database.at_each_call(nullptr);
+    expect_stored(0);
+    expect_course_still_usable(0);
 }
 
 TEST_F(StoppedImport, lists_what_was_refused_before)
@@ -291,10 +322,10 @@ TEST_F(EndedImport, by_an_unforeseen_error_leaves_no_transaction_open)
 {
     struct Broken : SteppingClock {
         mutable int reads = 0;
-        [[nodiscard]] double steady_seconds() const override { return ++reads < 3 ? 0 : throw std::bad_alloc(); }
+        [[nodiscard]] double steady_seconds() const override { return ++reads < 3 ? 0 : throw std::logic_error("x"); }
     } broken;
     QuestionImport unlucky{course, bank, flags, view, view, {files, broken, desktop, engine.text_compare}};
-    EXPECT_THROW(unlucky.import_file(folder.write("questions.txt", records(5))), std::bad_alloc);
+    EXPECT_THROW(unlucky.import_file(folder.write("questions.txt", records(5))), std::logic_error);
     EXPECT_EQ(database.transaction_depth(), 0);
     EXPECT_EQ(course.record_count, 0);
     EXPECT_EQ(course.current_cnt, 0);

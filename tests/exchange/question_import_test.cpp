@@ -288,7 +288,7 @@ TEST_F(Import, lists_how_many_characters_could_not_be_read)
 {
     desktop.expect_box("Answer to question 3  is empty. Record not inserted.");
     desktop.expect_box(inserted(3));
-    desktop.expect_box_like({.text = "With characters that could not be read: 3",
+    desktop.expect_box_like({.text = "Questions with characters that could not be read: 3",
                              .icon = BoxIcon::exclamation,
                              .details = "Question 2: 1 character of the question could not be read. \"caf\uFFFD\"\r\n"
                                         "Question 3: 1 character of the question could not be read. \"\uFFFD\"\r\n"
@@ -304,7 +304,7 @@ TEST_F(Import, tells_of_refused_records_and_of_unreadable_characters_in_one_list
 {
     desktop.expect_box(inserted(2));
     desktop.expect_box_like(
-        {.text = "Refused, and not stored: 1\r\nWith characters that could not be read: 1",
+        {.text = "Refused, and not stored: 1\r\nQuestions with characters that could not be read: 1",
          .icon = BoxIcon::exclamation,
          .details = "Question 1: The question has 201 characters; 200 fit. \"" + std::string(201, 'q') +
                     "\"\r\nQuestion 2: 1 character of the answer could not be read. \"\uFFFD\"\r\n"},
