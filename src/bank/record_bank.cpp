@@ -17,14 +17,11 @@ std::string too_long_text(std::string_view what, std::size_t characters)
 
 namespace {
 
-/// Whether the counters of the current row stand at 0 in both directions.
-bool starts_anew(const platform::TableCursor& row)
+/// Whether the counters stand at 0 in both directions.
+bool starts_anew(const store::QaRecord& record)
 {
-    for (const char* const counter : {"q_attempts", "q_fails", "q_successes", "a_attempts", "a_fails", "a_successes"}) {
-        if (row.field(counter) != platform::Value(std::int64_t{0}))
-            return false;
-    }
-    return true;
+    return record.q_attempts == 0 && record.q_fails == 0 && record.q_successes == 0 && record.a_attempts == 0 &&
+           record.a_fails == 0 && record.a_successes == 0;
 }
 
 } // namespace
@@ -68,11 +65,9 @@ common::Int16 RecordBank::insert_record(const std::string& question, const std::
     // is too large to be drilled.
     store::CourseTransaction transaction(m_course);
     m_stored_after_all.reset(); // the transaction may have settled the record before this one
-    platform::TableCursor& qa_recordset = m_course.qa_recordset();
-    qa_recordset.add_new();
-    store_texts(question, answer);
-    const common::Int16 cnt = store::nz_int16(qa_recordset.field("cnt"), "record number");
-    transaction.commit({.is_stored = texts_are_stored(cnt, question, answer), .when_stored_after_all = [this, cnt] {
+    const store::QaTexts texts = store::texts_by_column(m_course.Q_FIELD, question, answer);
+    const common::Int16 cnt = common::to_int16(store::insert_record(m_course.database(), texts), "record number");
+    transaction.commit({.is_stored = texts_are_stored(cnt, texts), .when_stored_after_all = [this, cnt] {
                             ++m_course.record_count;
                             m_stored_after_all = cnt;
                         }});
@@ -80,16 +75,12 @@ common::Int16 RecordBank::insert_record(const std::string& question, const std::
     return cnt;
 }
 
-std::function<bool()> RecordBank::texts_are_stored(common::Int16 cnt, const std::string& question,
-                                                   const std::string& answer)
+std::function<bool()> RecordBank::texts_are_stored(common::Int16 cnt, const store::QaTexts& texts)
 {
-    return
-        [this, cnt, question, answer, question_column = m_course.Q_FIELD.text, answer_column = m_course.A_FIELD.text] {
-            platform::TableCursor& row = m_course.qa_recordset();
-            row.seek(std::int64_t{cnt});
-            return !row.no_match() && store::stored_text(row.field(question_column)) == question &&
-                   store::stored_text(row.field(answer_column)) == answer;
-        };
+    return [this, cnt, texts] {
+        const auto record = store::find_record(m_course.database(), cnt);
+        return record && record->q == texts.q && record->a == texts.a;
+    };
 }
 
 std::optional<common::Int16> RecordBank::stored_after_all()
@@ -100,63 +91,33 @@ std::optional<common::Int16> RecordBank::stored_after_all()
 
 void RecordBank::change_record(common::Int16 cnt, const std::string& question, const std::string& answer)
 {
+    const store::QaTexts texts = store::texts_by_column(m_course.Q_FIELD, question, answer);
     store::CourseTransaction transaction(m_course);
-    m_course.seek_record(cnt);
-    m_course.qa_recordset().edit();
-    store_texts(question, answer);
+    if (store::change_texts(m_course.database(), cnt, texts) == 0)
+        throw store::RecordGone();
     // Texts that were there before tell nothing, but then the counters do.
-    transaction.commit({.is_stored = [this, same_texts = texts_are_stored(cnt, question, answer)] {
-        return same_texts() && starts_anew(m_course.qa_recordset());
+    transaction.commit({.is_stored = [this, cnt, texts] {
+        const auto record = store::find_record(m_course.database(), cnt);
+        return record && record->q == texts.q && record->a == texts.a && starts_anew(*record);
     }});
-}
-
-/// Gives the row in progress its texts and counters, and stores it.
-void RecordBank::store_texts(const std::string& question, const std::string& answer)
-{
-    platform::TableCursor& qa_recordset = m_course.qa_recordset();
-    try {
-        qa_recordset.set(m_course.Q_FIELD.text, question);
-        qa_recordset.set(m_course.A_FIELD.text, answer);
-        for (const store::SideFields* side : {&m_course.Q_FIELD, &m_course.A_FIELD}) {
-            for (const std::string* counter : {&side->attempts, &side->fails, &side->successes})
-                qa_recordset.set(*counter, std::int64_t{0});
-        }
-        qa_recordset.update();
-    } catch (...) {
-        qa_recordset.cancel();
-        throw;
-    }
 }
 
 void RecordBank::delete_record(common::Int16 cnt)
 {
     store::CourseTransaction transaction(m_course);
-    m_course.seek_record(cnt);
-    m_course.qa_recordset().delete_row();
-    const auto is_stored = [this, cnt] {
-        m_course.qa_recordset().seek(std::int64_t{cnt});
-        return m_course.qa_recordset().no_match();
-    };
+    if (store::delete_record(m_course.database(), cnt) == 0)
+        throw store::RecordGone();
+    const auto is_stored = [this, cnt] { return !store::find_record(m_course.database(), cnt); };
     transaction.commit({.is_stored = is_stored, .when_stored_after_all = [this] { --m_course.record_count; }});
     --m_course.record_count;
 }
 
 std::optional<FoundRecord> RecordBank::find(const std::string& column, const std::string& text)
 {
-    platform::TableCursor& qa_recordset = m_course.qa_recordset();
-    qa_recordset.set_index(column);
-    std::optional<FoundRecord> found;
-    try {
-        qa_recordset.seek(text);
-        if (!qa_recordset.no_match())
-            found = {.cnt = qa_recordset.field("cnt"),
-                     .answer = store::stored_text(qa_recordset.field(m_course.A_FIELD.text))};
-    } catch (...) {
-        qa_recordset.set_index("PrimaryKey");
-        throw;
-    }
-    qa_recordset.set_index("PrimaryKey");
-    return found;
+    const auto record = store::first_with_text(m_course.database(), column, text);
+    if (!record)
+        return std::nullopt;
+    return FoundRecord{.cnt = record->cnt, .answer = store::side_of(*record, m_course.A_FIELD).text};
 }
 
 } // namespace cuedrill::bank

@@ -3,6 +3,7 @@
 #include "bank/edit_flags.h"
 #include "platform/desktop.h"
 #include "store/course.h"
+#include "store/records.h"
 
 #include <cstddef>
 #include <functional>
@@ -14,8 +15,8 @@ namespace cuedrill::bank {
 
 /// A record that was looked for by one of its texts.
 struct FoundRecord {
-    platform::Value cnt; ///< its number; in a course made elsewhere it may need more than 16 bits
-    std::string answer;  ///< text on the answer side
+    std::int64_t cnt = 0; ///< its number; in a course made elsewhere it may need more than 16 bits
+    std::string answer{}; ///< text on the answer side
 };
 
 /// The one place where records of the open course come into being, are changed and go. Showing them is up to the
@@ -63,10 +64,8 @@ public:
     [[nodiscard]] std::optional<FoundRecord> find(const std::string& column, const std::string& text);
 
 private:
-    void store_texts(const std::string& question, const std::string& answer);
     /// A function that tells whether the record has these texts.
-    [[nodiscard]] std::function<bool()> texts_are_stored(common::Int16 cnt, const std::string& question,
-                                                         const std::string& answer);
+    [[nodiscard]] std::function<bool()> texts_are_stored(common::Int16 cnt, const store::QaTexts& texts);
 
     store::Course& m_course;
     EditFlags& m_flags;

@@ -169,7 +169,7 @@ bool RecordEditor::answer_is_taken(const RecordTexts& texts)
 bool RecordEditor::another_has(const std::string& text)
 {
     const std::optional<FoundRecord> found = m_bank.find(column_without_duplicates, text);
-    return found && (m_flags.new_mode || found->cnt != platform::Value(std::int64_t{m_course.current_cnt}));
+    return found && (m_flags.new_mode || found->cnt != std::int64_t{m_course.current_cnt});
 }
 
 void RecordEditor::store(const RecordTexts& texts)

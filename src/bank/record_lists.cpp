@@ -358,7 +358,7 @@ void RecordLists::listav_click(const std::string& line)
             show_the_other_way();
         return;
     }
-    m_course.current_cnt = store::nz_int16(record->cnt, "record number");
+    m_course.current_cnt = common::to_int16(record->cnt, "record number");
     m_screen.show_chosen_record();
 }
 

@@ -1,6 +1,7 @@
 #include "drill/hints.h"
 
 #include "common/text.h"
+#include "store/records.h"
 
 #include <algorithm>
 #include <set>
@@ -22,15 +23,14 @@ public:
         m_count = highest - m_lowest + 1;
         if (m_count == record_count)
             return;
-        const auto rows = database.open_recordset("Select cnt from qa order by cnt");
-        for (; !rows->eof(); rows->move_next())
-            m_numbers.push_back(rows->field(0));
+        for (const platform::Row row : database.query("Select cnt from qa order by cnt"))
+            m_numbers.push_back(static_cast<std::int64_t>(store::nz(row.field(0))));
         m_count = static_cast<std::int64_t>(m_numbers.size());
     }
 
     [[nodiscard]] std::int64_t count() const { return m_count; }
 
-    [[nodiscard]] platform::Value at(std::int64_t position) const
+    [[nodiscard]] std::int64_t at(std::int64_t position) const
     {
         if (m_numbers.empty())
             return m_lowest + position;
@@ -40,7 +40,7 @@ public:
 private:
     std::int64_t m_lowest;
     std::int64_t m_count = 0;
-    std::vector<platform::Value> m_numbers;
+    std::vector<std::int64_t> m_numbers;
 };
 
 bool is_letter_or_digit(char character)
@@ -66,17 +66,16 @@ std::vector<std::string> Hints::draw_answers()
     if (sample <= 0)
         return answers;
     const RecordNumbers numbers(m_course.database(), m_course.record_count);
-    platform::TableCursor& qa_recordset = m_course.qa_recordset();
     const std::int64_t place_of_answer = draw_position(sample);
     for (std::int64_t place = 0; place < sample; ++place) {
         if (place == place_of_answer) {
             answers.push_back(m_state.loaded_answer);
             continue;
         }
-        qa_recordset.seek(numbers.at(draw_position(numbers.count())));
         // Only a record that another program has just deleted is missing.
-        if (!qa_recordset.no_match())
-            answers.push_back(store::stored_answer(qa_recordset.field(m_course.A_FIELD.text)));
+        const std::int64_t cnt = numbers.at(draw_position(numbers.count()));
+        if (const auto record = store::find_record(m_course.database(), cnt))
+            answers.push_back(store::shown_answer(store::side_of(*record, m_course.A_FIELD).text));
     }
     return answers;
 }

@@ -115,19 +115,17 @@ void QuestionView::let_me_type()
 
 void QuestionView::load_current_record()
 {
-    platform::TableCursor& qa_recordset = m_course.qa_recordset();
-    qa_recordset.seek(std::int64_t{m_course.current_cnt});
-    if (qa_recordset.no_match()) {
+    const auto record = store::find_record(m_course.database(), m_course.current_cnt);
+    if (!record) {
         withdraw_question();
         return;
     }
     forget_answer();
-    std::string question = store::stored_text(qa_recordset.field(m_course.Q_FIELD.text));
-    std::string answer = store::stored_answer(qa_recordset.field(m_course.A_FIELD.text));
-    show_figures(qa_recordset, m_clock.now());
+    store::RecordSide asked = store::side_of(*record, m_course.Q_FIELD);
+    show_figures(asked, m_clock.now());
 
-    m_state.loaded_question = std::move(question);
-    m_state.loaded_answer = std::move(answer);
+    m_state.loaded_question = std::move(asked.text);
+    m_state.loaded_answer = store::shown_answer(store::side_of(*record, m_course.A_FIELD).text);
     m_state.displayed_at = m_clock.seconds_since_midnight();
     show_texts(m_state.loaded_question);
 }
@@ -136,21 +134,18 @@ void QuestionView::refresh_figures()
 {
     if (m_course.current_cnt == 0)
         return;
-    platform::TableCursor& qa_recordset = m_course.qa_recordset();
-    qa_recordset.seek(std::int64_t{m_course.current_cnt});
-    if (!qa_recordset.no_match())
-        show_figures(qa_recordset, m_clock.now());
+    if (const auto record = store::find_record(m_course.database(), m_course.current_cnt))
+        show_figures(store::side_of(*record, m_course.Q_FIELD), m_clock.now());
 }
 
-void QuestionView::show_figures(const platform::TableCursor& row, common::DateTime now)
+void QuestionView::show_figures(const store::RecordSide& asked, common::DateTime now)
 {
     // Courses made elsewhere may hold any number here. It is only shown, so it need not fit the 16 bits of a verdict.
-    const store::SideFields& asked = m_course.Q_FIELD;
-    const double level = std::clamp<double>(store::nz(row.field(asked.successes)), 0, scheduler::highest_level);
-    const auto tested = store::stored_date(row.field(asked.date_last_test));
-    m_form1.PANEL_Q_LEVEL.set_caption(common::format_general(level));
-    m_form1.PANEL_Q_ATTEMPTS.set_caption(common::format_general(store::nz(row.field(asked.attempts))));
-    m_form1.PANEL_FAILS.set_caption(common::format_general(store::nz(row.field(asked.fails))));
+    const auto level = std::clamp<std::int64_t>(asked.successes, 0, scheduler::highest_level);
+    const auto tested = asked.date_last_test;
+    m_form1.PANEL_Q_LEVEL.set_caption(std::to_string(level));
+    m_form1.PANEL_Q_ATTEMPTS.set_caption(std::to_string(asked.attempts));
+    m_form1.PANEL_FAILS.set_caption(std::to_string(asked.fails));
     m_form1.PANEL_ELAPSED.set_caption(
         tested ? common::format_hours_minutes(static_cast<double>(common::seconds_between(*tested, now))) : "");
 }

@@ -9,6 +9,7 @@
 #include "platform/form1.h"
 #include "scheduler/ports.h"
 #include "store/course.h"
+#include "store/records.h"
 
 #include <string>
 #include <string_view>
@@ -70,7 +71,7 @@ private:
     void load_current_record();
     void ask();
     void announce();
-    void show_figures(const platform::TableCursor& row, common::DateTime now);
+    void show_figures(const store::RecordSide& asked, common::DateTime now);
     void show_texts(std::string_view question);
     template <class Show>
     void or_withdraw(Show show);

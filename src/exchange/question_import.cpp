@@ -202,9 +202,8 @@ void QuestionImport::commit_group()
 {
     const std::int64_t added = m_stored - m_committed;
     const auto is_stored = [this, added, cnt = m_course.current_cnt, question = m_last_question] {
-        m_course.qa_recordset().seek(std::int64_t{cnt});
-        return added == 0 || (!m_course.qa_recordset().no_match() &&
-                              store::stored_text(m_course.qa_recordset().field(m_course.Q_FIELD.text)) == question);
+        const auto last = store::find_record(m_course.database(), cnt);
+        return added == 0 || (last && store::side_of(*last, m_course.Q_FIELD).text == question);
     };
     try {
         m_group->commit(

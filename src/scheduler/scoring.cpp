@@ -9,19 +9,11 @@
 namespace cuedrill::scheduler {
 namespace {
 
-using platform::TableCursor;
-using platform::Value;
-
 /// A question that was never tested counts as tested so many days ago: a first success leads to level 3.
 constexpr double elapsed_of_untested = 0.4;
 
 constexpr int status_seconds = 5;
 constexpr int last_panel = 5;
-
-std::int64_t as_value(common::Int16 number)
-{
-    return number;
-}
 
 /// Levels of courses made elsewhere are shown inside their range.
 std::string shown_level(common::Int16 level)
@@ -29,28 +21,14 @@ std::string shown_level(common::Int16 level)
     return std::to_string(std::clamp<int>(level, 0, highest_level));
 }
 
-/// Adds one to a counter of the row in progress.
-void count_up(TableCursor& qa_recordset, const std::string& column, const char* what)
+/// A stored counter with one more.
+common::Int16 counted_up(std::int64_t count, const char* what)
 {
-    const common::Int16 count = store::nz_int16(qa_recordset.field(column), what);
-    qa_recordset.set(column, as_value(common::to_int16(std::int64_t{count} + 1, what)));
+    return common::to_int16(std::int64_t{common::to_int16(count, what)} + 1, what);
 }
 
-bool is_row(TableCursor& qa_recordset, common::Int16 cnt)
+double elapsed_since_test(const std::optional<common::DateTime>& tested, common::DateTime now)
 {
-    qa_recordset.seek(as_value(cnt));
-    return !qa_recordset.no_match();
-}
-
-void stamp_test(TableCursor& qa_recordset, const store::SideFields& asked, common::DateTime now)
-{
-    qa_recordset.set(asked.date_last_test, now.day_number());
-    qa_recordset.set(asked.date_last_show, now.day_number());
-}
-
-double elapsed_since_test(const Value& date_last_test, common::DateTime now)
-{
-    const auto tested = store::stored_date(date_last_test);
     return tested ? std::max(common::days_between(*tested, now), 0.0) : elapsed_of_untested;
 }
 
@@ -64,10 +42,11 @@ Scoring::Scoring(store::Course& course, store::CourseParamsStore& params, const 
 {
 }
 
-/// Finds the row of the current record; whether it exists.
-bool Scoring::seek_current()
+/// The asked side of the record as the course holds it now; nothing when there is no such record.
+std::optional<store::RecordSide> Scoring::asked_side(common::Int16 cnt) const
 {
-    return is_row(m_course.qa_recordset(), m_course.current_cnt);
+    const auto record = store::find_record(m_course.database(), cnt);
+    return record ? std::optional(store::side_of(*record, m_course.Q_FIELD)) : std::nullopt;
 }
 
 /// The parameters with the day's score changed.
@@ -81,28 +60,23 @@ store::CourseParams Scoring::with_score(int change) const
 void Scoring::set_success()
 {
     const common::DateTime now = m_clock.now();
-    const store::SideFields& asked = m_course.Q_FIELD;
-    TableCursor& qa_recordset = m_course.qa_recordset();
     std::optional<platform::BusyPointer> busy(m_desktop);
     store::CourseTransaction transaction(m_course);
-    if (!seek_current()) {
+    const auto before = asked_side(m_course.current_cnt);
+    if (!before) {
         transaction.undo();
         busy.reset();
         m_desktop.message_box({.text = "nomatch in set_success"});
         m_end_of_program.end_program();
     }
-    const double elapsed = elapsed_since_test(qa_recordset.field(asked.date_last_test), now);
-    const common::Int16 old_score = store::nz_int16(qa_recordset.field(asked.successes), "level");
+    const double elapsed = elapsed_since_test(before->date_last_test, now);
+    const common::Int16 old_score = common::to_int16(before->successes, "level");
     const common::Int16 new_score = std::max(old_score, static_cast<common::Int16>(m_dead_times.proven_level(elapsed)));
-    const store::CourseParams params = with_score(new_score > 1 ? 1 : 0);
-
-    qa_recordset.edit();
-    qa_recordset.set(asked.successes, as_value(new_score));
-    count_up(qa_recordset, asked.attempts, "number of attempts");
-    stamp_test(qa_recordset, asked, now);
-    qa_recordset.update();
-    m_params.save_counters(params, now);
-    commit_verdict(transaction, {.cnt = m_course.current_cnt, .old_score = old_score}, params, now);
+    store_verdict(transaction, {.cnt = m_course.current_cnt, .old_score = old_score}, with_score(new_score > 1 ? 1 : 0),
+                  {.successes = new_score,
+                   .attempts = counted_up(before->attempts, "number of attempts"),
+                   .fails = {},
+                   .tested = now});
     tell_success(old_score, new_score, elapsed);
     after_verdict(new_score);
     busy.reset();
@@ -123,45 +97,41 @@ void Scoring::set_failure()
     m_views.status.ShowStatus("", 0);
     const platform::BusyPointer busy(m_desktop);
     const common::DateTime now = m_clock.now();
-    const store::SideFields& asked = m_course.Q_FIELD;
-    TableCursor& qa_recordset = m_course.qa_recordset();
     store::CourseTransaction transaction(m_course);
-    if (!seek_current()) {
+    const auto before = asked_side(m_course.current_cnt);
+    if (!before) {
         transaction.undo();
         m_views.display.withdraw_question();
         m_course.record_count = m_course.count_records();
         refresh_counts();
         throw store::RecordGone();
     }
-    qa_recordset.edit();
-    const common::Int16 old_score = store::nz_int16(qa_recordset.field(asked.successes), "level");
-    const store::CourseParams params = with_score(old_score > 0 ? -1 : 0);
-
-    qa_recordset.set(asked.successes, as_value(0));
-    count_up(qa_recordset, asked.fails, "number of failures");
-    stamp_test(qa_recordset, asked, now);
-    count_up(qa_recordset, asked.attempts, "number of attempts");
-    qa_recordset.update();
-    m_params.save_counters(params, now);
-    commit_verdict(transaction, {.cnt = m_course.current_cnt, .old_score = old_score}, params, now);
+    const common::Int16 old_score = common::to_int16(before->successes, "level");
+    const common::Int16 fails = counted_up(before->fails, "number of failures");
+    store_verdict(transaction, {.cnt = m_course.current_cnt, .old_score = old_score},
+                  with_score(old_score > 0 ? -1 : 0),
+                  {.successes = 0,
+                   .attempts = counted_up(before->attempts, "number of attempts"),
+                   .fails = fails,
+                   .tested = now});
     after_verdict(0);
 }
 
-/// Stores the verdict that was written into the current row at `now`, then takes it into memory.
-void Scoring::commit_verdict(store::CourseTransaction& transaction, const LastVerdict& verdict,
-                             const store::CourseParams& params, common::DateTime now)
+/// Stores what the verdict leaves on the record and the counters of the day, ends the transaction, and takes it into
+/// memory.
+void Scoring::store_verdict(store::CourseTransaction& transaction, const LastVerdict& verdict,
+                            const store::CourseParams& params, const store::StoredVerdict& stored)
 {
-    const store::SideFields& asked = m_course.Q_FIELD;
+    if (store::store_verdict(m_course.database(), verdict.cnt, m_course.Q_FIELD, stored) == 0)
+        throw store::RecordGone();
+    m_params.save_counters(params, stored.tested);
     const auto take_over = [this, verdict, score = params.score_today] {
         m_course.params.score_today = score;
         m_last_verdict = verdict;
     };
-    const auto is_stored = [this, cnt = verdict.cnt, attempts_column = asked.attempts,
-                            date_column = asked.date_last_test,
-                            attempts = store::nz(m_course.qa_recordset().field(asked.attempts)), now] {
-        const TableCursor& row = m_course.qa_recordset();
-        return is_row(m_course.qa_recordset(), cnt) && store::nz(row.field(attempts_column)) == attempts &&
-               store::stored_date(row.field(date_column)) == now;
+    const auto is_stored = [this, cnt = verdict.cnt, stored] {
+        const auto side = asked_side(cnt);
+        return side && side->attempts == stored.attempts && side->date_last_test == stored.tested;
     };
     try {
         transaction.commit({.is_stored = is_stored, .when_stored_after_all = take_over});
@@ -198,16 +168,13 @@ void Scoring::StampLastShow()
         return;
     const platform::BusyPointer busy(m_desktop);
     store::CourseTransaction transaction(m_course);
-    if (!seek_current())
-        return;
-    TableCursor& qa_recordset = m_course.qa_recordset();
+    const common::Int16 cnt = m_course.current_cnt;
     const common::DateTime now = m_clock.now();
-    const std::string column = m_course.Q_FIELD.date_last_show;
-    qa_recordset.edit();
-    qa_recordset.set(column, now.day_number());
-    qa_recordset.update();
-    transaction.commit({.is_stored = [this, cnt = m_course.current_cnt, column, now] {
-        return is_row(m_course.qa_recordset(), cnt) && store::stored_date(m_course.qa_recordset().field(column)) == now;
+    if (store::stamp_last_show(m_course.database(), cnt, m_course.Q_FIELD, now) == 0)
+        return;
+    transaction.commit({.is_stored = [this, cnt, now] {
+        const auto side = asked_side(cnt);
+        return side && side->date_last_show == now;
     }});
 }
 
@@ -232,16 +199,12 @@ void Scoring::m_undo()
 
 void Scoring::restore_level(const LastVerdict& verdict)
 {
-    TableCursor& qa_recordset = m_course.qa_recordset();
     store::CourseTransaction transaction(m_course);
-    m_course.seek_record(verdict.cnt);
-    const std::string column = m_course.Q_FIELD.successes;
-    qa_recordset.edit();
-    qa_recordset.set(column, as_value(verdict.old_score));
-    qa_recordset.update();
-    transaction.commit({.is_stored = [this, verdict, column] {
-        return is_row(m_course.qa_recordset(), verdict.cnt) &&
-               store::nz(m_course.qa_recordset().field(column)) == verdict.old_score;
+    if (store::set_level(m_course.database(), verdict.cnt, m_course.Q_FIELD, verdict.old_score) == 0)
+        throw store::RecordGone();
+    transaction.commit({.is_stored = [this, verdict] {
+        const auto side = asked_side(verdict.cnt);
+        return side && side->successes == verdict.old_score;
     }});
 }
 

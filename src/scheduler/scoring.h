@@ -11,6 +11,7 @@
 #include "store/course.h"
 #include "store/course_params.h"
 #include "store/course_transaction.h"
+#include "store/records.h"
 
 #include <optional>
 
@@ -67,11 +68,11 @@ private:
         common::Int16 old_score = 0; ///< level before the verdict
     };
 
-    bool seek_current();
+    [[nodiscard]] std::optional<store::RecordSide> asked_side(common::Int16 cnt) const;
     [[nodiscard]] store::CourseParams with_score(int change) const;
     void restore_level(const LastVerdict& verdict);
-    void commit_verdict(store::CourseTransaction& transaction, const LastVerdict& verdict,
-                        const store::CourseParams& params, common::DateTime now);
+    void store_verdict(store::CourseTransaction& transaction, const LastVerdict& verdict,
+                       const store::CourseParams& params, const store::StoredVerdict& stored);
     void after_verdict(common::Int16 new_score);
     void reset_all();
     bool nothing_tested();

@@ -13,37 +13,17 @@ using platform::DatabaseError;
 using platform::DatabaseErrorKind;
 using platform::Value;
 
-platform::TableCursor& Course::qa_recordset()
-{
-    if (!m_qa_recordset)
-        throw DatabaseError(DatabaseErrorKind::other, 0, "No course is open.");
-    return *m_qa_recordset;
-}
-
-void Course::seek_record(common::Int16 cnt)
-{
-    qa_recordset().seek(std::int64_t{cnt});
-    if (qa_recordset().no_match())
-        throw RecordGone();
-}
-
 void Course::apri_db()
 {
     m_database.open(db_path, course_tables());
-    try {
-        m_qa_recordset = m_database.open_table("qa");
-        m_qa_recordset->set_index("PrimaryKey");
-    } catch (...) {
-        close();
-        throw;
-    }
+    m_open = true;
 }
 
 void Course::close() noexcept
 {
     m_in_use = false;
     unsettled.reset();
-    m_qa_recordset.reset();
+    m_open = false;
     m_database.close();
 }
 
@@ -128,9 +108,8 @@ std::string stored_text(Value&& value)
     return stored_text(std::as_const(value));
 }
 
-std::string stored_answer(const Value& value)
+std::string shown_answer(std::string answer)
 {
-    std::string answer = stored_text(value);
     if (answer.ends_with(common::cr_lf))
         answer.resize(answer.size() - common::cr_lf.size());
     return answer;

@@ -80,17 +80,9 @@ public:
 
     [[nodiscard]] platform::Database& database() { return m_database; }
 
-    /// The cursor on `qa` by its number.
-    /// @throws platform::DatabaseError when no course is open.
-    [[nodiscard]] platform::TableCursor& qa_recordset();
+    [[nodiscard]] bool is_open() const { return m_open; }
 
-    [[nodiscard]] bool is_open() const { return m_qa_recordset != nullptr; }
-
-    /// Makes the record the current row of `qa_recordset`.
-    /// @throws RecordGone when there is none of that number; platform::DatabaseError
-    void seek_record(common::Int16 cnt);
-
-    /// Opens the file at `db_path` for reading and writing, and the cursor on `qa`.
+    /// Opens the file at `db_path` for reading and writing.
     /// @throws platform::DatabaseError; no file is open then.
     void apri_db();
 
@@ -102,7 +94,7 @@ public:
     /// Whether work time is being counted. A course that is open but not yet read has no counters to be stored.
     [[nodiscard]] bool is_in_use() const { return m_in_use; }
 
-    /// Closes the cursor and the file, if they are open.
+    /// Closes the file, if it is open.
     void close() noexcept;
 
     /// Fixes which columns are asked, by `params.invert`.
@@ -117,7 +109,7 @@ public:
 
 private:
     platform::Database& m_database;
-    std::unique_ptr<platform::TableCursor> m_qa_recordset;
+    bool m_open = false;
     common::DateTime m_counted_from;
     bool m_in_use = false;
 };
@@ -147,6 +139,6 @@ std::string stored_text(const platform::Value& value);
 std::string stored_text(platform::Value&& value);
 
 /// A stored answer as it is shown: without the line end that may stand behind it.
-std::string stored_answer(const platform::Value& value);
+std::string shown_answer(std::string answer);
 
 } // namespace cuedrill::store

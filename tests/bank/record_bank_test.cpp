@@ -221,7 +221,7 @@ TEST_P(FailingStore, leaves_nothing_behind_and_may_be_repeated)
     EXPECT_EQ(course.record_count, 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Steps, FailingStore, testing::Values(Operation::begin, Operation::update, Operation::commit));
+INSTANTIATE_TEST_SUITE_P(Steps, FailingStore, testing::Values(Operation::begin, Operation::execute, Operation::commit));
 
 } // namespace
 } // namespace cuedrill::bank

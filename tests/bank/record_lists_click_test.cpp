@@ -43,13 +43,6 @@ protected:
         EXPECT_EQ(course.current_cnt, current_before) << line;
         EXPECT_EQ(screen.chosen, chosen_before) << line;
     }
-
-    void expect_found_by_number(std::int64_t number)
-    {
-        course.qa_recordset().seek(number);
-        ASSERT_FALSE(course.qa_recordset().no_match());
-        EXPECT_EQ(course.qa_recordset().field("cnt"), platform::Value(number));
-    }
 };
 
 INSTANTIATE_TEST_SUITE_P(Directions, ListClick, testing::Bool(), direction_name);
@@ -61,7 +54,6 @@ TEST_P(ListClick, puts_the_record_of_the_line_on_display)
     click(1);
     EXPECT_EQ(course.current_cnt, 2);
     EXPECT_EQ(screen.chosen, Numbers{2});
-    expect_found_by_number(3);
 }
 
 TEST_P(ListClick, finds_the_record_of_a_line_with_an_answer)
@@ -121,7 +113,6 @@ TEST_P(ListClick, finds_by_the_answer_after_a_search_of_answers)
     ASSERT_EQ(screen.lines, (Lines{"00 - Paris", "00 - Texas"}));
     click(0);
     EXPECT_EQ(screen.chosen, Numbers{1});
-    expect_found_by_number(2);
 }
 
 TEST_P(ListClick, finds_by_the_question_again_after_any_other_list)
@@ -162,7 +153,6 @@ TEST_P(ListClick, tells_that_a_record_has_vanished)
     database.execute("Delete from qa where cnt = 2");
     expect_no_match(screen.lines.at(1));
     EXPECT_TRUE(screen.shown);
-    expect_found_by_number(3);
 }
 
 TEST_P(ListClick, does_not_find_a_question_that_holds_a_star_or_an_arrow)
@@ -223,7 +213,6 @@ TEST_P(ListClick, refuses_a_number_beyond_16_bits)
     }
     EXPECT_EQ(course.current_cnt, 1);
     EXPECT_TRUE(screen.chosen.empty());
-    expect_found_by_number(1);
     click(1);
     EXPECT_EQ(screen.chosen, Numbers{32767});
 }
@@ -232,11 +221,10 @@ TEST_P(ListClick, that_cannot_read_the_course_chooses_nothing_and_may_be_repeate
 {
     open_three();
     lists.m_show_all();
-    database.fail_at(Operation::seek);
+    database.fail_at(Operation::query);
     EXPECT_THROW(click(1), platform::DatabaseError);
     EXPECT_EQ(course.current_cnt, 1);
     EXPECT_TRUE(screen.chosen.empty());
-    expect_found_by_number(3);
     click(1);
     EXPECT_EQ(screen.chosen, Numbers{2});
 }

@@ -21,7 +21,7 @@ TEST_P(RecalledList, is_the_last_one_without_answers)
     EXPECT_EQ(screen.lists_shown, 2);
     expect_status("Lines of the last list: 2");
     EXPECT_TRUE(database.statements().empty());
-    EXPECT_EQ(database.count(Operation::seek), 0);
+    EXPECT_EQ(database.count(Operation::query), 0);
 }
 
 TEST_P(RecalledList, is_what_was_read_then)

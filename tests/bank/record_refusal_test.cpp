@@ -48,7 +48,7 @@ TEST_P(FailingSave, of_a_change_changes_nothing_and_may_be_repeated)
 
 // The first seek looks for the question among those that are there.
 INSTANTIATE_TEST_SUITE_P(Steps, FailingSave,
-                         testing::Values(Operation::seek, Operation::begin, Operation::update, Operation::commit));
+                         testing::Values(Operation::query, Operation::begin, Operation::execute, Operation::commit));
 
 class Refused : public Straight {};
 
@@ -172,7 +172,7 @@ TEST_F(FailedCommit, of_unknown_outcome_is_not_saved_twice_nor_refused_for_its_o
         const int before_it = stored ? 3 : 4;
         begin_new(question, "Madrid");
         database.fail_commit(stored);
-        database.fail_at(Operation::seek, 2); // the first one looks for a duplicate
+        database.fail_at(Operation::query, 3); // those before look for a duplicate and for the number
         expect_unknown();
         EXPECT_EQ(course.record_count, before_it);
         EXPECT_EQ(editor.save_record(), SaveResult::saved);
@@ -188,7 +188,7 @@ TEST_F(FailedCommit, of_unknown_outcome_lets_the_texts_be_changed_before_the_nex
 {
     begin_new("Spain?", "Madrid");
     database.fail_commit(true);
-    database.fail_at(Operation::seek, 2);
+    database.fail_at(Operation::query, 3);
     expect_unknown();
     view.typed = {"Italy?", "Madrid"};
     desktop.expect_box("Question is already in database.");
@@ -203,7 +203,7 @@ TEST_F(FailedCommit, of_unknown_outcome_does_not_touch_another_new_record)
 {
     begin_new("Spain?", "Madrid");
     database.fail_commit(true);
-    database.fail_at(Operation::seek, 2);
+    database.fail_at(Operation::query, 3);
     expect_unknown();
     begin_new("Portugal?", "Lisbon");
     EXPECT_EQ(editor.save_record(), SaveResult::saved);
@@ -233,9 +233,9 @@ TEST_F(FailedCommit, of_a_change_of_unknown_outcome_may_be_repeated)
 {
     begin_change("Gaul?", "Lutetia");
     database.fail_commit(true);
-    database.fail_at(Operation::seek, 3); // those before look for a duplicate and for the record
+    database.fail_at(Operation::query, 2); // the first one looks for a duplicate
     expect_unknown();
-    database.fail_at(Operation::seek); // it is still unknown
+    database.fail_at(Operation::query); // it is still unknown
     expect_unknown();
     EXPECT_EQ(editor.save_record(), SaveResult::saved);
     expect_texts(0, "Gaul?", "Lutetia");
@@ -255,7 +255,7 @@ TEST_F(FailedCommit, of_a_deletion_is_told_as_it_is)
         EXPECT_EQ(file().qa.size(), 2U);
     }
     database.fail_commit(true);
-    database.fail_at(Operation::seek, 2);
+    database.fail_at(Operation::query);
     EXPECT_THROW(bank.delete_record(2), store::OutcomeUnknown);
     EXPECT_EQ(course.record_count, 2);
     statistics.refresh_counts();

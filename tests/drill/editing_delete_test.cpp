@@ -162,7 +162,7 @@ TEST_P(FailingDeleteInTheWindow, keeps_the_question_on_display_and_may_be_repeat
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, FailingDeleteInTheWindow,
-                         testing::Values(Operation::begin, Operation::seek, Operation::commit));
+                         testing::Values(Operation::begin, Operation::execute, Operation::commit));
 
 class DeleteTheLastRecord : public DrillFixture, public testing::WithParamInterface<bool> {};
 

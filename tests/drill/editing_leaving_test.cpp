@@ -334,7 +334,7 @@ TEST_F(NextQuestionInTheEditor, does_not_come_when_the_texts_cannot_be_stored)
 {
     write_new("Norway?", "Oslo");
     expect_offer(BoxAnswer::yes);
-    database.fail_at(fakes::Operation::update);
+    database.fail_at(fakes::Operation::execute);
     desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe course " + path +
                        " could not be read or written.\r\n\r\nThe disk is full.");
     toolbar(1);

@@ -197,13 +197,13 @@ TEST_F(SaveInTheWindow, that_fails_keeps_the_editor_open_and_may_be_repeated)
 
 TEST_F(SaveInTheWindow, whose_record_cannot_be_read_afterwards_leaves_the_texts_and_says_that_they_are_saved)
 {
-    for (const Operation operation : {Operation::open_recordset, Operation::seek}) {
+    for (const Operation operation : {Operation::open_recordset, Operation::query}) {
         SCOPED_TRACE(static_cast<int>(operation));
         const bool first = operation == Operation::open_recordset;
         const std::string text = first ? "Norway?" : "Sweden?";
         write_new(text, "North");
-        // The seeks for the duplicate and for the four counters come first.
-        database.fail_at(operation, first ? 1 : 2, DatabaseErrorKind::input_output, "It cannot be read.");
+        // The queries for a duplicate and for the number of the record come first.
+        database.fail_at(operation, first ? 1 : 3, DatabaseErrorKind::input_output, "It cannot be read.");
         desktop.expect_box("The question and its answer are saved, but they cannot be shown now.\r\n\r\nThe course " +
                            path + " could not be read or written.\r\n\r\nIt cannot be read.");
         toolbar(10);
@@ -223,7 +223,7 @@ TEST_F(SaveInTheWindow, of_unknown_outcome_keeps_the_editor_open_and_finds_out_a
 {
     write_new("Norway?", "Oslo");
     database.fail_commit(true);
-    database.fail_at(Operation::seek, 2);
+    database.fail_at(Operation::query, 3);
     desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
                        "\r\n\r\nThe course " +
                        path +

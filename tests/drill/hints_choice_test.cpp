@@ -379,7 +379,7 @@ TEST_P(ChosenWordFailure, of_a_failure_leaves_the_words_before_it)
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, ChosenWordFailure,
-                         testing::Values(fakes::Operation::begin, fakes::Operation::update, fakes::Operation::commit));
+                         testing::Values(fakes::Operation::begin, fakes::Operation::execute, fakes::Operation::commit));
 
 } // namespace
 } // namespace cuedrill::drill

@@ -265,7 +265,7 @@ TEST_P(TypedVerdictFailure, of_a_wrong_answer_leaves_it_to_be_judged_again)
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, TypedVerdictFailure,
-                         testing::Values(fakes::Operation::begin, fakes::Operation::seek, fakes::Operation::edit,
+                         testing::Values(fakes::Operation::begin, fakes::Operation::query, fakes::Operation::execute,
                                          fakes::Operation::update, fakes::Operation::commit));
 
 class AnswerAfterAHint : public DrillFixture {

@@ -92,9 +92,7 @@ TEST_P(FailingWrite, of_the_stamp_keeps_the_question_on_display)
     EXPECT_EQ(question(), "Italy?");
 }
 
-INSTANTIATE_TEST_SUITE_P(Steps, FailingWrite,
-                         testing::Values(Operation::begin, Operation::seek, Operation::edit, Operation::update,
-                                         Operation::commit));
+INSTANTIATE_TEST_SUITE_P(Steps, FailingWrite, testing::Values(Operation::begin, Operation::execute, Operation::commit));
 
 TEST_F(FailingVerdict, counts_after_a_success_leave_one_verdict_and_no_question)
 {
@@ -133,7 +131,7 @@ TEST_F(FailingVerdict, selection_after_a_verdict_leaves_one_verdict_and_no_quest
 
 TEST_F(FailingVerdict, display_of_the_next_question_leaves_no_question_that_nobody_has_seen)
 {
-    fail_at(Operation::seek, 6); // the first ones find the record that is judged and the four counters
+    fail_at(Operation::query, 2); // the first one reads the record that is judged
     yes();
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
     expect_nothing_to_judge();
@@ -155,7 +153,7 @@ TEST_F(FailingVerdict, selection_after_a_skipped_question_leaves_no_question)
 TEST_F(FailingVerdict, awaited_by_key_goes_on_being_awaited)
 {
     choose("m_show_answer");
-    fail_at(Operation::update);
+    fail_at(Operation::execute);
     EXPECT_FALSE(press("+"));
     EXPECT_EQ(stored(1), before);
     EXPECT_TRUE(logic->state.AwaitingVerdict);
@@ -167,7 +165,7 @@ TEST_F(FailingVerdict, awaited_by_key_goes_on_being_awaited)
 TEST_F(FailingVerdict, awaited_by_key_leaves_the_request_for_it)
 {
     choose("m_show_answer");
-    fail_at(Operation::update);
+    fail_at(Operation::execute);
     EXPECT_FALSE(press("-"));
     EXPECT_EQ(stored(1), before);
     EXPECT_TRUE(logic->state.AwaitingVerdict);
@@ -183,7 +181,7 @@ TEST_F(FailingVerdict, awaited_by_key_empties_the_status_line_while_a_failure_is
 {
     choose("m_show_answer");
     database.at_each_call([this](Operation operation) {
-        if (operation == Operation::update) {
+        if (operation == Operation::execute) {
             EXPECT_EQ(status(), "");
         }
     });
@@ -193,7 +191,7 @@ TEST_F(FailingVerdict, awaited_by_key_empties_the_status_line_while_a_failure_is
 
 TEST_F(FailingVerdict, that_nobody_was_asked_for_by_key_leaves_no_request)
 {
-    fail_at(Operation::update);
+    fail_at(Operation::execute);
     no();
     EXPECT_EQ(status(), "");
 }
@@ -247,7 +245,7 @@ TEST_F(FailingVerdict, no_on_a_record_that_another_program_has_deleted_says_so)
 TEST_F(FailingVerdict, of_unknown_outcome_leaves_nothing_to_judge_and_shows_what_is_found_out)
 {
     database.fail_commit(true);
-    database.fail_at(Operation::seek, 6); // the first ones find the record and the four counters
+    database.fail_at(Operation::query, 2); // the first one reads the record
     desktop.expect_box("The course " + path +
                        " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
                        "stored, because the course cannot be read again.");

@@ -59,9 +59,9 @@ TEST_P(FailingImport, tells_how_many_records_are_stored)
 INSTANTIATE_TEST_SUITE_P(
     Steps, FailingImport,
     testing::Values(
-        Failure{"full_at_the_first_record", Operation::update, 1, DatabaseErrorKind::full, 0},
-        Failure{"full_at_the_third_record", Operation::update, 3, DatabaseErrorKind::full, 2},
-        Failure{"input_output_at_the_last_record", Operation::update, 5, DatabaseErrorKind::input_output, 4},
+        Failure{"full_at_the_first_record", Operation::execute, 1, DatabaseErrorKind::full, 0},
+        Failure{"full_at_the_third_record", Operation::execute, 3, DatabaseErrorKind::full, 2},
+        Failure{"input_output_at_the_last_record", Operation::execute, 5, DatabaseErrorKind::input_output, 4},
         Failure{"locked_at_the_beginning", Operation::begin, 1, DatabaseErrorKind::locked, 0},
         Failure{"at_the_beginning_of_the_second_record", Operation::begin, 3, DatabaseErrorKind::input_output, 1},
         Failure{"at_the_end_of_the_second_record", Operation::commit, 2, DatabaseErrorKind::full, 1},
@@ -120,7 +120,7 @@ TEST_F(StoppedImport, counts_nothing_of_a_group_that_is_not_stored)
 TEST_F(StoppedImport, says_of_how_many_records_nobody_can_tell_and_counts_them_later)
 {
     database.fail_commit(true);
-    database.fail_at(Operation::seek);
+    database.fail_at(Operation::query, 6); // those before tell the numbers of the records
     desktop.expect_box(stopped("The commit failed. It is not known whether the change is stored, because the course "
                                "cannot be read again.",
                                0) +
@@ -170,7 +170,7 @@ TEST_F(StoppedImport, takes_back_what_a_lack_of_memory_keeps_from_being_committe
 
 TEST_F(StoppedImport, lists_what_was_refused_before)
 {
-    database.fail_at(Operation::update, 2); // the refused record comes to no update
+    database.fail_at(Operation::execute, 2); // the refused record is not written
     desktop.expect_box(stopped("The disk is full.", 1));
     desktop.expect_box("Refused, and not stored: 1");
     import("@Q@ a @A@ b @Q@ " + std::string(201, 'q') + " @A@ b @Q@ c @A@ d");

@@ -241,7 +241,7 @@ TEST_F(Import, lists_both_texts_where_both_are_refused)
 /// What the course alone knows to refuse cannot be told of one text.
 TEST_F(Import, lists_both_texts_where_the_course_refuses_the_record)
 {
-    database.fail_at(fakes::Operation::update, 1, platform::DatabaseErrorKind::constraint, "It is not wanted.");
+    database.fail_at(fakes::Operation::execute, 1, platform::DatabaseErrorKind::constraint, "It is not wanted.");
     desktop.expect_box(inserted(1));
     desktop.expect_box_like({.text = "Refused, and not stored: 1",
                              .icon = BoxIcon::exclamation,

@@ -30,7 +30,7 @@ protected:
     }
 
     /// The seek that looks for the verdict comes behind those for the record and the four counters.
-    void make_unreadable() { database.fail_at(Operation::seek, 6); }
+    void make_unreadable() { database.fail_at(Operation::query, 2); }
 };
 
 TEST_P(FailedCommit, of_a_verdict_that_is_stored_counts_it_once)
@@ -132,7 +132,7 @@ TEST_F(FailedCommit, of_an_undo_is_told_as_it_is)
     scoring.m_undo();
 
     database.fail_commit(true);
-    database.fail_at(Operation::seek, 2);
+    database.fail_at(Operation::query);
     desktop.expect_box("The commit failed. It is not known whether the change is stored, because the course cannot be "
                        "read again.");
     scoring.m_undo();

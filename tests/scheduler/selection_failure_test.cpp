@@ -64,7 +64,7 @@ TEST_F(SelectionFailure, of_a_number_beyond_16_bits_writes_nothing)
     EXPECT_THROW(selection.next_question(), common::OverflowError);
     expect_no_question();
     EXPECT_EQ(file(), before);
-    EXPECT_EQ(database.count(Operation::update), 0);
+    EXPECT_EQ(database.count(Operation::execute), 0);
 }
 
 TEST_F(SelectionFailure, does_not_come_of_the_largest_number_of_16_bits)

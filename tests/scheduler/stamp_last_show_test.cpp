@@ -76,8 +76,7 @@ TEST_P(FailingStamp, changes_nothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(AtEveryStep, FailingStamp,
-                         testing::Values(Operation::begin, Operation::seek, Operation::edit, Operation::update,
-                                         Operation::commit));
+                         testing::Values(Operation::begin, Operation::execute, Operation::commit));
 
 } // namespace
 } // namespace cuedrill::scheduler

@@ -224,7 +224,7 @@ TEST_F(Success, is_not_stored_when_the_score_cannot_be)
 {
     open_with_history(2, 2h);
     const auto before = file();
-    database.fail_at(fakes::Operation::update, 2); // the first one is that of the record
+    database.fail_at(fakes::Operation::update);
     EXPECT_THROW(scoring.set_success(), platform::DatabaseError);
     EXPECT_EQ(file(), before);
     EXPECT_EQ(course.params.score_today, 0);

@@ -154,8 +154,7 @@ TEST_P(FailingUndo, is_told_and_changes_nothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(AtEveryStep, FailingUndo,
-                         testing::Values(Operation::begin, Operation::seek, Operation::edit, Operation::update,
-                                         Operation::commit));
+                         testing::Values(Operation::begin, Operation::execute, Operation::commit));
 
 TEST_F(Undo, of_a_record_that_has_vanished_is_told)
 {

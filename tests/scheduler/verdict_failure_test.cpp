@@ -67,7 +67,7 @@ TEST_P(UnstoredVerdict, changes_nothing_and_can_be_given_again)
 
 INSTANTIATE_TEST_SUITE_P(AtEveryStep, UnstoredVerdict,
                          testing::Combine(testing::Values(Verdict::success, Verdict::failure),
-                                          testing::Values(Operation::begin, Operation::seek, Operation::edit,
+                                          testing::Values(Operation::begin, Operation::query, Operation::execute,
                                                           Operation::update, Operation::commit)));
 
 TEST_F(VerdictFailure, of_a_failure_comes_after_the_status_line_was_emptied)

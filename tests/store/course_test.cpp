@@ -16,17 +16,6 @@ using platform::Value;
 
 class OpenCourse : public CourseFixture {};
 
-TEST_F(OpenCourse, has_a_cursor_that_finds_records_by_number)
-{
-    CourseBuilder builder;
-    builder.question("Rome");
-    builder.question("Paris");
-    open(builder);
-    course.qa_recordset().seek(std::int64_t{2});
-    ASSERT_FALSE(course.qa_recordset().no_match());
-    EXPECT_EQ(course.qa_recordset().field("q"), Value("Paris"));
-}
-
 TEST_F(OpenCourse, counts_its_records)
 {
     CourseBuilder builder;
@@ -59,21 +48,6 @@ TEST_F(OpenCourse, closes_and_opens_again)
     course.close();
     course.apri_db();
     EXPECT_TRUE(course.is_open());
-}
-
-TEST_F(OpenCourse, has_no_cursor_while_it_is_closed)
-{
-    EXPECT_THROW((void)course.qa_recordset(), DatabaseError);
-}
-
-TEST_F(OpenCourse, is_closed_again_when_its_cursor_cannot_be_opened)
-{
-    const std::string path = CourseBuilder().write(folder);
-    course.db_path = path;
-    database.fail_at(Operation::open_table);
-    EXPECT_THROW(course.apri_db(), DatabaseError);
-    EXPECT_FALSE(course.is_open());
-    EXPECT_FALSE(database.is_open());
 }
 
 TEST_F(OpenCourse, reports_a_missing_file_unchanged)

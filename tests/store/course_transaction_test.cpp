@@ -1,5 +1,6 @@
 #include "course_fixture.h"
 #include "store/course_transaction.h"
+#include "store/records.h"
 
 #include <gtest/gtest.h>
 
@@ -20,15 +21,11 @@ protected:
     void change_answer()
     {
         CourseTransaction transaction(course);
-        course.seek_record(1);
-        course.qa_recordset().edit();
-        course.qa_recordset().set("a", "Lutetia");
-        course.qa_recordset().update();
+        ASSERT_EQ(change_texts(database, 1, {.q = "France?", .a = "Lutetia"}), 1);
         transaction.commit({.is_stored =
                                 [this] {
                                     ++questions;
-                                    course.seek_record(1);
-                                    return stored_text(course.qa_recordset().field("a")) == "Lutetia";
+                                    return find_record(database, 1).value().a == "Lutetia";
                                 },
                             .when_stored_after_all = [this] { ++late; }});
     }
@@ -72,7 +69,7 @@ TEST_F(CommitOrFindOut, says_so_where_the_course_cannot_be_read_again)
         SCOPED_TRACE(stored);
         late = 0;
         database.fail_commit(stored);
-        database.fail_at(fakes::Operation::seek, 2);
+        database.fail_at(fakes::Operation::query);
         try {
             change_answer();
             ADD_FAILURE() << "nothing was thrown";
@@ -81,7 +78,7 @@ TEST_F(CommitOrFindOut, says_so_where_the_course_cannot_be_read_again)
                                        "course cannot be read again.");
             EXPECT_EQ(error.kind(), platform::DatabaseErrorKind::input_output);
         }
-        database.fail_at(fakes::Operation::seek);
+        database.fail_at(fakes::Operation::query);
         EXPECT_THROW(settle(course), OutcomeUnknown);
         settle(course);
         EXPECT_EQ(late, stored ? 1 : 0);
@@ -94,7 +91,7 @@ TEST_F(CommitOrFindOut, says_so_where_the_course_cannot_be_read_again)
 TEST_F(CommitOrFindOut, settles_before_the_next_transaction)
 {
     database.fail_commit(true);
-    database.fail_at(fakes::Operation::seek, 2);
+    database.fail_at(fakes::Operation::query);
     EXPECT_THROW(change_answer(), OutcomeUnknown);
     const CourseTransaction next(course);
     EXPECT_EQ(late, 1);
@@ -103,9 +100,9 @@ TEST_F(CommitOrFindOut, settles_before_the_next_transaction)
 TEST_F(CommitOrFindOut, begins_nothing_while_it_cannot_settle)
 {
     database.fail_commit(true);
-    database.fail_at(fakes::Operation::seek, 2);
+    database.fail_at(fakes::Operation::query);
     EXPECT_THROW(change_answer(), OutcomeUnknown);
-    database.fail_at(fakes::Operation::seek);
+    database.fail_at(fakes::Operation::query);
     try {
         const CourseTransaction next(course);
         ADD_FAILURE() << "it has begun";
@@ -122,7 +119,7 @@ TEST_F(CommitOrFindOut, begins_nothing_while_it_cannot_settle)
 TEST_F(CommitOrFindOut, leaves_nothing_open_when_the_course_is_closed)
 {
     database.fail_commit(true);
-    database.fail_at(fakes::Operation::seek, 2);
+    database.fail_at(fakes::Operation::query);
     EXPECT_THROW(change_answer(), OutcomeUnknown);
     course.close();
     settle(course);

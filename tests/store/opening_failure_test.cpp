@@ -149,7 +149,7 @@ TEST_F(OpeningFailure, is_told_again_for_every_attempt_that_fails)
 TEST_F(OpeningFailure, is_traced_with_path_and_reason)
 {
     remember(sound);
-    database.fail_at(Operation::open_table);
+    database.fail_at(Operation::open);
     expect_refusal_box(sound, fakes::RecordingDatabase::failure_words);
     desktop.expect_file({});
     EXPECT_FALSE(opener.apertura_db());
