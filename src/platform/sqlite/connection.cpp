@@ -32,7 +32,7 @@ constexpr sqlite3_int64 most_memory = 160 * 1024 * 1024;
 
 /// A hostile file can make a look into it as long as it likes, also without being large. Processor time, so that a slow
 /// disk does not count.
-constexpr std::clock_t most_time = 2 * CLOCKS_PER_SEC;
+constexpr std::clock_t most_time = 3 * CLOCKS_PER_SEC / 2;
 constexpr int steps_between_looks_at_the_clock = 1000;
 
 int is_out_of_time(void* started)

@@ -41,6 +41,8 @@ public:
     [[nodiscard]] std::array<unsigned char, header_size> header();
     /// Whether a read of the file, its journal or its log has failed so far.
     [[nodiscard]] bool read_failed() const noexcept { return m_files.read_failed(); }
+    /// Whether a tree of pages that goes deeper than any sound one is damage.
+    void limit_depth(bool limited) noexcept { m_files.limit_depth(limited); }
     /// Whether closing the last connection carries a write-ahead log over into the file.
     void set_checkpoint_at_close(bool checkpoint);
     /// The settings under which a course is worked with: rollback journal, durable when a commit returns, and room for

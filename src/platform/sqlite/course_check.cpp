@@ -152,7 +152,9 @@ int code_in(std::string_view report)
 void check_soundness(Connection& connection)
 {
     Statement check = connection.prepare("PRAGMA main.quick_check(1)");
+    connection.limit_depth(true);
     const std::string report = check.step() ? check.text(0) : std::string("no result");
+    connection.limit_depth(false);
     if (report == "ok")
         return;
     // Its first line only says which database is meant.

@@ -31,13 +31,26 @@ struct Neighbour {
     int unusable; ///< the result where something else has its name
 };
 
+/// What the open files of a system have in common.
+struct Common {
+    std::string course;
+    bool read_failed = false;
+    int write_error = 0; ///< errno of the last write that failed
+    bool limits_depth = false;
+    int inner_pages = 0; ///< pages above other pages that were read one after the other
+};
+
 /// The start of every file that the engine opens through `CourseFiles`; the file of the real system stands behind it.
 struct CourseFile {
     sqlite3_file base;
-    bool* read_failed;
-    int* write_error;
-    const char* course; ///< the path; only for the course itself
+    Common* common;
+    int flags; ///< with which it was opened
 };
+
+CourseFile& opened(sqlite3_file* file)
+{
+    return *reinterpret_cast<CourseFile*>(file);
+}
 
 sqlite3_file* real(sqlite3_file* file)
 {
@@ -49,11 +62,29 @@ int close_file(sqlite3_file* file)
     return real(file)->pMethods == nullptr ? SQLITE_OK : real(file)->pMethods->xClose(real(file));
 }
 
+// No tree of a course is deeper than a few pages, and its leaves are read in between, where they are not in memory.
+constexpr int most_inner_pages = 2000;
+constexpr int smallest_page = 512;
+
+/// The engine's check goes down a tree by calling itself: a chain of pages, each above the next one, would take all of
+/// the stack.
+int check_depth(Common& common, const void* page)
+{
+    constexpr unsigned char inner_page_of_index = 2;
+    constexpr unsigned char inner_page_of_table = 5;
+    const unsigned char kind = *static_cast<const unsigned char*>(page);
+    common.inner_pages = kind == inner_page_of_index || kind == inner_page_of_table ? common.inner_pages + 1 : 0;
+    return common.inner_pages > most_inner_pages ? SQLITE_CORRUPT : SQLITE_OK;
+}
+
 int read_file(sqlite3_file* file, void* bytes, int count, sqlite3_int64 place)
 {
+    Common& common = *opened(file).common;
     const int code = real(file)->pMethods->xRead(real(file), bytes, count, place);
     if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ)
-        *reinterpret_cast<CourseFile*>(file)->read_failed = true;
+        common.read_failed = true;
+    if (code == SQLITE_OK && common.limits_depth && count >= smallest_page)
+        return check_depth(common, bytes);
     return code;
 }
 
@@ -62,8 +93,7 @@ int write_file(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 p
 {
     const int code = real(file)->pMethods->xWrite(real(file), bytes, count, place);
     if (code == SQLITE_IOERR_WRITE)
-        real(file)->pMethods->xFileControl(real(file), SQLITE_FCNTL_LAST_ERRNO,
-                                           reinterpret_cast<CourseFile*>(file)->write_error);
+        real(file)->pMethods->xFileControl(real(file), SQLITE_FCNTL_LAST_ERRNO, &opened(file).common->write_error);
     return code;
 }
 
@@ -80,11 +110,11 @@ int tell_whether_moved(const char* course, sqlite3_file* inner, void* moved)
 
 int control_file(sqlite3_file* file, int operation, void* argument)
 {
-    const CourseFile& opened = *reinterpret_cast<CourseFile*>(file);
-    if (operation == SQLITE_FCNTL_HAS_MOVED && opened.course != nullptr)
-        return tell_whether_moved(opened.course, real(file), argument);
-    if (operation == SQLITE_FCNTL_LAST_ERRNO && *opened.write_error != 0) {
-        *static_cast<int*>(argument) = *opened.write_error;
+    const Common& common = *opened(file).common;
+    if (operation == SQLITE_FCNTL_HAS_MOVED && (opened(file).flags & SQLITE_OPEN_MAIN_DB) != 0)
+        return tell_whether_moved(common.course.c_str(), real(file), argument);
+    if (operation == SQLITE_FCNTL_LAST_ERRNO && common.write_error != 0) {
+        *static_cast<int*>(argument) = common.write_error;
         return SQLITE_OK;
     }
     return real(file)->pMethods->xFileControl(real(file), operation, argument);
@@ -152,14 +182,37 @@ int check_start_of_journal(sqlite3_file* file)
     return std::memcmp(start.data(), "SQLite format 3", start.size()) == 0 ? journal_is_unusable : SQLITE_OK;
 }
 
-int check_journal(sqlite3_file* file)
+/// A journal tells how large the file was, and the engine makes it as large again, with nothing in it.
+int check_stated_size(sqlite3_file* file, const std::string& course)
+{
+    constexpr std::array<unsigned char, 8> start_of_journal{0xD9, 0xD5, 0x05, 0xF9, 0x20, 0xA1, 0x63, 0xD7};
+    constexpr std::uint64_t most_growth = 1024 * 1024 * 1024;
+    constexpr std::size_t place_of_pages = 16;
+    constexpr std::size_t place_of_page_size = 24;
+    std::array<unsigned char, 28> header{};
+    const int code = file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0);
+    if (code != SQLITE_OK)
+        return code == SQLITE_IOERR_SHORT_READ ? SQLITE_OK : code;
+    struct stat status {};
+    if (std::memcmp(header.data(), start_of_journal.data(), start_of_journal.size()) != 0 ||
+        ::stat(course.c_str(), &status) != 0)
+        return SQLITE_OK;
+    const std::uint64_t stated =
+        std::uint64_t{number_at(&header[place_of_pages])} * number_at(&header[place_of_page_size]);
+    return stated > static_cast<std::uint64_t>(status.st_size) + most_growth ? journal_is_unusable : SQLITE_OK;
+}
+
+int check_journal(sqlite3_file* file, const std::string& course)
 {
     sqlite3_int64 size = 0;
     const int code = file->pMethods->xFileSize(file, &size);
     if (code != SQLITE_OK || size == 0)
         return code;
     const int end = check_end_of_journal(file, size);
-    return end == SQLITE_OK ? check_start_of_journal(file) : end;
+    if (end != SQLITE_OK)
+        return end;
+    const int start = check_start_of_journal(file);
+    return start == SQLITE_OK ? check_stated_size(file, course) : start;
 }
 
 /// A link would lead the engine to another file, a second name means that the file is somebody else's too, and a pipe
@@ -180,12 +233,12 @@ int check_kind(const Neighbour& neighbour, bool& exists)
 
 struct CourseFiles::System {
     explicit System(const std::string& course_path)
-        : course(course_path), journal{course_path + journal_ending, journal_is_unusable}, log{course_path + log_ending,
-                                                                                               log_is_unusable},
+        : journal{course_path + journal_ending, journal_is_unusable}, log{course_path + log_ending, log_is_unusable},
           real_system(sqlite3_vfs_find(nullptr)),
           // Several courses may be open at once, so each system has a name of its own.
           name("cuedrill-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)))
     {
+        common.course = course_path;
     }
 
     static System& of(sqlite3_vfs* vfs) { return *static_cast<System*>(vfs->pAppData); }
@@ -203,15 +256,13 @@ struct CourseFiles::System {
     [[nodiscard]] int check_name(const char* path, int flags) const;
     void make_interface();
 
-    std::string course;
+    Common common;
     Neighbour journal;
     Neighbour log;
     sqlite3_vfs* real_system;
     std::string name;
     sqlite3_vfs interface {
     };
-    bool read_failed = false;
-    int write_error = 0; ///< errno of the last write that failed
 };
 
 int CourseFiles::System::check_name(const char* path, int flags) const
@@ -219,7 +270,7 @@ int CourseFiles::System::check_name(const char* path, int flags) const
     if ((flags & SQLITE_OPEN_SUPER_JOURNAL) != 0)
         return journal_names_a_file;
     if ((flags & SQLITE_OPEN_MAIN_DB) != 0)
-        return path != nullptr && course == path ? SQLITE_OK : SQLITE_CANTOPEN;
+        return path != nullptr && common.course == path ? SQLITE_OK : SQLITE_CANTOPEN;
     const Neighbour* const found = neighbour(path);
     const int kinds = flags & (SQLITE_OPEN_MAIN_JOURNAL | SQLITE_OPEN_WAL);
     if (found == nullptr || kinds != (found == &journal ? SQLITE_OPEN_MAIN_JOURNAL : SQLITE_OPEN_WAL))
@@ -238,16 +289,14 @@ int CourseFiles::System::open(const char* path, sqlite3_file* file, int flags, i
     std::memset(static_cast<void*>(inner), 0, static_cast<std::size_t>(real_system->szOsFile));
     code = real_system->xOpen(real_system, path, inner, flags, flags_out);
     if (code == SQLITE_OK && (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0) {
-        code = check_journal(inner);
+        code = check_journal(inner, common.course);
         if (code != SQLITE_OK)
             inner->pMethods->xClose(inner);
     }
     if (code != SQLITE_OK)
         return code;
-    auto* const opened = reinterpret_cast<CourseFile*>(file);
-    opened->read_failed = &read_failed;
-    opened->write_error = &write_error;
-    opened->course = (flags & SQLITE_OPEN_MAIN_DB) != 0 ? course.c_str() : nullptr;
+    opened(file).common = &common;
+    opened(file).flags = flags;
     file->pMethods = &methods_of_course_file;
     return SQLITE_OK;
 }
@@ -280,8 +329,8 @@ void CourseFiles::System::make_interface()
     };
     interface.xFullPathname = [](sqlite3_vfs* vfs, const char* path, int size, char* full) {
         const System& system = of(vfs);
-        return system.course == path ? system.real_system->xFullPathname(system.real_system, path, size, full)
-                                     : SQLITE_CANTOPEN;
+        return system.common.course == path ? system.real_system->xFullPathname(system.real_system, path, size, full)
+                                            : SQLITE_CANTOPEN;
     };
     interface.xDlOpen = [](sqlite3_vfs*, const char*) { return static_cast<void*>(nullptr); };
 }
@@ -308,7 +357,13 @@ const char* CourseFiles::name() const noexcept
 
 bool CourseFiles::read_failed() const noexcept
 {
-    return m_system->read_failed;
+    return m_system->common.read_failed;
+}
+
+void CourseFiles::limit_depth(bool limited) noexcept
+{
+    m_system->common.limits_depth = limited;
+    m_system->common.inner_pages = 0;
 }
 
 std::optional<DatabaseError> error_of_course_files(int code, std::string_view course)
@@ -325,8 +380,9 @@ std::optional<DatabaseError> error_of_course_files(int code, std::string_view co
                                  "from.");
     return DatabaseError(DatabaseErrorKind::damaged, code,
                          "Beside it lies " + file +
-                             ", which is no file of the course: it is a link, a folder, a pipe, another course, or has "
-                             "a second name. Nothing was changed. Give it another name or place, then open the course "
+                             ", which is no file of the course: it is a link, a folder, a pipe, another course, the "
+                             "journal of a far larger file, or has a second name. Nothing was changed. Give it another "
+                             "name or place, then open the course "
                              "again.");
 }
 

@@ -31,6 +31,10 @@ public:
     /// Whether a read of one of the files has failed so far. The engine's check does not always say so.
     [[nodiscard]] bool read_failed() const noexcept;
 
+    /// Whether a tree of pages that goes deeper than any sound one is damage. For the engine's check, which would
+    /// follow it to the end of the stack.
+    void limit_depth(bool limited) noexcept;
+
 private:
     struct System;
     std::unique_ptr<System> m_system;

@@ -11,6 +11,7 @@
 #include "platform/sqlite/table_layout.h"
 
 #include <algorithm>
+#include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -166,6 +167,19 @@ void SqliteDatabase::open(const std::string& path, const std::vector<TableDefini
 }
 
 void SqliteDatabase::open_checked(const std::string& file, TableLayouts layouts)
+{
+    try {
+        open_within_bounds(file, std::move(layouts));
+    } catch (const DatabaseError& error) {
+        // The engine has a share of the memory only, and needs little of it for a course.
+        if ((error.code() & 0xFF) != SQLITE_NOMEM && error.code() != SQLITE_IOERR_NOMEM)
+            throw;
+        throw DatabaseError(DatabaseErrorKind::not_a_course, error.code(),
+                            "It would take too much memory to be looked through.");
+    }
+}
+
+void SqliteDatabase::open_within_bounds(const std::string& file, TableLayouts layouts)
 {
     const LogFile log(file);
     const auto connection = std::make_shared<Connection>(file, m_compare, m_busy_timeout);

@@ -56,6 +56,7 @@ private:
     [[nodiscard]] Connection& require_course() const;
     [[nodiscard]] Connection& require_creation() const;
     void open_checked(const std::string& file, TableLayouts layouts);
+    void open_within_bounds(const std::string& file, TableLayouts layouts);
     void order_now_or_later(Connection& connection);
 
     const TextCompare& m_compare;

@@ -86,8 +86,8 @@ protected:
         "The file beside it, course.crs-journal, names another file that would be deleted. Nothing was changed or "
         "deleted. No course of this program has such a file: get the course once more from where it came from.";
     const std::string no_file_of_the_course =
-        ", which is no file of the course: it is a link, a folder, a pipe, another course, or has a second name. "
-        "Nothing was changed. Give it another name or place, then open the course again.";
+        ", which is no file of the course: it is a link, a folder, a pipe, another course, the journal of a far larger "
+        "file, or has a second name. Nothing was changed. Give it another name or place, then open the course again.";
 };
 
 TEST_F(Neighbours, AJournalOfNothingButTheNameOfAFileRefusesTheCourse)
@@ -231,6 +231,15 @@ TEST_F(Neighbours, WhatIsNoFileOfTheCoursesOwnRefusesIt)
 TEST_F(Neighbours, ACourseThatIsCalledLikeTheJournalIsNotDeleted)
 {
     std::filesystem::copy(path, journal);
+    EXPECT_EQ(refused(), "Beside it lies course.crs-journal" + no_file_of_the_course);
+}
+
+// The engine would make the course as large as its journal says that it was.
+TEST_F(Neighbours, AJournalOfAFarLargerFileRefusesTheCourse)
+{
+    const std::string header = "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7" + big_endian(0) + big_endian(1) +
+                               big_endian(0xFFFFFFFE) + big_endian(512) + big_endian(4096);
+    write_bytes(journal, header + std::string(512 - header.size(), '\0'));
     EXPECT_EQ(refused(), "Beside it lies course.crs-journal" + no_file_of_the_course);
 }
 

@@ -42,7 +42,7 @@ protected:
         const auto names = folder.names();
         const std::string words = error_words(kind, [&] { database.open(path, tables()); });
         EXPECT_FALSE(database.is_open());
-        EXPECT_EQ(bytes_of(path), bytes) << "the file was changed";
+        EXPECT_TRUE(bytes_of(path) == bytes) << "the file was changed";
         EXPECT_EQ(folder.names(), names);
         return words;
     }
@@ -281,6 +281,48 @@ TEST_F(Refusal, ATextThatIsFarTooLongByItsRecordAndLength)
     rewrite("UPDATE qa SET q = 'x', a = printf('%.*c', 20000000, 'x') WHERE cnt = 7");
     EXPECT_EQ(refused(DatabaseErrorKind::damaged), "The text in column a of record 7 of its table qa has 20000000 "
                                                    "characters; more than 10000 cannot be read.");
+}
+
+TEST_F(Refusal, AChainOfPagesThatWouldTakeTheWholeStack)
+{
+    constexpr std::size_t page = 512;
+    constexpr std::size_t pages = 100'000;
+    rewrite("PRAGMA page_size = 512; VACUUM; CREATE TABLE deep (x)");
+    const std::size_t root =
+        std::stoul(RawConnection(path).query("SELECT rootpage FROM sqlite_schema WHERE name = 'deep'"));
+    std::string all = bytes_of(path);
+    const std::size_t last = all.size() / page;
+    const auto big_endian = [](std::size_t number) {
+        std::string bytes;
+        for (unsigned shift = 32; shift > 0; shift -= 8)
+            bytes += static_cast<char>((number >> (shift - 8)) & 0xFFU);
+        return bytes;
+    };
+    // A page of a table that holds nothing but one page below it, and at the end an empty one without any.
+    const auto inner = [&](std::size_t below) {
+        return (std::string("\x05\0\0\0\0\x02\0\0", 8) + big_endian(below)).append(page - 12, '\0');
+    };
+    all.replace((root - 1) * page, page, inner(last + 1));
+    for (std::size_t i = 1; i < pages; ++i)
+        all += inner(last + i + 1);
+    all += std::string("\x0D\0\0\0\0\x02\0\0", 8).append(page - 8, '\0');
+    all.replace(28, 4, big_endian(last + pages));
+    write_bytes(path, all);
+    const std::string words = refused(DatabaseErrorKind::damaged);
+    EXPECT_TRUE(words.starts_with("It is damaged (")) << words;
+}
+
+// The engine says that it has no memory also where its check would be a program of too many steps.
+TEST_F(Refusal, AFileWhoseRulesAreTooMany)
+{
+    std::string rule = "CASE a";
+    for (int i = 0; i < 1500; ++i)
+        rule += " WHEN " + std::to_string(i) + " THEN b";
+    std::string definitions = "BEGIN; ";
+    for (int i = 0; i < 60; ++i)
+        definitions += "CREATE TABLE t" + std::to_string(i) + " (a, b, CHECK (" + rule + " END)); ";
+    rewrite(definitions + "COMMIT");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It would take too much memory to be looked through.");
 }
 
 TEST_F(Refusal, AFileThatTakesTooLong)
