@@ -230,6 +230,8 @@ void show_details(QMessageBox& widget, const MessageBox& box)
     auto* const grid = qobject_cast<QGridLayout*>(widget.layout());
     auto* const text = new QPlainTextEdit(to_qt(box.details), &widget);
     text->setReadOnly(true);
+    // As it comes, a text that is read-only has no caret, so neither the keyboard nor a screen reader gets through it.
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     text->setTabChangesFocus(true);
     text->setAccessibleName(to_qt(box.text));
     text->setMinimumSize(560, 240);

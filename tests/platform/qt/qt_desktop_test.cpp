@@ -102,6 +102,20 @@ TEST_F(QtDesktopTest, DetailsAreShownAtOnce)
     desktop.message_box({.text = "t", .details = "first\r\nsecond"});
 }
 
+TEST_F(QtDesktopTest, DetailsCanBeReadWithTheKeyboard)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        auto* const details = box.findChild<QPlainTextEdit*>();
+        ASSERT_NE(details, nullptr);
+        EXPECT_TRUE(details->focusPolicy() & Qt::TabFocus);
+        EXPECT_EQ(details->accessibleName(), "t");
+        press_key(*details, Qt::Key_Down);
+        EXPECT_EQ(details->textCursor().position(), 6) << "at the second line";
+        box.accept();
+    });
+    desktop.message_box({.text = "t", .details = "first\r\nsecond"});
+}
+
 TEST_F(QtDesktopTest, AQuestionGivesTheButtonThatWasPressed)
 {
     const MessageBox question{.text = "Really?", .buttons = BoxButtons::yes_no, .icon = BoxIcon::question};
