@@ -15,18 +15,21 @@ constexpr double composed_echo_seconds = 0.7;
 bool may_begin_answer(const platform::KeyPress& press)
 {
     constexpr std::string_view others = "+-* ";
-    return press.key == platform::Key::character && others.find(press.character) == std::string_view::npos;
+    return press.key == platform::Key::character && press.modifier == platform::KeyModifier::none &&
+           others.find(press.character) == std::string_view::npos;
 }
 
 } // namespace
 
 bool KeyEcho::is_echo(const platform::KeyPress& press)
 {
-    const bool same = m_listening && press.key == m_last.key && press.character == m_last.character;
+    const bool same = m_listening && press.key == m_last.key && press.character == m_last.character &&
+                      press.modifier == m_last.modifier;
     if (same && press.auto_repeat)
         return true;
     const double now = m_clock.steady_seconds();
-    if (same && !may_begin_answer(press) && now - m_at < (press.composed ? composed_echo_seconds : echo_seconds)) {
+    if (same && !m_box_closed && !may_begin_answer(press) &&
+        now - m_at < (press.composed ? composed_echo_seconds : echo_seconds)) {
         if (press.composed)
             m_at = now;
         return true;
@@ -42,6 +45,11 @@ void KeyEcho::listen(const platform::KeyPress& press)
     m_last = press;
     m_at = m_clock.steady_seconds();
     m_listening = true;
+}
+
+void KeyEcho::note_box_closed()
+{
+    m_box_closed = true;
 }
 
 } // namespace cuedrill::drill

@@ -20,10 +20,17 @@ public:
     void run(const platform::KeyPress& press, Command command)
     {
         listen(press);
+        m_box_closed = false;
         command();
-        // A press that has waited for the end of a long command is an echo as well.
-        listen(press);
+        // A press that has waited for the end of a long command is an echo as well. After a box it is not: the user has
+        // seen what the first press did, and has released the key to close it.
+        if (!m_box_closed)
+            listen(press);
     }
+
+    /// To be told within a command when the user has closed a box. From then on only the repetitions of the command's
+    /// key, which is held down, are echoes.
+    void note_box_closed();
 
 private:
     void listen(const platform::KeyPress& press);
@@ -32,6 +39,7 @@ private:
     platform::KeyPress m_last;
     double m_at = 0; ///< steady seconds
     bool m_listening = false;
+    bool m_box_closed = false; ///< in the command that runs, or has run last
 };
 
 } // namespace cuedrill::drill

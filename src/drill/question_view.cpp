@@ -197,8 +197,7 @@ void QuestionView::RevealAnswer()
     m_state.answer_revealed = true;
     leave_list();
     m_layout.RelayoutWindow();
-    m_form1.window.announce((m_state.SelfJudgement == "-" ? "Not known. Answer: " : "Answer: ") +
-                            m_state.loaded_answer);
+    m_form1.window.announce("Answer: " + m_state.loaded_answer);
 }
 
 void QuestionView::show_answer_for_editing()

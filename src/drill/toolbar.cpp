@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 namespace cuedrill::drill {
 namespace {
@@ -28,6 +29,9 @@ constexpr std::array<ToolbarRow, platform::toolbar_buttons> toolbar_table{{
 }};
 
 constexpr int insert_button = 9;
+
+/// The letters with which Alt opens the menus of the bar.
+constexpr std::string_view letters_of_menus = "flasio";
 
 const ToolbarRow& row(int index)
 {
@@ -59,6 +63,7 @@ void Toolbar::SetToolbarCaptions()
 {
     for (int index = 1; index <= platform::toolbar_buttons; ++index) {
         pb(index).set_caption(row(index).caption);
+        pb(index).show_access_letter(button_with_access_letter(row(index).key).has_value());
         pb(index).set_width(pb(index).width() + SnapToGrid(row(index).extra_width));
     }
 }
@@ -76,6 +81,11 @@ std::optional<int> Toolbar::button_with_key(char key)
             return index;
     }
     return std::nullopt;
+}
+
+std::optional<int> Toolbar::button_with_access_letter(char key)
+{
+    return letters_of_menus.find(key) == std::string_view::npos ? button_with_key(key) : std::nullopt;
 }
 
 void Toolbar::RunToolbarCommand(int index)
@@ -106,7 +116,7 @@ void Toolbar::run(int index)
         return m_editor.begin_edit();
     case insert_button:
         return m_editor.begin_new_record();
-    case 10:
+    case save_button:
         return save();
     default:
         return m_editor.delete_record();

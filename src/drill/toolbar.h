@@ -17,6 +17,9 @@ common::Twips SnapToGrid(common::Twips x);
 /// The number of the button that counts the statistics anew and shows them.
 inline constexpr int statistics_button = 3;
 
+/// The number of the button that saves the record in the editor.
+inline constexpr int save_button = 10;
+
 /// The row of buttons `pb`, numbered from 1 to 11.
 class Toolbar {
 public:
@@ -39,6 +42,9 @@ public:
 
     /// The button that has this key, a letter in lower case; nothing when none has.
     [[nodiscard]] static std::optional<int> button_with_key(char key);
+
+    /// The button that has this key also together with Alt, because no menu has the letter; nothing when none has.
+    [[nodiscard]] static std::optional<int> button_with_access_letter(char key);
 
 private:
     void SetToolbarCaptions();

@@ -82,6 +82,9 @@ void TypedAnswer::reveal()
 {
     if (m_services.layout.question_on_display())
         m_services.view.RevealAnswer();
+    // Nothing is scored yet.
+    if (m_services.layout.answer_on_display() && m_state.SelfJudgement == "-")
+        m_services.status.ask_for_verdict();
 }
 
 void TypedAnswer::on_enter()
@@ -166,6 +169,7 @@ void TypedAnswer::msgbox_incorrect_answer(const std::string& typed, const std::s
                                     .icon = platform::BoxIcon::information,
                                     .title = "Wrong answer",
                                     .marked = std::move(marked)});
+    m_services.echo.note_box_closed();
     m_services.status.reset_status();
 }
 

@@ -7,6 +7,7 @@
 namespace cuedrill::drill {
 
 using platform::Key;
+using platform::KeyModifier;
 
 bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 {
@@ -15,6 +16,8 @@ bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
     // A new text may be begun meanwhile.
     if (!m_services.editor.editing() && m_services.pause.holds(press))
         return true;
+    if (press.modifier != KeyModifier::none)
+        return on_combination(press);
     if (press.key == Key::enter)
         return on_enter(press);
     if (press.key == Key::escape)
@@ -116,6 +119,25 @@ bool WindowKeys::on_letter(const platform::KeyPress& press)
     if (!press.auto_repeat)
         m_services.echo.run(press, [&] { m_services.toolbar.RunToolbarCommand(*button); });
     return true;
+}
+
+/// With Ctrl or Alt some buttons of the toolbar can be pressed from anywhere, also out of a text.
+bool WindowKeys::on_combination(const platform::KeyPress& press)
+{
+    const std::optional<int> button = button_of_combination(press);
+    if (!button)
+        return false;
+    if (!press.auto_repeat)
+        m_services.echo.run(press, [&] { m_services.toolbar.RunToolbarCommand(*button); });
+    return true;
+}
+
+std::optional<int> WindowKeys::button_of_combination(const platform::KeyPress& press) const
+{
+    if (press.modifier == KeyModifier::alt)
+        return Toolbar::button_with_access_letter(command_letter(press));
+    const bool saves = press.key == Key::enter || command_letter(press) == 's';
+    return saves && m_services.editor.editing() ? std::optional(save_button) : std::nullopt;
 }
 
 } // namespace cuedrill::drill

@@ -46,6 +46,8 @@ private:
     bool on_escape(const platform::KeyPress& press);
     bool on_sign(const platform::KeyPress& press);
     bool on_letter(const platform::KeyPress& press);
+    bool on_combination(const platform::KeyPress& press);
+    [[nodiscard]] std::optional<int> button_of_combination(const platform::KeyPress& press) const;
     void leave_boxes();
     void close_shared_place();
     [[nodiscard]] bool answer_is_shown() const;

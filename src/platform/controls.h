@@ -80,6 +80,8 @@ public:
     [[nodiscard]] virtual common::Twips width() const = 0;
     /// What the button does, for the pointer that rests on it and for assistive technology.
     virtual void set_tool_tip(std::string_view text) = 0;
+    /// Whether the letter behind "&" in the caption is underlined. What it does with Alt is left to the window's keys.
+    virtual void show_access_letter(bool shown) = 0;
     virtual void set_focus() = 0;
     /// Whether it has the keyboard focus, or will have it when the window becomes active.
     [[nodiscard]] virtual bool has_focus() const = 0;
@@ -107,6 +109,9 @@ public:
 
 enum class Key { character, enter, escape };
 
+/// A key that is held down while another one is pressed.
+enum class KeyModifier : std::uint8_t { none, control, alt };
+
 /// A key that the window, and then the control with the focus, sees before the toolkit acts on it.
 struct KeyPress {
     Key key = Key::character;
@@ -118,6 +123,8 @@ struct KeyPress {
     bool composed = false;
     /// The letter at the key's place on a Latin keyboard, in lower case; 0 for a key that is no letter there.
     char place = 0;
+    /// Such a combination types nothing, and only the window sees it, not the control with the focus.
+    KeyModifier modifier = KeyModifier::none;
 };
 
 struct Font {

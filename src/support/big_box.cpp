@@ -50,7 +50,7 @@ void BigBox::big_box(std::string_view text, std::string_view caption)
 
 bool BigBox::take_key(const platform::KeyPress& press)
 {
-    if (press.key == platform::Key::character)
+    if (press.key == platform::Key::character || press.modifier != platform::KeyModifier::none)
         return false;
     // The key that has opened the window may still be down.
     if (!press.auto_repeat)

@@ -61,6 +61,27 @@ TEST_F(KeyEchoTest, is_measured_from_the_end_of_a_long_command)
     EXPECT_TRUE(is_echo_after(0.1, character("+")));
 }
 
+TEST_F(KeyEchoTest, is_only_a_repetition_after_a_box_that_the_user_has_closed)
+{
+    const KeyPress enter{.key = Key::enter};
+    echo.run(enter, [this] {
+        clock.steady_seconds_more += 3;
+        echo.note_box_closed();
+    });
+    EXPECT_TRUE(is_echo_after(0.1, {.key = Key::enter, .auto_repeat = true}));
+    EXPECT_FALSE(is_echo_after(0.01, enter));
+    echo.run(enter, [] {});
+    EXPECT_TRUE(is_echo_after(0.1, enter)) << "the next command has closed none";
+}
+
+TEST_F(KeyEchoTest, is_not_the_same_key_with_a_modifier)
+{
+    const KeyPress combination{.key = Key::enter, .modifier = platform::KeyModifier::control};
+    echo.run(combination, [] {});
+    EXPECT_TRUE(is_echo_after(0.01, combination));
+    EXPECT_FALSE(is_echo_after(0.01, {.key = Key::enter}));
+}
+
 TEST_F(KeyEchoTest, of_a_composed_character_lasts_as_long_as_the_key_may_be_held)
 {
     const KeyPress plus{.key = Key::character, .character = "+", .auto_repeat = false, .composed = true};
@@ -143,6 +164,19 @@ TEST_F(TwoPresses, of_a_sign_in_an_empty_box_never_score)
     expect_nothing_scored();
     press_in_answer("-");
     EXPECT_EQ(stored(2).q_side.attempts, 4) << "a slow one does";
+}
+
+TEST_F(TwoPresses, of_enter_are_two_when_a_box_was_closed_in_between)
+{
+    yes();
+    type_answer("Rome");
+    desktop.expect_box("Your answer is: \r\n\r\n   Rome\r\n\r\nThe correct answer is: \r\n\r\n   Paris");
+    enter_in_answer();
+    ASSERT_EQ(question(), "Italy?");
+    at_once({.key = Key::enter, .auto_repeat = true});
+    EXPECT_EQ(answer(), "") << "the key is still held";
+    at_once({.key = Key::enter});
+    EXPECT_EQ(answer(), "Rome");
 }
 
 TEST_F(TwoPresses, of_a_sign_do_not_reveal_the_next_answer)

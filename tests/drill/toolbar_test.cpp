@@ -55,6 +55,18 @@ TEST_F(ToolbarTest, keeps_its_widths_when_the_next_course_is_loaded)
     EXPECT_EQ(form1.toolbar(1).width_value, width);
 }
 
+TEST_F(ToolbarTest, underlines_the_letters_that_alt_brings_to_it_and_not_to_a_menu)
+{
+    start_with_three_questions();
+    for (int index = 1; index <= platform::toolbar_buttons; ++index) {
+        const bool works = index == 1 || index == 4 || index == 5 || index == 8 || index == 11;
+        EXPECT_EQ(form1.toolbar(index).access_letter_shown, works) << index;
+    }
+    for (const char menu : {'f', 'o', 'l', 'a', 's', 'i', '\0', 'x'})
+        EXPECT_EQ(Toolbar::button_with_access_letter(menu), std::nullopt) << menu;
+    EXPECT_EQ(Toolbar::button_with_access_letter('d'), 11);
+}
+
 TEST_F(ToolbarTest, knows_its_keys)
 {
     const struct {

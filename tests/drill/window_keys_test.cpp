@@ -19,6 +19,48 @@ TEST_F(WindowKeysTest, enter_shows_the_answer_of_the_question)
     EXPECT_EQ(desktop.beeps, 0);
 }
 
+platform::KeyPress with_alt(const char* letter, bool auto_repeat = false)
+{
+    return {.character = letter, .auto_repeat = auto_repeat, .modifier = platform::KeyModifier::alt};
+}
+
+TEST_F(WindowKeysTest, letters_with_alt_press_buttons_also_from_a_text_box)
+{
+    yes();
+    form1.Text_a.take_focus();
+    EXPECT_TRUE(press(with_alt("q", true)));
+    EXPECT_EQ(question(), "France?") << "held down";
+    EXPECT_TRUE(press(with_alt("q")));
+    EXPECT_EQ(question(), "Italy?");
+    form1.Text_a.take_focus();
+    EXPECT_TRUE(press(with_alt("h")));
+    EXPECT_TRUE(form1.t_hint.is_visible);
+    EXPECT_TRUE(press(with_alt("t")));
+    EXPECT_TRUE(logic->state.TypingMode);
+    EXPECT_TRUE(press(with_alt("e")));
+    EXPECT_TRUE(form1.Text_q.has_focus());
+    EXPECT_FALSE(press(with_alt("a"))) << "opens a menu";
+}
+
+TEST_F(WindowKeysTest, enter_and_s_with_ctrl_save_in_the_editor_only)
+{
+    yes();
+    for (const platform::KeyPress& key :
+         {platform::KeyPress{.character = "s", .modifier = platform::KeyModifier::control},
+          platform::KeyPress{.key = Key::enter, .modifier = platform::KeyModifier::control}}) {
+        EXPECT_FALSE(press(key)) << "not in the editor";
+        toolbar(9);
+        form1.type(form1.Text_q, "Spain" + key.character + "?");
+        form1.type(form1.Text_a, "Madrid");
+        platform::KeyPress held = key;
+        held.auto_repeat = true;
+        EXPECT_TRUE(press(held));
+        EXPECT_NE(status(), "Saved.");
+        EXPECT_TRUE(press(key));
+        EXPECT_EQ(status(), "Saved.");
+    }
+}
+
 TEST_F(WindowKeysTest, enter_only_beeps_while_a_verdict_is_awaited)
 {
     yes();

@@ -132,6 +132,8 @@ public:
         note("width", std::int64_t{value});
     }
     [[nodiscard]] common::Twips width() const override { return width_value; }
+    bool access_letter_shown = true;
+    void show_access_letter(bool shown) override { access_letter_shown = shown; }
     void set_tool_tip(std::string_view text) override
     {
         tool_tip = text;

@@ -137,9 +137,21 @@ void QtButton::mouse_came_up(Qt::MouseButton button)
 void QtButton::set_caption(std::string_view text)
 {
     m_caption = text;
-    m_button.setText(to_qt(text));
+    show_caption();
+}
+
+void QtButton::show_access_letter(bool shown)
+{
+    m_access_letter_shown = shown;
+    show_caption();
+}
+
+void QtButton::show_caption()
+{
+    const QString caption = to_qt(m_caption);
+    m_button.setText(m_access_letter_shown ? caption : without_access_key(caption));
     if (m_kind == Kind::toolbar) {
-        // With Alt the letters open the menus.
+        // The toolkit would press the button later, and again while the key is held.
         m_button.setShortcut(QKeySequence());
         place();
     }

@@ -51,6 +51,7 @@ public:
     void set_width(common::Twips width) override;
     [[nodiscard]] common::Twips width() const override;
     void set_tool_tip(std::string_view text) override;
+    void show_access_letter(bool shown) override;
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
 
@@ -59,6 +60,7 @@ public:
 private:
     QtButton(const char* name, QtActionGate& gate, Kind kind, PressButton& button);
     void place();
+    void show_caption();
     void clicked();
     void mouse_went_down(Qt::MouseButton button);
     void mouse_came_up(Qt::MouseButton button);
@@ -67,6 +69,7 @@ private:
     QtActionGate& m_gate;
     Kind m_kind;
     std::string m_caption;
+    bool m_access_letter_shown = true;
     common::Twips m_left = 0;
     std::optional<common::Twips> m_width;
     Qt::MouseButtons m_down;

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <algorithm>
+#include <array>
 
 namespace cuedrill::platform::qt {
 
@@ -39,6 +40,29 @@ char32_t single_character(const QString& text)
     return code_points.front();
 }
 
+/// Nothing for combinations that are none of the program's.
+std::optional<KeyModifier> to_modifier(Qt::KeyboardModifiers modifiers)
+{
+    modifiers &= Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier | Qt::ShiftModifier;
+    if (modifiers == Qt::NoModifier || modifiers == Qt::ShiftModifier)
+        return KeyModifier::none;
+    if (modifiers == Qt::ControlModifier)
+        return KeyModifier::control;
+    if (modifiers == Qt::AltModifier)
+        return KeyModifier::alt;
+    return std::nullopt;
+}
+
+/// The text of the event; with Ctrl that may be a control character, so then the character is that of the key.
+QString text_of(const QKeyEvent& event, KeyModifier modifier)
+{
+    if (modifier == KeyModifier::none)
+        return event.text();
+    const bool has_character = event.key() > Qt::Key_Space && event.key() < Qt::Key_Escape;
+    return has_character ? QString::fromUcs4(std::array{static_cast<char32_t>(event.key())}.data(), 1).toLower()
+                         : QString();
+}
+
 bool is_menu(const QWidget& widget)
 {
     return qobject_cast<const QMenuBar*>(&widget) != nullptr || qobject_cast<const QMenu*>(&widget) != nullptr;
@@ -58,9 +82,11 @@ const QWidget* first_station(const QObject& watched)
 
 std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing)
 {
-    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+    const std::optional<KeyModifier> modifier = to_modifier(event.modifiers());
+    if (!modifier)
         return std::nullopt;
     KeyPress press;
+    press.modifier = *modifier;
     press.auto_repeat = event.isAutoRepeat();
     switch (event.key()) {
     case Qt::Key_Return:
@@ -70,15 +96,17 @@ std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing)
         press.key = Key::enter;
         return press;
     case Qt::Key_Escape:
+        if (press.modifier != KeyModifier::none)
+            return std::nullopt;
         press.key = Key::escape;
         return press;
     default:
         break;
     }
-    const char32_t character = single_character(event.text());
-    if (character == 0)
+    const QString text = text_of(event, press.modifier);
+    if (single_character(text) == 0)
         return std::nullopt;
-    press.character = from_qt(event.text());
+    press.character = from_qt(text);
     press.place = latin_letter(event.nativeScanCode());
     return press;
 }
@@ -125,6 +153,8 @@ bool QtKeyFilter::is_swallowed(const QWidget& focus, const KeyPress& press) cons
 {
     if (m_hook(press))
         return true;
+    if (press.modifier != KeyModifier::none)
+        return false;
     // The window's hook may have moved the focus; the key still belongs to the control at which it was aimed.
     return std::any_of(m_controls.begin(), m_controls.end(),
                        [&](const ControlHook& entry) { return entry.control == &focus && entry.hook(press); });
@@ -140,7 +170,7 @@ bool QtKeyFilter::filter_key(QWidget& focus, const QKeyEvent& event)
         return true;
     // A button by itself acts when Space is released, and would so take each release of a held key for the last one.
     auto* button = qobject_cast<QAbstractButton*>(&focus);
-    const bool clicks = press->key == Key::enter || press->character == " ";
+    const bool clicks = press->modifier == KeyModifier::none && (press->key == Key::enter || press->character == " ");
     if (!clicks || button == nullptr)
         return false;
     if (!press->auto_repeat)

@@ -17,8 +17,8 @@ class QKeyEvent;
 
 namespace cuedrill::platform::qt {
 
-/// What the program's key rules see of a key press; nothing for keys that are none of theirs (combinations with Ctrl,
-/// Alt or Meta, cursor and function keys, and Shift+Enter where text is typed: it makes a line there).
+/// What the program's key rules see of a key press; nothing for keys that are none of theirs (cursor and function keys,
+/// combinations with Meta or several modifiers, and Shift+Enter where text is typed: it makes a line there).
 /// @param typing whether the key goes into editable text.
 std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing);
 

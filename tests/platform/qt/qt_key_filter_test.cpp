@@ -420,6 +420,29 @@ TEST_F(KeysWithoutTime, AreNotMeasuredByTheClockOfOthers)
     EXPECT_FALSE(memory.is_stray(button, event(QEvent::KeyPress)));
 }
 
+TEST(Combinations, TellOneModifierAndTheLetterInLowerCase)
+{
+    const auto press_of = [](int key, Qt::KeyboardModifiers modifiers, const char* text) {
+        return to_key_press(QKeyEvent(QEvent::KeyPress, key, modifiers, 39, 0, 0, QString::fromUtf8(text)), true);
+    };
+    const std::optional<KeyPress> save = press_of(Qt::Key_S, Qt::ControlModifier, "\x13");
+    ASSERT_TRUE(save.has_value());
+    EXPECT_EQ(save->character, "s");
+    EXPECT_EQ(save->place, 's');
+    EXPECT_EQ(save->modifier, KeyModifier::control);
+    const std::optional<KeyPress> enter = press_of(Qt::Key_Return, Qt::ControlModifier, "\r");
+    ASSERT_TRUE(enter.has_value());
+    EXPECT_EQ(enter->key, Key::enter);
+    EXPECT_EQ(enter->modifier, KeyModifier::control);
+    const std::optional<KeyPress> alt = press_of(Qt::Key_Q, Qt::AltModifier, "q");
+    ASSERT_TRUE(alt.has_value());
+    EXPECT_EQ(alt->modifier, KeyModifier::alt);
+    EXPECT_FALSE(press_of(Qt::Key_S, Qt::ControlModifier | Qt::AltModifier, "s").has_value());
+    EXPECT_FALSE(press_of(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier, "S").has_value());
+    EXPECT_FALSE(press_of(Qt::Key_S, Qt::MetaModifier, "s").has_value());
+    EXPECT_FALSE(press_of(Qt::Key_Escape, Qt::AltModifier, "").has_value());
+}
+
 TEST(LetterKeys, TellTheCharacterAndTheLatinLetterAtTheirPlace)
 {
     const struct {

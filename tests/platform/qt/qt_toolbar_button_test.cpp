@@ -87,6 +87,17 @@ TEST_F(QtToolbarButtonTest, TheLetterIsShownButIsNoShortcut)
     EXPECT_EQ(actions.keyBindingsForAction(QAccessibleActionInterface::pressAction()).join(";"), "");
 }
 
+TEST_F(QtToolbarButtonTest, ALetterThatIsNotShownIsPromisedToNobody)
+{
+    button.set_caption("Show &Stats");
+    button.show_access_letter(false);
+    EXPECT_EQ(button.widget().text(), "Show Stats");
+    EXPECT_EQ(button.caption(), "Show &Stats");
+    QAccessibleInterface& accessible = *QAccessible::queryAccessibleInterface(&button.widget());
+    EXPECT_EQ(accessible.text(QAccessible::Accelerator), "");
+    EXPECT_EQ(accessible.text(QAccessible::Name), "Show Stats");
+}
+
 TEST_F(QtToolbarButtonTest, IsCalledByItsCaption)
 {
     const auto name = [](QtButton& named) {
