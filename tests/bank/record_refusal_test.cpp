@@ -216,11 +216,11 @@ TEST_F(FailedCommit, of_two_new_records_of_unknown_outcome_does_not_give_one_the
 {
     begin_new("Spain?", "Madrid");
     database.fail_commit(true);
-    database.fail_at(Operation::seek, 2);
+    database.fail_at(Operation::query, 3);
     expect_unknown();
     begin_new("Portugal?", "Lisbon");
     database.fail_commit(false);
-    database.fail_at(Operation::seek, 3); // the second one settles the record before
+    database.fail_at(Operation::query, 4); // the second one settles the record before
     expect_unknown();
     EXPECT_EQ(editor.save_record(), SaveResult::saved);
     EXPECT_EQ(course.record_count, 5);

@@ -141,7 +141,7 @@ TEST_F(StoppedImport, shows_no_message_about_a_record_before_what_came_before_is
 TEST_F(StoppedImport, by_a_lack_of_memory_keeps_what_came_before_and_tells_how_much)
 {
     database.at_each_call([this](Operation operation) {
-        if (operation == Operation::update && database.count(operation) == 3)
+        if (operation == Operation::execute && database.count(operation) == 3)
             throw std::bad_alloc();
     });
     desktop.expect_box_like({.text = stopped("There is not enough memory.", 2), .icon = platform::BoxIcon::exclamation},
@@ -156,7 +156,7 @@ TEST_F(StoppedImport, takes_back_what_a_lack_of_memory_keeps_from_being_committe
 {
     bool lacking = false;
     database.at_each_call([this, &lacking](Operation operation) {
-        lacking = lacking || (operation == Operation::update && database.count(operation) == 3);
+        lacking = lacking || (operation == Operation::execute && database.count(operation) == 3);
         if (lacking)
             throw std::bad_alloc();
     });

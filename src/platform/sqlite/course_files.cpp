@@ -7,8 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace cuedrill::platform::sqlite {
 namespace {
@@ -35,7 +37,7 @@ struct Neighbour {
 struct Common {
     std::string course;
     bool read_failed = false;
-    int write_error = 0; ///< errno of the last write that failed
+    int write_error = 0; ///< errno of the last write, or creation of a journal, that failed
     bool limits_depth = false;
     int inner_pages = 0; ///< pages above other pages that were read one after the other
 };
@@ -215,6 +217,20 @@ int check_journal(sqlite3_file* file, const std::string& course)
     return start == SQLITE_OK ? check_stated_size(file, course) : start;
 }
 
+/// Why a new journal cannot be created, as an errno; 0 where nothing is in the way any more. Where the real system
+/// cannot create a file it tries to open it for reading, and only tells why that fails.
+int obstacle_to_creating(sqlite3_vfs* real_system, const char* path)
+{
+    using OpenCall = int (*)(const char*, int, int);
+    const auto open_call = reinterpret_cast<OpenCall>(real_system->xGetSystemCall(real_system, "open"));
+    const int descriptor = open_call(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor < 0)
+        return errno;
+    ::close(descriptor);
+    ::unlink(path);
+    return 0;
+}
+
 /// A link would lead the engine to another file, a second name means that the file is somebody else's too, and a pipe
 /// would keep it waiting.
 int check_kind(const Neighbour& neighbour, bool& exists)
@@ -288,6 +304,8 @@ int CourseFiles::System::open(const char* path, sqlite3_file* file, int flags, i
     sqlite3_file* const inner = real(file);
     std::memset(static_cast<void*>(inner), 0, static_cast<std::size_t>(real_system->szOsFile));
     code = real_system->xOpen(real_system, path, inner, flags, flags_out);
+    if (code == SQLITE_CANTOPEN && (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0)
+        write_error = obstacle_to_creating(real_system, path);
     if (code == SQLITE_OK && (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0) {
         code = check_journal(inner, common.course);
         if (code != SQLITE_OK)

@@ -13,6 +13,7 @@ constexpr std::string_view no_room = "There is no room left on the disk.";
 constexpr std::string_view not_readable_or_writable = "The disk could not be read or written.";
 constexpr std::string_view no_memory = "There is not enough memory.";
 constexpr std::string_view too_large = "A file would become larger than the system allows.";
+constexpr std::string_view too_many_files = "Too many files are open.";
 constexpr std::string_view closed_folder = "It is in a folder that you may not enter.";
 
 struct Meaning {
@@ -81,6 +82,22 @@ Meaning input_output_meaning(int code, int system_error)
     return {DatabaseErrorKind::input_output, std::string(not_readable_or_writable)};
 }
 
+Meaning opening_meaning(int system_error)
+{
+    switch (system_error) {
+    case ENOSPC:
+    case EDQUOT:
+        return {DatabaseErrorKind::full, std::string(no_room)};
+    case EMFILE:
+    case ENFILE:
+        return {DatabaseErrorKind::other, std::string(too_many_files)};
+    case ENOMEM:
+        return {DatabaseErrorKind::other, std::string(no_memory)};
+    default:
+        return {DatabaseErrorKind::other, "It cannot be opened."};
+    }
+}
+
 Meaning meaning_of(int code, int system_error, std::string_view engine_words)
 {
     if (code == SQLITE_READONLY_DBMOVED)
@@ -102,7 +119,7 @@ Meaning meaning_of(int code, int system_error, std::string_view engine_words)
     case SQLITE_NOTADB:
         return {DatabaseErrorKind::not_a_course, "It is not a course."};
     case SQLITE_CANTOPEN:
-        return {DatabaseErrorKind::other, "It cannot be opened."};
+        return opening_meaning(system_error);
     case SQLITE_INTERRUPT:
         return {DatabaseErrorKind::not_a_course, "It would take too long to be looked through."};
     case SQLITE_TOOBIG:
@@ -155,7 +172,7 @@ void throw_engine_error(sqlite3* db, int code)
     const std::string words = same ? sqlite3_errmsg(db) : sqlite3_errstr(code);
     // The files remember their own errno; that of the connection may come from the clearing up after the failure.
     int system_error = sqlite3_system_errno(db);
-    if (extended == SQLITE_IOERR_WRITE)
+    if (extended == SQLITE_IOERR_WRITE || extended == SQLITE_CANTOPEN)
         sqlite3_file_control(db, "main", SQLITE_FCNTL_LAST_ERRNO, &system_error);
     throw database_error(extended, system_error, words);
 }

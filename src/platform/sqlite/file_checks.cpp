@@ -52,12 +52,22 @@ void require_writable_folder(const std::string& folder)
         throw own_error(DatabaseErrorKind::read_only, "Its folder cannot be written.");
 }
 
+/// Whether a file of that name is there.
+/// @throws DatabaseError when the name is too long for the folder.
+bool has_neighbour(const std::string& path)
+{
+    struct stat status {};
+    const bool found = ::lstat(path.c_str(), &status) == 0;
+    if (!found && errno == ENAMETOOLONG)
+        throw file_error(errno, "");
+    return found;
+}
+
 /// The engine would take what a course of that name has left for changes of the new one.
 void require_no_files_of_earlier_course(const std::string& file, const std::string& name)
 {
     for (const char* const ending : {"-journal", "-wal"}) {
-        struct stat status {};
-        if (::lstat((file + ending).c_str(), &status) == 0)
+        if (has_neighbour(file + ending))
             throw own_error(DatabaseErrorKind::exists,
                             "A file of an earlier course of that name is still there: " + name + ending + ".");
     }
@@ -87,6 +97,7 @@ std::string existing_course_file(const std::string& path)
     if (nobody_may_write(file, status.st_mode))
         throw own_error(DatabaseErrorKind::read_only, "It cannot be written.");
     require_writable_folder(folder_of(file));
+    static_cast<void>(has_neighbour(file + "-journal")); // the longest of the names that the engine needs beside it
     return file;
 }
 

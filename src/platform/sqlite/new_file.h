@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <sys/stat.h>
 
 namespace cuedrill::platform::sqlite {
 
@@ -45,9 +46,25 @@ struct NamingCalls {
 };
 
 /// Gives the complete file `from` the name `to` in the same folder, durably and never over something of that name.
-/// `from` is gone afterwards.
-/// @throws DatabaseError (exists) when the name is taken, or for what the system reports; then `from` is still there
-/// unless only the folder could not be brought to the disk.
+/// `from` is gone afterwards. A folder that does not reach the disk is no failure: the file has its name then.
+/// @throws DatabaseError (exists) when the name is taken, or for what the system reports; then `from` is still there.
 void give_name(const std::string& from, const std::string& to, const NamingCalls& calls = NamingCalls::of_system());
+
+/// A file that has just been given its name. It is removed when the object goes, unless it is kept, or another file has
+/// the name by then, or somebody has written to it.
+class GivenName {
+public:
+    explicit GivenName(std::string path);
+    GivenName(const GivenName&) = delete;
+    GivenName& operator=(const GivenName&) = delete;
+    ~GivenName();
+
+    void keep() noexcept { m_removes = false; }
+
+private:
+    std::string m_path;
+    struct stat m_given {};
+    bool m_removes;
+};
 
 } // namespace cuedrill::platform::sqlite

@@ -149,8 +149,10 @@ void SqliteDatabase::finish_creation()
         give_name(m_new_file->path(), m_new_path);
         TableLayouts layouts = std::move(m_layouts);
         const std::string file = m_new_path;
+        GivenName name(file);
         close();
         open_checked(file, std::move(layouts));
+        name.keep();
     } catch (...) {
         close();
         throw;

@@ -11,6 +11,18 @@
 namespace cuedrill::platform::sqlite {
 namespace {
 
+using Piece = std::array<char, 65536>;
+
+/// The bytes of a full piece without its last character, which may go on behind it.
+std::size_t whole_characters(const Piece& piece)
+{
+    constexpr std::size_t longest_character = 4;
+    std::size_t end = piece.size() - 1;
+    while (piece.size() - end < longest_character && (static_cast<unsigned char>(piece[end]) & 0xC0U) == 0x80U)
+        --end;
+    return end;
+}
+
 /// One stored text at a time, read without its row.
 class StoredTexts {
 public:
@@ -35,7 +47,7 @@ public:
 
     [[nodiscard]] std::int64_t characters() const
     {
-        std::array<char, 65536> piece{};
+        Piece piece{};
         std::size_t count = 0;
         const int size = sqlite3_blob_bytes(m_text);
         for (int place = 0; place < size;) {
@@ -43,8 +55,9 @@ public:
             const int code = sqlite3_blob_read(m_text, piece.data(), part, place);
             if (code != SQLITE_OK)
                 throw_engine_error(m_db, code);
-            count += common::code_points({piece.data(), static_cast<std::size_t>(part)});
-            place += part;
+            const std::size_t used = place + part < size ? whole_characters(piece) : static_cast<std::size_t>(part);
+            count += common::code_points({piece.data(), used});
+            place += static_cast<int>(used);
         }
         return static_cast<std::int64_t>(count);
     }
@@ -92,6 +105,23 @@ bool has_own_definitions(Connection& connection, const std::vector<std::shared_p
             return false;
     }
     return true;
+}
+
+bool has_texts_beyond_rules(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts)
+{
+    constexpr int most_bytes_of_character = 4;
+    for (const auto& layout : layouts) {
+        std::string beyond;
+        for (const ColumnDefinition& column : layout->columns()) {
+            if (column.type == ColumnType::text)
+                beyond += (beyond.empty() ? "" : " OR ") + ("length(CAST(" + quoted_name(column.name)) +
+                          " AS BLOB)) > " + std::to_string(column.size * most_bytes_of_character);
+        }
+        if (!beyond.empty() &&
+            connection.prepare("SELECT 1 FROM main." + quoted_name(layout->name()) + " WHERE " + beyond).step())
+            return true;
+    }
+    return false;
 }
 
 void check_text_lengths(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts)

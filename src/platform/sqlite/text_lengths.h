@@ -16,6 +16,11 @@ inline constexpr std::int64_t longest_readable_text = 10'000;
 [[nodiscard]] bool has_own_definitions(Connection& connection,
                                        const std::vector<std::shared_ptr<const TableLayout>>& layouts);
 
+/// Whether a text has more bytes than the rule of its column allows characters at most. The engine counts characters up
+/// to the first zero only, and takes any number of continuation bytes for a part of one.
+[[nodiscard]] bool has_texts_beyond_rules(Connection& connection,
+                                          const std::vector<std::shared_ptr<const TableLayout>>& layouts);
+
 /// Requires tables with the columns of `layouts`. A long text is measured piece by piece, never held in memory.
 /// @throws DatabaseError naming the first row with a text of more than `longest_readable_text` characters, and its
 /// length.

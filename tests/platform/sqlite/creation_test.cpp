@@ -193,6 +193,23 @@ TEST_F(Creation, FailsForNamesThatAreNone)
     EXPECT_EQ(folder.names(), Names{});
 }
 
+TEST_F(Creation, NeedsANameThatLeavesRoomForThatOfTheJournal)
+{
+    for (const std::size_t length : {248U, 255U})
+        EXPECT_EQ(error_words(DatabaseErrorKind::other, [&] { create_all(folder / std::string(length, 'x')); }),
+                  "The name is too long.");
+    EXPECT_EQ(folder.names(), Names{});
+    create_all(folder / std::string(247, 'x'));
+    EXPECT_EQ(count(database), 0);
+}
+
+TEST_F(Creation, LeavesNothingBehindWhereTheNewCourseCannotBeOpened)
+{
+    const FailingOpen no_opening("new.crs", EMFILE);
+    EXPECT_EQ(error_words(DatabaseErrorKind::other, [&] { create_all(path); }), "Too many files are open.");
+    EXPECT_EQ(folder.names(), Names{});
+}
+
 TEST_F(Creation, FailsInAFolderThatNobodyMayWrite)
 {
     std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
@@ -278,11 +295,41 @@ TEST_F(Naming, ReportsWhatTheSystemReports)
     EXPECT_EQ(folder.names(), Names{"temporary"});
 }
 
-TEST_F(Naming, ReportsAFolderThatDoesNotReachTheDisk)
+TEST_F(Naming, SucceedsWhereTheFolderDoesNotReachTheDisk)
 {
     NamingCalls calls = NamingCalls::of_system();
     calls.sync_folder = [](const char*) { return fail_with(EIO); };
-    error_words(DatabaseErrorKind::input_output, [&] { give_name(from, to, calls); });
+    give_name(from, to, calls);
+    EXPECT_EQ(folder.names(), Names{"name"});
+    EXPECT_EQ(bytes_of(to), "complete");
+}
+
+TEST_F(Naming, IsTakenBackUnlessItIsKept)
+{
+    {
+        GivenName name(from);
+        name.keep();
+    }
+    EXPECT_EQ(folder.names(), Names{"temporary"});
+    {
+        const GivenName name(from);
+    }
+    EXPECT_EQ(folder.names(), Names{});
+}
+
+TEST_F(Naming, IsNotTakenBackFromAnotherFileNorFromOneThatWasWrittenMeanwhile)
+{
+    {
+        const GivenName name(from);
+        write_bytes(to, "complete");
+        std::filesystem::rename(to, from);
+    }
+    EXPECT_EQ(folder.names(), Names{"temporary"});
+    {
+        const GivenName name(from);
+        write_bytes(from, "complete, and more");
+    }
+    EXPECT_EQ(folder.names(), Names{"temporary"});
 }
 
 TEST_F(Naming, ATemporaryFileGoesWithItsJournal)

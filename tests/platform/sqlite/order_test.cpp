@@ -1,6 +1,8 @@
 #include "platform/sqlite/course_check.h"
 #include "platform/sqlite/support.h"
 
+#include <cerrno>
+
 namespace cuedrill::platform::sqlite::test {
 namespace {
 
@@ -76,6 +78,24 @@ TEST_F(Order, WithoutRoomOnTheDiskIsBroughtAboutBeforeTheNextWrite)
     database.open(path, tables());
     EXPECT_EQ(database.unstored(), "");
     EXPECT_EQ(count(database), 26);
+}
+
+TEST_F(Order, WithoutRoomForAJournalIsBroughtAboutBeforeTheNextWrite)
+{
+    fill();
+    database.close();
+    compare.reversed = true;
+    compare.version = 2;
+    {
+        const FailingOpen no_journal("-journal", ENOSPC);
+        database.open(path, tables());
+        EXPECT_EQ(database.unstored(), "There is no room left on the disk.");
+        EXPECT_EQ(count(database), 26);
+        error_words(DatabaseErrorKind::full, [&] { add("one more"); });
+    }
+    add("one more");
+    EXPECT_EQ(database.unstored(), "");
+    EXPECT_TRUE(finds_all());
 }
 
 TEST_F(Order, AFileWithoutAStampGetsOne)

@@ -77,6 +77,14 @@ TEST_F(Refusal, AnotherKindOfFile)
     EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course.");
 }
 
+TEST_F(Refusal, ANameThatLeavesNoRoomForThatOfTheJournal)
+{
+    const std::string longer = folder / std::string(248, 'x');
+    std::filesystem::rename(path, longer);
+    path = longer;
+    EXPECT_EQ(refused(DatabaseErrorKind::other), "The name is too long.");
+}
+
 TEST_F(Refusal, AFolder)
 {
     EXPECT_EQ(error_words(DatabaseErrorKind::not_a_course, [&] { database.open(folder.path(), tables()); }),
@@ -323,6 +331,29 @@ TEST_F(Refusal, AFileWhoseRulesAreTooMany)
         definitions += "CREATE TABLE t" + std::to_string(i) + " (a, b, CHECK (" + rule + " END)); ";
     rewrite(definitions + "COMMIT");
     EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It would take too much memory to be looked through.");
+}
+
+// The engine counts characters up to the first zero, and any number of continuation bytes as part of one character.
+TEST_F(Refusal, ATextThatIsFarTooLongBehindTheRulesOfTheTable)
+{
+    rewrite("UPDATE qa SET q = 'x' || char(0) || printf('%.*c', 20000, 'y') WHERE cnt = 2");
+    EXPECT_EQ(refused(DatabaseErrorKind::damaged), "The text in column q of record 2 of its table qa has 20002 "
+                                                   "characters; more than 10000 cannot be read.");
+    rewrite("UPDATE qa SET q = 'x', a = CAST(x'C3' AS TEXT) || replace(printf('%.*c', 20000, 'y'), 'y', CAST(x'80' AS "
+            "TEXT)) WHERE cnt = 2");
+    EXPECT_EQ(refused(DatabaseErrorKind::damaged), "The text in column a of record 2 of its table qa has 20000 "
+                                                   "characters; more than 10000 cannot be read.");
+}
+
+TEST_F(Refusal, ATextIsMeasuredInWholeCharacters)
+{
+    for (const char* const before : {"", "x", "xx"}) {
+        rewrite("UPDATE qa SET q = '" + std::string(before) +
+                "' || char(0) || replace(printf('%.*c', 100000, 'y'), 'y', char(8364)) WHERE cnt = 2");
+        EXPECT_NE(refused(DatabaseErrorKind::damaged)
+                      .find(" has " + std::to_string(100'001 + std::string_view(before).size()) + " characters;"),
+                  std::string::npos);
+    }
 }
 
 TEST_F(Refusal, AFileThatTakesTooLong)

@@ -1,12 +1,15 @@
 #include "platform/sqlite/support.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
 #include <fstream>
 #include <sqlite3.h>
 #include <sstream>
 #include <stdexcept>
 #include <stdlib.h>
 #include <unistd.h>
+#include <utility>
 
 namespace cuedrill::platform::sqlite::test {
 namespace {
@@ -18,7 +21,37 @@ int raw_compare(void* context, int length_a, const void* a, int length_b, const 
         std::string_view(static_cast<const char*>(b), static_cast<std::size_t>(length_b)));
 }
 
+using OpenCall = int (*)(const char*, int, int);
+
+struct {
+    std::string ending;
+    int error = 0;
+    OpenCall real = nullptr;
+} failing_open;
+
+int open_or_fail(const char* path, int flags, int mode)
+{
+    const bool concerned = failing_open.error != ENOSPC || (flags & O_CREAT) != 0;
+    if (!concerned || !std::string_view(path).ends_with(failing_open.ending))
+        return failing_open.real(path, flags, mode);
+    errno = failing_open.error;
+    return -1;
+}
+
 } // namespace
+
+FailingOpen::FailingOpen(std::string ending, int error)
+{
+    sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
+    failing_open = {std::move(ending), error, reinterpret_cast<OpenCall>(system->xGetSystemCall(system, "open"))};
+    system->xSetSystemCall(system, "open", reinterpret_cast<sqlite3_syscall_ptr>(open_or_fail));
+}
+
+FailingOpen::~FailingOpen()
+{
+    sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
+    system->xSetSystemCall(system, "open", nullptr);
+}
 
 int FoldingCompare::compare(std::string_view a, std::string_view b) const
 {

@@ -96,6 +96,16 @@ private:
     void (*m_handler)(int);
 };
 
+/// The engine cannot open a file whose name has an ending while an object of this class lives; for lack of room
+/// (ENOSPC) it only cannot create it.
+class FailingOpen {
+public:
+    FailingOpen(std::string ending, int error);
+    FailingOpen(const FailingOpen&) = delete;
+    FailingOpen& operator=(const FailingOpen&) = delete;
+    ~FailingOpen();
+};
+
 [[nodiscard]] TableDefinition params_table();
 [[nodiscard]] TableDefinition qa_table();
 [[nodiscard]] std::vector<TableDefinition> tables();
