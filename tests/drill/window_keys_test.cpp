@@ -50,7 +50,7 @@ TEST_F(WindowKeysTest, enter_and_s_with_ctrl_save_in_the_editor_only)
           platform::KeyPress{.key = Key::enter, .modifier = platform::KeyModifier::control}}) {
         EXPECT_FALSE(press(key)) << "not in the editor";
         toolbar(9);
-        form1.type(form1.Text_q, "Spain" + key.character + "?");
+        form1.type(form1.Text_q, "Portugal" + key.character + "?");
         form1.type(form1.Text_a, "Madrid");
         platform::KeyPress held = key;
         held.auto_repeat = true;

@@ -10,6 +10,31 @@
 namespace cuedrill::store {
 namespace {
 
+// Courses that were made earlier hold these very texts.
+constexpr const char* params_ddl = R"(CREATE TABLE "params" ()"
+                                   R"("param" TEXT COLLATE CUEDRILL CHECK (length("param") <= 20), )"
+                                   R"("date_value" REAL, )"
+                                   R"("string_value" TEXT COLLATE CUEDRILL CHECK (length("string_value") <= 200), )"
+                                   R"("number_value" REAL, )"
+                                   R"(CONSTRAINT "params_PrimaryKey" PRIMARY KEY ("param")) STRICT)";
+
+constexpr const char* qa_ddl = R"(CREATE TABLE "qa" ()"
+                               R"("cnt" INTEGER PRIMARY KEY AUTOINCREMENT, )"
+                               R"("q" TEXT COLLATE CUEDRILL CHECK (length("q") <= 200), )"
+                               R"("a" TEXT COLLATE CUEDRILL CHECK (length("a") <= 200), )"
+                               R"("q_attempts" INTEGER CHECK ("q_attempts" BETWEEN -32768 AND 32767), )"
+                               R"("a_attempts" INTEGER CHECK ("a_attempts" BETWEEN -32768 AND 32767), )"
+                               R"("q_fails" INTEGER CHECK ("q_fails" BETWEEN -32768 AND 32767), )"
+                               R"("a_fails" INTEGER CHECK ("a_fails" BETWEEN -32768 AND 32767), )"
+                               R"("q_successes" INTEGER CHECK ("q_successes" BETWEEN -32768 AND 32767), )"
+                               R"("a_successes" INTEGER CHECK ("a_successes" BETWEEN -32768 AND 32767), )"
+                               R"("q_date_last_test" REAL, )"
+                               R"("a_date_last_test" REAL, )"
+                               R"("q_date_last_show" REAL, )"
+                               R"("a_date_last_show" REAL) STRICT; )"
+                               R"(CREATE INDEX "qa_q" ON "qa" ("q"); )"
+                               R"(CREATE INDEX "qa_a" ON "qa" ("a"))";
+
 using fakes::Operation;
 using platform::ColumnType;
 using platform::DatabaseError;

@@ -305,7 +305,7 @@ int CourseFiles::System::open(const char* path, sqlite3_file* file, int flags, i
     std::memset(static_cast<void*>(inner), 0, static_cast<std::size_t>(real_system->szOsFile));
     code = real_system->xOpen(real_system, path, inner, flags, flags_out);
     if (code == SQLITE_CANTOPEN && (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0)
-        write_error = obstacle_to_creating(real_system, path);
+        common.write_error = obstacle_to_creating(real_system, path);
     if (code == SQLITE_OK && (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0) {
         code = check_journal(inner, common.course);
         if (code != SQLITE_OK)
