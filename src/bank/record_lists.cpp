@@ -346,7 +346,7 @@ void RecordLists::recall_find_list()
 
 void RecordLists::listav_click(const std::string& line)
 {
-    const bool editing = m_services.editor.editing();
+    const bool had_changes = m_services.editor.has_changes();
     if (!m_services.editor.ask_to_save())
         return;
     const store::SideFields& side = m_find_in_questions ? m_course.Q_FIELD : m_course.A_FIELD;
@@ -354,7 +354,7 @@ void RecordLists::listav_click(const std::string& line)
     if (!record) {
         tell("nomatch in listav_click.");
         // What became of the typed texts is told already, and matters more.
-        if (!editing)
+        if (!had_changes)
             show_the_other_way();
         return;
     }

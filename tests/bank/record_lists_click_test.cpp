@@ -43,6 +43,15 @@ protected:
         EXPECT_EQ(course.current_cnt, current_before) << line;
         EXPECT_EQ(screen.chosen, chosen_before) << line;
     }
+
+    /// A click on the first line, which leaves the editor and finds nothing.
+    void expect_no_match_in_editor()
+    {
+        desktop.expect_box("nomatch in listav_click.");
+        click(0);
+        EXPECT_FALSE(editor.editing());
+        EXPECT_TRUE(screen.chosen.empty());
+    }
 };
 
 INSTANTIATE_TEST_SUITE_P(Directions, ListClick, testing::Bool(), direction_name);
@@ -282,6 +291,28 @@ TEST_P(ListClick, stays_with_a_record_that_the_course_refuses)
     EXPECT_TRUE(screen.chosen.empty());
     EXPECT_TRUE(editor.editing());
     EXPECT_EQ(view.typed.question, "Greece?");
+}
+
+TEST_P(ListClick, tells_the_other_search_where_the_editor_was_open_and_nothing_typed)
+{
+    add("Which sign?  a * b");
+    open_course_on_first();
+    lists.m_show_all();
+    begin_new("", "");
+    expect_no_match_in_editor();
+    expect_status("Use Find, Find answer to reach it.");
+}
+
+TEST_P(ListClick, leaves_what_was_told_of_the_typed_texts)
+{
+    add("Which sign?  a * b");
+    open_course_on_first();
+    lists.m_show_all();
+    status.texts.clear();
+    begin_new("Greece?", "Athens");
+    expect_question_about_saving(BoxAnswer::no);
+    expect_no_match_in_editor();
+    EXPECT_TRUE(status.texts.empty());
 }
 
 } // namespace
