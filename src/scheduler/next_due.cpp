@@ -44,18 +44,26 @@ std::string date_text(common::DateTime instant)
     return literal.substr(0, literal.find(' '));
 }
 
+/// "at 18:05", "on 23/Nov/2026 at 18:05"
 std::string time_text(common::DateTime at, common::DateTime now)
 {
-    if (at <= now)
-        return "now";
-    if (common::seconds_between(now, at) < minute_seconds && at.date_only() == now.date_only())
-        return "at " + clock_text(at, true);
     // The moment that has to have passed is the second before: what is tested at 18:00 and rests for 5 minutes is due
     // at 18:05.
     const std::int64_t minutes = (at.seconds() - 1 + minute_seconds - 1) / minute_seconds;
     const auto rounded = common::DateTime::from_seconds(minutes * minute_seconds);
-    return (rounded.date_only() == now.date_only() ? "" : "on " + date_text(rounded) + " ") + "at " +
-           clock_text(rounded, false);
+    const bool today = at.date_only() == now.date_only();
+    // The questions are counted to the end of the day of `at`, so the time must not be one of the day after.
+    const bool with_seconds =
+        (today && common::seconds_between(now, at) < minute_seconds) || rounded.date_only() != at.date_only();
+    return (today ? "" : "on " + date_text(at) + " ") + "at " + clock_text(with_seconds ? at : rounded, with_seconds);
+}
+
+/// The first sentence.
+std::string due_text(const NextDue& due, common::DateTime now)
+{
+    if (due.was_just_shown)
+        return "The question just shown can be asked again now.";
+    return "The next question is due " + (due.at <= now ? "now" : time_text(due.at, now)) + ".";
 }
 
 } // namespace
@@ -81,7 +89,7 @@ std::optional<NextDue> find_next_due(store::Course& course, const DeadTimes& dea
 std::string next_due_text(const NextDue& due, common::DateTime now)
 {
     const bool today = due.at <= now || due.at.date_only() == now.date_only();
-    return "The next question is due " + time_text(due.at, now) + ". " + std::to_string(due.by_end_of_day) +
+    return due_text(due, now) + " " + std::to_string(due.by_end_of_day) +
            (due.by_end_of_day == 1 ? " question is" : " questions are") + " due by the end of " +
            (today ? "the day." : "that day.");
 }

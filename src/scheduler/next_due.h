@@ -14,6 +14,7 @@ namespace cuedrill::scheduler {
 struct NextDue {
     common::DateTime at;            ///< the first second in which one is mature; may have passed
     std::int64_t by_end_of_day = 0; ///< how many are mature by the end of that day, or of today when it has passed
+    bool was_just_shown = false;    ///< it is mature, but was the last one, which is not asked twice in a row
 };
 
 /// Looks for the question of the open course that is mature first, as the selection counts: below the target level, its
@@ -23,7 +24,8 @@ struct NextDue {
 std::optional<NextDue> find_next_due(store::Course& course, const DeadTimes& dead_times, common::DateTime now);
 
 /// "The next question is due at 18:05. 3 questions are due by the end of the day." The time is rounded up to the
-/// minute, within the next minute it has seconds; the date is told where it is another day than `now`.
+/// minute; within the next minute, and in the last minute of a day, it has seconds. The date is told where it is
+/// another day than `now`.
 std::string next_due_text(const NextDue& due, common::DateTime now);
 
 } // namespace cuedrill::scheduler

@@ -28,16 +28,17 @@ Selection::Selection(store::Course& course, store::CourseParamsStore& params, co
 {
 }
 
-void Selection::next_question()
+void Selection::next_question_after(common::Int16 previous)
 {
     if (m_course.record_count == 0) {
         m_services.desktop.message_box({.text = "There are no questions in the database."});
         return;
     }
-    m_course.previous_cnt = m_course.current_cnt;
+    m_course.previous_cnt = previous;
     m_display.clear_answer_state();
+    const common::DateTime now = m_services.clock.now();
     try {
-        find_next_question();
+        find_next_question(now);
     } catch (...) {
         // The question that stood there has had its verdict; it must not be judged a second time.
         m_display.withdraw_question();
@@ -49,10 +50,16 @@ void Selection::next_question()
     }
     m_display.withdraw_question();
     m_services.desktop.message_box({.text = "No question is mature for being asked."});
-    tell_next_due();
+    show_next_due(now);
 }
 
 void Selection::tell_next_due()
+{
+    show_next_due(std::nullopt);
+}
+
+/// @param searched_at when a search has found nothing, where there was one
+void Selection::show_next_due(std::optional<common::DateTime> searched_at)
 {
     const common::DateTime now = m_services.clock.now();
     std::optional<NextDue> due;
@@ -60,14 +67,16 @@ void Selection::tell_next_due()
         const platform::BusyPointer busy(m_services.desktop);
         due = find_next_due(m_course, m_dead_times, now);
     }
-    if (due)
-        m_services.status.ShowStatus(next_due_text(*due, now), 0);
+    if (!due)
+        return;
+    // The search passes over nothing else that is due.
+    due->was_just_shown = searched_at && due->at <= *searched_at;
+    m_services.status.ShowStatus(next_due_text(*due, now), 0);
 }
 
-void Selection::find_next_question()
+void Selection::find_next_question(common::DateTime now)
 {
     const platform::BusyPointer busy(m_services.desktop);
-    const common::DateTime now = m_services.clock.now();
     for (int level = m_course.params.target_level - 1; level >= 0; --level) {
         const auto level16 = static_cast<common::Int16>(level);
         // At level 0 those that were tested and failed come before those that were never tested.

@@ -9,6 +9,7 @@
 #include "store/course_params.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace cuedrill::scheduler {
 
@@ -29,7 +30,10 @@ public:
     /// that there is none, and in the status line when the next one is due; then no question is on display and the
     /// current record is 0.
     /// @throws platform::DatabaseError, common::OverflowError, common::OutOfRangeError; no question is on display then.
-    void next_question();
+    void next_question() { next_question_after(m_course.current_cnt); }
+
+    /// The same where the last question was the record `previous`; 0 for none.
+    void next_question_after(common::Int16 previous);
 
     /// Tells in the status line when the next question is due; nothing when none will ever be.
     /// @throws platform::DatabaseError
@@ -51,7 +55,8 @@ public:
     void m_disp_nr_mature();
 
 private:
-    void find_next_question();
+    void find_next_question(common::DateTime now);
+    void show_next_due(std::optional<common::DateTime> searched_at);
     bool select_other(common::Int16 level, bool tested_only, common::DateTime now);
     [[nodiscard]] common::Int16 draw(platform::Recordset& rows);
 

@@ -75,9 +75,42 @@ TEST_F(NextDueTold, is_now_where_only_the_last_question_could_come)
     builder.question("b").level(4).tested_ago(0s);
     open(builder);
     course.current_cnt = 1;
-    expect_told("The next question is due now. 1 question is due by the end of the day.");
+    expect_told("The question just shown can be asked again now. 1 question is due by the end of the day.");
     selection.next_question();
     EXPECT_EQ(course.current_cnt, 1);
+}
+
+TEST_F(NextDueTold, is_now_where_it_has_come_while_the_box_was_open)
+{
+    builder.question("a").level(1).tested_ago(5min - 3s);
+    builder.question("b").level(2).tested_ago(0s);
+    open(builder);
+    course.current_cnt = 2;
+    desktop.on_box = [this] { clock.advance_seconds(10); };
+    expect_told("The next question is due now. 2 questions are due by the end of the day.");
+}
+
+TEST_F(NextDueTold, has_seconds_in_the_last_minute_before_midnight)
+{
+    builder.question("a").level(4).tested_ago(48h - (18h + 12min + 13s)); // a last time at 23:59:30
+    open(builder);
+    expect_told("The next question is due at 23:59:31. 1 question is due by the end of the day.");
+}
+
+TEST_F(NextDueTold, has_seconds_in_the_last_minute_of_another_day)
+{
+    builder.question("a").level(4).tested_ago(24h - (18h + 12min + 13s));
+    builder.question("b").level(4).tested_ago(24h - (18h + 12min + 44s)); // one second after midnight
+    open(builder);
+    expect_told("The next question is due on 16/Nov/2026 at 23:59:31. 1 question is due by the end of that day.");
+}
+
+TEST_F(NextDueTold, may_be_midnight_itself)
+{
+    builder.question("a").level(4).tested_ago(24h - (18h + 12min + 42s)); // a last time at 23:59:59
+    builder.question("b").level(4).tested_ago(24h - (18h + 12min + 43s));
+    open(builder);
+    expect_told("The next question is due on 17/Nov/2026 at 00:00. 2 questions are due by the end of that day.");
 }
 
 TEST_F(NextDueTold, leaves_out_what_has_reached_the_target_level)
