@@ -29,9 +29,9 @@ DialogTexts texts_of(DialogState state)
 QuestionDialog::QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
                                WindowLayout& layout, platform::Desktop& desktop, scheduler::Selection& selection,
                                scheduler::Scoring& scoring, bank::RecordEditor& editor,
-                               scheduler::EndOfProgram& end_of_program)
+                               scheduler::EndOfProgram& end_of_program, const store::Course& course)
     : m_form1(form1), m_state(state), m_view(view), m_status(status), m_layout(layout), m_desktop(desktop),
-      m_selection(selection), m_scoring(scoring), m_editor(editor), m_end_of_program(end_of_program)
+      m_selection(selection), m_scoring(scoring), m_editor(editor), m_end_of_program(end_of_program), m_course(course)
 {
 }
 
@@ -149,11 +149,13 @@ void QuestionDialog::NextQuestionCommand()
         leave_question();
         return;
     }
+    const common::Int16 edited = m_course.current_cnt;
     if (m_editor.offer_to_save() == bank::SaveResult::refused)
         return;
     if (m_editor.editing())
         m_editor.close_editor();
-    m_selection.next_question();
+    // Texts that were rejected have taken the record off the display.
+    m_selection.next_question_after(m_course.current_cnt != 0 ? m_course.current_cnt : edited);
 }
 
 void QuestionDialog::SucceedAndNext()

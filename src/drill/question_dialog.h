@@ -10,6 +10,7 @@
 #include "scheduler/end_of_program.h"
 #include "scheduler/scoring.h"
 #include "scheduler/selection.h"
+#include "store/course.h"
 
 #include <string_view>
 
@@ -23,7 +24,8 @@ class QuestionDialog {
 public:
     QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
                    WindowLayout& layout, platform::Desktop& desktop, scheduler::Selection& selection,
-                   scheduler::Scoring& scoring, bank::RecordEditor& editor, scheduler::EndOfProgram& end_of_program);
+                   scheduler::Scoring& scoring, bank::RecordEditor& editor, scheduler::EndOfProgram& end_of_program,
+                   const store::Course& course);
 
     /// Repaints prompt and buttons for the present state. The prompt is blanked first, so that every new one flashes.
     void RefreshDialog();
@@ -67,6 +69,7 @@ private:
     scheduler::Scoring& m_scoring;
     bank::RecordEditor& m_editor;
     scheduler::EndOfProgram& m_end_of_program;
+    const store::Course& m_course;
 };
 
 } // namespace cuedrill::drill

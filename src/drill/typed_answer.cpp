@@ -98,7 +98,8 @@ void TypedAnswer::on_enter()
         m_services.desktop.beep();
 }
 
-/// Whether the answer was revealed because the user said that it was known. Enter then agrees with that.
+/// Whether the answer was revealed because the user said that it was known. Enter then agrees with that, and is judged
+/// as if the answer was typed: after a hint it counts as not known.
 bool TypedAnswer::marked_as_known() const
 {
     return m_services.layout.mode() == Mode::answer && m_state.SelfJudgement == "+";

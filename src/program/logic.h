@@ -124,8 +124,8 @@ struct Logic {
 
     drill::KeyEcho echo{p.clock};
     drill::KeyPause key_pause{p.clock};
-    drill::QuestionDialog dialog{form1,     state,     question_view, status, layout,
-                                 p.desktop, selection, scoring,       editor, end_of_program};
+    drill::QuestionDialog dialog{form1,     state,   question_view, status,         layout, p.desktop,
+                                 selection, scoring, editor,        end_of_program, course};
     drill::TypedAnswer typed_answer{
         form1, state, edit_flags, {question_view, dialog, status, hints, layout, echo, p.desktop, p.text_compare}};
     drill::AnswerAids aids{form1,

@@ -363,22 +363,5 @@ TEST_F(NextQuestionInTheEditor, offers_to_save_also_where_nothing_was_typed)
     EXPECT_FALSE(logic->editor.editing());
 }
 
-class UntestedCourse : public DrillFixture {};
-
-TEST_F(UntestedCourse, does_not_ask_the_question_again_that_was_being_changed)
-{
-    builder.question("France?", "Paris");
-    builder.question("Italy?", "Rome");
-    desktop.expect_box("You have passed level 5 for all questions.");
-    start();
-    yes();
-    toolbar(8);
-    desktop.expect_box("Do you want to save the changes?", platform::BoxAnswer::no);
-    desktop.expect_box(nothing_mature);
-    toolbar(1);
-    EXPECT_EQ(question(), "");
-    EXPECT_EQ(logic->course.current_cnt, 0);
-}
-
 } // namespace
 } // namespace cuedrill::drill
