@@ -52,8 +52,11 @@ void WindowLayout::relayout_boxes()
 /// it is typed.
 const char* WindowLayout::answer_heading() const
 {
-    if (m_state.AnswerShown && can_type())
-        return "A typed answer counts as not known now; clicking words counts";
+    if (m_state.AnswerShown && can_type()) {
+        const bool has_words = m_state.shared_place == SharedPlace::hint && !m_state.hint_is_masked;
+        return has_words ? "Typed answers count as not known now; clicked words count"
+                         : "Typed answers count as not known now";
+    }
     if (m_state.TypingMode && can_type())
         return "Type the answer, then press Enter";
     if (!m_state.answer_revealed || m_state.SelfJudgement.empty())

@@ -190,13 +190,14 @@ protected:
         yes();
     }
 
-    static constexpr const char* costs = "A typed answer counts as not known now; clicking words counts";
+    static constexpr const char* costs = "Typed answers count as not known now";
+    static constexpr const char* costs_beside_words = "Typed answers count as not known now; clicked words count";
 };
 
 TEST_F(HeadingOfTheAnswer, tells_what_a_hint_costs_until_the_next_question)
 {
     toolbar(4);
-    EXPECT_EQ(form1.panel_a.caption_value, costs);
+    EXPECT_EQ(form1.panel_a.caption_value, costs_beside_words);
     toolbar(3);
     EXPECT_EQ(form1.panel_a.caption_value, costs) << "the hint was seen";
     toolbar(5);
@@ -210,7 +211,7 @@ TEST_F(HeadingOfTheAnswer, tells_what_a_masked_hint_costs)
     toolbar(5);
     ASSERT_EQ(form1.panel_a.caption_value, "Type the answer, then press Enter");
     toolbar(4);
-    EXPECT_EQ(form1.panel_a.caption_value, costs);
+    EXPECT_EQ(form1.panel_a.caption_value, costs) << "the masked answer has no words to click";
 }
 
 TEST_F(HeadingOfTheAnswer, tells_nothing_of_it_once_the_answer_is_shown)
@@ -225,7 +226,7 @@ TEST_F(HeadingOfTheAnswer, tells_nothing_of_it_once_the_answer_is_shown)
 TEST_F(HeadingOfTheAnswer, tells_nothing_of_it_when_the_option_forgives_the_hint)
 {
     choose("m_list_mode");
-    EXPECT_EQ(form1.panel_a.caption_value, costs);
+    EXPECT_EQ(form1.panel_a.caption_value, costs_beside_words);
     choose("m_list_mode");
     EXPECT_EQ(form1.panel_a.caption_value, "Answer");
 }
