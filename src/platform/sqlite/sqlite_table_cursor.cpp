@@ -261,7 +261,8 @@ void SqliteTableCursor::delete_row()
     require_row();
     cancel();
     if (!m_delete)
-        m_delete.emplace(m_connection, "DELETE FROM " + quoted_name(m_layout->name()) + " WHERE " + row_id_column + " = ?1");
+        m_delete.emplace(m_connection,
+                         "DELETE FROM " + quoted_name(m_layout->name()) + " WHERE " + row_id_column + " = ?1");
     Statement& statement = m_delete->get();
     const ResetAtExit reset_at_exit(statement);
     const Value id = m_row_id;
