@@ -422,8 +422,9 @@ TEST_P(ToldChange, is_what_an_import_does)
     EXPECT_TRUE(comes_back("first", "1"));
     EXPECT_EQ(comes_back(changed.question, changed.answer), changed.reasons.empty());
     EXPECT_EQ(comes_back("last", "3\r\n\r\n\r\n------------------------"), changed.reasons_of_next.empty());
-    if (changed.records != 0)
+    if (changed.records != 0) {
         EXPECT_EQ(after.size(), changed.records);
+    }
     EXPECT_EQ(told.changed, (changed.reasons.empty() ? 0 : 1) + (changed.reasons_of_next.empty() ? 0 : 1));
     EXPECT_EQ(told.lines, line(2, changed.reasons, common::replace_all(changed.question, common::cr_lf, " ")) +
                               line(3, changed.reasons_of_next, "last"));
