@@ -32,7 +32,7 @@ public:
 }
 
 /// Thrown to leave the program from anywhere. It is deliberately no std::exception, so that no error
-/// handler swallows it; only the event guard and the start of the program catch it.
+/// handler swallows it; only the event guard catches it.
 struct ProgramEnded {};
 
 } // namespace cuedrill::common

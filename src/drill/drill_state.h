@@ -28,7 +28,7 @@ struct DrillState {
     bool AnswerShown = false;
     /// The answer was revealed by the command, and the verdict is to be given with "+" or "-".
     bool AwaitingVerdict = false;
-    /// The answer is being typed: "*", "+" and "-" are ordinary characters of it.
+    /// The answer is being typed: until it is shown, "*", "+" and "-" are ordinary characters of it.
     bool TypingMode = false;
     /// The answer box shows the stored answer, in whichever way it came there; nothing is typed any more.
     bool answer_revealed = false;

@@ -48,10 +48,10 @@ struct EnablingRow {
     std::array<bool, modes> enabled; ///< by mode
 };
 
-/// In which mode each command is enabled. Some have one more condition: typing is not what is always done ("Let me
-/// Type"); the dialog takes a verdict only on an answer that is shown, offers one only of a question on display, and
-/// ends the program only without one ("Yes", "No"); there was a list ("Recall last list"); and statistics and hints
-/// have those of the `place_table`.
+/// In which mode each command is enabled. Some have one more condition. "Let me Type" is disabled while every answer is
+/// typed. "Yes" and "No" as a verdict need an answer that is shown; as "shall the answer be shown" they need a question
+/// on display; and "No" ends the program only while no question is on display. "Recall last list" needs a list that was
+/// built before. Statistics and hints have the conditions of the `place_table`.
 inline constexpr std::array enabling_table{
     //                                  empty, nothing, question, answer, new, edit
     EnablingRow{Command::next_question, {true, true, true, true, true, true}},
