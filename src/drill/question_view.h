@@ -63,7 +63,7 @@ public:
     /// Shows the stored answer to be changed.
     void show_answer_for_editing();
 
-    /// Puts the caret into the answer box and makes "*", "+" and "-" ordinary characters.
+    /// Puts the caret into the answer box. Until the answer is shown, "*", "+" and "-" are ordinary characters then.
     void let_me_type();
 
 private:

@@ -5,7 +5,6 @@
 #include "drill/key_echo.h"
 #include "drill/key_pause.h"
 #include "drill/question_dialog.h"
-#include "drill/status_line.h"
 #include "drill/toolbar.h"
 #include "drill/window_layout.h"
 #include "platform/desktop.h"
@@ -24,7 +23,6 @@ public:
         QuestionDialog& dialog;
         Toolbar& toolbar;
         bank::RecordEditor& editor;
-        StatusLine& status;
         WindowLayout& layout;
         KeyEcho& echo;
         const KeyPause& pause;

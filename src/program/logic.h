@@ -135,9 +135,7 @@ struct Logic {
     drill::Toolbar toolbar{form1, dialog, editor, aids};
     drill::ContextHelp context_help{form1, p.desktop};
     drill::WindowKeys keys{
-        form1,
-        state,
-        {dialog, toolbar, editor, status, layout, echo, key_pause, p.desktop, p.text_compare, end_of_program}};
+        form1, state, {dialog, toolbar, editor, layout, echo, key_pause, p.desktop, p.text_compare, end_of_program}};
     drill::MainWindow main_window{{form1,          p.desktop,    p.clock, trace,           course,        params,
                                    title,          edit_flags,   editor,  lists,           statistics,    scoring,
                                    end_of_program, state,        status,  statistics_view, question_view, layout,
