@@ -2,11 +2,15 @@
 #include "bench_names.h"
 #include "common/number_format.h"
 #include "engine.h"
+#include "exchange/importer.h"
 #include "platform/icu/icu_text_compare.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/system/system_clock.h"
 #include "sample_course.h"
+#include "scheduler/counts.h"
 #include "scheduler/dead_time.h"
+#include "scheduler/next_question.h"
+#include "scheduler/verdict.h"
 #include "store/schema.h"
 
 #include <benchmark/benchmark.h>
@@ -30,11 +34,16 @@ void verdict(benchmark::State& state)
     const WorkFolder folder;
     Engine engine(fresh_sample(folder));
     engine.open();
-    engine.selection.next_question();
+    const auto next_after = [&](common::Int16 last) {
+        return scheduler::next_question(engine.course, engine.dead_times, last, engine.clock.now(), engine.random)
+            .value_or(0);
+    };
+    common::Int16 current = next_after(0);
     for ([[maybe_unused]] auto iteration : state) {
-        engine.scoring.set_success();
-        engine.selection.next_question();
-        if (engine.course.current_cnt == 0)
+        scheduler::judge(engine.course, engine.dead_times, current, true, engine.clock.now());
+        benchmark::DoNotOptimize(scheduler::count(engine.course));
+        current = next_after(current);
+        if (current == 0)
             state.SkipWithError("the course has run out of questions");
     }
 }
@@ -118,7 +127,7 @@ void counts(benchmark::State& state)
     Engine engine(fresh_sample(folder));
     engine.open();
     for ([[maybe_unused]] auto iteration : state)
-        engine.statistics.refresh_counts();
+        benchmark::DoNotOptimize(scheduler::count(engine.course));
 }
 
 void counts_floor(benchmark::State& state)
@@ -167,7 +176,10 @@ void importing(benchmark::State& state)
         Engine engine(fresh_empty(folder, ++number));
         engine.open();
         state.ResumeTiming();
-        engine.import.import_file(text);
+        exchange::Importer importer(engine.course, engine.bank, engine.files, engine.clock, engine.text_compare, text);
+        exchange::Progress progress;
+        while (!progress.finished)
+            progress = importer.step(exchange::Importer::usual_step);
         if (engine.course.record_count != records)
             state.SkipWithError("not everything was imported");
     }
@@ -224,7 +236,7 @@ void register_course_benchmarks()
     add("verdict, next question and counts", verdict, verdict_floor, benchmark::kMillisecond);
     add("opening a course", opening, opening_floor, benchmark::kMillisecond);
     add("importing 30000 records", importing, importing_floor, benchmark::kMillisecond);
-    add("refreshing the counts", counts, counts_floor, benchmark::kMillisecond);
+    add("counting the levels", counts, counts_floor, benchmark::kMillisecond);
 }
 
 } // namespace cuedrill::bench

@@ -1,4 +1,6 @@
 #include "bank/list_lines.h"
+#include "bank/question_list.h"
+#include "bank/record_search.h"
 #include "bare_sqlite.h"
 #include "bench_names.h"
 #include "common/errors.h"
@@ -18,6 +20,7 @@
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,20 +31,19 @@ namespace {
 /// A part of a word that some hundred questions have.
 constexpr const char* searched_text = "neka";
 
-/// The place of a list, with no window behind it.
-class NoListScreen final : public bank::ListScreen {
-public:
-    void set_for_list(std::vector<std::string> shown) override { lines = std::move(shown); }
-    void replace_list(std::vector<std::string> shown) override { lines = std::move(shown); }
-    [[nodiscard]] bool list_shown() const override { return true; }
-    [[nodiscard]] std::string loaded_question() const override { return {}; }
-    void show_chosen_record() override {}
-
-    std::vector<std::string> lines;
-};
+/// The list of all questions with their answers, as it is shown.
+std::vector<std::string> question_lines(Engine& engine)
+{
+    std::optional<bank::QuestionList> questions =
+        bank::read_questions(engine.course, "order by " + engine.course.Q_FIELD.text, true);
+    if (!questions)
+        throw common::Error("The course has no records.");
+    bank::make_lines(*questions, engine.course, engine.text_compare);
+    return std::move(questions->lines);
+}
 
 /// The list in the main window. Requires a QApplication.
-class ListWindow final : public bank::ListScreen, private QObject {
+class ListWindow final : private QObject {
 public:
     ListWindow()
     {
@@ -49,11 +51,11 @@ public:
             throw common::Error("The main window has no list.");
         m_view->viewport()->installEventFilter(this);
         m_form1.controls().window.show();
-        set_for_list({});
+        show({});
         wait_until_painted();
     }
 
-    void set_for_list(std::vector<std::string> lines) override
+    void show(std::vector<std::string> lines)
     {
         m_painted = false;
         platform::Form1& form1 = m_form1.controls();
@@ -64,13 +66,6 @@ public:
         form1.listav.set_visible(true);
         form1.listav.set_focus();
     }
-    void replace_list(std::vector<std::string> lines) override
-    {
-        m_form1.controls().listav.replace_lines(std::move(lines));
-    }
-    [[nodiscard]] bool list_shown() const override { return true; }
-    [[nodiscard]] std::string loaded_question() const override { return {}; }
-    void show_chosen_record() override {}
 
     /// Statistics stand in the place of the list again.
     void put_away()
@@ -122,11 +117,8 @@ void list(benchmark::State& state)
     const WorkFolder folder;
     Engine engine(fresh_sample(folder));
     engine.open();
-    NoListScreen screen;
-    bank::RecordLists lists = engine.lists(screen);
     for ([[maybe_unused]] auto iteration : state) {
-        lists.m_all_q_and_a();
-        if (screen.lines.size() != bank::longest_list)
+        if (question_lines(engine).size() != bank::longest_list)
             state.SkipWithError("the list is not as long as it can be");
     }
 }
@@ -137,12 +129,11 @@ void list_on_screen(benchmark::State& state)
     Engine engine(fresh_sample(folder));
     engine.open();
     ListWindow window;
-    bank::RecordLists lists = engine.lists(window);
     for ([[maybe_unused]] auto iteration : state) {
         state.PauseTiming();
         window.put_away();
         state.ResumeTiming();
-        lists.m_all_q_and_a();
+        window.show(question_lines(engine));
         window.wait_until_painted();
         if (window.line_count() != bank::longest_list)
             state.SkipWithError("the list is not as long as it can be");
@@ -155,7 +146,7 @@ void scrolling(benchmark::State& state)
     Engine engine(fresh_sample(folder));
     engine.open();
     ListWindow window;
-    engine.lists(window).m_all_q_and_a();
+    window.show(question_lines(engine));
     window.wait_until_painted();
     for ([[maybe_unused]] auto iteration : state) {
         window.scroll_to(true);
@@ -180,13 +171,10 @@ void search(benchmark::State& state)
     const WorkFolder folder;
     Engine engine(fresh_sample(folder));
     engine.open();
-    engine.window.typed = searched_text;
-    NoListScreen screen;
-    bank::RecordLists lists = engine.lists(screen);
     const std::size_t expected = records_to_be_found();
     for ([[maybe_unused]] auto iteration : state) {
-        lists.m_find_q();
-        if (screen.lines.size() != expected)
+        const bank::FoundRecords found = bank::search(engine.course, engine.course.Q_FIELD, searched_text);
+        if (found.list.lines().size() != expected)
             state.SkipWithError("not what is there was found");
     }
 }

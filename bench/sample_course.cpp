@@ -70,21 +70,13 @@ void make_sample_course(const std::string& path, const platform::TextCompare& te
     database.open(path, store::course_tables());
     const common::DateTime now = platform::system::SystemClock().now();
     platform::Transaction transaction(database);
-    const auto qa = database.open_table("qa");
     for (int number = 1; number <= count; ++number) {
-        qa->add_new();
-        qa->set("q", question_of(number));
-        qa->set("a", answer_of(number));
         const bool tested = number % 3 != 0;
-        for (const char* const counter : {"q_attempts", "a_attempts", "q_fails", "a_fails", "a_successes"})
-            qa->set(counter, std::int64_t{0});
-        qa->set("q_successes", std::int64_t{tested ? number % 11 : 0});
-        if (tested) {
-            const double age = 0.001 * (number % 4000);
-            qa->set("q_date_last_test", now.plus_days(-age).day_number());
-            qa->set("q_date_last_show", now.plus_days(-age).day_number());
-        }
-        qa->update();
+        const double age = 0.001 * (number % 4000);
+        database.execute("Insert into qa (q, a, q_attempts, a_attempts, q_fails, a_fails, a_successes, q_successes, "
+                         "q_date_last_test, q_date_last_show) values (?1, ?2, 0, 0, 0, 0, 0, ?3, ?4, ?4)",
+                         {question_of(number), answer_of(number), std::int64_t{tested ? number % 11 : 0},
+                          tested ? platform::Value(now.plus_days(-age).day_number()) : platform::Value()});
     }
     transaction.commit();
 }

@@ -54,6 +54,18 @@ function(cuedrill_test folder)
         PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_WORKING_ENVIRONMENT}")
 endfunction()
 
+# cuedrill_test_library(<target> SOURCES <file>... LINKS <target>...)
+# What several test programs are linked with: its sources are compiled once for all of them.
+function(cuedrill_test_library target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_library(${target} STATIC ${arg_SOURCES})
+    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${target} PUBLIC cuedrill_options ${arg_LINKS} GTest::gtest)
+    if(CUEDRILL_PRECOMPILED_HEADERS)
+        target_precompile_headers(${target} REUSE_FROM cuedrill_test_headers)
+    endif()
+endfunction()
+
 # cuedrill_precompile(<target> <header>...)
 # Headers from outside the project that most files of the target include. Each file includes what it needs all the same.
 function(cuedrill_precompile target)

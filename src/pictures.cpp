@@ -207,32 +207,22 @@ private:
             {"What is the capital of Finland?", "Helsinki", 0},
             {"What is the capital of Iceland?", "Reykjavik", 0},
         };
-        const auto qa = m_database.open_table("qa");
         const double tested = platform::system::SystemClock().now().plus_days(-3.5).day_number();
         std::int64_t attempts = 7;
         for (const Record& record : records) {
-            qa->add_new();
-            qa->set("q", record.question);
-            qa->set("a", record.answer);
-            for (const std::string side : {"q", "a"}) {
-                qa->set(side + "_successes", record.level);
-                qa->set(side + "_attempts", attempts);
-                qa->set(side + "_fails", attempts - record.level);
-                qa->set(side + "_date_last_test", tested);
-            }
-            qa->update();
+            m_database.execute(
+                "Insert into qa (q, a, q_successes, a_successes, q_attempts, a_attempts, q_fails, "
+                "a_fails, q_date_last_test, a_date_last_test) "
+                "values (?1, ?2, ?3, ?3, ?4, ?4, ?5, ?5, ?6, ?6)",
+                {record.question, record.answer, record.level, attempts, attempts - record.level, tested});
             ++attempts;
         }
     }
 
     void write_params(const Wish& wish)
     {
-        const auto params = m_database.open_table("params");
-        const auto add = [&](const char* name, const char* column, platform::Value value) {
-            params->add_new();
-            params->set("param", name);
-            params->set(column, std::move(value));
-            params->update();
+        const auto add = [&](const std::string& name, const std::string& column, const platform::Value& value) {
+            m_database.execute("Insert into params (param, " + column + ") values (?1, ?2)", {name, value});
         };
         add("course_title", "string_value", "Capitals of Europe");
         add("time_ever", "number_value", 45296.0);

@@ -3,6 +3,7 @@
 #include "common/errors.h"
 #include "common/number_format.h"
 #include "common/text.h"
+#include "store/course.h"
 
 #include <algorithm>
 
@@ -54,6 +55,11 @@ std::vector<std::string> ListLines::lines() const
     for (std::size_t place = 0; place < list_count(); ++place)
         all.push_back(line(place));
     return all;
+}
+
+common::Int16 score_of(const platform::Recordset& row, const store::SideFields& side)
+{
+    return store::nz_int16(row.field(side.successes), "score");
 }
 
 std::string in_one_line(std::string text)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "common/int16.h"
+#include "platform/database.h"
+#include "store/side_fields.h"
 
 #include <cstddef>
 #include <string>
@@ -46,6 +48,10 @@ private:
     std::vector<common::Int16> m_list_scores;
     std::size_t m_size = 0; ///< bytes of the texts and lines
 };
+
+/// The level of a row of `qa` on one side.
+/// @throws common::OverflowError when it does not fit 16 bits
+common::Int16 score_of(const platform::Recordset& row, const store::SideFields& side);
 
 /// `text` with each CR LF as one blank.
 std::string in_one_line(std::string text);

@@ -5,6 +5,8 @@
 #include "store/course_transaction.h"
 #include "store/schema.h"
 
+#include <utility>
+
 namespace cuedrill::bank {
 
 std::string too_long_text(std::string_view what, std::size_t characters)
@@ -33,27 +35,20 @@ std::string too_long(const std::string& question, const std::string& answer)
     return about_question + (about_question.empty() || about_answer.empty() ? "" : " ") + about_answer;
 }
 
-bool RecordBank::Write_QA(const std::string& question, const std::string& answer)
+std::variant<common::Int16, Refusal> RecordBank::Write_QA(const std::string& question, const std::string& answer)
 {
-    m_last_refusal.clear();
-    if (question.empty() || answer.empty()) {
-        m_last_refusal =
-            question.empty() ? "Question empty. Record not inserted." : "Answer empty. Record not inserted.";
-        m_desktop.message_box({.text = m_last_refusal});
-        return false;
-    }
+    if (question.empty())
+        return Refusal{"Question empty. Record not inserted."};
+    if (answer.empty())
+        return Refusal{"Answer empty. Record not inserted."};
     try {
-        m_course.current_cnt = insert_record(question, answer);
+        return insert_record(question, answer);
     } catch (const platform::DatabaseError& error) {
         if (error.kind() != platform::DatabaseErrorKind::constraint)
             throw;
-        m_last_refusal = too_long(question, answer);
-        if (m_last_refusal.empty())
-            m_last_refusal = error.what();
-        return false;
+        const std::string words = too_long(question, answer);
+        return Refusal{words.empty() ? error.what() : words};
     }
-    m_flags.clear();
-    return true;
 }
 
 common::Int16 RecordBank::insert_record(const std::string& question, const std::string& answer)
@@ -89,26 +84,47 @@ std::optional<common::Int16> RecordBank::stored_after_all()
     return m_stored_after_all;
 }
 
-void RecordBank::change_record(common::Int16 cnt, const std::string& question, const std::string& answer)
+void RecordBank::change_record(common::Int16 cnt, const std::string& question, const std::string& answer,
+                               std::function<void()> when_stored_after_all)
 {
     const store::QaTexts texts = store::texts_by_column(m_course.Q_FIELD, question, answer);
     store::CourseTransaction transaction(m_course);
+    m_stored_after_all.reset();
     if (store::change_texts(m_course.database(), cnt, texts) == 0)
         throw store::RecordGone();
-    // Texts that were there before tell nothing, but then the counters do.
-    transaction.commit({.is_stored = [this, cnt, texts] {
-        const auto record = store::find_record(m_course.database(), cnt);
-        return record && record->q == texts.q && record->a == texts.a && starts_anew(*record);
-    }});
+    transaction.commit({.is_stored = [this, cnt, texts] { return is_changed_to(cnt, texts); },
+                        .when_stored_after_all =
+                            [this, cnt, tell = std::move(when_stored_after_all)] {
+                                m_stored_after_all = cnt;
+                                if (tell)
+                                    tell();
+                            }});
 }
 
-void RecordBank::delete_record(common::Int16 cnt)
+bool RecordBank::has_new_texts(common::Int16 cnt, const std::string& question, const std::string& answer)
+{
+    return is_changed_to(cnt, store::texts_by_column(m_course.Q_FIELD, question, answer));
+}
+
+bool RecordBank::is_changed_to(common::Int16 cnt, const store::QaTexts& texts)
+{
+    const auto record = store::find_record(m_course.database(), cnt);
+    // Texts that were there before tell nothing, but then the counters do.
+    return record && record->q == texts.q && record->a == texts.a && starts_anew(*record);
+}
+
+void RecordBank::delete_record(common::Int16 cnt, std::function<void()> when_stored_after_all)
 {
     store::CourseTransaction transaction(m_course);
     if (store::delete_record(m_course.database(), cnt) == 0)
         throw store::RecordGone();
     const auto is_stored = [this, cnt] { return !store::find_record(m_course.database(), cnt); };
-    transaction.commit({.is_stored = is_stored, .when_stored_after_all = [this] { --m_course.record_count; }});
+    transaction.commit(
+        {.is_stored = is_stored, .when_stored_after_all = [this, tell = std::move(when_stored_after_all)] {
+             --m_course.record_count;
+             if (tell)
+                 tell();
+         }});
     --m_course.record_count;
 }
 

@@ -3,12 +3,12 @@
 #include "drill/drill_state.h"
 #include "drill/hints.h"
 #include "drill/question_view.h"
+#include "drill/statistics.h"
 #include "drill/statistics_view.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
 #include "platform/form1.h"
 #include "platform/text_compare.h"
-#include "scheduler/statistics.h"
 #include "store/course.h"
 #include "store/course_params.h"
 
@@ -19,7 +19,7 @@ class AnswerAids {
 public:
     struct Services {
         store::CourseParamsStore& params;
-        scheduler::Statistics& statistics;
+        Statistics& statistics;
         StatisticsView& statistics_view;
         QuestionView& view;
         StatusLine& status;

@@ -1,38 +1,13 @@
 #include "drill/context_help.h"
 
 #include "common/text.h"
+#include "drill/commands.h"
 
-#include <array>
+#include <map>
 #include <string>
 
 namespace cuedrill::drill {
 namespace {
-
-constexpr std::array<const char*, platform::toolbar_buttons> toolbar_help{
-    "Asks the next question. The one on display gets no verdict; it is marked as shown, so that it does not come again "
-    "at once. While you are typing or changing a record, you are asked whether to save it first.\r\n\r\nKey: Q",
-    "Shows the answer. Then press + if you knew it, or - if you did not.\r\n\r\nKeys: A, or Enter while the answer box "
-    "is empty; * in the answer box, unless you are typing the answer",
-    "Shows the statistics of the course in place of the hint or the list.\r\n\r\nKey: S",
-    "Shows words from which you can put the answer together: click them in their order, or go to them with Tab and the "
-    "arrow keys and choose with Enter. One wrong word ends the question as not known.\r\n\r\nWhile you are typing the "
-    "answer, shows its shape instead: the letters A to Z and the digits are hidden.\r\n\r\nAn answer that you type "
-    "after a hint counts as not known.\r\n\r\nKey: H, outside of the boxes; Escape leaves them",
-    "Puts the caret into the answer box. Type the answer and press Enter to have it judged; upper and lower case do "
-    "not matter. Until the answer is shown, *, + and - are ordinary characters.\r\n\r\nKey: T",
-    "You knew the answer: the question's level rises as far as the time since its last test allows, and the next "
-    "question is asked.\r\n\r\nKey: +, once the answer is shown",
-    "You did not know the answer: the question goes back to level 0, and the next question is asked.\r\n\r\nKey: -, "
-    "once the answer is shown",
-    "Lets you change the question on display and its answer. When you save it, the question starts its history again: "
-    "attempts, failures and level go back to 0, in both directions.\r\n\r\nKey: E",
-    "Empties both boxes for a new question and its answer. Texts that you left unsaved come back with Ctrl+Z "
-    "in each box.\r\n\r\nKey: I",
-    "Stores the question and the answer that you have typed. Blanks around them are dropped; 200 characters fit into "
-    "each.",
-    "Deletes the question on display and its answer, after asking you. This cannot be undone. Without a question on "
-    "display it only empties the boxes.\r\n\r\nKey: D",
-};
 
 constexpr const char* level_help =
     "How many questions are at this level, and how many of all that is. The last line counts level 5 and all above it. "
@@ -64,6 +39,7 @@ void ContextHelp::show_all()
 
 void ContextHelp::attach()
 {
+    m_form1.window.on_help = [this] { show_all(); };
     attach_toolbar();
     attach_dialog();
     attach_question_figures();
@@ -76,8 +52,14 @@ void ContextHelp::attach()
 
 void ContextHelp::attach_toolbar()
 {
-    for (std::size_t place = 0; place < toolbar_help.size(); ++place)
-        offer(common::replace_all(m_form1.pb[place]->caption(), "&", ""), {m_form1.pb[place]}, toolbar_help[place]);
+    std::map<int, const ButtonRow*> buttons;
+    for (const CommandRow& row : command_table()) {
+        if (row.button)
+            buttons[row.button->number] = &*row.button;
+    }
+    for (const auto& [number, row] : buttons)
+        offer(common::replace_all(row->caption, "&", ""), {m_form1.pb.at(static_cast<std::size_t>(number - 1))},
+              row->help);
 }
 
 void ContextHelp::attach_dialog()

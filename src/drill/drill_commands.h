@@ -1,50 +1,51 @@
 #pragma once
 
-#include "bank/record_editor.h"
-#include "bank/record_lists.h"
 #include "drill/answer_aids.h"
+#include "drill/command_controls.h"
 #include "drill/context_help.h"
-#include "drill/main_menu.h"
+#include "drill/course_opener.h"
+#include "drill/course_title.h"
+#include "drill/end_of_program.h"
+#include "drill/last_list.h"
+#include "drill/level_commands.h"
 #include "drill/question_dialog.h"
+#include "drill/question_export.h"
+#include "drill/question_import.h"
+#include "drill/record_editor.h"
+#include "drill/record_lists.h"
+#include "drill/scoring.h"
+#include "drill/selection.h"
 #include "drill/statistics_view.h"
 #include "drill/status_line.h"
-#include "drill/toolbar.h"
-#include "exchange/question_export.h"
-#include "exchange/question_import.h"
 #include "platform/desktop.h"
-#include "scheduler/end_of_program.h"
-#include "scheduler/level_commands.h"
-#include "scheduler/scoring.h"
-#include "scheduler/selection.h"
+#include "platform/form1.h"
 #include "store/course.h"
-#include "store/course_opener.h"
 #include "store/course_params.h"
-#include "store/course_title.h"
 #include "support/agenda.h"
 #include "support/help.h"
 
 namespace cuedrill::drill {
 
-/// What the entries of the menus do.
+/// What the entries of the menus, the buttons of the toolbar and the single keys do.
 class DrillCommands {
 public:
     /// Everything that commands lead to.
     struct Targets {
         store::Course& course;
         store::CourseParamsStore& params;
-        store::CourseOpener& opener;
-        store::CourseTitle& title;
-        scheduler::Selection& selection;
-        scheduler::Scoring& scoring;
-        scheduler::LevelCommands& levels;
-        scheduler::EndOfProgram& end_of_program;
-        bank::RecordEditor& editor;
-        bank::RecordLists& lists;
-        exchange::QuestionImport& import;
-        exchange::QuestionExport& question_export;
+        CourseOpener& opener;
+        CourseTitle& title;
+        Selection& selection;
+        Scoring& scoring;
+        LevelCommands& levels;
+        EndOfProgram& end_of_program;
+        RecordEditor& editor;
+        LastList& last_list;
+        RecordLists& lists;
+        QuestionImport& import;
+        QuestionExport& question_export;
         QuestionDialog& dialog;
         AnswerAids& aids;
-        Toolbar& toolbar;
         ContextHelp& context_help;
         support::HelpCommands& help;
         support::Agenda& agenda;
@@ -53,10 +54,21 @@ public:
         platform::Desktop& desktop;
     };
 
-    explicit DrillCommands(const Targets& targets) : m_to(targets) {}
+    DrillCommands(platform::Form1& form1, CommandControls& controls, const Targets& targets)
+        : m_form1(form1), m_controls(controls), m_to(targets)
+    {
+    }
 
-    /// Attaches each entry of the menus to its command.
-    void attach(MainMenu& menu);
+    /// Attaches each entry and each button to its command.
+    void attach();
+
+    /// @throws what the command throws.
+    void run(Command command);
+
+    /// Does what a click on the command's button does; nothing while the button is disabled. No text box has the focus
+    /// afterwards, unless the command gives it to one.
+    /// @throws what the command throws.
+    void RunToolbarCommand(Command command);
 
     /// Asks the other side of the course from now on. Offers to save what is being typed first.
     /// @throws platform::DatabaseError. When the option cannot be stored, the direction stays; after any later error no
@@ -67,10 +79,18 @@ public:
     void m_display_q_nr();
 
 private:
-    void attach_lists(MainMenu& menu);
-    void attach_help(MainMenu& menu);
-    void tell_next_due_anew();
+    void open_course();
+    void create_course();
+    void exit();
+    void change_target();
+    void reset_all();
+    void save();
+    [[nodiscard]] platform::TextBox* box_with_focus() const;
+    template <class Work>
+    void keep_due_true(Work work);
 
+    platform::Form1& m_form1;
+    CommandControls& m_controls;
     Targets m_to;
 };
 

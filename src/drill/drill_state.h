@@ -39,7 +39,6 @@ struct DrillState {
 
     std::string loaded_question; ///< text on the asked side of the current record
     std::string loaded_answer;   ///< text on its answer side
-    double displayed_at = 0;     ///< when it was put on display, seconds since midnight
 
     /// A list of records stands where the drill shows its statistics and hints.
     [[nodiscard]] bool list_shown() const { return shared_place == SharedPlace::list; }

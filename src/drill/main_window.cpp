@@ -1,6 +1,7 @@
 #include "drill/main_window.h"
 
 #include "common/errors.h"
+#include "store/course_transaction.h"
 
 #include <chrono>
 #include <string>
@@ -17,14 +18,10 @@ void MainWindow::attach()
     platform::Form1& form1 = m_.form1;
     m_.statistics_view.set_captions();
     m_.question_view.set_captions();
-    m_.toolbar.attach();
-    m_.help.attach();
     form1.P_status.set_description("Status");
     attach_dialog();
     attach_boxes();
-    form1.window.on_key = [this](const platform::KeyPress& press) { return m_.keys.OnWindowKey(press); };
     form1.window.on_close = [this] { close(); };
-    form1.window.on_help = [this] { m_.help.show_all(); };
     form1.window.on_session_end = [this] { m_.end_of_program.end_program(); };
 
     form1.timer_1_min.on_tick = [this] { timer_1_min_tick(); };
@@ -94,109 +91,18 @@ void MainWindow::forget_display()
     m_.state.dialog = DialogState::AskToStart;
     m_.state.RightClickConsumed = false;
     m_.edit_flags.clear();
-    m_.scoring.forget_last_verdict();
-    m_.lists.forget_list();
+    m_.last_list.forget_list();
     m_.state.list_built = false;
     m_.question_view.leave_list();
     m_.question_view.withdraw_question();
     m_.status.ShowStatus("", 0);
 }
 
-bank::RecordTexts MainWindow::typed_texts() const
-{
-    return {m_.form1.Text_q.text(), m_.form1.Text_a.text()};
-}
-
-bank::RecordTexts MainWindow::loaded_texts() const
-{
-    return {m_.state.loaded_question, m_.state.loaded_answer};
-}
-
-// A text that is right already is left alone, and with it the caret and what the user can undo.
-void MainWindow::put_question(const std::string& text)
-{
-    if (m_.form1.Text_q.text() != text)
-        m_.form1.Text_q.set_text(text);
-}
-
-void MainWindow::put_answer(const std::string& text)
-{
-    if (m_.form1.Text_a.text() != text)
-        m_.form1.Text_a.set_text(text);
-}
-
-void MainWindow::empty_boxes()
-{
-    m_.form1.Text_q.clear();
-    m_.form1.Text_a.clear();
-}
-
-void MainWindow::tell_unsaved()
-{
-    m_.status.show_until_question("The changes are not saved.", 0);
-    m_.key_pause.begin(KeyPause::Keys::escape);
-}
-
-void MainWindow::open_editor()
-{
-    m_.layout.RelayoutWindow();
-    m_.form1.Text_q.set_focus();
-    m_.status.ShowStatus(m_.edit_flags.edit_mode
-                             ? "Saving starts this record's history again."
-                             : "Type the question and its answer, then press Save. Escape leaves without saving.",
-                         0);
-}
-
-void MainWindow::redisplay()
-{
-    m_.layout.RelayoutWindow();
-    m_.status.reset_status();
-}
-
-/// Counts anew; when that fails no question is on display: the boxes would still show the record from before, and a
-/// verdict on it would go to the new one.
-void MainWindow::refresh_counts()
-{
-    try {
-        m_.statistics.refresh_counts();
-    } catch (...) {
-        m_.question_view.withdraw_question();
-        throw;
-    }
-}
-
-void MainWindow::show_saved_record()
-{
-    const bank::RecordTexts saved = typed_texts();
-    try {
-        refresh_counts();
-        m_.question_view.show_record_and_answer();
-    } catch (const std::exception&) {
-        put_question(saved.question);
-        put_answer(saved.answer);
-        m_.status.ShowStatus("Saved.", status_seconds);
-        throw;
-    }
-    m_.status.ShowStatus("Saved.", status_seconds);
-    m_.lists.rebuild_shown_list();
-}
-
 void MainWindow::show_stored_record()
 {
-    refresh_counts();
+    refresh_counts_or_withdraw(m_.statistics, m_.question_view);
     if (m_.course.current_cnt != 0)
         m_.question_view.show_record();
-}
-
-void MainWindow::set_for_list(std::vector<std::string> lines)
-{
-    m_.form1.listav.set_lines(std::move(lines));
-    m_.state.shared_place = SharedPlace::list;
-    m_.state.list_built = true;
-    m_.layout.RelayoutWindow();
-    // Who is typing a record goes on typing it.
-    if (!m_.edit_flags.editing())
-        m_.form1.listav.set_focus();
 }
 
 void MainWindow::timer_1_sec_tick()
@@ -209,13 +115,20 @@ void MainWindow::timer_1_min_tick()
     m_.statistics.refresh_work_time();
     try {
         m_.params.save_work_time(m_.clock.now());
+    } catch (const store::OutcomeUnknown& error) {
+        tell_about_work_time("It is not known whether the work time is stored.");
+        m_.trace.write_trace(std::string("timer_1_min - not known whether the work time is stored - ") + error.what());
     } catch (const common::Error& error) {
-        // No box: nobody asked for anything just now, and the next minute tries again.
-        // A request for a verdict stays.
-        if (!m_.state.AwaitingVerdict)
-            m_.status.ShowStatus(std::string("The work time could not be stored. ") + error.what(), status_seconds);
+        tell_about_work_time(std::string("The work time could not be stored. ") + error.what());
         m_.trace.write_trace(std::string("timer_1_min - work time not stored - ") + error.what());
     }
+}
+
+/// No box: nobody asked for anything just now, and the next minute tries again. A request for a verdict stays.
+void MainWindow::tell_about_work_time(const std::string& text)
+{
+    if (!m_.state.AwaitingVerdict)
+        m_.status.ShowStatus(text, status_seconds);
 }
 
 } // namespace cuedrill::drill

@@ -27,9 +27,8 @@ DialogTexts texts_of(DialogState state)
 } // namespace
 
 QuestionDialog::QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
-                               WindowLayout& layout, platform::Desktop& desktop, scheduler::Selection& selection,
-                               scheduler::Scoring& scoring, bank::RecordEditor& editor,
-                               scheduler::EndOfProgram& end_of_program, const store::Course& course)
+                               WindowLayout& layout, platform::Desktop& desktop, Selection& selection, Scoring& scoring,
+                               RecordEditor& editor, EndOfProgram& end_of_program, const store::Course& course)
     : m_form1(form1), m_state(state), m_view(view), m_status(status), m_layout(layout), m_desktop(desktop),
       m_selection(selection), m_scoring(scoring), m_editor(editor), m_end_of_program(end_of_program), m_course(course)
 {
@@ -150,7 +149,7 @@ void QuestionDialog::NextQuestionCommand()
         return;
     }
     const common::Int16 edited = m_course.current_cnt;
-    if (m_editor.offer_to_save() == bank::SaveResult::refused)
+    if (m_editor.offer_to_save() == SaveResult::refused)
         return;
     if (m_editor.editing())
         m_editor.close_editor();

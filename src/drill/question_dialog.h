@@ -1,15 +1,15 @@
 #pragma once
 
-#include "bank/record_editor.h"
 #include "drill/drill_state.h"
+#include "drill/end_of_program.h"
 #include "drill/question_view.h"
+#include "drill/record_editor.h"
+#include "drill/scoring.h"
+#include "drill/selection.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
 #include "platform/desktop.h"
 #include "platform/form1.h"
-#include "scheduler/end_of_program.h"
-#include "scheduler/scoring.h"
-#include "scheduler/selection.h"
 #include "store/course.h"
 
 #include <string_view>
@@ -18,14 +18,13 @@ namespace cuedrill::drill {
 
 /// The three-button dialog that leads through the drill.
 ///
-/// Any function that asks for the next question may throw what `scheduler::Selection::next_question` throws; one that
-/// judges, what `scheduler::Scoring` throws. The dialog keeps its state then.
+/// Any function that asks for the next question may throw what `Selection::next_question` throws; one that
+/// judges, what `Scoring` throws. The dialog keeps its state then.
 class QuestionDialog {
 public:
     QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
-                   WindowLayout& layout, platform::Desktop& desktop, scheduler::Selection& selection,
-                   scheduler::Scoring& scoring, bank::RecordEditor& editor, scheduler::EndOfProgram& end_of_program,
-                   const store::Course& course);
+                   WindowLayout& layout, platform::Desktop& desktop, Selection& selection, Scoring& scoring,
+                   RecordEditor& editor, EndOfProgram& end_of_program, const store::Course& course);
 
     /// Repaints prompt and buttons for the present state. The prompt is blanked first, so that every new one flashes.
     void RefreshDialog();
@@ -65,10 +64,10 @@ private:
     StatusLine& m_status;
     WindowLayout& m_layout;
     platform::Desktop& m_desktop;
-    scheduler::Selection& m_selection;
-    scheduler::Scoring& m_scoring;
-    bank::RecordEditor& m_editor;
-    scheduler::EndOfProgram& m_end_of_program;
+    Selection& m_selection;
+    Scoring& m_scoring;
+    RecordEditor& m_editor;
+    EndOfProgram& m_end_of_program;
     const store::Course& m_course;
 };
 

@@ -1,9 +1,6 @@
 #include "drill/question_view.h"
 
 #include "common/colour.h"
-#include "common/errors.h"
-#include "common/number_format.h"
-#include "common/text.h"
 #include "scheduler/dead_time.h"
 
 #include <algorithm>
@@ -126,7 +123,6 @@ void QuestionView::load_current_record()
 
     m_state.loaded_question = std::move(asked.text);
     m_state.loaded_answer = store::shown_answer(store::side_of(*record, m_course.A_FIELD).text);
-    m_state.displayed_at = m_clock.seconds_since_midnight();
     show_texts(m_state.loaded_question);
 }
 

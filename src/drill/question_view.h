@@ -1,13 +1,13 @@
 #pragma once
 
 #include "common/date_time.h"
+#include "drill/displays.h"
 #include "drill/drill_state.h"
 #include "drill/hints.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
 #include "platform/clock.h"
 #include "platform/form1.h"
-#include "scheduler/ports.h"
 #include "store/course.h"
 #include "store/records.h"
 
@@ -18,7 +18,7 @@
 namespace cuedrill::drill {
 
 /// The question and answer boxes, and the figures of the question on display.
-class QuestionView : public scheduler::QuestionDisplay {
+class QuestionView : public QuestionDisplay {
 public:
     QuestionView(platform::Form1& form1, store::Course& course, DrillState& state, StatusLine& status,
                  WindowLayout& layout, Hints& hints, platform::Clock& clock)

@@ -32,8 +32,8 @@ void StatisticsView::set_captions()
 void StatisticsView::show_course()
 {
     show_options();
-    m_menu.m_change_target_level.set_caption("Change &target level  (now " +
-                                             std::to_string(m_course.params.target_level) + ")");
+    m_commands.entry(Command::change_target)
+        .set_caption("Change &target level  (now " + std::to_string(m_course.params.target_level) + ")");
     show_unpassed_caption();
     show_score(m_course.params.score_today);
     for (platform::LevelPanel* panel : m_form1.panel_level)
@@ -81,16 +81,16 @@ void StatisticsView::show_work_time(std::string_view open_time, std::string_view
 
 void StatisticsView::show_options()
 {
-    m_menu.m_always_let_me_type.set_checked(m_course.params.always_type);
-    m_menu.m_list_mode.set_checked(m_course.params.list_mode);
-    m_menu.m_random_extraction.set_checked(m_course.params.random_mode);
-    m_menu.m_invert.set_checked(m_course.params.invert);
+    m_commands.entry(Command::always_type).set_checked(m_course.params.always_type);
+    m_commands.entry(Command::always_hint).set_checked(m_course.params.list_mode);
+    m_commands.entry(Command::random_extraction).set_checked(m_course.params.random_mode);
+    m_commands.entry(Command::invert).set_checked(m_course.params.invert);
 }
 
 void StatisticsView::show_target_level()
 {
-    m_menu.m_change_target_level.set_caption("Change target level (now " +
-                                             std::to_string(m_course.params.target_level) + ")");
+    m_commands.entry(Command::change_target)
+        .set_caption("Change target level (now " + std::to_string(m_course.params.target_level) + ")");
     show_unpassed_caption();
 }
 

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "drill/main_menu.h"
+#include "drill/command_controls.h"
+#include "drill/displays.h"
 #include "platform/form1.h"
-#include "scheduler/ports.h"
 #include "store/course.h"
 
 namespace cuedrill::drill {
 
 /// The statistics in the main window, and what else tells the figures and options of the course.
-class StatisticsView : public scheduler::StatisticsPanels {
+class StatisticsView : public StatisticsPanels {
 public:
-    StatisticsView(platform::Form1& form1, MainMenu& menu, const store::Course& course)
-        : m_form1(form1), m_menu(menu), m_course(course)
+    StatisticsView(platform::Form1& form1, CommandControls& commands, const store::Course& course)
+        : m_form1(form1), m_commands(commands), m_course(course)
     {
     }
 
@@ -34,7 +34,7 @@ private:
     void show_unpassed_caption();
 
     platform::Form1& m_form1;
-    MainMenu& m_menu;
+    CommandControls& m_commands;
     const store::Course& m_course;
 };
 

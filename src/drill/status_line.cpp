@@ -6,6 +6,13 @@ namespace cuedrill::drill {
 
 void StatusLine::ShowStatus(std::string_view text, int seconds)
 {
+    prepare(seconds);
+    m_label.set_caption(text);
+}
+
+/// Makes the line ready for a text that stays for so many seconds, or for 0 until the next one.
+void StatusLine::prepare(int seconds)
+{
     m_until_question = false;
     m_about_list = false;
     m_about_due = false;
@@ -14,7 +21,6 @@ void StatusLine::ShowStatus(std::string_view text, int seconds)
     m_label.set_bold(false);
     m_label.set_background(std::nullopt);
     m_label.set_alignment(platform::Alignment::left);
-    m_label.set_caption(text);
 }
 
 void StatusLine::ask_for_verdict()
@@ -28,7 +34,8 @@ void StatusLine::ask_for_verdict()
 
 void StatusLine::show_right()
 {
-    ShowStatus("OK", 1);
+    prepare(1);
+    m_label.set_untold_caption("OK");
     m_label.set_background(common::pure_green);
     m_label.set_bold(true);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "drill/displays.h"
 #include "platform/clock.h"
 #include "platform/controls.h"
-#include "scheduler/ports.h"
 
 #include <optional>
 
@@ -12,7 +12,7 @@ namespace cuedrill::drill {
 inline constexpr int status_seconds = 5;
 
 /// The status line `P_status`.
-class StatusLine : public scheduler::StatusLine {
+class StatusLine : public StatusDisplay {
 public:
     StatusLine(platform::Label& P_status, platform::Clock& clock) : m_label(P_status), m_clock(clock) {}
 
@@ -21,7 +21,8 @@ public:
     /// Asks, with emphasis, for the verdict on the answer that has been revealed.
     void ask_for_verdict();
 
-    /// Tells, on green, that the answer was right; it stays for a second.
+    /// Shows, on green, that the answer was right; it stays for a second. Whoever reads the line when assistive
+    /// technology gets to it finds the score there already, so it is not told from here.
     void show_right();
 
     /// Shows nothing but a red line, while a box tells what was wrong.
@@ -49,6 +50,8 @@ public:
     void expire();
 
 private:
+    void prepare(int seconds);
+
     platform::Label& m_label;
     platform::Clock& m_clock;
     bool m_until_question = false;
@@ -57,19 +60,8 @@ private:
     std::optional<double> m_expiry; ///< in steady seconds; nothing for a text that stays
 };
 
-/// The status line for what is told about the list of records.
-class ListStatus : public scheduler::StatusLine {
-public:
-    explicit ListStatus(drill::StatusLine& status) : m_status(status) {}
-
-    void ShowStatus(std::string_view text, int seconds) override { m_status.show_about_list(text, seconds); }
-
-private:
-    drill::StatusLine& m_status;
-};
-
 /// The status line for what is told about the time of the next question.
-class DueStatus : public scheduler::StatusLine {
+class DueStatus : public StatusDisplay {
 public:
     explicit DueStatus(drill::StatusLine& status) : m_status(status) {}
 

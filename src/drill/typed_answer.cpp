@@ -143,6 +143,7 @@ void TypedAnswer::JudgeTypedAnswer()
 void TypedAnswer::succeed()
 {
     m_services.status.show_right();
+    m_form1.window.announce("Right.");
     m_services.desktop.pump();
     try {
         m_services.dialog.SucceedAndNext();

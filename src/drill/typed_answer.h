@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bank/edit_flags.h"
 #include "drill/drill_state.h"
+#include "drill/edit_flags.h"
 #include "drill/hints.h"
 #include "drill/key_echo.h"
 #include "drill/question_dialog.h"
@@ -33,7 +33,7 @@ public:
         const platform::TextCompare& text_compare;
     };
 
-    TypedAnswer(platform::Form1& form1, DrillState& state, const bank::EditFlags& flags, const Services& services)
+    TypedAnswer(platform::Form1& form1, DrillState& state, const EditFlags& flags, const Services& services)
         : m_form1(form1), m_state(state), m_flags(flags), m_services(services)
     {
     }
@@ -70,7 +70,7 @@ private:
 
     platform::Form1& m_form1;
     DrillState& m_state;
-    const bank::EditFlags& m_flags;
+    const EditFlags& m_flags;
     Services m_services;
 };
 

@@ -9,6 +9,11 @@ namespace cuedrill::drill {
 using platform::Key;
 using platform::KeyModifier;
 
+void WindowKeys::attach()
+{
+    m_form1.window.on_key = [this](const platform::KeyPress& press) { return OnWindowKey(press); };
+}
+
 bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 {
     if (m_services.echo.is_echo(press))
@@ -113,31 +118,31 @@ bool WindowKeys::on_letter(const platform::KeyPress& press)
 {
     if (in_text_box())
         return false;
-    const std::optional<int> button = Toolbar::button_with_key(command_letter(press));
-    if (!button)
+    const std::optional<Command> command = command_with_key(command_letter(press));
+    if (!command)
         return false;
     if (!press.auto_repeat)
-        m_services.echo.run(press, [&] { m_services.toolbar.RunToolbarCommand(*button); });
+        m_services.echo.run(press, [&] { m_services.commands.RunToolbarCommand(*command); });
     return true;
 }
 
 /// With Ctrl or Alt some buttons of the toolbar can be pressed from anywhere, also out of a text.
 bool WindowKeys::on_combination(const platform::KeyPress& press)
 {
-    const std::optional<int> button = button_of_combination(press);
-    if (!button)
+    const std::optional<Command> command = command_of_combination(press);
+    if (!command)
         return false;
     if (!press.auto_repeat)
-        m_services.echo.run(press, [&] { m_services.toolbar.RunToolbarCommand(*button); });
+        m_services.echo.run(press, [&] { m_services.commands.RunToolbarCommand(*command); });
     return true;
 }
 
-std::optional<int> WindowKeys::button_of_combination(const platform::KeyPress& press) const
+std::optional<Command> WindowKeys::command_of_combination(const platform::KeyPress& press) const
 {
     if (press.modifier == KeyModifier::alt)
-        return Toolbar::button_with_access_letter(command_letter(press));
+        return command_with_access_letter(command_letter(press));
     const bool saves = press.key == Key::enter || command_letter(press) == 's';
-    return saves && m_services.editor.editing() ? std::optional(save_button) : std::nullopt;
+    return saves && m_services.editor.editing() ? std::optional(Command::save) : std::nullopt;
 }
 
 } // namespace cuedrill::drill

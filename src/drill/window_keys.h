@@ -1,16 +1,16 @@
 #pragma once
 
-#include "bank/record_editor.h"
+#include "drill/drill_commands.h"
 #include "drill/drill_state.h"
+#include "drill/end_of_program.h"
 #include "drill/key_echo.h"
 #include "drill/key_pause.h"
 #include "drill/question_dialog.h"
-#include "drill/toolbar.h"
+#include "drill/record_editor.h"
 #include "drill/window_layout.h"
 #include "platform/desktop.h"
 #include "platform/form1.h"
 #include "platform/text_compare.h"
-#include "scheduler/end_of_program.h"
 
 #include <optional>
 
@@ -21,20 +21,23 @@ class WindowKeys {
 public:
     struct Services {
         QuestionDialog& dialog;
-        Toolbar& toolbar;
-        bank::RecordEditor& editor;
+        DrillCommands& commands;
+        RecordEditor& editor;
         WindowLayout& layout;
         KeyEcho& echo;
         const KeyPause& pause;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
-        scheduler::EndOfProgram& end_of_program;
+        EndOfProgram& end_of_program;
     };
 
     WindowKeys(platform::Form1& form1, DrillState& state, const Services& services)
         : m_form1(form1), m_state(state), m_services(services)
     {
     }
+
+    /// From now on the window asks this object about each key.
+    void attach();
 
     /// @return whether the key is swallowed. A key that is held down never runs a command.
     bool OnWindowKey(const platform::KeyPress& press);
@@ -45,7 +48,7 @@ private:
     bool on_sign(const platform::KeyPress& press);
     bool on_letter(const platform::KeyPress& press);
     bool on_combination(const platform::KeyPress& press);
-    [[nodiscard]] std::optional<int> button_of_combination(const platform::KeyPress& press) const;
+    [[nodiscard]] std::optional<Command> command_of_combination(const platform::KeyPress& press) const;
     void leave_boxes();
     void close_shared_place();
     [[nodiscard]] bool answer_is_shown() const;

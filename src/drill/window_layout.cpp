@@ -41,8 +41,8 @@ void WindowLayout::RelayoutWindow()
 
 void WindowLayout::relayout_boxes()
 {
-    m_form1.Text_q.set_locked(!is_enabled(Command::type_question));
-    m_form1.Text_a.set_locked(!is_enabled(Command::type_answer));
+    m_form1.Text_q.set_locked(!is_enabled(Input::question_box));
+    m_form1.Text_a.set_locked(!is_enabled(Input::answer_box));
     m_form1.panel_a.set_caption(answer_heading());
     // The status line asks for the verdict then.
     m_form1.panel_a.set_visible(!m_state.AwaitingVerdict);
@@ -90,51 +90,23 @@ void WindowLayout::relayout_dialog()
     // Nothing is asked while a record is being typed.
     m_form1.panel_dialog.set_enabled(!m_flags.editing());
     m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
-    m_form1.bot_yes.set_enabled(is_enabled(Command::yes));
-    m_form1.bot_no.set_enabled(is_enabled(Command::no));
-    m_form1.bot_other.set_enabled(is_enabled(Command::ignore));
+    m_form1.bot_yes.set_enabled(is_enabled(Input::yes));
+    m_form1.bot_no.set_enabled(is_enabled(Input::no));
+    m_form1.bot_other.set_enabled(is_enabled(Input::ignore));
 }
 
 void WindowLayout::relayout_commands()
 {
-    const struct {
-        Command command;
-        int toolbar_button; ///< 0 for none
-        platform::MenuEntry* entry;
-    } controls[] = {
-        {Command::next_question, 1, &m_menu.m_display_next_question},
-        {Command::show_answer, 2, &m_menu.m_show_answer},
-        {Command::show_stats, 3, &m_menu.m_view_stats},
-        {Command::show_hints, 4, &m_menu.m_view_hints},
-        {Command::let_me_type, 5, nullptr},
-        {Command::success, 6, &m_menu.m_set_success},
-        {Command::failure, 7, &m_menu.m_set_failure},
-        {Command::edit, 8, &m_menu.m_edit},
-        {Command::insert, 9, nullptr},
-        {Command::save, 10, nullptr},
-        {Command::delete_record, 11, &m_menu.m_delete},
-        {Command::undo, 0, &m_menu.m_undo},
-        {Command::reset_all, 0, &m_menu.m_reset_all},
-        {Command::question_number, 0, &m_menu.m_display_q_nr},
-        {Command::list_similar, 0, &m_menu.m_list_similar},
-        {Command::recall_list, 0, &m_menu.m_recall_find_list},
-    };
-    for (const auto& control : controls) {
-        const bool enabled = is_enabled(control.command);
-        if (control.toolbar_button != 0)
-            m_form1.pb.at(static_cast<std::size_t>(control.toolbar_button - 1))->set_enabled(enabled);
-        if (control.entry != nullptr)
-            control.entry->set_enabled(enabled);
-    }
+    for (const CommandRow& row : command_table())
+        m_commands.set_enabled(row.command, is_enabled(row));
 }
 
-bool WindowLayout::is_enabled(Command command) const
+bool WindowLayout::is_enabled(const CommandRow& row) const
 {
-    const auto row = std::find_if(enabling_table.begin(), enabling_table.end(),
-                                  [command](const EnablingRow& one) { return one.command == command; });
-    return row->enabled[static_cast<std::size_t>(mode())] && further_condition(command);
+    return row.modes.at(static_cast<std::size_t>(mode())) && further_condition(row.command);
 }
 
+/// What a command needs beside its mode.
 bool WindowLayout::further_condition(Command command) const
 {
     switch (command) {
@@ -147,13 +119,17 @@ bool WindowLayout::further_condition(Command command) const
         return !m_course.params.always_type;
     case Command::recall_list:
         return m_state.list_built;
-    case Command::yes:
-        return dialog_takes_yes();
-    case Command::no:
-        return dialog_takes_no();
     default:
         return true;
     }
+}
+
+bool WindowLayout::is_enabled(Input input) const
+{
+    const auto row = std::find_if(input_table.begin(), input_table.end(),
+                                  [input](const InputRow& one) { return one.input == input; });
+    return row->modes.at(static_cast<std::size_t>(mode())) && (input != Input::yes || dialog_takes_yes()) &&
+           (input != Input::no || dialog_takes_no());
 }
 
 /// The dialog takes no verdict on an answer that nobody has seen. It may ask for one: commands that go on to another

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "bank/edit_flags.h"
+#include "drill/command_controls.h"
 #include "drill/drill_state.h"
+#include "drill/edit_flags.h"
 #include "drill/enabling.h"
-#include "drill/main_menu.h"
 #include "drill/status_line.h"
 #include "platform/form1.h"
 #include "store/course.h"
@@ -13,9 +13,9 @@ namespace cuedrill::drill {
 /// Applies the mode of the window to its controls.
 class WindowLayout {
 public:
-    WindowLayout(platform::Form1& form1, MainMenu& menu, const store::Course& course, const bank::EditFlags& flags,
+    WindowLayout(platform::Form1& form1, CommandControls& commands, const store::Course& course, const EditFlags& flags,
                  const DrillState& state, StatusLine& status)
-        : m_form1(form1), m_menu(menu), m_course(course), m_flags(flags), m_state(state), m_status(status)
+        : m_form1(form1), m_commands(commands), m_course(course), m_flags(flags), m_state(state), m_status(status)
     {
     }
 
@@ -46,7 +46,8 @@ private:
     void relayout_shared_place();
     void relayout_dialog();
     void relayout_commands();
-    [[nodiscard]] bool is_enabled(Command command) const;
+    [[nodiscard]] bool is_enabled(Input input) const;
+    [[nodiscard]] bool is_enabled(const CommandRow& row) const;
     [[nodiscard]] bool further_condition(Command command) const;
     [[nodiscard]] bool dialog_takes_yes() const;
     [[nodiscard]] bool dialog_takes_no() const;
@@ -54,9 +55,9 @@ private:
     void keep_focus(platform::Button* focused);
 
     platform::Form1& m_form1;
-    MainMenu& m_menu;
+    CommandControls& m_commands;
     const store::Course& m_course;
-    const bank::EditFlags& m_flags;
+    const EditFlags& m_flags;
     const DrillState& m_state;
     StatusLine& m_status;
     bool m_dialog_held = false;

@@ -48,17 +48,12 @@ void ImportReport::add_refused(std::int64_t number, const std::string& reason)
     m_lines.add(number, reason);
 }
 
-std::optional<platform::MessageBox> ImportReport::box() const
+std::string ImportReport::summary() const
 {
     const std::string refused = m_refused == 0 ? "" : "Refused, and not stored: " + std::to_string(m_refused);
     const std::string unreadable =
         m_unreadable == 0 ? "" : "Questions with characters that could not be read: " + std::to_string(m_unreadable);
-    if (refused.empty() && unreadable.empty())
-        return std::nullopt;
-    return platform::MessageBox{
-        .text = refused + std::string(refused.empty() || unreadable.empty() ? "" : common::cr_lf) + unreadable,
-        .icon = platform::BoxIcon::exclamation,
-        .details = m_lines.text()};
+    return refused + std::string(refused.empty() || unreadable.empty() ? "" : common::cr_lf) + unreadable;
 }
 
 } // namespace cuedrill::exchange

@@ -2,10 +2,8 @@
 
 #include "exchange/question_text.h"
 #include "exchange/record_lines.h"
-#include "platform/desktop.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 namespace cuedrill::exchange {
@@ -13,7 +11,7 @@ namespace cuedrill::exchange {
 /// Says which of the record's texts is longer than a course can hold, and shows it; nothing when both fit.
 [[nodiscard]] std::string too_long(const ReadRecord& record);
 
-/// What an import says at its end about records that did not come into the course as they are in the file.
+/// What an import has to say about records that did not come into the course as they are in the file.
 class ImportReport {
 public:
     /// The record was read; its characters that could not be are told.
@@ -21,8 +19,11 @@ public:
     /// The record was not stored.
     void add_refused(std::int64_t number, const std::string& reason);
 
-    /// The box; nothing when there is nothing to be told.
-    [[nodiscard]] std::optional<platform::MessageBox> box() const;
+    /// How many records were refused, and in how many characters could not be read; empty when there is nothing to be
+    /// told.
+    [[nodiscard]] std::string summary() const;
+    /// A line for each of them: its number in the file, the reason and the text.
+    [[nodiscard]] std::string lines() const { return m_lines.text(); }
 
 private:
     RecordLines m_lines;

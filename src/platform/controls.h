@@ -45,7 +45,10 @@ enum class Alignment { left, emphasised };
 /// A line of text: a caption, a prompt, a figure, a status.
 class Label : public HelpfulControl {
 public:
+    /// Of some labels assistive technology tells each new caption at once.
     virtual void set_caption(std::string_view text) = 0;
+    /// Shows the caption, but has it told by nobody: what it says is told otherwise.
+    virtual void set_untold_caption(std::string_view text) = 0;
     [[nodiscard]] virtual std::string caption() const = 0;
     /// What the label tells, for assistive technology ("Status"); its name is its caption.
     virtual void set_description(std::string_view text) = 0;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "common/errors.h"
-#include "common/text.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -59,73 +58,11 @@ public:
     explicit CommitError(const DatabaseError& error) : DatabaseError(error) {}
 };
 
-enum class ColumnType { text, long_integer, integer, date, number };
-
-struct ColumnDefinition {
+/// A table as the statements that make it.
+struct TableSchema {
     std::string name;
-    ColumnType type = ColumnType::text;
-    int size = 0;                ///< text: the most characters (code points); without meaning for the other types
-    bool auto_increment = false; ///< long_integer only: numbered by the engine, numbers never come back
-};
-
-struct IndexDefinition {
-    std::string name; ///< unique within its table
-    std::string column;
-    bool primary = false;
-    bool unique = false;
-};
-
-struct TableDefinition {
-    std::string name;
-    std::vector<ColumnDefinition> columns;
-    std::vector<IndexDefinition> indexes;
-};
-
-/// A position in one table, by a chosen index, through which rows are found, read and written. It holds its key and a
-/// copy of the row, never a running statement. Column names are matched without regard to case.
-///
-/// Every function may throw DatabaseError; a function that needs a current row, or an edit in progress, throws
-/// DatabaseError (other) without one.
-class TableCursor {
-public:
-    virtual ~TableCursor() = default;
-
-    /// Chooses the index that `seek` and the moves go by: "PrimaryKey" or another index of the table's definition.
-    virtual void set_index(std::string_view name) = 0;
-
-    /// Makes the first row whose key equals `key` (text: without regard to case) the current one.
-    virtual void seek(const Value& key) = 0;
-
-    /// Whether the last `seek` found nothing.
-    [[nodiscard]] virtual bool no_match() const = 0;
-
-    /// Moves in the order of the index, rows of equal key by the primary key.
-    virtual void move_first() = 0;
-    virtual void move_next() = 0;
-    virtual void move_previous() = 0;
-    virtual void move_last() = 0;
-
-    /// Before the first row (both are true in an empty table).
-    [[nodiscard]] virtual bool bof() const = 0;
-    /// Behind the last row.
-    [[nodiscard]] virtual bool eof() const = 0;
-
-    /// A column of the current row; between add_new or edit and update, what `set` gave it.
-    [[nodiscard]] virtual Value field(std::string_view column) const = 0;
-
-    /// Starts a new row, all columns null.
-    virtual void add_new() = 0;
-    /// Starts a change of the current row, which is read afresh.
-    virtual void edit() = 0;
-    /// Gives a column of the row in progress its value.
-    virtual void set(std::string_view column, Value value) = 0;
-    /// Writes the row in progress. It is then the current row, an automatic number included.
-    /// On an error nothing is written and the row stays in progress.
-    virtual void update() = 0;
-    /// Drops the row in progress.
-    virtual void cancel() = 0;
-    /// Deletes the current row.
-    virtual void delete_row() = 0;
+    std::string table;                ///< CREATE TABLE
+    std::vector<std::string> indexes; ///< CREATE INDEX, one each
 };
 
 /// The rows of a query, read forward. It keeps a statement of the engine open: it must be gone before a box is shown,
@@ -158,29 +95,12 @@ public:
 
     /// A column by its position, from 0.
     /// @throws DatabaseError when the query gives no such column.
-    [[nodiscard]] const Value& field(int column) const
-    {
-        if (column < 0 || static_cast<std::size_t>(column) >= m_values.size())
-            throw no_column(std::to_string(column));
-        return m_values[static_cast<std::size_t>(column)];
-    }
+    [[nodiscard]] const Value& field(int column) const;
     /// A column by its name, without regard to case.
     /// @throws DatabaseError when the query gives no such column.
-    [[nodiscard]] const Value& field(std::string_view column) const
-    {
-        for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            if (common::equal_ascii(m_columns[i], column))
-                return m_values[i];
-        }
-        throw no_column(std::string(column));
-    }
+    [[nodiscard]] const Value& field(std::string_view column) const;
 
 private:
-    static DatabaseError no_column(const std::string& column)
-    {
-        return {DatabaseErrorKind::other, 0, "The query gives no column " + column + "."};
-    }
-
     std::span<const std::string> m_columns;
     std::span<const Value> m_values;
 };
@@ -191,7 +111,7 @@ public:
     class Iterator {
     public:
         Iterator(const Rows& rows, std::size_t place) : m_rows(&rows), m_place(place) {}
-        Row operator*() const { return (*m_rows)[m_place]; }
+        Row operator*() const;
         Iterator& operator++()
         {
             ++m_place;
@@ -204,22 +124,12 @@ public:
         std::size_t m_place;
     };
 
-    void add(const Row& row)
-    {
-        if (m_size++ == 0)
-            m_columns.assign(row.columns().begin(), row.columns().end());
-        m_values.insert(m_values.end(), row.values().begin(), row.values().end());
-    }
+    void add(const Row& row);
 
     [[nodiscard]] bool empty() const { return m_size == 0; }
     [[nodiscard]] std::size_t size() const { return m_size; }
     /// @throws DatabaseError when there is no such row.
-    [[nodiscard]] Row operator[](std::size_t place) const
-    {
-        if (place >= m_size)
-            throw DatabaseError(DatabaseErrorKind::other, 0, "There is no current row.");
-        return {m_columns, std::span(m_values).subspan(place * m_columns.size(), m_columns.size())};
-    }
+    [[nodiscard]] Row operator[](std::size_t place) const;
     [[nodiscard]] Iterator begin() const { return {*this, 0}; }
     [[nodiscard]] Iterator end() const { return {*this, m_size}; }
 
@@ -242,13 +152,13 @@ public:
     /// database is closed before, nothing is left behind.
     virtual void create(const std::string& path) = 0;
     /// Adds a table to a file being created.
-    virtual void append_table(const TableDefinition& table) = 0;
+    virtual void append_table(const TableSchema& table) = 0;
     /// Gives the complete file its name, never over an existing file, and leaves it open.
     virtual void finish_creation() = 0;
 
     /// Opens an existing file for reading and writing after checking that it is sound, writable, and holds
     /// plain tables with exactly the columns of `expected`. A file that is refused is not changed.
-    virtual void open(const std::string& path, const std::vector<TableDefinition>& expected) = 0;
+    virtual void open(const std::string& path, std::span<const TableSchema> expected) = 0;
 
     /// What opening wanted to store and found no room for, in words for the trace; empty where nothing is missing. It
     /// is stored before the next write.
@@ -258,37 +168,19 @@ public:
     virtual void close() noexcept = 0;
     [[nodiscard]] virtual bool is_open() const = 0;
 
-    [[nodiscard]] virtual std::unique_ptr<TableCursor> open_table(std::string_view name) = 0;
     /// Runs a single reading statement.
     [[nodiscard]] virtual std::unique_ptr<Recordset> open_recordset(std::string_view sql) = 0;
 
     /// The rows of a single reading statement, all of them. `values` are those of its parameters ?1, ?2, …
-    [[nodiscard]] Rows query(std::string_view sql, std::span<const Value> values = {})
-    {
-        Rows rows;
-        read(sql, values, [&](const Row& row) {
-            rows.add(row);
-            return true;
-        });
-        return rows;
-    }
-    [[nodiscard]] Rows query(std::string_view sql, std::initializer_list<Value> values)
-    {
-        return query(sql, std::span(values.begin(), values.size()));
-    }
+    [[nodiscard]] Rows query(std::string_view sql, std::span<const Value> values = {});
+    [[nodiscard]] Rows query(std::string_view sql, std::initializer_list<Value> values);
     /// The same row by row, for more rows than should be in memory at once. What `visit` throws ends the reading too.
-    void query(std::string_view sql, std::span<const Value> values, const RowVisitor& visit)
-    {
-        read(sql, values, visit);
-    }
+    void query(std::string_view sql, std::span<const Value> values, const RowVisitor& visit);
 
     /// Runs a single statement that gives no rows. `values` are those of its parameters ?1, ?2, …
     /// @return how many rows it has added, changed or deleted.
-    std::int64_t execute(std::string_view sql, std::span<const Value> values = {}) { return write(sql, values); }
-    std::int64_t execute(std::string_view sql, std::initializer_list<Value> values)
-    {
-        return write(sql, std::span(values.begin(), values.size()));
-    }
+    std::int64_t execute(std::string_view sql, std::span<const Value> values = {});
+    std::int64_t execute(std::string_view sql, std::initializer_list<Value> values);
 
     /// Begins a transaction that holds the write lock at once; inside another one, a part that can be undone by itself.
     virtual void begin() = 0;

@@ -78,20 +78,15 @@ public:
     virtual void set_pointer(Pointer pointer) = 0;
 };
 
-/// The small helper window that owns the file dialog and by which window frames are measured.
+/// The small helper window that owns the file dialog. It is never shown itself.
 class DialogHost {
 public:
     virtual ~DialogHost() = default;
 
-    virtual void set_caption(std::string_view text) = 0;
-    /// Asks for an outer size; the platform grants at least the smallest captioned window.
-    virtual void set_height(common::Twips height) = 0;
-    virtual void set_width(common::Twips width) = 0;
-    [[nodiscard]] virtual common::Twips height() const = 0;
-    [[nodiscard]] virtual common::Twips width() const = 0;
-    virtual void set_position(common::Twips left, common::Twips top) = 0;
-    [[nodiscard]] virtual common::Twips screen_width() const = 0;
-    [[nodiscard]] virtual common::Twips screen_height() const = 0;
+    /// Outer size of the smallest window with a title bar.
+    [[nodiscard]] virtual common::Twips least_height() const = 0;
+    [[nodiscard]] virtual common::Twips least_width() const = 0;
+    /// Makes the window, of the least size, in the centre of the screen.
     virtual void load() = 0;
     virtual void unload() = 0;
 };

@@ -4,10 +4,11 @@ namespace cuedrill::program {
 
 Logic::Logic(const LogicPlatform& platform) : p(platform)
 {
-    window_ports.connect(main_window);
     main_window.attach();
     big_box.attach();
-    commands.attach(menu);
+    context_help.attach();
+    commands.attach();
+    keys.attach();
 }
 
 Logic::~Logic() = default;

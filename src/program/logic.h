@@ -3,16 +3,29 @@
 #include "app/base/settings.h"
 #include "app/base/trace_log.h"
 #include "app/start/start.h"
-#include "bank/edit_flags.h"
 #include "bank/record_bank.h"
-#include "bank/record_lists.h"
+#include "drill/command_controls.h"
+#include "drill/context_help.h"
+#include "drill/course_opener.h"
+#include "drill/course_title.h"
 #include "drill/drill_commands.h"
 #include "drill/drill_state.h"
+#include "drill/edit_flags.h"
+#include "drill/editor_boxes.h"
+#include "drill/end_of_program.h"
 #include "drill/error_report.h"
-#include "drill/main_menu.h"
+#include "drill/last_list.h"
+#include "drill/level_commands.h"
 #include "drill/main_window.h"
-#include "exchange/question_export.h"
-#include "exchange/question_import.h"
+#include "drill/question_export.h"
+#include "drill/question_import.h"
+#include "drill/record_editor.h"
+#include "drill/record_lists.h"
+#include "drill/scoring.h"
+#include "drill/selection.h"
+#include "drill/statistics.h"
+#include "drill/window_keys.h"
+#include "exchange/exporter.h"
 #include "platform/clock.h"
 #include "platform/database.h"
 #include "platform/desktop.h"
@@ -24,14 +37,7 @@
 #include "platform/shell.h"
 #include "platform/text_compare.h"
 #include "scheduler/dead_time.h"
-#include "scheduler/end_of_program.h"
-#include "scheduler/level_commands.h"
-#include "scheduler/scoring.h"
-#include "scheduler/selection.h"
-#include "scheduler/statistics.h"
-#include "store/course_opener.h"
 #include "store/course_params.h"
-#include "store/course_title.h"
 #include "support/agenda.h"
 #include "support/big_box.h"
 #include "support/documents.h"
@@ -73,57 +79,49 @@ struct Logic {
     app::TraceLog trace{p.files, p.clock, p.desktop, p.program_folder};
     app::Settings settings{p.settings, trace};
 
-    drill::MainWindowPorts window_ports{form1.window};
     store::Course course{p.database};
     store::CourseParamsStore params{course, p.clock};
-    store::CourseTitle title{course, params, window_ports, p.desktop, p.text_compare};
-    store::CourseOpener opener{course,           params,
-                               window_ports,     {p.files, p.clock, p.desktop, p.form2, settings, trace},
-                               p.program_folder, start_time};
 
-    drill::MainMenu menu{form1.menu_bar};
-    bank::EditFlags edit_flags;
+    drill::CommandControls command_controls{form1};
+    drill::EditFlags edit_flags;
     drill::DrillState state;
     drill::StatusLine status{form1.P_status, p.clock};
-    drill::ListStatus list_status{status};
     drill::DueStatus due_status{status};
-    drill::WindowLayout layout{form1, menu, course, edit_flags, state, status};
+    drill::WindowLayout layout{form1, command_controls, course, edit_flags, state, status};
     drill::Hints hints{form1, course, state, layout, p.random, p.text_compare};
     drill::QuestionView question_view{form1, course, state, status, layout, hints, p.clock};
-    drill::StatisticsView statistics_view{form1, menu, course};
+    drill::StatisticsView statistics_view{form1, command_controls, course};
 
     scheduler::DeadTimes dead_times;
-    scheduler::EndOfProgram end_of_program{course, params, p.clock, trace};
-    scheduler::Statistics statistics{course, params, statistics_view, p.clock, p.desktop, start_time};
-    scheduler::Selection selection{course,        params,          dead_times,
-                                   question_view, statistics_view, {p.clock, p.random, p.desktop, due_status}};
-    scheduler::Scoring scoring{course,  params,    dead_times,    statistics, {question_view, status, statistics_view},
-                               p.clock, p.desktop, end_of_program};
-    scheduler::LevelCommands levels{course, params, dead_times, statistics, statistics_view, p.desktop};
+    drill::EndOfProgram end_of_program{course, params, p.clock, trace};
+    drill::Statistics statistics{course, params, statistics_view, p.clock, p.desktop, start_time};
+    drill::Selection selection{course,        params,          dead_times,
+                               question_view, statistics_view, {p.clock, p.random, p.desktop, due_status}};
+    drill::Scoring scoring{course,  dead_times, statistics,    {question_view, status, statistics_view},
+                           p.clock, p.desktop,  end_of_program};
+    drill::LevelCommands levels{course, params, dead_times, statistics, statistics_view, p.desktop};
 
-    bank::RecordBank bank{course, edit_flags, p.desktop};
-    bank::RecordEditor editor{course,
-                              edit_flags,
-                              bank,
-                              window_ports,
-                              {p.desktop, p.text_compare, question_view, statistics, scoring, selection}};
-    bank::RecordLists lists{
-        course, bank, window_ports, {p.desktop, p.text_compare, list_status, editor, end_of_program, p.clock}};
+    bank::RecordBank bank{course};
+    drill::LastList last_list{course, form1.listav, state, edit_flags, layout, status, p.desktop, p.text_compare};
+    drill::KeyPause key_pause{p.clock};
+    drill::EditorBoxes editor_boxes{form1,  state,      edit_flags, question_view, layout,
+                                    status, statistics, last_list,  key_pause};
+    drill::RecordEditor editor{course,
+                               edit_flags,
+                               bank,
+                               editor_boxes,
+                               {p.desktop, p.text_compare, question_view, statistics, scoring, selection}};
+    drill::RecordLists lists{course, state,          last_list, question_view,  status,
+                             editor, end_of_program, p.desktop, p.text_compare, p.clock};
+
+    exchange::Exporter exporter{course, p.files, p.clock, p.text_compare};
 
     support::BigBox big_box{p.f_msgbox};
     support::Documents documents{p.files, p.shell, p.desktop};
     support::Agenda agenda{p.files, p.shell, p.desktop, p.program_folder};
     support::HelpCommands help{big_box, documents, p.desktop, p.web_page};
 
-    exchange::QuestionImport question_import{course,       bank,   edit_flags,
-                                             window_ports, status, {p.files, p.clock, p.desktop, p.text_compare}};
-    exchange::QuestionExport question_export{course,
-                                             {p.files, p.clock, p.desktop,
-                                              [this](const std::string& path) { documents.open_document(path); },
-                                              p.text_compare}};
-
     drill::KeyEcho echo{p.clock};
-    drill::KeyPause key_pause{p.clock};
     drill::QuestionDialog dialog{form1,     state,   question_view, status,         layout, p.desktop,
                                  selection, scoring, editor,        end_of_program, course};
     drill::TypedAnswer typed_answer{
@@ -132,18 +130,25 @@ struct Logic {
                            course,
                            state,
                            {params, statistics, statistics_view, question_view, status, hints, layout, p.text_compare}};
-    drill::Toolbar toolbar{form1, dialog, editor, aids};
     drill::ContextHelp context_help{form1, p.desktop};
-    drill::WindowKeys keys{
-        form1, state, {dialog, toolbar, editor, layout, echo, key_pause, p.desktop, p.text_compare, end_of_program}};
-    drill::MainWindow main_window{{form1,          p.desktop,    p.clock, trace,           course,        params,
-                                   title,          edit_flags,   editor,  lists,           statistics,    scoring,
-                                   end_of_program, state,        status,  statistics_view, question_view, layout,
-                                   dialog,         typed_answer, toolbar, context_help,    keys,          key_pause}};
+    drill::CourseTitle title{course, params, form1.window, p.desktop, p.text_compare};
+    drill::MainWindow main_window{{form1,           p.desktop,     p.clock,        trace,  course,
+                                   params,          title,         edit_flags,     editor, last_list,
+                                   lists,           statistics,    end_of_program, state,  status,
+                                   statistics_view, question_view, layout,         dialog, typed_answer}};
+    drill::CourseOpener opener{course,           params,
+                               main_window,      {p.files, p.clock, p.desktop, p.form2, settings, trace},
+                               p.program_folder, start_time};
+    drill::QuestionImport question_import{course,      bank,   edit_flags,
+                                          main_window, status, {p.files, p.clock, p.desktop, p.text_compare}};
+    drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};
     drill::DrillCommands commands{
-        {course,         params,       opener, title,           selection,       scoring, levels,
-         end_of_program, editor,       lists,  question_import, question_export, dialog,  aids,
-         toolbar,        context_help, help,   agenda,          statistics_view, status,  p.desktop}};
+        form1, command_controls, {course,          params,         opener,   title,        selection, scoring,
+                                  levels,          end_of_program, editor,   last_list,    lists,     question_import,
+                                  question_export, dialog,         aids,     context_help, help,      agenda,
+                                  statistics_view, status,         p.desktop}};
+    drill::WindowKeys keys{
+        form1, state, {dialog, commands, editor, layout, echo, key_pause, p.desktop, p.text_compare, end_of_program}};
     drill::ErrorReport error_report{course, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, p.form2, p.files, trace};
 };

@@ -23,8 +23,15 @@ void Course::close() noexcept
 {
     m_in_use = false;
     unsettled.reset();
+    last_verdict.reset();
     m_open = false;
     m_database.close();
+}
+
+void Course::forget_last_verdict_on(common::Int16 cnt)
+{
+    if (last_verdict && last_verdict->cnt == cnt)
+        last_verdict.reset();
 }
 
 void Course::start_counting(common::DateTime from)

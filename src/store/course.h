@@ -33,6 +33,12 @@ struct CourseParams {
     std::string font; ///< font of questions and answers; empty is the standard font
 };
 
+/// The verdict that can be undone.
+struct LastVerdict {
+    common::Int16 cnt = 0;
+    common::Int16 old_level = 0; ///< before the verdict
+};
+
 /// How to find out what has become of a transaction whose end has failed.
 struct Change {
     /// Whether the course holds what was written. It reads the course; what it throws means that nobody can tell now.
@@ -75,6 +81,12 @@ public:
     /// The notice that all questions have passed the target level was shown for this target.
     bool all_passed_announced = false;
 
+    /// The last verdict since the course was opened, while it can be undone.
+    std::optional<LastVerdict> last_verdict;
+
+    /// There is no verdict to be undone when the last one was about this record: it has been changed or deleted.
+    void forget_last_verdict_on(common::Int16 cnt);
+
     /// For `settle` (see course_transaction.h).
     std::optional<UnsettledChange> unsettled;
 
@@ -88,8 +100,6 @@ public:
 
     /// Counts the work time of the open course from `from` on. Requires that its parameters have been read.
     void start_counting(common::DateTime from);
-
-    [[nodiscard]] common::DateTime counted_from() const { return m_counted_from; }
 
     /// Whether work time is being counted. A course that is open but not yet read has no counters to be stored.
     [[nodiscard]] bool is_in_use() const { return m_in_use; }

@@ -4,6 +4,7 @@
 #include "store/course_transaction.h"
 #include "store/schema.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -12,65 +13,93 @@
 namespace cuedrill::store {
 namespace {
 
-using platform::TableCursor;
 using platform::Value;
 
 constexpr common::Int16 default_target_level = 5;
 
-/// The column of the row `key`; nothing when there is no such row.
-std::optional<Value> read_value(TableCursor& params_recordset, const std::string& key, const std::string& column)
+/// The columns of `params` that hold values.
+constexpr const char* number_column = "number_value";
+constexpr const char* text_column = "string_value";
+constexpr const char* date_column = "date_value";
+
+/// The column of the row `key`, whatever its case; nothing when there is no such row.
+std::optional<Value> read_value(Course& course, const std::string& key, const std::string& column)
 {
-    params_recordset.seek(key);
-    if (params_recordset.no_match())
+    const auto rows = course.database().query("Select " + column + " from params where param=?1", {key});
+    if (rows.empty())
         return std::nullopt;
-    return params_recordset.field(column);
+    return rows[0].field(0);
 }
 
-void read_option(TableCursor& params_recordset, const std::string& key, bool& option)
+void read_option(Course& course, const std::string& key, bool& option)
 {
-    if (const auto value = read_value(params_recordset, key, "number_value"))
+    if (const auto value = read_value(course, key, number_column))
         option = nz(*value) == 1;
 }
 
-/// Gives the column of the row `key` its value; a missing row is added with the name `new_key`.
-void store_value(TableCursor& params_recordset, const std::string& key, const std::string& new_key,
-                 const std::string& column, Value value)
+/// Gives the column of the row `key` its value. A missing row is added; the key of one that is there keeps its case.
+void store_value(Course& course, const std::string& key, const std::string& column, const Value& value)
 {
-    params_recordset.seek(key);
-    if (params_recordset.no_match()) {
-        params_recordset.add_new();
-        params_recordset.set("param", new_key);
-    } else {
-        params_recordset.edit();
-    }
-    params_recordset.set(column, std::move(value));
-    params_recordset.update();
+    course.database().execute("Insert into params (param, " + column +
+                                  ") values (?1, ?2) on conflict (param) do update set " + column + "=excluded." +
+                                  column,
+                              {key, value});
 }
 
-void store_value(TableCursor& params_recordset, const std::string& key, const std::string& column, Value value)
+void store_values(Course& course, const std::vector<StoredParam>& params)
 {
-    store_value(params_recordset, key, key, column, std::move(value));
+    for (const StoredParam& param : params)
+        store_value(course, param.key, param.column, param.value);
 }
 
-void store_option(TableCursor& params_recordset, const std::string& key, bool option)
+bool holds_values(Course& course, const std::vector<StoredParam>& params)
 {
-    store_value(params_recordset, key, "number_value", option ? 1.0 : 0.0);
+    return std::all_of(params.begin(), params.end(), [&](const StoredParam& param) {
+        return read_value(course, param.key, param.column) == param.value;
+    });
 }
 
-std::unique_ptr<TableCursor> open_params(Course& course)
+Value option_value(bool option)
 {
-    auto params_recordset = course.database().open_table("params");
-    params_recordset->set_index("PrimaryKey");
-    return params_recordset;
+    return option ? 1.0 : 0.0;
+}
+
+double time_today(const Course& course, const CourseParams& counters, common::DateTime now)
+{
+    const double before = counters.last_date.date_only() == now.date_only() ? counters.time_today : 0;
+    return before + course.elapsed_seconds(now);
+}
+
+double time_ever(const Course& course, const CourseParams& counters, common::DateTime now)
+{
+    return counters.time_ever + course.elapsed_seconds(now);
+}
+
+std::vector<StoredParam> counters_of(const Course& course, const CourseParams& counters, common::DateTime now)
+{
+    // Courses carry the two keys of the day in capitals since their first rows.
+    return {{"time_ever", number_column, time_ever(course, counters, now)},
+            {"time_TODAY", number_column, time_today(course, counters, now)},
+            {"score_TODAY", number_column, static_cast<double>(counters.score_today)},
+            {"last_date", date_column, now.day_number()}};
 }
 
 } // namespace
+
+void write_counters(Course& course, const CourseParams& counters, common::DateTime now)
+{
+    store_values(course, counters_of(course, counters, now));
+}
+
+bool holds_counters(Course& course, const CourseParams& counters, common::DateTime now)
+{
+    return holds_values(course, counters_of(course, counters, now));
+}
 
 void CourseParamsStore::read_params()
 {
     const common::DateTime now = m_clock.now();
     m_unstored.clear();
-    const auto params_recordset = open_params(m_course);
     CourseParams& params = m_course.params;
     params.course_title.clear();
     params.invert = params.list_mode = params.random_mode = false;
@@ -78,24 +107,24 @@ void CourseParamsStore::read_params()
     params.last_date = now.plus_days(-1);
     params.score_today = 0;
 
-    const auto title = read_value(*params_recordset, "course_title", "string_value");
+    const auto title = read_value(m_course, "course_title", text_column);
     params.course_title =
         title && !std::holds_alternative<std::monostate>(*title) ? stored_text(*title) : default_title();
-    read_option(*params_recordset, "invert", params.invert);
-    read_option(*params_recordset, "random_mode", params.random_mode);
-    read_option(*params_recordset, "list_mode", params.list_mode);
-    read_option(*params_recordset, "always_type", params.always_type);
-    read_target_level(*params_recordset);
-    read_counters(*params_recordset, now);
-    const auto font = read_value(*params_recordset, "font", "string_value");
+    read_option(m_course, "invert", params.invert);
+    read_option(m_course, "random_mode", params.random_mode);
+    read_option(m_course, "list_mode", params.list_mode);
+    read_option(m_course, "always_type", params.always_type);
+    read_target_level();
+    read_counters(now);
+    const auto font = read_value(m_course, "font", text_column);
     params.font = font ? stored_text(*font) : std::string();
 }
 
-void CourseParamsStore::read_target_level(TableCursor& params_recordset)
+void CourseParamsStore::read_target_level()
 {
     CourseParams& params = m_course.params;
     double level = params.target_level;
-    const auto value = read_value(params_recordset, "target_level", "number_value");
+    const auto value = read_value(m_course, "target_level", number_column);
     if (value && !std::holds_alternative<std::monostate>(*value))
         level = std::trunc(nz(*value));
     if (level >= lowest_target_level && level <= highest_target_level) {
@@ -118,20 +147,20 @@ void CourseParamsStore::store_target_level()
     }
 }
 
-void CourseParamsStore::read_counters(TableCursor& params_recordset, common::DateTime now)
+void CourseParamsStore::read_counters(common::DateTime now)
 {
     CourseParams& params = m_course.params;
-    if (const auto ever = read_value(params_recordset, "time_ever", "number_value"))
+    if (const auto ever = read_value(m_course, "time_ever", number_column))
         params.time_ever = nz(*ever);
-    if (const auto date = read_value(params_recordset, "last_date", "date_value")) {
+    if (const auto date = read_value(m_course, "last_date", date_column)) {
         if (const auto last_date = stored_date(*date))
             params.last_date = *last_date;
     }
     const bool same_day = params.last_date.date_only() == now.date_only();
-    const auto today = read_value(params_recordset, "time_today", "number_value");
+    const auto today = read_value(m_course, "time_today", number_column);
     if (today && same_day)
         params.time_today = nz(*today);
-    const auto score = read_value(params_recordset, "score_today", "number_value");
+    const auto score = read_value(m_course, "score_today", number_column);
     if (score && same_day)
         params.score_today = nz_int16(*score, "score of the day");
 }
@@ -153,70 +182,41 @@ void CourseParamsStore::change_params(const CourseParams& changed)
     m_course.params = std::move(params);
 }
 
+std::vector<StoredParam> CourseParamsStore::settings_of(const CourseParams& params) const
+{
+    return {{"random_mode", number_column, option_value(params.random_mode)},
+            {"course_title", text_column, stored_title(params)},
+            {"invert", number_column, option_value(params.invert)},
+            {"list_mode", number_column, option_value(params.list_mode)},
+            {"always_type", number_column, option_value(params.always_type)},
+            {"target_level", number_column, static_cast<double>(params.target_level)}};
+}
+
 void CourseParamsStore::store_settings(const CourseParams& params)
 {
     CourseTransaction transaction(m_course);
-    const auto params_recordset = open_params(m_course);
-    const std::string title = stored_title(params);
-    store_option(*params_recordset, "random_mode", params.random_mode);
-    store_value(*params_recordset, "course_title", "string_value", title);
-    store_option(*params_recordset, "invert", params.invert);
-    store_option(*params_recordset, "list_mode", params.list_mode);
-    store_option(*params_recordset, "always_type", params.always_type);
-    store_value(*params_recordset, "target_level", "number_value", static_cast<double>(params.target_level));
-    // Where nobody can tell, the settings in memory stay; the next change stores all six of them.
-    transaction.commit({.is_stored = [this, params] { return holds_settings(params); }});
+    const std::vector<StoredParam> settings = settings_of(params);
+    store_values(m_course, settings);
+    // Where nobody can tell, the settings in memory stay, as the window shows them; the next change stores all six.
+    transaction.commit({.is_stored = [this, settings] { return holds_values(m_course, settings); }});
 }
 
-bool CourseParamsStore::holds_settings(const CourseParams& params) const
-{
-    const auto params_recordset = open_params(m_course);
-    const auto holds = [&](const std::string& key, const std::string& column, const Value& value) {
-        return read_value(*params_recordset, key, column) == value;
-    };
-    const auto holds_option = [&](const std::string& key, bool option) {
-        return holds(key, "number_value", option ? 1.0 : 0.0);
-    };
-    return holds_option("random_mode", params.random_mode) &&
-           holds("course_title", "string_value", stored_title(params)) && holds_option("invert", params.invert) &&
-           holds_option("list_mode", params.list_mode) && holds_option("always_type", params.always_type) &&
-           holds("target_level", "number_value", static_cast<double>(params.target_level));
-}
-
-void CourseParamsStore::save_counters(const CourseParams& counters, common::DateTime now)
+void CourseParamsStore::save_work_time(common::DateTime now)
 {
     CourseTransaction transaction(m_course);
-    const auto params_recordset = open_params(m_course);
-    store_value(*params_recordset, "time_ever", "number_value", time_ever(counters, now));
-    // Courses carry these two keys in capitals since their first rows; look-ups do not mind the case.
-    store_value(*params_recordset, "time_today", "time_TODAY", "number_value", time_today(counters, now));
-    store_value(*params_recordset, "score_today", "score_TODAY", "number_value",
-                static_cast<double>(counters.score_today));
-    store_value(*params_recordset, "last_date", "date_value", now.day_number());
-    transaction.commit({.is_stored = [this, counters, now] { return holds_counters(counters, now); }});
+    write_counters(m_course, m_course.params, now);
+    transaction.commit(
+        {.is_stored = [this, counters = m_course.params, now] { return holds_counters(m_course, counters, now); }});
 }
 
-bool CourseParamsStore::holds_counters(const CourseParams& counters, common::DateTime now) const
+double CourseParamsStore::time_today(common::DateTime now) const
 {
-    const auto params_recordset = open_params(m_course);
-    const auto holds = [&](const std::string& key, const std::string& column, double value) {
-        return read_value(*params_recordset, key, column) == Value(value);
-    };
-    return holds("time_ever", "number_value", time_ever(counters, now)) &&
-           holds("time_today", "number_value", time_today(counters, now)) &&
-           holds("score_today", "number_value", static_cast<double>(counters.score_today)) &&
-           holds("last_date", "date_value", now.day_number());
+    return store::time_today(m_course, m_course.params, now);
 }
 
-double CourseParamsStore::time_today(const CourseParams& counters, common::DateTime now) const
+double CourseParamsStore::time_ever(common::DateTime now) const
 {
-    const double before = counters.last_date.date_only() == now.date_only() ? counters.time_today : 0;
-    return before + m_course.elapsed_seconds(now);
-}
-
-double CourseParamsStore::time_ever(const CourseParams& counters, common::DateTime now) const
-{
-    return counters.time_ever + m_course.elapsed_seconds(now);
+    return store::time_ever(m_course, m_course.params, now);
 }
 
 std::string CourseParamsStore::stored_title(const CourseParams& params) const

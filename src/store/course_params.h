@@ -5,9 +5,25 @@
 #include "store/course.h"
 
 #include <string>
-#include <string_view>
+#include <vector>
 
 namespace cuedrill::store {
+
+/// A row of `params`: its key, and one of its columns.
+struct StoredParam {
+    std::string key;
+    std::string column;
+    platform::Value value;
+};
+
+/// Writes the counters and the score of `counters` and the work time since opening, for a caller that stores them
+/// together with something else, and takes them into memory when they are stored. Requires a transaction.
+/// @throws platform::DatabaseError
+void write_counters(Course& course, const CourseParams& counters, common::DateTime now);
+
+/// Whether the course holds what `write_counters` has written with these values.
+/// @throws platform::DatabaseError
+[[nodiscard]] bool holds_counters(Course& course, const CourseParams& counters, common::DateTime now);
 
 /// Reads and writes the table `params` of the open course; nothing else touches it.
 class CourseParamsStore {
@@ -35,31 +51,21 @@ public:
     /// Stores the work counters as they are at `now`: what was read at opening and the work time since. Calling it
     /// again later stores the later state; nothing is counted twice.
     /// @throws platform::DatabaseError; nothing is stored then.
-    void save_work_time(common::DateTime now) { save_counters(m_course.params, now); }
-
-    /// The same with the counters and the score of `counters` in place of those in memory, for a caller that takes them
-    /// into memory only when they are stored.
-    void save_counters(const CourseParams& counters, common::DateTime now);
-
-    /// Whether the course holds what `save_counters` has stored with these values.
-    /// @throws platform::DatabaseError
-    [[nodiscard]] bool holds_counters(const CourseParams& counters, common::DateTime now) const;
+    void save_work_time(common::DateTime now);
 
     /// Work time of the day of `now`, the running time included, seconds.
-    [[nodiscard]] double time_today(common::DateTime now) const { return time_today(m_course.params, now); }
+    [[nodiscard]] double time_today(common::DateTime now) const;
 
     /// Work time over the life of the course, the running time included, seconds.
-    [[nodiscard]] double time_ever(common::DateTime now) const { return time_ever(m_course.params, now); }
+    [[nodiscard]] double time_ever(common::DateTime now) const;
 
 private:
-    [[nodiscard]] double time_today(const CourseParams& counters, common::DateTime now) const;
-    [[nodiscard]] double time_ever(const CourseParams& counters, common::DateTime now) const;
     void store_settings(const CourseParams& params);
-    [[nodiscard]] bool holds_settings(const CourseParams& params) const;
+    [[nodiscard]] std::vector<StoredParam> settings_of(const CourseParams& params) const;
     [[nodiscard]] std::string stored_title(const CourseParams& params) const;
-    void read_target_level(platform::TableCursor& params_recordset);
+    void read_target_level();
     void store_target_level();
-    void read_counters(platform::TableCursor& params_recordset, common::DateTime now);
+    void read_counters(common::DateTime now);
     [[nodiscard]] std::string default_title() const;
 
     Course& m_course;

@@ -7,53 +7,51 @@
 namespace cuedrill::store {
 namespace {
 
-using platform::ColumnDefinition;
-using platform::ColumnType;
-using platform::TableDefinition;
-
-constexpr int longest_key = 20;
-
-ColumnDefinition column(const char* name, ColumnType type, int size = 0)
+// Courses hold these very texts, so a change of a blank makes another kind of course of them. STRICT keeps each column
+// to its type. The collation CUEDRILL orders texts without regard to case; AUTOINCREMENT never gives a number twice.
+const platform::TableSchema& params_table()
 {
-    return {.name = name, .type = type, .size = size, .auto_increment = false};
+    static const platform::TableSchema table{
+        .name = "params",
+        .table = R"(CREATE TABLE "params" ()"
+                 R"("param" TEXT COLLATE CUEDRILL CHECK (length("param") <= 20), )"
+                 R"("date_value" REAL, )"
+                 R"("string_value" TEXT COLLATE CUEDRILL CHECK (length("string_value") <= 200), )"
+                 R"("number_value" REAL, )"
+                 R"(CONSTRAINT "params_PrimaryKey" PRIMARY KEY ("param")) STRICT)",
+        .indexes = {}};
+    return table;
 }
 
-TableDefinition params_table()
+// Questions may repeat, as answers may: a row is known by its number alone.
+const platform::TableSchema& qa_table()
 {
-    return {.name = "params",
-            .columns = {column("param", ColumnType::text, longest_key), column("date_value", ColumnType::date),
-                        column("string_value", ColumnType::text, longest_text),
-                        column("number_value", ColumnType::number)},
-            .indexes = {{.name = "PrimaryKey", .column = "param", .primary = true, .unique = true}}};
-}
-
-TableDefinition qa_table()
-{
-    return {.name = "qa",
-            .columns = {{.name = "cnt", .type = ColumnType::long_integer, .size = 0, .auto_increment = true},
-                        column("q", ColumnType::text, longest_text),
-                        column("a", ColumnType::text, longest_text),
-                        column("q_attempts", ColumnType::integer),
-                        column("a_attempts", ColumnType::integer),
-                        column("q_fails", ColumnType::integer),
-                        column("a_fails", ColumnType::integer),
-                        column("q_successes", ColumnType::integer),
-                        column("a_successes", ColumnType::integer),
-                        column("q_date_last_test", ColumnType::date),
-                        column("a_date_last_test", ColumnType::date),
-                        column("q_date_last_show", ColumnType::date),
-                        column("a_date_last_show", ColumnType::date)},
-            // Questions may repeat, as answers may: a row is known by its number alone.
-            .indexes = {{.name = "PrimaryKey", .column = "cnt", .primary = true, .unique = true},
-                        {.name = "q", .column = "q", .primary = false, .unique = false},
-                        {.name = "a", .column = "a", .primary = false, .unique = false}}};
+    static const platform::TableSchema table{
+        .name = "qa",
+        .table = R"(CREATE TABLE "qa" ()"
+                 R"("cnt" INTEGER PRIMARY KEY AUTOINCREMENT, )"
+                 R"("q" TEXT COLLATE CUEDRILL CHECK (length("q") <= 200), )"
+                 R"("a" TEXT COLLATE CUEDRILL CHECK (length("a") <= 200), )"
+                 R"("q_attempts" INTEGER CHECK ("q_attempts" BETWEEN -32768 AND 32767), )"
+                 R"("a_attempts" INTEGER CHECK ("a_attempts" BETWEEN -32768 AND 32767), )"
+                 R"("q_fails" INTEGER CHECK ("q_fails" BETWEEN -32768 AND 32767), )"
+                 R"("a_fails" INTEGER CHECK ("a_fails" BETWEEN -32768 AND 32767), )"
+                 R"("q_successes" INTEGER CHECK ("q_successes" BETWEEN -32768 AND 32767), )"
+                 R"("a_successes" INTEGER CHECK ("a_successes" BETWEEN -32768 AND 32767), )"
+                 R"("q_date_last_test" REAL, )"
+                 R"("a_date_last_test" REAL, )"
+                 R"("q_date_last_show" REAL, )"
+                 R"("a_date_last_show" REAL) STRICT)",
+        // Index names are one namespace in a file, so the table's name stands before them.
+        .indexes = {R"(CREATE INDEX "qa_q" ON "qa" ("q"))", R"(CREATE INDEX "qa_a" ON "qa" ("a"))"}};
+    return table;
 }
 
 } // namespace
 
-const std::vector<TableDefinition>& course_tables()
+const std::vector<platform::TableSchema>& course_tables()
 {
-    static const std::vector<TableDefinition> tables{params_table(), qa_table()};
+    static const std::vector<platform::TableSchema> tables{params_table(), qa_table()};
     return tables;
 }
 

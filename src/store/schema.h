@@ -15,7 +15,7 @@ inline constexpr int longest_text = 200;
 void check_length(std::string_view column, std::string_view text);
 
 /// The tables that every course holds: `params` and `qa`.
-const std::vector<platform::TableDefinition>& course_tables();
+const std::vector<platform::TableSchema>& course_tables();
 
 /// Adds the table `params` to a file being created.
 /// @throws platform::DatabaseError

@@ -1,15 +1,13 @@
-#include "bank/edit_flags.h"
 #include "bank/record_bank.h"
-#include "bank/stored_record_view.h"
 #include "common/errors.h"
-#include "exchange/question_import.h"
+#include "exchange/import_words.h"
+#include "exchange/importer.h"
 #include "platform/icu/icu_text_compare.h"
 #include "platform/sqlite/file_checks.h"
 #include "platform/sqlite/new_file.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/system/system_clock.h"
 #include "platform/system/system_files.h"
-#include "scheduler/ports.h"
 #include "store/course.h"
 #include "store/schema.h"
 
@@ -18,6 +16,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <new>
 #include <string>
 
 // Makes a course of a question text file without any window.
@@ -25,36 +24,39 @@ namespace {
 
 using namespace cuedrill;
 
-/// A desktop without windows: boxes are printed, and nothing is asked.
-class ConsoleDesktop : public platform::Desktop {
-public:
-    bool failed = false; ///< a box told that the work has stopped
+void print_report(std::ostream& out, const exchange::ImportReport& report)
+{
+    const std::string summary = report.summary();
+    if (!summary.empty())
+        out << summary << '\n' << report.lines();
+}
 
-    platform::BoxAnswer message_box(const platform::MessageBox& box) override
-    {
-        // A box with details lists what was left out of work that was done.
-        failed = failed || (box.icon == platform::BoxIcon::exclamation && box.details.empty());
-        (failed ? std::cerr : std::cout) << box.text << '\n' << box.details;
-        return box.buttons == platform::BoxButtons::ok ? platform::BoxAnswer::ok : platform::BoxAnswer::no;
+/// @param reason the words of the error that has stopped the import.
+[[noreturn]] void give_up(const exchange::Importer& importer, const std::string& reason)
+{
+    std::cerr << exchange::stop_words(reason, importer.progress()) << '\n';
+    print_report(std::cerr, importer.report());
+    throw common::Error("No course was made, because the import did not come to its end.");
+}
+
+/// Prints what the command of the window tells in boxes.
+void run(exchange::Importer& importer)
+{
+    exchange::Progress progress;
+    try {
+        while (!progress.finished) {
+            progress = importer.step(exchange::Importer::usual_step);
+            if (progress.empty)
+                std::cout << exchange::empty_words(*progress.empty) << '\n';
+        }
+    } catch (const common::Error& error) {
+        give_up(importer, error.what());
+    } catch (const std::bad_alloc& error) {
+        give_up(importer, common::words_of(error));
     }
-    std::optional<std::string> input_box(const platform::InputBox&) override { return std::nullopt; }
-    platform::ChosenFile open_file_dialog(const platform::FileDialog&) override { return {}; }
-    platform::ChosenFile save_file_dialog(const platform::FileDialog&) override { return {}; }
-    void pump() override {}
-    void beep() override {}
-    void set_pointer(platform::Pointer) override {}
-};
-
-class NoStatusLine : public scheduler::StatusLine {
-public:
-    void ShowStatus(std::string_view, int) override {}
-};
-
-class NoRecordView : public bank::StoredRecordView {
-public:
-    void show_stored_record() override {}
-    void show_all_stored() override {}
-};
+    std::cout << exchange::end_words(progress) << '\n' << exchange::end_details(progress);
+    print_report(std::cout, importer.report());
+}
 
 /// The path for the new course, beside which nothing may stand that the engine would take for changes of it.
 std::string free_path(const std::string& course_path)
@@ -73,19 +75,13 @@ void import_into(const std::string& path, const std::string& text_path)
     platform::sqlite::SqliteDatabase database(text_compare);
     platform::system::SystemClock clock;
     platform::system::SystemFiles files;
-    ConsoleDesktop desktop;
-    NoStatusLine status;
-    NoRecordView view;
-    bank::EditFlags flags;
     store::Course course(database);
     course.db_path = path;
     course.apri_db();
     course.set_side_fields();
-    bank::RecordBank record_bank(course, flags, desktop);
-    exchange::QuestionImport(course, record_bank, flags, view, status, {files, clock, desktop, text_compare})
-        .import_file(text_path);
-    if (desktop.failed)
-        throw common::Error("No course was made, because the import did not come to its end.");
+    bank::RecordBank record_bank(course);
+    exchange::Importer importer(course, record_bank, files, clock, text_compare, text_path);
+    run(importer);
     if (course.record_count == 0)
         throw common::Error("No course was made: " + text_path +
                             " has no record that can be stored. A record is a question behind \"@Q@\" and its answer "

@@ -1,7 +1,6 @@
 #include "bank/record_bank.h"
 #include "common/errors.h"
 #include "fakes/course_builder.h"
-#include "fakes/fake_desktop.h"
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
 
@@ -67,13 +66,11 @@ protected:
     static constexpr const char* vanished = "The question is no longer in the course; another program has deleted it.";
 
     fakes::TempFolder folder;
-    fakes::FakeDesktop desktop;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
     fakes::CourseBuilder builder;
     store::Course course{database};
-    EditFlags flags;
-    RecordBank bank{course, flags, desktop};
+    RecordBank bank{course};
     std::string path;
     std::vector<QaRow> before;
 };
@@ -194,14 +191,12 @@ INSTANTIATE_TEST_SUITE_P(Steps, FailingDelete,
 
 class InsertRecord : public RecordsOfACourse {};
 
-TEST_F(InsertRecord, leaves_the_current_record_and_the_editor_to_the_caller)
+TEST_F(InsertRecord, leaves_the_current_record_to_the_caller)
 {
     course.current_cnt = 2;
-    flags.new_mode = true;
     EXPECT_EQ(bank.insert_record("Spain?", "Madrid"), 4);
     EXPECT_EQ(stored().at(3).q, "Spain?");
     EXPECT_EQ(course.current_cnt, 2);
-    EXPECT_TRUE(flags.new_mode);
     EXPECT_EQ(course.record_count, 4);
 }
 

@@ -15,8 +15,9 @@ class CheckFloors(unittest.TestCase):
         self.folder = tempfile.TemporaryDirectory()
         self.addCleanup(self.folder.cleanup)
         self.root = Path(self.folder.name)
-        for name in ["common/text.h", "platform/clock.h", "platform/sqlite/connection.h", "platform/qt/window.h",
-                     "app/base/trace.h", "app/start/start.h", "store/course.h", "scheduler/scoring.h", "bank/editing.h",
+        for name in ["common/text.h", "platform/clock.h", "platform/controls.h", "platform/desktop.h",
+                     "platform/f_msgbox.h", "platform/form1.h", "platform/sqlite/connection.h", "platform/qt/window.h",
+                     "app/base/trace.h", "app/start/start.h", "store/course.h", "drill/scoring.h", "bank/editing.h",
                      "exchange/import.h", "support/help.h", "drill/dialog.h", "program/wiring.h"]:
             self.write(name)
 
@@ -66,6 +67,18 @@ class CheckFloors(unittest.TestCase):
     def test_logic_sees_no_adapter(self):
         self.assert_bad("store/course.cpp", '#include "platform/sqlite/connection.h"',
                         "store may not include platform/sqlite (platform/sqlite/connection.h)")
+
+    def test_a_room_without_windows_sees_neither_controls_nor_boxes(self):
+        for room in ["store", "scheduler", "bank", "exchange"]:
+            self.assert_good(f"{room}/file.cpp", '#include "platform/clock.h"')
+            for header in ["desktop", "controls", "form1", "f_msgbox"]:
+                self.assert_bad(f"{room}/file.cpp", f'#include "platform/{header}.h"',
+                                f"{room} may show no window and no box (platform/{header}.h)")
+            self.write(f"{room}/file.cpp")
+
+    def test_a_room_with_windows_sees_them(self):
+        self.assert_good("drill/dialog.cpp", '#include "platform/desktop.h"', '#include "platform/controls.h"',
+                         '#include "platform/form1.h"', '#include "platform/f_msgbox.h"')
 
     def test_both_halves_of_app_have_their_own_floor(self):
         self.assert_good("app/start/start.cpp", '#include "drill/dialog.h"', '#include "app/base/trace.h"')

@@ -1,5 +1,10 @@
 #include "common/colour.h"
+#include "drill/drill_state.h"
 #include "drill/hints_fixture.h"
+#include "drill/question_import.h"
+#include "drill/question_view.h"
+#include "drill/status_line.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {
@@ -385,8 +390,7 @@ TEST_P(OptionFailure, changes_nothing_about_hints)
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, OptionFailure,
-                         testing::Values(fakes::Operation::begin, fakes::Operation::open_table, fakes::Operation::seek,
-                                         fakes::Operation::update, fakes::Operation::commit));
+                         testing::Values(fakes::Operation::begin, fakes::Operation::execute, fakes::Operation::commit));
 
 } // namespace
 } // namespace cuedrill::drill

@@ -1,4 +1,8 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/question_dialog.h"
+#include "drill/question_view.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {

@@ -1,4 +1,7 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/question_import.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {
@@ -171,7 +174,7 @@ TEST_F(Inversion, forgets_the_last_verdict)
 TEST_F(Inversion, that_cannot_be_stored_changes_nothing)
 {
     yes();
-    database.fail_at(fakes::Operation::update);
+    database.fail_at(fakes::Operation::execute);
     desktop.expect_box("The course " + path + " could not be read or written.\r\n\r\nThe disk is full.");
     choose("m_invert");
     EXPECT_FALSE(entry("m_invert").checked);

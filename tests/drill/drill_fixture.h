@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/errors.h"
 #include "fakes/course_builder.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
@@ -12,65 +13,92 @@
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
 #include "platform/system/system_files.h"
-#include "program/logic.h"
 
-#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <string_view>
 
+namespace cuedrill::app {
+class StartRoutine;
+} // namespace cuedrill::app
+namespace cuedrill::scheduler {
+class DeadTimes;
+} // namespace cuedrill::scheduler
+namespace cuedrill::store {
+class Course;
+class CourseParamsStore;
+} // namespace cuedrill::store
+
 namespace cuedrill::drill {
 
+struct EditFlags;
+class RecordEditor;
+class EndOfProgram;
+
 using namespace std::chrono_literals;
+
+class AnswerAids;
+class CourseOpener;
+class CourseTitle;
+struct DrillState;
+class ErrorReport;
+class LastList;
+class MainWindow;
+class QuestionDialog;
+class QuestionImport;
+class QuestionView;
+class RecordLists;
+class StatusLine;
+class TypedAnswer;
+class WindowLayout;
+
+/// What tests use of the logic. A test includes the header of the part that it uses.
+struct LogicParts {
+    store::Course& course;
+    store::CourseParamsStore& params;
+    EditFlags& edit_flags;
+    DrillState& state;
+    StatusLine& status;
+    WindowLayout& layout;
+    QuestionView& question_view;
+    scheduler::DeadTimes& dead_times;
+    EndOfProgram& end_of_program;
+    RecordEditor& editor;
+    LastList& last_list;
+    RecordLists& lists;
+    QuestionDialog& dialog;
+    TypedAnswer& typed_answer;
+    AnswerAids& aids;
+    CourseTitle& title;
+    MainWindow& main_window;
+    CourseOpener& opener;
+    QuestionImport& question_import;
+    ErrorReport& error_report;
+    app::StartRoutine& start;
+};
 
 /// The whole logic of the program, wired as the program wires it, on a real course and a window without a toolkit.
 /// Tests use the controls as the user does; what a handler throws is treated as the program's event guard does.
 class DrillFixture : public testing::Test {
 protected:
+    DrillFixture();
+    ~DrillFixture() override;
+
     /// The course has three questions, asked in this order: "France?" of level 2, tested a day ago; "Italy?" of level
     /// 0, tested an hour ago; "Spain?", never tested. Two of them count as not passed.
-    void describe_three_questions()
-    {
-        builder.question("France?", "Paris").level(2).attempts(4).fails(1).tested_ago(24h);
-        builder.question("Italy?", "Rome").level(0).attempts(3).fails(3).tested_ago(1h);
-        builder.question("Spain?", "Madrid");
-    }
+    void describe_three_questions();
 
     /// Writes the course that `builder` describes, and starts the program on it.
-    void start()
-    {
-        path = builder.write(folder);
-        make_program();
-        user([this] { started = logic->start.run(path); });
-        ASSERT_TRUE(started);
-    }
+    void start();
+    void start_with_three_questions();
+    void make_program();
 
-    void start_with_three_questions()
-    {
-        describe_three_questions();
-        start();
-    }
-
-    void make_program()
-    {
-        logic = std::make_unique<program::Logic>(program::LogicPlatform{.form1 = form1.controls,
-                                                                        .f_msgbox = f_msgbox.controls,
-                                                                        .form2 = form2,
-                                                                        .desktop = desktop,
-                                                                        .settings = settings_store,
-                                                                        .shell = shell,
-                                                                        .clock = clock,
-                                                                        .files = files,
-                                                                        .random = random,
-                                                                        .text_compare = engine.text_compare,
-                                                                        .database = database,
-                                                                        .program_folder = folder.path().string(),
-                                                                        .web_page = "https://example.org/cuedrill"});
-    }
-
-    /// Runs what the user does.
+    /// Runs what the user does. To compile this for each action takes less than to make a std::function of it.
     template <class Action>
     void user(Action action)
     {
@@ -79,87 +107,41 @@ protected:
         } catch (const common::ProgramEnded&) {
             ended = true;
         } catch (const std::exception& error) {
-            logic->error_report.report(error);
+            report(error);
         }
     }
+    /// Tells the user of an error, as the program's event guard does.
+    void report(const std::exception& error);
 
-    void yes()
-    {
-        user([this] { form1.bot_yes.click(); });
-    }
-    void no()
-    {
-        user([this] { form1.bot_no.click(); });
-    }
-    void ignore()
-    {
-        user([this] { form1.bot_other.click(); });
-    }
-    void choose(std::string_view menu_entry)
-    {
-        user([&] { entry(menu_entry).click(); });
-    }
+    void yes();
+    void no();
+    void ignore();
+    void choose(std::string_view menu_entry);
     /// Returns whether the window swallowed the key.
-    template <class... Press>
-    bool press(const Press&... key)
-    {
-        bool swallowed = false;
-        clock.steady_seconds_more += 1;
-        user([&] { swallowed = form1.window.press(key...); });
-        return swallowed;
-    }
+    bool press(const platform::KeyPress& key);
+    bool press(platform::Key key, bool auto_repeat = false);
+    bool press(const std::string& character, bool auto_repeat = false);
     /// Presses a key in the answer box.
-    void press_in_answer(const platform::KeyPress& key)
-    {
-        clock.steady_seconds_more += 1;
-        user([&] { form1.press_in(form1.Text_a, key); });
-    }
-    void press_in_answer(const char* character)
-    {
-        press_in_answer({.key = platform::Key::character, .character = character});
-    }
-    void enter_in_answer() { press_in_answer({.key = platform::Key::enter}); }
+    void press_in_answer(const platform::KeyPress& key);
+    void press_in_answer(const char* character);
+    void enter_in_answer();
     /// Types into the answer box, behind what stands there.
-    void type_answer(std::string_view text)
-    {
-        form1.Text_a.set_caret(common::code_points(form1.Text_a.text_value));
-        user([&] { form1.type(form1.Text_a, text); });
-    }
+    void type_answer(std::string_view text);
     /// Clicks the button of the toolbar with that number.
-    void toolbar(int number)
-    {
-        user([&] { form1.toolbar(number).click(); });
-    }
+    void toolbar(int number);
 
-    [[nodiscard]] fakes::FakeMenuEntry& entry(std::string_view name) const { return form1.menu_bar.entry(name); }
-
-    [[nodiscard]] std::string prompt() const { return form1.panel_dialog.caption_value; }
-    [[nodiscard]] std::string question() const { return form1.Text_q.text_value; }
-    [[nodiscard]] std::string answer() const { return form1.Text_a.text_value; }
-    [[nodiscard]] std::string status() const { return form1.P_status.caption_value; }
+    [[nodiscard]] fakes::FakeMenuEntry& entry(std::string_view name) const;
+    [[nodiscard]] std::string prompt() const;
+    [[nodiscard]] std::string question() const;
+    [[nodiscard]] std::string answer() const;
+    [[nodiscard]] std::string status() const;
 
     /// The record as another program would read it from the file now.
-    [[nodiscard]] fakes::QaRow stored(std::int64_t cnt) const
-    {
-        for (const fakes::QaRow& row : fakes::read_course(path).qa) {
-            if (row.cnt == cnt)
-                return row;
-        }
-        ADD_FAILURE() << "no record " << cnt;
-        return {};
-    }
+    [[nodiscard]] fakes::QaRow stored(std::int64_t cnt) const;
 
     /// The places in the journal where an entry stands.
-    [[nodiscard]] std::ptrdiff_t place_of(const std::string& noted) const
-    {
-        const auto found = std::find(form1.journal.begin(), form1.journal.end(), noted);
-        EXPECT_NE(found, form1.journal.end()) << noted << " is not in the journal";
-        return found - form1.journal.begin();
-    }
-    [[nodiscard]] std::ptrdiff_t times_noted(const std::string& noted) const
-    {
-        return std::count(form1.journal.begin(), form1.journal.end(), noted);
-    }
+    [[nodiscard]] std::ptrdiff_t place_of(const std::string& noted) const;
+    [[nodiscard]] std::ptrdiff_t times_noted(const std::string& noted) const;
 
     static constexpr const char* nothing_mature = "No question is mature for being asked.";
 
@@ -181,7 +163,11 @@ protected:
     bool started = false;
     bool ended = false; ///< the program has ended
 
-    std::unique_ptr<program::Logic> logic;
+    const LogicParts* logic = nullptr; ///< none before the program was made
+
+private:
+    struct Program;
+    std::unique_ptr<Program> m_program;
 };
 
 } // namespace cuedrill::drill

@@ -1,4 +1,7 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/record_editor.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {

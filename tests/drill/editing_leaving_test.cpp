@@ -1,4 +1,8 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/edit_flags.h"
+#include "drill/record_editor.h"
+#include "store/course.h"
 
 #include <ostream>
 
@@ -211,6 +215,49 @@ TEST_P(WayOut, stays_in_the_editor_when_the_texts_cannot_be_stored)
     expect_in_boxes("Gaul?", "Lutetia");
     EXPECT_EQ(records(), before.qa);
     EXPECT_EQ(database.transaction_depth(), 0);
+}
+
+/// The record that is being changed has been deleted by another program, which has given its answer to another record.
+class WayOutInverted : public WayOut {
+protected:
+    void SetUp() override
+    {
+        builder.number_param("invert", 1);
+        builder.question("France?", "Paris").inverted().level(2).attempts(4).fails(1).tested_ago(24h);
+        builder.question("Italy?", "Rome").inverted().level(0).attempts(3).fails(3).tested_ago(1h);
+        start();
+        yes();
+        ASSERT_EQ(question(), "Paris");
+    }
+
+    [[nodiscard]] bool went() const { return ended || logic->course.db_path != path || !logic->course.params.invert; }
+};
+
+INSTANTIATE_TEST_SUITE_P(Ways, WayOutInverted,
+                         testing::Values(Way{"exit", "m_exit"}, Way{"closing", ""}, Way{"opening", "m_open", true},
+                                         Way{"creating", "m_new", true}, Way{"inverting", "m_invert"}),
+                         [](const auto& way) { return std::string(way.param.name); });
+
+TEST_P(WayOutInverted, stays_with_texts_that_are_not_taken_as_a_new_record)
+{
+    change_to("Lutetia", "France?");
+    engine.database.execute("Delete from qa where cnt = 1");
+    engine.database.execute("Update qa set q = 'France?' where cnt = 2");
+    before = fakes::read_course(path);
+    expect_offer(BoxAnswer::yes);
+    desktop.expect_box("The question is no longer in the course; another program has deleted it.\r\n\r\n"
+                       "Do you want to save the texts as a new question and answer?",
+                       BoxAnswer::yes);
+    desktop.expect_box("Answer is already in database.");
+    go();
+    EXPECT_FALSE(went());
+    EXPECT_TRUE(logic->edit_flags.new_mode);
+    EXPECT_FALSE(form1.Text_a.locked);
+    EXPECT_TRUE(form1.Text_a.has_focus());
+    expect_in_boxes("Lutetia", "France?");
+    EXPECT_EQ(records(), before.qa);
+    form1.type(form1.Text_a, "!");
+    EXPECT_NE(answer(), "France?") << "no key is held back";
 }
 
 class EndOfEditing : public LeavingTheEditor {};

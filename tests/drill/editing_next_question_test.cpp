@@ -1,4 +1,6 @@
 #include "drill/drill_fixture.h"
+#include "drill/record_editor.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {

@@ -1,4 +1,9 @@
+#include "app/start/start.h"
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/record_editor.h"
+#include "drill/window_layout.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {
@@ -186,13 +191,30 @@ TEST_F(SaveInTheWindow, that_fails_keeps_the_editor_open_and_may_be_repeated)
     database.fail_at(Operation::begin, 1, DatabaseErrorKind::locked, "Another program is using the course.");
     desktop.expect_box("The question and its answer are not saved.\r\n\r\nThe course " + path +
                        " could not be read or written.\r\n\r\nAnother program is using the course.");
+    form1.Text_q.take_focus();
     toolbar(10);
     expect_open("Gaul?", "Lutetia");
+    EXPECT_TRUE(form1.Text_q.has_focus()) << "typing goes on where it stopped";
     EXPECT_EQ(stored(1), before);
     EXPECT_EQ(logic->course.current_cnt, 1);
     toolbar(10);
     expect_saved_on_display("Gaul?", "Lutetia");
     EXPECT_EQ(stored(1).q, "Gaul?");
+}
+
+TEST_F(SaveInTheWindow, whose_record_is_gone_gives_the_keyboard_back_to_the_box_that_had_it)
+{
+    change_to("Gaul?", "Lutetia");
+    database.execute("Delete from qa where cnt=1");
+    for (fakes::FakeTextBox* box : {&form1.Text_q, &form1.Text_a}) {
+        box->take_focus();
+        desktop.expect_box("The question is no longer in the course; another program has deleted it.\r\n\r\n"
+                           "Do you want to save the texts as a new question and answer?",
+                           platform::BoxAnswer::no);
+        toolbar(10);
+        expect_open("Gaul?", "Lutetia");
+        EXPECT_TRUE(box->has_focus());
+    }
 }
 
 TEST_F(SaveInTheWindow, whose_record_cannot_be_read_afterwards_leaves_the_texts_and_says_that_they_are_saved)
@@ -235,6 +257,27 @@ TEST_F(SaveInTheWindow, of_unknown_outcome_keeps_the_editor_open_and_finds_out_a
     expect_saved_on_display("Norway?", "Oslo");
     EXPECT_EQ(fakes::read_course(path).qa.size(), 4U);
     EXPECT_EQ(form1.panel_total.caption_value, "4");
+}
+
+TEST_F(SaveInTheWindow, of_unknown_outcome_is_told_once_the_editor_is_left)
+{
+    change_to("Gaul?", "Lutetia");
+    database.fail_commit(true);
+    database.fail_at(Operation::query, 2);
+    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
+                       "\r\n\r\nThe course " +
+                       path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    toolbar(10);
+    press(platform::Key::escape);
+    EXPECT_FALSE(logic->editor.editing());
+    EXPECT_EQ(status(), "It is not known whether the changes are saved.");
+    EXPECT_EQ(question(), "Gaul?");
+    EXPECT_EQ(answer(), "Lutetia");
+    EXPECT_EQ(logic->course.current_cnt, 0);
+    form1.window.press(platform::Key::escape);
+    EXPECT_FALSE(ended) << "a second Escape within the second ends nothing";
 }
 
 TEST_F(SaveInTheWindow, begun_before_the_first_question_leaves_the_dialog_as_it_was)

@@ -1,4 +1,6 @@
 #include "drill/drill_fixture.h"
+#include "drill/edit_flags.h"
+#include "drill/record_editor.h"
 
 namespace cuedrill::drill {
 namespace {

@@ -1,7 +1,9 @@
+#include "drill/commands.h"
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
 #include "drill/enabling.h"
+#include "drill/window_layout.h"
 
-#include <map>
 #include <ostream>
 #include <set>
 
@@ -214,51 +216,34 @@ TEST_P(Enabling, of_the_entries_is_that_of_what_can_be_done)
 
 TEST_P(Enabling, follows_its_table)
 {
-    const std::map<Command, int> buttons{
-        {Command::next_question, 1}, {Command::show_answer, 2}, {Command::show_stats, 3},    {Command::show_hints, 4},
-        {Command::let_me_type, 5},   {Command::success, 6},     {Command::failure, 7},       {Command::edit, 8},
-        {Command::insert, 9},        {Command::save, 10},       {Command::delete_record, 11}};
-    const std::map<Command, const char*> entries{{Command::next_question, "m_display_next_question"},
-                                                 {Command::show_answer, "m_show_answer"},
-                                                 {Command::show_stats, "m_view_stats"},
-                                                 {Command::show_hints, "m_view_hints"},
-                                                 {Command::success, "m_set_success"},
-                                                 {Command::failure, "m_set_failure"},
-                                                 {Command::edit, "m_edit"},
-                                                 {Command::delete_record, "m_delete"},
-                                                 {Command::undo, "m_undo"},
-                                                 {Command::reset_all, "m_reset_all"},
-                                                 {Command::question_number, "m_display_q_nr"},
-                                                 {Command::list_similar, "m_list_similar"},
-                                                 {Command::recall_list, "m_recall_find_list"}};
     ASSERT_EQ(logic->layout.mode(), GetParam().mode);
-    for (const EnablingRow& row : enabling_table) {
-        const bool enabled =
-            row.enabled.at(static_cast<std::size_t>(GetParam().mode)) && further_condition(row.command);
-        if (const auto button = buttons.find(row.command); button != buttons.end()) {
-            EXPECT_EQ(form1.toolbar(button->second).is_enabled, enabled) << button->second;
+    for (const CommandRow& row : command_table()) {
+        const bool enabled = row.modes.at(static_cast<std::size_t>(GetParam().mode)) && further_condition(row.command);
+        if (row.button) {
+            EXPECT_EQ(form1.toolbar(row.button->number).is_enabled, enabled) << row.button->caption;
         }
-        if (const auto name = entries.find(row.command); name != entries.end()) {
-            EXPECT_EQ(entry(name->second).is_enabled, enabled) << name->second;
+        if (row.entry) {
+            EXPECT_EQ(entry(row.entry->name).is_enabled, enabled) << row.entry->name;
         }
     }
 }
 
 TEST_P(Enabling, of_the_dialog_and_the_boxes_follows_its_table_too)
 {
-    const auto enabled = [](Command command) {
-        for (const EnablingRow& row : enabling_table) {
-            if (row.command == command)
-                return row.enabled.at(static_cast<std::size_t>(GetParam().mode));
+    const auto enabled = [](Input input) {
+        for (const InputRow& row : input_table) {
+            if (row.input == input)
+                return row.modes.at(static_cast<std::size_t>(GetParam().mode));
         }
+        ADD_FAILURE() << "the table has no row for it";
         return false;
     };
     // No situation of these is behind the last question, where a verdict has nothing to be about.
-    EXPECT_EQ(form1.bot_yes.is_enabled, enabled(Command::yes));
-    EXPECT_EQ(form1.bot_no.is_enabled, enabled(Command::no));
-    EXPECT_EQ(form1.bot_other.is_enabled, enabled(Command::ignore));
-    EXPECT_EQ(form1.Text_q.locked, !enabled(Command::type_question));
-    EXPECT_EQ(form1.Text_a.locked, !enabled(Command::type_answer));
+    EXPECT_EQ(form1.bot_yes.is_enabled, enabled(Input::yes));
+    EXPECT_EQ(form1.bot_no.is_enabled, enabled(Input::no));
+    EXPECT_EQ(form1.bot_other.is_enabled, enabled(Input::ignore));
+    EXPECT_EQ(form1.Text_q.locked, !enabled(Input::question_box));
+    EXPECT_EQ(form1.Text_a.locked, !enabled(Input::answer_box));
 }
 
 TEST_P(Enabling, and_what_is_visible_follow_the_shared_place)
@@ -285,14 +270,6 @@ TEST_P(Enabling, of_typing_ends_with_the_option_to_type_always)
 
 INSTANTIATE_TEST_SUITE_P(Situations, Enabling, testing::ValuesIn(cases),
                          [](const auto& one) { return std::string(one.param.name); });
-
-TEST(EnablingTable, has_each_command_once)
-{
-    std::set<Command> commands;
-    for (const EnablingRow& row : enabling_table)
-        EXPECT_TRUE(commands.insert(row.command).second);
-    EXPECT_EQ(commands.size(), static_cast<std::size_t>(Command::type_answer) + 1);
-}
 
 class Locks : public DrillFixture {
 protected:

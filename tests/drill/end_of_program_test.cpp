@@ -1,4 +1,7 @@
+#include "app/start/start.h"
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {

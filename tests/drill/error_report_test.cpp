@@ -1,4 +1,5 @@
 #include "drill/drill_fixture.h"
+#include "drill/error_report.h"
 
 #include <new>
 #include <stdexcept>

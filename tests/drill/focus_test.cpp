@@ -1,4 +1,5 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
 
 namespace cuedrill::drill {
 namespace {

@@ -1,4 +1,6 @@
 #include "common/colour.h"
+#include "drill/drill_state.h"
+#include "drill/edit_flags.h"
 #include "drill/hints_fixture.h"
 
 namespace cuedrill::drill {

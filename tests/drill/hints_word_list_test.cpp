@@ -1,4 +1,9 @@
+#include "app/start/start.h"
+#include "drill/answer_aids.h"
+#include "drill/drill_state.h"
 #include "drill/hints_fixture.h"
+#include "store/course.h"
+#include "store/schema.h"
 
 #include <algorithm>
 

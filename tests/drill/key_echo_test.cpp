@@ -1,5 +1,7 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
 #include "drill/key_echo.h"
+#include "drill/status_line.h"
 
 namespace cuedrill::drill {
 namespace {

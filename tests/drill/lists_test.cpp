@@ -1,4 +1,8 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/question_import.h"
+#include "drill/record_editor.h"
+#include "store/course.h"
 
 #include <vector>
 

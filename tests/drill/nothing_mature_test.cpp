@@ -1,4 +1,7 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/question_dialog.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {
@@ -58,7 +61,51 @@ TEST_F(NothingMature, tells_it_anew_after_a_reset)
                        platform::BoxAnswer::yes);
     choose("m_reset_all");
     EXPECT_EQ(status(), "The next question is due now. 1 question is due by the end of the day.");
+    choose("m_display_next_question");
+    EXPECT_EQ(question(), "France?");
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(NothingMature, tells_it_as_it_is_where_the_reset_is_not_confirmed)
+{
+    clock.advance_seconds(4 * 60);
+    desktop.expect_box("This will set all question at level 0; do you really want to do this?",
+                       platform::BoxAnswer::no);
+    choose("m_reset_all");
+    EXPECT_EQ(status(), due_at_0553);
+}
+
+TEST_F(NothingMature, tells_it_no_more_after_a_change_that_is_stored_and_fails_then)
+{
+    for (const char* command : {"m_reset_all", "m_change_target_level"}) {
+        SCOPED_TRACE(command);
+        if (status().empty()) {
+            desktop.expect_box(nothing_mature);
+            no();
+        }
+        ASSERT_EQ(status(), due_at_0553);
+        const bool reset = command == std::string_view("m_reset_all");
+        if (!reset)
+            desktop.expect_input("New target level (1 to 10)?", "1");
+        else
+            desktop.expect_box("This will set all question at level 0; do you really want to do this?",
+                               platform::BoxAnswer::yes);
+        database.fail_at(fakes::Operation::open_recordset);
+        desktop.expect_box("The course " + path + " could not be read or written.\r\n\r\nThe disk is full.");
+        choose(command);
+        EXPECT_EQ(status(), "");
+        database.execute("Update qa set q_successes=1, q_date_last_test=?1", {clock.time.day_number()});
+    }
+}
+
+TEST_F(NothingMature, tells_that_a_question_is_due_which_has_rested_while_the_box_was_open)
+{
+    desktop.on_box = [this] { clock.advance_seconds(6 * 60); };
+    desktop.expect_box(nothing_mature);
     no();
+    desktop.on_box = nullptr;
+    EXPECT_EQ(status(), "The next question is due now. 1 question is due by the end of the day.");
+    choose("m_display_next_question");
     EXPECT_EQ(question(), "France?");
 }
 

@@ -1,4 +1,7 @@
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/question_view.h"
+#include "store/course.h"
 
 #include <array>
 #include <cstdio>
@@ -94,12 +97,10 @@ TEST_F(QuestionDisplayTest, keeps_a_lone_line_feed_at_the_end_of_the_answer)
     EXPECT_EQ(answer(), "b\n");
 }
 
-TEST_F(QuestionDisplayTest, remembers_when_the_question_was_shown)
+TEST_F(QuestionDisplayTest, remembers_the_record_and_its_texts)
 {
-    clock.set_seconds_since_midnight = 20837.5;
     builder.question("France?", "Paris").level(0).tested_ago(1h);
     show();
-    EXPECT_EQ(logic->state.displayed_at, 20837.5);
     EXPECT_EQ(logic->course.current_cnt, 1);
     EXPECT_EQ(logic->state.loaded_question, "France?");
     EXPECT_EQ(logic->state.loaded_answer, "Paris");

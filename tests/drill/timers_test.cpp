@@ -76,7 +76,7 @@ TEST_F(Timers, minute_whose_work_time_cannot_be_stored_shows_no_box)
 {
     start_with_three_questions();
     clock.advance_seconds(60);
-    database.fail_at(fakes::Operation::update);
+    database.fail_at(fakes::Operation::execute);
     form1.timer_1_min.tick();
     EXPECT_EQ(status(), "The work time could not be stored. The disk is full.");
     EXPECT_NE(folder.read("trace.txt").find(" - timer_1_min - work time not stored - The disk is full.\r\n"),
@@ -90,12 +90,51 @@ TEST_F(Timers, minute_whose_work_time_cannot_be_stored_shows_no_box)
     EXPECT_EQ(status(), "") << "the notice has had its time";
 }
 
+TEST_F(Timers, minute_whose_work_time_may_be_stored_says_that_nobody_can_tell)
+{
+    for (const bool stored : {true, false}) {
+        SCOPED_TRACE(stored);
+        if (!started)
+            start_with_three_questions();
+        const double before = fakes::read_course(path).number("time_ever").value_or(0);
+        clock.advance_seconds(60);
+        database.fail_commit(stored);
+        database.fail_at(fakes::Operation::query);
+        form1.timer_1_min.tick();
+        EXPECT_EQ(status(), "It is not known whether the work time is stored.");
+        EXPECT_NE(folder.read("trace.txt")
+                      .find(" - timer_1_min - not known whether the work time is stored - The "
+                            "commit failed. It is not known whether the change is stored, because "
+                            "the course cannot be read again.\r\n"),
+                  std::string::npos);
+        EXPECT_EQ(folder.read("trace.txt").find("not stored"), std::string::npos);
+        EXPECT_EQ(database.transaction_depth(), 0);
+        EXPECT_EQ(fakes::read_course(path).number("time_ever").value_or(0), before + (stored ? 60 : 0));
+        clock.advance_seconds(60);
+        form1.timer_1_min.tick();
+        EXPECT_EQ(fakes::read_course(path).number("time_ever"), stored ? 120 : 240) << "the next minute stores all";
+        form1.timer_250_ms.tick();
+        EXPECT_EQ(status(), "");
+    }
+}
+
+TEST_F(Timers, minute_whose_work_time_may_be_stored_leaves_the_request_for_a_verdict)
+{
+    start_with_three_questions();
+    yes();
+    choose("m_show_answer");
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query);
+    form1.timer_1_min.tick();
+    EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
+}
+
 TEST_F(Timers, minute_whose_work_time_cannot_be_stored_leaves_the_request_for_a_verdict)
 {
     start_with_three_questions();
     yes();
     choose("m_show_answer");
-    database.fail_at(fakes::Operation::update);
+    database.fail_at(fakes::Operation::execute);
     form1.timer_1_min.tick();
     EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
     EXPECT_EQ(form1.P_status.background, common::pure_red);

@@ -1,5 +1,9 @@
+#include "drill/command_controls.h"
+#include "drill/commands.h"
 #include "drill/drill_fixture.h"
-#include "drill/toolbar.h"
+#include "drill/drill_state.h"
+#include "drill/edit_flags.h"
+#include "drill/main_window.h"
 
 namespace cuedrill::drill {
 namespace {
@@ -63,20 +67,22 @@ TEST_F(ToolbarTest, underlines_the_letters_that_alt_brings_to_it_and_not_to_a_me
         EXPECT_EQ(form1.toolbar(index).access_letter_shown, works) << index;
     }
     for (const char menu : {'f', 'o', 'l', 'a', 's', 'i', '\0', 'x'})
-        EXPECT_EQ(Toolbar::button_with_access_letter(menu), std::nullopt) << menu;
-    EXPECT_EQ(Toolbar::button_with_access_letter('d'), 11);
+        EXPECT_EQ(command_with_access_letter(menu), std::nullopt) << menu;
+    EXPECT_EQ(command_with_access_letter('d'), Command::delete_record);
 }
 
 TEST_F(ToolbarTest, knows_its_keys)
 {
     const struct {
         char key;
-        int button;
-    } keys[] = {{'q', 1}, {'a', 2}, {'s', 3}, {'h', 4}, {'t', 5}, {'e', 8}, {'i', 9}, {'d', 11}};
+        Command command;
+    } keys[] = {{'q', Command::next_question}, {'a', Command::show_answer},  {'s', Command::show_stats},
+                {'h', Command::show_hints},    {'t', Command::let_me_type},  {'e', Command::edit},
+                {'i', Command::insert},        {'d', Command::delete_record}};
     for (const auto& one : keys)
-        EXPECT_EQ(Toolbar::button_with_key(one.key), one.button) << one.key;
+        EXPECT_EQ(command_with_key(one.key), one.command) << one.key;
     for (const char none : {'\0', '+', '-', 'n', 'x'})
-        EXPECT_EQ(Toolbar::button_with_key(none), std::nullopt) << none;
+        EXPECT_EQ(command_with_key(none), std::nullopt) << none;
 }
 
 /// A question is on display, without its answer.

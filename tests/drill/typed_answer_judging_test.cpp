@@ -1,5 +1,9 @@
 #include "common/colour.h"
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/status_line.h"
+#include "drill/typed_answer.h"
+#include "store/course.h"
 
 #include <vector>
 
@@ -64,6 +68,28 @@ TEST_F(JudgedAnswer, that_is_right_is_greeted_before_it_is_stored)
     desktop.on_pump = nullptr;
     EXPECT_EQ(seen, std::vector<std::string>{"OK"});
     expect_known();
+}
+
+TEST_F(JudgedAnswer, that_is_right_is_told_as_such_once_then_its_score_then_the_next_question)
+{
+    form1.window.announcements.clear();
+    form1.journal.clear();
+    enter("Paris");
+    EXPECT_EQ(form1.window.announcements, (std::vector<std::string>{"Right.", "Italy?"}));
+    const std::ptrdiff_t score =
+        place_of("P_status.caption=score of previous question increased from 2 to 4 (elapsed 1.00 days)");
+    EXPECT_LT(place_of("Form1.announce=Right."), score);
+    EXPECT_LT(score, place_of("Form1.announce=Italy?"));
+    EXPECT_EQ(times_noted("P_status.untold caption=OK"), 1);
+    EXPECT_EQ(times_noted("P_status.caption=OK"), 0);
+}
+
+TEST_F(JudgedAnswer, that_is_wrong_is_not_told_as_right)
+{
+    desktop.expect_box(wrong_answer_text("Rome", "Paris"));
+    form1.window.announcements.clear();
+    enter("Rome");
+    EXPECT_EQ(form1.window.announcements, std::vector<std::string>{"Not known. Level 0. Italy?"});
 }
 
 TEST_F(JudgedAnswer, is_judged_the_same_while_typing)
@@ -223,11 +249,11 @@ TEST_F(DecomposedAnswer, has_nothing_marked_where_only_its_form_differs)
 }
 
 /// The verdict on a typed answer cannot be stored.
-class TypedVerdictFailure : public JudgedAnswer, public testing::WithParamInterface<fakes::Operation> {
+class TypedVerdictFailure : public JudgedAnswer, public testing::WithParamInterface<std::pair<fakes::Operation, int>> {
 protected:
     void fail()
     {
-        database.fail_at(GetParam());
+        database.fail_at(GetParam().first, GetParam().second);
         desktop.expect_box("The course " + path + " could not be read or written.\r\n\r\nThe disk is full.");
     }
 
@@ -265,8 +291,10 @@ TEST_P(TypedVerdictFailure, of_a_wrong_answer_leaves_it_to_be_judged_again)
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, TypedVerdictFailure,
-                         testing::Values(fakes::Operation::begin, fakes::Operation::query, fakes::Operation::execute,
-                                         fakes::Operation::update, fakes::Operation::commit));
+                         testing::Values(std::pair(fakes::Operation::begin, 1), std::pair(fakes::Operation::query, 1),
+                                         std::pair(fakes::Operation::execute, 1),
+                                         std::pair(fakes::Operation::execute, 2),
+                                         std::pair(fakes::Operation::commit, 1)));
 
 class AnswerAfterAHint : public DrillFixture {
 protected:

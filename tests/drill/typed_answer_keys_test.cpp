@@ -1,5 +1,7 @@
 #include "common/colour.h"
+#include "drill/answer_aids.h"
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
 
 namespace cuedrill::drill {
 namespace {

@@ -1,4 +1,7 @@
+#include "drill/answer_aids.h"
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/question_dialog.h"
 
 namespace cuedrill::drill {
 namespace {

@@ -1,5 +1,9 @@
 #include "common/colour.h"
 #include "drill/drill_fixture.h"
+#include "drill/drill_state.h"
+#include "drill/question_dialog.h"
+#include "drill/question_import.h"
+#include "store/course.h"
 
 namespace cuedrill::drill {
 namespace {

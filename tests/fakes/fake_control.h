@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace cuedrill::fakes {
@@ -19,34 +18,19 @@ using Journal = std::vector<std::string>;
 class Journalled {
 public:
     Journalled() = default;
-    explicit Journalled(std::string own_name, Journal* shared_journal = nullptr)
-        : name(std::move(own_name)), journal(shared_journal)
-    {
-    }
+    explicit Journalled(std::string own_name, Journal* shared_journal = nullptr);
 
     std::string name;
     Journal* journal = nullptr;
 
 protected:
-    void note(std::string_view what) const
-    {
-        if (journal != nullptr)
-            journal->push_back(name + "." + std::string(what));
-    }
-    void note(std::string_view property, std::string_view value) const
-    {
-        if (journal != nullptr)
-            journal->push_back(name + "." + std::string(property) + "=" + std::string(value));
-    }
-    void note(std::string_view property, bool value) const { note(property, value ? "true" : "false"); }
-    void note(std::string_view property, const char* value) const { note(property, std::string_view(value)); }
-    void note(std::string_view property, std::int64_t value) const { note(property, std::to_string(value)); }
-    void note(std::string_view property, const std::optional<common::Colour>& colour) const
-    {
-        const auto part = [](std::uint8_t value) { return std::to_string(value); };
-        note(property, colour ? part(colour->red) + "," + part(colour->green) + "," + part(colour->blue) : "none");
-    }
-    void note(std::string_view property, const std::string& value) const { note(property, std::string_view(value)); }
+    void note(std::string_view what) const;
+    void note(std::string_view property, std::string_view value) const;
+    void note(std::string_view property, bool value) const;
+    void note(std::string_view property, const char* value) const;
+    void note(std::string_view property, std::int64_t value) const;
+    void note(std::string_view property, const std::optional<common::Colour>& colour) const;
+    void note(std::string_view property, const std::string& value) const;
 };
 
 /// What all controls have; visible and enabled from the start.
@@ -81,7 +65,7 @@ class FakeHelpfulControl : public FakeControl<Interface> {
 public:
     using FakeControl<Interface>::FakeControl;
 
-    void offer_help(std::function<void()> ask) override { on_help = std::move(ask); }
+    void offer_help(std::function<void()> ask) override { on_help.swap(ask); }
 
     /// The user holds Shift and clicks on it, enabled or not.
     void shift_click() const

@@ -1,5 +1,4 @@
 #include "fakes/fake_controls.h"
-#include "fakes/fake_dialog_host.h"
 #include "fakes/fake_form1.h"
 
 #include <gtest/gtest.h>
@@ -277,15 +276,6 @@ TEST(Frame, tells_of_a_new_width)
     frame.on_resize = [&] { seen = frame.width(); };
     frame.resize(12000);
     EXPECT_EQ(seen, 12000);
-}
-
-TEST(DialogHost, grants_no_less_than_its_frame)
-{
-    FakeDialogHost host;
-    host.set_height(0);
-    host.set_width(5000);
-    EXPECT_EQ(host.height(), host.smallest_height);
-    EXPECT_EQ(host.width(), 5000);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "common/errors.h"
 #include "fakes/fake_desktop.h"
 
 #include <gtest/gtest-spi.h>

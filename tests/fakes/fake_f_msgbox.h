@@ -9,49 +9,25 @@
 
 namespace cuedrill::fakes {
 
+extern template class FakeControl<platform::Control>;
+
 /// The message window; it has the size of the main window once it has covered that.
 class FakeMessageWindow : public platform::MessageWindow, public Journalled {
 public:
     using Journalled::Journalled;
 
-    void set_caption(std::string_view text) override
-    {
-        caption = text;
-        note("caption", text);
-    }
-    void cover_main_window() override
-    {
-        note("cover");
-        resize(main_width, main_height);
-    }
-    [[nodiscard]] common::Twips inner_width() const override { return width; }
-    [[nodiscard]] common::Twips inner_height() const override { return height; }
-    [[nodiscard]] bool minimised() const override { return is_minimised; }
-    void place(platform::Control& control, const platform::Place& place) override { places[&control] = place; }
-    void show() override
-    {
-        shown = true;
-        note("show");
-    }
-    void hide() override
-    {
-        shown = false;
-        note("hide");
-    }
+    void set_caption(std::string_view text) override;
+    void cover_main_window() override;
+    [[nodiscard]] common::Twips inner_width() const override;
+    [[nodiscard]] common::Twips inner_height() const override;
+    [[nodiscard]] bool minimised() const override;
+    void place(platform::Control& control, const platform::Place& place) override;
+    void show() override;
+    void hide() override;
 
-    void resize(common::Twips new_width, common::Twips new_height)
-    {
-        width = new_width;
-        height = new_height;
-        if (on_resize)
-            on_resize();
-    }
-    bool press(platform::Key key) { return on_key && on_key({.key = key}); }
-    void close()
-    {
-        if (on_close)
-            on_close();
-    }
+    void resize(common::Twips new_width, common::Twips new_height);
+    bool press(platform::Key key);
+    void close();
 
     common::Twips main_width = 12000;
     common::Twips main_height = 9000;
@@ -66,6 +42,11 @@ public:
 /// The message window with its controls; `controls` is what the logic gets.
 class FakeFMsgbox {
 public:
+    FakeFMsgbox();
+    FakeFMsgbox(const FakeFMsgbox&) = delete;
+    FakeFMsgbox& operator=(const FakeFMsgbox&) = delete;
+    ~FakeFMsgbox();
+
     Journal journal;
     FakeMessageWindow window{"f_msgbox", &journal};
     FakeTextBox Text1{"Text1", &journal};

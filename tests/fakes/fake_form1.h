@@ -5,50 +5,27 @@
 
 #include <array>
 #include <string_view>
-#include <type_traits>
 
 namespace cuedrill::fakes {
 
 /// The main window with all its controls; `controls` is what the logic gets.
 class FakeForm1 {
 public:
-    FakeForm1()
-    {
-        for (FakeButton* button : {&bot_yes, &bot_no, &bot_other})
-            button->focus = &focus;
-        for (FakeButton& button : pb)
-            button.focus = &focus;
-        Text_q.focus = Text_a.focus = t_hint.focus = listav.focus = bot_focus.focus = &focus;
-    }
+    FakeForm1();
+    FakeForm1(const FakeForm1&) = delete;
+    FakeForm1& operator=(const FakeForm1&) = delete;
+    ~FakeForm1();
 
     /// The user presses a key while `box` has the focus: the window sees it first, then the box, and a character that
     /// both leave alone goes into the text. An Enter that both leave alone makes a line.
-    template <class Box>
-    void press_in(Box& box, const platform::KeyPress& key)
-    {
-        box.take_focus();
-        if (window.press(key) || (box.on_key && box.on_key(key)))
-            return;
-        if constexpr (std::is_same_v<Box, FakeTextBox>) {
-            if (key.key == platform::Key::character)
-                box.take_character(key.character);
-            else if (key.key == platform::Key::enter)
-                box.take_character(common::cr_lf);
-        }
-    }
+    void press_in(FakeTextBox& box, const platform::KeyPress& key);
+    void press_in(FakeHintBox& box, const platform::KeyPress& key);
 
     /// The user types `text` into `box`, character by character, at its caret.
-    void type(FakeTextBox& box, std::string_view text)
-    {
-        while (!text.empty()) {
-            const std::string_view character = common::first_code_points(text, 1);
-            press_in(box, {platform::Key::character, std::string(character)});
-            text.remove_prefix(character.size());
-        }
-    }
+    void type(FakeTextBox& box, std::string_view text);
 
     /// The button of the toolbar with that number, from 1.
-    FakeButton& toolbar(int number) { return pb.at(static_cast<std::size_t>(number - 1)); }
+    FakeButton& toolbar(int number);
 
     Journal journal;
     FakeFocus focus;

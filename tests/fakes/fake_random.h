@@ -13,15 +13,7 @@ public:
     double constant = 0;
     int calls = 0;
 
-    double uniform() override
-    {
-        ++calls;
-        if (queue.empty())
-            return constant;
-        const double number = queue.front();
-        queue.pop_front();
-        return number;
-    }
+    double uniform() override;
 };
 
 } // namespace cuedrill::fakes

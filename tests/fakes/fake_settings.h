@@ -1,10 +1,12 @@
 #pragma once
 
-#include "common/errors.h"
 #include "platform/settings_store.h"
 
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace cuedrill::fakes {
 
@@ -17,26 +19,12 @@ public:
     std::string write_failure;
 
     [[nodiscard]] std::optional<std::string> get(std::string_view application, std::string_view section,
-                                                 std::string_view key) const override
-    {
-        if (!read_failure.empty())
-            throw common::Error(read_failure);
-        const auto found = values.find(full_key(application, section, key));
-        return found == values.end() ? std::nullopt : std::optional(found->second);
-    }
+                                                 std::string_view key) const override;
 
     void set(std::string_view application, std::string_view section, std::string_view key,
-             std::string_view value) override
-    {
-        if (!write_failure.empty())
-            throw common::Error(write_failure);
-        values.insert_or_assign(full_key(application, section, key), std::string(value));
-    }
+             std::string_view value) override;
 
-    static std::string full_key(std::string_view application, std::string_view section, std::string_view key)
-    {
-        return std::string(application).append("/").append(section).append("/").append(key);
-    }
+    static std::string full_key(std::string_view application, std::string_view section, std::string_view key);
 };
 
 } // namespace cuedrill::fakes

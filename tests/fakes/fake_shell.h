@@ -12,21 +12,9 @@ namespace cuedrill::fakes {
 /// Notes what it was to open, as "open <target> in <folder>", "folder <path>" and "edit <path>".
 class FakeShell : public platform::Shell {
 public:
-    bool open(const std::string& target, const std::string& working_folder) override
-    {
-        calls.push_back("open " + target + " in " + working_folder);
-        return has_programs;
-    }
-    bool open_folder(const std::string& path) override
-    {
-        calls.push_back("folder " + path);
-        return has_programs;
-    }
-    std::optional<std::int64_t> edit_text(const std::string& path) override
-    {
-        calls.push_back("edit " + path);
-        return has_programs ? std::optional<std::int64_t>(4711) : std::nullopt;
-    }
+    bool open(const std::string& target, const std::string& working_folder) override;
+    bool open_folder(const std::string& path) override;
+    std::optional<std::int64_t> edit_text(const std::string& path) override;
 
     std::vector<std::string> calls;
     bool has_programs = true; ///< there are programs that can be started

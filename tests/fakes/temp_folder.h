@@ -1,82 +1,31 @@
 #pragma once
 
-#include <cerrno>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <ios>
-#include <iterator>
-#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <system_error>
-#include <unistd.h>
 
 namespace cuedrill::fakes {
 
 /// A new empty folder of its own, removed with all it holds at the end, also where a test took its rights away.
 class TempFolder {
 public:
-    TempFolder()
-    {
-        std::string pattern = (parent() / "cuedrill-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr)
-            throw std::system_error(errno, std::generic_category(), pattern);
-        m_path = pattern;
-    }
+    TempFolder();
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
-    ~TempFolder()
-    {
-        std::error_code ignored;
-        give_rights_back(m_path);
-        std::filesystem::remove_all(m_path, ignored);
-    }
+    ~TempFolder();
 
-    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+    [[nodiscard]] const std::filesystem::path& path() const;
 
     /// The full path of a name in the folder, whether it exists or not.
-    [[nodiscard]] std::string file(std::string_view name) const { return (m_path / name).string(); }
+    [[nodiscard]] std::string file(std::string_view name) const;
 
     /// Makes (or replaces) a file and gives its full path.
-    std::string write(std::string_view name, std::string_view bytes) const
-    {
-        const std::string full = file(name);
-        std::ofstream stream(full, std::ios::binary | std::ios::trunc);
-        stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        if (!stream.flush())
-            throw std::runtime_error("cannot write " + full);
-        return full;
-    }
+    std::string write(std::string_view name, std::string_view bytes) const;
 
     /// The bytes of a file in the folder.
-    [[nodiscard]] std::string read(std::string_view name) const
-    {
-        std::ifstream stream(file(name), std::ios::binary);
-        if (!stream)
-            throw std::runtime_error("cannot read " + file(name));
-        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    }
+    [[nodiscard]] std::string read(std::string_view name) const;
 
 private:
-    /// Memory where the system offers it: each commit of a course waits for the disk, and the tests make thousands.
-    static std::filesystem::path parent()
-    {
-        const std::filesystem::path memory = "/dev/shm";
-        const bool usable = std::getenv("TMPDIR") == nullptr && ::access(memory.c_str(), W_OK | X_OK) == 0;
-        return usable ? memory : std::filesystem::temp_directory_path();
-    }
-
-    static void give_rights_back(const std::filesystem::path& folder)
-    {
-        namespace fs = std::filesystem;
-        std::error_code ignored;
-        fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, ignored);
-        for (fs::directory_iterator at(folder, ignored), end; !ignored && at != end; at.increment(ignored))
-            if (fs::is_directory(at->symlink_status(ignored)))
-                give_rights_back(at->path());
-    }
-
     std::filesystem::path m_path;
 };
 

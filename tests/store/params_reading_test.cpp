@@ -243,9 +243,9 @@ TEST_F(ReadParams, refuses_a_score_beyond_16_bits)
 TEST_F(ReadParams, passes_on_an_error_of_the_engine)
 {
     open(CourseBuilder());
-    database.fail_at(Operation::open_table);
+    database.fail_at(Operation::query);
     EXPECT_THROW(params.read_params(), DatabaseError);
-    database.fail_at(Operation::seek, 4);
+    database.fail_at(Operation::query, 4);
     EXPECT_THROW(params.read_params(), DatabaseError);
     database.fail_at(Operation::commit, 1, platform::DatabaseErrorKind::input_output, "The disk is ill.");
     EXPECT_THROW(params.read_params(), DatabaseError);

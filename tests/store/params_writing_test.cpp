@@ -113,7 +113,7 @@ TEST_F(WriteParams, stores_all_in_one_transaction)
     params.write_params();
     EXPECT_EQ(database.count(Operation::begin), 1);
     EXPECT_EQ(database.count(Operation::commit), 1);
-    EXPECT_EQ(database.count(Operation::update), 6);
+    EXPECT_EQ(database.count(Operation::execute), 6);
 }
 
 /// Proves that memory and file are as before when storing fails at any step.
@@ -131,10 +131,8 @@ TEST_P(FailingChange, changes_neither_memory_nor_file)
 }
 
 INSTANTIATE_TEST_SUITE_P(AtEveryStep, FailingChange,
-                         testing::Values(std::pair(Operation::begin, 1), std::pair(Operation::open_table, 1),
-                                         std::pair(Operation::seek, 3), std::pair(Operation::edit, 2),
-                                         std::pair(Operation::update, 1), std::pair(Operation::update, 6),
-                                         std::pair(Operation::commit, 1)));
+                         testing::Values(std::pair(Operation::begin, 1), std::pair(Operation::execute, 1),
+                                         std::pair(Operation::execute, 6), std::pair(Operation::commit, 1)));
 
 } // namespace
 } // namespace cuedrill::store

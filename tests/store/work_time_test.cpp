@@ -145,10 +145,8 @@ TEST_P(FailingWorkTime, changes_neither_memory_nor_file)
 }
 
 INSTANTIATE_TEST_SUITE_P(AtEveryStep, FailingWorkTime,
-                         testing::Values(std::pair(Operation::begin, 1), std::pair(Operation::open_table, 1),
-                                         std::pair(Operation::seek, 2), std::pair(Operation::edit, 4),
-                                         std::pair(Operation::update, 1), std::pair(Operation::update, 4),
-                                         std::pair(Operation::commit, 1)));
+                         testing::Values(std::pair(Operation::begin, 1), std::pair(Operation::execute, 1),
+                                         std::pair(Operation::execute, 4), std::pair(Operation::commit, 1)));
 
 } // namespace
 } // namespace cuedrill::store

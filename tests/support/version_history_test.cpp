@@ -117,11 +117,11 @@ TEST(ProgramVersion, is_the_one_that_the_build_knows)
     EXPECT_EQ(program_version().substr(0, program_version().find(' ')), CUEDRILL_VERSION);
 }
 
-TEST(ProgramVersion, is_the_first_one_of_the_changelog)
+TEST(ProgramVersion, is_the_last_one_that_the_changelog_tells_of)
 {
     std::ifstream changelog(CHANGELOG);
     std::string line;
-    while (std::getline(changelog, line) && !line.starts_with("## "))
+    while (std::getline(changelog, line) && (!line.starts_with("## ") || line == "## [Unreleased]"))
         continue;
     EXPECT_TRUE(line.starts_with("## [" CUEDRILL_VERSION "] - ")) << line;
 }

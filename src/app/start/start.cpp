@@ -13,14 +13,11 @@ constexpr common::Twips inner_width = 120;
 
 } // namespace
 
-FrameAllowances measure_frame(platform::DialogHost& form2)
+FrameAllowances measure_frame(const platform::DialogHost& form2)
 {
     FrameAllowances frame;
-    form2.set_height(0);
-    frame.height = common::to_int16(std::int64_t{form2.height()} - inner_height, "height of a window");
-    form2.set_caption("");
-    form2.set_width(0);
-    frame.width = common::to_int16(std::int64_t{form2.width()} - inner_width, "width of a window");
+    frame.height = common::to_int16(std::int64_t{form2.least_height()} - inner_height, "height of a window");
+    frame.width = common::to_int16(std::int64_t{form2.least_width()} - inner_width, "width of a window");
     frame.minimal_height = common::to_int16(std::int64_t{frame.height} + inner_height, "height of a window");
     frame.minimal_width = common::to_int16(std::int64_t{frame.width} + inner_width, "width of a window");
     return frame;

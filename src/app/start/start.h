@@ -2,11 +2,11 @@
 
 #include "app/base/trace_log.h"
 #include "common/int16.h"
+#include "drill/course_opener.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
 #include "scheduler/dead_time.h"
 #include "store/course.h"
-#include "store/course_opener.h"
 
 #include <string>
 
@@ -20,15 +20,15 @@ struct FrameAllowances {
     common::Int16 minimal_width = 0;
 };
 
-/// Measures the frame by asking `form2` for a window without height and without width.
+/// What the smallest window with a title bar has beyond its inner size.
 /// @throws common::OverflowError when the platform grants a size beyond 16 bits.
-FrameAllowances measure_frame(platform::DialogHost& form2);
+FrameAllowances measure_frame(const platform::DialogHost& form2);
 
 /// Brings the program up: prepares what lives as long as it does and opens the first course.
 class StartRoutine {
 public:
-    StartRoutine(store::Course& course, store::CourseOpener& opener, scheduler::DeadTimes& dead_times,
-                 platform::DialogHost& form2, platform::Files& files, TraceLog& trace)
+    StartRoutine(store::Course& course, drill::CourseOpener& opener, scheduler::DeadTimes& dead_times,
+                 const platform::DialogHost& form2, platform::Files& files, TraceLog& trace)
         : m_course(course), m_opener(opener), m_dead_times(dead_times), m_form2(form2), m_files(files), m_trace(trace)
     {
     }
@@ -43,9 +43,9 @@ public:
 
 private:
     store::Course& m_course;
-    store::CourseOpener& m_opener;
+    drill::CourseOpener& m_opener;
     scheduler::DeadTimes& m_dead_times;
-    platform::DialogHost& m_form2;
+    const platform::DialogHost& m_form2;
     platform::Files& m_files;
     TraceLog& m_trace;
     FrameAllowances m_frame;

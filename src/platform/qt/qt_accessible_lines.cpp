@@ -11,7 +11,9 @@ namespace cuedrill::platform::qt {
 namespace {
 
 /// One line of the list.
-class AccessibleLine : public QAccessibleInterface, public QAccessibleActionInterface {
+class AccessibleLine : public QAccessibleInterface,
+                       public QAccessibleActionInterface,
+                       public QAccessibleTableCellInterface {
 public:
     AccessibleLine(LineView& view, int row) : m_view(&view), m_row(row) {}
 
@@ -39,11 +41,22 @@ public:
 
     void* interface_cast(QAccessible::InterfaceType type) override
     {
-        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+        if (type == QAccessible::ActionInterface)
+            return static_cast<QAccessibleActionInterface*>(this);
+        return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface*>(this) : nullptr;
     }
     [[nodiscard]] QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
     void doAction(const QString& name) override;
     [[nodiscard]] QStringList keyBindingsForAction(const QString& /*name*/) const override { return {}; }
+
+    [[nodiscard]] bool isSelected() const override { return state().selected; }
+    [[nodiscard]] QList<QAccessibleInterface*> columnHeaderCells() const override { return {}; }
+    [[nodiscard]] QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
+    [[nodiscard]] int columnIndex() const override { return 0; }
+    [[nodiscard]] int rowIndex() const override { return m_row; }
+    [[nodiscard]] int columnExtent() const override { return 1; }
+    [[nodiscard]] int rowExtent() const override { return 1; }
+    [[nodiscard]] QAccessibleInterface* table() const override { return parent(); }
 
 private:
     /// The list; nothing when it, or the line, is no longer there.
@@ -103,8 +116,10 @@ void AccessibleLine::doAction(const QString& name)
     }
 }
 
-/// The list. Its lines are made when they are asked for: there may be many, of which few are ever looked at.
-class AccessibleLines : public QAccessibleWidget {
+/// The list. Its lines are made when they are asked for: there may be many, of which few are ever looked at. Being a
+/// table with one column too, it tells assistive technology that it manages its lines, so that nobody walks through
+/// them all to know what stands on the screen, or keeps them.
+class AccessibleLines : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
     explicit AccessibleLines(LineView& view) : QAccessibleWidget(&view, QAccessible::List), m_view(view)
     {
@@ -125,9 +140,51 @@ public:
     {
         return child(m_view.indexAt(m_view.viewport()->mapFromGlobal(QPoint(x, y))).row());
     }
-    [[nodiscard]] QAccessibleInterface* focusChild() const override { return child(m_view.currentIndex().row()); }
+    [[nodiscard]] QAccessibleInterface* focusChild() const override { return child(current_row()); }
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::TableInterface ? static_cast<QAccessibleTableInterface*>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+    [[nodiscard]] QAccessibleInterface* caption() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* summary() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* cellAt(int row, int column) const override
+    {
+        return column == 0 ? child(row) : nullptr;
+    }
+    [[nodiscard]] int selectedCellCount() const override { return selectedRowCount(); }
+    [[nodiscard]] QList<QAccessibleInterface*> selectedCells() const override
+    {
+        QAccessibleInterface* const line = focusChild();
+        return line != nullptr ? QList{line} : QList<QAccessibleInterface*>();
+    }
+    [[nodiscard]] QString columnDescription(int /*column*/) const override { return {}; }
+    [[nodiscard]] QString rowDescription(int /*row*/) const override { return {}; }
+    [[nodiscard]] int selectedColumnCount() const override { return 0; }
+    [[nodiscard]] int selectedRowCount() const override { return current_row() >= 0 ? 1 : 0; }
+    [[nodiscard]] int columnCount() const override { return 1; }
+    [[nodiscard]] int rowCount() const override { return childCount(); }
+    [[nodiscard]] QList<int> selectedColumns() const override { return {}; }
+    [[nodiscard]] QList<int> selectedRows() const override
+    {
+        return current_row() >= 0 ? QList{current_row()} : QList<int>();
+    }
+    [[nodiscard]] bool isColumnSelected(int /*column*/) const override { return false; }
+    [[nodiscard]] bool isRowSelected(int row) const override { return row >= 0 && row == current_row(); }
+    bool selectRow(int row) override;
+    bool selectColumn(int /*column*/) override { return false; }
+    bool unselectRow(int /*row*/) override { return false; }
+    bool unselectColumn(int /*column*/) override { return false; }
+    void modelChange(QAccessibleTableModelChangeEvent* /*event*/) override
+    {
+        // The lines are forgotten when the model itself tells of its change, also while nobody listens.
+    }
 
 private:
+    /// -1 without a current line.
+    [[nodiscard]] int current_row() const { return m_view.currentIndex().row(); }
+
     void forget_lines()
     {
         for (const auto& [row, id] : m_lines)
@@ -150,6 +207,15 @@ QAccessibleInterface* AccessibleLines::child(int index) const
     auto* const line = new AccessibleLine(m_view, index);
     m_lines.emplace(index, QAccessible::registerAccessibleInterface(line));
     return line;
+}
+
+/// Makes the line current; to choose it takes its action.
+bool AccessibleLines::selectRow(int row)
+{
+    if (row < 0 || row >= childCount() || !m_view.isEnabled())
+        return false;
+    m_view.setCurrentIndex(m_view.lines().index(row));
+    return true;
 }
 
 QAccessibleInterface* make_interface(const QString& /*class_name*/, QObject* object)

@@ -2,6 +2,7 @@
 
 #include <QAccessibleWidget>
 #include <QLabel>
+#include <utility>
 
 namespace cuedrill::platform::qt {
 
@@ -25,6 +26,19 @@ QAccessibleInterface* make_interface(const QString& /*class_name*/, QObject* obj
     return label != nullptr && label->property(mark).toBool() ? new AccessibleNotification(*label) : nullptr;
 }
 
+QLabel* make_announcement(QWidget& window, const char* name)
+{
+    auto* const label = new QLabel(&window);
+    // First of all: whatever is told of the label settles what it is presented as.
+    make_notification(*label);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setText(QStringLiteral("No announcement")); // a control must have a name
+    label->setAccessibleDescription(QStringLiteral("Announcement"));
+    label->setFixedSize(0, 0);
+    return label;
+}
+
 } // namespace
 
 void make_notification(QLabel& label)
@@ -42,23 +56,19 @@ void announce(QLabel& label)
 }
 
 QtAnnouncer::QtAnnouncer(QWidget& window, std::function<void(QLabel&)> tell)
-    : m_label(*new QLabel(&window)), m_tell(std::move(tell))
+    : m_labels{make_announcement(window, "announcement"), make_announcement(window, "other_announcement")},
+      m_tell(std::move(tell))
 {
-    // First of all: whatever is told of the label settles what it is presented as.
-    make_notification(m_label);
-    m_label.setObjectName(QStringLiteral("announcement"));
-    m_label.setTextFormat(Qt::PlainText);
-    m_label.setText(QStringLiteral("No announcement")); // a control must have a name
-    m_label.setAccessibleDescription(QStringLiteral("Announcement"));
-    m_label.setFixedSize(0, 0);
 }
 
 void QtAnnouncer::tell(const QString& text)
 {
     if (text.isEmpty())
         return;
-    m_label.setText(text);
-    m_tell(m_label);
+    QLabel& label = *m_labels.front();
+    std::swap(m_labels.front(), m_labels.back());
+    label.setText(text);
+    m_tell(label);
 }
 
 } // namespace cuedrill::platform::qt

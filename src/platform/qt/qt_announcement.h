@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 
 class QLabel;
@@ -15,17 +16,18 @@ void make_notification(QLabel& label);
 /// Tells assistive technology that the notification `label` has something new to say.
 void announce(QLabel& label);
 
-/// A notification that takes no room in its window, for what is only to be told.
+/// Notifications that take no room in their window, for what is only to be told. Assistive technology learns that there
+/// is one and asks for its text later, so each text stays while the next one is told.
 class QtAnnouncer {
 public:
-    /// @param tell tells that the label has something new to say.
+    /// @param tell tells that a label has something new to say.
     explicit QtAnnouncer(QWidget& window, std::function<void(QLabel&)> tell = qt::announce);
 
     /// Has assistive technology tell `text`, also when it is the same as the last one. Nothing to be told is not told.
     void tell(const QString& text);
 
 private:
-    QLabel& m_label;
+    std::array<QLabel*, 2> m_labels; ///< the one that is next comes first
     std::function<void(QLabel&)> m_tell;
 };
 

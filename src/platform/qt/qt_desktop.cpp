@@ -196,12 +196,15 @@ void make_room_for_words(QMessageBox& widget, QLabel& label, const QString& text
     label.setMinimumWidth(std::min(std::max(word, line), widget.screen()->availableGeometry().width() * 3 / 4));
 }
 
-/// Plain text, unless parts of it are marked.
+/// Plain text, unless parts of it are marked. It can be read with the keyboard.
 void show_text(QMessageBox& widget, const MessageBox& box)
 {
+    widget.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* const label = widget.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
-    if (label != nullptr)
+    if (label != nullptr) {
+        label->setFocusPolicy(Qt::StrongFocus); // as it comes, only a click leads to it
         make_room_for_words(widget, *label, to_qt(box.text));
+    }
     if (box.marked.empty()) {
         widget.setTextFormat(Qt::PlainText);
         widget.setText(to_qt(box.text));
@@ -244,7 +247,6 @@ BoxAnswer QtDesktop::message_box(const MessageBox& box)
 {
     AnsweredBox widget(window_in_front(), box.must_be_answered);
     widget.setWindowTitle(title_or_default(box.title));
-    widget.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     show_text(widget, box);
     widget.setIcon(to_icon(box.icon));
     set_buttons(widget, box);
@@ -270,7 +272,8 @@ std::optional<std::string> QtDesktop::input_box(const InputBox& box)
     widget.setTextValue(to_qt(box.default_text));
     if (run_modal(widget) != QDialog::Accepted)
         return std::nullopt;
-    return from_qt(widget.textValue());
+    // A clipboard may hold zeros, which would end the text for whoever reads it as one in C.
+    return from_qt(widget.textValue().remove(QChar(QChar::Null)));
 }
 
 ChosenFile QtDesktop::open_file_dialog(const FileDialog& dialog)

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QWindow>
 #include <algorithm>
 #include <array>
 
@@ -131,8 +132,22 @@ void QtKeyFilter::add_control(QWidget& control, KeyHook hook)
     m_controls.push_back({&control, std::move(hook)});
 }
 
+/// Gives the event the time at which the key went down or came up.
+void QtKeyFilter::settle_time(QKeyEvent& event)
+{
+    if (!m_times.lacks_time(event, m_clock.elapsed()))
+        return;
+    // The filter that was installed last comes first, and so sees the next keys in time. Later, because the filters are
+    // being called just now.
+    QMetaObject::invokeMethod(
+        this, [this] { QCoreApplication::instance()->installEventFilter(this); }, Qt::QueuedConnection);
+}
+
 bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
 {
+    const bool is_window = qobject_cast<QWindow*>(watched) != nullptr;
+    if (is_window && (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease))
+        settle_time(static_cast<QKeyEvent&>(*event));
     if (event->type() == QEvent::KeyRelease)
         m_memory.note_release(static_cast<QKeyEvent&>(*event));
     const bool is_key = event->type() == QEvent::KeyPress;

@@ -3,6 +3,7 @@
 #include "platform/controls.h"
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_key_memory.h"
+#include "platform/qt/qt_key_times.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -43,6 +44,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void settle_time(QKeyEvent& event);
     /// Whether one of the hooks swallows the key.
     [[nodiscard]] bool is_swallowed(const QWidget& focus, const KeyPress& press) const;
     bool filter_key(QWidget& focus, const QKeyEvent& event);
@@ -57,6 +59,7 @@ private:
     KeyHook m_hook;
     std::vector<ControlHook> m_controls;
     QElapsedTimer m_clock;
+    QtKeyTimes m_times;
     QtKeyMemory m_memory{[this] { return m_clock.elapsed(); }};
 };
 

@@ -7,8 +7,12 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// Two presses of one key that lie closer together are one, in milliseconds.
+/// Two presses of one key that lie closer together are one, in milliseconds: nobody has seen what the first one did.
 constexpr qint64 bounce = 150;
+
+/// The same behind the Enter that has closed a box: the window to which it leads was seen before. This is the chatter
+/// of a contact.
+constexpr qint64 chatter = 50;
 
 /// A press that follows the release of its key so soon is none of a finger, in milliseconds. By the clock of the system
 /// both are at the very same one; our own may have gone on meanwhile.
@@ -20,9 +24,14 @@ bool is_within(qint64 milliseconds, qint64 from, qint64 to)
     return to >= from && to - from <= milliseconds;
 }
 
+bool is_enter(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 bool acts_at_once(int key)
 {
-    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape || key == Qt::Key_Space;
+    return is_enter(key) || key == Qt::Key_Escape || key == Qt::Key_Space;
 }
 
 } // namespace
@@ -31,8 +40,7 @@ QtKeyMemory::QtKeyMemory(std::function<qint64()> clock) : m_clock(std::move(cloc
 {
 }
 
-/// When the event was made. While assistive technology listens to the keys, the toolkit passes on copies that have lost
-/// their time; then it is the time at which they arrive.
+/// When the event was made; of one that has no time, when it arrives.
 qint64 QtKeyMemory::moment(const QKeyEvent& event) const
 {
     return event.timestamp() != 0 ? static_cast<qint64>(event.timestamp()) : m_clock();
@@ -60,13 +68,19 @@ bool QtKeyMemory::is_stray(const QWidget& widget, const QKeyEvent& event)
     if (is_repeated(event))
         return elsewhere;
     const qint64 now = moment(event);
-    const bool soon = is_within(bounce - 1, m_pressed_at, now);
+    const bool box = widget.window()->isModal();
+    const bool out_of_box = m_pressed_in_box && !box && is_enter(event.key());
+    const bool soon = is_within((out_of_box ? chatter : bounce) - 1, m_pressed_at, now);
     const bool typing = widget.testAttribute(Qt::WA_InputMethodEnabled);
     const bool again = soon && event.key() == m_pressed_key && acts_at_once(event.key()) && (elsewhere || !typing);
-    m_pressed_in = &widget;
-    m_pressed_key = event.key();
     m_pressed_at = now;
-    return again;
+    // A press that does nothing leaves the focus where the one before it was made.
+    if (again)
+        return true;
+    m_pressed_in = &widget;
+    m_pressed_in_box = box;
+    m_pressed_key = event.key();
+    return false;
 }
 
 } // namespace cuedrill::platform::qt

@@ -23,7 +23,8 @@ public:
 
     /// To be asked once for each press, when it reaches the first widget. Whether it must do nothing there: it is held
     /// on while the focus has moved, or it is Enter, Escape or the blank a second time so soon that nobody has seen
-    /// what the first one did. In text that is being edited the second one counts.
+    /// what the first one did. In text that is being edited the second one counts. An Enter that has closed a box is
+    /// followed so soon only by the chatter of its contact.
     [[nodiscard]] bool is_stray(const QWidget& widget, const QKeyEvent& event);
 
 private:
@@ -31,6 +32,7 @@ private:
 
     std::function<qint64()> m_clock;
     const QWidget* m_pressed_in = nullptr; ///< only compared
+    bool m_pressed_in_box = false;
     int m_pressed_key = 0;
     qint64 m_pressed_at = 0; ///< milliseconds
     quint32 m_released_key = 0;

@@ -34,12 +34,17 @@ QtLabel::QtLabel(const char* name, Kind kind, Announced announced, std::function
     m_label.setFont(font);
 }
 
+void QtLabel::set_untold_caption(std::string_view text)
+{
+    if (text == m_caption)
+        return;
+    m_caption = text;
+    m_label.setText(to_qt(text)); // tells assistive technology that the name has changed
+}
+
 void QtLabel::set_caption(std::string_view text)
 {
-    if (text != m_caption) {
-        m_caption = text;
-        m_label.setText(to_qt(text)); // tells assistive technology that the name has changed
-    }
+    set_untold_caption(text);
     // The same text once more is news too: something has happened a second time.
     if (m_announced && !text.empty())
         m_tell(m_label);

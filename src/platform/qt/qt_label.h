@@ -24,6 +24,7 @@ public:
             std::function<void(QLabel&)> tell = qt::announce);
 
     void set_caption(std::string_view text) override;
+    void set_untold_caption(std::string_view text) override;
     [[nodiscard]] std::string caption() const override;
     void set_description(std::string_view text) override;
     void set_background(std::optional<common::Colour> colour) override;

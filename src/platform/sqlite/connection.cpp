@@ -186,14 +186,14 @@ std::int64_t Connection::query_integer(std::string_view sql)
     return statement.step() ? statement.integer(0) : 0;
 }
 
-std::int64_t Connection::last_row_id()
+std::vector<TableColumn> Connection::columns_of(const std::string& table)
 {
-    return sqlite3_last_insert_rowid(handle());
+    return sqlite::columns_of(handle(), m_rules, table);
 }
 
-int Connection::changes()
+std::string Connection::collation_of_key(const std::string& table)
 {
-    return sqlite3_changes(handle());
+    return sqlite::collation_of_key(handle(), m_rules, table);
 }
 
 std::int64_t Connection::total_changes()

@@ -4,6 +4,7 @@
 #include "platform/sqlite/course_files.h"
 #include "platform/sqlite/engine_functions.h"
 #include "platform/sqlite/statement_pool.h"
+#include "platform/sqlite/table_columns.h"
 
 #include <array>
 #include <chrono>
@@ -14,6 +15,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 struct sqlite3;
 
@@ -58,11 +60,10 @@ public:
     void run(std::string_view sql);
     /// The first column of the first row.
     [[nodiscard]] std::int64_t query_integer(std::string_view sql);
+    [[nodiscard]] std::vector<TableColumn> columns_of(const std::string& table);
+    [[nodiscard]] std::string collation_of_key(const std::string& table);
     [[nodiscard]] StatementPool& pool();
     [[nodiscard]] sqlite3* handle();
-    [[nodiscard]] std::int64_t last_row_id();
-    /// Rows that the last writing statement changed.
-    [[nodiscard]] int changes();
     /// Rows that all writing statements so far have changed.
     [[nodiscard]] std::int64_t total_changes();
 

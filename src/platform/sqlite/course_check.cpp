@@ -52,89 +52,60 @@ std::uint32_t order_stamp(std::uint32_t order_version)
 
 /// The engine is asked for its list of objects first: of a virtual table it would load the module, of a view the
 /// columns.
-void check_is_ordinary_table(Connection& connection, const TableLayout& layout)
+void check_is_ordinary_table(Connection& connection, const std::string& table)
 {
     Statement objects = connection.prepare("SELECT type, rootpage FROM main.sqlite_schema "
                                            "WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')");
-    const Value name = layout.name();
+    const Value name = table;
     objects.bind(1, name);
     if (!objects.step())
-        throw no_course("there is no table " + layout.name());
+        throw no_course("there is no table " + table);
     if (objects.text(0) != "table" || objects.integer(1) <= 0)
-        throw no_course("its " + layout.name() + " is not an ordinary table");
+        throw no_course("its " + table + " is not an ordinary table");
 
     Statement triggers =
         connection.prepare("SELECT 1 FROM main.sqlite_schema WHERE tbl_name = ?1 COLLATE NOCASE AND type = 'trigger'");
     triggers.bind(1, name);
     if (triggers.step())
-        throw no_course("its table " + layout.name() + " has a trigger");
+        throw no_course("its table " + table + " has a trigger");
 
-    Statement tables = connection.prepare("PRAGMA main.table_list(" + quoted_name(layout.name()) + ")");
+    Statement tables = connection.prepare("PRAGMA main.table_list(" + quoted_name(table) + ")");
     constexpr int type = 2;
     constexpr int without_row_id = 4;
     constexpr int strict = 5;
     if (!tables.step() || tables.text(type) != "table" || tables.integer(without_row_id) != 0 ||
         tables.integer(strict) == 0)
-        throw no_course("its " + layout.name() + " is not an ordinary table");
+        throw no_course("its " + table + " is not an ordinary table");
 }
 
-std::string_view declared_type(ColumnType type)
+bool is_of_kind(const TableColumn& column, const TableColumn& expected)
 {
-    switch (type) {
-    case ColumnType::text:
-        return "TEXT";
-    case ColumnType::long_integer:
-    case ColumnType::integer:
-        return "INTEGER";
-    case ColumnType::date:
-    case ColumnType::number:
-        break;
-    }
-    return "REAL";
+    const bool order_fits = !expected.holds_text() || common::equal_ascii(column.collation, expected.collation);
+    return common::equal_ascii(column.type, expected.type) && order_fits && column.numbered == expected.numbered;
 }
 
-void check_column(Connection& connection, const TableLayout& layout, const ColumnDefinition& column)
+void check_columns(Connection& connection, const ExpectedTable& expected)
 {
-    const char* type = nullptr;
-    const char* collation = nullptr;
-    int not_null = 0;
-    int primary = 0;
-    int automatic = 0;
-    const int code =
-        sqlite3_table_column_metadata(connection.handle(), "main", layout.name().c_str(), column.name.c_str(), &type,
-                                      &collation, &not_null, &primary, &automatic);
-    if (code != SQLITE_OK)
-        throw_engine_error(connection.handle(), code);
-    const bool type_fits = type != nullptr && common::equal_ascii(type, declared_type(column.type));
-    const bool order_fits =
-        column.type != ColumnType::text || (collation != nullptr && common::equal_ascii(collation, "CUEDRILL"));
-    // The engine says "automatic" of nothing but the row id itself.
-    if (!type_fits || !order_fits || (automatic != 0) != column.auto_increment)
-        throw no_course("the column " + column.name + " of its table " + layout.name() + " is of another kind");
-}
-
-void check_columns(Connection& connection, const TableLayout& layout)
-{
-    Statement found = connection.prepare("PRAGMA main.table_xinfo(" + quoted_name(layout.name()) + ")");
-    constexpr int name = 1;
-    constexpr int default_value = 4;
-    constexpr int place_in_primary_key = 5;
-    constexpr int hidden = 6;
-    const DatabaseError other_columns = no_course("its table " + layout.name() + " has other columns");
-    std::size_t position = 0;
-    for (; found.step(); ++position) {
-        if (position >= layout.columns().size() ||
-            !common::equal_ascii(found.text(name), layout.columns()[position].name) || found.integer(hidden) != 0 ||
-            !std::holds_alternative<std::monostate>(found.value(default_value)))
+    const std::string& table = expected.schema.name;
+    const std::vector<TableColumn> columns = connection.columns_of(table);
+    const DatabaseError other_columns = no_course("its table " + table + " has other columns");
+    const DatabaseError another_key = no_course("its table " + table + " has another key");
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (i >= expected.columns.size() || columns[i].computed ||
+            !common::equal_ascii(columns[i].name, expected.columns[i].name))
             throw other_columns;
-        const std::int64_t expected_place = layout.primary_column() == position ? 1 : 0;
-        if (found.integer(place_in_primary_key) != expected_place)
-            throw no_course("its table " + layout.name() + " has another key");
+        if (columns[i].place_in_key != expected.columns[i].place_in_key)
+            throw another_key;
     }
-    if (position != layout.columns().size())
+    if (columns.size() != expected.columns.size())
         throw other_columns;
-    for (const ColumnDefinition& column : layout.columns())
-        check_column(connection, layout, column);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (!is_of_kind(columns[i], expected.columns[i]))
+            throw no_course("the column " + columns[i].name + " of its table " + table + " is of another kind");
+    }
+    // Rows are stored by their key, so it must find texts as the columns do.
+    if (!common::equal_ascii(connection.collation_of_key(table), expected.collation_of_key))
+        throw another_key;
 }
 
 /// The code of the engine that a report of its check names; 0 for none. The check goes on where a page cannot be read,
@@ -191,21 +162,21 @@ FileHeader check_header(Connection& connection)
             header[place_of_read_version] == write_ahead_log_version};
 }
 
-void check_contents(Connection& connection, const TableLayouts& expected)
+void check_contents(Connection& connection, std::span<const ExpectedTable> expected)
 {
     // The write lock shows at once whether the file can be written and nobody else holds it, and keeps it as it is
     // while it is checked.
     connection.begin();
-    for (const auto& layout : expected) {
-        check_is_ordinary_table(connection, *layout);
-        check_columns(connection, *layout);
+    for (const ExpectedTable& table : expected) {
+        check_is_ordinary_table(connection, table.schema.name);
+        check_columns(connection, table);
     }
     // The rules of a course's own tables are part of the check for soundness, so its texts need not be measured unless
     // one gets round them.
     const bool own = has_own_definitions(connection, expected);
     if (own)
         connection.allow_any_time();
-    if (!own || has_texts_beyond_rules(connection, expected))
+    if (!own || has_long_texts(connection, expected))
         check_text_lengths(connection, expected);
     check_soundness(connection);
     connection.rollback();

@@ -1,12 +1,10 @@
 #pragma once
 
 #include "platform/sqlite/connection.h"
-#include "platform/sqlite/table_layout.h"
+#include "platform/sqlite/table_columns.h"
 
 #include <cstdint>
-#include <memory>
-#include <string>
-#include <vector>
+#include <span>
 
 namespace cuedrill::platform::sqlite {
 
@@ -14,8 +12,6 @@ namespace cuedrill::platform::sqlite {
 inline constexpr std::int64_t application_id = 0x43554544;
 /// The number of the present arrangement of the tables.
 inline constexpr std::uint32_t schema_number = 1;
-
-using TableLayouts = std::vector<std::shared_ptr<const TableLayout>>;
 
 /// The number kept in the file beside the application id: the schema number, and a stamp (never 0) of the order in
 /// which texts stand in the indexes.
@@ -31,7 +27,7 @@ FileHeader check_header(Connection& connection);
 
 /// Checks that the file is sound, not held by anybody else, and holds the tables of `expected`. Writes nothing.
 /// @throws DatabaseError naming the first thing that is not as it must be.
-void check_contents(Connection& connection, const TableLayouts& expected);
+void check_contents(Connection& connection, std::span<const ExpectedTable> expected);
 
 /// Rebuilds the indexes over texts when they were built by another order than that of `order_version`.
 void bring_to_order(Connection& connection, std::uint32_t order_version);

@@ -37,8 +37,8 @@ std::string behind_last(std::string_view text, char separator)
     return std::string(place == std::string_view::npos ? text : text.substr(place + 1));
 }
 
-/// Words for a CHECK of table_layout.cpp. The engine names it by its expression: `length("q") <= 200`, but of one that
-/// begins with a quoted name, as those of numbers do, it tells no more than that name.
+/// Words for a CHECK of a course's own tables. The engine names it by its expression: `length("q") <= 200`, but of one
+/// that begins with a quoted name, as those of numbers do, it tells no more than that name.
 std::string check_words(std::string_view engine_words)
 {
     const std::size_t colon = engine_words.find(": ");

@@ -63,22 +63,21 @@ bool has_neighbour(const std::string& path)
     return found;
 }
 
-/// The engine would take what a course of that name has left for changes of the new one.
-void require_no_files_of_earlier_course(const std::string& file, const std::string& name)
-{
-    for (const char* const ending : {"-journal", "-wal"}) {
-        if (has_neighbour(file + ending))
-            throw own_error(DatabaseErrorKind::exists,
-                            "A file of an earlier course of that name is still there: " + name + ending + ".");
-    }
-}
-
 } // namespace
 
 std::string folder_of(const std::string& path)
 {
     const std::size_t slash = path.rfind('/');
     return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+void require_no_files_of_earlier_course(const std::string& file)
+{
+    for (const char* const ending : {"-journal", "-wal"}) {
+        if (has_neighbour(file + ending))
+            throw own_error(DatabaseErrorKind::exists, "A file of an earlier course of that name is still there: " +
+                                                           file.substr(file.rfind('/') + 1) + ending + ".");
+    }
 }
 
 std::string existing_course_file(const std::string& path)
@@ -116,7 +115,7 @@ std::string new_course_file(const std::string& path)
         throw file_error(EEXIST, "");
     if (errno != ENOENT)
         throw file_error(errno, "It cannot be created.");
-    require_no_files_of_earlier_course(file, name);
+    require_no_files_of_earlier_course(file);
     return file;
 }
 

@@ -13,6 +13,9 @@ namespace cuedrill::platform::sqlite {
 /// @throws DatabaseError also when something of that name is there already, or a journal or log of it.
 [[nodiscard]] std::string new_course_file(const std::string& path);
 
+/// @throws DatabaseError when a journal or log of an earlier course lies beside `file`, an absolute path.
+void require_no_files_of_earlier_course(const std::string& file);
+
 /// The folder of an absolute path.
 [[nodiscard]] std::string folder_of(const std::string& path);
 

@@ -1,16 +1,13 @@
 #include "platform/sqlite/sqlite_database.h"
 
-#include "common/text.h"
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite/course_check.h"
 #include "platform/sqlite/engine_error.h"
 #include "platform/sqlite/file_checks.h"
 #include "platform/sqlite/new_file.h"
 #include "platform/sqlite/sqlite_recordset.h"
-#include "platform/sqlite/sqlite_table_cursor.h"
-#include "platform/sqlite/table_layout.h"
+#include "platform/sqlite/table_columns.h"
 
-#include <algorithm>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -59,6 +56,21 @@ void accept_log(Connection& connection)
     connection.run("PRAGMA main.locking_mode = NORMAL");
     // The engine gives the lock back at the next look into the file.
     static_cast<void>(connection.query_integer("PRAGMA main.user_version"));
+}
+
+/// From now on statements that read these tables do so without their indexes: a look-up in an index of another order
+/// misses rows. Temporary views of the same names, which the engine keeps in memory, stand before the tables.
+/// @param tables as SQL names them.
+void hide_indexes(Connection& connection, const std::vector<std::string>& tables)
+{
+    for (const std::string& table : tables)
+        connection.run("CREATE TEMP VIEW " + table + " AS SELECT * FROM main." + table + " NOT INDEXED");
+}
+
+void show_indexes(Connection& connection, const std::vector<std::string>& tables)
+{
+    for (const std::string& table : tables)
+        connection.run("DROP VIEW IF EXISTS temp." + table);
 }
 
 /// While it lives, nothing can be written on the connection.
@@ -124,14 +136,14 @@ void SqliteDatabase::create(const std::string& path)
     }
 }
 
-void SqliteDatabase::append_table(const TableDefinition& table)
+void SqliteDatabase::append_table(const TableSchema& table)
 {
     Connection& connection = require_creation();
     try {
-        auto layout = std::make_shared<const TableLayout>(table);
-        for (const std::string& statement : layout->create_statements())
-            connection.run(statement);
-        m_layouts.push_back(std::move(layout));
+        connection.run(table.table);
+        for (const std::string& index : table.indexes)
+            connection.run(index);
+        m_new_tables.push_back(table);
     } catch (...) {
         close();
         throw;
@@ -146,12 +158,14 @@ void SqliteDatabase::finish_creation()
         connection.run("PRAGMA user_version = " + std::to_string(packed_version(m_compare.order_version())));
         connection.commit();
         connection.close();
+        // Whatever has come there since the creation began: the engine would take it for changes of the new course.
+        require_no_files_of_earlier_course(m_new_path);
         give_name(m_new_file->path(), m_new_path);
-        TableLayouts layouts = std::move(m_layouts);
+        const std::vector<ExpectedTable> expected = expected_tables(m_new_tables, m_compare);
         const std::string file = m_new_path;
         GivenName name(file);
         close();
-        open_checked(file, std::move(layouts));
+        open_checked(file, expected);
         name.keep();
     } catch (...) {
         close();
@@ -159,19 +173,17 @@ void SqliteDatabase::finish_creation()
     }
 }
 
-void SqliteDatabase::open(const std::string& path, const std::vector<TableDefinition>& expected)
+void SqliteDatabase::open(const std::string& path, std::span<const TableSchema> expected)
 {
     require_nothing_open();
-    TableLayouts layouts;
-    for (const TableDefinition& table : expected)
-        layouts.push_back(std::make_shared<const TableLayout>(table));
-    open_checked(existing_course_file(path), std::move(layouts));
+    const std::vector<ExpectedTable> tables = expected_tables(expected, m_compare);
+    open_checked(existing_course_file(path), tables);
 }
 
-void SqliteDatabase::open_checked(const std::string& file, TableLayouts layouts)
+void SqliteDatabase::open_checked(const std::string& file, std::span<const ExpectedTable> expected)
 {
     try {
-        open_within_bounds(file, std::move(layouts));
+        open_within_bounds(file, expected);
     } catch (const DatabaseError& error) {
         // The engine has a share of the memory only, and needs little of it for a course.
         if ((error.code() & 0xFF) != SQLITE_NOMEM && error.code() != SQLITE_IOERR_NOMEM)
@@ -181,7 +193,7 @@ void SqliteDatabase::open_checked(const std::string& file, TableLayouts layouts)
     }
 }
 
-void SqliteDatabase::open_within_bounds(const std::string& file, TableLayouts layouts)
+void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const ExpectedTable> expected)
 {
     const LogFile log(file);
     const auto connection = std::make_shared<Connection>(file, m_compare, m_busy_timeout);
@@ -189,32 +201,37 @@ void SqliteDatabase::open_within_bounds(const std::string& file, TableLayouts la
     const bool with_log = header.has_write_ahead_log || log.existed();
     if (with_log)
         keep_log_untouched(*connection);
-    check_contents(*connection, layouts);
+    check_contents(*connection, expected);
     if (with_log)
         accept_log(*connection);
     connection->set_up_for_work();
-    order_now_or_later(*connection);
+    order_now_or_later(*connection, expected);
     connection->allow_any_time();
     m_connection = connection;
-    m_layouts = std::move(layouts);
 }
 
 /// Without room on the disk a course can still be looked at. Its indexes then keep the order in which they are, and
-/// nothing is written by them before they are rebuilt.
-void SqliteDatabase::order_now_or_later(Connection& connection)
+/// nothing is read or written by them before they are rebuilt.
+void SqliteDatabase::order_now_or_later(Connection& connection, std::span<const ExpectedTable> tables)
 {
-    const auto bring = [this, &connection] {
-        bring_to_order(connection, m_compare.order_version());
-        m_unstored.clear();
-    };
+    const std::uint32_t version = m_compare.order_version();
     try {
-        bring();
+        bring_to_order(connection, version);
+        return;
     } catch (const DatabaseError& error) {
         if (error.kind() != DatabaseErrorKind::full)
             throw;
         m_unstored = error.what();
-        connection.put_off(bring);
     }
+    std::vector<std::string> names;
+    for (const ExpectedTable& table : tables)
+        names.push_back(quoted_name(table.schema.name));
+    hide_indexes(connection, names);
+    connection.put_off([this, &connection, names, version] {
+        bring_to_order(connection, version);
+        show_indexes(connection, names);
+        m_unstored.clear();
+    });
 }
 
 void SqliteDatabase::close() noexcept
@@ -223,20 +240,10 @@ void SqliteDatabase::close() noexcept
     if (m_connection != nullptr)
         m_connection->close();
     m_connection.reset();
-    m_layouts.clear();
     m_new_file.reset();
     m_new_path.clear();
+    m_new_tables.clear();
     m_unstored.clear();
-}
-
-std::unique_ptr<TableCursor> SqliteDatabase::open_table(std::string_view name)
-{
-    static_cast<void>(require_course());
-    const auto found = std::find_if(m_layouts.begin(), m_layouts.end(),
-                                    [&](const auto& layout) { return common::equal_ascii(layout->name(), name); });
-    if (found == m_layouts.end())
-        throw own_error(DatabaseErrorKind::other, "There is no table " + std::string(name) + ".");
-    return std::make_unique<SqliteTableCursor>(m_connection, *found);
 }
 
 std::unique_ptr<Recordset> SqliteDatabase::open_recordset(std::string_view sql)

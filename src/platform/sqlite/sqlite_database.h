@@ -14,8 +14,8 @@
 namespace cuedrill::platform::sqlite {
 
 class Connection;
-class TableLayout;
 class TemporaryFile;
+struct ExpectedTable;
 
 /// A course in a file of the SQLite engine. For one thread only.
 class SqliteDatabase final : public Database {
@@ -30,15 +30,14 @@ public:
 
     /// An error here, in `append_table` or in `finish_creation` ends the creation: nothing is left behind then.
     void create(const std::string& path) override;
-    void append_table(const TableDefinition& table) override;
+    void append_table(const TableSchema& table) override;
     void finish_creation() override;
 
-    void open(const std::string& path, const std::vector<TableDefinition>& expected) override;
+    void open(const std::string& path, std::span<const TableSchema> expected) override;
     [[nodiscard]] std::string unstored() const override { return m_unstored; }
     void close() noexcept override;
     [[nodiscard]] bool is_open() const override { return m_connection != nullptr && m_new_file == nullptr; }
 
-    [[nodiscard]] std::unique_ptr<TableCursor> open_table(std::string_view name) override;
     [[nodiscard]] std::unique_ptr<Recordset> open_recordset(std::string_view sql) override;
 
     void begin() override;
@@ -50,23 +49,21 @@ protected:
     std::int64_t write(std::string_view sql, std::span<const Value> values) override;
 
 private:
-    using TableLayouts = std::vector<std::shared_ptr<const TableLayout>>;
-
     void require_nothing_open() const;
     [[nodiscard]] Connection& require_course() const;
     [[nodiscard]] Connection& require_creation() const;
-    void open_checked(const std::string& file, TableLayouts layouts);
-    void open_within_bounds(const std::string& file, TableLayouts layouts);
-    void order_now_or_later(Connection& connection);
+    void open_checked(const std::string& file, std::span<const ExpectedTable> expected);
+    void open_within_bounds(const std::string& file, std::span<const ExpectedTable> expected);
+    void order_now_or_later(Connection& connection, std::span<const ExpectedTable> tables);
 
     const TextCompare& m_compare;
     std::chrono::milliseconds m_busy_timeout;
     std::shared_ptr<Connection> m_connection;
-    TableLayouts m_layouts;
     std::string m_unstored;
 
     std::unique_ptr<TemporaryFile> m_new_file; ///< only while a file is being created
     std::string m_new_path;
+    std::vector<TableSchema> m_new_tables;
 };
 
 } // namespace cuedrill::platform::sqlite

@@ -2,7 +2,6 @@
 
 #include "common/text.h"
 #include "platform/sqlite/engine_error.h"
-#include "platform/sqlite/table_layout.h"
 
 #include <algorithm>
 

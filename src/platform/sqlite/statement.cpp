@@ -1,9 +1,11 @@
 #include "platform/sqlite/statement.h"
 
+#include "common/errors.h"
 #include "platform/sqlite/engine_error.h"
 
 #include <cmath>
 #include <limits>
+#include <new>
 #include <sqlite3.h>
 
 namespace cuedrill::platform::sqlite {
@@ -23,6 +25,8 @@ int checked_length(std::size_t length)
         std::rethrow_exception(failure);
     } catch (const DatabaseError&) {
         throw;
+    } catch (const std::bad_alloc& error) {
+        throw own_error(DatabaseErrorKind::other, common::words_of(error));
     } catch (...) {
         throw own_error(DatabaseErrorKind::other, "Texts could not be compared.");
     }

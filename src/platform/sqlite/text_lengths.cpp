@@ -69,12 +69,12 @@ private:
     sqlite3_blob* m_text = nullptr;
 };
 
-void check_column(Connection& connection, const TableLayout& layout, const std::string& column)
+void check_column(Connection& connection, const std::string& table, const std::string& column)
 {
     // The type is known without the text.
-    Statement rows = connection.prepare("SELECT rowid FROM main." + quoted_name(layout.name()) + " WHERE typeof(" +
+    Statement rows = connection.prepare("SELECT rowid FROM main." + quoted_name(table) + " WHERE typeof(" +
                                         quoted_name(column) + ") = 'text'");
-    StoredTexts texts(connection, layout.name(), column);
+    StoredTexts texts(connection, table, column);
     while (rows.step()) {
         const std::int64_t row = rows.integer(0);
         texts.go_to(row);
@@ -82,21 +82,21 @@ void check_column(Connection& connection, const TableLayout& layout, const std::
             continue; // no text has more characters than bytes
         const std::int64_t characters = texts.characters();
         if (characters > longest_readable_text)
-            throw own_error(DatabaseErrorKind::damaged,
-                            "The text in column " + column + " of record " + std::to_string(row) + " of its table " +
-                                layout.name() + " has " + std::to_string(characters) + " characters; more than " +
-                                std::to_string(longest_readable_text) + " cannot be read.");
+            throw own_error(DatabaseErrorKind::damaged, "The text in column " + column + " of record " +
+                                                            std::to_string(row) + " of its table " + table + " has " +
+                                                            std::to_string(characters) + " characters; more than " +
+                                                            std::to_string(longest_readable_text) + " cannot be read.");
     }
 }
 
 } // namespace
 
-bool has_own_definitions(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts)
+bool has_own_definitions(Connection& connection, std::span<const ExpectedTable> tables)
 {
     std::set<std::string> expected{"CREATE TABLE sqlite_sequence(name,seq)"};
-    for (const auto& layout : layouts) {
-        for (std::string& statement : layout->create_statements())
-            expected.insert(std::move(statement));
+    for (const ExpectedTable& table : tables) {
+        expected.insert(table.schema.table);
+        expected.insert(table.schema.indexes.begin(), table.schema.indexes.end());
     }
     // What has no text of its own is an index that the engine makes for a key.
     Statement found = connection.prepare("SELECT sql FROM main.sqlite_schema WHERE sql IS NOT NULL");
@@ -107,29 +107,28 @@ bool has_own_definitions(Connection& connection, const std::vector<std::shared_p
     return true;
 }
 
-bool has_texts_beyond_rules(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts)
+bool has_long_texts(Connection& connection, std::span<const ExpectedTable> tables)
 {
-    constexpr int most_bytes_of_character = 4;
-    for (const auto& layout : layouts) {
+    for (const ExpectedTable& table : tables) {
         std::string beyond;
-        for (const ColumnDefinition& column : layout->columns()) {
-            if (column.type == ColumnType::text)
+        for (const TableColumn& column : table.columns) {
+            if (column.holds_text())
                 beyond += (beyond.empty() ? "" : " OR ") + ("length(CAST(" + quoted_name(column.name)) +
-                          " AS BLOB)) > " + std::to_string(column.size * most_bytes_of_character);
+                          " AS BLOB)) > " + std::to_string(longest_readable_text);
         }
         if (!beyond.empty() &&
-            connection.prepare("SELECT 1 FROM main." + quoted_name(layout->name()) + " WHERE " + beyond).step())
+            connection.prepare("SELECT 1 FROM main." + quoted_name(table.schema.name) + " WHERE " + beyond).step())
             return true;
     }
     return false;
 }
 
-void check_text_lengths(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts)
+void check_text_lengths(Connection& connection, std::span<const ExpectedTable> tables)
 {
-    for (const auto& layout : layouts) {
-        for (const ColumnDefinition& column : layout->columns()) {
-            if (column.type == ColumnType::text)
-                check_column(connection, *layout, column.name);
+    for (const ExpectedTable& table : tables) {
+        for (const TableColumn& column : table.columns) {
+            if (column.holds_text())
+                check_column(connection, table.schema.name, column.name);
         }
     }
 }

@@ -1,29 +1,27 @@
 #pragma once
 
 #include "platform/sqlite/connection.h"
-#include "platform/sqlite/table_layout.h"
+#include "platform/sqlite/table_columns.h"
 
-#include <memory>
-#include <vector>
+#include <cstdint>
+#include <span>
 
 namespace cuedrill::platform::sqlite {
 
 /// The most characters of a text with which a course made elsewhere is opened.
 inline constexpr std::int64_t longest_readable_text = 10'000;
 
-/// Whether the file holds the tables and indexes of `layouts`, word for word, and nothing else. The rules of its tables
+/// Whether the file holds the tables and indexes of `tables`, word for word, and nothing else. The rules of its tables
 /// then bound its texts, and a look through it takes no longer than its size asks for.
-[[nodiscard]] bool has_own_definitions(Connection& connection,
-                                       const std::vector<std::shared_ptr<const TableLayout>>& layouts);
+[[nodiscard]] bool has_own_definitions(Connection& connection, std::span<const ExpectedTable> tables);
 
-/// Whether a text has more bytes than the rule of its column allows characters at most. The engine counts characters up
-/// to the first zero only, and takes any number of continuation bytes for a part of one.
-[[nodiscard]] bool has_texts_beyond_rules(Connection& connection,
-                                          const std::vector<std::shared_ptr<const TableLayout>>& layouts);
+/// Whether a text has more bytes than `longest_readable_text`, in spite of the rules of its column: the engine counts
+/// characters up to the first zero only, and takes any number of continuation bytes for a part of one.
+[[nodiscard]] bool has_long_texts(Connection& connection, std::span<const ExpectedTable> tables);
 
-/// Requires tables with the columns of `layouts`. A long text is measured piece by piece, never held in memory.
+/// Requires tables with the columns of `tables`. A long text is measured piece by piece, never held in memory.
 /// @throws DatabaseError naming the first row with a text of more than `longest_readable_text` characters, and its
 /// length.
-void check_text_lengths(Connection& connection, const std::vector<std::shared_ptr<const TableLayout>>& layouts);
+void check_text_lengths(Connection& connection, std::span<const ExpectedTable> tables);
 
 } // namespace cuedrill::platform::sqlite

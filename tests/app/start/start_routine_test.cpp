@@ -1,72 +1,32 @@
-#include "app/base/settings.h"
-#include "app/base/trace_log.h"
 #include "app/start/start.h"
-#include "common/errors.h"
-#include "fakes/course_builder.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
-#include "fakes/fake_dialog_host.h"
-#include "fakes/fake_settings.h"
-#include "fakes/temp_folder.h"
-#include "platform/system/system_files.h"
-#include "store/course_opener.h"
-#include "store/course_params.h"
+#include "drill/drill_fixture.h"
+#include "scheduler/dead_time.h"
+#include "store/course.h"
 
 #include <filesystem>
-#include <gtest/gtest.h>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace cuedrill::app {
 namespace {
 
-/// A main window that only tells that it was loaded, and what had been measured by then.
-class RecordingHost : public store::MainWindowHost {
-public:
-    explicit RecordingHost(std::vector<std::string>& events) : m_events(events) {}
-
-    void load_main_window() override { m_events.emplace_back("main window"); }
-    void unload_main_window() override { m_events.emplace_back("unload"); }
-    void set_main_window_caption(std::string_view) override {}
-
-private:
-    std::vector<std::string>& m_events;
-};
-
-class RecordingDialogHost : public fakes::FakeDialogHost {
-public:
-    explicit RecordingDialogHost(std::vector<std::string>& events) : m_events(events) {}
-
-    void set_height(common::Twips height) override
-    {
-        m_events.emplace_back("frame");
-        FakeDialogHost::set_height(height);
-    }
-
-private:
-    std::vector<std::string>& m_events;
-};
-
-class StartRoutineTest : public testing::Test {
+/// The program that is being started, with the course "My course" to work on.
+class StartRoutineTest : public drill::DrillFixture {
 protected:
     void SetUp() override
     {
-        fakes::CourseBuilder builder;
-        builder.question("France?", "Paris");
+        builder.question("France?", "Paris").level(0);
         path = builder.write(folder, "My course.crs");
     }
 
     bool run(const std::string& command_line)
     {
-        trace.emplace(files, clock, desktop, folder.path().string());
-        settings.emplace(settings_store, *trace);
-        opener.emplace(course, params, host,
-                       store::CourseOpener::Services{files, clock, desktop, form2, *settings, *trace},
-                       folder.path().string(), clock.now());
-        start.emplace(course, *opener, dead_times, form2, files, *trace);
-        return start->run(command_line);
+        if (!logic)
+            make_program();
+        return logic->start.run(command_line);
     }
+
+    [[nodiscard]] store::Course& course() const { return logic->course; }
 
     /// What the trace tells, without the times before.
     [[nodiscard]] std::vector<std::string> traced() const
@@ -81,49 +41,44 @@ protected:
         }
         return messages;
     }
-
-    std::vector<std::string> events;
-    fakes::TempFolder folder;
-    fakes::FakeClock clock;
-    fakes::FakeDesktop desktop;
-    RecordingDialogHost form2{events};
-    fakes::FakeSettings settings_store;
-    platform::system::SystemFiles files;
-    fakes::RealEngine engine;
-    store::Course course{engine.database};
-    store::CourseParamsStore params{course, clock};
-    RecordingHost host{events};
-    scheduler::DeadTimes dead_times;
-    std::optional<TraceLog> trace;
-    std::optional<Settings> settings;
-    std::optional<store::CourseOpener> opener;
-    std::optional<StartRoutine> start;
-    std::string path;
 };
 
 TEST_F(StartRoutineTest, opens_the_course_of_the_command_line)
 {
     EXPECT_TRUE(run(path));
-    EXPECT_TRUE(course.is_open());
-    EXPECT_EQ(course.db_path, path);
-    EXPECT_EQ(course.course_name, "My course");
-    EXPECT_EQ(course.record_count, 1);
-    EXPECT_EQ(events, (std::vector<std::string>{"frame", "main window"}));
-    EXPECT_EQ(start->frame_allowances().minimal_height, 435);
+    EXPECT_TRUE(course().is_open());
+    EXPECT_EQ(course().db_path, path);
+    EXPECT_EQ(course().course_name, "My course");
+    EXPECT_EQ(course().record_count, 1);
+    EXPECT_TRUE(form1.window.shown);
+}
+
+TEST_F(StartRoutineTest, measures_the_frame)
+{
+    ASSERT_TRUE(run(path));
+    EXPECT_EQ(logic->start.frame_allowances().minimal_height, 435);
+}
+
+TEST_F(StartRoutineTest, measures_the_frame_before_a_course_is_opened)
+{
+    form2.smallest_height = 40000;
+    EXPECT_THROW(static_cast<void>(run(path)), common::OverflowError);
+    EXPECT_EQ(course().db_path, path);
+    EXPECT_FALSE(course().is_open());
 }
 
 TEST_F(StartRoutineTest, takes_quotes_off_the_path)
 {
     EXPECT_TRUE(run('"' + path + '"'));
-    EXPECT_EQ(course.db_path, path);
+    EXPECT_EQ(course().db_path, path);
 }
 
 TEST_F(StartRoutineTest, takes_a_single_quote_off_either_end)
 {
     EXPECT_TRUE(run('"' + path));
-    course.close();
+    course().close();
     EXPECT_TRUE(run(path + '"'));
-    EXPECT_EQ(course.db_path, path);
+    EXPECT_EQ(course().db_path, path);
 }
 
 TEST_F(StartRoutineTest, traces_its_steps_in_order)
@@ -145,7 +100,7 @@ TEST_F(StartRoutineTest, traces_nothing_without_the_switch_file)
 TEST_F(StartRoutineTest, fills_the_dead_times)
 {
     ASSERT_TRUE(run(path));
-    EXPECT_EQ(dead_times.dead_time(4), 2);
+    EXPECT_EQ(logic->dead_times.dead_time(4), 2);
 }
 
 TEST_F(StartRoutineTest, remembers_a_relative_path_as_an_absolute_one)
@@ -153,16 +108,18 @@ TEST_F(StartRoutineTest, remembers_a_relative_path_as_an_absolute_one)
     const std::string relative = std::filesystem::relative(path).string();
     ASSERT_FALSE(relative.starts_with('/'));
     ASSERT_TRUE(run(relative));
-    EXPECT_TRUE(course.db_path.starts_with('/')) << course.db_path;
-    EXPECT_TRUE(std::filesystem::equivalent(course.db_path, path));
-    EXPECT_EQ(settings_store.values.at("CUEDRILL/general/last_db_path"), course.db_path);
+    EXPECT_TRUE(course().db_path.starts_with('/')) << course().db_path;
+    EXPECT_TRUE(std::filesystem::equivalent(course().db_path, path));
+    EXPECT_EQ(settings_store.values.at("CUEDRILL/general/last_db_path"), course().db_path);
 }
 
 TEST_F(StartRoutineTest, forgets_the_current_record)
 {
-    course.current_cnt = 7;
-    ASSERT_TRUE(run(path));
-    EXPECT_EQ(course.current_cnt, 0);
+    make_program();
+    course().current_cnt = 7;
+    desktop.expect_file({}); // an opened course would forget it, too
+    EXPECT_FALSE(run(""));
+    EXPECT_EQ(course().current_cnt, 0);
 }
 
 TEST_F(StartRoutineTest, tells_of_a_missing_file_and_goes_on_with_the_remembered_course)
@@ -171,7 +128,7 @@ TEST_F(StartRoutineTest, tells_of_a_missing_file_and_goes_on_with_the_remembered
     const std::string missing = folder.file("missing.crs");
     desktop.expect_box_like({.text = "File " + missing + " does not exist."}, platform::BoxAnswer::ok);
     EXPECT_TRUE(run(missing));
-    EXPECT_EQ(course.db_path, path);
+    EXPECT_EQ(course().db_path, path);
     EXPECT_FALSE(std::filesystem::exists(missing));
 }
 
@@ -179,9 +136,9 @@ TEST_F(StartRoutineTest, without_a_course_asks_for_one_and_gives_up_when_cancell
 {
     desktop.expect_file({});
     EXPECT_FALSE(run(""));
-    EXPECT_FALSE(course.is_open());
+    EXPECT_FALSE(course().is_open());
     EXPECT_EQ(desktop.file_dialogs.at(0).initial_folder, folder.path().string());
-    EXPECT_EQ(events, (std::vector<std::string>{"frame"}));
+    EXPECT_EQ(times_noted("Form1.show"), 0);
 }
 
 TEST_F(StartRoutineTest, names_a_file_that_is_no_course_and_then_lets_the_user_choose)
@@ -190,7 +147,7 @@ TEST_F(StartRoutineTest, names_a_file_that_is_no_course_and_then_lets_the_user_c
     desktop.expect_box("The course " + text + " cannot be opened.\r\n\r\nIt is not a course.");
     desktop.expect_file({.path = path, .title = "My course.crs"});
     EXPECT_TRUE(run(text));
-    EXPECT_EQ(course.db_path, path);
+    EXPECT_EQ(course().db_path, path);
     EXPECT_EQ(folder.read("notes.crs"), std::string(4096, 'x'));
 }
 

@@ -55,6 +55,53 @@ TEST_F(QtAccessibleLinesTest, TheListHasItsNameAndItsLinesAsChildren)
     EXPECT_EQ(list().child(-1), nullptr);
 }
 
+// Assistive technology takes the lines of a table for managed by it, and looks at those on the screen only.
+TEST_F(QtAccessibleLinesTest, TheListIsATableOfOneColumnToo)
+{
+    QAccessibleTableInterface* const table = list().tableInterface();
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->rowCount(), 3);
+    EXPECT_EQ(table->columnCount(), 1);
+    for (int row = 0; row < 3; ++row) {
+        ASSERT_EQ(table->cellAt(row, 0), list().child(row));
+        QAccessibleTableCellInterface* const cell = list().child(row)->tableCellInterface();
+        ASSERT_NE(cell, nullptr);
+        EXPECT_EQ(cell->rowIndex(), row);
+        EXPECT_EQ(cell->columnIndex(), 0);
+        EXPECT_EQ(cell->rowExtent(), 1);
+        EXPECT_EQ(cell->columnExtent(), 1);
+        EXPECT_EQ(cell->table(), &list());
+    }
+    EXPECT_EQ(table->cellAt(0, 1), nullptr);
+    EXPECT_EQ(table->cellAt(3, 0), nullptr);
+}
+
+TEST_F(QtAccessibleLinesTest, TheCurrentLineIsTheSelectedRow)
+{
+    QAccessibleTableInterface& table = *list().tableInterface();
+    view.setCurrentIndex({});
+    EXPECT_EQ(table.selectedRowCount(), 0);
+    EXPECT_EQ(table.selectedRows(), QList<int>());
+    EXPECT_EQ(table.selectedCells(), QList<QAccessibleInterface*>());
+    EXPECT_FALSE(table.isRowSelected(-1));
+    EXPECT_TRUE(table.selectRow(1));
+    EXPECT_EQ(view.currentIndex().row(), 1);
+    EXPECT_TRUE(clicked.empty());
+    EXPECT_EQ(table.selectedRowCount(), 1);
+    EXPECT_EQ(table.selectedCellCount(), 1);
+    EXPECT_EQ(table.selectedRows(), QList<int>{1});
+    EXPECT_EQ(table.selectedCells(), QList<QAccessibleInterface*>{list().child(1)});
+    EXPECT_TRUE(table.isRowSelected(1));
+    EXPECT_FALSE(table.isRowSelected(0));
+    EXPECT_TRUE(list().child(1)->tableCellInterface()->isSelected());
+    EXPECT_FALSE(table.selectRow(3));
+    EXPECT_FALSE(table.selectRow(-1));
+    EXPECT_FALSE(table.unselectRow(1));
+    box.set_enabled(false);
+    EXPECT_FALSE(table.selectRow(0));
+    EXPECT_EQ(view.currentIndex().row(), 1);
+}
+
 TEST_F(QtAccessibleLinesTest, ALineIsFoundWhereItIsDrawn)
 {
     const QRect place = list().child(2)->rect();

@@ -28,6 +28,20 @@ TEST_F(QtAnnouncerTest, TellsATextEachTimeAlsoTheSameOne)
     EXPECT_EQ(told, (std::vector<std::string>{"Not known. Level 0.", "Not known. Level 0.", "a & <b>"}));
 }
 
+TEST_F(QtAnnouncerTest, ATextStaysToBeReadWhileTheNextOneIsTold)
+{
+    std::vector<QLabel*> labels;
+    QtAnnouncer other(window, [&](QLabel& label) { labels.push_back(&label); });
+    for (const char* const text : {"one?", "Right.", "two?"}) {
+        other.tell(text);
+        EXPECT_EQ(name(*labels.back()), text);
+        if (labels.size() > 1) {
+            EXPECT_NE(labels.back(), labels[labels.size() - 2]);
+        }
+    }
+    EXPECT_EQ(name(*labels[1]), "Right.");
+}
+
 TEST_F(QtAnnouncerTest, TellsNoEmptyText)
 {
     announcer.tell("");

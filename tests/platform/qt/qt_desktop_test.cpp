@@ -116,6 +116,78 @@ TEST_F(QtDesktopTest, DetailsCanBeReadWithTheKeyboard)
     desktop.message_box({.text = "t", .details = "first\r\nsecond"});
 }
 
+void activate(QWidget& box)
+{
+    box.activateWindow();
+    QCoreApplication::processEvents();
+}
+
+/// The widgets that Tab leads to, from the one with the focus on.
+QList<QWidget*> tab_stops(QWidget& box)
+{
+    QList<QWidget*> stops;
+    for (QWidget* widget = box.focusWidget(); widget != nullptr && !stops.contains(widget);
+         widget = box.focusWidget()) {
+        stops.append(widget);
+        press_key(*widget, Qt::Key_Tab, "\t");
+    }
+    return stops;
+}
+
+TEST_F(QtDesktopTest, TheTextOfABoxIsReachedByTabBehindItsButtons)
+{
+    const MessageBox question{
+        .text = "Really <b>all</b>?\r\nAll of them?", .buttons = BoxButtons::yes_no, .default_button = BoxAnswer::no};
+    for (const std::vector<common::TextRange>& marked : {std::vector<common::TextRange>(), {{0, 6}}}) {
+        when_box_opens<QMessageBox>([](QMessageBox& box) {
+            auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+            activate(box);
+            EXPECT_TRUE(box.button(QMessageBox::No)->hasFocus());
+            const QList<QWidget*> stops = tab_stops(box);
+            EXPECT_EQ(stops.size(), 3);
+            EXPECT_TRUE(stops.contains(label));
+            EXPECT_TRUE(stops.contains(box.button(QMessageBox::Yes)));
+            label->setFocus(Qt::TabFocusReason);
+            const QAccessibleInterface& accessible = *QAccessible::queryAccessibleInterface(label);
+            EXPECT_TRUE(accessible.state().focusable);
+            EXPECT_TRUE(accessible.state().focused);
+            EXPECT_EQ(accessible.text(QAccessible::Name), "Really <b>all</b>?\nAll of them?");
+            press_key(*label, Qt::Key_Space, " ");
+            EXPECT_TRUE(box.isVisible());
+            press_key(*label, Qt::Key_Return, "\r");
+            EXPECT_FALSE(box.isVisible());
+        });
+        MessageBox box = question;
+        box.marked = marked;
+        EXPECT_EQ(desktop.message_box(box), BoxAnswer::no) << "Enter presses the default button from the text too";
+    }
+}
+
+TEST_F(QtDesktopTest, EscapeClosesABoxFromItsTextToo)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+        label->setFocus(Qt::TabFocusReason);
+        press_key(*label, Qt::Key_Escape, "\x1b");
+        EXPECT_FALSE(box.isVisible());
+    });
+    EXPECT_EQ(desktop.message_box({.text = "Really?", .buttons = BoxButtons::yes_no}), BoxAnswer::no);
+}
+
+TEST_F(QtDesktopTest, ABoxWithDetailsBeginsOnItsDefaultButtonAndHasItsTextsInItsTabOrder)
+{
+    when_box_opens<QMessageBox>([](QMessageBox& box) {
+        activate(box);
+        EXPECT_TRUE(box.button(QMessageBox::Ok)->hasFocus());
+        const QList<QWidget*> stops = tab_stops(box);
+        EXPECT_EQ(stops.size(), 3);
+        EXPECT_TRUE(stops.contains(box.findChild<QLabel*>("qt_msgbox_label")));
+        EXPECT_TRUE(stops.contains(box.findChild<QPlainTextEdit*>()));
+        box.accept();
+    });
+    desktop.message_box({.text = "t", .details = "first\r\nsecond"});
+}
+
 TEST_F(QtDesktopTest, AQuestionGivesTheButtonThatWasPressed)
 {
     const MessageBox question{.text = "Really?", .buttons = BoxButtons::yes_no, .icon = BoxIcon::question};
@@ -284,6 +356,15 @@ TEST_F(QtDesktopTest, AnInputBoxTakesNoMoreThanTheLongestTextCountedInCodePoints
         box.accept();
     });
     EXPECT_EQ(desktop.input_box({.longest = 3}), "\U0001F600\U0001F601x");
+}
+
+TEST_F(QtDesktopTest, AnInputBoxDropsTheZerosOfAClipboard)
+{
+    when_box_opens<QInputDialog>([](QInputDialog& box) {
+        box.findChild<QLineEdit*>()->insert(QString::fromUtf8("Ti\0tle", 6));
+        box.accept();
+    });
+    EXPECT_EQ(desktop.input_box({}), "Title");
 }
 
 TEST_F(QtDesktopTest, AnEndBehindAnInputBoxIsThrown)

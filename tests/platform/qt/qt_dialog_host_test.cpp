@@ -1,4 +1,5 @@
 #include "platform/qt/qt_dialog_host.h"
+#include "platform/qt/qt_look.h"
 #include "platform/qt/qt_test_tools.h"
 
 #include <QScreen>
@@ -12,47 +13,37 @@ protected:
     QtDialogHost host;
 };
 
-TEST_F(QtDialogHostTest, GrantsTheSizeThatIsAskedFor)
+TEST_F(QtDialogHostTest, TellsTheSizeOfTheSmallestWindowInTwips)
 {
-    host.set_height(6000);
-    host.set_width(9000);
-    EXPECT_EQ(host.height(), 6000);
-    EXPECT_EQ(host.width(), 9000);
-}
-
-TEST_F(QtDialogHostTest, GrantsAtLeastTheSmallestCaptionedWindow)
-{
-    host.set_height(0);
-    host.set_width(0);
-    EXPECT_GE(host.height(), 300);
-    EXPECT_GE(host.width(), 300);
-    EXPECT_LT(host.height(), 2000);
-    EXPECT_LT(host.width(), 6000);
-}
-
-TEST_F(QtDialogHostTest, MeasuresThePrimaryScreenInTwips)
-{
-    const QSize screen = QApplication::primaryScreen()->size();
-    EXPECT_EQ(host.screen_width(), screen.width() * 15);
-    EXPECT_EQ(host.screen_height(), screen.height() * 15);
+    EXPECT_GE(host.least_height(), 300);
+    EXPECT_GE(host.least_width(), 300);
+    EXPECT_LT(host.least_height(), 2000);
+    EXPECT_LT(host.least_width(), 6000);
 }
 
 TEST_F(QtDialogHostTest, TheWindowExistsOnlyWhileLoadedAndIsNeverShown)
 {
     EXPECT_EQ(host.widget(), nullptr);
-    host.set_caption("Form2");
-    host.set_position(150, 300);
-    host.set_width(9000);
-    host.set_height(6000);
     host.load();
     ASSERT_NE(host.widget(), nullptr);
-    EXPECT_EQ(host.widget()->geometry(), QRect(10, 20, 600, 400));
-    EXPECT_EQ(host.widget()->windowTitle(), "Form2");
     EXPECT_TRUE(host.widget()->isHidden());
+    QWidget* const window = host.widget();
     host.load();
+    EXPECT_EQ(host.widget(), window);
     host.unload();
     EXPECT_EQ(host.widget(), nullptr);
     host.unload();
+}
+
+TEST_F(QtDialogHostTest, TheWindowStandsInTheCentreOfTheScreenInItsLeastSize)
+{
+    host.load();
+    const QRect place = host.widget()->geometry();
+    EXPECT_EQ(to_twips(place.width()), host.least_width());
+    EXPECT_EQ(to_twips(place.height()), host.least_height());
+    const QSize screen = QApplication::primaryScreen()->size();
+    EXPECT_EQ(place.left(), (screen.width() - place.width()) / 2);
+    EXPECT_EQ(place.top(), (screen.height() - place.height()) / 2);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "platform/qt/qt_dialog_host.h"
 #include "platform/qt/qt_test_tools.h"
 
+#include <QAbstractItemView>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
@@ -180,6 +181,187 @@ TEST_F(QtFileDialogTest, AnExistingFileWithQuotesInItsNameCanBeClicked)
     const ChosenFile chosen =
         desktop.open_file_dialog({.initial_folder = folder.path().string(), .default_extension = "crs"});
     EXPECT_EQ(chosen.path, folder.file("a \"b\" c.crs"));
+}
+
+/// Keys and clicks as the system sends them to the window of an open dialog, and where they lead.
+class UsedFileDialog {
+public:
+    explicit UsedFileDialog(QFileDialog& dialog) : m_dialog(dialog)
+    {
+        dialog.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+
+    /// Clicks a file, which must be there.
+    void click(const QString& name) const
+    {
+        const QPoint place = place_of(name);
+        if (!place.isNull())
+            QTest::mouseClick(m_dialog.windowHandle(), Qt::LeftButton, {}, place);
+    }
+    void double_click(const QString& name) const
+    {
+        const QPoint place = place_of(name);
+        if (!place.isNull())
+            QTest::mouseDClick(m_dialog.windowHandle(), Qt::LeftButton, {}, place);
+    }
+
+    /// Writes a name over the one that stands in the line.
+    void type_over(const char* name) const
+    {
+        QTest::mouseClick(m_dialog.windowHandle(), Qt::LeftButton, {}, center_of(*line()));
+        QTest::keyClick(m_dialog.windowHandle(), Qt::Key_A, Qt::ControlModifier);
+        for (const char* letter = name; *letter != '\0'; ++letter)
+            QTest::keyClick(m_dialog.windowHandle(), *letter);
+        // The first click anywhere else only closes the names that the toolkit offers.
+        if (QWidget* const offers = QApplication::activePopupWidget())
+            offers->hide();
+    }
+
+    /// Clicks "Open" or "Save".
+    void finish() const
+    {
+        const auto which =
+            m_dialog.acceptMode() == QFileDialog::AcceptOpen ? QDialogButtonBox::Open : QDialogButtonBox::Save;
+        const QPushButton& button = *m_dialog.findChild<QDialogButtonBox*>()->button(which);
+        EXPECT_TRUE(button.isEnabled());
+        QTest::mouseClick(m_dialog.windowHandle(), Qt::LeftButton, {}, center_of(button));
+        expect_ended();
+    }
+    void expect_ended() const
+    {
+        if (!m_dialog.isVisible())
+            return;
+        ADD_FAILURE() << "the dialog is still open with " << name();
+        m_dialog.reject(); // otherwise the test would wait for ever
+    }
+
+    [[nodiscard]] std::string name() const { return line()->text().toStdString(); }
+    [[nodiscard]] bool anything_selected() const { return files().selectionModel()->hasSelection(); }
+
+private:
+    /// The one of the two views that is shown.
+    [[nodiscard]] QAbstractItemView& files() const
+    {
+        auto* const list = m_dialog.findChild<QAbstractItemView*>("listView");
+        return list->isVisible() ? *list : *m_dialog.findChild<QAbstractItemView*>("treeView");
+    }
+    [[nodiscard]] QLineEdit* line() const { return m_dialog.findChild<QLineEdit*>("fileNameEdit"); }
+    [[nodiscard]] QPoint center_of(const QWidget& widget) const
+    {
+        return widget.mapTo(&m_dialog, widget.rect().center());
+    }
+    [[nodiscard]] QPoint place_of(const QString& name) const
+    {
+        const QAbstractItemView& view = files();
+        const QAbstractItemModel& model = *view.model();
+        const auto all_files = m_dialog.directory().entryList(QDir::Files).size();
+        QRect place;
+        const auto find = [&] {
+            // The toolkit reads the folder in a thread of its own, and sorts it afterwards.
+            if (model.rowCount(view.rootIndex()) != all_files)
+                return false;
+            const QModelIndexList found = model.match(model.index(0, 0, view.rootIndex()), Qt::DisplayRole, name, 1);
+            place = found.isEmpty() ? QRect() : view.visualRect(found.front());
+            return !place.isEmpty();
+        };
+        EXPECT_TRUE(QTest::qWaitFor(find)) << name.toStdString();
+        return place.isEmpty() ? QPoint() : view.viewport()->mapTo(&m_dialog, place.center());
+    }
+
+    QFileDialog& m_dialog;
+};
+
+/// The folder has some courses, two of them with quotes in their names.
+class FileDialogInUse : public QtFileDialogTest {
+protected:
+    FileDialogInUse()
+    {
+        for (const char* name : {"mine.crs", "b.crs", quoted, "\"b\".crs"})
+            folder.write(name, "a course");
+    }
+
+    ChosenFile choose(const std::function<void(const UsedFileDialog&)>& use)
+    {
+        when_box_opens<QFileDialog>([&](QFileDialog& dialog) { use(UsedFileDialog(dialog)); });
+        return desktop.open_file_dialog({.initial_folder = folder.path().string(), .default_extension = "crs"});
+    }
+
+    static constexpr const char* quoted = "a \"b\" c.crs";
+    fakes::TempFolder folder;
+};
+
+TEST_F(FileDialogInUse, TypingOverAClickedFileCounts)
+{
+    for (const char* name : {"new", "b.crs", quoted, "\"b\"", "new \"b\" c.crs"}) {
+        const ChosenFile chosen = choose([&](const UsedFileDialog& dialog) {
+            dialog.click("mine.crs");
+            EXPECT_EQ(dialog.name(), "mine.crs");
+            EXPECT_TRUE(dialog.anything_selected());
+            dialog.type_over(name);
+            EXPECT_EQ(dialog.name(), name);
+            EXPECT_FALSE(dialog.anything_selected());
+            dialog.finish();
+        });
+        const bool complete = std::string(name).ends_with(".crs");
+        EXPECT_EQ(chosen.path, folder.file(complete ? name : std::string(name) + ".crs"));
+    }
+}
+
+TEST_F(FileDialogInUse, AFileThatIsClickedAfterTypingCounts)
+{
+    for (const char* name : {"mine.crs", quoted, "\"b\".crs"}) {
+        const ChosenFile chosen = choose([&](const UsedFileDialog& dialog) {
+            dialog.type_over("b.crs");
+            dialog.click(name);
+            EXPECT_EQ(dialog.name(), name);
+            dialog.finish();
+        });
+        EXPECT_EQ(chosen.path, folder.file(name));
+        EXPECT_EQ(chosen.title, name);
+    }
+}
+
+TEST_F(FileDialogInUse, TheSameFileCanBeClickedAgainAfterTyping)
+{
+    for (const char* name : {"mine.crs", quoted}) {
+        const ChosenFile chosen = choose([&](const UsedFileDialog& dialog) {
+            dialog.click(name);
+            dialog.type_over("new");
+            dialog.click(name);
+            EXPECT_EQ(dialog.name(), name);
+            dialog.finish();
+        });
+        EXPECT_EQ(chosen.path, folder.file(name));
+    }
+}
+
+TEST_F(FileDialogInUse, TypingOverTheInitialFileCounts)
+{
+    when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+        const UsedFileDialog used(dialog);
+        EXPECT_EQ(used.name(), "mine.crs");
+        used.type_over("new \"b\"");
+        used.finish();
+    });
+    const ChosenFile chosen = desktop.save_file_dialog(
+        {.initial_folder = folder.path().string(), .initial_file = "mine.crs", .default_extension = "crs"});
+    EXPECT_EQ(chosen.path, folder.file("new \"b\".crs"));
+}
+
+TEST_F(FileDialogInUse, ADoubleClickOpensTheFileWithItsWholeName)
+{
+    for (const char* name : {"mine.crs", quoted, "\"b\".crs"}) {
+        when_box_opens<QFileDialog>([&](QFileDialog& dialog) {
+            const UsedFileDialog used(dialog);
+            used.type_over("new");
+            used.double_click(name);
+            used.expect_ended();
+        });
+        const ChosenFile chosen =
+            desktop.open_file_dialog({.initial_folder = folder.path().string(), .default_extension = "crs"});
+        EXPECT_EQ(chosen.path, folder.file(name));
+    }
 }
 
 TEST_F(QtFileDialogTest, AFolderWithQuotesInItsNameIsEntered)

@@ -7,6 +7,9 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTest>
+#include <QWindow>
+#include <QtTest/qtestspontaneevent.h>
 
 namespace cuedrill::platform::qt {
 
@@ -159,6 +162,82 @@ TEST_F(QtKeyFilterTest, AKeyThatBouncesDoesNotReachTheNextWindow)
     EXPECT_TRUE(seen.empty());
     press_at(text, 10'300, Qt::Key_Escape);
     EXPECT_EQ(seen.size(), 1U);
+}
+
+/// A modal box with one button that closes it.
+class ClosingBox : public QDialog {
+public:
+    explicit ClosingBox(QWidget& parent) : QDialog(&parent)
+    {
+        setModal(true);
+        connect(&ok, &QPushButton::clicked, this, &QDialog::accept);
+        show();
+        ok.setFocus();
+    }
+
+    QPushButton ok{"OK", this};
+};
+
+TEST_F(QtKeyFilterTest, AnEnterThatHasClosedABoxIsFollowedByAnotherOneAtOnce)
+{
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        for (const quint64 gap : {50ULL, 100ULL, 149ULL}) {
+            for (QWidget* const target : {static_cast<QWidget*>(&text), static_cast<QWidget*>(&button)}) {
+                ClosingBox box(window);
+                const quint64 closed = next_moment();
+                press_at(box.ok, closed, key, "\r");
+                ASSERT_FALSE(box.isVisible());
+                target->setFocus();
+                seen.clear();
+                press_at(*target, closed + gap, key, "\r");
+                EXPECT_EQ(seen.size(), 1U) << gap;
+            }
+        }
+    }
+}
+
+TEST_F(QtKeyFilterTest, TheContactThatClosesABoxMayChatter)
+{
+    button.setFocus();
+    ClosingBox box(window);
+    press_at(box.ok, 10'000, Qt::Key_Return, "\r");
+    for (const quint64 moment : {10'008ULL, 10'057ULL})
+        press_at(button, moment, Qt::Key_Return, "\r");
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(clicks, 0);
+    press_at(button, 10'107, Qt::Key_Return, "\r");
+    EXPECT_EQ(seen.size(), 1U);
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(QtKeyFilterTest, AnEnterThatClosesABoxAndIsHeldDoesNothingMore)
+{
+    button.setFocus();
+    ClosingBox box(window);
+    press_at(box.ok, 10'000, Qt::Key_Return, "\r");
+    press_key(button, Qt::Key_Return, "\r", true);
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(QtKeyFilterTest, AnEnterThatClosesABoxDoesNotCloseTheNextOneUnseen)
+{
+    ClosingBox box(window);
+    press_at(box.ok, 10'000, Qt::Key_Return, "\r");
+    ClosingBox next(window);
+    press_at(next.ok, 10'149, Qt::Key_Return, "\r");
+    EXPECT_TRUE(next.isVisible());
+    press_at(next.ok, 10'299, Qt::Key_Return, "\r");
+    EXPECT_FALSE(next.isVisible());
+}
+
+TEST_F(QtKeyFilterTest, AnEscapeThatClosesABoxDoesNothingElseUnseen)
+{
+    ClosingBox box(window);
+    press_at(box.ok, 10'000, Qt::Key_Escape);
+    text.setFocus();
+    press_at(text, 10'149, Qt::Key_Escape);
+    EXPECT_TRUE(seen.empty());
 }
 
 TEST_F(QtKeyFilterTest, EveryKeyCountsInTextThatIsBeingEdited)
@@ -417,6 +496,120 @@ TEST_F(KeysWithoutTime, AreNotMeasuredByTheClockOfOthers)
     timed.setTimestamp(9'000'000);
     EXPECT_FALSE(memory.is_stray(button, timed));
     EXPECT_FALSE(memory.is_stray(button, event(QEvent::KeyPress)));
+}
+
+std::unique_ptr<QKeyEvent> key_event(QEvent::Type type, quint64 time, int key = Qt::Key_Return, bool from_system = true)
+{
+    auto event = std::make_unique<QKeyEvent>(type, key, Qt::NoModifier, 36, 0, 0, "\r");
+    event->setTimestamp(time);
+    if (from_system)
+        QSpontaneKeyEvent::setSpontaneous(event.get());
+    return event;
+}
+
+class CopiedKeys : public QtTest {
+protected:
+    /// The time that a copy gets; 0 for none.
+    quint64 time_of_copy(QEvent::Type type, int key = Qt::Key_Return)
+    {
+        const auto copy = key_event(type, 0, key, false);
+        const bool lacks = times.lacks_time(*copy, now);
+        EXPECT_EQ(lacks, copy->timestamp() == 0);
+        return copy->timestamp();
+    }
+    void see(QEvent::Type type, quint64 time, bool from_system = true)
+    {
+        const auto event = key_event(type, time, Qt::Key_Return, from_system);
+        EXPECT_FALSE(times.lacks_time(*event, now));
+        EXPECT_EQ(event->timestamp(), time);
+    }
+
+    qint64 now = 0;
+    QtKeyTimes times;
+};
+
+TEST_F(CopiedKeys, HaveTheTimesOfTheirOriginals)
+{
+    see(QEvent::KeyPress, 7000);
+    see(QEvent::KeyRelease, 7060);
+    see(QEvent::KeyPress, 7160);
+    now = 400;
+    EXPECT_EQ(time_of_copy(QEvent::KeyPress), 7000U);
+    EXPECT_EQ(time_of_copy(QEvent::KeyRelease), 7060U);
+    EXPECT_EQ(time_of_copy(QEvent::KeyPress), 7160U);
+    EXPECT_EQ(time_of_copy(QEvent::KeyPress), 0U);
+}
+
+TEST_F(CopiedKeys, HaveNoTimeWhereTheOriginalWasNotSeen)
+{
+    EXPECT_EQ(time_of_copy(QEvent::KeyPress), 0U);
+    see(QEvent::KeyPress, 7000);
+    EXPECT_EQ(time_of_copy(QEvent::KeyPress, Qt::Key_Escape), 0U);
+    see(QEvent::KeyRelease, 7060, false);
+    EXPECT_EQ(time_of_copy(QEvent::KeyRelease), 0U) << "another filter has given it its time";
+    EXPECT_EQ(time_of_copy(QEvent::KeyPress), 7000U);
+}
+
+TEST_F(CopiedKeys, DoNotHaveTheTimeOfAKeyThatAssistiveTechnologyHasKept)
+{
+    see(QEvent::KeyPress, 7000);
+    now = 1001;
+    EXPECT_EQ(time_of_copy(QEvent::KeyPress), 0U);
+    see(QEvent::KeyPress, 8000);
+    EXPECT_EQ(time_of_copy(QEvent::KeyPress), 8000U);
+}
+
+/// Takes the keys away and sends copies without their time later, as the toolkit does for assistive technology.
+class KeyCopies : public QObject {
+public:
+    KeyCopies() { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+        auto* const window = qobject_cast<QWindow*>(watched);
+        if (!key || window == nullptr || !event->spontaneous())
+            return false;
+        const auto& original = static_cast<QKeyEvent&>(*event);
+        m_waiting.emplace_back(window, std::make_unique<QKeyEvent>(original.type(), original.key(),
+                                                                   original.modifiers(), original.nativeScanCode(), 0U,
+                                                                   0U, original.text(), original.isAutoRepeat()));
+        return true;
+    }
+
+    void deliver()
+    {
+        for (const auto& [window, copy] : std::exchange(m_waiting, {}))
+            QCoreApplication::sendEvent(window, copy.get());
+        QCoreApplication::processEvents();
+    }
+
+private:
+    std::vector<std::pair<QWindow*, std::unique_ptr<QKeyEvent>>> m_waiting;
+};
+
+TEST_F(QtKeyFilterTest, KeysThatWaitForAssistiveTechnologyAreMeasuredByTheirOwnTime)
+{
+    KeyCopies copies;
+    button.setFocus();
+    const auto send = [this](QEvent::Type type, quint64 time) {
+        QCoreApplication::instance()->notify(window.windowHandle(), key_event(type, time).get());
+    };
+    send(QEvent::KeyPress, 10'000);
+    copies.deliver();
+    send(QEvent::KeyRelease, 10'050);
+    copies.deliver();
+    ASSERT_EQ(clicks, 1);
+    // The program was busy: it gets them all at once.
+    send(QEvent::KeyPress, 10'300);
+    send(QEvent::KeyRelease, 10'350);
+    send(QEvent::KeyPress, 10'500);
+    copies.deliver();
+    EXPECT_EQ(clicks, 3);
+    send(QEvent::KeyRelease, 11'000);
+    send(QEvent::KeyPress, 11'000);
+    copies.deliver();
+    EXPECT_EQ(clicks, 3) << "the key is held";
 }
 
 TEST(Combinations, TellOneModifierAndTheLetterInLowerCase)

@@ -140,6 +140,16 @@ TEST_F(QtLabelAnnouncementTest, TheSameCaptionSetAgainIsToldAgain)
     EXPECT_EQ(status.caption(), "Saved");
 }
 
+TEST_F(QtLabelAnnouncementTest, AnUntoldCaptionIsOnlyShown)
+{
+    status.set_untold_caption("OK");
+    EXPECT_EQ(status.widget().text(), "OK");
+    EXPECT_EQ(status.caption(), "OK");
+    EXPECT_EQ(told, std::vector<std::string>());
+    status.set_caption("OK");
+    EXPECT_EQ(told, std::vector<std::string>{"OK"});
+}
+
 TEST_F(QtLabelAnnouncementTest, TheSameCaptionAfterAnEmptyOneIsToldAgainButNeverTheEmptyOne)
 {
     status.set_caption("");

@@ -124,21 +124,9 @@ struct LateError {
 
 class CommitErrors : public testing::TestWithParam<LateError> {
 protected:
-    CommitErrors()
-    {
-        database.create(path);
-        for (const TableDefinition& table : tables())
-            database.append_table(table);
-        database.finish_creation();
-    }
+    CommitErrors() { create_course(database, path); }
 
-    void add()
-    {
-        const auto cursor = database.open_table("qa");
-        cursor->add_new();
-        cursor->set("q", std::string(200, 'q'));
-        cursor->update();
-    }
+    void add() { add_row(database, std::string(200, 'q')); }
 
     LateSystem system;
     TemporaryFolder folder;

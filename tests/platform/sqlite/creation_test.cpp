@@ -13,13 +13,7 @@ using Names = std::vector<std::string>;
 
 class Creation : public testing::Test {
 protected:
-    void create_all(const std::string& name)
-    {
-        database.create(name);
-        database.append_table(params_table());
-        database.append_table(qa_table());
-        database.finish_creation();
-    }
+    void create_all(const std::string& name) { create_course(database, name); }
 
     TemporaryFolder folder;
     FoldingCompare compare;
@@ -46,11 +40,7 @@ TEST_F(Creation, NewCourseIsEmptyAndOpensAgain)
     EXPECT_EQ(count(database, "Select count(0) from params"), 0);
     database.close();
     database.open(path, tables());
-    const auto cursor = database.open_table("params");
-    EXPECT_TRUE(cursor->bof());
-    EXPECT_TRUE(cursor->eof());
-    cursor->seek(std::string("course_title"));
-    EXPECT_TRUE(cursor->no_match());
+    EXPECT_TRUE(database.query("Select * from params where param = ?1", {"course_title"}).empty());
 }
 
 TEST_F(Creation, FileCarriesItsMarksAndTheUsualPermissions)
@@ -169,6 +159,23 @@ TEST_F(Creation, NeverReplacesAFileThatCameMeanwhile)
     EXPECT_EQ(bytes_of(path), "precious");
     EXPECT_EQ(folder.names(), Names{"new.crs"});
     EXPECT_FALSE(database.is_open());
+}
+
+// The engine would take them for changes of the new course.
+TEST_F(Creation, GivesNoNameBesideAJournalOrALogThatCameMeanwhile)
+{
+    for (const std::string ending : {"-journal", "-wal"}) {
+        database.create(path);
+        database.append_table(params_table());
+        database.append_table(qa_table());
+        write_bytes(path + ending, "precious");
+        EXPECT_EQ(error_words(DatabaseErrorKind::exists, [&] { database.finish_creation(); }),
+                  "A file of an earlier course of that name is still there: new.crs" + ending + ".");
+        EXPECT_EQ(folder.names(), Names{"new.crs" + ending});
+        EXPECT_EQ(bytes_of(path + ending), "precious");
+        EXPECT_FALSE(database.is_open());
+        std::filesystem::remove(path + ending);
+    }
 }
 
 TEST_F(Creation, NeverFollowsALinkThatLeadsNowhere)

@@ -132,13 +132,7 @@ protected:
     std::string path = folder / "course.crs";
     SqliteDatabase database{compare, std::chrono::milliseconds(0)};
 
-    void create()
-    {
-        database.create(path);
-        for (const TableDefinition& table : tables())
-            database.append_table(table);
-        database.finish_creation();
-    }
+    void create() { create_course(database, path); }
 };
 
 TEST_P(Fault, InACreationLeavesNothingOrAWholeCourse)
@@ -158,12 +152,8 @@ TEST_P(Fault, InATransactionLeavesAllOrNothing)
     std::int64_t rows = 0;
     const auto action = [&] {
         Transaction transaction(database);
-        for (int i = 0; i < 30; ++i) {
-            const auto cursor = database.open_table("qa");
-            cursor->add_new();
-            cursor->set("q", std::string(200, 'q'));
-            cursor->update();
-        }
+        for (int i = 0; i < 30; ++i)
+            add_row(database, std::string(200, 'q'));
         transaction.commit();
     };
     const auto check = [&](bool failed) {

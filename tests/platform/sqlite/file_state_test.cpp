@@ -95,12 +95,7 @@ TEST_F(FileState, AFullDiskEndsACreationWithoutATrace)
     database.close();
     std::filesystem::remove(path);
     const FileSizeLimit limit(5000);
-    error_words(DatabaseErrorKind::full, [&] {
-        database.create(path);
-        for (const TableDefinition& table : tables())
-            database.append_table(table);
-        database.finish_creation();
-    });
+    error_words(DatabaseErrorKind::full, [&] { create_course(database, path); });
     EXPECT_TRUE(folder.names().empty());
     EXPECT_FALSE(database.is_open());
 }

@@ -186,7 +186,48 @@ TEST_F(Query, TextsCompareByTheOrderOfTheCourse)
     EXPECT_EQ(database.query("Select distinct q from qa").size(), 2U);
 }
 
+TEST_F(Query, KeepsTextsWithAnyBytes)
+{
+    const std::string odd("a\0b\xF0\x9F\x98\x80\"'%_", 12);
+    add(odd);
+    EXPECT_EQ(database.query("Select q from qa where q = ?1", {odd})[0].field(0), Value(odd));
+}
+
 using Execute = CourseTest;
+
+TEST_F(Execute, NumbersNeverComeBack)
+{
+    add("one");
+    add("two");
+    EXPECT_EQ(database.execute("Delete from qa where cnt = 2"), 1);
+    reopen();
+    EXPECT_EQ(add("three"), 3);
+}
+
+TEST_F(Execute, KeepsTheSameTextTwice)
+{
+    EXPECT_EQ(add("same"), 1);
+    EXPECT_EQ(add("same"), 2);
+}
+
+TEST_F(Execute, RefusesWhatBreaksARuleOfTheTable)
+{
+    std::string longest;
+    for (int i = 0; i < 200; ++i)
+        longest += "\xC3\xA9";
+    add("fits", longest);
+    EXPECT_EQ(error_words(DatabaseErrorKind::constraint, [&] { add(longest + "x"); }),
+              "The text in column q is too long; 200 characters fit.");
+    EXPECT_EQ(error_words(DatabaseErrorKind::constraint,
+                          [&] { database.execute("Update qa set q_fails = ?1", {std::int64_t{32768}}); }),
+              "The number in column q_fails does not fit.");
+    database.execute("Insert into params (param) values ('one')");
+    EXPECT_EQ(error_words(DatabaseErrorKind::constraint,
+                          [&] { database.execute("Insert into params (param) values ('ONE')"); }),
+              "There is already a row with this value in column param.");
+    EXPECT_EQ(database.query("Select q_fails from qa")[0].field(0), Value());
+    EXPECT_EQ(count(database, "Select count(0) from params"), 1);
+}
 
 TEST_F(Execute, SaysHowManyRowsItHasChanged)
 {

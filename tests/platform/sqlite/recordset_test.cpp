@@ -144,5 +144,21 @@ TEST_F(Rows, AComparisonThatFailsIsAnError)
     EXPECT_EQ(count(database, "Select count(0) from qa where q = 'one'"), 1);
 }
 
+TEST_F(Rows, AComparisonForWhichThereIsNoMemoryIsToldAsThat)
+{
+    add("one");
+    add("two");
+    compare.out_of_memory = true;
+    for (const char* sql : {"select q from qa where q = 'x'", "select q from qa where q like '*x*'"})
+        EXPECT_EQ(error_words(DatabaseErrorKind::other, [&] { static_cast<void>(database.open_recordset(sql)); }),
+                  "There is not enough memory.");
+    {
+        const Transaction transaction(database);
+        EXPECT_EQ(error_words(DatabaseErrorKind::other, [&] { add("three"); }), "There is not enough memory.");
+    }
+    compare.out_of_memory = false;
+    EXPECT_EQ(count(database), 2);
+}
+
 } // namespace
 } // namespace cuedrill::platform::sqlite::test

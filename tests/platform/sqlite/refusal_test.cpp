@@ -232,6 +232,14 @@ TEST_F(Refusal, AnotherPrimaryKey)
     EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table qa has another key).");
 }
 
+// A look-up by such a key would take two spellings of a parameter for two parameters.
+TEST_F(Refusal, AKeyThatTellsUpperAndLowerCaseApart)
+{
+    rewrite("DROP TABLE params; CREATE TABLE params (param TEXT COLLATE CUEDRILL, date_value REAL, "
+            "string_value TEXT COLLATE CUEDRILL, number_value REAL, PRIMARY KEY (param COLLATE BINARY)) STRICT");
+    EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table params has another key).");
+}
+
 // Made with the rules for "like" of another program.
 TEST_F(Refusal, AnIndexThatGoesByAPattern)
 {

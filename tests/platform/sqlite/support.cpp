@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <fstream>
+#include <new>
 #include <sqlite3.h>
 #include <sstream>
 #include <stdexcept>
@@ -63,6 +64,8 @@ std::string FoldingCompare::fold(std::string_view text) const
 {
     if (fail)
         throw std::runtime_error("no folding");
+    if (out_of_memory)
+        throw std::bad_alloc();
     ++foldings;
     return ignore_case ? lower(text) : std::string(text);
 }
@@ -139,36 +142,41 @@ std::string RawConnection::lines(const std::string& sql, int column)
     return text;
 }
 
-TableDefinition params_table()
+TableSchema params_table()
 {
-    return {"params",
-            {{"param", ColumnType::text, 20},
-             {"date_value", ColumnType::date},
-             {"string_value", ColumnType::text, 200},
-             {"number_value", ColumnType::number}},
-            {{"PrimaryKey", "param", true, true}}};
+    return {.name = "params",
+            .table = R"(CREATE TABLE "params" ("param" TEXT COLLATE CUEDRILL CHECK (length("param") <= 20), )"
+                     R"("date_value" REAL, )"
+                     R"("string_value" TEXT COLLATE CUEDRILL CHECK (length("string_value") <= 200), )"
+                     R"("number_value" REAL, CONSTRAINT "params_PrimaryKey" PRIMARY KEY ("param")) STRICT)",
+            .indexes = {}};
 }
 
-TableDefinition qa_table()
+TableSchema qa_table()
 {
-    TableDefinition table{
-        "qa",
-        {{"cnt", ColumnType::long_integer, 0, true}, {"q", ColumnType::text, 200}, {"a", ColumnType::text, 200}},
-        {{"PrimaryKey", "cnt", true, true}, {"q", "q"}, {"a", "a"}}};
-    for (const char* name : {"attempts", "fails", "successes"}) {
-        table.columns.push_back({std::string("q_") + name, ColumnType::integer, 2});
-        table.columns.push_back({std::string("a_") + name, ColumnType::integer, 2});
-    }
-    for (const char* name : {"date_last_test", "date_last_show"}) {
-        table.columns.push_back({std::string("q_") + name, ColumnType::date});
-        table.columns.push_back({std::string("a_") + name, ColumnType::date});
-    }
-    return table;
+    std::string table = R"(CREATE TABLE "qa" ("cnt" INTEGER PRIMARY KEY AUTOINCREMENT)";
+    for (const std::string text : {"q", "a"})
+        table += R"(, ")" + text + R"(" TEXT COLLATE CUEDRILL CHECK (length(")" + text + R"(") <= 200))";
+    for (const std::string number : {"q_attempts", "a_attempts", "q_fails", "a_fails", "q_successes", "a_successes"})
+        table += R"(, ")" + number + R"(" INTEGER CHECK (")" + number + R"(" BETWEEN -32768 AND 32767))";
+    for (const std::string date : {"q_date_last_test", "a_date_last_test", "q_date_last_show", "a_date_last_show"})
+        table += R"(, ")" + date + R"(" REAL)";
+    return {.name = "qa",
+            .table = table + ") STRICT",
+            .indexes = {R"(CREATE INDEX "qa_q" ON "qa" ("q"))", R"(CREATE INDEX "qa_a" ON "qa" ("a"))"}};
 }
 
-std::vector<TableDefinition> tables()
+std::vector<TableSchema> tables()
 {
     return {params_table(), qa_table()};
+}
+
+void create_course(Database& database, const std::string& path)
+{
+    database.create(path);
+    for (const TableSchema& table : tables())
+        database.append_table(table);
+    database.finish_creation();
 }
 
 std::string bytes_of(const std::string& path)
@@ -198,6 +206,12 @@ std::string error_words(DatabaseErrorKind kind, const std::function<void()>& act
     return {};
 }
 
+std::int64_t add_row(Database& database, const std::string& q, const std::string& a)
+{
+    database.execute("Insert into qa (q, a) values (?1, ?2)", {q, a});
+    return count(database, "Select last_insert_rowid()");
+}
+
 std::int64_t count(Database& database, std::string_view sql)
 {
     return std::get<std::int64_t>(database.open_recordset(sql)->field(0));
@@ -205,39 +219,13 @@ std::int64_t count(Database& database, std::string_view sql)
 
 CourseTest::CourseTest()
 {
-    database.create(path);
-    for (const TableDefinition& table : tables())
-        database.append_table(table);
-    database.finish_creation();
+    create_course(database, path);
 }
 
 void CourseTest::reopen()
 {
     database.close();
     database.open(path, tables());
-}
-
-std::int64_t CourseTest::add(const std::string& q, const std::string& a)
-{
-    const auto cursor = database.open_table("qa");
-    cursor->add_new();
-    cursor->set("q", q);
-    cursor->set("a", a);
-    cursor->update();
-    return std::get<std::int64_t>(cursor->field("cnt"));
-}
-
-std::vector<std::int64_t> CourseTest::walk(std::string_view index, bool backward)
-{
-    const auto cursor = database.open_table("qa");
-    cursor->set_index(index);
-    std::vector<std::int64_t> numbers;
-    backward ? cursor->move_last() : cursor->move_first();
-    while (!cursor->eof() && !cursor->bof()) {
-        numbers.push_back(std::get<std::int64_t>(cursor->field("cnt")));
-        backward ? cursor->move_previous() : cursor->move_next();
-    }
-    return numbers;
 }
 
 } // namespace cuedrill::platform::sqlite::test

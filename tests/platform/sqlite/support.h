@@ -34,6 +34,7 @@ public:
     bool ignore_case = true;
     std::uint32_t version = 1;
     mutable bool fail = false;        ///< every comparison and every folding throws
+    bool out_of_memory = false;       ///< the same, for lack of memory
     mutable std::size_t foldings = 0; ///< texts that were folded, both of each comparison
 };
 
@@ -106,15 +107,21 @@ public:
     ~FailingOpen();
 };
 
-[[nodiscard]] TableDefinition params_table();
-[[nodiscard]] TableDefinition qa_table();
-[[nodiscard]] std::vector<TableDefinition> tables();
+[[nodiscard]] TableSchema params_table();
+[[nodiscard]] TableSchema qa_table();
+[[nodiscard]] std::vector<TableSchema> tables();
+
+/// Begins and ends the creation of a course of these tables, which is open then.
+void create_course(Database& database, const std::string& path);
 
 [[nodiscard]] std::string bytes_of(const std::string& path);
 void write_bytes(const std::string& path, std::string_view bytes);
 
 /// Runs `action`, which must throw a DatabaseError of `kind`; its words are returned.
 std::string error_words(DatabaseErrorKind kind, const std::function<void()>& action);
+
+/// Adds a row; returns its number.
+std::int64_t add_row(Database& database, const std::string& q, const std::string& a = "answer");
 
 [[nodiscard]] std::int64_t count(Database& database, std::string_view sql = "Select count(0) from qa");
 
@@ -125,9 +132,7 @@ protected:
 
     void reopen();
     /// Adds a row; returns its number.
-    std::int64_t add(const std::string& q, const std::string& a = "answer");
-    /// The numbers of the rows of a whole walk by an index.
-    [[nodiscard]] std::vector<std::int64_t> walk(std::string_view index, bool backward = false);
+    std::int64_t add(const std::string& q, const std::string& a = "answer") { return add_row(database, q, a); }
 
     TemporaryFolder folder;
     FoldingCompare compare;

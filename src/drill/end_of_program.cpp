@@ -1,0 +1,30 @@
+#include "drill/end_of_program.h"
+
+#include "common/errors.h"
+#include "store/course_transaction.h"
+
+#include <exception>
+#include <string>
+
+namespace cuedrill::drill {
+
+void EndOfProgram::end_program()
+{
+    std::string failure; // as it is traced
+    if (m_course.is_in_use()) {
+        try {
+            m_params.save_work_time(m_clock.now());
+        } catch (const store::OutcomeUnknown& error) {
+            failure = std::string("not known whether the work time is stored - ") + error.what();
+        } catch (const std::exception& error) {
+            // Nothing but the last minute of work time is lost, and the end of the program asks nothing.
+            failure = "work time not stored - " + common::words_of(error);
+        }
+    }
+    m_course.close();
+    if (!failure.empty())
+        m_trace.write_trace("end_program - " + failure);
+    throw common::ProgramEnded{};
+}
+
+} // namespace cuedrill::drill

@@ -1,0 +1,100 @@
+#include "drill/question_export.h"
+
+#include "common/errors.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace cuedrill::drill {
+namespace {
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+
+/// What the engine puts behind a course's name to name its own files.
+constexpr std::array<std::string_view, 3> engine_endings{"-journal", "-wal", "-shm"};
+
+} // namespace
+
+void QuestionExport::Export_QA()
+{
+    const std::string path = m_desktop
+                                 .save_file_dialog({.title = "Exporting questions and answers to text file",
+                                                    .initial_file = "QA export.txt",
+                                                    .default_extension = "txt",
+                                                    .filter = "Text file (*.txt)|*.txt|All files (*.*)|*.*"})
+                                 .path;
+    if (path.empty() || !may_export(path))
+        return;
+    const bool numbered = ask("Do you want to include questions numbers in the exported file?");
+    const auto exported = try_export(path, numbered);
+    if (!exported)
+        return;
+    if (ask(std::to_string(exported->count) +
+            " questions and answers exported. Do you want to open the exported file?"))
+        m_documents.open_document(path);
+    tell_changed(*exported);
+}
+
+void QuestionExport::tell_changed(const exchange::Exported& exported)
+{
+    if (exported.changed == 0)
+        return;
+    m_desktop.message_box(
+        {.text = "Records that an import of this file would change or leave out: " + std::to_string(exported.changed),
+         .icon = BoxIcon::exclamation,
+         .details = exported.lines});
+}
+
+bool QuestionExport::may_export(const std::string& path)
+{
+    if (m_files.is_same_file(path, m_course.db_path))
+        tell("The file " + path + " is the open course itself. Choose another name.");
+    else if (is_name_of_the_engine(path))
+        tell("The name " + path + " is kept for the open course. Choose another name.");
+    else if (m_files.exists(path) && !m_files.is_regular_file(path))
+        tell("The file " + path + " is not an ordinary file. Choose another name.");
+    else
+        return true;
+    return false;
+}
+
+/// The engine's files come and go while it works, so most of the time only the name can tell. The course in it may be
+/// reached by another folder or link than its own.
+bool QuestionExport::is_name_of_the_engine(const std::string& path) const
+{
+    return std::any_of(engine_endings.begin(), engine_endings.end(), [&](std::string_view ending) {
+        return m_files.is_same_file(path, m_course.db_path + std::string(ending)) ||
+               (path.ends_with(ending) &&
+                m_files.is_same_file(path.substr(0, path.size() - ending.size()), m_course.db_path));
+    });
+}
+
+/// Nothing when it has failed, which was told then.
+std::optional<exchange::Exported> QuestionExport::try_export(const std::string& path, bool numbered)
+{
+    std::string failure;
+    try {
+        const platform::BusyPointer busy(m_desktop);
+        return m_exporter.export_file(path, numbered);
+    } catch (const common::Error& error) {
+        failure = error.what();
+    }
+    m_desktop.message_box({.text = "The export has stopped.\r\n\r\n" + failure, .icon = BoxIcon::exclamation});
+    return std::nullopt;
+}
+
+bool QuestionExport::ask(const std::string& question)
+{
+    return m_desktop.message_box({.text = question, .buttons = BoxButtons::yes_no, .icon = BoxIcon::question}) ==
+           BoxAnswer::yes;
+}
+
+void QuestionExport::tell(const std::string& text)
+{
+    m_desktop.message_box({.text = text});
+}
+
+} // namespace cuedrill::drill

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "exchange/exporter.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "store/course.h"
+#include "support/documents.h"
+
+#include <optional>
+#include <string>
+
+namespace cuedrill::drill {
+
+/// The command that writes the records of the open course to a question text file.
+class QuestionExport {
+public:
+    QuestionExport(const store::Course& course, exchange::Exporter& exporter, support::Documents& documents,
+                   const platform::Files& files, platform::Desktop& desktop)
+        : m_course(course), m_exporter(exporter), m_documents(documents), m_files(files), m_desktop(desktop)
+    {
+    }
+
+    /// The command: asks for the file and for numbers, writes the file, offers to open it, and names the records that
+    /// would come back changed. Every failure to write is told in a box.
+    void Export_QA();
+
+private:
+    [[nodiscard]] bool may_export(const std::string& path);
+    [[nodiscard]] bool is_name_of_the_engine(const std::string& path) const;
+    [[nodiscard]] std::optional<exchange::Exported> try_export(const std::string& path, bool numbered);
+    [[nodiscard]] bool ask(const std::string& question);
+    void tell_changed(const exchange::Exported& exported);
+    void tell(const std::string& text);
+
+    const store::Course& m_course;
+    exchange::Exporter& m_exporter;
+    support::Documents& m_documents;
+    const platform::Files& m_files;
+    platform::Desktop& m_desktop;
+};
+
+} // namespace cuedrill::drill

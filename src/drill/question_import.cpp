@@ -1,0 +1,164 @@
+#include "drill/question_import.h"
+
+#include "common/errors.h"
+#include "exchange/import_words.h"
+
+#include <new>
+
+namespace cuedrill::drill {
+namespace {
+
+using exchange::Importer;
+using exchange::Progress;
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+
+constexpr const char* explanation =
+    "This function will import questions and answers form a text file and put them in the current course.\r\n"
+    "In the text file each question must be preceded by '@Q@', and the related answer by '@A@'\r\n"
+    "Questions and answers may be on different lines and consist of more than one line each.\r\n"
+    "Spaces, newline and TAB characters at beginning or end of questions and answers are trimmed.\r\n"
+    "Lines beginning with /*/ are ignored.\r\n"
+    "Example 1: @Q@ What is the capital of Alabama?  @A@ Montgomery\r\n"
+    "Example 2:\r\n"
+    "@Q@\r\n"
+    "What is the capital of Alabama?\r\n"
+    "@A@\r\n"
+    "Montgomery\r\n"
+    "Do you wish to continue?";
+
+constexpr const char* text_files = "Text file (*.txt)|*.txt|All files (*.*)|*.*";
+
+std::string words_of(const Progress& progress)
+{
+    return "Importing: " + std::to_string(progress.stored) + " questions and answers stored";
+}
+
+} // namespace
+
+void QuestionImport::Import_questions_and_answers()
+{
+    platform::Desktop& desktop = m_services.desktop;
+    if (desktop.message_box({.text = explanation,
+                             .buttons = BoxButtons::yes_no,
+                             .icon = BoxIcon::question,
+                             .default_button = BoxAnswer::no,
+                             .title = "Importing questions and answers from text file"}) != BoxAnswer::yes)
+        return;
+    if (m_flags.editing()) {
+        tell("This function cannot be used while in insert or modify mode. Press ESC to cancel insert or edit.");
+        return;
+    }
+    if (!m_course.is_open()) {
+        tell("You should create a course first");
+        return;
+    }
+    const std::string path = desktop.open_file_dialog({.filter = text_files}).path;
+    if (path.empty() || !may_import(path))
+        return;
+    if (desktop.message_box({.text = "Questions from file \"" + path + "\"will be added to current course (" +
+                                     m_course.params.course_title + ").\r\nDo you wish to continue?",
+                             .buttons = BoxButtons::yes_no,
+                             .icon = BoxIcon::question}) != BoxAnswer::yes)
+        return;
+    import_file(path);
+}
+
+bool QuestionImport::may_import(const std::string& path)
+{
+    const platform::Files& files = m_services.files;
+    if (!files.exists(path))
+        tell("File not found");
+    else if (files.is_same_file(path, m_course.db_path))
+        tell("The file " + path + " is the open course itself. Choose a text file.");
+    else if (!files.is_regular_file(path))
+        tell("The file " + path + " is not an ordinary file. Choose a text file.");
+    else
+        return true;
+    return false;
+}
+
+void QuestionImport::import_file(const std::string& path)
+{
+    Importer importer(m_course, m_bank, m_services.files, m_services.clock, m_services.text_compare, path);
+    m_shown = 0;
+    try {
+        run(importer);
+        show_all();
+        m_services.desktop.message_box(
+            {.text = exchange::end_words(importer.progress()), .details = exchange::end_details(importer.progress())});
+        tell_report(importer.report());
+    } catch (const common::Error& error) {
+        stop(importer, error.what());
+    } catch (const std::bad_alloc& error) {
+        stop(importer, common::words_of(error));
+    }
+}
+
+/// Takes the steps, and lets the window paint between them.
+void QuestionImport::run(Importer& importer)
+{
+    for (;;) {
+        const Progress progress = importer.step(Importer::usual_step);
+        show(progress);
+        if (progress.empty)
+            tell(exchange::empty_words(*progress.empty));
+        if (progress.finished)
+            return;
+        if (progress.percent)
+            m_status.ShowStatus(words_of(progress) + ", " + std::to_string(*progress.percent) + " % of the file read",
+                                0);
+        m_services.desktop.pump();
+    }
+}
+
+/// Shows the last record, where there is a new one. The display never tells of a record that a crash could still take
+/// back.
+void QuestionImport::show(const Progress& progress)
+{
+    if (progress.stored == m_shown)
+        return;
+    m_shown = progress.stored;
+    m_course.current_cnt = progress.last_cnt;
+    m_flags.clear();
+    m_status.ShowStatus(words_of(progress), 0);
+    m_main_window.show_stored_record();
+}
+
+/// An error has ended the import.
+void QuestionImport::stop(const Importer& importer, const std::string& reason)
+{
+    try {
+        show(importer.progress());
+    } catch (const common::Error&) {
+        // The box below tells of the error that came first.
+    } catch (const std::bad_alloc&) {
+        // The same.
+    }
+    show_all();
+    m_services.desktop.message_box(
+        {.text = exchange::stop_words(reason, importer.progress()), .icon = BoxIcon::exclamation});
+    tell_report(importer.report());
+}
+
+/// There are no more records: clears the status line, and brings the list up to date that they may belong to.
+void QuestionImport::show_all()
+{
+    m_status.ShowStatus("", 0);
+    m_main_window.show_all_stored();
+}
+
+void QuestionImport::tell_report(const exchange::ImportReport& report)
+{
+    const std::string summary = report.summary();
+    if (!summary.empty())
+        m_services.desktop.message_box({.text = summary, .icon = BoxIcon::exclamation, .details = report.lines()});
+}
+
+void QuestionImport::tell(const std::string& text)
+{
+    m_services.desktop.message_box({.text = text});
+}
+
+} // namespace cuedrill::drill

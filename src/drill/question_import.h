@@ -1,0 +1,62 @@
+#pragma once
+
+#include "bank/record_bank.h"
+#include "drill/edit_flags.h"
+#include "drill/main_window.h"
+#include "drill/status_line.h"
+#include "exchange/importer.h"
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/text_compare.h"
+#include "store/course.h"
+
+#include <cstdint>
+#include <string>
+
+namespace cuedrill::drill {
+
+/// The command that adds the records of a question text file to the open course.
+class QuestionImport {
+public:
+    struct Services {
+        platform::Files& files;
+        platform::Clock& clock;
+        platform::Desktop& desktop;
+        const platform::TextCompare& text_compare;
+    };
+
+    QuestionImport(store::Course& course, bank::RecordBank& bank, EditFlags& flags, MainWindow& main_window,
+                   StatusLine& status, const Services& services)
+        : m_course(course), m_bank(bank), m_flags(flags), m_main_window(main_window), m_status(status),
+          m_services(services)
+    {
+    }
+
+    /// The command: explains, asks for the file, asks again, and imports it. Every failure is told in a box; what was
+    /// stored until then stays.
+    void Import_questions_and_answers();
+
+    /// Imports the file at `path`, shows each step, and tells the result.
+    void import_file(const std::string& path);
+
+private:
+    [[nodiscard]] bool may_import(const std::string& path);
+    void run(exchange::Importer& importer);
+    void show(const exchange::Progress& progress);
+    void stop(const exchange::Importer& importer, const std::string& reason);
+    void show_all();
+    void tell_report(const exchange::ImportReport& report);
+    void tell(const std::string& text);
+
+    store::Course& m_course;
+    bank::RecordBank& m_bank;
+    EditFlags& m_flags;
+    MainWindow& m_main_window;
+    StatusLine& m_status;
+    Services m_services;
+
+    std::int64_t m_shown = 0; ///< how many stored records of the present import the window has told of
+};
+
+} // namespace cuedrill::drill

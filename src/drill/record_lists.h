@@ -1,0 +1,82 @@
+#pragma once
+
+#include "bank/record_search.h"
+#include "drill/drill_state.h"
+#include "drill/end_of_program.h"
+#include "drill/last_list.h"
+#include "drill/question_view.h"
+#include "drill/record_editor.h"
+#include "drill/status_line.h"
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "platform/text_compare.h"
+#include "store/course.h"
+
+#include <optional>
+#include <string>
+
+namespace cuedrill::drill {
+
+/// The commands that list records, and the click that leads from a line to its record.
+class RecordLists {
+public:
+    RecordLists(store::Course& course, const DrillState& state, LastList& list, QuestionView& question_view,
+                StatusLine& status, RecordEditor& editor, EndOfProgram& end_of_program, platform::Desktop& desktop,
+                const platform::TextCompare& text_compare, platform::Clock& clock)
+        : m_course(course), m_state(state), m_list(list), m_question_view(question_view), m_status(status),
+          m_editor(editor), m_end_of_program(end_of_program), m_desktop(desktop), m_text_compare(text_compare),
+          m_clock(clock)
+    {
+    }
+
+    /// Commands: all questions, each list in the order that its name tells. An empty course ends the program.
+    /// @throws what LastList::build_question_list throws.
+    void m_show_all();
+    void m_view_all_q() { m_show_all(); }
+    void m_show_all_alphabetically();
+    void m_all_q_and_a();
+    void m_show_sort_by_score();
+    void m_show_sort_last_show();
+    void m_history();
+    void m_view_history() { m_history(); }
+
+    /// Commands: ask for a text and list the questions, or the answers, that hold it. What goes wrong is told in a box;
+    /// the list shown before stays then.
+    void m_find_q() { find_text(true); }
+    void m_find_a() { find_text(false); }
+
+    /// Command: lists, for each word of the question on display, the other questions that have it. What goes wrong, or
+    /// takes too long, is told in a box; what was found until then is listed.
+    void list_similar();
+
+    /// Puts the record of a line on display: the first one with its text. Offers to save what is being typed first.
+    /// Where no record is found, tells which search leads to it.
+    /// @throws common::OverflowError when the record's number does not fit 16 bits
+    /// @throws platform::DatabaseError
+    void listav_click(const std::string& line);
+
+private:
+    void list_all(const std::string& clause, bool with_answers);
+    void find_text(bool in_questions);
+    [[nodiscard]] std::optional<bank::FoundRecords> search(bool in_questions, const std::string& text);
+    [[nodiscard]] bank::SimilarQuestions find_similar(const std::string& question);
+    void tell_missing(const bank::SimilarQuestions& similar);
+    void tell_similar_count(std::size_t count, bool complete);
+    void tell(const std::string& text);
+    void warn(const std::string& what_failed, const std::string& reason, const std::string& advice);
+
+    store::Course& m_course;
+    const DrillState& m_state;
+    LastList& m_list;
+    QuestionView& m_question_view;
+    StatusLine& m_status;
+    RecordEditor& m_editor;
+    EndOfProgram& m_end_of_program;
+    platform::Desktop& m_desktop;
+    const platform::TextCompare& m_text_compare;
+    platform::Clock& m_clock;
+
+    std::string m_last_search_string;
+};
+
+} // namespace cuedrill::drill

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/text_compare.h"
+#include "store/course.h"
+
+#include <cstdint>
+#include <string>
+
+namespace cuedrill::exchange {
+
+/// What was written.
+struct Exported {
+    std::int64_t count = 0;   ///< of the records
+    std::int64_t changed = 0; ///< of those that an import of the file would not give back as they are
+    std::string lines{};      ///< about these
+};
+
+/// Writes the records of the open course to a question text file.
+class Exporter {
+public:
+    Exporter(store::Course& course, platform::Files& files, platform::Clock& clock,
+             const platform::TextCompare& text_compare)
+        : m_course(course), m_files(files), m_clock(clock), m_text_compare(text_compare)
+    {
+    }
+
+    /// Writes the file at `path`, in place of one that is there.
+    /// @param numbered whether each record gets its number, counted from 1.
+    /// @throws common::Error that also says where an unfinished file is kept; the file at `path` is as it was then.
+    Exported export_file(const std::string& path, bool numbered);
+
+private:
+    store::Course& m_course;
+    platform::Files& m_files;
+    platform::Clock& m_clock;
+    const platform::TextCompare& m_text_compare;
+};
+
+} // namespace cuedrill::exchange

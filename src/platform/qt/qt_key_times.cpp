@@ -1,0 +1,40 @@
+#include "platform/qt/qt_key_times.h"
+
+#include <QKeyEvent>
+#include <algorithm>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+/// How long a copy is waited for, in milliseconds. Assistive technology keeps some keys for itself.
+constexpr qint64 longest_wait = 1000;
+
+} // namespace
+
+QtKeyTimes::Key QtKeyTimes::key_of(const QKeyEvent& event)
+{
+    return {event.type(), event.nativeScanCode(), event.key()};
+}
+
+bool QtKeyTimes::lacks_time(QKeyEvent& event, qint64 now)
+{
+    while (!m_originals.empty() && now - m_originals.front().seen > longest_wait)
+        m_originals.pop_front();
+    if (event.timestamp() != 0) {
+        // Copies do not come from the system; one that has its time was seen by the filter of another window.
+        if (event.spontaneous())
+            m_originals.push_back({key_of(event), event.timestamp(), now});
+        return false;
+    }
+    const auto found = std::find_if(m_originals.begin(), m_originals.end(),
+                                    [&](const Original& original) { return original.key == key_of(event); });
+    if (found == m_originals.end())
+        return true;
+    event.setTimestamp(found->at);
+    // Copies come in the order of their originals; those before it have none.
+    m_originals.erase(m_originals.begin(), found + 1);
+    return false;
+}
+
+} // namespace cuedrill::platform::qt

@@ -1,0 +1,66 @@
+#include "drill/commands.h"
+
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+
+namespace cuedrill::drill {
+namespace {
+
+constexpr std::size_t commands = static_cast<std::size_t>(Command::save) + 1;
+
+TEST(CommandTable, has_each_command_once)
+{
+    std::set<Command> seen;
+    for (const CommandRow& row : command_table())
+        EXPECT_TRUE(seen.insert(row.command).second) << static_cast<int>(row.command);
+    EXPECT_EQ(seen.size(), commands);
+}
+
+TEST(CommandTable, gives_each_command_an_entry_or_a_button)
+{
+    for (const CommandRow& row : command_table())
+        EXPECT_TRUE(row.entry || row.button) << static_cast<int>(row.command);
+}
+
+TEST(CommandTable, names_each_entry_once)
+{
+    std::set<std::string> names;
+    for (const CommandRow& row : command_table()) {
+        if (row.entry) {
+            EXPECT_TRUE(names.insert(row.entry->name).second) << row.entry->name;
+        }
+    }
+}
+
+TEST(CommandTable, numbers_the_buttons_without_a_gap)
+{
+    std::set<int> numbers;
+    for (const CommandRow& row : command_table()) {
+        if (row.button) {
+            EXPECT_TRUE(numbers.insert(row.button->number).second) << row.button->number;
+        }
+    }
+    ASSERT_FALSE(numbers.empty());
+    EXPECT_EQ(*numbers.begin(), 1);
+    EXPECT_EQ(*numbers.rbegin(), static_cast<int>(numbers.size()));
+}
+
+TEST(CommandTable, gives_no_key_twice)
+{
+    std::set<char> keys;
+    for (const CommandRow& row : command_table()) {
+        if (row.button && row.button->key != no_key) {
+            EXPECT_TRUE(keys.insert(row.button->key).second) << row.button->key;
+        }
+    }
+}
+
+TEST(CommandTable, finds_the_row_of_each_command)
+{
+    for (const CommandRow& row : command_table())
+        EXPECT_EQ(&row_of(row.command), &row);
+}
+
+} // namespace
+} // namespace cuedrill::drill

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "drill/drill_fixture.h"
+
+#include <string>
+#include <vector>
+
+namespace cuedrill::drill {
+
+inline const std::string opener_title = "Specify name of Cuedrill file to open or create";
+
+/// The opening of courses, with the trace switched on and every box under the test's control. The courses are not in
+/// the program's folder.
+class OpenerFixture : public DrillFixture {
+protected:
+    OpenerFixture();
+
+    /// A course with one question, passed in neither direction.
+    static fakes::CourseBuilder unpassed_course();
+
+    void remember(const std::string& course_path);
+    [[nodiscard]] std::string remembered() const;
+
+    void expect_dialog_answer(const std::string& chosen);
+    /// The box that comes up with the window of a course without questions.
+    void expect_notice_of_empty_course(int target_level = 5);
+
+    /// The messages of the trace so far.
+    [[nodiscard]] std::vector<std::string> traced() const;
+
+    /// What the file of the course holds now, as another program sees it.
+    [[nodiscard]] fakes::CourseContents file() const;
+
+    [[nodiscard]] std::ptrdiff_t times_shown() const;
+    [[nodiscard]] std::ptrdiff_t times_put_away() const;
+
+    void expect_open(const std::string& course_path) const;
+    void expect_nothing_open() const;
+
+    static platform::MessageBox cannot_open(const std::string& course_path, const std::string& reason);
+
+    fakes::TempFolder courses;
+    store::Course& course;
+    store::CourseParamsStore& params;
+    CourseOpener& opener;
+
+private:
+    const LogicParts& make_traced_program();
+};
+
+} // namespace cuedrill::drill

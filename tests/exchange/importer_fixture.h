@@ -1,0 +1,88 @@
+#pragma once
+
+#include "exchange/importer.h"
+#include "exchange/texts.h"
+#include "fakes/fake_clock.h"
+#include "fakes/recording_database.h"
+#include "fakes/temp_folder.h"
+#include "platform/system/system_files.h"
+
+#include <cstdint>
+#include <functional>
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace cuedrill::exchange {
+
+/// A clock that moves on by a fixed step whenever it is read.
+class SteppingClock : public fakes::FakeClock {
+public:
+    double step = 0; ///< seconds
+
+    [[nodiscard]] double steady_seconds() const override;
+
+private:
+    mutable double m_seconds = 20000;
+};
+
+/// A database whose disk is full from some commit on, for good.
+class FillingDisk : public fakes::RecordingDatabase {
+public:
+    using RecordingDatabase::RecordingDatabase;
+
+    /// How many more transactions, not parts of one, can be committed; nothing for no limit.
+    std::optional<int> commits_left;
+
+    void commit() override;
+};
+
+/// An import that has come to its end, or was stopped by an error.
+struct Outcome {
+    Progress progress{};
+    std::vector<std::pair<std::int64_t, EmptyRecord::Lacks>> empty{}; ///< records left out, by their numbers
+    std::vector<std::size_t> stored_at{}; ///< how many records were in the file after each step but the last
+    std::string summary{};                ///< of the report, as its lines
+    std::string lines{};
+    std::string failure{}; ///< the words of the error; empty for none
+};
+
+/// Imports into a real course that is empty at first. Between the steps no transaction may be open, and what is counted
+/// as stored must be in the file.
+class ImportFixture : public testing::Test {
+protected:
+    void SetUp() override;
+
+    /// Imports a file of these bytes.
+    Outcome import(std::string_view bytes) { return import_file(folder.write("questions.txt", bytes)); }
+    Outcome import_file(const std::string& file);
+
+    [[nodiscard]] Importer importer_of(const std::string& file)
+    {
+        return {course, bank, files, clock, engine.text_compare, file};
+    }
+
+    void expect_nothing_open() const;
+
+    /// The questions and answers of the file, as another program would read them now.
+    [[nodiscard]] Texts stored() const { return texts_of(fakes::read_course(path)); }
+
+    /// A text of `count` records "q1"/"a1", "q2"/"a2" and so on.
+    static std::string records(int count);
+
+    std::function<void()> after_step; ///< runs after each step but the last
+
+    fakes::TempFolder folder;
+    SteppingClock clock;
+    fakes::RealEngine engine;
+    FillingDisk database{engine.database};
+    platform::system::SystemFiles files;
+    store::Course course{database};
+    bank::RecordBank bank{course};
+    std::string path; ///< of the course
+};
+
+} // namespace cuedrill::exchange
