@@ -19,17 +19,17 @@ int compare_texts(void* context, int length_a, const void* a, int length_b, cons
 
 BareSqlite::BareSqlite(const std::string& path, const platform::TextCompare& text_compare)
 {
-    check(sqlite3_open_v2(path.c_str(), &m_db, SQLITE_OPEN_READWRITE, nullptr));
+    check(sqlite3_open_v2(path.c_str(), &db_, SQLITE_OPEN_READWRITE, nullptr));
     // The interface is C: what it hands back to the function is never written to.
     void* const context = const_cast<platform::TextCompare*>(&text_compare);
-    check(sqlite3_create_collation(m_db, "CUEDRILL", SQLITE_UTF8, context, compare_texts));
+    check(sqlite3_create_collation(db_, "CUEDRILL", SQLITE_UTF8, context, compare_texts));
     run("pragma journal_mode=DELETE");
     run("pragma synchronous=EXTRA");
 }
 
 BareSqlite::~BareSqlite()
 {
-    sqlite3_close(m_db);
+    sqlite3_close(db_);
 }
 
 sqlite3_int64 BareSqlite::run(const std::string& sql)
@@ -56,14 +56,14 @@ sqlite3_int64 BareSqlite::step(const std::string& sql, bool all_rows)
 sqlite3_stmt* BareSqlite::prepare(const std::string& sql)
 {
     sqlite3_stmt* statement = nullptr;
-    check(sqlite3_prepare_v2(m_db, sql.c_str(), static_cast<int>(sql.size()), &statement, nullptr));
+    check(sqlite3_prepare_v2(db_, sql.c_str(), static_cast<int>(sql.size()), &statement, nullptr));
     return statement;
 }
 
 void BareSqlite::check(int code)
 {
     if (code != SQLITE_OK && code != SQLITE_DONE && code != SQLITE_ROW)
-        throw common::Error(sqlite3_errmsg(m_db));
+        throw common::Error(sqlite3_errmsg(db_));
 }
 
 } // namespace cuedrill::bench

@@ -28,7 +28,7 @@ public:
 private:
     sqlite3_int64 step(const std::string& sql, bool all_rows);
 
-    sqlite3* m_db = nullptr;
+    sqlite3* db_ = nullptr;
 };
 
 } // namespace cuedrill::bench

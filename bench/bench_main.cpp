@@ -22,7 +22,7 @@ public:
         for (const Run& run : runs) {
             if (run.error_occurred || run.run_type != Run::RT_Iteration)
                 continue;
-            double& time = m_times.try_emplace(run.run_name.function_name, run.GetAdjustedRealTime()).first->second;
+            double& time = times_.try_emplace(run.run_name.function_name, run.GetAdjustedRealTime()).first->second;
             time = std::min(time, run.GetAdjustedRealTime());
         }
     }
@@ -30,19 +30,19 @@ public:
     void print_ratios() const
     {
         std::printf("\n%-40s %12s %12s %8s\n", "", "program/ms", "floor/ms", "ratio");
-        for (const auto& [name, time] : m_times) {
+        for (const auto& [name, time] : times_) {
             const std::string suffix = "/program";
             if (!name.ends_with(suffix))
                 continue;
             const std::string base = name.substr(0, name.size() - suffix.size());
-            const auto floor = m_times.find(cuedrill::bench::floor_name(base));
-            if (floor != m_times.end())
+            const auto floor = times_.find(cuedrill::bench::floor_name(base));
+            if (floor != times_.end())
                 std::printf("%-40s %12.3f %12.3f %8.2f\n", base.c_str(), time, floor->second, time / floor->second);
         }
     }
 
 private:
-    std::map<std::string, double> m_times; ///< milliseconds
+    std::map<std::string, double> times_; ///< milliseconds
 };
 
 } // namespace

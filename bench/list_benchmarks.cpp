@@ -47,18 +47,18 @@ class ListWindow final : private QObject {
 public:
     ListWindow()
     {
-        if (m_view == nullptr)
+        if (view_ == nullptr)
             throw common::Error("The main window has no list.");
-        m_view->viewport()->installEventFilter(this);
-        m_form1.controls().window.show();
+        view_->viewport()->installEventFilter(this);
+        form1_.controls().window.show();
         show({});
         wait_until_painted();
     }
 
     void show(std::vector<std::string> lines)
     {
-        m_painted = false;
-        platform::Form1& form1 = m_form1.controls();
+        painted_ = false;
+        platform::Form1& form1 = form1_.controls();
         form1.listav.set_lines(std::move(lines));
         form1.frame_stats.set_visible(false);
         form1.t_hint.set_visible(false);
@@ -70,7 +70,7 @@ public:
     /// Statistics stand in the place of the list again.
     void put_away()
     {
-        platform::Form1& form1 = m_form1.controls();
+        platform::Form1& form1 = form1_.controls();
         form1.listav.set_visible(false);
         form1.panel_lista.set_visible(false);
         form1.frame_stats.set_visible(true);
@@ -80,8 +80,8 @@ public:
     /// Requires that there is something to be scrolled to.
     void scroll_to(bool end)
     {
-        m_painted = false;
-        QScrollBar& bar = *m_view->verticalScrollBar();
+        painted_ = false;
+        QScrollBar& bar = *view_->verticalScrollBar();
         bar.setValue(end ? bar.maximum() : 0);
     }
 
@@ -89,7 +89,7 @@ public:
     void wait_until_painted() const
     {
         const QDeadlineTimer deadline(std::chrono::seconds(10));
-        while (!m_painted) {
+        while (!painted_) {
             if (deadline.hasExpired())
                 throw common::Error("The list was not painted.");
             QCoreApplication::processEvents();
@@ -97,19 +97,19 @@ public:
         QCoreApplication::processEvents();
     }
 
-    [[nodiscard]] std::size_t line_count() const { return static_cast<std::size_t>(m_view->model()->rowCount()); }
+    [[nodiscard]] std::size_t line_count() const { return static_cast<std::size_t>(view_->model()->rowCount()); }
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        m_painted = m_painted || event->type() == QEvent::Paint;
+        painted_ = painted_ || event->type() == QEvent::Paint;
         return QObject::eventFilter(watched, event);
     }
 
 private:
-    platform::qt::QtGuard m_guard;
-    platform::qt::QtForm1 m_form1{m_guard};
-    QAbstractItemView* m_view = m_form1.widget().findChild<QAbstractItemView*>(QStringLiteral("listav"));
-    bool m_painted = false;
+    platform::qt::QtGuard guard_;
+    platform::qt::QtForm1 form1_{guard_};
+    QAbstractItemView* view_ = form1_.widget().findChild<QAbstractItemView*>(QStringLiteral("listav"));
+    bool painted_ = false;
 };
 
 void list(benchmark::State& state)

@@ -32,13 +32,13 @@ WorkFolder::WorkFolder()
     std::string name = (std::filesystem::temp_directory_path() / "cuedrill-bench-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr)
         throw common::Error("No folder for the benchmark files can be made.");
-    m_path = name;
+    path_ = name;
 }
 
 WorkFolder::~WorkFolder()
 {
     std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
+    std::filesystem::remove_all(path_, ignored);
 }
 
 std::string question_of(int number)

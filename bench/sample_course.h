@@ -17,10 +17,10 @@ public:
     WorkFolder& operator=(const WorkFolder&) = delete;
     ~WorkFolder();
 
-    [[nodiscard]] std::string file(const std::string& name) const { return (m_path / name).string(); }
+    [[nodiscard]] std::string file(const std::string& name) const { return (path_ / name).string(); }
 
 private:
-    std::filesystem::path m_path;
+    std::filesystem::path path_;
 };
 
 /// The question and answer of record `number`, about as long and as varied as those of a language course.

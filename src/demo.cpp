@@ -29,29 +29,29 @@ public:
     explicit Scratch(const std::filesystem::path& course)
     {
         namespace fs = std::filesystem;
-        const fs::path folder = m_folder.path().toStdString();
+        const fs::path folder = folder_.path().toStdString();
         std::error_code error;
-        m_course = folder / course.filename();
-        if (!m_folder.isValid() || !fs::copy_file(course, m_course, error))
+        course_ = folder / course.filename();
+        if (!folder_.isValid() || !fs::copy_file(course, course_, error))
             throw cuedrill::common::Error("A copy of " + course.string() + " cannot be made: " + error.message());
-        fs::permissions(m_course, fs::perms::owner_write, fs::perm_options::add);
-        qputenv("XDG_CONFIG_HOME", m_folder.filePath(QStringLiteral("config")).toLocal8Bit());
-        qputenv("XDG_DATA_HOME", m_folder.filePath(QStringLiteral("data")).toLocal8Bit());
+        fs::permissions(course_, fs::perms::owner_write, fs::perm_options::add);
+        qputenv("XDG_CONFIG_HOME", folder_.filePath(QStringLiteral("config")).toLocal8Bit());
+        qputenv("XDG_DATA_HOME", folder_.filePath(QStringLiteral("data")).toLocal8Bit());
     }
 
-    [[nodiscard]] std::string course() const { return m_course.string(); }
+    [[nodiscard]] std::string course() const { return course_.string(); }
 
 private:
-    QTemporaryDir m_folder;
-    std::filesystem::path m_course;
+    QTemporaryDir folder_;
+    std::filesystem::path course_;
 };
 
 class Demo {
 public:
-    Demo(cuedrill::program::Program& program, std::string picture) : m_program(program), m_picture(std::move(picture))
+    Demo(cuedrill::program::Program& program, std::string picture) : program_(program), picture_(std::move(picture))
     {
         // Boxes are answered as a user would who has read them.
-        m_box_watch.callOnTimeout([] {
+        box_watch_.callOnTimeout([] {
             if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 say("box", box->text().toStdString());
                 box->accept();
@@ -59,33 +59,33 @@ public:
                 dialog->reject();
             }
         });
-        m_box_watch.start(0);
+        box_watch_.start(0);
     }
 
     void run()
     {
         press("bot_yes");
         for (int number = 1; number <= questions; ++number) {
-            if (m_program.course().current_cnt == 0) {
+            if (program_.course().current_cnt == 0) {
                 std::cout << "\nNothing more is mature for being asked; come back later.\n";
                 break;
             }
             drill_one(number);
         }
-        m_program.form1().save_picture(m_picture);
-        say("picture", m_picture);
-        m_program.form1().widget().close();
+        program_.form1().save_picture(picture_);
+        say("picture", picture_);
+        program_.form1().widget().close();
     }
 
 private:
     static void say(const char* what, const std::string& text) { std::cout << what << ": " << text << '\n'; }
 
-    cuedrill::platform::Form1& controls() { return m_program.form1().controls(); }
+    cuedrill::platform::Form1& controls() { return program_.form1().controls(); }
 
     /// Presses a button of the window as the user does.
     void press(const char* name)
     {
-        auto* const button = m_program.form1().widget().findChild<QAbstractButton*>(QString::fromLatin1(name));
+        auto* const button = program_.form1().widget().findChild<QAbstractButton*>(QString::fromLatin1(name));
         if (button == nullptr || !button->isEnabled())
             throw cuedrill::common::Error(std::string("The button ") + name + " cannot be pressed.");
         button->click();
@@ -93,7 +93,7 @@ private:
 
     void drill_one(int number)
     {
-        const auto record = m_program.course().current_cnt;
+        const auto record = program_.course().current_cnt;
         std::cout << "\nquestion " << number << '\n';
         say("prompt", controls().panel_dialog.caption());
         say("question", controls().Text_q.text());
@@ -105,7 +105,7 @@ private:
         const bool known = number % 3 != 0;
         press(known ? "bot_yes" : "bot_no");
         say("verdict", known ? "known" : "not known");
-        auto& course = m_program.course();
+        auto& course = program_.course();
         std::cout << "new level: "
                   << cuedrill::store::single_number(course.database(),
                                                     "select " + course.Q_FIELD.successes +
@@ -113,9 +113,9 @@ private:
                   << '\n';
     }
 
-    cuedrill::program::Program& m_program;
-    std::string m_picture;
-    QTimer m_box_watch;
+    cuedrill::program::Program& program_;
+    std::string picture_;
+    QTimer box_watch_;
 };
 
 } // namespace

@@ -108,7 +108,7 @@ const Texts long_texts[] = {
 /// Does with the window what a user does.
 class User {
 public:
-    explicit User(QMainWindow& window) : m_window(window) {}
+    explicit User(QMainWindow& window) : window_(window) {}
 
     void bring_to(const Mode& mode)
     {
@@ -128,7 +128,7 @@ private:
     template <class Widget>
     Widget& find(const char* name)
     {
-        auto* const widget = m_window.findChild<Widget*>(QString::fromLatin1(name));
+        auto* const widget = window_.findChild<Widget*>(QString::fromLatin1(name));
         if (widget == nullptr || !widget->isEnabled())
             throw common::Error(std::string(name) + " cannot be used.");
         return *widget;
@@ -138,7 +138,7 @@ private:
 
     void choose(const char* name)
     {
-        auto* const entry = m_window.findChild<QAction*>(QString::fromLatin1(name));
+        auto* const entry = window_.findChild<QAction*>(QString::fromLatin1(name));
         if (entry == nullptr || !entry->isEnabled())
             throw common::Error(std::string(name) + " cannot be chosen.");
         entry->trigger();
@@ -147,13 +147,13 @@ private:
     void type(QChar character)
     {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QWidget* const focus = m_window.focusWidget();
+            QWidget* const focus = window_.focusWidget();
             QKeyEvent event(type, character == QLatin1Char('\r') ? Qt::Key_Return : 0, Qt::NoModifier, character);
-            QCoreApplication::sendEvent(focus != nullptr ? focus : &m_window, &event);
+            QCoreApplication::sendEvent(focus != nullptr ? focus : &window_, &event);
         }
     }
 
-    QMainWindow& m_window;
+    QMainWindow& window_;
 };
 
 QPalette dark_theme()
@@ -177,11 +177,11 @@ public:
     /// Makes a new course file, whose first mature question is that of `texts`.
     void make(const std::string& path, const Wish& wish)
     {
-        store::create_course_db(m_database, path);
+        store::create_course_db(database_, path);
         if (wish.mode->contents != Contents::none)
             write_records(wish.texts);
         write_params(wish);
-        m_database.close();
+        database_.close();
     }
 
 private:
@@ -210,7 +210,7 @@ private:
         const double tested = platform::system::SystemClock().now().plus_days(-3.5).day_number();
         std::int64_t attempts = 7;
         for (const Record& record : records) {
-            m_database.execute(
+            database_.execute(
                 "Insert into qa (q, a, q_successes, a_successes, q_attempts, a_attempts, q_fails, "
                 "a_fails, q_date_last_test, a_date_last_test) "
                 "values (?1, ?2, ?3, ?3, ?4, ?4, ?5, ?5, ?6, ?6)",
@@ -222,7 +222,7 @@ private:
     void write_params(const Wish& wish)
     {
         const auto add = [&](const std::string& name, const std::string& column, const platform::Value& value) {
-            m_database.execute("Insert into params (param, " + column + ") values (?1, ?2)", {name, value});
+            database_.execute("Insert into params (param, " + column + ") values (?1, ?2)", {name, value});
         };
         add("course_title", "string_value", "Capitals of Europe");
         add("time_ever", "number_value", 45296.0);
@@ -232,36 +232,36 @@ private:
             add("invert", "number_value", 1.0);
     }
 
-    platform::icu::IcuTextCompare m_text_compare;
-    platform::sqlite::SqliteDatabase m_database{m_text_compare};
+    platform::icu::IcuTextCompare text_compare_;
+    platform::sqlite::SqliteDatabase database_{text_compare_};
 };
 
 class Camera {
 public:
-    explicit Camera(QString folder) : m_folder(std::move(folder))
+    explicit Camera(QString folder) : folder_(std::move(folder))
     {
-        if (!m_scratch.isValid() || !QDir().mkpath(m_folder))
-            throw common::Error(m_folder.toStdString() + ": the folder cannot be made");
-        qputenv("XDG_CONFIG_HOME", m_scratch.filePath("config").toLocal8Bit());
-        qputenv("XDG_DATA_HOME", m_scratch.filePath("data").toLocal8Bit());
-        m_box_watch.callOnTimeout([this] { look_at_box(); });
-        m_box_watch.start(0);
+        if (!scratch_.isValid() || !QDir().mkpath(folder_))
+            throw common::Error(folder_.toStdString() + ": the folder cannot be made");
+        qputenv("XDG_CONFIG_HOME", scratch_.filePath("config").toLocal8Bit());
+        qputenv("XDG_DATA_HOME", scratch_.filePath("data").toLocal8Bit());
+        box_watch_.callOnTimeout([this] { look_at_box(); });
+        box_watch_.start(0);
     }
 
     void take(const Wish& wish)
     {
-        m_wish = &wish;
-        m_failure.clear();
-        m_taken = m_at_work = false;
-        const QString course = m_scratch.filePath("course.crs");
+        wish_ = &wish;
+        failure_.clear();
+        taken_ = at_work_ = false;
+        const QString course = scratch_.filePath("course.crs");
         CourseMaker().make(course.toStdString(), wish);
-        QApplication::setPalette(wish.dark ? dark_theme() : m_light_theme);
+        QApplication::setPalette(wish.dark ? dark_theme() : light_theme_);
         run(course.toStdString());
         QFile::remove(course);
-        if (m_failure.empty() && !m_taken)
-            m_failure = "there is no picture";
-        if (!m_failure.empty())
-            throw common::Error(name().toStdString() + ": " + m_failure);
+        if (failure_.empty() && !taken_)
+            failure_ = "there is no picture";
+        if (!failure_.empty())
+            throw common::Error(name().toStdString() + ": " + failure_);
     }
 
 private:
@@ -271,16 +271,16 @@ private:
             program::Program program;
             program.run(course, [&] {
                 QMainWindow& window = program.form1().widget();
-                window.resize(m_wish->size);
+                window.resize(wish_->size);
                 QCoreApplication::processEvents();
-                m_at_work = true;
-                User(window).bring_to(*m_wish->mode);
+                at_work_ = true;
+                User(window).bring_to(*wish_->mode);
                 QCoreApplication::processEvents();
-                if (*m_wish->mode->window != 0)
-                    save(further_window(m_wish->mode->window));
-                else if (*m_wish->mode->box == 0)
+                if (*wish_->mode->window != 0)
+                    save(further_window(wish_->mode->window));
+                else if (*wish_->mode->box == 0)
                     save(window);
-                m_at_work = false;
+                at_work_ = false;
                 window.close();
             });
         }
@@ -301,7 +301,7 @@ private:
     void look_at_box()
     {
         if (auto* const question = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
-            question->setTextValue(QString::fromLatin1(m_wish->mode->entered_text));
+            question->setTextValue(QString::fromLatin1(wish_->mode->entered_text));
             question->accept();
             // As on a screen, where the window in front has the keyboard again.
             if (QWidget* const window = question->parentWidget())
@@ -312,36 +312,36 @@ private:
         if (box == nullptr)
             return;
         // A course may begin and end with a box of its own.
-        if (m_at_work && box->windowTitle() == QLatin1String(m_wish->mode->box))
+        if (at_work_ && box->windowTitle() == QLatin1String(wish_->mode->box))
             save(*box);
-        else if (m_at_work)
-            m_failure = "a box says: " + box->text().toStdString();
+        else if (at_work_)
+            failure_ = "a box says: " + box->text().toStdString();
         box->reject();
     }
 
-    void save(QWidget& widget) { m_taken = widget.grab().save(m_folder + "/" + name()); }
+    void save(QWidget& widget) { taken_ = widget.grab().save(folder_ + "/" + name()); }
 
     [[nodiscard]] QString name() const
     {
-        QStringList parts{QString::fromLatin1(m_wish->mode->name)};
-        if (!m_wish->texts.name.empty())
-            parts << QString::fromStdString(m_wish->texts.name);
-        if (*m_wish->font != 0)
+        QStringList parts{QString::fromLatin1(wish_->mode->name)};
+        if (!wish_->texts.name.empty())
+            parts << QString::fromStdString(wish_->texts.name);
+        if (*wish_->font != 0)
             parts << QStringLiteral("font");
-        parts << (m_wish->dark ? QStringLiteral("dark") : QStringLiteral("light"));
+        parts << (wish_->dark ? QStringLiteral("dark") : QStringLiteral("light"));
         parts << QString::number(qApp->devicePixelRatio()) + "x";
-        parts << QString::number(m_wish->size.width()) + "x" + QString::number(m_wish->size.height());
+        parts << QString::number(wish_->size.width()) + "x" + QString::number(wish_->size.height());
         return parts.join(QLatin1Char('-')) + ".png";
     }
 
-    QString m_folder;
-    QTemporaryDir m_scratch;
-    QPalette m_light_theme = QApplication::palette();
-    QTimer m_box_watch;
-    const Wish* m_wish = nullptr;
-    bool m_taken = false;
-    bool m_at_work = false; ///< the mode is being brought about
-    std::string m_failure;
+    QString folder_;
+    QTemporaryDir scratch_;
+    QPalette light_theme_ = QApplication::palette();
+    QTimer box_watch_;
+    const Wish* wish_ = nullptr;
+    bool taken_ = false;
+    bool at_work_ = false; ///< the mode is being brought about
+    std::string failure_;
 };
 
 bool is_one_of(const Mode& mode, std::initializer_list<std::string_view> names)

@@ -27,25 +27,25 @@ void ListLines::add(std::string text, common::Int16 score, std::size_t beside)
     if (full())
         throw common::OutOfRangeError("Too many items found: " + std::to_string(longest_list) +
                                       " are the most that a list can hold.");
-    m_size += size_in_list(text.size(), beside);
-    m_list_texts.push_back(std::move(text));
-    m_list_scores.push_back(score);
+    size_ += size_in_list(text.size(), beside);
+    list_texts_.push_back(std::move(text));
+    list_scores_.push_back(score);
 }
 
 bool ListLines::has_room_for(std::size_t text_size, std::size_t beside) const
 {
-    return m_size + size_in_list(text_size, beside) <= most_list_text;
+    return size_ + size_in_list(text_size, beside) <= most_list_text;
 }
 
 void ListLines::cut(std::size_t count)
 {
-    m_list_texts.resize(std::min(count, list_count()));
-    m_list_scores.resize(m_list_texts.size());
+    list_texts_.resize(std::min(count, list_count()));
+    list_scores_.resize(list_texts_.size());
 }
 
 std::string ListLines::line(std::size_t place) const
 {
-    return common::format_padded(m_list_scores.at(place), score_digits) + " - " + m_list_texts.at(place);
+    return common::format_padded(list_scores_.at(place), score_digits) + " - " + list_texts_.at(place);
 }
 
 std::vector<std::string> ListLines::lines() const

@@ -34,9 +34,9 @@ public:
     /// Keeps the first `count` records only; to be done last.
     void cut(std::size_t count);
 
-    [[nodiscard]] std::size_t list_count() const { return m_list_texts.size(); }
+    [[nodiscard]] std::size_t list_count() const { return list_texts_.size(); }
     [[nodiscard]] bool full() const { return list_count() == longest_list; }
-    [[nodiscard]] const std::string& text(std::size_t place) const { return m_list_texts.at(place); }
+    [[nodiscard]] const std::string& text(std::size_t place) const { return list_texts_.at(place); }
 
     /// The line of a record: "02 - France?".
     [[nodiscard]] std::string line(std::size_t place) const;
@@ -44,9 +44,9 @@ public:
     [[nodiscard]] std::vector<std::string> lines() const;
 
 private:
-    std::vector<std::string> m_list_texts;
-    std::vector<common::Int16> m_list_scores;
-    std::size_t m_size = 0; ///< bytes of the texts and lines
+    std::vector<std::string> list_texts_;
+    std::vector<common::Int16> list_scores_;
+    std::size_t size_ = 0; ///< bytes of the texts and lines
 };
 
 /// The level of a row of `qa` on one side.

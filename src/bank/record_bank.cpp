@@ -53,49 +53,49 @@ std::variant<common::Int16, Refusal> RecordBank::Write_QA(const std::string& que
 
 common::Int16 RecordBank::insert_record(const std::string& question, const std::string& answer)
 {
-    if (m_course.record_count >= common::max_int16)
+    if (course_.record_count >= common::max_int16)
         throw common::OverflowError("The course is full: " + std::to_string(common::max_int16) +
                                     " questions and answers are the most that it can hold.");
     // The number is given by the course and known only afterwards; the transaction takes the row back when the number
     // is too large to be drilled.
-    store::CourseTransaction transaction(m_course);
-    m_stored_after_all.reset(); // the transaction may have settled the record before this one
-    const store::QaTexts texts = store::texts_by_column(m_course.Q_FIELD, question, answer);
-    const common::Int16 cnt = common::to_int16(store::insert_record(m_course.database(), texts), "record number");
+    store::CourseTransaction transaction(course_);
+    stored_after_all_.reset(); // the transaction may have settled the record before this one
+    const store::QaTexts texts = store::texts_by_column(course_.Q_FIELD, question, answer);
+    const common::Int16 cnt = common::to_int16(store::insert_record(course_.database(), texts), "record number");
     transaction.commit({.is_stored = texts_are_stored(cnt, texts), .when_stored_after_all = [this, cnt] {
-                            ++m_course.record_count;
-                            m_stored_after_all = cnt;
+                            ++course_.record_count;
+                            stored_after_all_ = cnt;
                         }});
-    ++m_course.record_count;
+    ++course_.record_count;
     return cnt;
 }
 
 std::function<bool()> RecordBank::texts_are_stored(common::Int16 cnt, const store::QaTexts& texts)
 {
     return [this, cnt, texts] {
-        const auto record = store::find_record(m_course.database(), cnt);
+        const auto record = store::find_record(course_.database(), cnt);
         return record && record->q == texts.q && record->a == texts.a;
     };
 }
 
 std::optional<common::Int16> RecordBank::stored_after_all()
 {
-    store::settle(m_course);
-    return m_stored_after_all;
+    store::settle(course_);
+    return stored_after_all_;
 }
 
 void RecordBank::change_record(common::Int16 cnt, const std::string& question, const std::string& answer,
                                std::function<void()> when_stored_after_all)
 {
-    const store::QaTexts texts = store::texts_by_column(m_course.Q_FIELD, question, answer);
-    store::CourseTransaction transaction(m_course);
-    m_stored_after_all.reset();
-    if (store::change_texts(m_course.database(), cnt, texts) == 0)
+    const store::QaTexts texts = store::texts_by_column(course_.Q_FIELD, question, answer);
+    store::CourseTransaction transaction(course_);
+    stored_after_all_.reset();
+    if (store::change_texts(course_.database(), cnt, texts) == 0)
         throw store::RecordGone();
     transaction.commit({.is_stored = [this, cnt, texts] { return is_changed_to(cnt, texts); },
                         .when_stored_after_all =
                             [this, cnt, tell = std::move(when_stored_after_all)] {
-                                m_stored_after_all = cnt;
+                                stored_after_all_ = cnt;
                                 if (tell)
                                     tell();
                             }});
@@ -103,37 +103,37 @@ void RecordBank::change_record(common::Int16 cnt, const std::string& question, c
 
 bool RecordBank::has_new_texts(common::Int16 cnt, const std::string& question, const std::string& answer)
 {
-    return is_changed_to(cnt, store::texts_by_column(m_course.Q_FIELD, question, answer));
+    return is_changed_to(cnt, store::texts_by_column(course_.Q_FIELD, question, answer));
 }
 
 bool RecordBank::is_changed_to(common::Int16 cnt, const store::QaTexts& texts)
 {
-    const auto record = store::find_record(m_course.database(), cnt);
+    const auto record = store::find_record(course_.database(), cnt);
     // Texts that were there before tell nothing, but then the counters do.
     return record && record->q == texts.q && record->a == texts.a && starts_anew(*record);
 }
 
 void RecordBank::delete_record(common::Int16 cnt, std::function<void()> when_stored_after_all)
 {
-    store::CourseTransaction transaction(m_course);
-    if (store::delete_record(m_course.database(), cnt) == 0)
+    store::CourseTransaction transaction(course_);
+    if (store::delete_record(course_.database(), cnt) == 0)
         throw store::RecordGone();
-    const auto is_stored = [this, cnt] { return !store::find_record(m_course.database(), cnt); };
+    const auto is_stored = [this, cnt] { return !store::find_record(course_.database(), cnt); };
     transaction.commit(
         {.is_stored = is_stored, .when_stored_after_all = [this, tell = std::move(when_stored_after_all)] {
-             --m_course.record_count;
+             --course_.record_count;
              if (tell)
                  tell();
          }});
-    --m_course.record_count;
+    --course_.record_count;
 }
 
 std::optional<FoundRecord> RecordBank::find(const std::string& column, const std::string& text)
 {
-    const auto record = store::first_with_text(m_course.database(), column, text);
+    const auto record = store::first_with_text(course_.database(), column, text);
     if (!record)
         return std::nullopt;
-    return FoundRecord{.cnt = record->cnt, .answer = store::side_of(*record, m_course.A_FIELD).text};
+    return FoundRecord{.cnt = record->cnt, .answer = store::side_of(*record, course_.A_FIELD).text};
 }
 
 } // namespace cuedrill::bank

@@ -28,7 +28,7 @@ struct Refusal {
 /// the current one, is up to the caller.
 class RecordBank {
 public:
-    explicit RecordBank(store::Course& course) : m_course(course) {}
+    explicit RecordBank(store::Course& course) : course_(course) {}
 
     /// Adds a record of the two texts, `question` on the side that is asked. It never was tested, whatever stands in
     /// the course already.
@@ -74,8 +74,8 @@ private:
 
     [[nodiscard]] bool is_changed_to(common::Int16 cnt, const store::QaTexts& texts);
 
-    store::Course& m_course;
-    std::optional<common::Int16> m_stored_after_all;
+    store::Course& course_;
+    std::optional<common::Int16> stored_after_all_;
 };
 
 /// Says that a text of `characters` characters is longer than a course can hold; nothing when it fits.

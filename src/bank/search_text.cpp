@@ -16,35 +16,32 @@ constexpr std::string_view word_separators = " .;!?-\"'/()+<>*";
 class FoldedPlace {
 public:
     FoldedPlace(std::string_view given, std::string_view folded)
-        : m_given(given), m_folded(folded), m_ascii(std::all_of(given.begin(), given.end(), is_ascii))
+        : given_(given), folded_(folded), ascii_(std::all_of(given.begin(), given.end(), is_ascii))
     {
     }
 
     /// Whether places agree: they do unless the text is damaged.
-    [[nodiscard]] bool agrees() const
-    {
-        return m_ascii || common::code_points(m_given) == common::code_points(m_folded);
-    }
+    [[nodiscard]] bool agrees() const { return ascii_ || common::code_points(given_) == common::code_points(folded_); }
 
     /// The place in the text of one in the folded text.
     std::size_t move_to(std::size_t folded)
     {
-        if (m_ascii)
+        if (ascii_)
             return folded;
-        for (; m_folded_at < folded; m_given_at += length_of_first(m_given.substr(m_given_at)))
-            m_folded_at += length_of_first(m_folded.substr(m_folded_at));
-        return m_given_at;
+        for (; folded_at_ < folded; given_at_ += length_of_first(given_.substr(given_at_)))
+            folded_at_ += length_of_first(folded_.substr(folded_at_));
+        return given_at_;
     }
 
 private:
     static bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
     static std::size_t length_of_first(std::string_view text) { return common::first_code_points(text, 1).size(); }
 
-    std::string_view m_given;
-    std::string_view m_folded;
-    bool m_ascii;
-    std::size_t m_given_at = 0;
-    std::size_t m_folded_at = 0;
+    std::string_view given_;
+    std::string_view folded_;
+    bool ascii_;
+    std::size_t given_at_ = 0;
+    std::size_t folded_at_ = 0;
 };
 
 bool holds_only(std::string_view text, char character)

@@ -78,7 +78,7 @@ DateTime DateTime::from_day_number(double days)
 DateTime DateTime::from_seconds(std::int64_t seconds)
 {
     DateTime instant;
-    instant.m_seconds = std::clamp(seconds, lowest_seconds(), highest_seconds());
+    instant.seconds_ = std::clamp(seconds, lowest_seconds(), highest_seconds());
     return instant;
 }
 
@@ -89,15 +89,15 @@ DateTime DateTime::from_fields(const CalendarFields& f)
 
 double DateTime::day_number() const
 {
-    const std::int64_t day = floor_div(m_seconds, day_seconds);
-    return static_cast<double>(day) + static_cast<double>(m_seconds - day * day_seconds) / seconds_per_day;
+    const std::int64_t day = floor_div(seconds_, day_seconds);
+    return static_cast<double>(day) + static_cast<double>(seconds_ - day * day_seconds) / seconds_per_day;
 }
 
 CalendarFields DateTime::fields() const
 {
     using namespace std::chrono;
-    const std::int64_t day = floor_div(m_seconds, day_seconds);
-    const auto rest = static_cast<int>(m_seconds - day * day_seconds);
+    const std::int64_t day = floor_div(seconds_, day_seconds);
+    const auto rest = static_cast<int>(seconds_ - day * day_seconds);
     constexpr sys_days zero{std::chrono::year{1899} / 12 / 30};
     const year_month_day date{zero + days{day}};
     return {.year = static_cast<int>(date.year()),
@@ -110,7 +110,7 @@ CalendarFields DateTime::fields() const
 
 DateTime DateTime::date_only() const
 {
-    return from_seconds(floor_div(m_seconds, day_seconds) * day_seconds);
+    return from_seconds(floor_div(seconds_, day_seconds) * day_seconds);
 }
 
 DateTime DateTime::plus_days(double days) const

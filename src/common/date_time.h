@@ -45,7 +45,7 @@ public:
     [[nodiscard]] double day_number() const;
 
     /// Whole seconds since 1899-12-30 00:00:00.
-    [[nodiscard]] std::int64_t seconds() const { return m_seconds; }
+    [[nodiscard]] std::int64_t seconds() const { return seconds_; }
 
     [[nodiscard]] CalendarFields fields() const;
 
@@ -58,7 +58,7 @@ public:
     friend auto operator<=>(const DateTime&, const DateTime&) = default;
 
 private:
-    std::int64_t m_seconds = 0;
+    std::int64_t seconds_ = 0;
 };
 
 /// Days from `from` to `to`: whole seconds divided by 86400, so that exactly five minutes equal 5/1440 to the last bit.

@@ -6,70 +6,70 @@ namespace cuedrill::drill {
 
 void AnswerAids::m_view_stats()
 {
-    m_state.shared_place = SharedPlace::statistics;
-    m_services.layout.RelayoutWindow();
-    m_services.statistics.refresh_counts();
+    state_.shared_place = SharedPlace::statistics;
+    services_.layout.RelayoutWindow();
+    services_.statistics.refresh_counts();
 }
 
 void AnswerAids::m_view_hints()
 {
-    const Mode mode = m_services.layout.mode();
+    const Mode mode = services_.layout.mode();
     if (mode == Mode::empty_course || mode == Mode::nothing)
-        m_services.status.show_until_question("No question is on display.", status_seconds);
+        services_.status.show_until_question("No question is on display.", status_seconds);
     if (mode != Mode::question)
         return;
-    if (!m_state.TypingMode) {
-        m_services.hints.BuildWordListHint();
+    if (!state_.TypingMode) {
+        services_.hints.BuildWordListHint();
         return;
     }
-    m_services.hints.BuildMaskedHint();
+    services_.hints.BuildMaskedHint();
     // The hint is one for going on with typing.
-    m_form1.Text_a.set_focus();
+    form1_.Text_a.set_focus();
 }
 
 void AnswerAids::m_let_me_type()
 {
-    if (m_services.layout.can_type())
-        m_services.view.let_me_type();
+    if (services_.layout.can_type())
+        services_.view.let_me_type();
 }
 
 void AnswerAids::ToggleAlwaysType()
 {
-    store::CourseParams changed = m_course.params;
+    store::CourseParams changed = course_.params;
     changed.always_type = !changed.always_type;
-    m_services.params.change_params(changed);
-    m_services.statistics_view.show_options();
-    if (changed.always_type && m_services.layout.can_type())
-        m_services.view.let_me_type();
+    services_.params.change_params(changed);
+    services_.statistics_view.show_options();
+    if (changed.always_type && services_.layout.can_type())
+        services_.view.let_me_type();
     else
-        m_form1.Text_q.set_focus();
-    m_services.layout.RelayoutWindow();
+        form1_.Text_q.set_focus();
+    services_.layout.RelayoutWindow();
 }
 
 void AnswerAids::ToggleListMode()
 {
-    store::CourseParams changed = m_course.params;
+    store::CourseParams changed = course_.params;
     changed.list_mode = !changed.list_mode;
-    m_services.params.change_params(changed);
+    services_.params.change_params(changed);
     // Nobody has given the verdict yet that the status line may be asking for.
-    if (m_state.AwaitingVerdict)
-        m_services.status.ask_for_verdict();
+    if (state_.AwaitingVerdict)
+        services_.status.ask_for_verdict();
     else
-        m_services.status.reset_status();
-    m_services.statistics_view.show_options();
+        services_.status.reset_status();
+    services_.statistics_view.show_options();
     if (!changed.list_mode) {
-        m_state.AnswerShown = false;
-        m_state.shared_place = SharedPlace::statistics;
-        m_services.layout.RelayoutWindow();
-    } else if (m_services.layout.can_type() && !answer_box_holds_answer()) {
-        m_services.hints.BuildWordListHint();
+        state_.AnswerShown = false;
+        state_.shared_place = SharedPlace::statistics;
+        services_.layout.RelayoutWindow();
+    } else if (services_.layout.can_type() && !answer_box_holds_answer()) {
+        services_.hints.BuildWordListHint();
     }
 }
 
 bool AnswerAids::answer_box_holds_answer() const
 {
-    const std::string text = m_form1.Text_a.text();
-    return !text.empty() && bank::same_text(text, m_state.loaded_answer, m_services.text_compare);
+    const std::string text = form1_.Text_a.text();
+    return !text.empty() && bank::same_text(text, state_.loaded_answer, services_.text_compare);
 }
 
 } // namespace cuedrill::drill

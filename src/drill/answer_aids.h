@@ -29,7 +29,7 @@ public:
     };
 
     AnswerAids(platform::Form1& form1, const store::Course& course, DrillState& state, const Services& services)
-        : m_form1(form1), m_course(course), m_state(state), m_services(services)
+        : form1_(form1), course_(course), state_(state), services_(services)
     {
     }
 
@@ -53,10 +53,10 @@ public:
 private:
     [[nodiscard]] bool answer_box_holds_answer() const;
 
-    platform::Form1& m_form1;
-    const store::Course& m_course;
-    DrillState& m_state;
-    Services m_services;
+    platform::Form1& form1_;
+    const store::Course& course_;
+    DrillState& state_;
+    Services services_;
 };
 
 } // namespace cuedrill::drill

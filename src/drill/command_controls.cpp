@@ -19,10 +19,10 @@ common::Twips SnapToGrid(common::Twips x)
     return x - (beyond < 0 ? beyond + common::twips_per_pixel : beyond);
 }
 
-CommandControls::CommandControls(platform::Form1& form1) : m_form1(form1)
+CommandControls::CommandControls(platform::Form1& form1) : form1_(form1)
 {
     for (const MenuRow& menu_row : menu_table()) {
-        platform::Menu& menu = m_form1.menu_bar.add_menu(menu_row.name, menu_row.caption);
+        platform::Menu& menu = form1_.menu_bar.add_menu(menu_row.name, menu_row.caption);
         for (const CommandRow& row : command_table()) {
             if (!row.entry || row.entry->menu != menu_row.menu)
                 continue;
@@ -30,7 +30,7 @@ CommandControls::CommandControls(platform::Form1& form1) : m_form1(form1)
             entry.set_enabled(is_available(row));
             if (row.entry->checkable)
                 entry.set_checkable(true);
-            m_entries.emplace(row.command, &entry);
+            entries_.emplace(row.command, &entry);
         }
     }
 }
@@ -83,7 +83,7 @@ platform::Button& CommandControls::button(Command command) const
 
 platform::Button& CommandControls::pb(const ButtonRow& row) const
 {
-    return *m_form1.pb.at(static_cast<std::size_t>(row.number - 1));
+    return *form1_.pb.at(static_cast<std::size_t>(row.number - 1));
 }
 
 } // namespace cuedrill::drill

@@ -26,7 +26,7 @@ public:
     void set_enabled(Command command, bool enabled);
 
     /// Requires that the command has one.
-    [[nodiscard]] platform::MenuEntry& entry(Command command) const { return *m_entries.at(command); }
+    [[nodiscard]] platform::MenuEntry& entry(Command command) const { return *entries_.at(command); }
     [[nodiscard]] platform::Button& button(Command command) const;
 
 private:
@@ -34,8 +34,8 @@ private:
     void SetToolbarTooltips();
     [[nodiscard]] platform::Button& pb(const ButtonRow& row) const;
 
-    platform::Form1& m_form1;
-    std::map<Command, platform::MenuEntry*> m_entries;
+    platform::Form1& form1_;
+    std::map<Command, platform::MenuEntry*> entries_;
 };
 
 } // namespace cuedrill::drill

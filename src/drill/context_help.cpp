@@ -23,23 +23,23 @@ void ContextHelp::offer(std::string_view name, std::initializer_list<platform::H
 {
     for (platform::HelpfulControl* control : controls) {
         control->offer_help([this, text] {
-            m_desktop.message_box({.text = text, .icon = platform::BoxIcon::information, .title = title});
+            desktop_.message_box({.text = text, .icon = platform::BoxIcon::information, .title = title});
         });
     }
-    m_all += std::string(name) + "\r\n" + text + "\r\n\r\n";
+    all_ += std::string(name) + "\r\n" + text + "\r\n\r\n";
 }
 
 void ContextHelp::show_all()
 {
-    m_desktop.message_box({.text = "What the buttons and figures of the window are for:",
-                           .icon = platform::BoxIcon::information,
-                           .title = title,
-                           .details = m_all});
+    desktop_.message_box({.text = "What the buttons and figures of the window are for:",
+                          .icon = platform::BoxIcon::information,
+                          .title = title,
+                          .details = all_});
 }
 
 void ContextHelp::attach()
 {
-    m_form1.window.on_help = [this] { show_all(); };
+    form1_.window.on_help = [this] { show_all(); };
     attach_toolbar();
     attach_dialog();
     attach_question_figures();
@@ -58,23 +58,23 @@ void ContextHelp::attach_toolbar()
             buttons[row.button->number] = &*row.button;
     }
     for (const auto& [number, row] : buttons)
-        offer(common::replace_all(row->caption, "&", ""), {m_form1.pb.at(static_cast<std::size_t>(number - 1))},
+        offer(common::replace_all(row->caption, "&", ""), {form1_.pb.at(static_cast<std::size_t>(number - 1))},
               row->help);
 }
 
 void ContextHelp::attach_dialog()
 {
-    offer("Prompt", {&m_form1.panel_dialog}, "What the program asks you. Answer with the buttons beside it.");
-    offer("Yes", {&m_form1.bot_yes},
+    offer("Prompt", {&form1_.panel_dialog}, "What the program asks you. Answer with the buttons beside it.");
+    offer("Yes", {&form1_.bot_yes},
           "Answers what is asked with Yes. To \"Did you know the answer?\" that is the verdict that you knew "
           "it; it can be given once the answer is shown. A click with the right button of the mouse means No.");
-    offer("No", {&m_form1.bot_no},
+    offer("No", {&form1_.bot_no},
           "Answers what is asked with No. While no question is on display yet, that ends the program; when you are "
           "offered the answer, it leaves the question without a verdict and asks another one; to \"Did you know the "
           "answer?\" it is the verdict that you did not know it, which can be given once the answer is shown.");
-    offer("Ignore", {&m_form1.bot_other},
+    offer("Ignore", {&form1_.bot_other},
           "Leaves the question without a verdict and asks another one. Its level stays as it is.");
-    offer("Status", {&m_form1.P_status}, "Tells what has just happened, or what to do next.");
+    offer("Status", {&form1_.P_status}, "Tells what has just happened, or what to do next.");
 }
 
 void ContextHelp::offer_figures(std::initializer_list<Figure> figures)
@@ -86,50 +86,50 @@ void ContextHelp::offer_figures(std::initializer_list<Figure> figures)
 void ContextHelp::attach_question_figures()
 {
     offer_figures({
-        {"Level", m_form1.lab_q_level, m_form1.PANEL_Q_LEVEL,
+        {"Level", form1_.lab_q_level, form1_.PANEL_Q_LEVEL,
          "The level of the question on display, from 0 to 10. The higher it is, the longer the question rests before "
          "it is asked again."},
-        {"Attempts", m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS,
+        {"Attempts", form1_.lab_q_attempts, form1_.PANEL_Q_ATTEMPTS,
          "How often the question on display was judged in this direction since it was last saved."},
-        {"Failures", m_form1.lab_fails, m_form1.PANEL_FAILS,
+        {"Failures", form1_.lab_fails, form1_.PANEL_FAILS,
          "How often the question on display was judged as not known in this direction since it was last saved."},
-        {"Elapsed", m_form1.lab_elapsed, m_form1.PANEL_ELAPSED,
+        {"Elapsed", form1_.lab_elapsed, form1_.PANEL_ELAPSED,
          "How long ago the question on display was last judged, in hours and minutes. Empty when it never was."},
     });
 }
 
 void ContextHelp::attach_statistics()
 {
-    const auto& levels = m_form1.panel_level;
+    const auto& levels = form1_.panel_level;
     offer("Levels", {levels[0], levels[1], levels[2], levels[3], levels[4], levels[5]}, level_help);
     offer_figures({
-        {"Total", m_form1.lab_total, m_form1.panel_total, "How many questions the course has."},
-        {"Unpassed", m_form1.lab_nr_unpassed, m_form1.panel_nr_unpassed,
+        {"Total", form1_.lab_total, form1_.panel_total, "How many questions the course has."},
+        {"Unpassed", form1_.lab_nr_unpassed, form1_.panel_nr_unpassed,
          "How many questions are below the target level. With a target above 5, all questions at level 5 or more count "
          "as well. Those that were never tested may not count."},
-        {"Score today", m_form1.lab_score, m_form1.Panel_score,
+        {"Score today", form1_.lab_score, form1_.Panel_score,
          "The score of today: a success that leaves a question above level 1 gives a point, and a failure of a "
          "question above level 0 takes one away."},
-        {"Open time", m_form1.lab_open_time, m_form1.panel_open_time,
+        {"Open time", form1_.lab_open_time, form1_.panel_open_time,
          "How long the program has been running, in hours and minutes."},
-        {"Time today", m_form1.lab_time_today, m_form1.panel_time_today,
+        {"Time today", form1_.lab_time_today, form1_.panel_time_today,
          "How long you have worked with this course today, in hours and minutes."},
-        {"Time ever", m_form1.lab_time_ever, m_form1.panel_time_ever,
+        {"Time ever", form1_.lab_time_ever, form1_.panel_time_ever,
          "How long you have ever worked with this course, in hours and minutes."},
-        {"Time now", m_form1.lab_time_now, m_form1.Panel_time_now, "The time of day."},
+        {"Time now", form1_.lab_time_now, form1_.Panel_time_now, "The time of day."},
     });
 }
 
 void ContextHelp::ShowContextHelpHint()
 {
-    m_desktop.message_box({.text = "Context-specific help is available for some buttons and "
-                                   "indicators, when they are enabled."
-                                   "\r\n\r\n"
-                                   "You know that context-help is available for a given button or indicator "
-                                   "as the mouse pointer changes to an upright arrow when passing over it."
-                                   "\r\n\r\n"
-                                   "To have help on these buttons and indicators, "
-                                   "press the shift key and click on the button or indicator at the same time."});
+    desktop_.message_box({.text = "Context-specific help is available for some buttons and "
+                                  "indicators, when they are enabled."
+                                  "\r\n\r\n"
+                                  "You know that context-help is available for a given button or indicator "
+                                  "as the mouse pointer changes to an upright arrow when passing over it."
+                                  "\r\n\r\n"
+                                  "To have help on these buttons and indicators, "
+                                  "press the shift key and click on the button or indicator at the same time."});
 }
 
 } // namespace cuedrill::drill

@@ -12,7 +12,7 @@ namespace cuedrill::drill {
 /// What the buttons and indicators of the main window tell about themselves on Shift and a click.
 class ContextHelp {
 public:
-    ContextHelp(platform::Form1& form1, platform::Desktop& desktop) : m_form1(form1), m_desktop(desktop) {}
+    ContextHelp(platform::Form1& form1, platform::Desktop& desktop) : form1_(form1), desktop_(desktop) {}
 
     /// Gives every button and indicator its help.
     void attach();
@@ -38,9 +38,9 @@ private:
     void offer(std::string_view name, std::initializer_list<platform::HelpfulControl*> controls, const char* text);
     void offer_figures(std::initializer_list<Figure> figures);
 
-    platform::Form1& m_form1;
-    platform::Desktop& m_desktop;
-    std::string m_all; ///< each name with its help
+    platform::Form1& form1_;
+    platform::Desktop& desktop_;
+    std::string all_; ///< each name with its help
 };
 
 } // namespace cuedrill::drill

@@ -55,17 +55,17 @@ private:
     void trace_unstored(const std::string& what, const std::string& reason);
     void report_failure(const std::string& reason);
 
-    store::Course& m_course;
-    store::CourseParamsStore& m_params;
-    MainWindow& m_main_window;
-    Services m_services;
-    std::string m_program_folder;
-    common::DateTime m_start_time;
+    store::Course& course_;
+    store::CourseParamsStore& params_;
+    MainWindow& main_window_;
+    Services services_;
+    std::string program_folder_;
+    common::DateTime start_time_;
 
-    bool m_choose_file_on_open = false;   ///< skip the remembered course
-    bool m_create_without_asking = false; ///< a missing file is created without a question
-    bool m_first_course = true;           ///< none has been opened since the start
-    bool m_creating = false;              ///< a course is being created just now
+    bool choose_file_on_open_ = false;   ///< skip the remembered course
+    bool create_without_asking_ = false; ///< a missing file is created without a question
+    bool first_course_ = true;           ///< none has been opened since the start
+    bool creating_ = false;              ///< a course is being created just now
 };
 
 } // namespace cuedrill::drill

@@ -13,7 +13,7 @@ class CourseTitle {
 public:
     CourseTitle(store::Course& course, store::CourseParamsStore& params, platform::Window& window,
                 platform::Desktop& desktop, const platform::TextCompare& text_compare)
-        : m_course(course), m_params(params), m_window(window), m_desktop(desktop), m_text_compare(text_compare)
+        : course_(course), params_(params), window_(window), desktop_(desktop), text_compare_(text_compare)
     {
     }
 
@@ -25,11 +25,11 @@ public:
     void m_change_course_title();
 
 private:
-    store::Course& m_course;
-    store::CourseParamsStore& m_params;
-    platform::Window& m_window;
-    platform::Desktop& m_desktop;
-    const platform::TextCompare& m_text_compare;
+    store::Course& course_;
+    store::CourseParamsStore& params_;
+    platform::Window& window_;
+    platform::Desktop& desktop_;
+    const platform::TextCompare& text_compare_;
 };
 
 } // namespace cuedrill::drill

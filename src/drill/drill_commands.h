@@ -55,7 +55,7 @@ public:
     };
 
     DrillCommands(platform::Form1& form1, CommandControls& controls, const Targets& targets)
-        : m_form1(form1), m_controls(controls), m_to(targets)
+        : form1_(form1), controls_(controls), to_(targets)
     {
     }
 
@@ -89,9 +89,9 @@ private:
     template <class Work>
     void keep_due_true(Work work);
 
-    platform::Form1& m_form1;
-    CommandControls& m_controls;
-    Targets m_to;
+    platform::Form1& form1_;
+    CommandControls& controls_;
+    Targets to_;
 };
 
 } // namespace cuedrill::drill

@@ -21,8 +21,8 @@ public:
     EditorBoxes(platform::Form1& form1, const DrillState& state, const EditFlags& edit_flags, QuestionView& view,
                 WindowLayout& layout, StatusLine& status, Statistics& statistics, LastList& last_list,
                 KeyPause& key_pause)
-        : m_form1(form1), m_state(state), m_edit_flags(edit_flags), m_view(view), m_layout(layout), m_status(status),
-          m_statistics(statistics), m_last_list(last_list), m_key_pause(key_pause)
+        : form1_(form1), state_(state), edit_flags_(edit_flags), view_(view), layout_(layout), status_(status),
+          statistics_(statistics), last_list_(last_list), key_pause_(key_pause)
     {
     }
 
@@ -31,25 +31,25 @@ public:
     void put_question(const std::string& text) override;
     void put_answer(const std::string& text) override;
     void empty_boxes() override;
-    void show_answer_for_editing() override { m_view.show_answer_for_editing(); }
+    void show_answer_for_editing() override { view_.show_answer_for_editing(); }
     void open_editor() override;
-    void go_to_question() override { m_form1.Text_q.set_focus(); }
-    void go_to_answer() override { m_form1.Text_a.set_focus(); }
+    void go_to_question() override { form1_.Text_q.set_focus(); }
+    void go_to_answer() override { form1_.Text_a.set_focus(); }
     void redisplay() override;
     void tell_unsaved(Unsaved texts) override;
-    void pause_keys() override { m_key_pause.begin(KeyPause::Keys::all); }
+    void pause_keys() override { key_pause_.begin(KeyPause::Keys::all); }
     void show_saved_record() override;
 
 private:
-    platform::Form1& m_form1;
-    const DrillState& m_state;
-    const EditFlags& m_edit_flags;
-    QuestionView& m_view;
-    WindowLayout& m_layout;
-    StatusLine& m_status;
-    Statistics& m_statistics;
-    LastList& m_last_list;
-    KeyPause& m_key_pause;
+    platform::Form1& form1_;
+    const DrillState& state_;
+    const EditFlags& edit_flags_;
+    QuestionView& view_;
+    WindowLayout& layout_;
+    StatusLine& status_;
+    Statistics& statistics_;
+    LastList& last_list_;
+    KeyPause& key_pause_;
 };
 
 } // namespace cuedrill::drill

@@ -11,9 +11,9 @@ namespace cuedrill::drill {
 void EndOfProgram::end_program()
 {
     std::string failure; // as it is traced
-    if (m_course.is_in_use()) {
+    if (course_.is_in_use()) {
         try {
-            m_params.save_work_time(m_clock.now());
+            params_.save_work_time(clock_.now());
         } catch (const store::OutcomeUnknown& error) {
             failure = std::string("not known whether the work time is stored - ") + error.what();
         } catch (const std::exception& error) {
@@ -21,9 +21,9 @@ void EndOfProgram::end_program()
             failure = "work time not stored - " + common::words_of(error);
         }
     }
-    m_course.close();
+    course_.close();
     if (!failure.empty())
-        m_trace.write_trace("end_program - " + failure);
+        trace_.write_trace("end_program - " + failure);
     throw common::ProgramEnded{};
 }
 

@@ -11,7 +11,7 @@ namespace cuedrill::drill {
 class EndOfProgram {
 public:
     EndOfProgram(store::Course& course, store::CourseParamsStore& params, platform::Clock& clock, app::TraceLog& trace)
-        : m_course(course), m_params(params), m_clock(clock), m_trace(trace)
+        : course_(course), params_(params), clock_(clock), trace_(trace)
     {
     }
 
@@ -19,10 +19,10 @@ public:
     [[noreturn]] void end_program();
 
 private:
-    store::Course& m_course;
-    store::CourseParamsStore& m_params;
-    platform::Clock& m_clock;
-    app::TraceLog& m_trace;
+    store::Course& course_;
+    store::CourseParamsStore& params_;
+    platform::Clock& clock_;
+    app::TraceLog& trace_;
 };
 
 } // namespace cuedrill::drill

@@ -13,16 +13,16 @@ namespace cuedrill::drill {
 class ErrorReport {
 public:
     ErrorReport(const store::Course& course, platform::Desktop& desktop, app::TraceLog& trace)
-        : m_course(course), m_desktop(desktop), m_trace(trace)
+        : course_(course), desktop_(desktop), trace_(trace)
     {
     }
 
     void report(const std::exception& error);
 
 private:
-    const store::Course& m_course;
-    platform::Desktop& m_desktop;
-    app::TraceLog& m_trace;
+    const store::Course& course_;
+    platform::Desktop& desktop_;
+    app::TraceLog& trace_;
 };
 
 } // namespace cuedrill::drill

@@ -17,30 +17,30 @@ constexpr std::string_view word_separators = " ;,.?";
 class RecordNumbers {
 public:
     RecordNumbers(platform::Database& database, std::int64_t record_count)
-        : m_lowest(store::single_number(database, "Select min(cnt) as conto from qa"))
+        : lowest_(store::single_number(database, "Select min(cnt) as conto from qa"))
     {
         const std::int64_t highest = store::single_number(database, "Select max(cnt) as conto from qa");
-        m_count = highest - m_lowest + 1;
-        if (m_count == record_count)
+        count_ = highest - lowest_ + 1;
+        if (count_ == record_count)
             return;
         for (const platform::Row row : database.query("Select cnt from qa order by cnt"))
-            m_numbers.push_back(static_cast<std::int64_t>(store::nz(row.field(0))));
-        m_count = static_cast<std::int64_t>(m_numbers.size());
+            numbers_.push_back(static_cast<std::int64_t>(store::nz(row.field(0))));
+        count_ = static_cast<std::int64_t>(numbers_.size());
     }
 
-    [[nodiscard]] std::int64_t count() const { return m_count; }
+    [[nodiscard]] std::int64_t count() const { return count_; }
 
     [[nodiscard]] std::int64_t at(std::int64_t position) const
     {
-        if (m_numbers.empty())
-            return m_lowest + position;
-        return m_numbers.at(static_cast<std::size_t>(position));
+        if (numbers_.empty())
+            return lowest_ + position;
+        return numbers_.at(static_cast<std::size_t>(position));
     }
 
 private:
-    std::int64_t m_lowest;
-    std::int64_t m_count = 0;
-    std::vector<std::int64_t> m_numbers;
+    std::int64_t lowest_;
+    std::int64_t count_ = 0;
+    std::vector<std::int64_t> numbers_;
 };
 
 bool is_letter_or_digit(char character)
@@ -54,7 +54,7 @@ bool is_letter_or_digit(char character)
 /// A position from 0 to before `count`, each as likely as any other.
 std::int64_t Hints::draw_position(std::int64_t count)
 {
-    const auto position = static_cast<std::int64_t>(m_random.uniform() * static_cast<double>(count));
+    const auto position = static_cast<std::int64_t>(random_.uniform() * static_cast<double>(count));
     return std::min(position, count - 1);
 }
 
@@ -62,20 +62,20 @@ std::int64_t Hints::draw_position(std::int64_t count)
 std::vector<std::string> Hints::draw_answers()
 {
     std::vector<std::string> answers;
-    const std::int64_t sample = m_course.record_count < HintSampleSize ? m_course.record_count - 1 : HintSampleSize;
+    const std::int64_t sample = course_.record_count < HintSampleSize ? course_.record_count - 1 : HintSampleSize;
     if (sample <= 0)
         return answers;
-    const RecordNumbers numbers(m_course.database(), m_course.record_count);
+    const RecordNumbers numbers(course_.database(), course_.record_count);
     const std::int64_t place_of_answer = draw_position(sample);
     for (std::int64_t place = 0; place < sample; ++place) {
         if (place == place_of_answer) {
-            answers.push_back(m_state.loaded_answer);
+            answers.push_back(state_.loaded_answer);
             continue;
         }
         // Only a record that another program has just deleted is missing.
         const std::int64_t cnt = numbers.at(draw_position(numbers.count()));
-        if (const auto record = store::find_record(m_course.database(), cnt))
-            answers.push_back(store::shown_answer(store::side_of(*record, m_course.A_FIELD).text));
+        if (const auto record = store::find_record(course_.database(), cnt))
+            answers.push_back(store::shown_answer(store::side_of(*record, course_.A_FIELD).text));
     }
     return answers;
 }
@@ -83,7 +83,7 @@ std::vector<std::string> Hints::draw_answers()
 /// Each word once, in the spelling in which it came first.
 std::vector<std::string> Hints::sorted_words(const std::vector<std::string>& answers) const
 {
-    const auto before = [this](const std::string& a, const std::string& b) { return m_text_compare.compare(a, b) < 0; };
+    const auto before = [this](const std::string& a, const std::string& b) { return text_compare_.compare(a, b) < 0; };
     std::set<std::string, decltype(before)> words(before);
     for (std::string_view rest : answers) {
         while (!rest.empty()) {
@@ -111,37 +111,37 @@ void Hints::BuildWordListHint()
         words.push_back({std::move(word), place});
     }
     show(text, false);
-    m_form1.t_hint.set_words(std::move(places));
-    m_words = std::move(words);
+    form1_.t_hint.set_words(std::move(places));
+    words_ = std::move(words);
 }
 
 void Hints::BuildMaskedHint()
 {
     // The parts of longer characters are neither letters nor digits of ASCII, so bytes will do.
-    std::string text = m_state.loaded_answer;
+    std::string text = state_.loaded_answer;
     std::replace_if(text.begin(), text.end(), is_letter_or_digit, HintMask);
     show(text, true);
 }
 
 void Hints::show(const std::string& text, bool masked)
 {
-    m_words.clear();
-    m_form1.t_hint.set_text(text);
-    m_state.AnswerShown = true;
-    m_state.hint_is_masked = masked;
-    m_state.shared_place = SharedPlace::hint;
-    m_layout.RelayoutWindow();
+    words_.clear();
+    form1_.t_hint.set_text(text);
+    state_.AnswerShown = true;
+    state_.hint_is_masked = masked;
+    state_.shared_place = SharedPlace::hint;
+    layout_.RelayoutWindow();
 }
 
 std::optional<std::string> Hints::chosen_word() const
 {
-    const std::optional<std::size_t> caret = m_form1.t_hint.caret();
+    const std::optional<std::size_t> caret = form1_.t_hint.caret();
     if (!caret)
         return std::nullopt;
     // To each word belong its brackets, and the blanks behind it as far as the next bracket.
-    const auto word = std::find_if(m_words.rbegin(), m_words.rend(),
+    const auto word = std::find_if(words_.rbegin(), words_.rend(),
                                    [caret](const Word& one) { return *caret + 1 >= one.place.begin; });
-    if (word == m_words.rend())
+    if (word == words_.rend())
         return std::nullopt;
     return word->text;
 }

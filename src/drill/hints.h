@@ -25,8 +25,7 @@ class Hints {
 public:
     Hints(platform::Form1& form1, store::Course& course, DrillState& state, WindowLayout& layout,
           platform::RandomSource& random, const platform::TextCompare& text_compare)
-        : m_form1(form1), m_course(course), m_state(state), m_layout(layout), m_random(random),
-          m_text_compare(text_compare)
+        : form1_(form1), course_(course), state_(state), layout_(layout), random_(random), text_compare_(text_compare)
     {
     }
 
@@ -52,13 +51,13 @@ private:
     [[nodiscard]] std::vector<std::string> sorted_words(const std::vector<std::string>& answers) const;
     [[nodiscard]] std::int64_t draw_position(std::int64_t count);
 
-    platform::Form1& m_form1;
-    store::Course& m_course;
-    DrillState& m_state;
-    WindowLayout& m_layout;
-    platform::RandomSource& m_random;
-    const platform::TextCompare& m_text_compare;
-    std::vector<Word> m_words; ///< of the hint on display; none in a masked hint
+    platform::Form1& form1_;
+    store::Course& course_;
+    DrillState& state_;
+    WindowLayout& layout_;
+    platform::RandomSource& random_;
+    const platform::TextCompare& text_compare_;
+    std::vector<Word> words_; ///< of the hint on display; none in a masked hint
 };
 
 } // namespace cuedrill::drill

@@ -23,33 +23,33 @@ bool may_begin_answer(const platform::KeyPress& press)
 
 bool KeyEcho::is_echo(const platform::KeyPress& press)
 {
-    const bool same = m_listening && press.key == m_last.key && press.character == m_last.character &&
-                      press.modifier == m_last.modifier;
+    const bool same =
+        listening_ && press.key == last_.key && press.character == last_.character && press.modifier == last_.modifier;
     if (same && press.auto_repeat)
         return true;
-    const double now = m_clock.steady_seconds();
-    if (same && !m_box_closed && !may_begin_answer(press) &&
-        now - m_at < (press.composed ? composed_echo_seconds : echo_seconds)) {
+    const double now = clock_.steady_seconds();
+    if (same && !box_closed_ && !may_begin_answer(press) &&
+        now - at_ < (press.composed ? composed_echo_seconds : echo_seconds)) {
         if (press.composed)
-            m_at = now;
+            at_ = now;
         return true;
     }
     // Who holds a key and presses another one releases neither; only a new press ends the listening.
     if (!press.auto_repeat)
-        m_listening = false;
+        listening_ = false;
     return false;
 }
 
 void KeyEcho::listen(const platform::KeyPress& press)
 {
-    m_last = press;
-    m_at = m_clock.steady_seconds();
-    m_listening = true;
+    last_ = press;
+    at_ = clock_.steady_seconds();
+    listening_ = true;
 }
 
 void KeyEcho::note_box_closed()
 {
-    m_box_closed = true;
+    box_closed_ = true;
 }
 
 } // namespace cuedrill::drill

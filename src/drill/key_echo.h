@@ -10,7 +10,7 @@ namespace cuedrill::drill {
 /// not what the user saw when the key went down.
 class KeyEcho {
 public:
-    explicit KeyEcho(platform::Clock& clock) : m_clock(clock) {}
+    explicit KeyEcho(platform::Clock& clock) : clock_(clock) {}
 
     /// To be asked first about each key press.
     [[nodiscard]] bool is_echo(const platform::KeyPress& press);
@@ -20,11 +20,11 @@ public:
     void run(const platform::KeyPress& press, Command command)
     {
         listen(press);
-        m_box_closed = false;
+        box_closed_ = false;
         command();
         // A press that has waited for the end of a long command is an echo as well. After a box it is not: the user has
         // seen what the first press did, and has released the key to close it.
-        if (!m_box_closed)
+        if (!box_closed_)
             listen(press);
     }
 
@@ -35,11 +35,11 @@ public:
 private:
     void listen(const platform::KeyPress& press);
 
-    platform::Clock& m_clock;
-    platform::KeyPress m_last;
-    double m_at = 0; ///< steady seconds
-    bool m_listening = false;
-    bool m_box_closed = false; ///< in the command that runs, or has run last
+    platform::Clock& clock_;
+    platform::KeyPress last_;
+    double at_ = 0; ///< steady seconds
+    bool listening_ = false;
+    bool box_closed_ = false; ///< in the command that runs, or has run last
 };
 
 } // namespace cuedrill::drill

@@ -9,9 +9,9 @@ constexpr double pause_seconds = 1;
 
 bool KeyPause::holds(const platform::KeyPress& press) const
 {
-    if (!m_begun || m_clock.steady_seconds() - *m_begun >= pause_seconds)
+    if (!begun_ || clock_.steady_seconds() - *begun_ >= pause_seconds)
         return false;
-    return m_keys == Keys::all || press.key == platform::Key::escape;
+    return keys_ == Keys::all || press.key == platform::Key::escape;
 }
 
 } // namespace cuedrill::drill

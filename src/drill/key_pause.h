@@ -13,22 +13,22 @@ class KeyPause {
 public:
     enum class Keys { escape, all };
 
-    explicit KeyPause(platform::Clock& clock) : m_clock(clock) {}
+    explicit KeyPause(platform::Clock& clock) : clock_(clock) {}
 
     /// From now on, these keys do nothing for a second.
     void begin(Keys keys)
     {
-        m_keys = keys;
-        m_begun = m_clock.steady_seconds();
+        keys_ = keys;
+        begun_ = clock_.steady_seconds();
     }
 
     /// Whether the press falls into the pause, and must do nothing.
     [[nodiscard]] bool holds(const platform::KeyPress& press) const;
 
 private:
-    platform::Clock& m_clock;
-    Keys m_keys = Keys::all;
-    std::optional<double> m_begun; ///< steady seconds
+    platform::Clock& clock_;
+    Keys keys_ = Keys::all;
+    std::optional<double> begun_; ///< steady seconds
 };
 
 } // namespace cuedrill::drill

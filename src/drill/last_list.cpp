@@ -18,17 +18,17 @@ bool LastList::build_question_list(const std::string& clause, bool with_answers)
 
 void LastList::rebuild_shown_list()
 {
-    if (!m_state.list_shown() || m_last_list_kind != select_questions)
+    if (!state_.list_shown() || last_list_kind_ != select_questions)
         return;
     try {
-        std::optional<bank::QuestionList> questions = list_questions(m_last_list_clause, m_last_list_with_answers);
+        std::optional<bank::QuestionList> questions = list_questions(last_list_clause_, last_list_with_answers_);
         if (!questions)
             return;
-        m_listav.replace_lines(std::move(questions->lines));
-        keep_questions(std::move(*questions), m_last_list_with_answers);
+        listav_.replace_lines(std::move(questions->lines));
+        keep_questions(std::move(*questions), last_list_with_answers_);
     } catch (const common::Error& error) {
-        m_desktop.message_box({.text = "The list is not up to date.\r\n\r\n" + store::words_about(error, m_course),
-                               .icon = platform::BoxIcon::exclamation});
+        desktop_.message_box({.text = "The list is not up to date.\r\n\r\n" + store::words_about(error, course_),
+                              .icon = platform::BoxIcon::exclamation});
     }
 }
 
@@ -38,64 +38,64 @@ std::optional<bank::QuestionList> LastList::list_questions(const std::string& cl
     std::optional<bank::QuestionList> questions = read_questions(clause, with_answers);
     if (!questions)
         return std::nullopt;
-    bank::make_lines(*questions, m_course, m_text_compare);
+    bank::make_lines(*questions, course_, text_compare_);
     for (int i = 0; i < questions->answers_not_found; ++i)
-        m_desktop.message_box({.text = "nomatch in function 'risposta_item_selezionato'."});
+        desktop_.message_box({.text = "nomatch in function 'risposta_item_selezionato'."});
     if (!questions->complete)
-        m_desktop.message_box({.text = list_not_complete});
+        desktop_.message_box({.text = list_not_complete});
     return questions;
 }
 
 std::optional<bank::QuestionList> LastList::read_questions(const std::string& clause, bool with_answers)
 {
-    const platform::BusyPointer busy(m_desktop);
-    return bank::read_questions(m_course, clause, with_answers);
+    const platform::BusyPointer busy(desktop_);
+    return bank::read_questions(course_, clause, with_answers);
 }
 
 void LastList::keep_questions(bank::QuestionList questions, bool with_answers)
 {
     keep(std::move(questions.list), select_questions, true);
-    m_last_list_clause = std::move(questions.clause);
-    m_last_list_with_answers = with_answers;
-    m_status.show_about_list(
-        std::to_string(m_list.list_count()) + " questions (the number on the left is the question score)", 0);
+    last_list_clause_ = std::move(questions.clause);
+    last_list_with_answers_ = with_answers;
+    status_.show_about_list(
+        std::to_string(list_.list_count()) + " questions (the number on the left is the question score)", 0);
 }
 
 void LastList::show_found(bank::ListLines found, const char* kind, bool of_questions)
 {
     keep(std::move(found), kind, of_questions);
-    set_for_list(m_list.lines());
+    set_for_list(list_.lines());
 }
 
 void LastList::keep(bank::ListLines list, const char* kind, bool of_questions)
 {
-    m_list = std::move(list);
-    m_last_list_kind = kind;
-    m_find_in_questions = of_questions;
+    list_ = std::move(list);
+    last_list_kind_ = kind;
+    find_in_questions_ = of_questions;
 }
 
 void LastList::recall_find_list()
 {
-    set_for_list(m_list.lines());
-    m_status.show_about_list("Lines of the last list: " + std::to_string(m_list.list_count()), 0);
+    set_for_list(list_.lines());
+    status_.show_about_list("Lines of the last list: " + std::to_string(list_.list_count()), 0);
 }
 
 /// Shows the lines in the place of statistics and hints.
 void LastList::set_for_list(std::vector<std::string> lines)
 {
-    m_listav.set_lines(std::move(lines));
-    m_state.shared_place = SharedPlace::list;
-    m_state.list_built = true;
-    m_layout.RelayoutWindow();
+    listav_.set_lines(std::move(lines));
+    state_.shared_place = SharedPlace::list;
+    state_.list_built = true;
+    layout_.RelayoutWindow();
     // Who is typing a record goes on typing it.
-    if (!m_edit_flags.editing())
-        m_listav.set_focus();
+    if (!edit_flags_.editing())
+        listav_.set_focus();
 }
 
 void LastList::forget_list()
 {
-    m_list = {};
-    m_last_list_kind.clear();
+    list_ = {};
+    last_list_kind_.clear();
 }
 
 } // namespace cuedrill::drill

@@ -33,8 +33,8 @@ public:
     LastList(store::Course& course, platform::ListBox& listav, DrillState& state, const EditFlags& edit_flags,
              WindowLayout& layout, StatusLine& status, platform::Desktop& desktop,
              const platform::TextCompare& text_compare)
-        : m_course(course), m_listav(listav), m_state(state), m_edit_flags(edit_flags), m_layout(layout),
-          m_status(status), m_desktop(desktop), m_text_compare(text_compare)
+        : course_(course), listav_(listav), state_(state), edit_flags_(edit_flags), layout_(layout), status_(status),
+          desktop_(desktop), text_compare_(text_compare)
     {
     }
 
@@ -57,12 +57,12 @@ public:
     /// The side of the course that the lines are texts of.
     [[nodiscard]] const store::SideFields& side() const
     {
-        return m_find_in_questions ? m_course.Q_FIELD : m_course.A_FIELD;
+        return find_in_questions_ ? course_.Q_FIELD : course_.A_FIELD;
     }
-    [[nodiscard]] bool find_in_questions() const { return m_find_in_questions; }
+    [[nodiscard]] bool find_in_questions() const { return find_in_questions_; }
 
     /// The sides of the course were exchanged: what the lines are texts of has become the other side.
-    void exchange_sides() { m_find_in_questions = !m_find_in_questions; }
+    void exchange_sides() { find_in_questions_ = !find_in_questions_; }
 
     /// Forgets the list; its records are those of a course that is no longer open.
     void forget_list();
@@ -74,20 +74,20 @@ private:
     void keep_questions(bank::QuestionList questions, bool with_answers);
     void keep(bank::ListLines list, const char* kind, bool of_questions);
 
-    store::Course& m_course;
-    platform::ListBox& m_listav;
-    DrillState& m_state;
-    const EditFlags& m_edit_flags;
-    WindowLayout& m_layout;
-    StatusLine& m_status;
-    platform::Desktop& m_desktop;
-    const platform::TextCompare& m_text_compare;
+    store::Course& course_;
+    platform::ListBox& listav_;
+    DrillState& state_;
+    const EditFlags& edit_flags_;
+    WindowLayout& layout_;
+    StatusLine& status_;
+    platform::Desktop& desktop_;
+    const platform::TextCompare& text_compare_;
 
-    bank::ListLines m_list;
-    std::string m_last_list_kind; ///< empty before the first list
-    std::string m_last_list_clause;
-    bool m_last_list_with_answers = false;
-    bool m_find_in_questions = true; ///< the lines list questions, not answers
+    bank::ListLines list_;
+    std::string last_list_kind_; ///< empty before the first list
+    std::string last_list_clause_;
+    bool last_list_with_answers_ = false;
+    bool find_in_questions_ = true; ///< the lines list questions, not answers
 };
 
 } // namespace cuedrill::drill

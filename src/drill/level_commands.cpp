@@ -29,37 +29,37 @@ void LevelCommands::m_score_elapsed_table()
 {
     std::string text;
     for (int level = 0; level < scheduler::DeadTimes::count; ++level) {
-        text += at_least(m_dead_times.dead_time(level)) + " must elapse to pass from level " + std::to_string(level) +
+        text += at_least(dead_times_.dead_time(level)) + " must elapse to pass from level " + std::to_string(level) +
                 " to " + std::to_string(level + 1);
         text += common::cr_lf;
     }
-    text += "At least " + minutes(m_dead_times.unanswered_dead_time()) +
+    text += "At least " + minutes(dead_times_.unanswered_dead_time()) +
             " must elapse to show the same question after an unanswered test";
-    m_desktop.message_box({.text = text});
+    desktop_.message_box({.text = text});
 }
 
 void LevelCommands::m_change_target_level()
 {
     std::optional<double> level;
     while (!level || *level < store::lowest_target_level || *level > store::highest_target_level) {
-        const auto answer = m_desktop.input_box(
+        const auto answer = desktop_.input_box(
             {.prompt = "New target level (1 to " + std::to_string(store::highest_target_level) + ")?",
              .title = "Changing target level",
-             .default_text = std::to_string(m_course.params.target_level)});
+             .default_text = std::to_string(course_.params.target_level)});
         const std::string typed(common::trim_blanks(answer.value_or(std::string())));
         if (typed.empty())
             return;
         level = common::parse_number(typed);
     }
 
-    store::CourseParams changed = m_course.params;
+    store::CourseParams changed = course_.params;
     changed.target_level = common::to_int16(std::floor(*level), "target level");
-    const bool raised = changed.target_level > m_course.params.target_level;
-    m_params.change_params(changed);
+    const bool raised = changed.target_level > course_.params.target_level;
+    params_.change_params(changed);
     if (raised)
-        m_course.all_passed_announced = false;
-    m_panels.show_target_level();
-    m_statistics.refresh_counts();
+        course_.all_passed_announced = false;
+    panels_.show_target_level();
+    statistics_.refresh_counts();
 }
 
 } // namespace cuedrill::drill

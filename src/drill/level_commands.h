@@ -14,8 +14,8 @@ class LevelCommands {
 public:
     LevelCommands(store::Course& course, store::CourseParamsStore& params, const scheduler::DeadTimes& dead_times,
                   Statistics& statistics, StatisticsPanels& panels, platform::Desktop& desktop)
-        : m_course(course), m_params(params), m_dead_times(dead_times), m_statistics(statistics), m_panels(panels),
-          m_desktop(desktop)
+        : course_(course), params_(params), dead_times_(dead_times), statistics_(statistics), panels_(panels),
+          desktop_(desktop)
     {
     }
 
@@ -27,12 +27,12 @@ public:
     void m_change_target_level();
 
 private:
-    store::Course& m_course;
-    store::CourseParamsStore& m_params;
-    const scheduler::DeadTimes& m_dead_times;
-    Statistics& m_statistics;
-    StatisticsPanels& m_panels;
-    platform::Desktop& m_desktop;
+    store::Course& course_;
+    store::CourseParamsStore& params_;
+    const scheduler::DeadTimes& dead_times_;
+    Statistics& statistics_;
+    StatisticsPanels& panels_;
+    platform::Desktop& desktop_;
 };
 
 } // namespace cuedrill::drill

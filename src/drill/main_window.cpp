@@ -15,120 +15,121 @@ using namespace std::chrono_literals;
 
 void MainWindow::attach()
 {
-    platform::Form1& form1 = m_.form1;
-    m_.statistics_view.set_captions();
-    m_.question_view.set_captions();
+    platform::Form1& form1 = parts_.form1;
+    parts_.statistics_view.set_captions();
+    parts_.question_view.set_captions();
     form1.P_status.set_description("Status");
     attach_dialog();
     attach_boxes();
     form1.window.on_close = [this] { close(); };
-    form1.window.on_session_end = [this] { m_.end_of_program.end_program(); };
+    form1.window.on_session_end = [this] { parts_.end_of_program.end_program(); };
 
     form1.timer_1_min.on_tick = [this] { timer_1_min_tick(); };
     form1.timer_1_sec.on_tick = [this] { timer_1_sec_tick(); };
-    form1.timer_250_ms.on_tick = [this] { m_.status.expire(); };
+    form1.timer_250_ms.on_tick = [this] { parts_.status.expire(); };
 }
 
 void MainWindow::attach_dialog()
 {
-    platform::Form1& form1 = m_.form1;
+    platform::Form1& form1 = parts_.form1;
     form1.panel_dialog.set_description("Prompt");
-    form1.bot_yes.on_click = [this] { m_.dialog.OnYes(); };
-    form1.bot_yes.on_mouse_down = [this](platform::MouseButton button) { m_.dialog.OnYesMouseDown(button); };
-    form1.bot_yes.on_mouse_up = [this](platform::MouseButton) { m_.state.RightClickConsumed = false; };
-    form1.bot_no.on_click = [this] { m_.dialog.OnNo(); };
-    form1.bot_other.on_click = [this] { m_.dialog.OnOther(); };
-    form1.dialog_strip.on_resize = [this] { m_.layout.lay_out_buttons(); };
+    form1.bot_yes.on_click = [this] { parts_.dialog.OnYes(); };
+    form1.bot_yes.on_mouse_down = [this](platform::MouseButton button) { parts_.dialog.OnYesMouseDown(button); };
+    form1.bot_yes.on_mouse_up = [this](platform::MouseButton) { parts_.state.RightClickConsumed = false; };
+    form1.bot_no.on_click = [this] { parts_.dialog.OnNo(); };
+    form1.bot_other.on_click = [this] { parts_.dialog.OnOther(); };
+    form1.dialog_strip.on_resize = [this] { parts_.layout.lay_out_buttons(); };
 }
 
 void MainWindow::attach_boxes()
 {
-    platform::Form1& form1 = m_.form1;
-    form1.Text_a.on_key = [this](const platform::KeyPress& press) { return m_.typed_answer.OnAnswerKey(press); };
-    form1.t_hint.on_click = [this] { m_.typed_answer.OnHintClick(); };
-    form1.t_hint.on_key = [this](const platform::KeyPress& press) { return m_.typed_answer.OnHintKey(press); };
-    form1.listav.on_click = [this](const std::string& line) { m_.lists.listav_click(line); };
+    platform::Form1& form1 = parts_.form1;
+    form1.Text_a.on_key = [this](const platform::KeyPress& press) { return parts_.typed_answer.OnAnswerKey(press); };
+    form1.t_hint.on_click = [this] { parts_.typed_answer.OnHintClick(); };
+    form1.t_hint.on_key = [this](const platform::KeyPress& press) { return parts_.typed_answer.OnHintKey(press); };
+    form1.listav.on_click = [this](const std::string& line) { parts_.lists.listav_click(line); };
 }
 
 /// What is being typed is not thrown away without a question.
 void MainWindow::close()
 {
-    if (m_.editor.ask_to_save())
-        m_.end_of_program.end_program();
+    if (parts_.editor.ask_to_save())
+        parts_.end_of_program.end_program();
 }
 
 void MainWindow::load()
 {
     {
-        const platform::BusyPointer busy(m_.desktop);
+        const platform::BusyPointer busy(parts_.desktop);
         forget_display();
-        m_.question_view.ApplyTextFont();
-        m_.statistics_view.show_course();
-        m_.statistics.refresh_counts();
+        parts_.question_view.ApplyTextFont();
+        parts_.statistics_view.show_course();
+        parts_.statistics.refresh_counts();
         timer_1_sec_tick();
-        m_.title.set_window_title();
-        m_.form1.window.show();
-        m_.dialog.RefreshDialog();
-        m_.form1.bot_yes.set_focus();
-        m_.form1.timer_1_min.start(1min);
-        m_.form1.timer_1_sec.start(1s);
-        m_.form1.timer_250_ms.start(250ms);
+        parts_.title.set_window_title();
+        parts_.form1.window.show();
+        parts_.dialog.RefreshDialog();
+        parts_.form1.bot_yes.set_focus();
+        parts_.form1.timer_1_min.start(1min);
+        parts_.form1.timer_1_sec.start(1s);
+        parts_.form1.timer_250_ms.start(250ms);
     }
-    m_.statistics.announce_passed(m_.statistics.passed_on_showing());
+    parts_.statistics.announce_passed(parts_.statistics.passed_on_showing());
 }
 
 void MainWindow::unload()
 {
-    for (platform::Timer* timer : {&m_.form1.timer_1_min, &m_.form1.timer_1_sec, &m_.form1.timer_250_ms})
+    for (platform::Timer* timer : {&parts_.form1.timer_1_min, &parts_.form1.timer_1_sec, &parts_.form1.timer_250_ms})
         timer->stop();
     forget_display();
-    m_.form1.window.hide();
+    parts_.form1.window.hide();
 }
 
 void MainWindow::forget_display()
 {
-    m_.course.previous_cnt = 0;
-    m_.state.dialog = DialogState::AskToStart;
-    m_.state.RightClickConsumed = false;
-    m_.edit_flags.clear();
-    m_.last_list.forget_list();
-    m_.state.list_built = false;
-    m_.question_view.leave_list();
-    m_.question_view.withdraw_question();
-    m_.status.ShowStatus("", 0);
+    parts_.course.previous_cnt = 0;
+    parts_.state.dialog = DialogState::AskToStart;
+    parts_.state.RightClickConsumed = false;
+    parts_.edit_flags.clear();
+    parts_.last_list.forget_list();
+    parts_.state.list_built = false;
+    parts_.question_view.leave_list();
+    parts_.question_view.withdraw_question();
+    parts_.status.ShowStatus("", 0);
 }
 
 void MainWindow::show_stored_record()
 {
-    refresh_counts_or_withdraw(m_.statistics, m_.question_view);
-    if (m_.course.current_cnt != 0)
-        m_.question_view.show_record();
+    refresh_counts_or_withdraw(parts_.statistics, parts_.question_view);
+    if (parts_.course.current_cnt != 0)
+        parts_.question_view.show_record();
 }
 
 void MainWindow::timer_1_sec_tick()
 {
-    m_.form1.Panel_time_now.set_caption(common::format_clock(m_.clock.now()));
+    parts_.form1.Panel_time_now.set_caption(common::format_clock(parts_.clock.now()));
 }
 
 void MainWindow::timer_1_min_tick()
 {
-    m_.statistics.refresh_work_time();
+    parts_.statistics.refresh_work_time();
     try {
-        m_.params.save_work_time(m_.clock.now());
+        parts_.params.save_work_time(parts_.clock.now());
     } catch (const store::OutcomeUnknown& error) {
         tell_about_work_time("It is not known whether the work time is stored.");
-        m_.trace.write_trace(std::string("timer_1_min - not known whether the work time is stored - ") + error.what());
+        parts_.trace.write_trace(std::string("timer_1_min - not known whether the work time is stored - ") +
+                                 error.what());
     } catch (const common::Error& error) {
         tell_about_work_time(std::string("The work time could not be stored. ") + error.what());
-        m_.trace.write_trace(std::string("timer_1_min - work time not stored - ") + error.what());
+        parts_.trace.write_trace(std::string("timer_1_min - work time not stored - ") + error.what());
     }
 }
 
 /// No box: nobody asked for anything just now, and the next minute tries again. A request for a verdict stays.
 void MainWindow::tell_about_work_time(const std::string& text)
 {
-    if (!m_.state.AwaitingVerdict)
-        m_.status.ShowStatus(text, status_seconds);
+    if (!parts_.state.AwaitingVerdict)
+        parts_.status.ShowStatus(text, status_seconds);
 }
 
 } // namespace cuedrill::drill

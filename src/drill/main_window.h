@@ -50,7 +50,7 @@ public:
         TypedAnswer& typed_answer;
     };
 
-    explicit MainWindow(const Parts& parts) : m_(parts) {}
+    explicit MainWindow(const Parts& parts) : parts_(parts) {}
 
     /// Attaches the controls, keys and timers, and gives the fixed texts.
     void attach();
@@ -66,7 +66,7 @@ public:
     void show_stored_record();
 
     /// Brings the list of all questions up to date, where it is shown.
-    void show_all_stored() { m_.last_list.rebuild_shown_list(); }
+    void show_all_stored() { parts_.last_list.rebuild_shown_list(); }
 
     /// Work of the timers: the work time is shown and stored each minute, so that a crash costs no more than one.
     void timer_1_min_tick();
@@ -79,7 +79,7 @@ private:
     void close();
     void tell_about_work_time(const std::string& text);
 
-    Parts m_;
+    Parts parts_;
 };
 
 } // namespace cuedrill::drill

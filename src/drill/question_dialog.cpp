@@ -29,27 +29,27 @@ DialogTexts texts_of(DialogState state)
 QuestionDialog::QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
                                WindowLayout& layout, platform::Desktop& desktop, Selection& selection, Scoring& scoring,
                                RecordEditor& editor, EndOfProgram& end_of_program, const store::Course& course)
-    : m_form1(form1), m_state(state), m_view(view), m_status(status), m_layout(layout), m_desktop(desktop),
-      m_selection(selection), m_scoring(scoring), m_editor(editor), m_end_of_program(end_of_program), m_course(course)
+    : form1_(form1), state_(state), view_(view), status_(status), layout_(layout), desktop_(desktop),
+      selection_(selection), scoring_(scoring), editor_(editor), end_of_program_(end_of_program), course_(course)
 {
 }
 
 void QuestionDialog::RefreshDialog()
 {
-    const DialogTexts texts = texts_of(m_state.dialog);
-    m_form1.panel_dialog.set_caption("");
-    m_desktop.pump();
-    m_form1.panel_dialog.set_caption(texts.prompt);
-    m_layout.lay_out_buttons();
-    m_form1.bot_yes.set_caption(texts.yes);
-    m_form1.bot_no.set_caption(texts.no);
-    m_form1.bot_other.set_caption("Ignore");
-    m_layout.RelayoutWindow();
+    const DialogTexts texts = texts_of(state_.dialog);
+    form1_.panel_dialog.set_caption("");
+    desktop_.pump();
+    form1_.panel_dialog.set_caption(texts.prompt);
+    layout_.lay_out_buttons();
+    form1_.bot_yes.set_caption(texts.yes);
+    form1_.bot_no.set_caption(texts.no);
+    form1_.bot_other.set_caption("Ignore");
+    layout_.RelayoutWindow();
 }
 
 void QuestionDialog::enter(DialogState state)
 {
-    m_state.dialog = state;
+    state_.dialog = state;
     RefreshDialog();
 }
 
@@ -58,43 +58,43 @@ void QuestionDialog::enter(DialogState state)
 template <class Step>
 void QuestionDialog::go_on(Step step)
 {
-    m_layout.hold_dialog(true);
+    layout_.hold_dialog(true);
     try {
         step();
     } catch (...) {
-        m_layout.hold_dialog(false);
-        m_layout.RelayoutWindow();
+        layout_.hold_dialog(false);
+        layout_.RelayoutWindow();
         throw;
     }
-    m_layout.hold_dialog(false);
+    layout_.hold_dialog(false);
     enter(DialogState::OfferAnswer);
 }
 
 void QuestionDialog::leave_question()
 {
-    m_scoring.StampLastShow();
-    m_selection.next_question();
+    scoring_.StampLastShow();
+    selection_.next_question();
 }
 
 void QuestionDialog::OnYes()
 {
-    if (m_state.RightClickConsumed) {
-        m_state.RightClickConsumed = false;
+    if (state_.RightClickConsumed) {
+        state_.RightClickConsumed = false;
         return;
     }
-    switch (m_state.dialog) {
+    switch (state_.dialog) {
     case DialogState::AskToStart:
         go_on([this] { leave_question(); });
         break;
     case DialogState::OfferAnswer:
         if (!can_judge())
             return;
-        m_state.SelfJudgement.clear();
-        m_view.RevealAnswer();
+        state_.SelfJudgement.clear();
+        view_.RevealAnswer();
         enter(DialogState::AskKnown);
         break;
     case DialogState::AskKnown:
-        if (m_layout.answer_on_display())
+        if (layout_.answer_on_display())
             go_on([this] { SucceedAndNext(); });
         break;
     }
@@ -102,16 +102,16 @@ void QuestionDialog::OnYes()
 
 void QuestionDialog::OnNo()
 {
-    switch (m_state.dialog) {
+    switch (state_.dialog) {
     case DialogState::AskToStart:
-        if (!m_layout.question_on_display())
-            m_end_of_program.end_program();
+        if (!layout_.question_on_display())
+            end_of_program_.end_program();
         break;
     case DialogState::OfferAnswer:
         go_on([this] { leave_question(); });
         break;
     case DialogState::AskKnown:
-        if (m_layout.answer_on_display())
+        if (layout_.answer_on_display())
             go_on([this] { FailAndNext(); });
         break;
     }
@@ -119,14 +119,14 @@ void QuestionDialog::OnNo()
 
 void QuestionDialog::OnOther()
 {
-    if (m_state.dialog == DialogState::AskKnown)
+    if (state_.dialog == DialogState::AskKnown)
         go_on([this] { leave_question(); });
 }
 
 void QuestionDialog::OnYesMouseDown(platform::MouseButton button)
 {
-    m_state.RightClickConsumed = button == platform::MouseButton::right;
-    if (m_state.RightClickConsumed)
+    state_.RightClickConsumed = button == platform::MouseButton::right;
+    if (state_.RightClickConsumed)
         OnNo();
 }
 
@@ -134,35 +134,35 @@ void QuestionDialog::ShowAnswerCommand()
 {
     if (!can_judge())
         return;
-    m_state.AnswerShown = true;
-    m_state.SelfJudgement.clear();
-    m_view.RevealAnswer();
-    m_state.AwaitingVerdict = true;
-    m_layout.RelayoutWindow();
-    m_status.ask_for_verdict();
+    state_.AnswerShown = true;
+    state_.SelfJudgement.clear();
+    view_.RevealAnswer();
+    state_.AwaitingVerdict = true;
+    layout_.RelayoutWindow();
+    status_.ask_for_verdict();
 }
 
 void QuestionDialog::NextQuestionCommand()
 {
-    if (!m_editor.editing()) {
+    if (!editor_.editing()) {
         leave_question();
         return;
     }
-    const common::Int16 edited = m_course.current_cnt;
-    if (m_editor.offer_to_save() == SaveResult::refused)
+    const common::Int16 edited = course_.current_cnt;
+    if (editor_.offer_to_save() == SaveResult::refused)
         return;
-    if (m_editor.editing())
-        m_editor.close_editor();
+    if (editor_.editing())
+        editor_.close_editor();
     // Texts that were rejected have taken the record off the display.
-    m_selection.next_question_after(m_course.current_cnt != 0 ? m_course.current_cnt : edited);
+    selection_.next_question_after(course_.current_cnt != 0 ? course_.current_cnt : edited);
 }
 
 void QuestionDialog::SucceedAndNext()
 {
     if (!can_judge())
         return;
-    m_scoring.set_success();
-    m_selection.next_question();
+    scoring_.set_success();
+    selection_.next_question();
 }
 
 void QuestionDialog::FailAndNext()
@@ -170,16 +170,16 @@ void QuestionDialog::FailAndNext()
     if (!can_judge())
         return;
     try {
-        m_scoring.set_failure();
+        scoring_.set_failure();
     } catch (const std::exception&) {
         // The status line was emptied for a verdict that is still awaited.
-        if (m_state.AwaitingVerdict)
-            m_status.ask_for_verdict();
+        if (state_.AwaitingVerdict)
+            status_.ask_for_verdict();
         throw;
     }
     // A success is told by the status line.
-    m_view.announce_with_next("Not known. Level 0.");
-    m_selection.next_question();
+    view_.announce_with_next("Not known. Level 0.");
+    selection_.next_question();
 }
 
 } // namespace cuedrill::drill

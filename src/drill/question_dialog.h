@@ -45,7 +45,7 @@ public:
     void NextQuestionCommand();
 
     /// Takes the question off the display, so that nothing can be revealed or judged.
-    void withdraw_question() { m_view.withdraw_question(); }
+    void withdraw_question() { view_.withdraw_question(); }
 
     /// Judge the question on display and ask the next one; the dialog's state stays.
     void SucceedAndNext();
@@ -56,19 +56,19 @@ private:
     void go_on(Step step);
     void leave_question();
     void enter(DialogState state);
-    [[nodiscard]] bool can_judge() const { return m_layout.question_on_display(); }
+    [[nodiscard]] bool can_judge() const { return layout_.question_on_display(); }
 
-    platform::Form1& m_form1;
-    DrillState& m_state;
-    QuestionView& m_view;
-    StatusLine& m_status;
-    WindowLayout& m_layout;
-    platform::Desktop& m_desktop;
-    Selection& m_selection;
-    Scoring& m_scoring;
-    RecordEditor& m_editor;
-    EndOfProgram& m_end_of_program;
-    const store::Course& m_course;
+    platform::Form1& form1_;
+    DrillState& state_;
+    QuestionView& view_;
+    StatusLine& status_;
+    WindowLayout& layout_;
+    platform::Desktop& desktop_;
+    Selection& selection_;
+    Scoring& scoring_;
+    RecordEditor& editor_;
+    EndOfProgram& end_of_program_;
+    const store::Course& course_;
 };
 
 } // namespace cuedrill::drill

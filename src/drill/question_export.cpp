@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, 3> engine_endings{"-journal", "-wal", "-s
 
 void QuestionExport::Export_QA()
 {
-    const std::string path = m_desktop
+    const std::string path = desktop_
                                  .save_file_dialog({.title = "Exporting questions and answers to text file",
                                                     .initial_file = "QA export.txt",
                                                     .default_extension = "txt",
@@ -34,7 +34,7 @@ void QuestionExport::Export_QA()
         return;
     if (ask(std::to_string(exported->count) +
             " questions and answers exported. Do you want to open the exported file?"))
-        m_documents.open_document(path);
+        documents_.open_document(path);
     tell_changed(*exported);
 }
 
@@ -42,7 +42,7 @@ void QuestionExport::tell_changed(const exchange::Exported& exported)
 {
     if (exported.changed == 0)
         return;
-    m_desktop.message_box(
+    desktop_.message_box(
         {.text = "Records that an import of this file would change or leave out: " + std::to_string(exported.changed),
          .icon = BoxIcon::exclamation,
          .details = exported.lines});
@@ -50,11 +50,11 @@ void QuestionExport::tell_changed(const exchange::Exported& exported)
 
 bool QuestionExport::may_export(const std::string& path)
 {
-    if (m_files.is_same_file(path, m_course.db_path))
+    if (files_.is_same_file(path, course_.db_path))
         tell("The file " + path + " is the open course itself. Choose another name.");
     else if (is_name_of_the_engine(path))
         tell("The name " + path + " is kept for the open course. Choose another name.");
-    else if (m_files.exists(path) && !m_files.is_regular_file(path))
+    else if (files_.exists(path) && !files_.is_regular_file(path))
         tell("The file " + path + " is not an ordinary file. Choose another name.");
     else
         return true;
@@ -66,9 +66,9 @@ bool QuestionExport::may_export(const std::string& path)
 bool QuestionExport::is_name_of_the_engine(const std::string& path) const
 {
     return std::any_of(engine_endings.begin(), engine_endings.end(), [&](std::string_view ending) {
-        return m_files.is_same_file(path, m_course.db_path + std::string(ending)) ||
+        return files_.is_same_file(path, course_.db_path + std::string(ending)) ||
                (path.ends_with(ending) &&
-                m_files.is_same_file(path.substr(0, path.size() - ending.size()), m_course.db_path));
+                files_.is_same_file(path.substr(0, path.size() - ending.size()), course_.db_path));
     });
 }
 
@@ -77,24 +77,24 @@ std::optional<exchange::Exported> QuestionExport::try_export(const std::string& 
 {
     std::string failure;
     try {
-        const platform::BusyPointer busy(m_desktop);
-        return m_exporter.export_file(path, numbered);
+        const platform::BusyPointer busy(desktop_);
+        return exporter_.export_file(path, numbered);
     } catch (const common::Error& error) {
         failure = error.what();
     }
-    m_desktop.message_box({.text = "The export has stopped.\r\n\r\n" + failure, .icon = BoxIcon::exclamation});
+    desktop_.message_box({.text = "The export has stopped.\r\n\r\n" + failure, .icon = BoxIcon::exclamation});
     return std::nullopt;
 }
 
 bool QuestionExport::ask(const std::string& question)
 {
-    return m_desktop.message_box({.text = question, .buttons = BoxButtons::yes_no, .icon = BoxIcon::question}) ==
+    return desktop_.message_box({.text = question, .buttons = BoxButtons::yes_no, .icon = BoxIcon::question}) ==
            BoxAnswer::yes;
 }
 
 void QuestionExport::tell(const std::string& text)
 {
-    m_desktop.message_box({.text = text});
+    desktop_.message_box({.text = text});
 }
 
 } // namespace cuedrill::drill

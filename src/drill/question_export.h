@@ -16,7 +16,7 @@ class QuestionExport {
 public:
     QuestionExport(const store::Course& course, exchange::Exporter& exporter, support::Documents& documents,
                    const platform::Files& files, platform::Desktop& desktop)
-        : m_course(course), m_exporter(exporter), m_documents(documents), m_files(files), m_desktop(desktop)
+        : course_(course), exporter_(exporter), documents_(documents), files_(files), desktop_(desktop)
     {
     }
 
@@ -32,11 +32,11 @@ private:
     void tell_changed(const exchange::Exported& exported);
     void tell(const std::string& text);
 
-    const store::Course& m_course;
-    exchange::Exporter& m_exporter;
-    support::Documents& m_documents;
-    const platform::Files& m_files;
-    platform::Desktop& m_desktop;
+    const store::Course& course_;
+    exchange::Exporter& exporter_;
+    support::Documents& documents_;
+    const platform::Files& files_;
+    platform::Desktop& desktop_;
 };
 
 } // namespace cuedrill::drill

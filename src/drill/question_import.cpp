@@ -39,18 +39,18 @@ std::string words_of(const Progress& progress)
 
 void QuestionImport::Import_questions_and_answers()
 {
-    platform::Desktop& desktop = m_services.desktop;
+    platform::Desktop& desktop = services_.desktop;
     if (desktop.message_box({.text = explanation,
                              .buttons = BoxButtons::yes_no,
                              .icon = BoxIcon::question,
                              .default_button = BoxAnswer::no,
                              .title = "Importing questions and answers from text file"}) != BoxAnswer::yes)
         return;
-    if (m_flags.editing()) {
+    if (flags_.editing()) {
         tell("This function cannot be used while in insert or modify mode. Press ESC to cancel insert or edit.");
         return;
     }
-    if (!m_course.is_open()) {
+    if (!course_.is_open()) {
         tell("You should create a course first");
         return;
     }
@@ -58,7 +58,7 @@ void QuestionImport::Import_questions_and_answers()
     if (path.empty() || !may_import(path))
         return;
     if (desktop.message_box({.text = "Questions from file \"" + path + "\"will be added to current course (" +
-                                     m_course.params.course_title + ").\r\nDo you wish to continue?",
+                                     course_.params.course_title + ").\r\nDo you wish to continue?",
                              .buttons = BoxButtons::yes_no,
                              .icon = BoxIcon::question}) != BoxAnswer::yes)
         return;
@@ -67,10 +67,10 @@ void QuestionImport::Import_questions_and_answers()
 
 bool QuestionImport::may_import(const std::string& path)
 {
-    const platform::Files& files = m_services.files;
+    const platform::Files& files = services_.files;
     if (!files.exists(path))
         tell("File not found");
-    else if (files.is_same_file(path, m_course.db_path))
+    else if (files.is_same_file(path, course_.db_path))
         tell("The file " + path + " is the open course itself. Choose a text file.");
     else if (!files.is_regular_file(path))
         tell("The file " + path + " is not an ordinary file. Choose a text file.");
@@ -81,12 +81,12 @@ bool QuestionImport::may_import(const std::string& path)
 
 void QuestionImport::import_file(const std::string& path)
 {
-    Importer importer(m_course, m_bank, m_services.files, m_services.clock, m_services.text_compare, path);
-    m_shown = 0;
+    Importer importer(course_, bank_, services_.files, services_.clock, services_.text_compare, path);
+    shown_ = 0;
     try {
         run(importer);
         show_all();
-        m_services.desktop.message_box(
+        services_.desktop.message_box(
             {.text = exchange::end_words(importer.progress()), .details = exchange::end_details(importer.progress())});
         tell_report(importer.report());
     } catch (const common::Error& error) {
@@ -107,9 +107,9 @@ void QuestionImport::run(Importer& importer)
         if (progress.finished)
             return;
         if (progress.percent)
-            m_status.ShowStatus(words_of(progress) + ", " + std::to_string(*progress.percent) + " % of the file read",
-                                0);
-        m_services.desktop.pump();
+            status_.ShowStatus(words_of(progress) + ", " + std::to_string(*progress.percent) + " % of the file read",
+                               0);
+        services_.desktop.pump();
     }
 }
 
@@ -117,13 +117,13 @@ void QuestionImport::run(Importer& importer)
 /// back.
 void QuestionImport::show(const Progress& progress)
 {
-    if (progress.stored == m_shown)
+    if (progress.stored == shown_)
         return;
-    m_shown = progress.stored;
-    m_course.current_cnt = progress.last_cnt;
-    m_flags.clear();
-    m_status.ShowStatus(words_of(progress), 0);
-    m_main_window.show_stored_record();
+    shown_ = progress.stored;
+    course_.current_cnt = progress.last_cnt;
+    flags_.clear();
+    status_.ShowStatus(words_of(progress), 0);
+    main_window_.show_stored_record();
 }
 
 /// An error has ended the import.
@@ -137,7 +137,7 @@ void QuestionImport::stop(const Importer& importer, const std::string& reason)
         // The same.
     }
     show_all();
-    m_services.desktop.message_box(
+    services_.desktop.message_box(
         {.text = exchange::stop_words(reason, importer.progress()), .icon = BoxIcon::exclamation});
     tell_report(importer.report());
 }
@@ -145,20 +145,20 @@ void QuestionImport::stop(const Importer& importer, const std::string& reason)
 /// There are no more records: clears the status line, and brings the list up to date that they may belong to.
 void QuestionImport::show_all()
 {
-    m_status.ShowStatus("", 0);
-    m_main_window.show_all_stored();
+    status_.ShowStatus("", 0);
+    main_window_.show_all_stored();
 }
 
 void QuestionImport::tell_report(const exchange::ImportReport& report)
 {
     const std::string summary = report.summary();
     if (!summary.empty())
-        m_services.desktop.message_box({.text = summary, .icon = BoxIcon::exclamation, .details = report.lines()});
+        services_.desktop.message_box({.text = summary, .icon = BoxIcon::exclamation, .details = report.lines()});
 }
 
 void QuestionImport::tell(const std::string& text)
 {
-    m_services.desktop.message_box({.text = text});
+    services_.desktop.message_box({.text = text});
 }
 
 } // namespace cuedrill::drill

@@ -28,8 +28,7 @@ public:
 
     QuestionImport(store::Course& course, bank::RecordBank& bank, EditFlags& flags, MainWindow& main_window,
                    StatusLine& status, const Services& services)
-        : m_course(course), m_bank(bank), m_flags(flags), m_main_window(main_window), m_status(status),
-          m_services(services)
+        : course_(course), bank_(bank), flags_(flags), main_window_(main_window), status_(status), services_(services)
     {
     }
 
@@ -49,14 +48,14 @@ private:
     void tell_report(const exchange::ImportReport& report);
     void tell(const std::string& text);
 
-    store::Course& m_course;
-    bank::RecordBank& m_bank;
-    EditFlags& m_flags;
-    MainWindow& m_main_window;
-    StatusLine& m_status;
-    Services m_services;
+    store::Course& course_;
+    bank::RecordBank& bank_;
+    EditFlags& flags_;
+    MainWindow& main_window_;
+    StatusLine& status_;
+    Services services_;
 
-    std::int64_t m_shown = 0; ///< how many stored records of the present import the window has told of
+    std::int64_t shown_ = 0; ///< how many stored records of the present import the window has told of
 };
 
 } // namespace cuedrill::drill

@@ -10,21 +10,21 @@ namespace cuedrill::drill {
 
 void QuestionView::set_captions()
 {
-    m_form1.lab_q.set_caption("Question");
-    m_form1.Text_q.set_name("Question");
-    m_form1.Text_a.set_name("Answer");
-    m_form1.t_hint.set_name("Hint");
-    m_form1.listav.set_name("List");
+    form1_.lab_q.set_caption("Question");
+    form1_.Text_q.set_name("Question");
+    form1_.Text_a.set_name("Answer");
+    form1_.t_hint.set_name("Hint");
+    form1_.listav.set_name("List");
     const struct {
         platform::Label& caption;
         platform::Label& value;
         const char* text;
         const char* description;
     } figures[] = {
-        {m_form1.lab_q_level, m_form1.PANEL_Q_LEVEL, "Level", "Question level"},
-        {m_form1.lab_q_attempts, m_form1.PANEL_Q_ATTEMPTS, "Attempts", "Attempts"},
-        {m_form1.lab_fails, m_form1.PANEL_FAILS, "Failures", "Failures"},
-        {m_form1.lab_elapsed, m_form1.PANEL_ELAPSED, "Elapsed", "Elapsed"},
+        {form1_.lab_q_level, form1_.PANEL_Q_LEVEL, "Level", "Question level"},
+        {form1_.lab_q_attempts, form1_.PANEL_Q_ATTEMPTS, "Attempts", "Attempts"},
+        {form1_.lab_fails, form1_.PANEL_FAILS, "Failures", "Failures"},
+        {form1_.lab_elapsed, form1_.PANEL_ELAPSED, "Elapsed", "Elapsed"},
     };
     for (const auto& figure : figures) {
         figure.caption.set_caption(figure.text);
@@ -34,11 +34,11 @@ void QuestionView::set_captions()
 
 void QuestionView::ApplyTextFont()
 {
-    const std::string& name = m_course.params.font;
+    const std::string& name = course_.params.font;
     const platform::Font font = name.empty() ? platform::Font{.name = "FixedSys", .points = 9, .bold = false}
                                              : platform::Font{.name = name, .points = 12, .bold = true};
-    m_form1.Text_q.set_font(font);
-    m_form1.Text_a.set_font(font);
+    form1_.Text_q.set_font(font);
+    form1_.Text_a.set_font(font);
 }
 
 /// Runs `show`; when it fails, no question is on display: the boxes may still show another record, and a verdict would
@@ -68,7 +68,7 @@ void QuestionView::show_record()
 {
     or_withdraw([this] {
         load_current_record();
-        m_layout.RelayoutWindow();
+        layout_.RelayoutWindow();
     });
 }
 
@@ -76,62 +76,62 @@ void QuestionView::show_record_and_answer()
 {
     or_withdraw([this] {
         load_current_record();
-        m_form1.Text_a.set_text(m_state.loaded_answer);
-        m_state.AnswerShown = m_state.answer_revealed = m_layout.question_on_display();
-        m_layout.RelayoutWindow();
+        form1_.Text_a.set_text(state_.loaded_answer);
+        state_.AnswerShown = state_.answer_revealed = layout_.question_on_display();
+        layout_.RelayoutWindow();
     });
 }
 
 /// Tells the verdict that waits to be told, and the question that is on display.
 void QuestionView::announce()
 {
-    std::string text = std::exchange(m_verdict_to_tell, {});
-    if (m_layout.question_on_display())
-        text += (text.empty() ? "" : " ") + m_state.loaded_question;
+    std::string text = std::exchange(verdict_to_tell_, {});
+    if (layout_.question_on_display())
+        text += (text.empty() ? "" : " ") + state_.loaded_question;
     if (!text.empty())
-        m_form1.window.announce(text);
+        form1_.window.announce(text);
 }
 
 void QuestionView::ask()
 {
-    const bool question = m_layout.question_on_display();
-    if (question && m_course.params.list_mode)
-        m_hints.BuildWordListHint();
-    if (question && m_course.params.always_type)
+    const bool question = layout_.question_on_display();
+    if (question && course_.params.list_mode)
+        hints_.BuildWordListHint();
+    if (question && course_.params.always_type)
         let_me_type();
-    m_layout.RelayoutWindow();
+    layout_.RelayoutWindow();
 }
 
 void QuestionView::let_me_type()
 {
-    m_state.TypingMode = true;
+    state_.TypingMode = true;
     leave_list();
-    m_layout.RelayoutWindow();
-    m_form1.Text_a.set_focus();
+    layout_.RelayoutWindow();
+    form1_.Text_a.set_focus();
 }
 
 void QuestionView::load_current_record()
 {
-    const auto record = store::find_record(m_course.database(), m_course.current_cnt);
+    const auto record = store::find_record(course_.database(), course_.current_cnt);
     if (!record) {
         withdraw_question();
         return;
     }
     forget_answer();
-    store::RecordSide asked = store::side_of(*record, m_course.Q_FIELD);
-    show_figures(asked, m_clock.now());
+    store::RecordSide asked = store::side_of(*record, course_.Q_FIELD);
+    show_figures(asked, clock_.now());
 
-    m_state.loaded_question = std::move(asked.text);
-    m_state.loaded_answer = store::shown_answer(store::side_of(*record, m_course.A_FIELD).text);
-    show_texts(m_state.loaded_question);
+    state_.loaded_question = std::move(asked.text);
+    state_.loaded_answer = store::shown_answer(store::side_of(*record, course_.A_FIELD).text);
+    show_texts(state_.loaded_question);
 }
 
 void QuestionView::refresh_figures()
 {
-    if (m_course.current_cnt == 0)
+    if (course_.current_cnt == 0)
         return;
-    if (const auto record = store::find_record(m_course.database(), m_course.current_cnt))
-        show_figures(store::side_of(*record, m_course.Q_FIELD), m_clock.now());
+    if (const auto record = store::find_record(course_.database(), course_.current_cnt))
+        show_figures(store::side_of(*record, course_.Q_FIELD), clock_.now());
 }
 
 void QuestionView::show_figures(const store::RecordSide& asked, common::DateTime now)
@@ -139,18 +139,18 @@ void QuestionView::show_figures(const store::RecordSide& asked, common::DateTime
     // Courses made elsewhere may hold any number here. It is only shown, so it need not fit the 16 bits of a verdict.
     const auto level = std::clamp<std::int64_t>(asked.successes, 0, scheduler::highest_level);
     const auto tested = asked.date_last_test;
-    m_form1.PANEL_Q_LEVEL.set_caption(std::to_string(level));
-    m_form1.PANEL_Q_ATTEMPTS.set_caption(std::to_string(asked.attempts));
-    m_form1.PANEL_FAILS.set_caption(std::to_string(asked.fails));
-    m_form1.PANEL_ELAPSED.set_caption(
+    form1_.PANEL_Q_LEVEL.set_caption(std::to_string(level));
+    form1_.PANEL_Q_ATTEMPTS.set_caption(std::to_string(asked.attempts));
+    form1_.PANEL_FAILS.set_caption(std::to_string(asked.fails));
+    form1_.PANEL_ELAPSED.set_caption(
         tested ? common::format_hours_minutes(static_cast<double>(common::seconds_between(*tested, now))) : "");
 }
 
 void QuestionView::show_texts(std::string_view question)
 {
-    m_form1.Text_q.set_text(question);
-    m_form1.Text_a.set_text("");
-    m_form1.Text_a.set_background(std::nullopt);
+    form1_.Text_q.set_text(question);
+    form1_.Text_a.set_text("");
+    form1_.Text_a.set_background(std::nullopt);
 }
 
 void QuestionView::clear_answer_state()
@@ -161,47 +161,47 @@ void QuestionView::clear_answer_state()
 
 void QuestionView::leave_list()
 {
-    if (m_state.list_shown())
-        m_state.shared_place = SharedPlace::statistics;
+    if (state_.list_shown())
+        state_.shared_place = SharedPlace::statistics;
 }
 
 void QuestionView::forget_answer()
 {
-    m_state.clear_answer();
-    m_status.withdraw_request();
-    m_status.withdraw_about_due();
+    state_.clear_answer();
+    status_.withdraw_request();
+    status_.withdraw_about_due();
 }
 
 void QuestionView::withdraw_question()
 {
-    m_course.current_cnt = 0;
+    course_.current_cnt = 0;
     forget_answer();
-    m_state.loaded_question.clear();
-    m_state.loaded_answer.clear();
+    state_.loaded_question.clear();
+    state_.loaded_answer.clear();
     for (platform::Label* figure :
-         {&m_form1.PANEL_Q_LEVEL, &m_form1.PANEL_Q_ATTEMPTS, &m_form1.PANEL_FAILS, &m_form1.PANEL_ELAPSED})
+         {&form1_.PANEL_Q_LEVEL, &form1_.PANEL_Q_ATTEMPTS, &form1_.PANEL_FAILS, &form1_.PANEL_ELAPSED})
         figure->set_caption("");
     show_texts("");
-    m_layout.RelayoutWindow();
+    layout_.RelayoutWindow();
     announce();
 }
 
 void QuestionView::RevealAnswer()
 {
-    m_form1.Text_a.set_text(m_state.loaded_answer);
-    m_form1.Text_a.set_background(m_state.SelfJudgement == "-" ? common::light_red : common::light_green);
-    m_state.answer_revealed = true;
+    form1_.Text_a.set_text(state_.loaded_answer);
+    form1_.Text_a.set_background(state_.SelfJudgement == "-" ? common::light_red : common::light_green);
+    state_.answer_revealed = true;
     leave_list();
-    m_layout.RelayoutWindow();
-    m_form1.window.announce("Answer: " + m_state.loaded_answer);
+    layout_.RelayoutWindow();
+    form1_.window.announce("Answer: " + state_.loaded_answer);
 }
 
 void QuestionView::show_answer_for_editing()
 {
     forget_answer();
-    m_form1.Text_a.set_text(m_state.loaded_answer);
-    m_form1.Text_a.set_background(std::nullopt);
-    m_state.AnswerShown = m_state.answer_revealed = m_layout.question_on_display();
+    form1_.Text_a.set_text(state_.loaded_answer);
+    form1_.Text_a.set_background(std::nullopt);
+    state_.AnswerShown = state_.answer_revealed = layout_.question_on_display();
 }
 
 } // namespace cuedrill::drill

@@ -22,8 +22,7 @@ class QuestionView : public QuestionDisplay {
 public:
     QuestionView(platform::Form1& form1, store::Course& course, DrillState& state, StatusLine& status,
                  WindowLayout& layout, Hints& hints, platform::Clock& clock)
-        : m_form1(form1), m_course(course), m_state(state), m_status(status), m_layout(layout), m_hints(hints),
-          m_clock(clock)
+        : form1_(form1), course_(course), state_(state), status_(status), layout_(layout), hints_(hints), clock_(clock)
     {
     }
 
@@ -58,7 +57,7 @@ public:
     void RevealAnswer();
 
     /// Has `verdict` told together with the next question: assistive technology might skip the first of two texts.
-    void announce_with_next(std::string verdict) { m_verdict_to_tell = std::move(verdict); }
+    void announce_with_next(std::string verdict) { verdict_to_tell_ = std::move(verdict); }
 
     /// Shows the stored answer to be changed.
     void show_answer_for_editing();
@@ -76,14 +75,14 @@ private:
     template <class Show>
     void or_withdraw(Show show);
 
-    platform::Form1& m_form1;
-    store::Course& m_course;
-    DrillState& m_state;
-    StatusLine& m_status;
-    WindowLayout& m_layout;
-    Hints& m_hints;
-    platform::Clock& m_clock;
-    std::string m_verdict_to_tell;
+    platform::Form1& form1_;
+    store::Course& course_;
+    DrillState& state_;
+    StatusLine& status_;
+    WindowLayout& layout_;
+    Hints& hints_;
+    platform::Clock& clock_;
+    std::string verdict_to_tell_;
 };
 
 } // namespace cuedrill::drill

@@ -25,30 +25,30 @@ bool is_empty(const std::string& text)
 
 void RecordEditor::begin_new_record()
 {
-    m_save_is_unknown = false;
-    m_flags = {.new_mode = true, .edit_mode = false};
+    save_is_unknown_ = false;
+    flags_ = {.new_mode = true, .edit_mode = false};
     // What stands in the boxes without a current record was typed and not saved.
-    if (m_course.current_cnt == 0)
-        m_view.empty_boxes();
+    if (course_.current_cnt == 0)
+        view_.empty_boxes();
     else
-        m_services.display.withdraw_question();
-    m_view.open_editor();
+        services_.display.withdraw_question();
+    view_.open_editor();
 }
 
 void RecordEditor::begin_edit()
 {
-    if (m_course.current_cnt == 0)
+    if (course_.current_cnt == 0)
         return;
-    m_save_is_unknown = false;
-    m_flags = {.new_mode = false, .edit_mode = true};
-    m_view.show_answer_for_editing();
-    m_view.open_editor();
+    save_is_unknown_ = false;
+    flags_ = {.new_mode = false, .edit_mode = true};
+    view_.show_answer_for_editing();
+    view_.open_editor();
 }
 
 /// A text as it is stored: composed, like every text that enters the program, and without blanks around it.
 std::string RecordEditor::entered(const std::string& text) const
 {
-    return std::string(common::trim_blanks(m_services.text_compare.nfc(text)));
+    return std::string(common::trim_blanks(services_.text_compare.nfc(text)));
 }
 
 SaveResult RecordEditor::save_record()
@@ -58,13 +58,13 @@ SaveResult RecordEditor::save_record()
 
 SaveResult RecordEditor::save(Rejection rejection)
 {
-    RecordTexts texts = m_view.typed_texts();
+    RecordTexts texts = view_.typed_texts();
     texts.question = entered(texts.question);
-    m_view.put_question(texts.question);
+    view_.put_question(texts.question);
     if (is_empty(texts.question))
         return reject("The question is empty. No saving performed.", rejection, &EditorView::go_to_question);
     texts.answer = entered(texts.answer);
-    m_view.put_answer(texts.answer);
+    view_.put_answer(texts.answer);
     if (is_empty(texts.answer))
         return reject("The answer is empty. No saving performed.", Rejection::keeps_editor, &EditorView::go_to_answer);
     try {
@@ -79,25 +79,25 @@ SaveResult RecordEditor::save(Rejection rejection)
         return keep_as_new(texts, error, rejection);
     } catch (const common::Error& error) {
         if (dynamic_cast<const store::OutcomeUnknown*>(&error) != nullptr)
-            m_save_is_unknown = true;
+            save_is_unknown_ = true;
         tell_refusal(texts, error);
         return SaveResult::refused;
     }
-    m_save_is_unknown = false;
-    m_flags.clear();
-    m_course.forget_last_verdict_on(m_course.current_cnt);
+    save_is_unknown_ = false;
+    flags_.clear();
+    course_.forget_last_verdict_on(course_.current_cnt);
     show_saved();
     return SaveResult::saved;
 }
 
 SaveResult RecordEditor::reject(const char* text, Rejection rejection, void (EditorView::*go_to_text)())
 {
-    m_services.desktop.message_box({.text = text});
+    services_.desktop.message_box({.text = text});
     if (rejection == Rejection::keeps_editor) {
-        (m_view.*go_to_text)();
+        (view_.*go_to_text)();
     } else {
         leave_editor();
-        m_view.pause_keys();
+        view_.pause_keys();
     }
     return SaveResult::rejected;
 }
@@ -107,14 +107,14 @@ SaveResult RecordEditor::reject(const char* text, Rejection rejection, void (Edi
 /// @return whether the record has these very texts already, so that nothing is left to be saved.
 bool RecordEditor::is_saved_after_all(const RecordTexts& texts)
 {
-    if (!m_save_is_unknown)
+    if (!save_is_unknown_)
         return false;
-    const std::optional<common::Int16> cnt = m_bank.stored_after_all();
-    const bool saved = cnt && m_bank.has_new_texts(*cnt, texts.question, texts.answer);
-    m_save_is_unknown = false;
+    const std::optional<common::Int16> cnt = bank_.stored_after_all();
+    const bool saved = cnt && bank_.has_new_texts(*cnt, texts.question, texts.answer);
+    save_is_unknown_ = false;
     if (cnt) {
-        m_course.current_cnt = *cnt;
-        m_flags = {.new_mode = false, .edit_mode = true};
+        course_.current_cnt = *cnt;
+        flags_ = {.new_mode = false, .edit_mode = true};
     }
     return saved;
 }
@@ -122,17 +122,17 @@ bool RecordEditor::is_saved_after_all(const RecordTexts& texts)
 /// Offers to keep the texts of a record that another program has deleted.
 SaveResult RecordEditor::keep_as_new(const RecordTexts& texts, const store::RecordGone& error, Rejection rejection)
 {
-    const auto answer = m_services.desktop.message_box(
+    const auto answer = services_.desktop.message_box(
         {.text = std::string(error.what()) + "\r\n\r\nDo you want to save the texts as a new question and answer?",
          .buttons = BoxButtons::yes_no,
          .icon = BoxIcon::question,
          .must_be_answered = true});
     if (answer != BoxAnswer::yes)
         return SaveResult::refused;
-    m_course.record_count = m_course.count_records();
+    course_.record_count = course_.count_records();
     begin_new_record();
-    m_view.put_question(texts.question);
-    m_view.put_answer(texts.answer);
+    view_.put_question(texts.question);
+    view_.put_answer(texts.answer);
     return save(rejection);
 }
 
@@ -140,11 +140,11 @@ SaveResult RecordEditor::keep_as_new(const RecordTexts& texts, const store::Reco
 void RecordEditor::show_saved()
 {
     try {
-        m_view.show_saved_record();
+        view_.show_saved_record();
     } catch (const common::Error& error) {
-        m_services.desktop.message_box(
+        services_.desktop.message_box(
             {.text = "The question and its answer are saved, but they cannot be shown now.\r\n\r\n" +
-                     store::words_about(error, m_course),
+                     store::words_about(error, course_),
              .icon = BoxIcon::exclamation});
     }
 }
@@ -152,76 +152,76 @@ void RecordEditor::show_saved()
 /// Whether a text is no longer the one that was loaded, but for its case.
 bool RecordEditor::is_changed(const std::string& text, const std::string& loaded) const
 {
-    return m_flags.new_mode || !bank::same_text(text, loaded, m_services.text_compare);
+    return flags_.new_mode || !bank::same_text(text, loaded, services_.text_compare);
 }
 
 bool RecordEditor::question_is_taken(const RecordTexts& texts)
 {
-    return m_course.Q_FIELD.text == column_without_duplicates &&
-           is_changed(texts.question, m_view.loaded_texts().question) && another_has(texts.question);
+    return course_.Q_FIELD.text == column_without_duplicates &&
+           is_changed(texts.question, view_.loaded_texts().question) && another_has(texts.question);
 }
 
 /// In an inverted course the column without duplicates is shown as the answer.
 bool RecordEditor::answer_is_taken(const RecordTexts& texts)
 {
-    return m_course.A_FIELD.text == column_without_duplicates &&
-           is_changed(texts.answer, m_view.loaded_texts().answer) && another_has(texts.answer);
+    return course_.A_FIELD.text == column_without_duplicates && is_changed(texts.answer, view_.loaded_texts().answer) &&
+           another_has(texts.answer);
 }
 
 /// Whether another record than the one that is being changed has the text. It may have it itself already, where a save
 /// was stored whose outcome was unknown.
 bool RecordEditor::another_has(const std::string& text)
 {
-    const std::optional<bank::FoundRecord> found = m_bank.find(column_without_duplicates, text);
-    return found && (m_flags.new_mode || found->cnt != std::int64_t{m_course.current_cnt});
+    const std::optional<bank::FoundRecord> found = bank_.find(column_without_duplicates, text);
+    return found && (flags_.new_mode || found->cnt != std::int64_t{course_.current_cnt});
 }
 
 void RecordEditor::store(const RecordTexts& texts)
 {
-    if (m_flags.new_mode)
-        m_course.current_cnt = m_bank.insert_record(texts.question, texts.answer);
+    if (flags_.new_mode)
+        course_.current_cnt = bank_.insert_record(texts.question, texts.answer);
     else
-        m_bank.change_record(m_course.current_cnt, texts.question, texts.answer, forget_verdict(m_course.current_cnt));
+        bank_.change_record(course_.current_cnt, texts.question, texts.answer, forget_verdict(course_.current_cnt));
 }
 
 /// For a change that turns out later to be stored: its record has no verdict to be undone.
 std::function<void()> RecordEditor::forget_verdict(common::Int16 cnt)
 {
-    return [this, cnt] { m_course.forget_last_verdict_on(cnt); };
+    return [this, cnt] { course_.forget_last_verdict_on(cnt); };
 }
 
 bool RecordEditor::ask_to_save()
 {
     if (has_changes() && is_saving_wanted())
         return save(Rejection::keeps_editor) == SaveResult::saved;
-    if (m_flags.editing())
+    if (flags_.editing())
         leave_editor();
     return true;
 }
 
 SaveResult RecordEditor::offer_to_save()
 {
-    return m_flags.editing() && is_saving_wanted() ? save_record() : SaveResult::saved;
+    return flags_.editing() && is_saving_wanted() ? save_record() : SaveResult::saved;
 }
 
 bool RecordEditor::is_saving_wanted()
 {
-    return m_services.desktop.message_box({.text = "Do you want to save the changes?",
-                                           .buttons = BoxButtons::yes_no,
-                                           .icon = BoxIcon::question,
-                                           .must_be_answered = true}) == BoxAnswer::yes;
+    return services_.desktop.message_box({.text = "Do you want to save the changes?",
+                                          .buttons = BoxButtons::yes_no,
+                                          .icon = BoxIcon::question,
+                                          .must_be_answered = true}) == BoxAnswer::yes;
 }
 
 bool RecordEditor::has_changes() const
 {
-    if (!m_flags.editing())
+    if (!flags_.editing())
         return false;
-    if (m_save_is_unknown)
+    if (save_is_unknown_)
         return true;
-    const RecordTexts typed = m_view.typed_texts();
-    const RecordTexts loaded = m_flags.new_mode ? RecordTexts{} : m_view.loaded_texts();
+    const RecordTexts typed = view_.typed_texts();
+    const RecordTexts loaded = flags_.new_mode ? RecordTexts{} : view_.loaded_texts();
     const auto differ = [this](const std::string& a, const std::string& b) {
-        return bank::comparable_text(a, m_services.text_compare) != bank::comparable_text(b, m_services.text_compare);
+        return bank::comparable_text(a, services_.text_compare) != bank::comparable_text(b, services_.text_compare);
     };
     return differ(typed.question, loaded.question) || differ(typed.answer, loaded.answer);
 }
@@ -231,52 +231,52 @@ void RecordEditor::leave_editor()
     const bool unsaved = has_changes();
     if (unsaved) {
         // The texts are no record, so there is nothing to be judged or changed.
-        const RecordTexts texts = m_view.typed_texts();
-        m_services.display.withdraw_question();
-        m_view.put_question(texts.question);
-        m_view.put_answer(texts.answer);
+        const RecordTexts texts = view_.typed_texts();
+        services_.display.withdraw_question();
+        view_.put_question(texts.question);
+        view_.put_answer(texts.answer);
     }
     close_editor();
     if (unsaved)
-        m_view.tell_unsaved(m_save_is_unknown ? Unsaved::perhaps : Unsaved::surely);
+        view_.tell_unsaved(save_is_unknown_ ? Unsaved::perhaps : Unsaved::surely);
 }
 
 void RecordEditor::close_editor()
 {
-    m_flags.clear();
-    m_view.redisplay();
+    flags_.clear();
+    view_.redisplay();
 }
 
 void RecordEditor::delete_record()
 {
-    const auto answer = m_services.desktop.message_box(
-        {.text = "Are you sure you want to delete question \"" + m_view.typed_texts().question + "\" and its asnwer?",
+    const auto answer = services_.desktop.message_box(
+        {.text = "Are you sure you want to delete question \"" + view_.typed_texts().question + "\" and its asnwer?",
          .buttons = BoxButtons::yes_no,
          .icon = BoxIcon::exclamation,
          .default_button = BoxAnswer::no});
     if (answer != BoxAnswer::yes)
         return;
-    const common::Int16 cnt = m_course.current_cnt;
-    if (cnt == 0 || m_course.record_count == 0) {
-        m_services.display.withdraw_question();
+    const common::Int16 cnt = course_.current_cnt;
+    if (cnt == 0 || course_.record_count == 0) {
+        services_.display.withdraw_question();
         return;
     }
     try {
-        m_bank.delete_record(cnt, forget_verdict(cnt));
+        bank_.delete_record(cnt, forget_verdict(cnt));
     } catch (const store::RecordGone&) {
-        m_services.display.withdraw_question();
-        m_course.record_count = m_course.count_records();
-        m_services.statistics.refresh_counts();
+        services_.display.withdraw_question();
+        course_.record_count = course_.count_records();
+        services_.statistics.refresh_counts();
         throw;
     } catch (const store::OutcomeUnknown&) {
-        m_services.display.withdraw_question();
+        services_.display.withdraw_question();
         throw;
     }
-    m_course.forget_last_verdict_on(cnt);
-    m_services.display.clear_answer_state();
-    m_services.display.withdraw_question();
-    m_services.statistics.refresh_counts();
-    m_services.selection.next_question();
+    course_.forget_last_verdict_on(cnt);
+    services_.display.clear_answer_state();
+    services_.display.withdraw_question();
+    services_.statistics.refresh_counts();
+    services_.selection.next_question();
 }
 
 void RecordEditor::tell_refusal(const RecordTexts& texts, const common::Error& error)
@@ -285,16 +285,16 @@ void RecordEditor::tell_refusal(const RecordTexts& texts, const common::Error& e
     std::string text;
     if (of_engine != nullptr && of_engine->kind() == platform::DatabaseErrorKind::constraint)
         text = bank::too_long(texts.question, texts.answer);
-    if (m_save_is_unknown)
+    if (save_is_unknown_)
         text = "It is not known whether the question and its answer are saved. Save again to find out.\r\n\r\n" +
-               store::words_about(error, m_course);
+               store::words_about(error, course_);
     if (text.empty())
-        text = "The question and its answer are not saved.\r\n\r\n" + store::words_about(error, m_course);
-    m_services.desktop.message_box({.text = text, .icon = BoxIcon::exclamation});
+        text = "The question and its answer are not saved.\r\n\r\n" + store::words_about(error, course_);
+    services_.desktop.message_box({.text = text, .icon = BoxIcon::exclamation});
     if (!bank::too_long(texts.question, {}).empty())
-        m_view.go_to_question();
+        view_.go_to_question();
     else if (!bank::too_long({}, texts.answer).empty())
-        m_view.go_to_answer();
+        view_.go_to_answer();
 }
 
 } // namespace cuedrill::drill

@@ -37,7 +37,7 @@ public:
 
     RecordEditor(store::Course& course, EditFlags& flags, bank::RecordBank& bank, EditorView& view,
                  const Services& services)
-        : m_course(course), m_flags(flags), m_bank(bank), m_view(view), m_services(services)
+        : course_(course), flags_(flags), bank_(bank), view_(view), services_(services)
     {
     }
 
@@ -80,7 +80,7 @@ public:
     /// stands in them.
     [[nodiscard]] bool has_changes() const;
 
-    [[nodiscard]] bool editing() const { return m_flags.editing(); }
+    [[nodiscard]] bool editing() const { return flags_.editing(); }
 
 private:
     /// What becomes of the editor where an empty question, or an answer that is there already, is rejected.
@@ -101,12 +101,12 @@ private:
     [[nodiscard]] std::function<void()> forget_verdict(common::Int16 cnt);
     void tell_refusal(const RecordTexts& texts, const common::Error& error);
 
-    store::Course& m_course;
-    EditFlags& m_flags;
-    bank::RecordBank& m_bank;
-    EditorView& m_view;
-    Services m_services;
-    bool m_save_is_unknown = false; ///< whether the texts in the boxes are stored already
+    store::Course& course_;
+    EditFlags& flags_;
+    bank::RecordBank& bank_;
+    EditorView& view_;
+    Services services_;
+    bool save_is_unknown_ = false; ///< whether the texts in the boxes are stored already
 };
 
 } // namespace cuedrill::drill

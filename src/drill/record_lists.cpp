@@ -32,45 +32,45 @@ void RecordLists::m_show_all()
 
 void RecordLists::m_show_all_alphabetically()
 {
-    list_all("order by " + m_course.Q_FIELD.text, false);
+    list_all("order by " + course_.Q_FIELD.text, false);
 }
 
 void RecordLists::m_all_q_and_a()
 {
-    list_all("order by " + m_course.Q_FIELD.text, true);
+    list_all("order by " + course_.Q_FIELD.text, true);
 }
 
 void RecordLists::m_show_sort_by_score()
 {
-    list_all("order by " + m_course.Q_FIELD.successes, false);
+    list_all("order by " + course_.Q_FIELD.successes, false);
 }
 
 void RecordLists::m_show_sort_last_show()
 {
-    list_all("order by " + m_course.Q_FIELD.date_last_show, false);
+    list_all("order by " + course_.Q_FIELD.date_last_show, false);
 }
 
 void RecordLists::m_history()
 {
-    list_all("order by " + m_course.Q_FIELD.date_last_show + " desc", false);
+    list_all("order by " + course_.Q_FIELD.date_last_show + " desc", false);
 }
 
 void RecordLists::list_all(const std::string& clause, bool with_answers)
 {
-    if (m_list.build_question_list(clause, with_answers))
+    if (list_.build_question_list(clause, with_answers))
         return;
     tell("Database empty.");
-    if (m_editor.ask_to_save())
-        m_end_of_program.end_program();
+    if (editor_.ask_to_save())
+        end_of_program_.end_program();
 }
 
 void RecordLists::find_text(bool in_questions)
 {
-    const auto entered = m_desktop.input_box({.prompt = "String?", .default_text = m_last_search_string});
-    const std::string text(common::trim_blanks(m_text_compare.nfc(entered.value_or(""))));
+    const auto entered = desktop_.input_box({.prompt = "String?", .default_text = last_search_string_});
+    const std::string text(common::trim_blanks(text_compare_.nfc(entered.value_or(""))));
     if (text.empty())
         return;
-    m_last_search_string = text;
+    last_search_string_ = text;
     std::optional<bank::FoundRecords> found = search(in_questions, text);
     if (!found)
         return;
@@ -81,19 +81,19 @@ void RecordLists::find_text(bool in_questions)
     }
     if (!found->complete)
         tell(list_not_complete);
-    m_list.show_found(std::move(found->list), in_questions ? find_question : find_answer, in_questions);
-    m_status.show_about_list(std::to_string(count) + (in_questions ? " questions found." : " answers found."), 0);
+    list_.show_found(std::move(found->list), in_questions ? find_question : find_answer, in_questions);
+    status_.show_about_list(std::to_string(count) + (in_questions ? " questions found." : " answers found."), 0);
 }
 
 /// Nothing when the search has failed, which is told.
 std::optional<bank::FoundRecords> RecordLists::search(bool in_questions, const std::string& text)
 {
     try {
-        const platform::BusyPointer busy(m_desktop);
-        return bank::search(m_course, in_questions ? m_course.Q_FIELD : m_course.A_FIELD, text);
+        const platform::BusyPointer busy(desktop_);
+        return bank::search(course_, in_questions ? course_.Q_FIELD : course_.A_FIELD, text);
     } catch (const common::Error& error) {
         const bool malformed = is_refused_statement(error) && text.find('[') != std::string::npos;
-        warn("The search was given up.", store::words_about(error, m_course),
+        warn("The search was given up.", store::words_about(error, course_),
              malformed ? "To find [ itself, type [[]." : "");
         return std::nullopt;
     }
@@ -101,20 +101,20 @@ std::optional<bank::FoundRecords> RecordLists::search(bool in_questions, const s
 
 void RecordLists::list_similar()
 {
-    const std::string question(common::trim_blanks(m_state.loaded_question));
+    const std::string question(common::trim_blanks(state_.loaded_question));
     if (question.empty())
         return;
     bank::SimilarQuestions similar = find_similar(question);
     tell_missing(similar);
     const std::size_t count = similar.list.list_count();
-    m_list.show_found(std::move(similar.list), similar_list, true);
+    list_.show_found(std::move(similar.list), similar_list, true);
     tell_similar_count(count, similar.complete);
 }
 
 bank::SimilarQuestions RecordLists::find_similar(const std::string& question)
 {
-    const platform::BusyPointer busy(m_desktop);
-    return bank::similar_questions(m_course, question, m_text_compare, m_clock);
+    const platform::BusyPointer busy(desktop_);
+    return bank::similar_questions(course_, question, text_compare_, clock_);
 }
 
 void RecordLists::tell_missing(const bank::SimilarQuestions& similar)
@@ -134,32 +134,32 @@ void RecordLists::tell_similar_count(std::size_t count, bool complete)
         text = std::to_string(count) + " lines: questions with a word of this one; the list is not complete.";
     else if (count == 0)
         text = "No other question has a word of this one.";
-    m_status.show_about_list(text, 0);
+    status_.show_about_list(text, 0);
 }
 
 void RecordLists::listav_click(const std::string& line)
 {
-    const bool had_changes = m_editor.has_changes();
-    if (!m_editor.ask_to_save())
+    const bool had_changes = editor_.has_changes();
+    if (!editor_.ask_to_save())
         return;
-    const std::optional<std::int64_t> cnt = bank::record_of_line(m_course, m_list.side(), line);
+    const std::optional<std::int64_t> cnt = bank::record_of_line(course_, list_.side(), line);
     if (!cnt) {
         tell("nomatch in listav_click.");
         // Marks and line breaks of a text cannot be told from those of its line. The other text of the record may have
         // none. What became of typed texts is told already, and matters more.
         if (!had_changes)
-            m_status.show_about_list(m_list.find_in_questions() ? "Use Find, Find answer to reach it."
-                                                                : "Use Find, Find question to reach it.",
-                                     0);
+            status_.show_about_list(list_.find_in_questions() ? "Use Find, Find answer to reach it."
+                                                              : "Use Find, Find question to reach it.",
+                                    0);
         return;
     }
-    m_course.current_cnt = common::to_int16(*cnt, "record number");
-    m_question_view.show_question();
+    course_.current_cnt = common::to_int16(*cnt, "record number");
+    question_view_.show_question();
 }
 
 void RecordLists::tell(const std::string& text)
 {
-    m_desktop.message_box({.text = text});
+    desktop_.message_box({.text = text});
 }
 
 void RecordLists::warn(const std::string& what_failed, const std::string& reason, const std::string& advice)
@@ -168,7 +168,7 @@ void RecordLists::warn(const std::string& what_failed, const std::string& reason
     text.append("\r\n\r\n").append(reason);
     if (!advice.empty())
         text.append("\r\n\r\n").append(advice);
-    m_desktop.message_box({.text = text, .icon = platform::BoxIcon::exclamation});
+    desktop_.message_box({.text = text, .icon = platform::BoxIcon::exclamation});
 }
 
 } // namespace cuedrill::drill

@@ -23,9 +23,8 @@ public:
     RecordLists(store::Course& course, const DrillState& state, LastList& list, QuestionView& question_view,
                 StatusLine& status, RecordEditor& editor, EndOfProgram& end_of_program, platform::Desktop& desktop,
                 const platform::TextCompare& text_compare, platform::Clock& clock)
-        : m_course(course), m_state(state), m_list(list), m_question_view(question_view), m_status(status),
-          m_editor(editor), m_end_of_program(end_of_program), m_desktop(desktop), m_text_compare(text_compare),
-          m_clock(clock)
+        : course_(course), state_(state), list_(list), question_view_(question_view), status_(status), editor_(editor),
+          end_of_program_(end_of_program), desktop_(desktop), text_compare_(text_compare), clock_(clock)
     {
     }
 
@@ -65,18 +64,18 @@ private:
     void tell(const std::string& text);
     void warn(const std::string& what_failed, const std::string& reason, const std::string& advice);
 
-    store::Course& m_course;
-    const DrillState& m_state;
-    LastList& m_list;
-    QuestionView& m_question_view;
-    StatusLine& m_status;
-    RecordEditor& m_editor;
-    EndOfProgram& m_end_of_program;
-    platform::Desktop& m_desktop;
-    const platform::TextCompare& m_text_compare;
-    platform::Clock& m_clock;
+    store::Course& course_;
+    const DrillState& state_;
+    LastList& list_;
+    QuestionView& question_view_;
+    StatusLine& status_;
+    RecordEditor& editor_;
+    EndOfProgram& end_of_program_;
+    platform::Desktop& desktop_;
+    const platform::TextCompare& text_compare_;
+    platform::Clock& clock_;
 
-    std::string m_last_search_string;
+    std::string last_search_string_;
 };
 
 } // namespace cuedrill::drill

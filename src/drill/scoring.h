@@ -53,13 +53,13 @@ private:
     scheduler::Verdict judge_current(bool known);
     void after_verdict(const scheduler::Verdict& verdict);
 
-    store::Course& m_course;
-    const scheduler::DeadTimes& m_dead_times;
-    Statistics& m_statistics;
-    Views m_views;
-    platform::Clock& m_clock;
-    platform::Desktop& m_desktop;
-    EndOfProgram& m_end_of_program;
+    store::Course& course_;
+    const scheduler::DeadTimes& dead_times_;
+    Statistics& statistics_;
+    Views views_;
+    platform::Clock& clock_;
+    platform::Desktop& desktop_;
+    EndOfProgram& end_of_program_;
 };
 
 } // namespace cuedrill::drill

@@ -29,7 +29,7 @@ public:
     /// that there is none, and in the status line when the next one is due; then no question is on display and the
     /// current record is 0.
     /// @throws platform::DatabaseError, common::OverflowError, common::OutOfRangeError; no question is on display then.
-    void next_question() { next_question_after(m_course.current_cnt); }
+    void next_question() { next_question_after(course_.current_cnt); }
 
     /// The same where the last question was the record `previous`; 0 for none.
     void next_question_after(common::Int16 previous);
@@ -48,12 +48,12 @@ private:
     [[nodiscard]] common::Int16 find_next_question(common::DateTime now);
     void show_next_due(std::optional<common::DateTime> searched_at);
 
-    store::Course& m_course;
-    store::CourseParamsStore& m_params;
-    const scheduler::DeadTimes& m_dead_times;
-    QuestionDisplay& m_display;
-    StatisticsPanels& m_panels;
-    Services m_services;
+    store::Course& course_;
+    store::CourseParamsStore& params_;
+    const scheduler::DeadTimes& dead_times_;
+    QuestionDisplay& display_;
+    StatisticsPanels& panels_;
+    Services services_;
 };
 
 } // namespace cuedrill::drill

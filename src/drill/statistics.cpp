@@ -6,45 +6,45 @@
 namespace cuedrill::drill {
 Statistics::Statistics(store::Course& course, store::CourseParamsStore& params, StatisticsPanels& panels,
                        platform::Clock& clock, platform::Desktop& desktop, common::DateTime start_time)
-    : m_course(course), m_params(params), m_panels(panels), m_clock(clock), m_desktop(desktop), m_start_time(start_time)
+    : course_(course), params_(params), panels_(panels), clock_(clock), desktop_(desktop), start_time_(start_time)
 {
 }
 
 void Statistics::refresh_counts()
 {
-    const platform::BusyPointer busy(m_desktop);
-    store::settle(m_course);
-    m_panels.show_score(m_course.params.score_today);
-    m_panels.show_total(m_course.record_count);
+    const platform::BusyPointer busy(desktop_);
+    store::settle(course_);
+    panels_.show_score(course_.params.score_today);
+    panels_.show_total(course_.record_count);
     refresh_work_time();
-    const scheduler::Counts counts = scheduler::count(m_course);
+    const scheduler::Counts counts = scheduler::count(course_);
     for (int level = 0; level <= scheduler::last_counted_level; ++level)
-        m_panels.show_level(level, counts.level.at(static_cast<std::size_t>(level)), m_course.record_count,
-                            level == m_course.params.target_level);
-    m_unpassed = counts.unpassed;
-    m_panels.show_unpassed(m_unpassed);
+        panels_.show_level(level, counts.level.at(static_cast<std::size_t>(level)), course_.record_count,
+                           level == course_.params.target_level);
+    unpassed_ = counts.unpassed;
+    panels_.show_unpassed(unpassed_);
 }
 
 void Statistics::refresh_work_time()
 {
-    const common::DateTime now = m_clock.now();
-    const auto open_time = static_cast<double>(common::seconds_between(m_start_time, now));
-    m_panels.show_work_time(common::format_hours_minutes(open_time),
-                            common::format_hours_minutes(m_params.time_today(now)),
-                            common::format_hours_minutes(m_params.time_ever(now)));
+    const common::DateTime now = clock_.now();
+    const auto open_time = static_cast<double>(common::seconds_between(start_time_, now));
+    panels_.show_work_time(common::format_hours_minutes(open_time),
+                           common::format_hours_minutes(params_.time_today(now)),
+                           common::format_hours_minutes(params_.time_ever(now)));
 }
 
 void Statistics::announce_passed(const std::string& text)
 {
-    if (m_unpassed != 0 || m_course.all_passed_announced)
+    if (unpassed_ != 0 || course_.all_passed_announced)
         return;
-    m_course.all_passed_announced = true;
-    m_desktop.message_box({.text = text});
+    course_.all_passed_announced = true;
+    desktop_.message_box({.text = text});
 }
 
 std::string Statistics::passed_on_showing() const
 {
-    return "You have passed level " + std::to_string(m_course.params.target_level) + " for all questions.";
+    return "You have passed level " + std::to_string(course_.params.target_level) + " for all questions.";
 }
 
 std::string Statistics::passed_after_success() const

@@ -27,7 +27,7 @@ public:
     void refresh_work_time();
 
     /// The number of questions not yet passed, as it was last shown.
-    [[nodiscard]] std::int64_t unpassed() const { return m_unpassed; }
+    [[nodiscard]] std::int64_t unpassed() const { return unpassed_; }
 
     /// Tells once for the target level that every question has passed it, when that is so.
     void announce_passed(const std::string& text);
@@ -37,13 +37,13 @@ public:
     [[nodiscard]] std::string passed_after_success() const;
 
 private:
-    store::Course& m_course;
-    store::CourseParamsStore& m_params;
-    StatisticsPanels& m_panels;
-    platform::Clock& m_clock;
-    platform::Desktop& m_desktop;
-    common::DateTime m_start_time;
-    std::int64_t m_unpassed = 0;
+    store::Course& course_;
+    store::CourseParamsStore& params_;
+    StatisticsPanels& panels_;
+    platform::Clock& clock_;
+    platform::Desktop& desktop_;
+    common::DateTime start_time_;
+    std::int64_t unpassed_ = 0;
 };
 
 /// Counts anew after a change that is stored. When that fails no question is on display: what stands in the boxes must

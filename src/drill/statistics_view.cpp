@@ -15,39 +15,39 @@ void StatisticsView::set_captions()
         platform::Label& value;
         const char* text;
     } figures[] = {
-        {m_form1.lab_total, m_form1.panel_total, "Total"},
-        {m_form1.lab_score, m_form1.Panel_score, "Score today"},
-        {m_form1.lab_open_time, m_form1.panel_open_time, "Open time"},
-        {m_form1.lab_time_today, m_form1.panel_time_today, "Time today"},
-        {m_form1.lab_time_ever, m_form1.panel_time_ever, "Time ever"},
-        {m_form1.lab_time_now, m_form1.Panel_time_now, "Time now"},
+        {form1_.lab_total, form1_.panel_total, "Total"},
+        {form1_.lab_score, form1_.Panel_score, "Score today"},
+        {form1_.lab_open_time, form1_.panel_open_time, "Open time"},
+        {form1_.lab_time_today, form1_.panel_time_today, "Time today"},
+        {form1_.lab_time_ever, form1_.panel_time_ever, "Time ever"},
+        {form1_.lab_time_now, form1_.Panel_time_now, "Time now"},
     };
     for (const auto& figure : figures) {
         figure.caption.set_caption(figure.text);
         figure.value.set_description(figure.text);
     }
-    m_form1.panel_nr_unpassed.set_description("Unpassed");
+    form1_.panel_nr_unpassed.set_description("Unpassed");
 }
 
 void StatisticsView::show_course()
 {
     show_options();
-    m_commands.entry(Command::change_target)
-        .set_caption("Change &target level  (now " + std::to_string(m_course.params.target_level) + ")");
+    commands_.entry(Command::change_target)
+        .set_caption("Change &target level  (now " + std::to_string(course_.params.target_level) + ")");
     show_unpassed_caption();
-    show_score(m_course.params.score_today);
-    for (platform::LevelPanel* panel : m_form1.panel_level)
+    show_score(course_.params.score_today);
+    for (platform::LevelPanel* panel : form1_.panel_level)
         panel->set_marked(false);
 }
 
 void StatisticsView::show_total(std::int64_t records)
 {
-    m_form1.panel_total.set_caption(std::to_string(records));
+    form1_.panel_total.set_caption(std::to_string(records));
 }
 
 void StatisticsView::show_level(int level, std::int64_t records, std::int64_t share_of, bool is_target)
 {
-    platform::LevelPanel& panel = *m_form1.panel_level.at(static_cast<std::size_t>(level));
+    platform::LevelPanel& panel = *form1_.panel_level.at(static_cast<std::size_t>(level));
     const std::string name = "Level " + std::to_string(level);
     // The target is told by a sign as well as by its colour.
     panel.set_caption(name + (level == level_panels - 1 ? "+" : "") + (is_target ? " \u25CE" : ""));
@@ -58,45 +58,45 @@ void StatisticsView::show_level(int level, std::int64_t records, std::int64_t sh
 
 void StatisticsView::show_unpassed(std::int64_t records)
 {
-    m_form1.panel_nr_unpassed.set_caption(std::to_string(records));
+    form1_.panel_nr_unpassed.set_caption(std::to_string(records));
 }
 
 void StatisticsView::mark_level(int level)
 {
     for (int other = 0; other < level_panels; ++other)
-        m_form1.panel_level.at(static_cast<std::size_t>(other))->set_marked(other == level);
+        form1_.panel_level.at(static_cast<std::size_t>(other))->set_marked(other == level);
 }
 
 void StatisticsView::show_score(common::Int16 score)
 {
-    m_form1.Panel_score.set_caption(std::to_string(score));
+    form1_.Panel_score.set_caption(std::to_string(score));
 }
 
 void StatisticsView::show_work_time(std::string_view open_time, std::string_view today, std::string_view ever)
 {
-    m_form1.panel_open_time.set_caption(open_time);
-    m_form1.panel_time_today.set_caption(today);
-    m_form1.panel_time_ever.set_caption(ever);
+    form1_.panel_open_time.set_caption(open_time);
+    form1_.panel_time_today.set_caption(today);
+    form1_.panel_time_ever.set_caption(ever);
 }
 
 void StatisticsView::show_options()
 {
-    m_commands.entry(Command::always_type).set_checked(m_course.params.always_type);
-    m_commands.entry(Command::always_hint).set_checked(m_course.params.list_mode);
-    m_commands.entry(Command::random_extraction).set_checked(m_course.params.random_mode);
-    m_commands.entry(Command::invert).set_checked(m_course.params.invert);
+    commands_.entry(Command::always_type).set_checked(course_.params.always_type);
+    commands_.entry(Command::always_hint).set_checked(course_.params.list_mode);
+    commands_.entry(Command::random_extraction).set_checked(course_.params.random_mode);
+    commands_.entry(Command::invert).set_checked(course_.params.invert);
 }
 
 void StatisticsView::show_target_level()
 {
-    m_commands.entry(Command::change_target)
-        .set_caption("Change target level (now " + std::to_string(m_course.params.target_level) + ")");
+    commands_.entry(Command::change_target)
+        .set_caption("Change target level (now " + std::to_string(course_.params.target_level) + ")");
     show_unpassed_caption();
 }
 
 void StatisticsView::show_unpassed_caption()
 {
-    m_form1.lab_nr_unpassed.set_caption("q. unpassed (level <" + std::to_string(m_course.params.target_level) + ")");
+    form1_.lab_nr_unpassed.set_caption("q. unpassed (level <" + std::to_string(course_.params.target_level) + ")");
 }
 
 } // namespace cuedrill::drill

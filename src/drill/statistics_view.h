@@ -11,7 +11,7 @@ namespace cuedrill::drill {
 class StatisticsView : public StatisticsPanels {
 public:
     StatisticsView(platform::Form1& form1, CommandControls& commands, const store::Course& course)
-        : m_form1(form1), m_commands(commands), m_course(course)
+        : form1_(form1), commands_(commands), course_(course)
     {
     }
 
@@ -33,9 +33,9 @@ public:
 private:
     void show_unpassed_caption();
 
-    platform::Form1& m_form1;
-    CommandControls& m_commands;
-    const store::Course& m_course;
+    platform::Form1& form1_;
+    CommandControls& commands_;
+    const store::Course& course_;
 };
 
 } // namespace cuedrill::drill

@@ -14,7 +14,7 @@ inline constexpr int status_seconds = 5;
 /// The status line `P_status`.
 class StatusLine : public StatusDisplay {
 public:
-    StatusLine(platform::Label& P_status, platform::Clock& clock) : m_label(P_status), m_clock(clock) {}
+    StatusLine(platform::Label& P_status, platform::Clock& clock) : label_(P_status), clock_(clock) {}
 
     void ShowStatus(std::string_view text, int seconds) override;
 
@@ -44,7 +44,7 @@ public:
     /// Shows when the next question is due; it goes with the next question.
     void show_about_due(std::string_view text, int seconds);
     void withdraw_about_due();
-    [[nodiscard]] bool about_due() const { return m_about_due; }
+    [[nodiscard]] bool about_due() const { return about_due_; }
 
     /// Clears the line when its time has passed; called a few times a second.
     void expire();
@@ -52,23 +52,23 @@ public:
 private:
     void prepare(int seconds);
 
-    platform::Label& m_label;
-    platform::Clock& m_clock;
-    bool m_until_question = false;
-    bool m_about_list = false;
-    bool m_about_due = false;
-    std::optional<double> m_expiry; ///< in steady seconds; nothing for a text that stays
+    platform::Label& label_;
+    platform::Clock& clock_;
+    bool until_question_ = false;
+    bool about_list_ = false;
+    bool about_due_ = false;
+    std::optional<double> expiry_; ///< in steady seconds; nothing for a text that stays
 };
 
 /// The status line for what is told about the time of the next question.
 class DueStatus : public StatusDisplay {
 public:
-    explicit DueStatus(drill::StatusLine& status) : m_status(status) {}
+    explicit DueStatus(drill::StatusLine& status) : status_(status) {}
 
-    void ShowStatus(std::string_view text, int seconds) override { m_status.show_about_due(text, seconds); }
+    void ShowStatus(std::string_view text, int seconds) override { status_.show_about_due(text, seconds); }
 
 private:
-    drill::StatusLine& m_status;
+    drill::StatusLine& status_;
 };
 
 } // namespace cuedrill::drill

@@ -32,13 +32,13 @@ void mark(std::vector<common::TextRange>& marks, std::size_t place)
 /// The length of the longest common subsequence of what follows each pair of places.
 class CommonLengths {
 public:
-    CommonLengths(std::size_t rows, std::size_t columns) : m_columns(columns + 1), m_lengths((rows + 1) * m_columns) {}
+    CommonLengths(std::size_t rows, std::size_t columns) : columns_(columns + 1), lengths_((rows + 1) * columns_) {}
 
-    std::uint16_t& at(std::size_t row, std::size_t column) { return m_lengths[row * m_columns + column]; }
+    std::uint16_t& at(std::size_t row, std::size_t column) { return lengths_[row * columns_ + column]; }
 
 private:
-    std::size_t m_columns;
-    std::vector<std::uint16_t> m_lengths;
+    std::size_t columns_;
+    std::vector<std::uint16_t> lengths_;
 };
 
 } // namespace

@@ -51,15 +51,15 @@ void append(std::string& message, std::vector<common::TextRange>& marked, std::s
 
 bool TypedAnswer::OnAnswerKey(const platform::KeyPress& press)
 {
-    if (m_flags.editing())
+    if (flags_.editing())
         return false;
     if (press.key == Key::enter)
         return run(press, &TypedAnswer::on_enter);
-    if (press.character == "*" && !m_state.TypingMode)
+    if (press.character == "*" && !state_.TypingMode)
         return run(press, &TypedAnswer::show_answer);
-    if (is_sign(press) && !m_state.TypingMode && m_form1.Text_a.text().empty()) {
-        if (!press.auto_repeat && m_services.layout.question_on_display())
-            m_state.SelfJudgement = press.character;
+    if (is_sign(press) && !state_.TypingMode && form1_.Text_a.text().empty()) {
+        if (!press.auto_repeat && services_.layout.question_on_display())
+            state_.SelfJudgement = press.character;
         return run(press, &TypedAnswer::reveal);
     }
     return insert_before_end(press);
@@ -69,47 +69,47 @@ bool TypedAnswer::OnAnswerKey(const platform::KeyPress& press)
 bool TypedAnswer::run(const platform::KeyPress& press, void (TypedAnswer::*command)())
 {
     if (!press.auto_repeat)
-        m_services.echo.run(press, [this, command] { (this->*command)(); });
+        services_.echo.run(press, [this, command] { (this->*command)(); });
     return true;
 }
 
 void TypedAnswer::show_answer()
 {
-    m_services.dialog.ShowAnswerCommand();
+    services_.dialog.ShowAnswerCommand();
 }
 
 void TypedAnswer::reveal()
 {
-    if (m_services.layout.question_on_display())
-        m_services.view.RevealAnswer();
+    if (services_.layout.question_on_display())
+        services_.view.RevealAnswer();
     // Nothing is scored yet.
-    if (m_services.layout.answer_on_display() && m_state.SelfJudgement == "-")
-        m_services.status.ask_for_verdict();
+    if (services_.layout.answer_on_display() && state_.SelfJudgement == "-")
+        services_.status.ask_for_verdict();
 }
 
 void TypedAnswer::on_enter()
 {
-    if (common::trim_blanks_and_line_ends(m_form1.Text_a.text()).empty())
+    if (common::trim_blanks_and_line_ends(form1_.Text_a.text()).empty())
         show_answer();
-    else if (m_services.layout.can_type() || marked_as_known())
+    else if (services_.layout.can_type() || marked_as_known())
         JudgeTypedAnswer();
     else
         // What stands there was not typed, so there is nothing to be judged.
-        m_services.desktop.beep();
+        services_.desktop.beep();
 }
 
 /// Whether the answer was revealed because the user said that it was known. Enter then agrees with that, and is judged
 /// as if the answer was typed: after a hint it counts as not known.
 bool TypedAnswer::marked_as_known() const
 {
-    return m_services.layout.mode() == Mode::answer && m_state.SelfJudgement == "+";
+    return services_.layout.mode() == Mode::answer && state_.SelfJudgement == "+";
 }
 
 /// A character in the middle of the text goes before a selection, which stays in the text.
 bool TypedAnswer::insert_before_end(const platform::KeyPress& press)
 {
-    platform::TextBox& box = m_form1.Text_a;
-    if (press.key != Key::character || press.composed || !m_services.layout.can_type())
+    platform::TextBox& box = form1_.Text_a;
+    if (press.key != Key::character || press.composed || !services_.layout.can_type())
         return false;
     const std::size_t caret = box.caret();
     if (common::code_points(box.text()) <= caret)
@@ -120,35 +120,35 @@ bool TypedAnswer::insert_before_end(const platform::KeyPress& press)
 
 bool TypedAnswer::same(std::string_view a, std::string_view b) const
 {
-    return bank::same_text(a, b, m_services.text_compare);
+    return bank::same_text(a, b, services_.text_compare);
 }
 
 void TypedAnswer::JudgeTypedAnswer()
 {
-    const std::string typed = m_form1.Text_a.text();
+    const std::string typed = form1_.Text_a.text();
     const bool right =
-        same(common::trim_blanks_and_line_ends(typed), common::trim_blanks_and_line_ends(m_state.loaded_answer));
-    if (right && !m_state.AnswerShown) {
+        same(common::trim_blanks_and_line_ends(typed), common::trim_blanks_and_line_ends(state_.loaded_answer));
+    if (right && !state_.AnswerShown) {
         succeed();
         return;
     }
-    msgbox_incorrect_answer(typed, m_state.loaded_answer);
-    m_services.dialog.FailAndNext();
+    msgbox_incorrect_answer(typed, state_.loaded_answer);
+    services_.dialog.FailAndNext();
     // The box has shown the same words twice.
     if (right)
-        m_services.status.ShowStatus("An answer that is typed after a hint or the answer itself counts as not known.",
-                                     status_seconds);
+        services_.status.ShowStatus("An answer that is typed after a hint or the answer itself counts as not known.",
+                                    status_seconds);
 }
 
 void TypedAnswer::succeed()
 {
-    m_services.status.show_right();
-    m_form1.window.announce("Right.");
-    m_services.desktop.pump();
+    services_.status.show_right();
+    form1_.window.announce("Right.");
+    services_.desktop.pump();
     try {
-        m_services.dialog.SucceedAndNext();
+        services_.dialog.SucceedAndNext();
     } catch (...) {
-        m_services.status.reset_status();
+        services_.status.reset_status();
         throw;
     }
 }
@@ -156,7 +156,7 @@ void TypedAnswer::succeed()
 void TypedAnswer::msgbox_incorrect_answer(const std::string& typed, const std::string& correct)
 {
     const TextDifference differing =
-        same(typed, correct) ? TextDifference{} : telling_difference(typed, correct, m_services.text_compare);
+        same(typed, correct) ? TextDifference{} : telling_difference(typed, correct, services_.text_compare);
     std::string message;
     std::vector<common::TextRange> marked;
     if (!typed.empty()) {
@@ -166,42 +166,42 @@ void TypedAnswer::msgbox_incorrect_answer(const std::string& typed, const std::s
     }
     message += "The correct answer is: \r\n\r\n   ";
     append(message, marked, correct, differing.in_second);
-    m_services.status.show_wrong();
-    m_services.desktop.message_box({.text = message,
-                                    .icon = platform::BoxIcon::information,
-                                    .title = "Wrong answer",
-                                    .marked = std::move(marked)});
-    m_services.echo.note_box_closed();
-    m_services.status.reset_status();
+    services_.status.show_wrong();
+    services_.desktop.message_box({.text = message,
+                                   .icon = platform::BoxIcon::information,
+                                   .title = "Wrong answer",
+                                   .marked = std::move(marked)});
+    services_.echo.note_box_closed();
+    services_.status.reset_status();
 }
 
 void TypedAnswer::OnHintClick()
 {
-    const std::optional<std::string> word = m_services.hints.chosen_word();
-    if (!word || m_flags.editing() || !m_services.layout.question_on_display())
+    const std::optional<std::string> word = services_.hints.chosen_word();
+    if (!word || flags_.editing() || !services_.layout.question_on_display())
         return;
-    if (!m_services.layout.can_type()) {
-        m_services.desktop.beep();
+    if (!services_.layout.can_type()) {
+        services_.desktop.beep();
         return;
     }
-    const std::string before = m_form1.Text_a.text();
+    const std::string before = form1_.Text_a.text();
     std::string answer(common::trim_blanks(before));
     if (!answer.empty() && !is_punctuation(*word))
         answer += " ";
     answer += *word;
     if (!begins_stored_answer(answer)) {
-        msgbox_incorrect_answer(answer, m_state.loaded_answer);
-        m_services.dialog.FailAndNext();
+        msgbox_incorrect_answer(answer, state_.loaded_answer);
+        services_.dialog.FailAndNext();
         return;
     }
     put(answer);
-    if (!same(common::trim_blanks_and_line_ends(answer), common::trim_blanks_and_line_ends(m_state.loaded_answer)))
+    if (!same(common::trim_blanks_and_line_ends(answer), common::trim_blanks_and_line_ends(state_.loaded_answer)))
         return;
     try {
         succeed();
     } catch (...) {
         // Where the verdict is not stored, the last word can be chosen again.
-        if (m_services.layout.can_type())
+        if (services_.layout.can_type())
             put(before);
         throw;
     }
@@ -209,20 +209,20 @@ void TypedAnswer::OnHintClick()
 
 bool TypedAnswer::begins_stored_answer(const std::string& text) const
 {
-    const std::string composed = m_services.text_compare.nfc(text);
-    const std::string stored = m_services.text_compare.nfc(common::trim_blanks_and_line_ends(m_state.loaded_answer));
+    const std::string composed = services_.text_compare.nfc(text);
+    const std::string stored = services_.text_compare.nfc(common::trim_blanks_and_line_ends(state_.loaded_answer));
     return same(composed, common::first_code_points(stored, common::code_points(composed)));
 }
 
 void TypedAnswer::put(const std::string& answer)
 {
-    m_form1.Text_a.set_text(answer);
-    m_form1.Text_a.set_caret(common::code_points(answer));
+    form1_.Text_a.set_text(answer);
+    form1_.Text_a.set_caret(common::code_points(answer));
 }
 
 bool TypedAnswer::OnHintKey(const platform::KeyPress& press)
 {
-    m_form1.t_hint.set_focus();
+    form1_.t_hint.set_focus();
     if (press.key == Key::enter || press.character == " ")
         return run(press, &TypedAnswer::OnHintClick);
     return true;

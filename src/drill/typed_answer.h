@@ -34,7 +34,7 @@ public:
     };
 
     TypedAnswer(platform::Form1& form1, DrillState& state, const EditFlags& flags, const Services& services)
-        : m_form1(form1), m_state(state), m_flags(flags), m_services(services)
+        : form1_(form1), state_(state), flags_(flags), services_(services)
     {
     }
 
@@ -68,10 +68,10 @@ private:
     [[nodiscard]] bool begins_stored_answer(const std::string& text) const;
     [[nodiscard]] bool same(std::string_view a, std::string_view b) const;
 
-    platform::Form1& m_form1;
-    DrillState& m_state;
-    const EditFlags& m_flags;
-    Services m_services;
+    platform::Form1& form1_;
+    DrillState& state_;
+    const EditFlags& flags_;
+    Services services_;
 };
 
 } // namespace cuedrill::drill

@@ -11,15 +11,15 @@ using platform::KeyModifier;
 
 void WindowKeys::attach()
 {
-    m_form1.window.on_key = [this](const platform::KeyPress& press) { return OnWindowKey(press); };
+    form1_.window.on_key = [this](const platform::KeyPress& press) { return OnWindowKey(press); };
 }
 
 bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 {
-    if (m_services.echo.is_echo(press))
+    if (services_.echo.is_echo(press))
         return true;
     // A new text may be begun meanwhile.
-    if (!m_services.editor.editing() && m_services.pause.holds(press))
+    if (!services_.editor.editing() && services_.pause.holds(press))
         return true;
     if (press.modifier != KeyModifier::none)
         return on_combination(press);
@@ -36,18 +36,18 @@ bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 /// and in the list a record.
 bool WindowKeys::on_enter(const platform::KeyPress& press)
 {
-    if (m_services.editor.editing() || m_form1.t_hint.has_focus() || m_form1.listav.has_focus())
+    if (services_.editor.editing() || form1_.t_hint.has_focus() || form1_.listav.has_focus())
         return false;
     if (press.auto_repeat)
         return true;
-    if (m_state.AwaitingVerdict) {
-        m_services.desktop.beep();
+    if (state_.AwaitingVerdict) {
+        services_.desktop.beep();
         return true;
     }
-    if (!m_services.layout.question_on_display() || !common::trim_blanks_and_line_ends(m_form1.Text_a.text()).empty() ||
-        common::trim_blanks(m_form1.Text_q.text()).empty())
+    if (!services_.layout.question_on_display() || !common::trim_blanks_and_line_ends(form1_.Text_a.text()).empty() ||
+        common::trim_blanks(form1_.Text_q.text()).empty())
         return false;
-    m_services.echo.run(press, [this] { m_services.dialog.ShowAnswerCommand(); });
+    services_.echo.run(press, [this] { services_.dialog.ShowAnswerCommand(); });
     return true;
 }
 
@@ -56,60 +56,60 @@ bool WindowKeys::on_escape(const platform::KeyPress& press)
 {
     if (press.auto_repeat)
         return true;
-    m_services.echo.run(press, [this] {
-        if (m_services.editor.editing() || in_text_box())
+    services_.echo.run(press, [this] {
+        if (services_.editor.editing() || in_text_box())
             leave_boxes();
-        else if (m_form1.panel_lista.visible())
+        else if (form1_.panel_lista.visible())
             close_shared_place();
         else
-            m_services.end_of_program.end_program();
+            services_.end_of_program.end_program();
     });
     return true;
 }
 
 void WindowKeys::leave_boxes()
 {
-    m_form1.bot_focus.set_focus();
-    if (!m_services.editor.editing()) {
-        m_services.layout.RelayoutWindow();
+    form1_.bot_focus.set_focus();
+    if (!services_.editor.editing()) {
+        services_.layout.RelayoutWindow();
         return;
     }
-    m_services.editor.leave_editor();
+    services_.editor.leave_editor();
 }
 
 void WindowKeys::close_shared_place()
 {
-    m_state.shared_place = SharedPlace::statistics;
-    m_services.layout.RelayoutWindow();
+    state_.shared_place = SharedPlace::statistics;
+    services_.layout.RelayoutWindow();
     // Who was typing an answer goes on typing it.
-    if (m_state.TypingMode && m_services.layout.can_type())
-        m_form1.Text_a.set_focus();
+    if (state_.TypingMode && services_.layout.can_type())
+        form1_.Text_a.set_focus();
 }
 
 bool WindowKeys::answer_is_shown() const
 {
-    return bank::same_text(m_form1.Text_a.text(), m_state.loaded_answer, m_services.text_compare);
+    return bank::same_text(form1_.Text_a.text(), state_.loaded_answer, services_.text_compare);
 }
 
 /// The verdict on an answer that is on display. Anywhere else "+" and "-" are ordinary characters; while an answer is
 /// being typed, too, until the stored one is shown, in whichever way.
 bool WindowKeys::on_sign(const platform::KeyPress& press)
 {
-    if (m_services.editor.editing() || (m_state.TypingMode && !m_state.answer_revealed))
+    if (services_.editor.editing() || (state_.TypingMode && !state_.answer_revealed))
         return false;
-    if (!m_services.layout.question_on_display() || m_form1.Text_q.text().empty() || !answer_is_shown())
+    if (!services_.layout.question_on_display() || form1_.Text_q.text().empty() || !answer_is_shown())
         return false;
     // An empty answer equals an empty box before anything was shown.
-    if (m_state.loaded_answer.empty() && !m_state.answer_revealed)
+    if (state_.loaded_answer.empty() && !state_.answer_revealed)
         return false;
     if (press.auto_repeat)
         return true;
-    m_services.echo.run(press, [this, &press] {
-        m_services.desktop.pump();
+    services_.echo.run(press, [this, &press] {
+        services_.desktop.pump();
         if (press.character == "+")
-            m_services.dialog.SucceedAndNext();
+            services_.dialog.SucceedAndNext();
         else
-            m_services.dialog.FailAndNext();
+            services_.dialog.FailAndNext();
     });
     return true;
 }
@@ -122,7 +122,7 @@ bool WindowKeys::on_letter(const platform::KeyPress& press)
     if (!command)
         return false;
     if (!press.auto_repeat)
-        m_services.echo.run(press, [&] { m_services.commands.RunToolbarCommand(*command); });
+        services_.echo.run(press, [&] { services_.commands.RunToolbarCommand(*command); });
     return true;
 }
 
@@ -133,7 +133,7 @@ bool WindowKeys::on_combination(const platform::KeyPress& press)
     if (!command)
         return false;
     if (!press.auto_repeat)
-        m_services.echo.run(press, [&] { m_services.commands.RunToolbarCommand(*command); });
+        services_.echo.run(press, [&] { services_.commands.RunToolbarCommand(*command); });
     return true;
 }
 
@@ -142,7 +142,7 @@ std::optional<Command> WindowKeys::command_of_combination(const platform::KeyPre
     if (press.modifier == KeyModifier::alt)
         return command_with_access_letter(command_letter(press));
     const bool saves = press.key == Key::enter || command_letter(press) == 's';
-    return saves && m_services.editor.editing() ? std::optional(Command::save) : std::nullopt;
+    return saves && services_.editor.editing() ? std::optional(Command::save) : std::nullopt;
 }
 
 } // namespace cuedrill::drill

@@ -32,7 +32,7 @@ public:
     };
 
     WindowKeys(platform::Form1& form1, DrillState& state, const Services& services)
-        : m_form1(form1), m_state(state), m_services(services)
+        : form1_(form1), state_(state), services_(services)
     {
     }
 
@@ -52,13 +52,13 @@ private:
     void leave_boxes();
     void close_shared_place();
     [[nodiscard]] bool answer_is_shown() const;
-    [[nodiscard]] bool AnswerHasFocus() const { return m_form1.Text_a.has_focus(); }
-    [[nodiscard]] bool QuestionHasFocus() const { return m_form1.Text_q.has_focus(); }
+    [[nodiscard]] bool AnswerHasFocus() const { return form1_.Text_a.has_focus(); }
+    [[nodiscard]] bool QuestionHasFocus() const { return form1_.Text_q.has_focus(); }
     [[nodiscard]] bool in_text_box() const { return AnswerHasFocus() || QuestionHasFocus(); }
 
-    platform::Form1& m_form1;
-    DrillState& m_state;
-    Services m_services;
+    platform::Form1& form1_;
+    DrillState& state_;
+    Services services_;
 };
 
 } // namespace cuedrill::drill

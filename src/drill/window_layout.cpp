@@ -18,15 +18,15 @@ const PlaceRow& row_of(SharedPlace place)
 
 Mode WindowLayout::mode() const
 {
-    if (m_flags.new_mode)
+    if (flags_.new_mode)
         return Mode::new_record;
-    if (m_flags.edit_mode)
+    if (flags_.edit_mode)
         return Mode::edit_record;
-    if (m_course.record_count == 0)
+    if (course_.record_count == 0)
         return Mode::empty_course;
     if (!question_on_display())
         return Mode::nothing;
-    return m_state.answer_revealed ? Mode::answer : Mode::question;
+    return state_.answer_revealed ? Mode::answer : Mode::question;
 }
 
 void WindowLayout::RelayoutWindow()
@@ -41,64 +41,64 @@ void WindowLayout::RelayoutWindow()
 
 void WindowLayout::relayout_boxes()
 {
-    m_form1.Text_q.set_locked(!is_enabled(Input::question_box));
-    m_form1.Text_a.set_locked(!is_enabled(Input::answer_box));
-    m_form1.panel_a.set_caption(answer_heading());
+    form1_.Text_q.set_locked(!is_enabled(Input::question_box));
+    form1_.Text_a.set_locked(!is_enabled(Input::answer_box));
+    form1_.panel_a.set_caption(answer_heading());
     // The status line asks for the verdict then.
-    m_form1.panel_a.set_visible(!m_state.AwaitingVerdict);
+    form1_.panel_a.set_visible(!state_.AwaitingVerdict);
 }
 
 /// What the colour of a revealed answer tells, the heading tells too; and what an answer that is typed is worth, before
 /// it is typed.
 const char* WindowLayout::answer_heading() const
 {
-    if (m_state.AnswerShown && can_type()) {
-        const bool has_words = m_state.shared_place == SharedPlace::hint && !m_state.hint_is_masked;
+    if (state_.AnswerShown && can_type()) {
+        const bool has_words = state_.shared_place == SharedPlace::hint && !state_.hint_is_masked;
         return has_words ? "Typed answers count as not known now; clicked words count"
                          : "Typed answers count as not known now";
     }
-    if (m_state.TypingMode && can_type())
+    if (state_.TypingMode && can_type())
         return "Type the answer, then press Enter";
-    if (!m_state.answer_revealed || m_state.SelfJudgement.empty())
+    if (!state_.answer_revealed || state_.SelfJudgement.empty())
         return "Answer";
-    return m_state.SelfJudgement == "-" ? "Answer: not known (-)" : "Answer: known (+)";
+    return state_.SelfJudgement == "-" ? "Answer: not known (-)" : "Answer: known (+)";
 }
 
 void WindowLayout::relayout_shared_place()
 {
-    const PlaceRow& shown = row_of(m_state.shared_place);
+    const PlaceRow& shown = row_of(state_.shared_place);
     // The toolkit would give the focus to whatever comes next.
-    if ((!shown.t_hint && m_form1.t_hint.has_focus()) || (!shown.listav && m_form1.listav.has_focus()))
-        m_form1.bot_focus.set_focus();
-    const bool list_goes = m_form1.listav.visible() && !shown.listav;
-    m_form1.frame_stats.set_visible(shown.frame_stats);
-    m_form1.panel_lista.set_visible(shown.panel_lista);
-    m_form1.t_hint.set_visible(shown.t_hint);
-    m_form1.listav.set_visible(shown.listav);
+    if ((!shown.t_hint && form1_.t_hint.has_focus()) || (!shown.listav && form1_.listav.has_focus()))
+        form1_.bot_focus.set_focus();
+    const bool list_goes = form1_.listav.visible() && !shown.listav;
+    form1_.frame_stats.set_visible(shown.frame_stats);
+    form1_.panel_lista.set_visible(shown.panel_lista);
+    form1_.t_hint.set_visible(shown.t_hint);
+    form1_.listav.set_visible(shown.listav);
     if (!list_goes)
         return;
-    m_status.withdraw_about_list();
+    status_.withdraw_about_list();
     // The list may have covered the request.
-    if (m_state.AwaitingVerdict)
-        m_status.ask_for_verdict();
+    if (state_.AwaitingVerdict)
+        status_.ask_for_verdict();
 }
 
 void WindowLayout::relayout_dialog()
 {
-    if (m_dialog_held)
+    if (dialog_held_)
         return;
     // Nothing is asked while a record is being typed.
-    m_form1.panel_dialog.set_enabled(!m_flags.editing());
-    m_form1.bot_other.set_visible(m_state.dialog == DialogState::AskKnown);
-    m_form1.bot_yes.set_enabled(is_enabled(Input::yes));
-    m_form1.bot_no.set_enabled(is_enabled(Input::no));
-    m_form1.bot_other.set_enabled(is_enabled(Input::ignore));
+    form1_.panel_dialog.set_enabled(!flags_.editing());
+    form1_.bot_other.set_visible(state_.dialog == DialogState::AskKnown);
+    form1_.bot_yes.set_enabled(is_enabled(Input::yes));
+    form1_.bot_no.set_enabled(is_enabled(Input::no));
+    form1_.bot_other.set_enabled(is_enabled(Input::ignore));
 }
 
 void WindowLayout::relayout_commands()
 {
     for (const CommandRow& row : command_table())
-        m_commands.set_enabled(row.command, is_enabled(row));
+        commands_.set_enabled(row.command, is_enabled(row));
 }
 
 bool WindowLayout::is_enabled(const CommandRow& row) const
@@ -111,14 +111,14 @@ bool WindowLayout::further_condition(Command command) const
 {
     switch (command) {
     case Command::show_stats:
-        return row_of(m_state.shared_place).show_stats;
+        return row_of(state_.shared_place).show_stats;
     case Command::show_hints:
         // While the answer is being typed, the command means the other kind of hint.
-        return row_of(m_state.shared_place).show_hints || (m_state.TypingMode && !m_state.hint_is_masked);
+        return row_of(state_.shared_place).show_hints || (state_.TypingMode && !state_.hint_is_masked);
     case Command::let_me_type:
-        return !m_course.params.always_type;
+        return !course_.params.always_type;
     case Command::recall_list:
-        return m_state.list_built;
+        return state_.list_built;
     default:
         return true;
     }
@@ -136,7 +136,7 @@ bool WindowLayout::is_enabled(Input input) const
 /// question leave its state as it is.
 bool WindowLayout::dialog_takes_yes() const
 {
-    switch (m_state.dialog) {
+    switch (state_.dialog) {
     case DialogState::AskToStart:
         return true;
     case DialogState::OfferAnswer:
@@ -150,7 +150,7 @@ bool WindowLayout::dialog_takes_yes() const
 /// Before the first question of the dialog "No" ends the program; beside a question it would be taken for an answer.
 bool WindowLayout::dialog_takes_no() const
 {
-    switch (m_state.dialog) {
+    switch (state_.dialog) {
     case DialogState::AskToStart:
         return !question_on_display();
     case DialogState::OfferAnswer:
@@ -163,7 +163,7 @@ bool WindowLayout::dialog_takes_no() const
 
 platform::Button* WindowLayout::focused_button() const
 {
-    for (platform::Button* button : {&m_form1.bot_yes, &m_form1.bot_no, &m_form1.bot_other}) {
+    for (platform::Button* button : {&form1_.bot_yes, &form1_.bot_no, &form1_.bot_other}) {
         if (button->has_focus())
             return button;
     }
@@ -177,17 +177,17 @@ void WindowLayout::keep_focus(platform::Button* focused)
     if (focused == nullptr)
         return;
     const auto usable = [](const platform::Button* button) { return button->enabled() && button->visible(); };
-    platform::Button* wanted = focused == m_stand_in ? m_displaced : focused;
-    m_displaced = m_stand_in = nullptr;
+    platform::Button* wanted = focused == stand_in_ ? displaced_ : focused;
+    displaced_ = stand_in_ = nullptr;
     if (!usable(wanted)) {
         platform::Button* first_usable = nullptr;
-        for (platform::Button* button : {&m_form1.bot_other, &m_form1.bot_no, &m_form1.bot_yes}) {
+        for (platform::Button* button : {&form1_.bot_other, &form1_.bot_no, &form1_.bot_yes}) {
             if (usable(button))
                 first_usable = button;
         }
         if (wanted->visible()) {
-            m_displaced = wanted;
-            m_stand_in = first_usable;
+            displaced_ = wanted;
+            stand_in_ = first_usable;
         }
         wanted = first_usable;
     }
@@ -197,12 +197,12 @@ void WindowLayout::keep_focus(platform::Button* focused)
 
 void WindowLayout::lay_out_buttons()
 {
-    const bool three = m_state.dialog == DialogState::AskKnown;
+    const bool three = state_.dialog == DialogState::AskKnown;
     const int count = three ? 3 : 2;
-    const common::Twips width = (m_form1.dialog_strip.width() - margin * count) / count;
+    const common::Twips width = (form1_.dialog_strip.width() - margin * count) / count;
     common::Twips left = margin;
-    for (platform::Button* button : {&m_form1.bot_yes, &m_form1.bot_no, &m_form1.bot_other}) {
-        if (button == &m_form1.bot_other && !three)
+    for (platform::Button* button : {&form1_.bot_yes, &form1_.bot_no, &form1_.bot_other}) {
+        if (button == &form1_.bot_other && !three)
             break;
         button->set_width(width);
         button->set_left(left);

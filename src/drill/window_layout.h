@@ -15,7 +15,7 @@ class WindowLayout {
 public:
     WindowLayout(platform::Form1& form1, CommandControls& commands, const store::Course& course, const EditFlags& flags,
                  const DrillState& state, StatusLine& status)
-        : m_form1(form1), m_commands(commands), m_course(course), m_flags(flags), m_state(state), m_status(status)
+        : form1_(form1), commands_(commands), course_(course), flags_(flags), state_(state), status_(status)
     {
     }
 
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] Mode mode() const;
 
     /// Whether a question is on display; without one, nothing can be revealed or judged.
-    [[nodiscard]] bool question_on_display() const { return m_course.current_cnt != 0; }
+    [[nodiscard]] bool question_on_display() const { return course_.current_cnt != 0; }
 
     /// Whether its answer is on display too.
     [[nodiscard]] bool answer_on_display() const { return mode() == Mode::answer; }
@@ -38,7 +38,7 @@ public:
     [[nodiscard]] bool can_type() const { return mode() == Mode::question; }
 
     /// While held, the buttons of the dialog stay as they are. Whoever lets go lays the window out again.
-    void hold_dialog(bool held) { m_dialog_held = held; }
+    void hold_dialog(bool held) { dialog_held_ = held; }
 
 private:
     void relayout_boxes();
@@ -54,15 +54,15 @@ private:
     [[nodiscard]] platform::Button* focused_button() const;
     void keep_focus(platform::Button* focused);
 
-    platform::Form1& m_form1;
-    CommandControls& m_commands;
-    const store::Course& m_course;
-    const EditFlags& m_flags;
-    const DrillState& m_state;
-    StatusLine& m_status;
-    bool m_dialog_held = false;
-    platform::Button* m_displaced = nullptr; ///< lost the focus because it could not be used
-    platform::Button* m_stand_in = nullptr;  ///< got it instead
+    platform::Form1& form1_;
+    CommandControls& commands_;
+    const store::Course& course_;
+    const EditFlags& flags_;
+    const DrillState& state_;
+    StatusLine& status_;
+    bool dialog_held_ = false;
+    platform::Button* displaced_ = nullptr; ///< lost the focus because it could not be used
+    platform::Button* stand_in_ = nullptr;  ///< got it instead
 };
 
 } // namespace cuedrill::drill

@@ -60,26 +60,26 @@ std::string_view trim_exchange_text(std::string_view text)
 // megabytes of blanks is still taken whole.
 void CollectedText::add(std::string_view text)
 {
-    if (m_kept.empty())
+    if (kept_.empty())
         text.remove_prefix(std::min(text.find_first_not_of(blanks_and_tabs), text.size()));
-    if (!m_full) {
-        const std::string_view kept = fitting(text, most_kept - m_kept.size());
-        m_kept.append(kept);
+    if (!full_) {
+        const std::string_view kept = fitting(text, most_kept - kept_.size());
+        kept_.append(kept);
         text.remove_prefix(kept.size());
-        m_full = !text.empty();
+        full_ = !text.empty();
     }
     count(text);
 }
 
 void CollectedText::add_line_end()
 {
-    if (m_kept.empty())
+    if (kept_.empty())
         return;
-    m_full = m_full || m_kept.size() + common::cr_lf.size() > most_kept;
-    if (m_full)
-        m_white += common::cr_lf.size();
+    full_ = full_ || kept_.size() + common::cr_lf.size() > most_kept;
+    if (full_)
+        white_ += common::cr_lf.size();
     else
-        m_kept.append(common::cr_lf);
+        kept_.append(common::cr_lf);
 }
 
 /// Counts what is not kept.
@@ -87,18 +87,18 @@ void CollectedText::count(std::string_view text)
 {
     const std::size_t last = text.find_last_not_of(blanks_and_tabs);
     if (last != std::string_view::npos) {
-        m_cut_off += m_white + common::code_points(text.substr(0, last + 1));
-        m_white = 0;
-        m_unreadable += marks_in(text);
+        cut_off_ += white_ + common::code_points(text.substr(0, last + 1));
+        white_ = 0;
+        unreadable_ += marks_in(text);
         text.remove_prefix(last + 1);
     }
-    m_white += text.size();
+    white_ += text.size();
 }
 
 ReadText CollectedText::take()
 {
-    const std::string_view text = m_cut_off == 0 ? trim_exchange_text(m_kept) : std::string_view(m_kept);
-    ReadText result{.text = {}, .cut_off = m_cut_off, .unreadable = m_unreadable + marks_in(text)};
+    const std::string_view text = cut_off_ == 0 ? trim_exchange_text(kept_) : std::string_view(kept_);
+    ReadText result{.text = {}, .cut_off = cut_off_, .unreadable = unreadable_ + marks_in(text)};
     result.text = common::replace_all(text, std::string_view(&unreadable_mark, 1), replacement_character);
     *this = {};
     return result;

@@ -36,11 +36,11 @@ public:
 private:
     void count(std::string_view text);
 
-    std::string m_kept;           ///< begins with a character that is not trimmed
-    bool m_full = false;          ///< nothing more is kept
-    std::size_t m_cut_off = 0;    ///< characters behind those, up to the last one that is not trimmed
-    std::size_t m_white = 0;      ///< characters behind those
-    std::size_t m_unreadable = 0; ///< of those that are not kept
+    std::string kept_;           ///< begins with a character that is not trimmed
+    bool full_ = false;          ///< nothing more is kept
+    std::size_t cut_off_ = 0;    ///< characters behind those, up to the last one that is not trimmed
+    std::size_t white_ = 0;      ///< characters behind those
+    std::size_t unreadable_ = 0; ///< of those that are not kept
 };
 
 } // namespace cuedrill::exchange

@@ -31,19 +31,19 @@ std::string failure_text(const std::string& reason, const platform::Replacement*
 Exported Exporter::export_file(const std::string& path, bool numbered)
 {
     const QuestionTextForm form{
-        .course_title = m_course.params.course_title, .written = m_clock.now(), .numbered = numbered};
+        .course_title = course_.params.course_title, .written = clock_.now(), .numbered = numbered};
     std::unique_ptr<platform::Replacement> file;
     try {
         // First, so that a course that cannot be read leaves no file behind.
-        const auto rows = m_course.database().open_recordset("Select * from qa order by cnt");
-        file = m_files.begin_replacement(path);
-        ReturnCheck check(m_text_compare);
+        const auto rows = course_.database().open_recordset("Select * from qa order by cnt");
+        file = files_.begin_replacement(path);
+        ReturnCheck check(text_compare_);
         const std::int64_t count = write_question_text(*file, *rows, form, check);
         file->finish();
         return {.count = count, .changed = check.changed(), .lines = check.lines()};
     } catch (const common::Error& error) {
         throw common::Error(
-            failure_text(store::words_about(error, m_course), file.get(), m_files.exists(path) ? path : std::string()));
+            failure_text(store::words_about(error, course_), file.get(), files_.exists(path) ? path : std::string()));
     }
 }
 

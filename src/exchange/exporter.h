@@ -22,7 +22,7 @@ class Exporter {
 public:
     Exporter(store::Course& course, platform::Files& files, platform::Clock& clock,
              const platform::TextCompare& text_compare)
-        : m_course(course), m_files(files), m_clock(clock), m_text_compare(text_compare)
+        : course_(course), files_(files), clock_(clock), text_compare_(text_compare)
     {
     }
 
@@ -32,10 +32,10 @@ public:
     Exported export_file(const std::string& path, bool numbered);
 
 private:
-    store::Course& m_course;
-    platform::Files& m_files;
-    platform::Clock& m_clock;
-    const platform::TextCompare& m_text_compare;
+    store::Course& course_;
+    platform::Files& files_;
+    platform::Clock& clock_;
+    const platform::TextCompare& text_compare_;
 };
 
 } // namespace cuedrill::exchange

@@ -38,21 +38,21 @@ void ImportReport::add_read(const ReadRecord& record)
         joined(unreadable_part("question", record.question), unreadable_part("answer", record.answer));
     if (words.empty())
         return;
-    ++m_unreadable;
-    m_lines.add(record.number, words);
+    ++unreadable_;
+    lines_.add(record.number, words);
 }
 
 void ImportReport::add_refused(std::int64_t number, const std::string& reason)
 {
-    ++m_refused;
-    m_lines.add(number, reason);
+    ++refused_;
+    lines_.add(number, reason);
 }
 
 std::string ImportReport::summary() const
 {
-    const std::string refused = m_refused == 0 ? "" : "Refused, and not stored: " + std::to_string(m_refused);
+    const std::string refused = refused_ == 0 ? "" : "Refused, and not stored: " + std::to_string(refused_);
     const std::string unreadable =
-        m_unreadable == 0 ? "" : "Questions with characters that could not be read: " + std::to_string(m_unreadable);
+        unreadable_ == 0 ? "" : "Questions with characters that could not be read: " + std::to_string(unreadable_);
     return refused + std::string(refused.empty() || unreadable.empty() ? "" : common::cr_lf) + unreadable;
 }
 

@@ -23,12 +23,12 @@ public:
     /// told.
     [[nodiscard]] std::string summary() const;
     /// A line for each of them: its number in the file, the reason and the text.
-    [[nodiscard]] std::string lines() const { return m_lines.text(); }
+    [[nodiscard]] std::string lines() const { return lines_.text(); }
 
 private:
-    RecordLines m_lines;
-    std::int64_t m_refused = 0;
-    std::int64_t m_unreadable = 0; ///< records
+    RecordLines lines_;
+    std::int64_t refused_ = 0;
+    std::int64_t unreadable_ = 0; ///< records
 };
 
 } // namespace cuedrill::exchange

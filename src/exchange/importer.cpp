@@ -16,8 +16,7 @@ constexpr std::uint64_t longest_file = 64ULL * 1024 * 1024;
 
 Importer::Importer(store::Course& course, bank::RecordBank& bank, platform::Files& files, platform::Clock& clock,
                    const platform::TextCompare& text_compare, std::string path)
-    : m_course(course), m_bank(bank), m_files(files), m_clock(clock), m_text_compare(text_compare),
-      m_path(std::move(path))
+    : course_(course), bank_(bank), files_(files), clock_(clock), text_compare_(text_compare), path_(std::move(path))
 {
 }
 
@@ -28,13 +27,13 @@ Importer::~Importer()
 
 Progress Importer::step(std::chrono::milliseconds duration)
 {
-    m_progress.empty.reset();
+    progress_.empty.reset();
     try {
-        if (!m_file)
-            m_file.emplace(m_files.begin_reading(m_path, longest_file));
+        if (!file_)
+            file_.emplace(files_.begin_reading(path_, longest_file));
         const auto empty = read_for(duration);
         commit();
-        m_progress.empty = empty;
+        progress_.empty = empty;
     } catch (const common::Error&) {
         keep_what_came_before();
         throw;
@@ -42,32 +41,32 @@ Progress Importer::step(std::chrono::milliseconds duration)
         keep_what_came_before();
         throw;
     }
-    m_progress.percent = m_file->percent();
-    m_progress.has_question = m_file->has_question();
-    return m_progress;
+    progress_.percent = file_->percent();
+    progress_.has_question = file_->has_question();
+    return progress_;
 }
 
 std::optional<EmptyRecord> Importer::read_for(std::chrono::milliseconds duration)
 {
     const double seconds = std::chrono::duration<double>(duration).count();
-    const double begun = m_clock.steady_seconds();
+    const double begun = clock_.steady_seconds();
     do {
-        const QuestionFile::Step found = m_file->step();
-        m_progress.finished = found == QuestionFile::Step::end;
-        if (m_progress.finished)
+        const QuestionFile::Step found = file_->step();
+        progress_.finished = found == QuestionFile::Step::end;
+        if (progress_.finished)
             break;
-        const auto empty = found == QuestionFile::Step::record ? take(m_file->record()) : std::nullopt;
+        const auto empty = found == QuestionFile::Step::record ? take(file_->record()) : std::nullopt;
         if (empty)
             return empty;
-    } while (m_clock.steady_seconds() - begun < seconds);
+    } while (clock_.steady_seconds() - begun < seconds);
     return std::nullopt;
 }
 
 std::optional<EmptyRecord> Importer::take(ReadRecord record)
 {
     for (ReadText* part : {&record.question, &record.answer})
-        part->text = m_text_compare.nfc(part->text);
-    m_report.add_read(record);
+        part->text = text_compare_.nfc(part->text);
+    report_.add_read(record);
     if (record.question.text.empty())
         return EmptyRecord{.number = record.number, .lacks = EmptyRecord::Lacks::question};
     if (record.answer.text.empty())
@@ -79,56 +78,56 @@ std::optional<EmptyRecord> Importer::take(ReadRecord record)
 /// Has the course store the record.
 void Importer::hand_over(const ReadRecord& record)
 {
-    if (!m_group)
-        m_group.emplace(m_course);
-    ++m_progress.handed_over;
+    if (!group_)
+        group_.emplace(course_);
+    ++progress_.handed_over;
     // Of a text that was cut off, what is left must not be stored as if it were all.
     if (record.question.cut_off != 0 || record.answer.cut_off != 0) {
-        m_report.add_refused(record.number, too_long(record));
+        report_.add_refused(record.number, too_long(record));
         return;
     }
-    const auto written = m_bank.Write_QA(record.question.text, record.answer.text);
+    const auto written = bank_.Write_QA(record.question.text, record.answer.text);
     if (const auto* refusal = std::get_if<bank::Refusal>(&written)) {
         const std::string reason = too_long(record);
-        m_report.add_refused(record.number, reason.empty() ? refusal->words + " " + quoted_line(record.question.text) +
-                                                                 " " + quoted_line(record.answer.text)
-                                                           : reason);
+        report_.add_refused(record.number, reason.empty() ? refusal->words + " " + quoted_line(record.question.text) +
+                                                                " " + quoted_line(record.answer.text)
+                                                          : reason);
         return;
     }
-    ++m_group->added;
-    m_group->last_cnt = std::get<common::Int16>(written);
-    m_group->last_question = record.question.text;
+    ++group_->added;
+    group_->last_cnt = std::get<common::Int16>(written);
+    group_->last_question = record.question.text;
 }
 
 /// Makes what was stored durable.
 void Importer::commit()
 {
-    if (!m_group)
+    if (!group_)
         return;
     commit_group();
-    m_progress.stored += m_group->added;
-    if (m_group->added != 0)
-        m_progress.last_cnt = m_group->last_cnt;
-    m_group.reset();
+    progress_.stored += group_->added;
+    if (group_->added != 0)
+        progress_.last_cnt = group_->last_cnt;
+    group_.reset();
 }
 
 /// A group is stored as a whole or not at all, so its last record tells. Whether it is may turn out only after the
 /// importer is gone.
 void Importer::commit_group()
 {
-    const auto is_stored = [&course = m_course, side = m_course.Q_FIELD, added = m_group->added,
-                            cnt = m_group->last_cnt, question = m_group->last_question] {
+    const auto is_stored = [&course = course_, side = course_.Q_FIELD, added = group_->added, cnt = group_->last_cnt,
+                            question = group_->last_question] {
         if (added == 0)
             return true;
         const auto last = store::find_record(course.database(), cnt);
         return last && store::side_of(*last, side).text == question;
     };
     try {
-        m_group->transaction.commit(
+        group_->transaction.commit(
             {.is_stored = is_stored,
-             .when_stored_after_all = [&course = m_course, added = m_group->added] { course.record_count += added; }});
+             .when_stored_after_all = [&course = course_, added = group_->added] { course.record_count += added; }});
     } catch (const store::OutcomeUnknown&) {
-        m_progress.unknown = m_group->added;
+        progress_.unknown = group_->added;
         throw;
     }
 }
@@ -147,10 +146,10 @@ void Importer::keep_what_came_before()
 
 void Importer::take_group_back() noexcept
 {
-    if (!m_group)
+    if (!group_)
         return;
-    m_course.record_count -= m_group->added;
-    m_group.reset();
+    course_.record_count -= group_->added;
+    group_.reset();
 }
 
 } // namespace cuedrill::exchange

@@ -60,10 +60,10 @@ public:
     ///         What came before is then stored, where the course still takes it. No step may follow.
     Progress step(std::chrono::milliseconds duration);
 
-    [[nodiscard]] const Progress& progress() const { return m_progress; }
+    [[nodiscard]] const Progress& progress() const { return progress_; }
 
     /// What has not come into the course as it is in the file, until now.
-    [[nodiscard]] const ImportReport& report() const { return m_report; }
+    [[nodiscard]] const ImportReport& report() const { return report_; }
 
 private:
     /// Records that are stored or taken back together.
@@ -84,17 +84,17 @@ private:
     void keep_what_came_before();
     void take_group_back() noexcept;
 
-    store::Course& m_course;
-    bank::RecordBank& m_bank;
-    platform::Files& m_files;
-    platform::Clock& m_clock;
-    const platform::TextCompare& m_text_compare;
-    std::string m_path;
+    store::Course& course_;
+    bank::RecordBank& bank_;
+    platform::Files& files_;
+    platform::Clock& clock_;
+    const platform::TextCompare& text_compare_;
+    std::string path_;
 
-    std::optional<QuestionFile> m_file; ///< from the first step on
-    std::optional<Group> m_group;       ///< what was stored since the last commit
-    Progress m_progress;
-    ImportReport m_report;
+    std::optional<QuestionFile> file_; ///< from the first step on
+    std::optional<Group> group_;       ///< what was stored since the last commit
+    Progress progress_;
+    ImportReport report_;
 };
 
 } // namespace cuedrill::exchange

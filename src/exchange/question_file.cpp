@@ -17,66 +17,66 @@ constexpr std::uint64_t long_file = 1024ULL * 1024;
 } // namespace
 
 QuestionFile::QuestionFile(std::unique_ptr<platform::FileReading> file)
-    : m_file(std::move(file)), m_sink([this](ReadRecord record) { m_found.push_back(std::move(record)); })
+    : file_(std::move(file)), sink_([this](ReadRecord record) { found_.push_back(std::move(record)); })
 {
 }
 
 QuestionFile::Step QuestionFile::step()
 {
-    if (m_found.empty()) {
-        if (m_at_end)
+    if (found_.empty()) {
+        if (at_end_)
             return Step::end;
-        if (m_decoder)
+        if (decoder_)
             read();
         else
             survey();
         return Step::reading;
     }
-    m_record = std::move(m_found.front());
-    m_found.pop_front();
+    record_ = std::move(found_.front());
+    found_.pop_front();
     return Step::record;
 }
 
 void QuestionFile::survey()
 {
-    std::string bytes = m_file->read(surveyed_piece);
+    std::string bytes = file_->read(surveyed_piece);
     if (!bytes.empty()) {
-        m_survey.add(std::move(bytes));
+        survey_.add(std::move(bytes));
         return;
     }
-    const TextFormat format = m_survey.format();
-    m_decoder.emplace(format);
-    m_lines.emplace(format.line_end);
-    m_file->rewind();
+    const TextFormat format = survey_.format();
+    decoder_.emplace(format);
+    lines_.emplace(format.line_end);
+    file_->rewind();
 }
 
 void QuestionFile::read()
 {
-    std::string bytes = m_file->read(read_piece);
-    m_read += bytes.size();
+    std::string bytes = file_->read(read_piece);
+    read_ += bytes.size();
     if (!bytes.empty()) {
-        read_lines(m_decoder->decode(std::move(bytes)));
+        read_lines(decoder_->decode(std::move(bytes)));
         return;
     }
-    read_lines(m_decoder->finish());
-    m_lines->finish([this](std::string_view text) { m_reader.add(text, m_sink); });
-    m_reader.finish(m_sink);
-    m_at_end = true;
+    read_lines(decoder_->finish());
+    lines_->finish([this](std::string_view text) { reader_.add(text, sink_); });
+    reader_.finish(sink_);
+    at_end_ = true;
 }
 
 void QuestionFile::read_lines(std::string text)
 {
-    m_lines->add(
-        std::move(text), [this](std::string_view part) { m_reader.add(part, m_sink); },
-        [this] { m_reader.end_line(m_sink); });
+    lines_->add(
+        std::move(text), [this](std::string_view part) { reader_.add(part, sink_); },
+        [this] { reader_.end_line(sink_); });
 }
 
 std::optional<int> QuestionFile::percent() const
 {
     constexpr std::uint64_t whole = 100;
-    if (m_file->size() < long_file)
+    if (file_->size() < long_file)
         return std::nullopt;
-    return static_cast<int>(std::min(m_read * whole / m_file->size(), whole));
+    return static_cast<int>(std::min(read_ * whole / file_->size(), whole));
 }
 
 } // namespace cuedrill::exchange

@@ -34,10 +34,10 @@ public:
     [[nodiscard]] Step step();
 
     /// The record that the last step has found.
-    [[nodiscard]] const ReadRecord& record() const { return m_record; }
+    [[nodiscard]] const ReadRecord& record() const { return record_; }
 
     /// Whether any "@Q@" was found until now.
-    [[nodiscard]] bool has_question() const { return m_reader.has_question(); }
+    [[nodiscard]] bool has_question() const { return reader_.has_question(); }
 
     /// How much of the file has been read for its records, in percent; nothing for a file that takes no time.
     [[nodiscard]] std::optional<int> percent() const;
@@ -47,16 +47,16 @@ private:
     void read();
     void read_lines(std::string text);
 
-    std::unique_ptr<platform::FileReading> m_file;
-    TextSurvey m_survey;
-    std::optional<TextDecoder> m_decoder; ///< once the survey is done
-    std::optional<LineSplitter> m_lines;
-    QuestionTextReader m_reader;
-    QuestionTextReader::Sink m_sink;
-    std::deque<ReadRecord> m_found; ///< in the piece that was read last
-    ReadRecord m_record;
-    std::uint64_t m_read = 0; ///< bytes read for their records
-    bool m_at_end = false;
+    std::unique_ptr<platform::FileReading> file_;
+    TextSurvey survey_;
+    std::optional<TextDecoder> decoder_; ///< once the survey is done
+    std::optional<LineSplitter> lines_;
+    QuestionTextReader reader_;
+    QuestionTextReader::Sink sink_;
+    std::deque<ReadRecord> found_; ///< in the piece that was read last
+    ReadRecord record_;
+    std::uint64_t read_ = 0; ///< bytes read for their records
+    bool at_end_ = false;
 };
 
 } // namespace cuedrill::exchange

@@ -50,40 +50,40 @@ bool holds_marker(std::string_view text, Marker marker)
 
 void QuestionTextReader::add(std::string_view text, const Sink& sink)
 {
-    if (m_line == Line::is_comment)
+    if (line_ == Line::is_comment)
         return;
-    m_held.append(text);
+    held_.append(text);
     read_held(false, sink);
 }
 
 void QuestionTextReader::end_line(const Sink& sink)
 {
     read_held(true, sink);
-    if (m_line == Line::is_text && m_state != State::Null)
-        (m_state == State::QS ? m_question : m_answer).add_line_end();
-    m_line = Line::begins;
+    if (line_ == Line::is_text && state_ != State::Null)
+        (state_ == State::QS ? question_ : answer_).add_line_end();
+    line_ = Line::begins;
 }
 
 // A marker never spans a line end, so each line is searched once, on its own, and only the text of the record being
 // read is kept: the time is linear in the text, however it is cut into lines and pieces.
 void QuestionTextReader::read_held(bool line_ends, const Sink& sink)
 {
-    if (m_line == Line::begins) {
-        if (!line_ends && m_held.size() < comment_start.size())
+    if (line_ == Line::begins) {
+        if (!line_ends && held_.size() < comment_start.size())
             return;
-        m_line = m_held.starts_with(comment_start) ? Line::is_comment : Line::is_text;
+        line_ = held_.starts_with(comment_start) ? Line::is_comment : Line::is_text;
     }
-    const std::string held = std::exchange(m_held, {});
-    if (m_line == Line::is_comment)
+    const std::string held = std::exchange(held_, {});
+    if (line_ == Line::is_comment)
         return;
     std::string_view rest = held;
     for (;;) {
-        const Marker awaited = m_state == State::QS ? Marker::answer : Marker::question;
+        const Marker awaited = state_ == State::QS ? Marker::answer : Marker::question;
         const std::size_t at = find_marker(rest, awaited);
         if (at == std::string_view::npos) {
             const std::size_t kept_back = line_ends ? 0 : begun_marker(rest, awaited);
             add_to_part(rest.substr(0, rest.size() - kept_back));
-            m_held = rest.substr(rest.size() - kept_back);
+            held_ = rest.substr(rest.size() - kept_back);
             return;
         }
         add_to_part(rest.substr(0, at));
@@ -94,31 +94,31 @@ void QuestionTextReader::read_held(bool line_ends, const Sink& sink)
 
 void QuestionTextReader::add_to_part(std::string_view text)
 {
-    if (m_state != State::Null)
-        (m_state == State::QS ? m_question : m_answer).add(text);
+    if (state_ != State::Null)
+        (state_ == State::QS ? question_ : answer_).add(text);
 }
 
 void QuestionTextReader::marker_found(const Sink& sink)
 {
-    m_has_question = true;
-    if (m_state == State::AS)
+    has_question_ = true;
+    if (state_ == State::AS)
         store_record(sink);
-    m_state = m_state == State::QS ? State::AS : State::QS;
+    state_ = state_ == State::QS ? State::AS : State::QS;
 }
 
 void QuestionTextReader::finish(const Sink& sink)
 {
-    if (m_line != Line::begins || !m_held.empty())
+    if (line_ != Line::begins || !held_.empty())
         end_line(sink);
-    if (m_state == State::AS)
+    if (state_ == State::AS)
         store_record(sink);
-    m_state = State::Null;
-    m_question = {};
+    state_ = State::Null;
+    question_ = {};
 }
 
 void QuestionTextReader::store_record(const Sink& sink)
 {
-    sink({.number = ++m_number, .question = m_question.take(), .answer = m_answer.take()});
+    sink({.number = ++number_, .question = question_.take(), .answer = answer_.take()});
 }
 
 } // namespace cuedrill::exchange

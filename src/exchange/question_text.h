@@ -46,7 +46,7 @@ public:
     void finish(const Sink& sink);
 
     /// Whether any "@Q@" outside a comment was found.
-    [[nodiscard]] bool has_question() const { return m_has_question; }
+    [[nodiscard]] bool has_question() const { return has_question_; }
 
 private:
     /// Null: before the first question; QS: in a question; AS: in an answer.
@@ -58,13 +58,13 @@ private:
     void marker_found(const Sink& sink);
     void store_record(const Sink& sink);
 
-    State m_state = State::Null;
-    Line m_line = Line::begins;
-    std::string m_held; ///< of the line; it cannot be told yet whether a comment or a marker begins there
-    CollectedText m_question;
-    CollectedText m_answer;
-    std::int64_t m_number = 0; ///< of the last record
-    bool m_has_question = false;
+    State state_ = State::Null;
+    Line line_ = Line::begins;
+    std::string held_; ///< of the line; it cannot be told yet whether a comment or a marker begins there
+    CollectedText question_;
+    CollectedText answer_;
+    std::int64_t number_ = 0; ///< of the last record
+    bool has_question_ = false;
 };
 
 } // namespace cuedrill::exchange

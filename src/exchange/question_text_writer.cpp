@@ -70,32 +70,32 @@ std::int64_t hand_on(platform::Recordset& rows, const QuestionTextForm& form, Re
 /// Writes lines in Windows-1252 as long as every character fits.
 class CodePageOutput {
 public:
-    explicit CodePageOutput(platform::Replacement& file) : m_file(file) {}
+    explicit CodePageOutput(platform::Replacement& file) : file_(file) {}
 
     /// False, with nothing written, when a character does not fit.
     bool write(const std::string& lines)
     {
         const auto bytes = utf8_to_code_page_1252(lines);
-        m_fits = bytes.has_value();
+        fits_ = bytes.has_value();
         if (!bytes)
             return false;
         if (*bytes != lines) {
-            m_all_ascii = false;
-            m_all_utf8 = m_all_utf8 && is_read_as_utf8(*bytes);
+            all_ascii_ = false;
+            all_utf8_ = all_utf8_ && is_read_as_utf8(*bytes);
         }
-        m_file.write(*bytes);
+        file_.write(*bytes);
         return true;
     }
 
     /// Whether a reader of the file gets back what was written. No sequence of UTF-8 spans a line end, so the file is
     /// well-formed as a whole when its lines are.
-    [[nodiscard]] bool is_faithful() const { return m_fits && (m_all_ascii || !m_all_utf8); }
+    [[nodiscard]] bool is_faithful() const { return fits_ && (all_ascii_ || !all_utf8_); }
 
 private:
-    platform::Replacement& m_file;
-    bool m_fits = true;
-    bool m_all_ascii = true;
-    bool m_all_utf8 = true;
+    platform::Replacement& file_;
+    bool fits_ = true;
+    bool all_ascii_ = true;
+    bool all_utf8_ = true;
 };
 
 } // namespace

@@ -15,18 +15,18 @@ constexpr std::size_t longest_quotation = 1000;
 
 void RecordLines::add(std::int64_t number, const std::string& words)
 {
-    if (m_lines.size() >= longest_list) {
-        ++m_left_out;
+    if (lines_.size() >= longest_list) {
+        ++left_out_;
         return;
     }
-    m_lines.append("Question ").append(std::to_string(number)).append(": ").append(words).append(common::cr_lf);
+    lines_.append("Question ").append(std::to_string(number)).append(": ").append(words).append(common::cr_lf);
 }
 
 std::string RecordLines::text() const
 {
-    if (m_left_out == 0)
-        return m_lines;
-    return m_lines + "... and " + std::to_string(m_left_out) + " more." + std::string(common::cr_lf);
+    if (left_out_ == 0)
+        return lines_;
+    return lines_ + "... and " + std::to_string(left_out_) + " more." + std::string(common::cr_lf);
 }
 
 std::string quoted_line(const std::string& text)

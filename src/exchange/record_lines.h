@@ -14,8 +14,8 @@ public:
     [[nodiscard]] std::string text() const;
 
 private:
-    std::string m_lines;
-    std::int64_t m_left_out = 0;
+    std::string lines_;
+    std::int64_t left_out_ = 0;
 };
 
 /// `text` in quotation marks and in one line; only the beginning of one that is far longer than any record has.

@@ -15,12 +15,12 @@ public:
     void add_if(bool applies, std::string_view sentence)
     {
         if (applies && !sentence.empty())
-            m_text.append(m_text.empty() ? "" : " ").append(sentence);
+            text_.append(text_.empty() ? "" : " ").append(sentence);
     }
-    [[nodiscard]] const std::string& text() const { return m_text; }
+    [[nodiscard]] const std::string& text() const { return text_; }
 
 private:
-    std::string m_text;
+    std::string text_;
 };
 
 bool has_comment_line(std::string_view text)
@@ -50,11 +50,11 @@ bool is_stored(const ReadRecord& record)
 
 void ReturnCheck::restart()
 {
-    m_lines_read = LineSplitter(common::cr_lf);
-    m_reader = {};
-    m_number = m_changed = m_records = 0;
-    m_read.reset();
-    m_lines = {};
+    lines_read_ = LineSplitter(common::cr_lf);
+    reader_ = {};
+    number_ = changed_ = records_ = 0;
+    read_.reset();
+    lines_ = {};
 }
 
 // The marker before a question ends the answer before it. Where it does not, that answer holds one that has begun a
@@ -63,25 +63,25 @@ void ReturnCheck::add(const std::string& question, const std::string& answer, st
 {
     const std::size_t behind_marker = lines.find(common::cr_lf) + common::cr_lf.size();
     read(lines.substr(0, behind_marker));
-    const bool is_joined = m_number > 0 && !m_read;
-    if (m_number > 0)
+    const bool is_joined = number_ > 0 && !read_;
+    if (number_ > 0)
         check(false);
-    ++m_number;
-    m_question = question;
-    m_answer = answer;
-    m_is_joined = is_joined;
-    m_records = 0;
-    m_read.reset();
+    ++number_;
+    question_ = question;
+    answer_ = answer;
+    is_joined_ = is_joined;
+    records_ = 0;
+    read_.reset();
     read(lines.substr(behind_marker));
-    m_is_cut = m_read.has_value();
-    m_read.reset();
+    is_cut_ = read_.has_value();
+    read_.reset();
 }
 
 void ReturnCheck::finish(std::string_view lines)
 {
     read(lines);
-    m_reader.finish([this](ReadRecord record) { take(std::move(record)); });
-    if (m_number > 0)
+    reader_.finish([this](ReadRecord record) { take(std::move(record)); });
+    if (number_ > 0)
         check(true);
 }
 
@@ -89,57 +89,56 @@ void ReturnCheck::finish(std::string_view lines)
 void ReturnCheck::read(std::string_view lines)
 {
     const auto sink = [this](ReadRecord record) { take(std::move(record)); };
-    m_lines_read.add(
-        without_nul(std::string(lines)), [&](std::string_view text) { m_reader.add(text, sink); },
-        [&] { m_reader.end_line(sink); });
+    lines_read_.add(
+        without_nul(std::string(lines)), [&](std::string_view text) { reader_.add(text, sink); },
+        [&] { reader_.end_line(sink); });
 }
 
 void ReturnCheck::take(ReadRecord record)
 {
     for (ReadText* const part : {&record.question, &record.answer})
-        part->text = m_text_compare.nfc(part->text);
-    m_records += is_stored(record) ? 1 : 0;
-    m_read = std::move(record);
+        part->text = text_compare_.nfc(part->text);
+    records_ += is_stored(record) ? 1 : 0;
+    read_ = std::move(record);
 }
 
 void ReturnCheck::check(bool last)
 {
     if (comes_back(last))
         return;
-    ++m_changed;
-    m_lines.add(m_number, reasons(last) + " " + quoted_line(m_question));
+    ++changed_;
+    lines_.add(number_, reasons(last) + " " + quoted_line(question_));
 }
 
 bool ReturnCheck::comes_back(bool last) const
 {
-    return !m_is_joined && !m_is_cut && m_read && is_stored(*m_read) && m_read->question.text == m_question &&
-           m_read->answer.text == (last ? with_closing_line(m_answer) : m_answer);
+    return !is_joined_ && !is_cut_ && read_ && is_stored(*read_) && read_->question.text == question_ &&
+           read_->answer.text == (last ? with_closing_line(answer_) : answer_);
 }
 
 std::string ReturnCheck::reasons(bool last) const
 {
-    const std::string question = without_nul(m_question);
-    const std::string answer = without_nul(m_answer);
+    const std::string question = without_nul(question_);
+    const std::string answer = without_nul(answer_);
     const std::string_view read_question = trim_exchange_text(question);
     const std::string before_end = last ? with_closing_line(answer) : answer;
     const std::string_view read_answer = trim_exchange_text(before_end);
 
     Sentences found;
-    found.add_if(m_is_joined, "It is joined to the question that begins at \"@Q@\" in the answer before.");
+    found.add_if(is_joined_, "It is joined to the question that begins at \"@Q@\" in the answer before.");
     found.add_if(holds_marker(question, Marker::answer), "The question holds \"@A@\".");
     found.add_if(holds_marker(answer, Marker::question), "The answer holds \"@Q@\".");
     found.add_if(has_comment_line(question), "A line of the question begins with \"/*/\".");
     found.add_if(has_comment_line(answer), "A line of the answer begins with \"/*/\".");
     const bool cut_up = !found.text().empty();
-    found.add_if(m_records > 1, "It comes back as " + std::to_string(m_records) + " records.");
+    found.add_if(records_ > 1, "It comes back as " + std::to_string(records_) + " records.");
     found.add_if(read_question.empty(), "The question is empty.");
     found.add_if(trim_exchange_text(answer).empty(), "The answer is empty.");
     found.add_if(!read_question.empty() && read_question != question,
                  "Blanks, TABs or line breaks at an end of the question are dropped.");
     found.add_if(!trim_exchange_text(answer).empty() && read_answer != before_end,
                  "Blanks, TABs or line breaks at an end of the answer are dropped.");
-    found.add_if(question.size() != m_question.size() || answer.size() != m_answer.size(),
-                 "NUL characters are dropped.");
+    found.add_if(question.size() != question_.size() || answer.size() != answer_.size(), "NUL characters are dropped.");
     found.add_if(!is_in_normal_form(question) || !is_in_normal_form(answer),
                  "A letter and an accent that is a character of its own become one character.");
     // What is cut up or left out has other lengths.
@@ -153,7 +152,7 @@ std::string ReturnCheck::reasons(bool last) const
 
 bool ReturnCheck::is_in_normal_form(const std::string& text) const
 {
-    return m_text_compare.nfc(text) == text;
+    return text_compare_.nfc(text) == text;
 }
 
 } // namespace cuedrill::exchange

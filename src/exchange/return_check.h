@@ -22,7 +22,7 @@ inline constexpr std::string_view closing_line = "------------------------";
 /// the record can be stored with it.
 class ReturnCheck {
 public:
-    explicit ReturnCheck(const platform::TextCompare& text_compare) : m_text_compare(text_compare) {}
+    explicit ReturnCheck(const platform::TextCompare& text_compare) : text_compare_(text_compare) {}
 
     /// Forgets all records.
     void restart();
@@ -34,9 +34,9 @@ public:
     void finish(std::string_view lines);
 
     /// How many records would come back changed or not at all. Complete after `finish`.
-    [[nodiscard]] std::int64_t changed() const { return m_changed; }
+    [[nodiscard]] std::int64_t changed() const { return changed_; }
     /// A line for each of them: its number in the file, the reasons and the question.
-    [[nodiscard]] std::string lines() const { return m_lines.text(); }
+    [[nodiscard]] std::string lines() const { return lines_.text(); }
 
 private:
     void read(std::string_view lines);
@@ -46,23 +46,23 @@ private:
     [[nodiscard]] std::string reasons(bool last) const;
     [[nodiscard]] bool is_in_normal_form(const std::string& text) const;
 
-    const platform::TextCompare& m_text_compare;
-    LineSplitter m_lines_read{common::cr_lf};
-    QuestionTextReader m_reader;
+    const platform::TextCompare& text_compare_;
+    LineSplitter lines_read_{common::cr_lf};
+    QuestionTextReader reader_;
 
     // The record that was added last.
-    std::int64_t m_number = 0;
-    std::string m_question;
-    std::string m_answer;
-    bool m_is_joined = false; ///< its first marker has ended no answer and begun no question
-    bool m_is_cut = false;    ///< a record has ended within its lines
+    std::int64_t number_ = 0;
+    std::string question_;
+    std::string answer_;
+    bool is_joined_ = false; ///< its first marker has ended no answer and begun no question
+    bool is_cut_ = false;    ///< a record has ended within its lines
 
-    std::int64_t m_records = 0; ///< that have ended since, and that an import stores
+    std::int64_t records_ = 0; ///< that have ended since, and that an import stores
 
-    std::optional<ReadRecord> m_read; ///< the record that ended last, in the form in which it is stored
+    std::optional<ReadRecord> read_; ///< the record that ended last, in the form in which it is stored
 
-    std::int64_t m_changed = 0;
-    RecordLines m_lines;
+    std::int64_t changed_ = 0;
+    RecordLines lines_;
 };
 
 } // namespace cuedrill::exchange

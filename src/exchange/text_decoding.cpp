@@ -65,53 +65,53 @@ std::string with_ill_formed_marked(std::string text)
 
 void TextSurvey::add(std::string bytes)
 {
-    m_beginning.append(bytes, 0, utf8_mark.size() - m_beginning.size());
-    if (m_beginning.starts_with(utf16_little_endian_mark) || m_beginning.starts_with(utf16_big_endian_mark))
+    beginning_.append(bytes, 0, utf8_mark.size() - beginning_.size());
+    if (beginning_.starts_with(utf16_little_endian_mark) || beginning_.starts_with(utf16_big_endian_mark))
         throw common::Error("The file is encoded as UTF-16. Save it as UTF-8 or Windows-1252 and import it again.");
     std::erase(bytes, nul);
     look_for_line_ends(bytes);
-    if (!m_well_formed)
+    if (!well_formed_)
         return;
-    m_held.append(bytes);
-    m_well_formed = common::is_utf8(take_whole_characters(m_held));
+    held_.append(bytes);
+    well_formed_ = common::is_utf8(take_whole_characters(held_));
 }
 
 void TextSurvey::look_for_line_ends(std::string_view text)
 {
     if (text.empty())
         return;
-    m_has_cr_lf =
-        m_has_cr_lf || (m_ends_with_cr && text.front() == '\n') || text.find(common::cr_lf) != std::string_view::npos;
-    m_has_lf = m_has_lf || text.find('\n') != std::string_view::npos;
-    m_has_cr = m_has_cr || text.find('\r') != std::string_view::npos;
-    m_ends_with_cr = text.back() == '\r';
+    has_cr_lf_ =
+        has_cr_lf_ || (ends_with_cr_ && text.front() == '\n') || text.find(common::cr_lf) != std::string_view::npos;
+    has_lf_ = has_lf_ || text.find('\n') != std::string_view::npos;
+    has_cr_ = has_cr_ || text.find('\r') != std::string_view::npos;
+    ends_with_cr_ = text.back() == '\r';
 }
 
 TextFormat TextSurvey::format() const
 {
-    const bool marked = m_beginning == utf8_mark;
-    return {.utf8 = marked || (m_well_formed && m_held.empty()),
+    const bool marked = beginning_ == utf8_mark;
+    return {.utf8 = marked || (well_formed_ && held_.empty()),
             .marked = marked,
-            .line_end = m_has_cr_lf             ? common::cr_lf
-                        : m_has_cr && !m_has_lf ? std::string_view("\r")
-                                                : std::string_view("\n")};
+            .line_end = has_cr_lf_            ? common::cr_lf
+                        : has_cr_ && !has_lf_ ? std::string_view("\r")
+                                              : std::string_view("\n")};
 }
 
 std::string TextDecoder::decode(std::string bytes)
 {
-    const std::size_t skipped = std::min(m_skipped, bytes.size());
+    const std::size_t skipped = std::min(skipped_, bytes.size());
     bytes.erase(0, skipped);
-    m_skipped -= skipped;
+    skipped_ -= skipped;
     std::erase(bytes, nul);
-    if (!m_format.utf8)
+    if (!format_.utf8)
         return code_page_1252_to_utf8(bytes);
-    m_held.append(bytes);
-    return with_ill_formed_marked(take_whole_characters(m_held));
+    held_.append(bytes);
+    return with_ill_formed_marked(take_whole_characters(held_));
 }
 
 std::string TextDecoder::finish()
 {
-    return with_ill_formed_marked(std::exchange(m_held, {}));
+    return with_ill_formed_marked(std::exchange(held_, {}));
 }
 
 bool is_read_as_utf8(std::string bytes)

@@ -33,22 +33,20 @@ public:
 private:
     void look_for_line_ends(std::string_view text);
 
-    std::string m_beginning; ///< as long as the longest mark
-    std::string m_held;      ///< the beginning of a character
-    bool m_well_formed = true;
-    bool m_ends_with_cr = false;
-    bool m_has_cr_lf = false;
-    bool m_has_lf = false;
-    bool m_has_cr = false;
+    std::string beginning_; ///< as long as the longest mark
+    std::string held_;      ///< the beginning of a character
+    bool well_formed_ = true;
+    bool ends_with_cr_ = false;
+    bool has_cr_lf_ = false;
+    bool has_lf_ = false;
+    bool has_cr_ = false;
 };
 
 /// Brings the bytes of a text file to UTF-8, without byte order mark and without NUL characters. A byte that belongs to
 /// no character becomes `unreadable_mark`.
 class TextDecoder {
 public:
-    explicit TextDecoder(const TextFormat& format) : m_format(format), m_skipped(format.marked ? utf8_mark.size() : 0)
-    {
-    }
+    explicit TextDecoder(const TextFormat& format) : format_(format), skipped_(format.marked ? utf8_mark.size() : 0) {}
 
     /// The text of the next bytes of the file, in whole characters: the beginning of one is kept for the next time.
     [[nodiscard]] std::string decode(std::string bytes);
@@ -56,9 +54,9 @@ public:
     [[nodiscard]] std::string finish();
 
 private:
-    TextFormat m_format;
-    std::size_t m_skipped; ///< bytes that are still to be left out
-    std::string m_held;    ///< the beginning of a character
+    TextFormat format_;
+    std::size_t skipped_; ///< bytes that are still to be left out
+    std::string held_;    ///< the beginning of a character
 };
 
 /// Whether the survey takes bytes without a mark for UTF-8.
@@ -68,23 +66,23 @@ bool is_read_as_utf8(std::string bytes);
 class LineSplitter {
 public:
     /// @param line_end CR LF, LF or CR.
-    explicit LineSplitter(std::string_view line_end) : m_line_end(line_end) {}
+    explicit LineSplitter(std::string_view line_end) : line_end_(line_end) {}
 
     /// More of the text: calls `text` for what lies between the line ends, and `end` for each of these.
     template <typename Text, typename End>
     void add(std::string piece, const Text& text, const End& end)
     {
         // A CR at the end may be half of a line end.
-        if (m_cr_held)
+        if (cr_held_)
             piece.insert(0, 1, '\r');
-        m_cr_held = m_line_end.size() > 1 && piece.ends_with('\r');
-        if (m_cr_held)
+        cr_held_ = line_end_.size() > 1 && piece.ends_with('\r');
+        if (cr_held_)
             piece.pop_back();
         std::string_view rest = piece;
-        for (std::size_t at = rest.find(m_line_end); at != std::string_view::npos; at = rest.find(m_line_end)) {
+        for (std::size_t at = rest.find(line_end_); at != std::string_view::npos; at = rest.find(line_end_)) {
             text(rest.substr(0, at));
             end();
-            rest.remove_prefix(at + m_line_end.size());
+            rest.remove_prefix(at + line_end_.size());
         }
         if (!rest.empty())
             text(rest);
@@ -94,14 +92,14 @@ public:
     template <typename Text>
     void finish(const Text& text)
     {
-        if (m_cr_held)
+        if (cr_held_)
             text(std::string_view("\r"));
-        m_cr_held = false;
+        cr_held_ = false;
     }
 
 private:
-    std::string_view m_line_end;
-    bool m_cr_held = false;
+    std::string_view line_end_;
+    bool cr_held_ = false;
 };
 
 } // namespace cuedrill::exchange

@@ -15,37 +15,37 @@ DatabaseError no_column(const std::string& column)
 
 const Value& Row::field(int column) const
 {
-    if (column < 0 || static_cast<std::size_t>(column) >= m_values.size())
+    if (column < 0 || static_cast<std::size_t>(column) >= values_.size())
         throw no_column(std::to_string(column));
-    return m_values[static_cast<std::size_t>(column)];
+    return values_[static_cast<std::size_t>(column)];
 }
 
 const Value& Row::field(std::string_view column) const
 {
-    for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        if (common::equal_ascii(m_columns[i], column))
-            return m_values[i];
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (common::equal_ascii(columns_[i], column))
+            return values_[i];
     }
     throw no_column(std::string(column));
 }
 
 Row Rows::Iterator::operator*() const
 {
-    return (*m_rows)[m_place];
+    return (*rows_)[place_];
 }
 
 void Rows::add(const Row& row)
 {
-    if (m_size++ == 0)
-        m_columns.assign(row.columns().begin(), row.columns().end());
-    m_values.insert(m_values.end(), row.values().begin(), row.values().end());
+    if (size_++ == 0)
+        columns_.assign(row.columns().begin(), row.columns().end());
+    values_.insert(values_.end(), row.values().begin(), row.values().end());
 }
 
 Row Rows::operator[](std::size_t place) const
 {
-    if (place >= m_size)
+    if (place >= size_)
         throw DatabaseError(DatabaseErrorKind::other, 0, "There is no current row.");
-    return {m_columns, std::span(m_values).subspan(place * m_columns.size(), m_columns.size())};
+    return {columns_, std::span(values_).subspan(place * columns_.size(), columns_.size())};
 }
 
 Rows Database::query(std::string_view sql, std::span<const Value> values)

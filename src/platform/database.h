@@ -37,18 +37,18 @@ enum class DatabaseErrorKind {
 class DatabaseError : public common::Error {
 public:
     DatabaseError(DatabaseErrorKind kind, int code, const std::string& reason)
-        : common::Error(reason), m_kind(kind), m_code(code)
+        : common::Error(reason), kind_(kind), code_(code)
     {
     }
 
-    [[nodiscard]] DatabaseErrorKind kind() const { return m_kind; }
+    [[nodiscard]] DatabaseErrorKind kind() const { return kind_; }
 
     /// The engine's own code, for the trace log; 0 when the engine gave none.
-    [[nodiscard]] int code() const { return m_code; }
+    [[nodiscard]] int code() const { return code_; }
 
 private:
-    DatabaseErrorKind m_kind;
-    int m_code;
+    DatabaseErrorKind kind_;
+    int code_;
 };
 
 /// The outermost transaction could not be ended properly. The engine has closed it, but what it wrote may be in the
@@ -88,10 +88,10 @@ public:
 /// One row that a query gives. A view: it must not outlive what it was taken from.
 class Row {
 public:
-    Row(std::span<const std::string> columns, std::span<const Value> values) : m_columns(columns), m_values(values) {}
+    Row(std::span<const std::string> columns, std::span<const Value> values) : columns_(columns), values_(values) {}
 
-    [[nodiscard]] std::span<const std::string> columns() const { return m_columns; }
-    [[nodiscard]] std::span<const Value> values() const { return m_values; }
+    [[nodiscard]] std::span<const std::string> columns() const { return columns_; }
+    [[nodiscard]] std::span<const Value> values() const { return values_; }
 
     /// A column by its position, from 0.
     /// @throws DatabaseError when the query gives no such column.
@@ -101,8 +101,8 @@ public:
     [[nodiscard]] const Value& field(std::string_view column) const;
 
 private:
-    std::span<const std::string> m_columns;
-    std::span<const Value> m_values;
+    std::span<const std::string> columns_;
+    std::span<const Value> values_;
 };
 
 /// All rows of a query, read into memory.
@@ -110,33 +110,33 @@ class Rows {
 public:
     class Iterator {
     public:
-        Iterator(const Rows& rows, std::size_t place) : m_rows(&rows), m_place(place) {}
+        Iterator(const Rows& rows, std::size_t place) : rows_(&rows), place_(place) {}
         Row operator*() const;
         Iterator& operator++()
         {
-            ++m_place;
+            ++place_;
             return *this;
         }
         friend bool operator==(const Iterator&, const Iterator&) = default;
 
     private:
-        const Rows* m_rows;
-        std::size_t m_place;
+        const Rows* rows_;
+        std::size_t place_;
     };
 
     void add(const Row& row);
 
-    [[nodiscard]] bool empty() const { return m_size == 0; }
-    [[nodiscard]] std::size_t size() const { return m_size; }
+    [[nodiscard]] bool empty() const { return size_ == 0; }
+    [[nodiscard]] std::size_t size() const { return size_; }
     /// @throws DatabaseError when there is no such row.
     [[nodiscard]] Row operator[](std::size_t place) const;
     [[nodiscard]] Iterator begin() const { return {*this, 0}; }
-    [[nodiscard]] Iterator end() const { return {*this, m_size}; }
+    [[nodiscard]] Iterator end() const { return {*this, size_}; }
 
 private:
-    std::vector<std::string> m_columns;
-    std::vector<Value> m_values; ///< row after row
-    std::size_t m_size = 0;
+    std::vector<std::string> columns_;
+    std::vector<Value> values_; ///< row after row
+    std::size_t size_ = 0;
 };
 
 /// Looks at one row of a query. False ends the reading. It must not show a box, pump events or write the database: the
@@ -201,7 +201,7 @@ protected:
 /// A transaction of `database` that is undone unless it is committed.
 class Transaction {
 public:
-    explicit Transaction(Database& database) : m_database(database) { m_database.begin(); }
+    explicit Transaction(Database& database) : database_(database) { database_.begin(); }
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
@@ -209,20 +209,20 @@ public:
 
     void commit()
     {
-        m_database.commit();
-        m_open = false;
+        database_.commit();
+        open_ = false;
     }
 
     /// Undoes it now, unless it has ended already.
     void undo() noexcept
     {
-        if (std::exchange(m_open, false))
-            m_database.rollback();
+        if (std::exchange(open_, false))
+            database_.rollback();
     }
 
 private:
-    Database& m_database;
-    bool m_open = true;
+    Database& database_;
+    bool open_ = true;
 };
 
 } // namespace cuedrill::platform

@@ -94,13 +94,13 @@ public:
 /// The pointer is busy while an object of this class lives.
 class BusyPointer {
 public:
-    explicit BusyPointer(Desktop& desktop) : m_desktop(desktop) { m_desktop.set_pointer(Pointer::busy); }
+    explicit BusyPointer(Desktop& desktop) : desktop_(desktop) { desktop_.set_pointer(Pointer::busy); }
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
-    ~BusyPointer() { m_desktop.set_pointer(Pointer::normal); }
+    ~BusyPointer() { desktop_.set_pointer(Pointer::normal); }
 
 private:
-    Desktop& m_desktop;
+    Desktop& desktop_;
 };
 
 } // namespace cuedrill::platform

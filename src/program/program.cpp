@@ -61,22 +61,22 @@ struct Program::Platform {
 Program::Program()
 {
     platform::qt::set_up_application();
-    m_platform = std::make_unique<Platform>();
-    m_logic = std::make_unique<Logic>(m_platform->for_logic());
-    m_platform->guard.on_error = [this](const std::exception& error) { m_logic->error_report.report(error); };
+    platform_ = std::make_unique<Platform>();
+    logic_ = std::make_unique<Logic>(platform_->for_logic());
+    platform_->guard.on_error = [this](const std::exception& error) { logic_->error_report.report(error); };
 }
 
 Program::~Program()
 {
     // The controls outlive the logic that their hooks lead to.
-    m_platform->guard.end();
+    platform_->guard.end();
 }
 
 int Program::run(const std::string& command_line, const std::function<void()>& once_running)
 {
-    platform::qt::QtGuard& guard = m_platform->guard;
+    platform::qt::QtGuard& guard = platform_->guard;
     std::optional<bool> open;
-    guard.run([&] { open = m_logic->start.run(command_line); });
+    guard.run([&] { open = logic_->start.run(command_line); });
     if (guard.ending() || open == false)
         return EXIT_SUCCESS;
     if (!open)
@@ -88,12 +88,12 @@ int Program::run(const std::string& command_line, const std::function<void()>& o
 
 platform::qt::QtForm1& Program::form1()
 {
-    return m_platform->form1;
+    return platform_->form1;
 }
 
 store::Course& Program::course()
 {
-    return m_logic->course;
+    return logic_->course;
 }
 
 } // namespace cuedrill::program

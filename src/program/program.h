@@ -33,8 +33,8 @@ public:
 private:
     struct Platform;
 
-    std::unique_ptr<Platform> m_platform;
-    std::unique_ptr<Logic> m_logic;
+    std::unique_ptr<Platform> platform_;
+    std::unique_ptr<Logic> logic_;
 };
 
 } // namespace cuedrill::program

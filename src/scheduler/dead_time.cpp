@@ -8,10 +8,10 @@ namespace cuedrill::scheduler {
 
 void DeadTimes::init_dead_time_array()
 {
-    m_dead_time_array = {duration(0, 0, 0, 8),   duration(0, 0, 5, 0),  duration(0, 1, 0, 0),  duration(0, 12, 0, 0),
-                         duration(2, 0, 0, 0),   duration(7, 0, 0, 0),  duration(20, 0, 0, 0), duration(60, 0, 0, 0),
-                         duration(120, 0, 0, 0), duration(365, 0, 0, 0)};
-    m_unanswered_dead_time = duration(0, 0, 0, 8);
+    dead_time_array_ = {duration(0, 0, 0, 8),   duration(0, 0, 5, 0),  duration(0, 1, 0, 0),  duration(0, 12, 0, 0),
+                        duration(2, 0, 0, 0),   duration(7, 0, 0, 0),  duration(20, 0, 0, 0), duration(60, 0, 0, 0),
+                        duration(120, 0, 0, 0), duration(365, 0, 0, 0)};
+    unanswered_dead_time_ = duration(0, 0, 0, 8);
 }
 
 double DeadTimes::dead_time(int level) const
@@ -19,7 +19,7 @@ double DeadTimes::dead_time(int level) const
     if (level < 0 || level >= count)
         throw common::OutOfRangeError("Subscript out of range: there is no dead time for level " +
                                       std::to_string(level) + ".");
-    return m_dead_time_array[static_cast<std::size_t>(level)];
+    return dead_time_array_[static_cast<std::size_t>(level)];
 }
 
 int DeadTimes::proven_level(double elapsed) const

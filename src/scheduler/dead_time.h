@@ -25,7 +25,7 @@ public:
     [[nodiscard]] double dead_time(int level) const;
 
     /// Days that must pass before a question that was shown without a verdict is shown again.
-    [[nodiscard]] double unanswered_dead_time() const { return m_unanswered_dead_time; }
+    [[nodiscard]] double unanswered_dead_time() const { return unanswered_dead_time_; }
 
     /// The level that a success after `elapsed` days proves, 0 to 10.
     [[nodiscard]] int proven_level(double elapsed) const;
@@ -33,8 +33,8 @@ public:
     static constexpr int count = 10;
 
 private:
-    std::array<double, count> m_dead_time_array{};
-    double m_unanswered_dead_time = 0;
+    std::array<double, count> dead_time_array_{};
+    double unanswered_dead_time_ = 0;
 };
 
 } // namespace cuedrill::scheduler

@@ -15,17 +15,17 @@ using platform::Value;
 
 void Course::apri_db()
 {
-    m_database.open(db_path, course_tables());
-    m_open = true;
+    database_.open(db_path, course_tables());
+    open_ = true;
 }
 
 void Course::close() noexcept
 {
-    m_in_use = false;
+    in_use_ = false;
     unsettled.reset();
     last_verdict.reset();
-    m_open = false;
-    m_database.close();
+    open_ = false;
+    database_.close();
 }
 
 void Course::forget_last_verdict_on(common::Int16 cnt)
@@ -36,8 +36,8 @@ void Course::forget_last_verdict_on(common::Int16 cnt)
 
 void Course::start_counting(common::DateTime from)
 {
-    m_counted_from = from;
-    m_in_use = true;
+    counted_from_ = from;
+    in_use_ = true;
 }
 
 void Course::set_side_fields()
@@ -49,12 +49,12 @@ void Course::set_side_fields()
 
 std::int64_t Course::count_records()
 {
-    return single_number(m_database, "Select count(0) from qa");
+    return single_number(database_, "Select count(0) from qa");
 }
 
 double Course::elapsed_seconds(common::DateTime now) const
 {
-    return static_cast<double>(std::max<std::int64_t>(common::seconds_between(m_counted_from, now), 0));
+    return static_cast<double>(std::max<std::int64_t>(common::seconds_between(counted_from_, now), 0));
 }
 
 std::string words_about(const common::Error& error, const Course& course)

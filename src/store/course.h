@@ -63,7 +63,7 @@ public:
 /// The one course that is open, and the values that belong to it. Made once; lives as long as the program.
 class Course {
 public:
-    explicit Course(platform::Database& database) : m_database(database) {}
+    explicit Course(platform::Database& database) : database_(database) {}
 
     std::string db_path;     ///< full path; empty for none
     std::string course_name; ///< file name without folder and extension
@@ -90,9 +90,9 @@ public:
     /// For `settle` (see course_transaction.h).
     std::optional<UnsettledChange> unsettled;
 
-    [[nodiscard]] platform::Database& database() { return m_database; }
+    [[nodiscard]] platform::Database& database() { return database_; }
 
-    [[nodiscard]] bool is_open() const { return m_open; }
+    [[nodiscard]] bool is_open() const { return open_; }
 
     /// Opens the file at `db_path` for reading and writing.
     /// @throws platform::DatabaseError; no file is open then.
@@ -102,7 +102,7 @@ public:
     void start_counting(common::DateTime from);
 
     /// Whether work time is being counted. A course that is open but not yet read has no counters to be stored.
-    [[nodiscard]] bool is_in_use() const { return m_in_use; }
+    [[nodiscard]] bool is_in_use() const { return in_use_; }
 
     /// Closes the file, if it is open.
     void close() noexcept;
@@ -118,10 +118,10 @@ public:
     [[nodiscard]] double elapsed_seconds(common::DateTime now) const;
 
 private:
-    platform::Database& m_database;
-    bool m_open = false;
-    common::DateTime m_counted_from;
-    bool m_in_use = false;
+    platform::Database& database_;
+    bool open_ = false;
+    common::DateTime counted_from_;
+    bool in_use_ = false;
 };
 
 /// What the user is told of `error`. Where its words are about the course's file, they name it.

@@ -98,33 +98,33 @@ bool holds_counters(Course& course, const CourseParams& counters, common::DateTi
 
 void CourseParamsStore::read_params()
 {
-    const common::DateTime now = m_clock.now();
-    m_unstored.clear();
-    CourseParams& params = m_course.params;
+    const common::DateTime now = clock_.now();
+    unstored_.clear();
+    CourseParams& params = course_.params;
     params.course_title.clear();
     params.invert = params.list_mode = params.random_mode = false;
     params.time_ever = params.time_today = 0;
     params.last_date = now.plus_days(-1);
     params.score_today = 0;
 
-    const auto title = read_value(m_course, "course_title", text_column);
+    const auto title = read_value(course_, "course_title", text_column);
     params.course_title =
         title && !std::holds_alternative<std::monostate>(*title) ? stored_text(*title) : default_title();
-    read_option(m_course, "invert", params.invert);
-    read_option(m_course, "random_mode", params.random_mode);
-    read_option(m_course, "list_mode", params.list_mode);
-    read_option(m_course, "always_type", params.always_type);
+    read_option(course_, "invert", params.invert);
+    read_option(course_, "random_mode", params.random_mode);
+    read_option(course_, "list_mode", params.list_mode);
+    read_option(course_, "always_type", params.always_type);
     read_target_level();
     read_counters(now);
-    const auto font = read_value(m_course, "font", text_column);
+    const auto font = read_value(course_, "font", text_column);
     params.font = font ? stored_text(*font) : std::string();
 }
 
 void CourseParamsStore::read_target_level()
 {
-    CourseParams& params = m_course.params;
+    CourseParams& params = course_.params;
     double level = params.target_level;
-    const auto value = read_value(m_course, "target_level", number_column);
+    const auto value = read_value(course_, "target_level", number_column);
     if (value && !std::holds_alternative<std::monostate>(*value))
         level = std::trunc(nz(*value));
     if (level >= lowest_target_level && level <= highest_target_level) {
@@ -143,31 +143,31 @@ void CourseParamsStore::store_target_level()
         // A course can be looked at without room on the disk.
         if (error.kind() != platform::DatabaseErrorKind::full)
             throw;
-        m_unstored = error.what();
+        unstored_ = error.what();
     }
 }
 
 void CourseParamsStore::read_counters(common::DateTime now)
 {
-    CourseParams& params = m_course.params;
-    if (const auto ever = read_value(m_course, "time_ever", number_column))
+    CourseParams& params = course_.params;
+    if (const auto ever = read_value(course_, "time_ever", number_column))
         params.time_ever = nz(*ever);
-    if (const auto date = read_value(m_course, "last_date", date_column)) {
+    if (const auto date = read_value(course_, "last_date", date_column)) {
         if (const auto last_date = stored_date(*date))
             params.last_date = *last_date;
     }
     const bool same_day = params.last_date.date_only() == now.date_only();
-    const auto today = read_value(m_course, "time_today", number_column);
+    const auto today = read_value(course_, "time_today", number_column);
     if (today && same_day)
         params.time_today = nz(*today);
-    const auto score = read_value(m_course, "score_today", number_column);
+    const auto score = read_value(course_, "score_today", number_column);
     if (score && same_day)
         params.score_today = nz_int16(*score, "score of the day");
 }
 
 void CourseParamsStore::write_params()
 {
-    store_settings(m_course.params);
+    store_settings(course_.params);
 }
 
 void CourseParamsStore::change_params(const CourseParams& changed)
@@ -175,11 +175,11 @@ void CourseParamsStore::change_params(const CourseParams& changed)
     store_settings(changed);
     // The counters may have become known meanwhile.
     CourseParams params = changed;
-    params.time_ever = m_course.params.time_ever;
-    params.time_today = m_course.params.time_today;
-    params.last_date = m_course.params.last_date;
-    params.score_today = m_course.params.score_today;
-    m_course.params = std::move(params);
+    params.time_ever = course_.params.time_ever;
+    params.time_today = course_.params.time_today;
+    params.last_date = course_.params.last_date;
+    params.score_today = course_.params.score_today;
+    course_.params = std::move(params);
 }
 
 std::vector<StoredParam> CourseParamsStore::settings_of(const CourseParams& params) const
@@ -194,29 +194,29 @@ std::vector<StoredParam> CourseParamsStore::settings_of(const CourseParams& para
 
 void CourseParamsStore::store_settings(const CourseParams& params)
 {
-    CourseTransaction transaction(m_course);
+    CourseTransaction transaction(course_);
     const std::vector<StoredParam> settings = settings_of(params);
-    store_values(m_course, settings);
+    store_values(course_, settings);
     // Where nobody can tell, the settings in memory stay, as the window shows them; the next change stores all six.
-    transaction.commit({.is_stored = [this, settings] { return holds_values(m_course, settings); }});
+    transaction.commit({.is_stored = [this, settings] { return holds_values(course_, settings); }});
 }
 
 void CourseParamsStore::save_work_time(common::DateTime now)
 {
-    CourseTransaction transaction(m_course);
-    write_counters(m_course, m_course.params, now);
+    CourseTransaction transaction(course_);
+    write_counters(course_, course_.params, now);
     transaction.commit(
-        {.is_stored = [this, counters = m_course.params, now] { return holds_counters(m_course, counters, now); }});
+        {.is_stored = [this, counters = course_.params, now] { return holds_counters(course_, counters, now); }});
 }
 
 double CourseParamsStore::time_today(common::DateTime now) const
 {
-    return store::time_today(m_course, m_course.params, now);
+    return store::time_today(course_, course_.params, now);
 }
 
 double CourseParamsStore::time_ever(common::DateTime now) const
 {
-    return store::time_ever(m_course, m_course.params, now);
+    return store::time_ever(course_, course_.params, now);
 }
 
 std::string CourseParamsStore::stored_title(const CourseParams& params) const
@@ -227,7 +227,7 @@ std::string CourseParamsStore::stored_title(const CourseParams& params) const
 
 std::string CourseParamsStore::default_title() const
 {
-    return "Course " + m_course.course_name;
+    return "Course " + course_.course_name;
 }
 
 } // namespace cuedrill::store

@@ -28,7 +28,7 @@ void write_counters(Course& course, const CourseParams& counters, common::DateTi
 /// Reads and writes the table `params` of the open course; nothing else touches it.
 class CourseParamsStore {
 public:
-    CourseParamsStore(Course& course, platform::Clock& clock) : m_course(course), m_clock(clock) {}
+    CourseParamsStore(Course& course, platform::Clock& clock) : course_(course), clock_(clock) {}
 
     /// Fills the parameters of the course from its file, with the defaults for what is missing. A target level outside
     /// its range becomes 5 and is stored at once. Where they are missing, the level (null is missing too) and the
@@ -37,7 +37,7 @@ public:
     void read_params();
 
     /// Why `read_params` could not store the target level, for lack of room; empty where nothing is missing.
-    [[nodiscard]] const std::string& unstored() const { return m_unstored; }
+    [[nodiscard]] const std::string& unstored() const { return unstored_; }
 
     /// Stores the six settings of the course as they stand in memory.
     /// @throws platform::DatabaseError; nothing is stored then.
@@ -68,9 +68,9 @@ private:
     void read_counters(common::DateTime now);
     [[nodiscard]] std::string default_title() const;
 
-    Course& m_course;
-    platform::Clock& m_clock;
-    std::string m_unstored;
+    Course& course_;
+    platform::Clock& clock_;
+    std::string unstored_;
 };
 
 } // namespace cuedrill::store

@@ -42,23 +42,23 @@ OutcomeUnknown::OutcomeUnknown(const DatabaseError& failure)
 {
 }
 
-CourseTransaction::CourseTransaction(Course& course) : m_course(settled(course)), m_transaction(m_course.database())
+CourseTransaction::CourseTransaction(Course& course) : course_(settled(course)), transaction_(course_.database())
 {
 }
 
 void CourseTransaction::commit(Change change)
 {
     try {
-        m_transaction.commit();
+        transaction_.commit();
     } catch (const CommitError& error) {
         // The engine brings the file in order when it is next read, and only after the transaction has been let go.
-        m_transaction.undo();
-        m_course.unsettled = UnsettledChange{std::move(change), error};
-        if (!find_out(*m_course.unsettled)) {
-            m_course.unsettled.reset();
+        transaction_.undo();
+        course_.unsettled = UnsettledChange{std::move(change), error};
+        if (!find_out(*course_.unsettled)) {
+            course_.unsettled.reset();
             throw;
         }
-        m_course.unsettled.reset();
+        course_.unsettled.reset();
     }
 }
 

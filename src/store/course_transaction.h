@@ -25,11 +25,11 @@ public:
     void commit(Change change);
 
     /// Undoes it now.
-    void undo() noexcept { m_transaction.undo(); }
+    void undo() noexcept { transaction_.undo(); }
 
 private:
-    Course& m_course;
-    platform::Transaction m_transaction;
+    Course& course_;
+    platform::Transaction transaction_;
 };
 
 /// Finds out what has become of the last change whose outcome was unknown, if there is one, and takes it into memory

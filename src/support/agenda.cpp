@@ -28,18 +28,18 @@ std::string heading()
 
 void Agenda::open_agenda()
 {
-    const std::string path = app::join_path(m_program_folder, agenda_file);
+    const std::string path = app::join_path(program_folder_, agenda_file);
     if (create_missing(path) && edit(path))
         change_to_program_folder();
 }
 
 bool Agenda::create_missing(const std::string& path)
 {
-    if (app::file_exists(m_files, path))
+    if (app::file_exists(files_, path))
         return true;
     try {
         // Complete or not at all: an empty file would never get its heading.
-        const auto agenda = m_files.begin_replacement(path);
+        const auto agenda = files_.begin_replacement(path);
         agenda->write(heading());
         agenda->finish();
         return true;
@@ -51,22 +51,22 @@ bool Agenda::create_missing(const std::string& path)
 
 bool Agenda::edit(const std::string& path)
 {
-    const auto process = m_shell.edit_text(path);
+    const auto process = shell_.edit_text(path);
     if (!process) {
         tell("No text editor was found that opens " + path +
              ".\r\n\r\nInstall one, or choose one in the settings of your desktop.");
         return false;
     }
-    m_task_id = process;
+    task_id_ = process;
     return true;
 }
 
 void Agenda::change_to_program_folder()
 {
-    if (m_program_folder.starts_with(network_path_start))
+    if (program_folder_.starts_with(network_path_start))
         return;
     try {
-        m_files.change_folder(m_program_folder);
+        files_.change_folder(program_folder_);
     } catch (const common::Error& error) {
         tell(std::string("The program's folder could not be made the working folder.\r\n\r\n") + error.what());
     }
@@ -74,7 +74,7 @@ void Agenda::change_to_program_folder()
 
 void Agenda::tell(const std::string& text)
 {
-    m_desktop.message_box({.text = text, .icon = platform::BoxIcon::exclamation});
+    desktop_.message_box({.text = text, .icon = platform::BoxIcon::exclamation});
 }
 
 } // namespace cuedrill::support

@@ -15,7 +15,7 @@ namespace cuedrill::support {
 class Agenda {
 public:
     Agenda(platform::Files& files, platform::Shell& shell, platform::Desktop& desktop, std::string program_folder)
-        : m_files(files), m_shell(shell), m_desktop(desktop), m_program_folder(std::move(program_folder))
+        : files_(files), shell_(shell), desktop_(desktop), program_folder_(std::move(program_folder))
     {
     }
 
@@ -25,7 +25,7 @@ public:
     void open_agenda();
 
     /// Number of the process of the editor that was started last; nothing before the first one.
-    [[nodiscard]] std::optional<std::int64_t> task_id() const { return m_task_id; }
+    [[nodiscard]] std::optional<std::int64_t> task_id() const { return task_id_; }
 
 private:
     [[nodiscard]] bool create_missing(const std::string& path);
@@ -33,11 +33,11 @@ private:
     void change_to_program_folder();
     void tell(const std::string& text);
 
-    platform::Files& m_files;
-    platform::Shell& m_shell;
-    platform::Desktop& m_desktop;
-    std::string m_program_folder;
-    std::optional<std::int64_t> m_task_id;
+    platform::Files& files_;
+    platform::Shell& shell_;
+    platform::Desktop& desktop_;
+    std::string program_folder_;
+    std::optional<std::int64_t> task_id_;
 };
 
 } // namespace cuedrill::support

@@ -22,30 +22,30 @@ Twips at_most(Twips wish, Twips available)
 
 void BigBox::attach()
 {
-    m_f_msgbox.Text1.set_font({.name = "Courier New", .points = 9});
-    m_f_msgbox.Text1.set_locked(true);
-    m_f_msgbox.Text1.set_name("Text");
-    m_f_msgbox.b_ok.set_caption("OK");
-    m_f_msgbox.b_ok.on_click = [this] { m_f_msgbox.window.hide(); };
-    m_f_msgbox.window.on_close = [this] { m_f_msgbox.window.hide(); };
-    m_f_msgbox.window.on_key = [this](const platform::KeyPress& press) { return take_key(press); };
-    m_f_msgbox.window.on_resize = [this] { place_controls(); };
+    f_msgbox_.Text1.set_font({.name = "Courier New", .points = 9});
+    f_msgbox_.Text1.set_locked(true);
+    f_msgbox_.Text1.set_name("Text");
+    f_msgbox_.b_ok.set_caption("OK");
+    f_msgbox_.b_ok.on_click = [this] { f_msgbox_.window.hide(); };
+    f_msgbox_.window.on_close = [this] { f_msgbox_.window.hide(); };
+    f_msgbox_.window.on_key = [this](const platform::KeyPress& press) { return take_key(press); };
+    f_msgbox_.window.on_resize = [this] { place_controls(); };
 }
 
 void BigBox::big_box(std::string_view text, std::string_view caption)
 {
-    m_big_box_text = text;
-    m_f_msgbox.Text1.set_text(m_big_box_text);
-    m_f_msgbox.window.set_caption(caption);
-    if (!m_created) {
-        m_created = true;
-        m_f_msgbox.window.cover_main_window();
+    big_box_text_ = text;
+    f_msgbox_.Text1.set_text(big_box_text_);
+    f_msgbox_.window.set_caption(caption);
+    if (!created_) {
+        created_ = true;
+        f_msgbox_.window.cover_main_window();
         // A window that has the right size already tells of no change.
         place_controls();
     }
-    m_f_msgbox.window.show();
+    f_msgbox_.window.show();
     // There the arrow keys scroll, and a screen reader begins to read.
-    m_f_msgbox.Text1.set_focus();
+    f_msgbox_.Text1.set_focus();
 }
 
 bool BigBox::take_key(const platform::KeyPress& press)
@@ -54,13 +54,13 @@ bool BigBox::take_key(const platform::KeyPress& press)
         return false;
     // The key that has opened the window may still be down.
     if (!press.auto_repeat)
-        m_f_msgbox.window.hide();
+        f_msgbox_.window.hide();
     return true;
 }
 
 void BigBox::place_controls()
 {
-    platform::MessageWindow& window = m_f_msgbox.window;
+    platform::MessageWindow& window = f_msgbox_.window;
     if (window.minimised())
         return;
     const Twips width = window.inner_width();
@@ -76,12 +76,12 @@ void BigBox::place_controls()
     ok.left = std::max(0, std::min((width - ok.width) / 2, adjust.left - margin - ok.width));
     ok.top = std::max(0, height - margin - ok.height);
 
-    window.place(m_f_msgbox.Text1, {.left = margin,
-                                    .top = margin,
-                                    .width = std::max(0, width - 2 * margin),
-                                    .height = std::max(0, ok.top - 2 * margin)});
-    window.place(m_f_msgbox.b_ok, ok);
-    window.place(m_f_msgbox.pic_adjust, adjust);
+    window.place(f_msgbox_.Text1, {.left = margin,
+                                   .top = margin,
+                                   .width = std::max(0, width - 2 * margin),
+                                   .height = std::max(0, ok.top - 2 * margin)});
+    window.place(f_msgbox_.b_ok, ok);
+    window.place(f_msgbox_.pic_adjust, adjust);
 }
 
 } // namespace cuedrill::support

@@ -10,7 +10,7 @@ namespace cuedrill::support {
 /// The message window, for texts that are too long for a box. It stays open beside the main window until it is closed.
 class BigBox {
 public:
-    explicit BigBox(platform::FMsgbox& f_msgbox) : m_f_msgbox(f_msgbox) {}
+    explicit BigBox(platform::FMsgbox& f_msgbox) : f_msgbox_(f_msgbox) {}
 
     /// Prepares the controls and takes their events.
     void attach();
@@ -19,15 +19,15 @@ public:
     void big_box(std::string_view text, std::string_view caption);
 
     /// What `big_box` was given last.
-    [[nodiscard]] const std::string& big_box_text() const { return m_big_box_text; }
+    [[nodiscard]] const std::string& big_box_text() const { return big_box_text_; }
 
 private:
     [[nodiscard]] bool take_key(const platform::KeyPress& press);
     void place_controls();
 
-    platform::FMsgbox& m_f_msgbox;
-    std::string m_big_box_text;
-    bool m_created = false;
+    platform::FMsgbox& f_msgbox_;
+    std::string big_box_text_;
+    bool created_ = false;
 };
 
 } // namespace cuedrill::support

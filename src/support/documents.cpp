@@ -20,25 +20,25 @@ bool is_web_address(std::string_view text)
 void Documents::open_document(const std::string& path)
 {
     const std::string first_line = path.substr(0, path.find('\r'));
-    if (!app::file_exists(m_files, first_line) && !is_web_address(first_line)) {
-        m_desktop.message_box({.text = "Path not found: " + first_line, .icon = platform::BoxIcon::exclamation});
+    if (!app::file_exists(files_, first_line) && !is_web_address(first_line)) {
+        desktop_.message_box({.text = "Path not found: " + first_line, .icon = platform::BoxIcon::exclamation});
     } else if (!start_program(first_line)) {
-        m_desktop.message_box({.text = "No program was found that opens " + first_line +
-                                       ".\r\n\r\nInstall one, or choose one in the settings of your desktop.",
-                               .icon = platform::BoxIcon::exclamation});
+        desktop_.message_box({.text = "No program was found that opens " + first_line +
+                                      ".\r\n\r\nInstall one, or choose one in the settings of your desktop.",
+                              .icon = platform::BoxIcon::exclamation});
     }
 }
 
 bool Documents::start_program(const std::string& path)
 {
     // A name that exists is meant, whatever it looks like.
-    if (!app::file_exists(m_files, path))
-        return m_shell.open(path, "");
+    if (!app::file_exists(files_, path))
+        return shell_.open(path, "");
     // The other program may work in another folder.
-    const std::string full_path = m_files.absolute(path);
-    if (m_files.is_folder(full_path))
-        return m_shell.open_folder(full_path);
-    return m_shell.open(full_path, std::filesystem::path(full_path).parent_path().string());
+    const std::string full_path = files_.absolute(path);
+    if (files_.is_folder(full_path))
+        return shell_.open_folder(full_path);
+    return shell_.open(full_path, std::filesystem::path(full_path).parent_path().string());
 }
 
 } // namespace cuedrill::support

@@ -16,7 +16,7 @@ bool is_web_address(std::string_view text);
 class Documents {
 public:
     Documents(platform::Files& files, platform::Shell& shell, platform::Desktop& desktop)
-        : m_files(files), m_shell(shell), m_desktop(desktop)
+        : files_(files), shell_(shell), desktop_(desktop)
     {
     }
 
@@ -28,9 +28,9 @@ public:
 private:
     [[nodiscard]] bool start_program(const std::string& path);
 
-    platform::Files& m_files;
-    platform::Shell& m_shell;
-    platform::Desktop& m_desktop;
+    platform::Files& files_;
+    platform::Shell& shell_;
+    platform::Desktop& desktop_;
 };
 
 } // namespace cuedrill::support

@@ -7,33 +7,33 @@ namespace cuedrill::support {
 
 void HelpCommands::release_notes()
 {
-    m_big_box.big_box(release_notes_text(), std::string(program_name) + " - Version history");
+    big_box_.big_box(release_notes_text(), std::string(program_name) + " - Version history");
 }
 
 void HelpCommands::show_about()
 {
     const std::string name(program_name);
-    m_desktop.message_box({.text = name + " version " + program_version() +
-                                   "\r\n\r\nCopyright (c) 2026 Cuedrill developers\r\n" + name +
-                                   " is free software under the MIT License; it comes without any warranty.\r\n\r\n"
-                                   "It is built with Qt (GNU Lesser General Public License), SQLite (public domain) "
-                                   "and ICU (Unicode License)."});
+    desktop_.message_box({.text = name + " version " + program_version() +
+                                  "\r\n\r\nCopyright (c) 2026 Cuedrill developers\r\n" + name +
+                                  " is free software under the MIT License; it comes without any warranty.\r\n\r\n"
+                                  "It is built with Qt (GNU Lesser General Public License), SQLite (public domain) "
+                                  "and ICU (Unicode License)."});
 }
 
 void HelpCommands::show_help()
 {
     const auto answer =
-        m_desktop.message_box({.text = "The help file is still under construction.\r\n\r\nInformation about the "
-                                       "program is available on the product's web page. OK opens that page now.",
-                               .buttons = platform::BoxButtons::ok_cancel,
-                               .icon = platform::BoxIcon::question});
+        desktop_.message_box({.text = "The help file is still under construction.\r\n\r\nInformation about the "
+                                      "program is available on the product's web page. OK opens that page now.",
+                              .buttons = platform::BoxButtons::ok_cancel,
+                              .icon = platform::BoxIcon::question});
     if (answer == platform::BoxAnswer::ok)
         m_web_site();
 }
 
 void HelpCommands::m_web_site()
 {
-    m_documents.open_document(m_web_page);
+    documents_.open_document(web_page_);
 }
 
 } // namespace cuedrill::support

@@ -14,7 +14,7 @@ class HelpCommands {
 public:
     /// @param web_page address or path of the product's web page.
     HelpCommands(BigBox& big_box, Documents& documents, platform::Desktop& desktop, std::string web_page)
-        : m_big_box(big_box), m_documents(documents), m_desktop(desktop), m_web_page(std::move(web_page))
+        : big_box_(big_box), documents_(documents), desktop_(desktop), web_page_(std::move(web_page))
     {
     }
 
@@ -31,10 +31,10 @@ public:
     void m_web_site();
 
 private:
-    BigBox& m_big_box;
-    Documents& m_documents;
-    platform::Desktop& m_desktop;
-    std::string m_web_page;
+    BigBox& big_box_;
+    Documents& documents_;
+    platform::Desktop& desktop_;
+    std::string web_page_;
 };
 
 } // namespace cuedrill::support

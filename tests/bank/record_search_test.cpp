@@ -25,7 +25,7 @@ protected:
 
     void add_text(const std::string& text, int level = 0)
     {
-        const std::string other = "other " + std::to_string(++m_others);
+        const std::string other = "other " + std::to_string(++others_);
         NewRecord record = GetParam().questions ? add(text, other) : add(other, text);
         if (!GetParam().questions)
             std::swap(record.asked, record.answered);
@@ -61,7 +61,7 @@ protected:
     }
 
 private:
-    int m_others = 0;
+    int others_ = 0;
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, Search, testing::ValuesIn(all_searched),

@@ -61,20 +61,20 @@ void DrillFixture::start_with_three_questions()
 
 void DrillFixture::make_program()
 {
-    m_program = std::make_unique<Program>(program::LogicPlatform{.form1 = form1.controls,
-                                                                 .f_msgbox = f_msgbox.controls,
-                                                                 .form2 = form2,
-                                                                 .desktop = desktop,
-                                                                 .settings = settings_store,
-                                                                 .shell = shell,
-                                                                 .clock = clock,
-                                                                 .files = files,
-                                                                 .random = random,
-                                                                 .text_compare = engine.text_compare,
-                                                                 .database = database,
-                                                                 .program_folder = folder.path().string(),
-                                                                 .web_page = "https://example.org/cuedrill"});
-    logic = &m_program->parts;
+    program_ = std::make_unique<Program>(program::LogicPlatform{.form1 = form1.controls,
+                                                                .f_msgbox = f_msgbox.controls,
+                                                                .form2 = form2,
+                                                                .desktop = desktop,
+                                                                .settings = settings_store,
+                                                                .shell = shell,
+                                                                .clock = clock,
+                                                                .files = files,
+                                                                .random = random,
+                                                                .text_compare = engine.text_compare,
+                                                                .database = database,
+                                                                .program_folder = folder.path().string(),
+                                                                .web_page = "https://example.org/cuedrill"});
+    logic = &program_->parts;
 }
 
 void DrillFixture::report(const std::exception& error)

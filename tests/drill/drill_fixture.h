@@ -167,7 +167,7 @@ protected:
 
 private:
     struct Program;
-    std::unique_ptr<Program> m_program;
+    std::unique_ptr<Program> program_;
 };
 
 } // namespace cuedrill::drill

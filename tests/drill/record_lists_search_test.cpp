@@ -36,7 +36,7 @@ protected:
 
     void add_text(const std::string& text)
     {
-        const std::string other = "other " + std::to_string(++m_others);
+        const std::string other = "other " + std::to_string(++others_);
         NewRecord record = GetParam().questions ? add(text, other) : add(other, text);
         record.asked.level(GetParam().questions ? 3 : 4);
         record.answered.level(GetParam().questions ? 4 : 3);
@@ -75,7 +75,7 @@ protected:
     }
 
 private:
-    int m_others = 0;
+    int others_ = 0;
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, SearchCommand, testing::ValuesIn(all_searched),
@@ -167,7 +167,7 @@ protected:
         open_course();
         find_on_other_side("other 2");
         ASSERT_EQ(lines(), (Lines{"04 - other 2"}));
-        m_said = status();
+        said_ = status();
     }
 
     static platform::MessageBox given_up(const std::string& reason)
@@ -184,14 +184,14 @@ protected:
     void expect_list_before()
     {
         EXPECT_EQ(lists_shown(), 1);
-        expect_status(m_said);
+        expect_status(said_);
         EXPECT_EQ(recalled(), (Lines{"04 - other 2"}));
         click_line("04 - other 2");
         expect_chosen(2);
     }
 
 private:
-    std::string m_said;
+    std::string said_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, FruitlessSearch, testing::ValuesIn(all_searched),

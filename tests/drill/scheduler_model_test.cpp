@@ -26,7 +26,7 @@ protected:
     static constexpr int steps = 300;
     static constexpr int most_records = 14;
 
-    BesideTheModel() : m_chance(static_cast<unsigned>(GetParam())) {}
+    BesideTheModel() : chance_(static_cast<unsigned>(GetParam())) {}
 
     void SetUp() override
     {
@@ -40,7 +40,7 @@ protected:
     }
 
     /// A number from 0 to below `end`.
-    int any(int end) { return std::uniform_int_distribution<int>(0, end - 1)(m_chance); }
+    int any(int end) { return std::uniform_int_distribution<int>(0, end - 1)(chance_); }
     bool once_in(int times) { return any(times) == 0; }
 
     [[nodiscard]] Seconds now() const { return clock.time.seconds(); }
@@ -82,7 +82,7 @@ protected:
 
     void insert_record()
     {
-        SchedulerModel::Record record{.cnt = ++m_last_cnt};
+        SchedulerModel::Record record{.cnt = ++last_cnt_};
         std::string values = std::to_string(record.cnt) + ", 'q', 'a'";
         for (SchedulerModel::Side& side : record.sides) {
             side = {.attempts = any_number(9),
@@ -127,7 +127,7 @@ protected:
 
     void ask_next()
     {
-        random.constant = std::uniform_real_distribution<double>(0, 1)(m_chance);
+        random.constant = std::uniform_real_distribution<double>(0, 1)(chance_);
         model.next_question(now(), random.constant);
         expect_boxes();
         selection.next_question();
@@ -294,8 +294,8 @@ protected:
     SchedulerModel model;
 
 private:
-    std::mt19937 m_chance;
-    int m_last_cnt = 0;
+    std::mt19937 chance_;
+    int last_cnt_ = 0;
 };
 
 INSTANTIATE_TEST_SUITE_P(Targets, BesideTheModel, testing::Range(1, 11), testing::PrintToStringParamName());

@@ -79,32 +79,32 @@ TEST_F(StoppedExport, works_again_when_the_reason_is_gone)
 /// The rows of a database that cannot be read to their end.
 class BreakingRows : public platform::Recordset {
 public:
-    BreakingRows(std::unique_ptr<platform::Recordset> rows, int moves) : m_rows(std::move(rows)), m_moves(moves) {}
+    BreakingRows(std::unique_ptr<platform::Recordset> rows, int moves) : rows_(std::move(rows)), moves_(moves) {}
 
-    [[nodiscard]] bool bof() const override { return m_rows->bof(); }
-    [[nodiscard]] bool eof() const override { return m_rows->eof(); }
+    [[nodiscard]] bool bof() const override { return rows_->bof(); }
+    [[nodiscard]] bool eof() const override { return rows_->eof(); }
     void move_first() override
     {
         use_up();
-        m_rows->move_first();
+        rows_->move_first();
     }
     void move_next() override
     {
         use_up();
-        m_rows->move_next();
+        rows_->move_next();
     }
-    [[nodiscard]] platform::Value field(std::string_view column) const override { return m_rows->field(column); }
-    [[nodiscard]] platform::Value field(int column) const override { return m_rows->field(column); }
+    [[nodiscard]] platform::Value field(std::string_view column) const override { return rows_->field(column); }
+    [[nodiscard]] platform::Value field(int column) const override { return rows_->field(column); }
 
 private:
     void use_up()
     {
-        if (--m_moves < 0)
+        if (--moves_ < 0)
             throw platform::DatabaseError(platform::DatabaseErrorKind::input_output, 10, "The disk cannot be read.");
     }
 
-    std::unique_ptr<platform::Recordset> m_rows;
-    int m_moves; ///< that still succeed
+    std::unique_ptr<platform::Recordset> rows_;
+    int moves_; ///< that still succeed
 };
 
 class BreakingDatabase : public fakes::RecordingDatabase {

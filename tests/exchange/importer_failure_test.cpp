@@ -246,9 +246,9 @@ class FileSizeLimit {
 public:
     explicit FileSizeLimit(std::uintmax_t bytes)
     {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        m_signal_before = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit = m_before;
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        signal_before_ = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit = before_;
         limit.rlim_cur = bytes;
         ::setrlimit(RLIMIT_FSIZE, &limit);
     }
@@ -256,13 +256,13 @@ public:
     FileSizeLimit& operator=(const FileSizeLimit&) = delete;
     ~FileSizeLimit()
     {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signal_before);
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, signal_before_);
     }
 
 private:
-    rlimit m_before{};
-    void (*m_signal_before)(int) = nullptr;
+    rlimit before_{};
+    void (*signal_before_)(int) = nullptr;
 };
 
 // With a real lack of room the engine takes back more than the statement that failed: all of the transaction.

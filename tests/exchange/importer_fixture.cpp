@@ -8,8 +8,8 @@ namespace cuedrill::exchange {
 
 double SteppingClock::steady_seconds() const
 {
-    const double present = m_seconds;
-    m_seconds += step;
+    const double present = seconds_;
+    seconds_ += step;
     return present;
 }
 

@@ -26,7 +26,7 @@ public:
     [[nodiscard]] double steady_seconds() const override;
 
 private:
-    mutable double m_seconds = 20000;
+    mutable double seconds_ = 20000;
 };
 
 /// A database whose disk is full from some commit on, for good.

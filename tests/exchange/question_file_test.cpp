@@ -15,31 +15,31 @@ namespace {
 /// A file in memory that changes or breaks after it has been read once.
 class UnsteadyFile : public platform::FileReading {
 public:
-    UnsteadyFile(std::string bytes, std::string later) : m_bytes(std::move(bytes)), m_later(std::move(later)) {}
+    UnsteadyFile(std::string bytes, std::string later) : bytes_(std::move(bytes)), later_(std::move(later)) {}
 
     std::uint64_t reads_left = 1'000'000;
     std::size_t longest_piece = 0;
 
-    [[nodiscard]] std::uint64_t size() const override { return m_bytes.size(); }
+    [[nodiscard]] std::uint64_t size() const override { return bytes_.size(); }
     [[nodiscard]] std::string read(std::size_t most) override
     {
         if (reads_left-- == 0)
             throw common::Error("The disk cannot be read.");
-        std::string piece = m_bytes.substr(m_at, most);
-        m_at += piece.size();
+        std::string piece = bytes_.substr(at_, most);
+        at_ += piece.size();
         longest_piece = std::max(longest_piece, piece.size());
         return piece;
     }
     void rewind() override
     {
-        m_bytes = m_later;
-        m_at = 0;
+        bytes_ = later_;
+        at_ = 0;
     }
 
 private:
-    std::string m_bytes;
-    std::string m_later;
-    std::size_t m_at = 0;
+    std::string bytes_;
+    std::string later_;
+    std::size_t at_ = 0;
 };
 
 class QuestionFileTest : public testing::Test {

@@ -19,7 +19,7 @@ struct RealEngine::Adapters {
 };
 
 RealEngine::RealEngine()
-    : m_adapters(std::make_unique<Adapters>()), text_compare(m_adapters->text_compare), database(m_adapters->database)
+    : adapters_(std::make_unique<Adapters>()), text_compare(adapters_->text_compare), database(adapters_->database)
 {
 }
 
@@ -48,61 +48,61 @@ std::vector<std::string> CourseContents::param_names() const
     return names;
 }
 
-QuestionBuilder::QuestionBuilder(QaRow& row, common::DateTime now) : m_row(&row), m_side(&row.q_side), m_now(now)
+QuestionBuilder::QuestionBuilder(QaRow& row, common::DateTime now) : row_(&row), side_(&row.q_side), now_(now)
 {
 }
 
 QuestionBuilder& QuestionBuilder::number(std::int64_t cnt)
 {
-    m_row->cnt = cnt;
+    row_->cnt = cnt;
     return *this;
 }
 
 QuestionBuilder& QuestionBuilder::inverted()
 {
-    m_side = &m_row->a_side;
+    side_ = &row_->a_side;
     return *this;
 }
 
 QuestionBuilder& QuestionBuilder::level(std::int64_t level)
 {
-    m_side->successes = level;
+    side_->successes = level;
     return *this;
 }
 
 QuestionBuilder& QuestionBuilder::attempts(std::int64_t attempts)
 {
-    m_side->attempts = attempts;
+    side_->attempts = attempts;
     return *this;
 }
 
 QuestionBuilder& QuestionBuilder::fails(std::int64_t fails)
 {
-    m_side->fails = fails;
+    side_->fails = fails;
     return *this;
 }
 
 QuestionBuilder& QuestionBuilder::tested_ago(std::chrono::seconds time)
 {
-    m_side->date_last_test = before(time);
+    side_->date_last_test = before(time);
     return shown_ago(time);
 }
 
 QuestionBuilder& QuestionBuilder::shown_ago(std::chrono::seconds time)
 {
-    m_side->date_last_show = before(time);
+    side_->date_last_show = before(time);
     return *this;
 }
 
 QuestionBuilder& QuestionBuilder::never_shown()
 {
-    m_side->date_last_show.reset();
+    side_->date_last_show.reset();
     return *this;
 }
 
 common::DateTime QuestionBuilder::before(std::chrono::seconds time) const
 {
-    return common::DateTime::from_seconds(m_now.seconds() - time.count());
+    return common::DateTime::from_seconds(now_.seconds() - time.count());
 }
 
 struct CourseBuilder::Rows {
@@ -114,7 +114,7 @@ CourseBuilder::CourseBuilder() : CourseBuilder(FakeClock().time)
 {
 }
 
-CourseBuilder::CourseBuilder(common::DateTime now) : m_now(now), m_rows(std::make_unique<Rows>())
+CourseBuilder::CourseBuilder(common::DateTime now) : now_(now), rows_(std::make_unique<Rows>())
 {
 }
 
@@ -126,24 +126,24 @@ CourseBuilder::~CourseBuilder() = default;
 
 QuestionBuilder CourseBuilder::question(std::string q, std::string a)
 {
-    return {m_rows->qa.emplace_back(QaRow{.q = std::move(q), .a = std::move(a)}), m_now};
+    return {rows_->qa.emplace_back(QaRow{.q = std::move(q), .a = std::move(a)}), now_};
 }
 
 CourseBuilder& CourseBuilder::number_param(std::string name, std::optional<double> value)
 {
-    m_rows->params.push_back({.param = std::move(name), .number_value = value});
+    rows_->params.push_back({.param = std::move(name), .number_value = value});
     return *this;
 }
 
 CourseBuilder& CourseBuilder::text_param(std::string name, std::optional<std::string> value)
 {
-    m_rows->params.push_back({.param = std::move(name), .string_value = std::move(value)});
+    rows_->params.push_back({.param = std::move(name), .string_value = std::move(value)});
     return *this;
 }
 
 CourseBuilder& CourseBuilder::date_param(std::string name, std::optional<common::DateTime> value)
 {
-    m_rows->params.push_back({.param = std::move(name), .date_value = value});
+    rows_->params.push_back({.param = std::move(name), .date_value = value});
     return *this;
 }
 
@@ -188,8 +188,8 @@ std::string CourseBuilder::write(const TempFolder& folder, const std::string& na
     const std::string path = folder.file(name);
     store::create_course_db(engine.database, path);
     platform::Transaction transaction(engine.database);
-    write_qa(engine.database, m_rows->qa);
-    write_params(engine.database, m_rows->params);
+    write_qa(engine.database, rows_->qa);
+    write_params(engine.database, rows_->params);
     transaction.commit();
     return path;
 }

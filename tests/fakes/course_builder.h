@@ -29,7 +29,7 @@ public:
 
 private:
     struct Adapters;
-    std::unique_ptr<Adapters> m_adapters;
+    std::unique_ptr<Adapters> adapters_;
 
 public:
     const platform::TextCompare& text_compare;
@@ -100,9 +100,9 @@ public:
 private:
     [[nodiscard]] common::DateTime before(std::chrono::seconds time) const;
 
-    QaRow* m_row;
-    SideRow* m_side;
-    common::DateTime m_now;
+    QaRow* row_;
+    SideRow* side_;
+    common::DateTime now_;
 };
 
 /// Makes course files through the real engine: what is described is written by `write`, as often as wanted.
@@ -127,8 +127,8 @@ public:
 private:
     struct Rows;
 
-    common::DateTime m_now;
-    std::unique_ptr<Rows> m_rows;
+    common::DateTime now_;
+    std::unique_ptr<Rows> rows_;
 };
 
 /// What the open database holds.

@@ -91,46 +91,46 @@ void FakeDesktop::expect_box(std::string text, platform::BoxAnswer answer)
 {
     platform::MessageBox box;
     box.text = std::move(text);
-    m_expected.push_back({ExpectedBox{std::move(box), false, answer}});
+    expected_.push_back({ExpectedBox{std::move(box), false, answer}});
 }
 
 void FakeDesktop::expect_box_like(platform::MessageBox box, platform::BoxAnswer answer)
 {
-    m_expected.push_back({ExpectedBox{std::move(box), true, answer}});
+    expected_.push_back({ExpectedBox{std::move(box), true, answer}});
 }
 
 void FakeDesktop::expect_input(std::string prompt, std::optional<std::string> answer)
 {
-    m_expected.push_back({ExpectedInput{std::move(prompt), std::move(answer)}});
+    expected_.push_back({ExpectedInput{std::move(prompt), std::move(answer)}});
 }
 
 void FakeDesktop::expect_file(platform::ChosenFile chosen)
 {
-    m_expected.push_back({ExpectedFile{std::move(chosen)}});
+    expected_.push_back({ExpectedFile{std::move(chosen)}});
 }
 
 void FakeDesktop::expect_save_file(platform::ChosenFile chosen)
 {
-    m_expected.push_back({ExpectedSaveFile{{std::move(chosen)}}});
+    expected_.push_back({ExpectedSaveFile{{std::move(chosen)}}});
 }
 
 void FakeDesktop::check_all_shown()
 {
-    for (const Expected& missing : m_expected)
+    for (const Expected& missing : expected_)
         ADD_FAILURE() << "Never shown: " << describe(missing.what);
-    m_expected.clear();
+    expected_.clear();
 }
 
 template <class Kind>
 std::optional<Kind> FakeDesktop::take(const std::string& shown)
 {
-    if (m_expected.empty() || !std::holds_alternative<Kind>(m_expected.front().what)) {
+    if (expected_.empty() || !std::holds_alternative<Kind>(expected_.front().what)) {
         ADD_FAILURE() << "Unexpected " << shown
-                      << (m_expected.empty() ? "" : "; expected: " + describe(m_expected.front().what));
+                      << (expected_.empty() ? "" : "; expected: " + describe(expected_.front().what));
         return std::nullopt;
     }
-    Kind result = std::get<Kind>(std::move(m_expected.front().what));
-    m_expected.erase(m_expected.begin());
+    Kind result = std::get<Kind>(std::move(expected_.front().what));
+    expected_.erase(expected_.begin());
     return result;
 }
 

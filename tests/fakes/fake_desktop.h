@@ -68,7 +68,7 @@ private:
     template <class Kind>
     std::optional<Kind> take(const std::string& shown);
 
-    std::vector<Expected> m_expected; ///< the next one first
+    std::vector<Expected> expected_; ///< the next one first
 };
 
 } // namespace cuedrill::fakes

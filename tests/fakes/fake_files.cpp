@@ -11,51 +11,51 @@ namespace {
 
 class FakeReading : public platform::FileReading {
 public:
-    explicit FakeReading(std::string bytes) : m_bytes(std::move(bytes)) {}
+    explicit FakeReading(std::string bytes) : bytes_(std::move(bytes)) {}
 
-    [[nodiscard]] std::uint64_t size() const override { return m_bytes.size(); }
+    [[nodiscard]] std::uint64_t size() const override { return bytes_.size(); }
     [[nodiscard]] std::string read(std::size_t most) override
     {
-        std::string piece = m_bytes.substr(m_at, most);
-        m_at += piece.size();
+        std::string piece = bytes_.substr(at_, most);
+        at_ += piece.size();
         return piece;
     }
-    void rewind() override { m_at = 0; }
+    void rewind() override { at_ = 0; }
 
 private:
-    std::string m_bytes;
-    std::size_t m_at = 0;
+    std::string bytes_;
+    std::size_t at_ = 0;
 };
 
 /// Written to the file of that name with ".cuedrill-part" behind it.
 class FakeReplacement : public platform::Replacement {
 public:
     FakeReplacement(FakeFiles& files, std::string target)
-        : m_files(files), m_target(std::move(target)), m_path(m_target + ".cuedrill-part")
+        : files_(files), target_(std::move(target)), path_(target_ + ".cuedrill-part")
     {
-        m_files.files[m_path].clear();
+        files_.files[path_].clear();
     }
 
-    [[nodiscard]] const std::string& path() const override { return m_path; }
+    [[nodiscard]] const std::string& path() const override { return path_; }
     void write(std::string_view bytes) override
     {
-        if (!m_files.write_failure.empty())
-            throw common::Error(m_files.write_failure);
-        m_files.files[m_path].append(bytes);
+        if (!files_.write_failure.empty())
+            throw common::Error(files_.write_failure);
+        files_.files[path_].append(bytes);
     }
-    void restart() override { m_files.files[m_path].clear(); }
+    void restart() override { files_.files[path_].clear(); }
     void finish() override
     {
-        if (!m_files.finish_failure.empty())
-            throw common::Error(m_files.finish_failure);
-        m_files.files[m_target] = m_files.files[m_path];
-        m_files.files.erase(m_path);
+        if (!files_.finish_failure.empty())
+            throw common::Error(files_.finish_failure);
+        files_.files[target_] = files_.files[path_];
+        files_.files.erase(path_);
     }
 
 private:
-    FakeFiles& m_files;
-    std::string m_target;
-    std::string m_path;
+    FakeFiles& files_;
+    std::string target_;
+    std::string path_;
 };
 
 } // namespace

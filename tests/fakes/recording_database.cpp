@@ -76,204 +76,203 @@ namespace {
 class RecordingRecordset : public platform::Recordset {
 public:
     RecordingRecordset(std::unique_ptr<platform::Recordset> recordset, std::shared_ptr<DatabaseRecord> record)
-        : m_recordset(std::move(recordset)), m_record(std::move(record))
+        : recordset_(std::move(recordset)), record_(std::move(record))
     {
-        ++m_record->open_recordsets;
+        ++record_->open_recordsets;
     }
     RecordingRecordset(const RecordingRecordset&) = delete;
     RecordingRecordset& operator=(const RecordingRecordset&) = delete;
-    ~RecordingRecordset() override { --m_record->open_recordsets; }
+    ~RecordingRecordset() override { --record_->open_recordsets; }
 
-    [[nodiscard]] bool bof() const override { return m_recordset->bof(); }
-    [[nodiscard]] bool eof() const override { return m_recordset->eof(); }
-    void move_first() override { m_recordset->move_first(); }
-    void move_next() override { m_recordset->move_next(); }
-    [[nodiscard]] platform::Value field(std::string_view column) const override { return m_recordset->field(column); }
-    [[nodiscard]] platform::Value field(int column) const override { return m_recordset->field(column); }
+    [[nodiscard]] bool bof() const override { return recordset_->bof(); }
+    [[nodiscard]] bool eof() const override { return recordset_->eof(); }
+    void move_first() override { recordset_->move_first(); }
+    void move_next() override { recordset_->move_next(); }
+    [[nodiscard]] platform::Value field(std::string_view column) const override { return recordset_->field(column); }
+    [[nodiscard]] platform::Value field(int column) const override { return recordset_->field(column); }
 
 private:
-    std::unique_ptr<platform::Recordset> m_recordset;
-    std::shared_ptr<DatabaseRecord> m_record;
+    std::unique_ptr<platform::Recordset> recordset_;
+    std::shared_ptr<DatabaseRecord> record_;
 };
 
 /// Counts a query while it is read.
 class RowsBeingRead {
 public:
-    explicit RowsBeingRead(DatabaseRecord& record) : m_record(record) { ++m_record.open_recordsets; }
+    explicit RowsBeingRead(DatabaseRecord& record) : record_(record) { ++record_.open_recordsets; }
     RowsBeingRead(const RowsBeingRead&) = delete;
     RowsBeingRead& operator=(const RowsBeingRead&) = delete;
-    ~RowsBeingRead() { --m_record.open_recordsets; }
+    ~RowsBeingRead() { --record_.open_recordsets; }
 
 private:
-    DatabaseRecord& m_record;
+    DatabaseRecord& record_;
 };
 
 } // namespace
 
 RecordingDatabase::RecordingDatabase(platform::Database& database)
-    : m_database(database), m_record(std::make_shared<DatabaseRecord>())
+    : database_(database), record_(std::make_shared<DatabaseRecord>())
 {
 }
 
 RecordingDatabase::~RecordingDatabase()
 {
-    EXPECT_TRUE(m_record->failures.empty() && !m_record->statement_failure && !m_record->row_failure &&
-                !m_commit_stored)
+    EXPECT_TRUE(record_->failures.empty() && !record_->statement_failure && !record_->row_failure && !commit_stored_)
         << "A failure was planned and never came.";
 }
 
 void RecordingDatabase::fail_at(Operation operation, int call, platform::DatabaseErrorKind kind, std::string words)
 {
-    m_record->failures[operation] = {call, kind, std::move(words)};
+    record_->failures[operation] = {call, kind, std::move(words)};
 }
 
 void RecordingDatabase::fail_at_statement(int call, platform::DatabaseErrorKind kind, std::string words)
 {
-    m_record->statement_failure = {call, kind, std::move(words)};
+    record_->statement_failure = {call, kind, std::move(words)};
 }
 
 void RecordingDatabase::fail_at_row(int row, platform::DatabaseErrorKind kind, std::string words)
 {
-    m_record->row_failure = {row, kind, std::move(words)};
+    record_->row_failure = {row, kind, std::move(words)};
 }
 
 void RecordingDatabase::fail_commit(bool stored)
 {
-    m_commit_stored = stored;
+    commit_stored_ = stored;
 }
 
 void RecordingDatabase::at_each_call(std::function<void(Operation)> hook)
 {
-    m_record->on_call = std::move(hook);
+    record_->on_call = std::move(hook);
 }
 
 const std::vector<std::string>& RecordingDatabase::statements() const
 {
-    return m_record->statements;
+    return record_->statements;
 }
 
 int RecordingDatabase::count(Operation operation) const
 {
-    const auto found = m_record->counts.find(operation);
-    return found == m_record->counts.end() ? 0 : found->second;
+    const auto found = record_->counts.find(operation);
+    return found == record_->counts.end() ? 0 : found->second;
 }
 
 int RecordingDatabase::statement_count() const
 {
-    return m_record->statement_count;
+    return record_->statement_count;
 }
 
 int RecordingDatabase::transaction_depth() const
 {
-    return m_record->transaction_depth;
+    return record_->transaction_depth;
 }
 
 int RecordingDatabase::open_recordsets() const
 {
-    return m_record->open_recordsets;
+    return record_->open_recordsets;
 }
 
 void RecordingDatabase::forget()
 {
-    m_record->statements.clear();
-    m_record->counts.clear();
-    m_record->statement_count = 0;
+    record_->statements.clear();
+    record_->counts.clear();
+    record_->statement_count = 0;
 }
 
 void RecordingDatabase::create(const std::string& path)
 {
-    m_record->called(Operation::create);
-    m_database.create(path);
+    record_->called(Operation::create);
+    database_.create(path);
 }
 
 void RecordingDatabase::append_table(const platform::TableSchema& table)
 {
-    m_record->called(Operation::append_table);
-    m_database.append_table(table);
+    record_->called(Operation::append_table);
+    database_.append_table(table);
 }
 
 void RecordingDatabase::finish_creation()
 {
-    m_record->called(Operation::finish_creation);
-    m_database.finish_creation();
+    record_->called(Operation::finish_creation);
+    database_.finish_creation();
 }
 
 void RecordingDatabase::open(const std::string& path, std::span<const platform::TableSchema> expected)
 {
-    m_record->called(Operation::open);
-    m_database.open(path, expected);
+    record_->called(Operation::open);
+    database_.open(path, expected);
 }
 
 std::string RecordingDatabase::unstored() const
 {
-    return m_unstored.empty() ? m_database.unstored() : m_unstored;
+    return unstored_.empty() ? database_.unstored() : unstored_;
 }
 
 void RecordingDatabase::close() noexcept
 {
-    m_record->transaction_depth = 0;
-    m_database.close();
+    record_->transaction_depth = 0;
+    database_.close();
 }
 
 bool RecordingDatabase::is_open() const
 {
-    return m_database.is_open();
+    return database_.is_open();
 }
 
 std::unique_ptr<platform::Recordset> RecordingDatabase::open_recordset(std::string_view sql)
 {
-    m_record->statements.emplace_back(sql);
-    m_record->called(Operation::open_recordset);
-    return std::make_unique<RecordingRecordset>(m_database.open_recordset(sql), m_record);
+    record_->statements.emplace_back(sql);
+    record_->called(Operation::open_recordset);
+    return std::make_unique<RecordingRecordset>(database_.open_recordset(sql), record_);
 }
 
 void RecordingDatabase::begin()
 {
-    m_record->called(Operation::begin);
-    m_database.begin();
-    ++m_record->transaction_depth;
+    record_->called(Operation::begin);
+    database_.begin();
+    ++record_->transaction_depth;
 }
 
 void RecordingDatabase::commit()
 {
-    m_record->called(Operation::commit);
-    if (m_commit_stored && m_record->transaction_depth == 1)
+    record_->called(Operation::commit);
+    if (commit_stored_ && record_->transaction_depth == 1)
         end_with_error();
-    m_database.commit();
-    --m_record->transaction_depth;
+    database_.commit();
+    --record_->transaction_depth;
 }
 
 void RecordingDatabase::rollback() noexcept
 {
-    m_database.rollback();
-    --m_record->transaction_depth;
+    database_.rollback();
+    --record_->transaction_depth;
 }
 
 void RecordingDatabase::read(std::string_view sql, std::span<const platform::Value> values,
                              const platform::RowVisitor& visit)
 {
-    m_record->statements.emplace_back(sql);
-    m_record->called(Operation::query);
-    const RowsBeingRead reading(*m_record);
-    m_database.query(sql, values, [&](const platform::Row& row) {
-        DatabaseRecord::come_due(m_record->row_failure);
+    record_->statements.emplace_back(sql);
+    record_->called(Operation::query);
+    const RowsBeingRead reading(*record_);
+    database_.query(sql, values, [&](const platform::Row& row) {
+        DatabaseRecord::come_due(record_->row_failure);
         return visit(row);
     });
 }
 
 std::int64_t RecordingDatabase::write(std::string_view sql, std::span<const platform::Value> values)
 {
-    m_record->statements.emplace_back(sql);
-    m_record->called(Operation::execute);
-    return m_database.execute(sql, values);
+    record_->statements.emplace_back(sql);
+    record_->called(Operation::execute);
+    return database_.execute(sql, values);
 }
 
 void RecordingDatabase::end_with_error()
 {
-    if (*std::exchange(m_commit_stored, std::nullopt))
-        m_database.commit();
+    if (*std::exchange(commit_stored_, std::nullopt))
+        database_.commit();
     else
-        m_database.rollback();
+        database_.rollback();
     throw platform::CommitError({platform::DatabaseErrorKind::input_output, 0, commit_words});
 }
 

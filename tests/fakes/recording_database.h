@@ -47,7 +47,7 @@ public:
     void fail_commit(bool stored);
 
     /// Opening has found no room for what it wanted to store.
-    void leave_unstored(std::string words) { m_unstored = std::move(words); }
+    void leave_unstored(std::string words) { unstored_ = std::move(words); }
 
     /// Runs at each operation, before it happens; what it throws comes out of the operation.
     void at_each_call(std::function<void(Operation)> hook);
@@ -86,10 +86,10 @@ private:
     /// As the engine does: the transaction is over, and the caller has still to roll back.
     [[noreturn]] void end_with_error();
 
-    platform::Database& m_database;
-    std::optional<bool> m_commit_stored;
-    std::string m_unstored;
-    std::shared_ptr<DatabaseRecord> m_record;
+    platform::Database& database_;
+    std::optional<bool> commit_stored_;
+    std::string unstored_;
+    std::shared_ptr<DatabaseRecord> record_;
 };
 
 } // namespace cuedrill::fakes

@@ -38,24 +38,24 @@ TempFolder::TempFolder()
     std::string pattern = (parent() / "cuedrill-XXXXXX").string();
     if (::mkdtemp(pattern.data()) == nullptr)
         throw std::system_error(errno, std::generic_category(), pattern);
-    m_path = pattern;
+    path_ = pattern;
 }
 
 TempFolder::~TempFolder()
 {
     std::error_code ignored;
-    give_rights_back(m_path);
-    std::filesystem::remove_all(m_path, ignored);
+    give_rights_back(path_);
+    std::filesystem::remove_all(path_, ignored);
 }
 
 const std::filesystem::path& TempFolder::path() const
 {
-    return m_path;
+    return path_;
 }
 
 std::string TempFolder::file(std::string_view name) const
 {
-    return (m_path / name).string();
+    return (path_ / name).string();
 }
 
 std::string TempFolder::write(std::string_view name, std::string_view bytes) const

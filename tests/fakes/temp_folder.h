@@ -26,7 +26,7 @@ public:
     [[nodiscard]] std::string read(std::string_view name) const;
 
 private:
-    std::filesystem::path m_path;
+    std::filesystem::path path_;
 };
 
 } // namespace cuedrill::fakes

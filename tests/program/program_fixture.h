@@ -26,8 +26,8 @@ protected:
     {
         qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.file("config")));
         qputenv("XDG_DATA_HOME", QByteArray::fromStdString(folder.file("data")));
-        m_box_watch.callOnTimeout([this] { close_box(); });
-        m_box_watch.start(0);
+        box_watch_.callOnTimeout([this] { close_box(); });
+        box_watch_.start(0);
     }
 
     /// Runs the program on a course until `use` has returned, or it has ended by itself.
@@ -95,7 +95,7 @@ private:
         }
     }
 
-    QTimer m_box_watch;
+    QTimer box_watch_;
 };
 
 } // namespace cuedrill::program

@@ -13,7 +13,7 @@ constexpr std::string_view section = "general";
 std::string Settings::get_setting(std::string_view key) const
 {
     try {
-        return m_store.get(application, section, key).value_or("");
+        return store_.get(application, section, key).value_or("");
     } catch (const common::Error&) {
         return {};
     }
@@ -25,9 +25,9 @@ void Settings::save_setting(std::string_view key, std::string_view value)
     try {
         // Writing waits for the disk; most starts open the course that is remembered already.
         if (get_setting(key) != value)
-            m_store.set(application, section, key, value);
+            store_.set(application, section, key, value);
     } catch (const common::Error& error) {
-        m_trace.write_trace("save_setting - " + std::string(key) + " - " + error.what());
+        trace_.write_trace("save_setting - " + std::string(key) + " - " + error.what());
     }
 }
 

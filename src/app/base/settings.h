@@ -11,7 +11,7 @@ namespace cuedrill::app {
 /// The program's own settings, which outlive a course: application "CUEDRILL", section "general".
 class Settings {
 public:
-    Settings(platform::SettingsStore& store, TraceLog& trace) : m_store(store), m_trace(trace) {}
+    Settings(platform::SettingsStore& store, TraceLog& trace) : store_(store), trace_(trace) {}
 
     /// The stored text; "" when the key is absent or cannot be read.
     [[nodiscard]] std::string get_setting(std::string_view key) const;
@@ -21,8 +21,8 @@ public:
     void save_setting(std::string_view key, std::string_view value);
 
 private:
-    platform::SettingsStore& m_store;
-    TraceLog& m_trace;
+    platform::SettingsStore& store_;
+    TraceLog& trace_;
 };
 
 } // namespace cuedrill::app

@@ -17,37 +17,37 @@ constexpr std::uint64_t trace_limit = 100000;
 
 TraceLog::TraceLog(platform::Files& files, const platform::Clock& clock, platform::Desktop& desktop,
                    const std::string& program_folder)
-    : m_files(files), m_clock(clock), m_desktop(desktop), m_path(join_path(program_folder, trace_file)),
-      m_enabled(file_exists(files, join_path(program_folder, trace_switch_file)))
+    : files_(files), clock_(clock), desktop_(desktop), path_(join_path(program_folder, trace_file)),
+      enabled_(file_exists(files, join_path(program_folder, trace_switch_file)))
 {
 }
 
 void TraceLog::write_trace(std::string_view message)
 {
-    if (!m_enabled)
+    if (!enabled_)
         return;
 
     bool written = false;
     try {
-        written = m_files.append_below(m_path, trace_limit, line(message));
+        written = files_.append_below(path_, trace_limit, line(message));
     } catch (const common::Error&) {
-        m_enabled = false;
+        enabled_ = false;
         return;
     }
     if (written)
         return;
 
     // Off before the box opens: timers that tick behind it write traces too, and must not open a second one.
-    m_enabled = false;
+    enabled_ = false;
     platform::MessageBox box;
-    box.text = "Trace file too large. Please delete it (" + m_path + ")";
-    m_desktop.message_box(box);
+    box.text = "Trace file too large. Please delete it (" + path_ + ")";
+    desktop_.message_box(box);
 }
 
 std::string TraceLog::line(std::string_view message) const
 {
-    std::string text = common::format_date_time(m_clock.now());
-    text.append(" (").append(common::format_fixed(m_clock.seconds_since_midnight(), 2)).append(") - ");
+    std::string text = common::format_date_time(clock_.now());
+    text.append(" (").append(common::format_fixed(clock_.seconds_since_midnight(), 2)).append(") - ");
     return text.append(message).append(common::cr_lf);
 }
 

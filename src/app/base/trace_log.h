@@ -27,16 +27,16 @@ public:
     /// @throws common::ProgramEnded when the program is ended while the box is open.
     void write_trace(std::string_view message);
 
-    [[nodiscard]] bool trace_enabled() const { return m_enabled; }
+    [[nodiscard]] bool trace_enabled() const { return enabled_; }
 
 private:
     [[nodiscard]] std::string line(std::string_view message) const;
 
-    platform::Files& m_files;
-    const platform::Clock& m_clock;
-    platform::Desktop& m_desktop;
-    std::string m_path;
-    bool m_enabled;
+    platform::Files& files_;
+    const platform::Clock& clock_;
+    platform::Desktop& desktop_;
+    std::string path_;
+    bool enabled_;
 };
 
 } // namespace cuedrill::app

@@ -25,14 +25,14 @@ FrameAllowances measure_frame(const platform::DialogHost& form2)
 
 bool StartRoutine::run(std::string command_line)
 {
-    m_dead_times.init_dead_time_array();
-    m_trace.write_trace("sub main -  return form init_dead_time_array");
+    dead_times_.init_dead_time_array();
+    trace_.write_trace("sub main -  return form init_dead_time_array");
     strip_quotes(command_line);
     // A path that is remembered must lead to the course from any folder.
-    m_course.db_path = m_files.absolute(command_line);
-    m_frame = measure_frame(m_form2);
-    m_course.current_cnt = 0;
-    return m_opener.apertura_db();
+    course_.db_path = files_.absolute(command_line);
+    frame_ = measure_frame(form2_);
+    course_.current_cnt = 0;
+    return opener_.apertura_db();
 }
 
 } // namespace cuedrill::app

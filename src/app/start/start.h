@@ -29,7 +29,7 @@ class StartRoutine {
 public:
     StartRoutine(store::Course& course, drill::CourseOpener& opener, scheduler::DeadTimes& dead_times,
                  const platform::DialogHost& form2, platform::Files& files, TraceLog& trace)
-        : m_course(course), m_opener(opener), m_dead_times(dead_times), m_form2(form2), m_files(files), m_trace(trace)
+        : course_(course), opener_(opener), dead_times_(dead_times), form2_(form2), files_(files), trace_(trace)
     {
     }
 
@@ -39,16 +39,16 @@ public:
     bool run(std::string command_line);
 
     /// What the last `run` measured.
-    [[nodiscard]] const FrameAllowances& frame_allowances() const { return m_frame; }
+    [[nodiscard]] const FrameAllowances& frame_allowances() const { return frame_; }
 
 private:
-    store::Course& m_course;
-    drill::CourseOpener& m_opener;
-    scheduler::DeadTimes& m_dead_times;
-    const platform::DialogHost& m_form2;
-    platform::Files& m_files;
-    TraceLog& m_trace;
-    FrameAllowances m_frame;
+    store::Course& course_;
+    drill::CourseOpener& opener_;
+    scheduler::DeadTimes& dead_times_;
+    const platform::DialogHost& form2_;
+    platform::Files& files_;
+    TraceLog& trace_;
+    FrameAllowances frame_;
 };
 
 } // namespace cuedrill::app

@@ -44,13 +44,13 @@ public:
     explicit FoldedText(std::string_view text)
     {
         const std::int32_t length = checked_length(text);
-        if (text.size() * folded_bytes_per_byte > m_stack.size()) {
-            m_heap.resize(text.size() * folded_bytes_per_byte);
-            m_begin = m_heap.data();
+        if (text.size() * folded_bytes_per_byte > stack_.size()) {
+            heap_.resize(text.size() * folded_bytes_per_byte);
+            begin_ = heap_.data();
         }
         const auto* const source = reinterpret_cast<const std::uint8_t*>(text.data());
         // Not the members: after each byte that is written, the compiler would have to read them again.
-        auto* const target = reinterpret_cast<std::uint8_t*>(m_begin);
+        auto* const target = reinterpret_cast<std::uint8_t*>(begin_);
         std::size_t size = 0;
         for (std::int32_t at = 0; at < length;) {
             const std::uint8_t byte = source[at];
@@ -64,20 +64,20 @@ public:
                 U8_APPEND_UNSAFE(target, size, folded);
             }
         }
-        m_size = size;
+        size_ = size;
     }
 
     FoldedText(const FoldedText&) = delete;
     FoldedText& operator=(const FoldedText&) = delete;
 
-    [[nodiscard]] std::string_view view() const { return {m_begin, m_size}; }
+    [[nodiscard]] std::string_view view() const { return {begin_, size_}; }
 
 private:
     // Left uninitialised: clearing it would cost more than folding a typical text.
-    std::array<char, 1536> m_stack; // NOLINT(cppcoreguidelines-pro-type-member-init)
-    std::string m_heap;
-    char* m_begin = m_stack.data();
-    std::size_t m_size = 0;
+    std::array<char, 1536> stack_; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::string heap_;
+    char* begin_ = stack_.data();
+    std::size_t size_ = 0;
 };
 
 bool is_ascii(char c)
@@ -141,15 +141,15 @@ std::u16string transformed(std::size_t length, const char* doing, Function funct
 /// A 32-bit digest (FNV-1a).
 class Digest {
 public:
-    void add(std::uint8_t byte) { m_value = (m_value ^ byte) * 16777619U; }
+    void add(std::uint8_t byte) { value_ = (value_ ^ byte) * 16777619U; }
     void add(const UVersionInfo& version)
     {
         std::for_each(version, version + U_MAX_VERSION_LENGTH, [&](std::uint8_t part) { add(part); });
     }
-    [[nodiscard]] std::uint32_t value() const { return m_value; }
+    [[nodiscard]] std::uint32_t value() const { return value_; }
 
 private:
-    std::uint32_t m_value = 2166136261U;
+    std::uint32_t value_ = 2166136261U;
 };
 
 std::uint32_t order_version_of(const UCollator* collator, const std::string& locale)
@@ -192,8 +192,7 @@ IcuTextCompare::IcuTextCompare() : IcuTextCompare(course_locale)
 }
 
 IcuTextCompare::IcuTextCompare(const std::string& locale)
-    : m_collator(std::make_unique<const Collator>(locale)),
-      m_order_version(order_version_of(m_collator->handle, locale))
+    : collator_(std::make_unique<const Collator>(locale)), order_version_(order_version_of(collator_->handle, locale))
 {
 }
 
@@ -224,7 +223,7 @@ int IcuTextCompare::compare(std::string_view a, std::string_view b) const
         return 0;
 
     UErrorCode code = U_ZERO_ERROR;
-    const UCollationResult order = ucol_strcollUTF8(m_collator->handle, x.data(), static_cast<std::int32_t>(x.size()),
+    const UCollationResult order = ucol_strcollUTF8(collator_->handle, x.data(), static_cast<std::int32_t>(x.size()),
                                                     y.data(), static_cast<std::int32_t>(y.size()), &code);
     check(code, "compare two texts");
     // The collator ignores some characters and equates others, such as the forms of a letter with a diacritic.

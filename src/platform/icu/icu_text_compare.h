@@ -30,13 +30,13 @@ public:
     [[nodiscard]] std::string fold(std::string_view text) const override;
     [[nodiscard]] std::string lower(std::string_view text) const override;
     [[nodiscard]] std::string nfc(std::string_view text) const override;
-    [[nodiscard]] std::uint32_t order_version() const override { return m_order_version; }
+    [[nodiscard]] std::uint32_t order_version() const override { return order_version_; }
 
 private:
     struct Collator;
 
-    std::unique_ptr<const Collator> m_collator;
-    std::uint32_t m_order_version;
+    std::unique_ptr<const Collator> collator_;
+    std::uint32_t order_version_;
 };
 
 } // namespace cuedrill::platform::icu

@@ -15,16 +15,13 @@ class AccessibleLine : public QAccessibleInterface,
                        public QAccessibleActionInterface,
                        public QAccessibleTableCellInterface {
 public:
-    AccessibleLine(LineView& view, int row) : m_view(&view), m_row(row) {}
+    AccessibleLine(LineView& view, int row) : view_(&view), row_(row) {}
 
-    [[nodiscard]] int row() const { return m_row; }
+    [[nodiscard]] int row() const { return row_; }
 
     [[nodiscard]] bool isValid() const override { return view() != nullptr; }
     [[nodiscard]] QObject* object() const override { return nullptr; }
-    [[nodiscard]] QAccessibleInterface* parent() const override
-    {
-        return QAccessible::queryAccessibleInterface(m_view);
-    }
+    [[nodiscard]] QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(view_); }
     [[nodiscard]] QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
     [[nodiscard]] QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
     [[nodiscard]] int childCount() const override { return 0; }
@@ -33,7 +30,7 @@ public:
     [[nodiscard]] QString text(QAccessible::Text what) const override
     {
         const LineView* const present = view();
-        return what == QAccessible::Name && present != nullptr ? present->lines().shown(m_row) : QString();
+        return what == QAccessible::Name && present != nullptr ? present->lines().shown(row_) : QString();
     }
     void setText(QAccessible::Text /*what*/, const QString& /*text*/) override {}
     [[nodiscard]] QRect rect() const override;
@@ -53,7 +50,7 @@ public:
     [[nodiscard]] QList<QAccessibleInterface*> columnHeaderCells() const override { return {}; }
     [[nodiscard]] QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
     [[nodiscard]] int columnIndex() const override { return 0; }
-    [[nodiscard]] int rowIndex() const override { return m_row; }
+    [[nodiscard]] int rowIndex() const override { return row_; }
     [[nodiscard]] int columnExtent() const override { return 1; }
     [[nodiscard]] int rowExtent() const override { return 1; }
     [[nodiscard]] QAccessibleInterface* table() const override { return parent(); }
@@ -62,15 +59,15 @@ private:
     /// The list; nothing when it, or the line, is no longer there.
     [[nodiscard]] LineView* view() const
     {
-        LineView* const present = m_view.data();
-        return present != nullptr && m_row < present->lines().rowCount() ? present : nullptr;
+        LineView* const present = view_.data();
+        return present != nullptr && row_ < present->lines().rowCount() ? present : nullptr;
     }
 
     /// In the viewport.
-    [[nodiscard]] QRect place_in(const LineView& list) const { return list.visualRect(list.lines().index(m_row)); }
+    [[nodiscard]] QRect place_in(const LineView& list) const { return list.visualRect(list.lines().index(row_)); }
 
-    QPointer<LineView> m_view;
-    int m_row;
+    QPointer<LineView> view_;
+    int row_;
 };
 
 QRect AccessibleLine::rect() const
@@ -90,7 +87,7 @@ QAccessible::State AccessibleLine::state() const
         state.invalid = true;
         return state;
     }
-    const bool current = list->currentIndex().row() == m_row;
+    const bool current = list->currentIndex().row() == row_;
     state.disabled = !list->isEnabled();
     state.invisible = !list->isVisible();
     state.offscreen = !place_in(*list).intersects(list->viewport()->rect());
@@ -109,9 +106,9 @@ void AccessibleLine::doAction(const QString& name)
     if (name == pressAction()) {
         // Later, because a box may open: assistive technology waits for the answer to its request meanwhile.
         QMetaObject::invokeMethod(
-            list, [list, row = m_row] { list->choose(row); }, Qt::QueuedConnection);
+            list, [list, row = row_] { list->choose(row); }, Qt::QueuedConnection);
     } else if (name == setFocusAction()) {
-        list->setCurrentIndex(list->lines().index(m_row));
+        list->setCurrentIndex(list->lines().index(row_));
         list->setFocus(Qt::OtherFocusReason);
     }
 }
@@ -121,15 +118,15 @@ void AccessibleLine::doAction(const QString& name)
 /// them all to know what stands on the screen, or keeps them.
 class AccessibleLines : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
-    explicit AccessibleLines(LineView& view) : QAccessibleWidget(&view, QAccessible::List), m_view(view)
+    explicit AccessibleLines(LineView& view) : QAccessibleWidget(&view, QAccessible::List), view_(view)
     {
-        QObject::connect(m_view.model(), &QAbstractItemModel::modelReset, &m_context, [this] { forget_lines(); });
+        QObject::connect(view_.model(), &QAbstractItemModel::modelReset, &context_, [this] { forget_lines(); });
     }
     AccessibleLines(const AccessibleLines&) = delete;
     AccessibleLines& operator=(const AccessibleLines&) = delete;
     ~AccessibleLines() override { forget_lines(); }
 
-    [[nodiscard]] int childCount() const override { return m_view.lines().rowCount(); }
+    [[nodiscard]] int childCount() const override { return view_.lines().rowCount(); }
     [[nodiscard]] QAccessibleInterface* child(int index) const override;
     [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override
     {
@@ -138,7 +135,7 @@ public:
     }
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override
     {
-        return child(m_view.indexAt(m_view.viewport()->mapFromGlobal(QPoint(x, y))).row());
+        return child(view_.indexAt(view_.viewport()->mapFromGlobal(QPoint(x, y))).row());
     }
     [[nodiscard]] QAccessibleInterface* focusChild() const override { return child(current_row()); }
 
@@ -183,38 +180,38 @@ public:
 
 private:
     /// -1 without a current line.
-    [[nodiscard]] int current_row() const { return m_view.currentIndex().row(); }
+    [[nodiscard]] int current_row() const { return view_.currentIndex().row(); }
 
     void forget_lines()
     {
-        for (const auto& [row, id] : m_lines)
+        for (const auto& [row, id] : lines_)
             QAccessible::deleteAccessibleInterface(id);
-        m_lines.clear();
+        lines_.clear();
     }
 
-    LineView& m_view;
-    mutable std::unordered_map<int, QAccessible::Id> m_lines;
-    QObject m_context;
+    LineView& view_;
+    mutable std::unordered_map<int, QAccessible::Id> lines_;
+    QObject context_;
 };
 
 QAccessibleInterface* AccessibleLines::child(int index) const
 {
     if (index < 0 || index >= childCount())
         return nullptr;
-    const auto known = m_lines.find(index);
-    if (known != m_lines.end())
+    const auto known = lines_.find(index);
+    if (known != lines_.end())
         return QAccessible::accessibleInterface(known->second);
-    auto* const line = new AccessibleLine(m_view, index);
-    m_lines.emplace(index, QAccessible::registerAccessibleInterface(line));
+    auto* const line = new AccessibleLine(view_, index);
+    lines_.emplace(index, QAccessible::registerAccessibleInterface(line));
     return line;
 }
 
 /// Makes the line current; to choose it takes its action.
 bool AccessibleLines::selectRow(int row)
 {
-    if (row < 0 || row >= childCount() || !m_view.isEnabled())
+    if (row < 0 || row >= childCount() || !view_.isEnabled())
         return false;
-    m_view.setCurrentIndex(m_view.lines().index(row));
+    view_.setCurrentIndex(view_.lines().index(row));
     return true;
 }
 

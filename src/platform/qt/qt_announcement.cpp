@@ -56,8 +56,8 @@ void announce(QLabel& label)
 }
 
 QtAnnouncer::QtAnnouncer(QWidget& window, std::function<void(QLabel&)> tell)
-    : m_labels{make_announcement(window, "announcement"), make_announcement(window, "other_announcement")},
-      m_tell(std::move(tell))
+    : labels_{make_announcement(window, "announcement"), make_announcement(window, "other_announcement")},
+      tell_(std::move(tell))
 {
 }
 
@@ -65,10 +65,10 @@ void QtAnnouncer::tell(const QString& text)
 {
     if (text.isEmpty())
         return;
-    QLabel& label = *m_labels.front();
-    std::swap(m_labels.front(), m_labels.back());
+    QLabel& label = *labels_.front();
+    std::swap(labels_.front(), labels_.back());
     label.setText(text);
-    m_tell(label);
+    tell_(label);
 }
 
 } // namespace cuedrill::platform::qt

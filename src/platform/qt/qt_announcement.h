@@ -27,8 +27,8 @@ public:
     void tell(const QString& text);
 
 private:
-    std::array<QLabel*, 2> m_labels; ///< the one that is next comes first
-    std::function<void(QLabel&)> m_tell;
+    std::array<QLabel*, 2> labels_; ///< the one that is next comes first
+    std::function<void(QLabel&)> tell_;
 };
 
 } // namespace cuedrill::platform::qt

@@ -45,30 +45,30 @@ int PressButton::needed_width() const
 
 void PressButton::ask_for_width(int width)
 {
-    m_asked_width = width;
+    asked_width_ = width;
     updateGeometry();
 }
 
 QSize PressButton::sizeHint() const
 {
     const QSize hint = QPushButton::sizeHint();
-    return {m_asked_width.value_or(hint.width()), hint.height()};
+    return {asked_width_.value_or(hint.width()), hint.height()};
 }
 
 QSize PressButton::minimumSizeHint() const
 {
     // In a window that is too narrow all buttons of a row become narrower, instead of covering each other.
     const QSize hint = QPushButton::minimumSizeHint();
-    return {m_asked_width ? padding : hint.width(), hint.height()};
+    return {asked_width_ ? padding : hint.width(), hint.height()};
 }
 
 void PressButton::mousePressEvent(QMouseEvent* event)
 {
-    if (m_last_of_several && event->timestamp() - *m_last_of_several < several_clicks_ms()) {
-        m_last_of_several = event->timestamp();
+    if (last_of_several_ && event->timestamp() - *last_of_several_ < several_clicks_ms()) {
+        last_of_several_ = event->timestamp();
         return;
     }
-    m_last_of_several.reset();
+    last_of_several_.reset();
     const Qt::MouseButton button = event->button();
     mouse_down(button);
     QPushButton::mousePressEvent(event);
@@ -84,7 +84,7 @@ void PressButton::mouseReleaseEvent(QMouseEvent* event)
 void PressButton::mouseDoubleClickEvent(QMouseEvent* event)
 {
     event->accept();
-    m_last_of_several = event->timestamp();
+    last_of_several_ = event->timestamp();
 }
 
 QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind) : QtButton(name, gate, kind, *new PressButton)
@@ -92,15 +92,15 @@ QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind) : QtButton(n
 }
 
 QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind, PressButton& button)
-    : QtHelpfulControl(button, name), m_button(button), m_gate(gate), m_kind(kind)
+    : QtHelpfulControl(button, name), button_(button), gate_(gate), kind_(kind)
 {
-    if (m_kind == Kind::toolbar) {
-        m_button.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-        m_button.setFocusPolicy(Qt::TabFocus);
+    if (kind_ == Kind::toolbar) {
+        button_.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+        button_.setFocusPolicy(Qt::TabFocus);
     }
-    m_button.mouse_down = [this](Qt::MouseButton which) { mouse_went_down(which); };
-    m_button.mouse_up = [this](Qt::MouseButton which) { mouse_came_up(which); };
-    QObject::connect(&m_button, &QPushButton::clicked, &m_button, [this] { clicked(); });
+    button_.mouse_down = [this](Qt::MouseButton which) { mouse_went_down(which); };
+    button_.mouse_up = [this](Qt::MouseButton which) { mouse_came_up(which); };
+    QObject::connect(&button_, &QPushButton::clicked, &button_, [this] { clicked(); });
 }
 
 void QtButton::clicked()
@@ -108,10 +108,10 @@ void QtButton::clicked()
     // A box that opens while a button of the mouse is down takes away the news that it came up; a click, which is
     // always one of the left button or of the keyboard, is then the time to tell it.
     for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton}) {
-        if (m_down.testFlag(other) && !QGuiApplication::mouseButtons().testFlag(other))
+        if (down_.testFlag(other) && !QGuiApplication::mouseButtons().testFlag(other))
             mouse_came_up(other);
     }
-    m_gate.run(on_click);
+    gate_.run(on_click);
 }
 
 void QtButton::mouse_went_down(Qt::MouseButton button)
@@ -119,9 +119,9 @@ void QtButton::mouse_went_down(Qt::MouseButton button)
     const std::optional<MouseButton> which = from_qt(button);
     if (!which)
         return;
-    m_down.setFlag(button);
+    down_.setFlag(button);
     if (on_mouse_down)
-        m_gate.run([this, which] { on_mouse_down(*which); });
+        gate_.run([this, which] { on_mouse_down(*which); });
 }
 
 void QtButton::mouse_came_up(Qt::MouseButton button)
@@ -129,65 +129,65 @@ void QtButton::mouse_came_up(Qt::MouseButton button)
     const std::optional<MouseButton> which = from_qt(button);
     if (!which)
         return;
-    m_down.setFlag(button, false);
+    down_.setFlag(button, false);
     if (on_mouse_up)
-        m_gate.guard().run([this, which] { on_mouse_up(*which); });
+        gate_.guard().run([this, which] { on_mouse_up(*which); });
 }
 
 void QtButton::set_caption(std::string_view text)
 {
-    m_caption = text;
+    caption_ = text;
     show_caption();
 }
 
 void QtButton::show_access_letter(bool shown)
 {
-    m_access_letter_shown = shown;
+    access_letter_shown_ = shown;
     show_caption();
 }
 
 void QtButton::show_caption()
 {
-    const QString caption = to_qt(m_caption);
-    m_button.setText(m_access_letter_shown ? caption : without_access_key(caption));
-    if (m_kind == Kind::toolbar) {
+    const QString caption = to_qt(caption_);
+    button_.setText(access_letter_shown_ ? caption : without_access_key(caption));
+    if (kind_ == Kind::toolbar) {
         // The toolkit would press the button later, and again while the key is held.
-        m_button.setShortcut(QKeySequence());
+        button_.setShortcut(QKeySequence());
         place();
     }
 }
 
 std::string QtButton::caption() const
 {
-    return m_caption;
+    return caption_;
 }
 
 void QtButton::set_left(common::Twips left)
 {
-    m_left = left;
+    left_ = left;
     place();
 }
 
 void QtButton::set_width(common::Twips width)
 {
-    m_width = width;
+    width_ = width;
     place();
 }
 
 common::Twips QtButton::width() const
 {
-    return m_width.value_or(to_twips(m_button.needed_width()));
+    return width_.value_or(to_twips(button_.needed_width()));
 }
 
 void QtButton::set_tool_tip(std::string_view text)
 {
-    m_button.setToolTip(plain_tool_tip(to_qt(text)));
-    m_button.setAccessibleDescription(to_qt(common::trim_blanks(text)));
+    button_.setToolTip(plain_tool_tip(to_qt(text)));
+    button_.setAccessibleDescription(to_qt(common::trim_blanks(text)));
 }
 
 void QtButton::set_focus()
 {
-    m_button.setFocus(Qt::OtherFocusReason);
+    button_.setFocus(Qt::OtherFocusReason);
 }
 
 bool QtButton::has_focus() const
@@ -197,16 +197,16 @@ bool QtButton::has_focus() const
 
 void QtButton::place()
 {
-    if (m_kind == Kind::toolbar) {
-        m_button.ask_for_width(to_pixels(width()));
+    if (kind_ == Kind::toolbar) {
+        button_.ask_for_width(to_pixels(width()));
         return;
     }
     // Both edges are rounded by themselves, so that equal gaps in twips stay equal to the eye.
-    const int left = to_pixels(m_left);
-    const int right = to_pixels(m_left + width());
-    const QWidget* container = m_button.parentWidget();
-    const int height = container != nullptr ? container->height() : m_button.sizeHint().height();
-    m_button.setGeometry(left, 0, right - left, height);
+    const int left = to_pixels(left_);
+    const int right = to_pixels(left_ + width());
+    const QWidget* container = button_.parentWidget();
+    const int height = container != nullptr ? container->height() : button_.sizeHint().height();
+    button_.setGeometry(left, 0, right - left, height);
 }
 
 } // namespace cuedrill::platform::qt

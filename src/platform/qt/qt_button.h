@@ -32,8 +32,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
-    std::optional<int> m_asked_width;
-    std::optional<quint64> m_last_of_several; ///< when the button of the mouse last went down in such a row
+    std::optional<int> asked_width_;
+    std::optional<quint64> last_of_several_; ///< when the button of the mouse last went down in such a row
 };
 
 class QtButton final : public QtHelpfulControl<Button> {
@@ -55,7 +55,7 @@ public:
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
 
-    [[nodiscard]] PressButton& widget() { return m_button; }
+    [[nodiscard]] PressButton& widget() { return button_; }
 
 private:
     QtButton(const char* name, QtActionGate& gate, Kind kind, PressButton& button);
@@ -65,14 +65,14 @@ private:
     void mouse_went_down(Qt::MouseButton button);
     void mouse_came_up(Qt::MouseButton button);
 
-    PressButton& m_button;
-    QtActionGate& m_gate;
-    Kind m_kind;
-    std::string m_caption;
-    bool m_access_letter_shown = true;
-    common::Twips m_left = 0;
-    std::optional<common::Twips> m_width;
-    Qt::MouseButtons m_down;
+    PressButton& button_;
+    QtActionGate& gate_;
+    Kind kind_;
+    std::string caption_;
+    bool access_letter_shown_ = true;
+    common::Twips left_ = 0;
+    std::optional<common::Twips> width_;
+    Qt::MouseButtons down_;
 };
 
 } // namespace cuedrill::platform::qt

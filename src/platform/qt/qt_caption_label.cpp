@@ -18,7 +18,7 @@ constexpr int widest_hint_in_characters = 28;
 
 } // namespace
 
-CaptionLabel::CaptionLabel(Tone tone) : m_tone(tone)
+CaptionLabel::CaptionLabel(Tone tone) : tone_(tone)
 {
     setTextFormat(Qt::PlainText);
     setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -58,7 +58,7 @@ void CaptionLabel::paintEvent(QPaintEvent* /*event*/)
         area.adjust(padding, 0, -padding, 0);
         painter.setPen(palette().color(QPalette::WindowText));
     } else {
-        const bool quiet = m_tone == Tone::quiet || !isEnabled();
+        const bool quiet = tone_ == Tone::quiet || !isEnabled();
         painter.setPen(quiet ? quiet_text(palette()) : palette().color(QPalette::WindowText));
     }
     painter.drawText(area, static_cast<int>(alignment()) | Qt::TextSingleLine, shown_text());

@@ -26,7 +26,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    Tone m_tone;
+    Tone tone_;
 };
 
 } // namespace cuedrill::platform::qt

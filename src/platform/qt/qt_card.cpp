@@ -15,7 +15,7 @@ void Card::surround(QWidget& content)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(inset, inset, inset, inset);
     layout->addWidget(&content);
-    m_content = &content;
+    content_ = &content;
     content.installEventFilter(this);
 }
 
@@ -43,11 +43,11 @@ void Card::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const bool focused = m_content != nullptr && m_content->hasFocus();
+    const bool focused = content_ != nullptr && content_->hasFocus();
     const double line = focused ? 2.0 : 1.0;
     painter.setPen(QPen(focused ? palette().color(QPalette::Highlight) : hairline(palette()), line));
-    if (m_content != nullptr)
-        painter.setBrush(m_content->palette().color(QPalette::Base));
+    if (content_ != nullptr)
+        painter.setBrush(content_->palette().color(QPalette::Base));
     else
         painter.setBrush(blend(palette().color(QPalette::Window), palette().color(QPalette::Base), 0.5));
     const double half = line / 2.0;

@@ -19,7 +19,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QWidget* m_content = nullptr;
+    QWidget* content_ = nullptr;
 };
 
 } // namespace cuedrill::platform::qt

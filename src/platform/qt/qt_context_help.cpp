@@ -28,7 +28,7 @@ void offer_help(QWidget& widget, Ask ask)
 }
 
 QtContextHelp::QtContextHelp(QWidget& window, QtActionGate& gate, std::function<void()> general)
-    : m_window(window), m_gate(gate), m_general(std::move(general))
+    : window_(window), gate_(gate), general_(std::move(general))
 {
     // Only here the events of disabled widgets can be seen.
     QCoreApplication::instance()->installEventFilter(this);
@@ -57,15 +57,15 @@ bool QtContextHelp::eventFilter(QObject* watched, QEvent* event)
 /// there: on the way to a widget the toolkit already moves the focus. Events made by a program come to the widget only.
 QWidget* QtContextHelp::aimed_at(QObject& watched, const QMouseEvent& event) const
 {
-    if (&watched == m_window.windowHandle())
-        return m_window.childAt(event.position().toPoint());
+    if (&watched == window_.windowHandle())
+        return window_.childAt(event.position().toPoint());
     return qobject_cast<QWidget*>(&watched);
 }
 
 /// `widget`, or the nearest widget around it, that offers help; none when there is none.
 QWidget* QtContextHelp::helpful(QWidget* widget) const
 {
-    if (widget == nullptr || widget->window() != &m_window)
+    if (widget == nullptr || widget->window() != &window_)
         return nullptr;
     while (widget != nullptr && !offers_help(*widget))
         widget = widget->parentWidget();
@@ -74,7 +74,7 @@ QWidget* QtContextHelp::helpful(QWidget* widget) const
 
 void QtContextHelp::ask(const QWidget& widget)
 {
-    m_gate.run(widget.property(help).value<Ask>());
+    gate_.run(widget.property(help).value<Ask>());
 }
 
 bool QtContextHelp::filter_mouse(QObject& watched, const QMouseEvent& event)
@@ -86,18 +86,18 @@ bool QtContextHelp::filter_mouse(QObject& watched, const QMouseEvent& event)
     // A click beside an open menu closes the menu and no more.
     const bool asks = event.modifiers().testFlag(Qt::ShiftModifier) && QApplication::activePopupWidget() == nullptr;
     QWidget* const widget = asks ? helpful(aimed_at(watched, event)) : nullptr;
-    m_pressed = widget != nullptr;
+    pressed_ = widget != nullptr;
     // At the window's handle the second press of a double click comes as a press and then as a double click.
-    m_asked = event.type() == QEvent::MouseButtonPress ? widget : nullptr;
-    return m_pressed;
+    asked_ = event.type() == QEvent::MouseButtonPress ? widget : nullptr;
+    return pressed_;
 }
 
 /// Asks only now, because a box that opens while the button is down takes the release away.
 bool QtContextHelp::filter_release(QObject& watched, const QMouseEvent& event)
 {
-    if (!std::exchange(m_pressed, false))
+    if (!std::exchange(pressed_, false))
         return false;
-    const QPointer<QWidget> asked = std::exchange(m_asked, nullptr);
+    const QPointer<QWidget> asked = std::exchange(asked_, nullptr);
     if (asked != nullptr && helpful(aimed_at(watched, event)) == asked)
         ask(*asked);
     return true;
@@ -105,15 +105,15 @@ bool QtContextHelp::filter_release(QObject& watched, const QMouseEvent& event)
 
 bool QtContextHelp::filter_key(const QObject& watched, const QKeyEvent& event)
 {
-    const QWidget* const focus = m_window.focusWidget() != nullptr ? m_window.focusWidget() : &m_window;
+    const QWidget* const focus = window_.focusWidget() != nullptr ? window_.focusWidget() : &window_;
     if (event.key() != Qt::Key_F1 || event.modifiers() != Qt::NoModifier || &watched != focus)
         return false;
     if (event.isAutoRepeat())
         return true;
-    if (const QWidget* const widget = helpful(m_window.focusWidget()))
+    if (const QWidget* const widget = helpful(window_.focusWidget()))
         ask(*widget);
     else
-        m_gate.run(m_general);
+        gate_.run(general_);
     return true;
 }
 
@@ -122,21 +122,21 @@ bool QtContextHelp::filter_key(const QObject& watched, const QKeyEvent& event)
 void QtContextHelp::note_pointer(QObject& watched, QEvent::Type type)
 {
     auto* const widget = qobject_cast<QWidget*>(&watched);
-    if (widget == nullptr || widget->window() != &m_window || !offers_help(*widget))
+    if (widget == nullptr || widget->window() != &window_ || !offers_help(*widget))
         return;
     if (type == QEvent::Enter)
-        m_pointed = widget;
+        pointed_ = widget;
     else if (type == QEvent::Leave)
-        m_pointed.clear();
-    if (m_pointed != nullptr)
+        pointed_.clear();
+    if (pointed_ != nullptr)
         QMetaObject::invokeMethod(
             this, [this] { show_pointer(); }, Qt::QueuedConnection);
 }
 
 void QtContextHelp::show_pointer()
 {
-    if (m_pointed != nullptr && m_window.windowHandle() != nullptr)
-        m_window.windowHandle()->setCursor(Qt::UpArrowCursor);
+    if (pointed_ != nullptr && window_.windowHandle() != nullptr)
+        window_.windowHandle()->setCursor(Qt::UpArrowCursor);
 }
 
 } // namespace cuedrill::platform::qt

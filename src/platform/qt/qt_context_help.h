@@ -36,25 +36,25 @@ private:
     void note_pointer(QObject& watched, QEvent::Type type);
     void show_pointer();
 
-    QWidget& m_window;
-    QtActionGate& m_gate;
-    std::function<void()> m_general;
-    bool m_pressed = false;        ///< the left button went down for help and is not up yet
-    QPointer<QWidget> m_asked{};   ///< the widget on which it went down; none for the second press of a double click
-    QPointer<QWidget> m_pointed{}; ///< the widget with help over which the pointer stands
+    QWidget& window_;
+    QtActionGate& gate_;
+    std::function<void()> general_;
+    bool pressed_ = false;        ///< the left button went down for help and is not up yet
+    QPointer<QWidget> asked_{};   ///< the widget on which it went down; none for the second press of a double click
+    QPointer<QWidget> pointed_{}; ///< the widget with help over which the pointer stands
 };
 
 /// What the adapters of all controls that can tell what they are for have in common.
 template <typename Interface>
 class QtHelpfulControl : public QtControl<Interface> {
 public:
-    void offer_help(std::function<void()> ask) override { qt::offer_help(m_widget, std::move(ask)); }
+    void offer_help(std::function<void()> ask) override { qt::offer_help(widget_, std::move(ask)); }
 
 protected:
-    QtHelpfulControl(QWidget& widget, const char* name) : QtControl<Interface>(widget, name), m_widget(widget) {}
+    QtHelpfulControl(QWidget& widget, const char* name) : QtControl<Interface>(widget, name), widget_(widget) {}
 
 private:
-    QWidget& m_widget;
+    QWidget& widget_;
 };
 
 } // namespace cuedrill::platform::qt

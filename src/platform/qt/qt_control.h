@@ -15,34 +15,34 @@ class QtControl : public Interface {
 public:
     void set_visible(bool visible) override
     {
-        m_visible = visible;
-        m_base.setVisible(visible);
+        visible_ = visible;
+        base_.setVisible(visible);
     }
 
-    [[nodiscard]] bool visible() const override { return m_visible; }
+    [[nodiscard]] bool visible() const override { return visible_; }
 
     void set_enabled(bool enabled) override
     {
-        m_enabled = enabled;
-        m_base.setEnabled(enabled);
+        enabled_ = enabled;
+        base_.setEnabled(enabled);
     }
 
-    [[nodiscard]] bool enabled() const override { return m_enabled; }
+    [[nodiscard]] bool enabled() const override { return enabled_; }
 
 protected:
-    QtControl(QWidget& widget, const char* name) : m_base(widget) { m_base.setObjectName(QString::fromLatin1(name)); }
+    QtControl(QWidget& widget, const char* name) : base_(widget) { base_.setObjectName(QString::fromLatin1(name)); }
 
     /// Whether the widget has the focus of its window, be that the active one or not.
     [[nodiscard]] bool holds_focus() const
     {
-        return m_base.isVisibleTo(m_base.window()) && m_base.window()->focusWidget() == &m_base;
+        return base_.isVisibleTo(base_.window()) && base_.window()->focusWidget() == &base_;
     }
 
 private:
-    QWidget& m_base;
+    QWidget& base_;
     // Kept here, because a widget answers for its parents too.
-    bool m_visible = true;
-    bool m_enabled = true;
+    bool visible_ = true;
+    bool enabled_ = true;
 };
 
 } // namespace cuedrill::platform::qt

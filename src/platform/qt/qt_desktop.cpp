@@ -42,27 +42,27 @@ public:
 /// Cuts a text after so many code points. A line edit's own limit counts characters beyond U+FFFF twice.
 class LongestText : public QValidator {
 public:
-    LongestText(QObject* parent, int longest) : QValidator(parent), m_longest(longest) {}
+    LongestText(QObject* parent, int longest) : QValidator(parent), longest_(longest) {}
 
     State validate(QString& text, int& caret) const override
     {
         const QList<uint> code_points = text.toUcs4();
-        if (code_points.size() > m_longest) {
-            text = QString::fromUcs4(reinterpret_cast<const char32_t*>(code_points.data()), m_longest);
+        if (code_points.size() > longest_) {
+            text = QString::fromUcs4(reinterpret_cast<const char32_t*>(code_points.data()), longest_);
             caret = std::min(caret, static_cast<int>(text.size()));
         }
         return Acceptable;
     }
 
 private:
-    int m_longest;
+    int longest_;
 };
 
 /// A message box that a letter does not answer. The toolkit takes a bare "y" for Yes, also where it was meant as the
 /// next letter of a text, when a box has come in between.
 class AnsweredBox : public QMessageBox {
 public:
-    AnsweredBox(QWidget* parent, bool must_be_answered) : QMessageBox(parent), m_must_be_answered(must_be_answered)
+    AnsweredBox(QWidget* parent, bool must_be_answered) : QMessageBox(parent), must_be_answered_(must_be_answered)
     {
         setWindowFlag(Qt::WindowCloseButtonHint, !must_be_answered);
     }
@@ -72,7 +72,7 @@ protected:
     {
         const bool letter = event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::ShiftModifier;
         if ((letter && !event->text().isEmpty() && event->text().front().isLetter()) ||
-            (m_must_be_answered && event->key() == Qt::Key_Escape)) {
+            (must_be_answered_ && event->key() == Qt::Key_Escape)) {
             event->accept();
             return;
         }
@@ -81,14 +81,14 @@ protected:
 
     void closeEvent(QCloseEvent* event) override
     {
-        if (m_must_be_answered)
+        if (must_be_answered_)
             event->ignore();
         else
             QMessageBox::closeEvent(event);
     }
 
 private:
-    bool m_must_be_answered;
+    bool must_be_answered_;
 };
 
 /// The window over which a box appears; null when none is shown.
@@ -293,7 +293,7 @@ ChosenFile QtDesktop::save_file_dialog(const FileDialog& dialog)
 QWidget* QtDesktop::file_dialog_parent() const
 {
     QWidget* const front = window_in_front();
-    return front != nullptr ? front : m_host.widget();
+    return front != nullptr ? front : host_.widget();
 }
 
 ChosenFile QtDesktop::choose_file(OneFileDialog& widget, const FileDialog& dialog)
@@ -332,10 +332,10 @@ void QtDesktop::set_pointer(Pointer pointer)
 {
     if (pointer == Pointer::busy) {
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        ++m_busy;
-    } else if (m_busy > 0) {
+        ++busy_;
+    } else if (busy_ > 0) {
         QGuiApplication::restoreOverrideCursor();
-        --m_busy;
+        --busy_;
     }
 }
 
@@ -350,7 +350,7 @@ int QtDesktop::run_modal(QDialog& dialog)
 
 void QtDesktop::throw_if_ending() const
 {
-    if (m_guard.ending())
+    if (guard_.ending())
         throw common::ProgramEnded{};
 }
 

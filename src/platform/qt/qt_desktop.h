@@ -14,7 +14,7 @@ class QtDialogHost;
 class QtDesktop final : public Desktop {
 public:
     /// @param host lends its place to the file dialog while no other window is shown.
-    QtDesktop(QtGuard& guard, const QtDialogHost& host) : m_guard(guard), m_host(host) {}
+    QtDesktop(QtGuard& guard, const QtDialogHost& host) : guard_(guard), host_(host) {}
 
     BoxAnswer message_box(const MessageBox& box) override;
     std::optional<std::string> input_box(const InputBox& box) override;
@@ -32,9 +32,9 @@ private:
     int run_modal(QDialog& dialog);
     void throw_if_ending() const;
 
-    QtGuard& m_guard;
-    const QtDialogHost& m_host;
-    int m_busy = 0;
+    QtGuard& guard_;
+    const QtDialogHost& host_;
+    int busy_ = 0;
 };
 
 } // namespace cuedrill::platform::qt

@@ -45,19 +45,19 @@ common::Twips QtDialogHost::least_width() const
 
 void QtDialogHost::load()
 {
-    if (m_window)
+    if (window_)
         return;
     const QSize screen = QApplication::primaryScreen()->size();
     const QSize size = least_size();
-    m_window = std::make_unique<QWidget>();
-    m_window->setObjectName(QStringLiteral("Form2"));
-    m_window->setGeometry((screen.width() - size.width()) / 2, (screen.height() - size.height()) / 2, size.width(),
-                          size.height());
+    window_ = std::make_unique<QWidget>();
+    window_->setObjectName(QStringLiteral("Form2"));
+    window_->setGeometry((screen.width() - size.width()) / 2, (screen.height() - size.height()) / 2, size.width(),
+                         size.height());
 }
 
 void QtDialogHost::unload()
 {
-    m_window.reset();
+    window_.reset();
 }
 
 } // namespace cuedrill::platform::qt

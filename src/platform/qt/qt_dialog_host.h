@@ -20,10 +20,10 @@ public:
     void unload() override;
 
     /// The loaded window; null while it is not loaded.
-    [[nodiscard]] QWidget* widget() const { return m_window.get(); }
+    [[nodiscard]] QWidget* widget() const { return window_.get(); }
 
 private:
-    std::unique_ptr<QWidget> m_window;
+    std::unique_ptr<QWidget> window_;
 };
 
 } // namespace cuedrill::platform::qt

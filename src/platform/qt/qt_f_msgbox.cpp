@@ -5,19 +5,19 @@
 namespace cuedrill::platform::qt {
 
 QtFMsgbox::QtFMsgbox(QtGuard& guard, QWidget& main_window)
-    : m_window("f_msgbox", guard, main_window), m_text("Text1", m_window.gate(), m_window.key_filter()),
-      m_ok("b_ok", m_window.gate()), m_size_grip(*new QSizeGrip(&m_window.widget())), m_grip("pic_adjust", m_size_grip)
+    : window_("f_msgbox", guard, main_window), text_("Text1", window_.gate(), window_.key_filter()),
+      ok_("b_ok", window_.gate()), size_grip_(*new QSizeGrip(&window_.widget())), grip_("pic_adjust", size_grip_)
 {
-    QPlainTextEdit& text = m_text.widget();
+    QPlainTextEdit& text = text_.widget();
     text.setLineWrapMode(QPlainTextEdit::NoWrap);
     text.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     text.setFrameShape(QFrame::StyledPanel);
-    m_text.set_locked(true);
-    m_window.add(m_text, text);
-    m_window.add(m_ok, m_ok.widget());
-    m_size_grip.setAccessibleName(QStringLiteral("Size of the window"));
-    m_window.add(m_grip, m_size_grip);
-    m_size_grip.raise();
+    text_.set_locked(true);
+    window_.add(text_, text);
+    window_.add(ok_, ok_.widget());
+    size_grip_.setAccessibleName(QStringLiteral("Size of the window"));
+    window_.add(grip_, size_grip_);
+    size_grip_.raise();
 }
 
 } // namespace cuedrill::platform::qt

@@ -17,9 +17,9 @@ public:
     QtFMsgbox(const QtFMsgbox&) = delete;
     QtFMsgbox& operator=(const QtFMsgbox&) = delete;
 
-    [[nodiscard]] FMsgbox& controls() { return m_f_msgbox; }
+    [[nodiscard]] FMsgbox& controls() { return f_msgbox_; }
 
-    [[nodiscard]] QWidget& widget() { return m_window.widget(); }
+    [[nodiscard]] QWidget& widget() { return window_.widget(); }
 
 private:
     class Grip final : public QtControl<Control> {
@@ -27,12 +27,12 @@ private:
         Grip(const char* name, QWidget& widget) : QtControl(widget, name) {}
     };
 
-    QtMessageWindow m_window;
-    QtTextBox m_text;
-    QtButton m_ok;
-    QSizeGrip& m_size_grip;
-    Grip m_grip;
-    FMsgbox m_f_msgbox{m_window, m_text, m_ok, m_grip};
+    QtMessageWindow window_;
+    QtTextBox text_;
+    QtButton ok_;
+    QSizeGrip& size_grip_;
+    Grip grip_;
+    FMsgbox f_msgbox_{window_, text_, ok_, grip_};
 };
 
 } // namespace cuedrill::platform::qt

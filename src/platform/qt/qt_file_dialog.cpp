@@ -67,7 +67,7 @@ QString OneFileDialog::path_of(const QString& name) const
 
 void OneFileDialog::accept()
 {
-    m_quoted_path.clear();
+    quoted_path_.clear();
     const QString name = typed_name();
     if (!has_quotes(name)) {
         QFileDialog::accept();
@@ -81,7 +81,7 @@ void OneFileDialog::accept()
     }
     if (!may_replace(path))
         return;
-    m_quoted_path = path;
+    quoted_path_ = path;
     QDialog::accept();
 }
 
@@ -97,8 +97,8 @@ bool OneFileDialog::may_replace(const QString& path)
 
 QString OneFileDialog::chosen_path() const
 {
-    if (!m_quoted_path.isEmpty())
-        return m_quoted_path;
+    if (!quoted_path_.isEmpty())
+        return quoted_path_;
     const QStringList files = selectedFiles();
     return files.isEmpty() ? QString() : files.front();
 }

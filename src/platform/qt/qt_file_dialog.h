@@ -23,7 +23,7 @@ private:
     [[nodiscard]] QString path_of(const QString& name) const;
     [[nodiscard]] bool may_replace(const QString& path);
 
-    QString m_quoted_path; ///< of a name with quotes
+    QString quoted_path_; ///< of a name with quotes
 };
 
 } // namespace cuedrill::platform::qt

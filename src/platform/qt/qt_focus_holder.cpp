@@ -4,18 +4,18 @@
 
 namespace cuedrill::platform::qt {
 
-QtFocusHolder::QtFocusHolder(const char* name) : m_widget(*new QWidget)
+QtFocusHolder::QtFocusHolder(const char* name) : widget_(*new QWidget)
 {
-    m_widget.setObjectName(QString::fromLatin1(name));
-    m_widget.resize(0, 0);
-    m_widget.setFocusPolicy(Qt::NoFocus);
+    widget_.setObjectName(QString::fromLatin1(name));
+    widget_.resize(0, 0);
+    widget_.setFocusPolicy(Qt::NoFocus);
     // Assistive technology tells where the focus is, also here.
-    m_widget.setAccessibleName(QStringLiteral("Commands"));
+    widget_.setAccessibleName(QStringLiteral("Commands"));
 }
 
 void QtFocusHolder::set_focus()
 {
-    m_widget.setFocus(Qt::OtherFocusReason);
+    widget_.setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace cuedrill::platform::qt

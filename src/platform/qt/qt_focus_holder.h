@@ -13,10 +13,10 @@ public:
 
     void set_focus() override;
 
-    [[nodiscard]] QWidget& widget() { return m_widget; }
+    [[nodiscard]] QWidget& widget() { return widget_; }
 
 private:
-    QWidget& m_widget;
+    QWidget& widget_;
 };
 
 } // namespace cuedrill::platform::qt

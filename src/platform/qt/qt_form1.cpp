@@ -82,7 +82,7 @@ QtButton QtForm1Controls::toolbar_button(const char* name)
 }
 
 QtForm1::QtForm1(QtGuard& guard, QtWindowState state)
-    : m_controls(std::make_unique<QtForm1Controls>(guard, std::move(state))), m_form1(interfaces_of(*m_controls))
+    : controls_(std::make_unique<QtForm1Controls>(guard, std::move(state))), form1_(interfaces_of(*controls_))
 {
 }
 
@@ -90,17 +90,17 @@ QtForm1::~QtForm1() = default;
 
 Form1& QtForm1::controls()
 {
-    return m_form1;
+    return form1_;
 }
 
 QMainWindow& QtForm1::widget()
 {
-    return m_controls->window.widget();
+    return controls_->window.widget();
 }
 
 void QtForm1::save_picture(const std::string& path)
 {
-    if (!m_controls->window.widget().grab().save(to_qt(path)))
+    if (!controls_->window.widget().grab().save(to_qt(path)))
         throw common::Error(path + ": the picture cannot be written");
 }
 

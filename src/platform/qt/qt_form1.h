@@ -32,8 +32,8 @@ public:
     void save_picture(const std::string& path);
 
 private:
-    std::unique_ptr<QtForm1Controls> m_controls;
-    Form1 m_form1;
+    std::unique_ptr<QtForm1Controls> controls_;
+    Form1 form1_;
 };
 
 } // namespace cuedrill::platform::qt

@@ -208,7 +208,7 @@ QBoxLayout* dialog_line(QtForm1Controls& c)
 /// Shares the height between the two boxes and the list while that is shown: it is there to be looked through.
 class RoomForList : public QObject {
 public:
-    RoomForList(QWidget& list, QBoxLayout& lines, QLayout& place) : QObject(&list), m_lines(lines), m_place(place)
+    RoomForList(QWidget& list, QBoxLayout& lines, QLayout& place) : QObject(&list), lines_(lines), place_(place)
     {
         list.installEventFilter(this);
     }
@@ -216,13 +216,13 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
-            m_lines.setStretchFactor(&m_place, event->type() == QEvent::ShowToParent ? 1 : 0);
+            lines_.setStretchFactor(&place_, event->type() == QEvent::ShowToParent ? 1 : 0);
         return QObject::eventFilter(watched, event);
     }
 
 private:
-    QBoxLayout& m_lines;
-    QLayout& m_place;
+    QBoxLayout& lines_;
+    QLayout& place_;
 };
 
 } // namespace

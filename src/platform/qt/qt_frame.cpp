@@ -5,7 +5,7 @@
 namespace cuedrill::platform::qt {
 
 QtFrame::QtFrame(const char* name, QWidget& widget, QtGuard& guard)
-    : QtControl(widget, name), m_frame(widget), m_watcher(widget, [this, &guard](QEvent::Type event) {
+    : QtControl(widget, name), frame_(widget), watcher_(widget, [this, &guard](QEvent::Type event) {
           if (event == QEvent::Resize)
               guard.run(on_resize);
       })
@@ -14,7 +14,7 @@ QtFrame::QtFrame(const char* name, QWidget& widget, QtGuard& guard)
 
 common::Twips QtFrame::width() const
 {
-    return to_twips(m_frame.width());
+    return to_twips(frame_.width());
 }
 
 } // namespace cuedrill::platform::qt

@@ -12,11 +12,11 @@ public:
 
     [[nodiscard]] common::Twips width() const override;
 
-    [[nodiscard]] QWidget& widget() { return m_frame; }
+    [[nodiscard]] QWidget& widget() { return frame_; }
 
 private:
-    QWidget& m_frame;
-    EventWatcher m_watcher;
+    QWidget& frame_;
+    EventWatcher watcher_;
 };
 
 } // namespace cuedrill::platform::qt

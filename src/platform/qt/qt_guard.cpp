@@ -11,7 +11,7 @@ namespace cuedrill::platform::qt {
 
 void QtGuard::run(const std::function<void()>& handler) noexcept
 {
-    if (m_ending || !handler)
+    if (ending_ || !handler)
         return;
     try {
         handler();
@@ -26,18 +26,18 @@ void QtGuard::run(const std::function<void()>& handler) noexcept
 
 void QtGuard::end() noexcept
 {
-    m_ending = true;
+    ending_ = true;
     QCoreApplication::exit(0);
 }
 
 void QtGuard::report(const std::exception& error) noexcept
 {
     // While one error is on display, further ones (a timer that fails again with every tick) must not pile up boxes.
-    if (m_reporting || !on_error) {
+    if (reporting_ || !on_error) {
         std::fprintf(stderr, "cuedrill: %s\n", error.what());
         return;
     }
-    m_reporting = true;
+    reporting_ = true;
     try {
         on_error(error);
     } catch (const common::ProgramEnded&) {
@@ -47,17 +47,17 @@ void QtGuard::report(const std::exception& error) noexcept
     } catch (...) {
         std::fprintf(stderr, "cuedrill: unknown error (while reporting: %s)\n", error.what());
     }
-    m_reporting = false;
+    reporting_ = false;
 }
 
 bool QtActionGate::run(const std::function<void()>& action) noexcept
 {
     const QWidget* modal = QApplication::activeModalWidget();
-    if (m_running || (modal != nullptr && modal != &m_window))
+    if (running_ || (modal != nullptr && modal != &window_))
         return false;
-    m_running = true;
-    m_guard.run(action);
-    m_running = false;
+    running_ = true;
+    guard_.run(action);
+    running_ = false;
     return true;
 }
 

@@ -23,7 +23,7 @@ public:
     void end() noexcept;
 
     /// Whether the program is ending. Who builds on a modal loop or on the pump asks this when it returns.
-    [[nodiscard]] bool ending() const { return m_ending; }
+    [[nodiscard]] bool ending() const { return ending_; }
 
     /// Tells the user about an error that nobody expected. It may show boxes and may itself throw.
     std::function<void(const std::exception&)> on_error;
@@ -31,8 +31,8 @@ public:
 private:
     void report(const std::exception& error) noexcept;
 
-    bool m_ending = false;
-    bool m_reporting = false;
+    bool ending_ = false;
+    bool reporting_ = false;
 };
 
 /// Lets one user action of a window run at a time: what arrives while another one is running, or while a modal box
@@ -40,18 +40,18 @@ private:
 /// through a channel of its own, which neither the event pump nor a modal box holds back.
 class QtActionGate {
 public:
-    QtActionGate(QtGuard& guard, const QWidget& window) : m_guard(guard), m_window(window) {}
+    QtActionGate(QtGuard& guard, const QWidget& window) : guard_(guard), window_(window) {}
 
     /// Runs `action` through the guard.
     /// @return false when it was dropped.
     bool run(const std::function<void()>& action) noexcept;
 
-    [[nodiscard]] QtGuard& guard() { return m_guard; }
+    [[nodiscard]] QtGuard& guard() { return guard_; }
 
 private:
-    QtGuard& m_guard;
-    const QWidget& m_window;
-    bool m_running = false;
+    QtGuard& guard_;
+    const QWidget& window_;
+    bool running_ = false;
 };
 
 } // namespace cuedrill::platform::qt

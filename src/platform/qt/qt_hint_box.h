@@ -22,13 +22,13 @@ public:
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
 
-    [[nodiscard]] HintEdit& widget() { return m_edit; }
+    [[nodiscard]] HintEdit& widget() { return edit_; }
 
 private:
     QtHintBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, HintEdit& edit);
 
-    HintEdit& m_edit;
-    std::string m_text;
+    HintEdit& edit_;
+    std::string text_;
 };
 
 } // namespace cuedrill::platform::qt

@@ -27,42 +27,42 @@ void PlaceholderCells::set_font(const QFont& font)
     own.setStyleStrategy(QFont::NoFontMerging);
     const QFontMetricsF metrics(own);
     const double missing = metrics.horizontalAdvance(QLatin1Char(' ')) - metrics.horizontalAdvance(placeholder);
-    m_format = QTextCharFormat();
-    m_format.setFontStyleStrategy(QFont::NoFontMerging);
-    m_format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
-    m_format.setFontLetterSpacing(missing);
-    m_format.setForeground(Qt::transparent);
+    format_ = QTextCharFormat();
+    format_.setFontStyleStrategy(QFont::NoFontMerging);
+    format_.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+    format_.setFontLetterSpacing(missing);
+    format_.setForeground(Qt::transparent);
     rehighlight();
 }
 
 void PlaceholderCells::highlightBlock(const QString& text)
 {
     for (qsizetype at = text.indexOf(placeholder); at >= 0; at = text.indexOf(placeholder, at + 1))
-        setFormat(static_cast<int>(at), 1, m_format);
+        setFormat(static_cast<int>(at), 1, format_);
 }
 
-HintEdit::HintEdit() : m_cells(*new PlaceholderCells(*document()))
+HintEdit::HintEdit() : cells_(*new PlaceholderCells(*document()))
 {
     set_up_text_area(*this);
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_cells.set_font(font());
-    connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { m_moved = true; });
+    cells_.set_font(font());
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { moved_ = true; });
 }
 
 void HintEdit::show_text(const QString& text)
 {
-    m_words.clear();
-    m_press.reset();
+    words_.clear();
+    press_.reset();
     setPlainText(text);
-    m_moved = false;
+    moved_ = false;
 }
 
 std::optional<int> HintEdit::caret() const
 {
-    if (!m_moved)
+    if (!moved_)
         return std::nullopt;
     return textCursor().selectionStart();
 }
@@ -71,14 +71,14 @@ void HintEdit::doSetTextCursor(const QTextCursor& cursor)
 {
     QPlainTextEdit::doSetTextCursor(cursor);
     // Assistive technology may put the caret where it already was, of which no signal tells.
-    m_moved = true;
+    moved_ = true;
 }
 
 void HintEdit::changeEvent(QEvent* event)
 {
     QPlainTextEdit::changeEvent(event);
     if (event->type() == QEvent::FontChange)
-        m_cells.set_font(font());
+        cells_.set_font(font());
 }
 
 void HintEdit::for_each_line(const std::function<void(const QTextBlock&, const QTextLine&, QPointF)>& told) const
@@ -158,13 +158,13 @@ void HintEdit::keyPressEvent(QKeyEvent* event)
 
 const HintEdit::Word* HintEdit::word_of_key(const QKeyEvent& event) const
 {
-    if (m_words.empty() || (event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+    if (words_.empty() || (event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
         return nullptr;
     switch (event.key()) {
     case Qt::Key_Home:
-        return &m_words.front();
+        return &words_.front();
     case Qt::Key_End:
-        return &m_words.back();
+        return &words_.back();
     case Qt::Key_Right:
     case Qt::Key_Down:
         return &next_word();
@@ -180,26 +180,26 @@ const HintEdit::Word& HintEdit::next_word() const
 {
     const int from = caret().value_or(-1);
     const auto next =
-        std::find_if(m_words.begin(), m_words.end(), [from](const Word& word) { return word.begin > from; });
-    return next == m_words.end() ? m_words.back() : *next;
+        std::find_if(words_.begin(), words_.end(), [from](const Word& word) { return word.begin > from; });
+    return next == words_.end() ? words_.back() : *next;
 }
 
 const HintEdit::Word& HintEdit::previous_word() const
 {
     const int from = caret().value_or(-1);
     const auto previous =
-        std::find_if(m_words.rbegin(), m_words.rend(), [from](const Word& word) { return word.end <= from; });
-    return previous == m_words.rend() ? m_words.front() : *previous;
+        std::find_if(words_.rbegin(), words_.rend(), [from](const Word& word) { return word.end <= from; });
+    return previous == words_.rend() ? words_.front() : *previous;
 }
 
 void HintEdit::mousePressEvent(QMouseEvent* event)
 {
-    m_press.reset();
+    press_.reset();
     if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier) {
         const std::optional<int> character = character_at(event->position());
         if (!character)
             return; // the caret stays where the user has put it
-        m_press = Press{*character, event->position()};
+        press_ = Press{*character, event->position()};
     }
     QPlainTextEdit::mousePressEvent(event);
 }
@@ -207,10 +207,10 @@ void HintEdit::mousePressEvent(QMouseEvent* event)
 void HintEdit::mouseReleaseEvent(QMouseEvent* event)
 {
     QPlainTextEdit::mouseReleaseEvent(event);
-    if (event->button() != Qt::LeftButton || !m_press)
+    if (event->button() != Qt::LeftButton || !press_)
         return;
-    const Press press = *m_press;
-    m_press.reset();
+    const Press press = *press_;
+    press_.reset();
     if ((event->position() - press.point).manhattanLength() >= QApplication::startDragDistance())
         return;
     QTextCursor cursor = textCursor();
@@ -222,7 +222,7 @@ void HintEdit::mouseReleaseEvent(QMouseEvent* event)
 
 void HintEdit::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    m_press.reset();
+    press_.reset();
     event->accept();
 }
 

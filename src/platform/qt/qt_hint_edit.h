@@ -22,7 +22,7 @@ protected:
     void highlightBlock(const QString& text) override;
 
 private:
-    QTextCharFormat m_format;
+    QTextCharFormat format_;
 };
 
 /// Shows text that cannot be changed, and draws placeholders in it. The cursor keys go from word to word. Positions are
@@ -38,7 +38,7 @@ public:
 
     void show_text(const QString& text);
     /// Lets the cursor keys go to these words, in order, until other text is shown; without any they move the caret.
-    void set_words(std::vector<Word> words) { m_words = std::move(words); }
+    void set_words(std::vector<Word> words) { words_ = std::move(words); }
     /// Where the caret stands, or a selection begins; nothing as long as nobody has moved the caret.
     [[nodiscard]] std::optional<int> caret() const;
 
@@ -72,10 +72,10 @@ private:
     [[nodiscard]] const Word& next_word() const;
     [[nodiscard]] const Word& previous_word() const;
 
-    PlaceholderCells& m_cells; // the document's
-    std::vector<Word> m_words;
-    std::optional<Press> m_press;
-    bool m_moved = false;
+    PlaceholderCells& cells_; // the document's
+    std::vector<Word> words_;
+    std::optional<Press> press_;
+    bool moved_ = false;
 };
 
 } // namespace cuedrill::platform::qt

@@ -121,21 +121,21 @@ bool swallows(const KeyHook& hook, const KeyPress& press, QtActionGate& gate)
     return swallowed;
 }
 
-QtKeyFilter::QtKeyFilter(QWidget& window, KeyHook hook) : m_window(window), m_hook(std::move(hook))
+QtKeyFilter::QtKeyFilter(QWidget& window, KeyHook hook) : window_(window), hook_(std::move(hook))
 {
-    m_clock.start();
+    clock_.start();
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 void QtKeyFilter::add_control(QWidget& control, KeyHook hook)
 {
-    m_controls.push_back({&control, std::move(hook)});
+    controls_.push_back({&control, std::move(hook)});
 }
 
 /// Gives the event the time at which the key went down or came up.
 void QtKeyFilter::settle_time(QKeyEvent& event)
 {
-    if (!m_times.lacks_time(event, m_clock.elapsed()))
+    if (!times_.lacks_time(event, clock_.elapsed()))
         return;
     // The filter that was installed last comes first, and so sees the next keys in time. Later, because the filters are
     // being called just now.
@@ -149,15 +149,15 @@ bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
     if (is_window && (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease))
         settle_time(static_cast<QKeyEvent&>(*event));
     if (event->type() == QEvent::KeyRelease)
-        m_memory.note_release(static_cast<QKeyEvent&>(*event));
+        memory_.note_release(static_cast<QKeyEvent&>(*event));
     const bool is_key = event->type() == QEvent::KeyPress;
     if (!is_key && event->type() != QEvent::InputMethod)
         return false;
     const QWidget* const station = first_station(*watched);
-    if (is_key && station != nullptr && m_memory.is_stray(*station, static_cast<QKeyEvent&>(*event)))
+    if (is_key && station != nullptr && memory_.is_stray(*station, static_cast<QKeyEvent&>(*event)))
         return true;
     // A key that a control leaves alone wanders up to its parents; the hook sees it only at its first station.
-    QWidget* focus = m_window.focusWidget() != nullptr ? m_window.focusWidget() : &m_window;
+    QWidget* focus = window_.focusWidget() != nullptr ? window_.focusWidget() : &window_;
     if (watched != focus || is_menu(*focus))
         return false;
     return is_key ? filter_key(*focus, static_cast<QKeyEvent&>(*event))
@@ -166,12 +166,12 @@ bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
 
 bool QtKeyFilter::is_swallowed(const QWidget& focus, const KeyPress& press) const
 {
-    if (m_hook(press))
+    if (hook_(press))
         return true;
     if (press.modifier != KeyModifier::none)
         return false;
     // The window's hook may have moved the focus; the key still belongs to the control at which it was aimed.
-    return std::any_of(m_controls.begin(), m_controls.end(),
+    return std::any_of(controls_.begin(), controls_.end(),
                        [&](const ControlHook& entry) { return entry.control == &focus && entry.hook(press); });
 }
 
@@ -180,7 +180,7 @@ bool QtKeyFilter::filter_key(QWidget& focus, const QKeyEvent& event)
     std::optional<KeyPress> press = to_key_press(event, focus.testAttribute(Qt::WA_InputMethodEnabled));
     if (!press)
         return false;
-    press->auto_repeat = m_memory.is_repeated(event);
+    press->auto_repeat = memory_.is_repeated(event);
     if (is_swallowed(focus, *press))
         return true;
     // A button by itself acts when Space is released, and would so take each release of a held key for the last one.

@@ -55,12 +55,12 @@ private:
         KeyHook hook;
     };
 
-    QWidget& m_window;
-    KeyHook m_hook;
-    std::vector<ControlHook> m_controls;
-    QElapsedTimer m_clock;
-    QtKeyTimes m_times;
-    QtKeyMemory m_memory{[this] { return m_clock.elapsed(); }};
+    QWidget& window_;
+    KeyHook hook_;
+    std::vector<ControlHook> controls_;
+    QElapsedTimer clock_;
+    QtKeyTimes times_;
+    QtKeyMemory memory_{[this] { return clock_.elapsed(); }};
 };
 
 } // namespace cuedrill::platform::qt

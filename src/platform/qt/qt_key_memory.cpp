@@ -36,20 +36,20 @@ bool acts_at_once(int key)
 
 } // namespace
 
-QtKeyMemory::QtKeyMemory(std::function<qint64()> clock) : m_clock(std::move(clock))
+QtKeyMemory::QtKeyMemory(std::function<qint64()> clock) : clock_(std::move(clock))
 {
 }
 
 /// When the event was made; of one that has no time, when it arrives.
 qint64 QtKeyMemory::moment(const QKeyEvent& event) const
 {
-    return event.timestamp() != 0 ? static_cast<qint64>(event.timestamp()) : m_clock();
+    return event.timestamp() != 0 ? static_cast<qint64>(event.timestamp()) : clock_();
 }
 
 void QtKeyMemory::note_release(const QKeyEvent& event)
 {
-    m_released_key = event.nativeScanCode();
-    m_released_at = moment(event);
+    released_key_ = event.nativeScanCode();
+    released_at_ = moment(event);
 }
 
 /// Under X11 a held key comes as releases and presses in turn, and the toolkit does not always see that they belong
@@ -58,28 +58,28 @@ bool QtKeyMemory::is_repeated(const QKeyEvent& event) const
 {
     if (event.isAutoRepeat())
         return true;
-    return event.nativeScanCode() != 0 && event.nativeScanCode() == m_released_key &&
-           is_within(repetition, m_released_at, moment(event));
+    return event.nativeScanCode() != 0 && event.nativeScanCode() == released_key_ &&
+           is_within(repetition, released_at_, moment(event));
 }
 
 bool QtKeyMemory::is_stray(const QWidget& widget, const QKeyEvent& event)
 {
-    const bool elsewhere = m_pressed_in != nullptr && m_pressed_in != &widget;
+    const bool elsewhere = pressed_in_ != nullptr && pressed_in_ != &widget;
     if (is_repeated(event))
         return elsewhere;
     const qint64 now = moment(event);
     const bool box = widget.window()->isModal();
-    const bool out_of_box = m_pressed_in_box && !box && is_enter(event.key());
-    const bool soon = is_within((out_of_box ? chatter : bounce) - 1, m_pressed_at, now);
+    const bool out_of_box = pressed_in_box_ && !box && is_enter(event.key());
+    const bool soon = is_within((out_of_box ? chatter : bounce) - 1, pressed_at_, now);
     const bool typing = widget.testAttribute(Qt::WA_InputMethodEnabled);
-    const bool again = soon && event.key() == m_pressed_key && acts_at_once(event.key()) && (elsewhere || !typing);
-    m_pressed_at = now;
+    const bool again = soon && event.key() == pressed_key_ && acts_at_once(event.key()) && (elsewhere || !typing);
+    pressed_at_ = now;
     // A press that does nothing leaves the focus where the one before it was made.
     if (again)
         return true;
-    m_pressed_in = &widget;
-    m_pressed_in_box = box;
-    m_pressed_key = event.key();
+    pressed_in_ = &widget;
+    pressed_in_box_ = box;
+    pressed_key_ = event.key();
     return false;
 }
 

@@ -30,13 +30,13 @@ public:
 private:
     [[nodiscard]] qint64 moment(const QKeyEvent& event) const;
 
-    std::function<qint64()> m_clock;
-    const QWidget* m_pressed_in = nullptr; ///< only compared
-    bool m_pressed_in_box = false;
-    int m_pressed_key = 0;
-    qint64 m_pressed_at = 0; ///< milliseconds
-    quint32 m_released_key = 0;
-    qint64 m_released_at = 0;
+    std::function<qint64()> clock_;
+    const QWidget* pressed_in_ = nullptr; ///< only compared
+    bool pressed_in_box_ = false;
+    int pressed_key_ = 0;
+    qint64 pressed_at_ = 0; ///< milliseconds
+    quint32 released_key_ = 0;
+    qint64 released_at_ = 0;
 };
 
 } // namespace cuedrill::platform::qt

@@ -19,21 +19,21 @@ QtKeyTimes::Key QtKeyTimes::key_of(const QKeyEvent& event)
 
 bool QtKeyTimes::lacks_time(QKeyEvent& event, qint64 now)
 {
-    while (!m_originals.empty() && now - m_originals.front().seen > longest_wait)
-        m_originals.pop_front();
+    while (!originals_.empty() && now - originals_.front().seen > longest_wait)
+        originals_.pop_front();
     if (event.timestamp() != 0) {
         // Copies do not come from the system; one that has its time was seen by the filter of another window.
         if (event.spontaneous())
-            m_originals.push_back({key_of(event), event.timestamp(), now});
+            originals_.push_back({key_of(event), event.timestamp(), now});
         return false;
     }
-    const auto found = std::find_if(m_originals.begin(), m_originals.end(),
+    const auto found = std::find_if(originals_.begin(), originals_.end(),
                                     [&](const Original& original) { return original.key == key_of(event); });
-    if (found == m_originals.end())
+    if (found == originals_.end())
         return true;
     event.setTimestamp(found->at);
     // Copies come in the order of their originals; those before it have none.
-    m_originals.erase(m_originals.begin(), found + 1);
+    originals_.erase(originals_.begin(), found + 1);
     return false;
 }
 

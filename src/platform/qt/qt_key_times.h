@@ -33,7 +33,7 @@ private:
 
     static Key key_of(const QKeyEvent& event);
 
-    std::deque<Original> m_originals; ///< the oldest one first
+    std::deque<Original> originals_; ///< the oldest one first
 };
 
 } // namespace cuedrill::platform::qt

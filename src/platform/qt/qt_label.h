@@ -31,16 +31,16 @@ public:
     void set_bold(bool bold) override;
     void set_alignment(Alignment alignment) override;
 
-    [[nodiscard]] CaptionLabel& widget() { return m_label; }
+    [[nodiscard]] CaptionLabel& widget() { return label_; }
 
 private:
     QtLabel(const char* name, Kind kind, Announced announced, std::function<void(QLabel&)> tell, CaptionLabel& label);
 
-    CaptionLabel& m_label;
-    bool m_announced;
-    std::function<void(QLabel&)> m_tell;
-    int m_regular_weight;
-    std::string m_caption;
+    CaptionLabel& label_;
+    bool announced_;
+    std::function<void(QLabel&)> tell_;
+    int regular_weight_;
+    std::string caption_;
 };
 
 } // namespace cuedrill::platform::qt

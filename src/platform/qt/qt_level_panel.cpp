@@ -26,19 +26,19 @@ LevelRow::LevelRow()
 
 void LevelRow::set_caption(const QString& caption)
 {
-    m_caption = caption;
+    caption_ = caption;
     update();
 }
 
 void LevelRow::set_share(double share)
 {
-    m_share = share;
+    share_ = share;
     update();
 }
 
 void LevelRow::set_marked(bool marked)
 {
-    m_marked = marked;
+    marked_ = marked;
     update();
 }
 
@@ -63,7 +63,7 @@ void LevelRow::paintEvent(QPaintEvent* /*event*/)
     }
 
     QFont row_font = font();
-    row_font.setBold(m_marked);
+    row_font.setBold(marked_);
     painter.setFont(row_font);
     painter.setPen(palette().color(QPalette::WindowText));
 
@@ -73,14 +73,14 @@ void LevelRow::paintEvent(QPaintEvent* /*event*/)
     const QRect caption(mark.right() + 1, area.top(), character * caption_characters, area.height());
     const QRect count(area.right() - character * count_characters, area.top(), character * count_characters,
                       area.height());
-    if (m_marked) {
+    if (marked_) {
         const QPointF middle(mark.left(), mark.center().y() + 0.5);
         painter.setBrush(painter.pen().color());
         painter.drawPolygon(QPolygonF{middle + QPointF(0, -4), middle + QPointF(5, 0), middle + QPointF(0, 4)});
     }
     const QFontMetrics metrics(row_font);
     painter.drawText(caption, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     metrics.elidedText(m_caption, Qt::ElideRight, caption.width()));
+                     metrics.elidedText(caption_, Qt::ElideRight, caption.width()));
     painter.drawText(count, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text());
     paint_bar(painter, QRect(caption.right() + padding, area.top(), count.left() - caption.right() - 2 * padding,
                              area.height()));
@@ -93,12 +93,12 @@ void LevelRow::paint_bar(QPainter& painter, const QRect& area) const
     painter.setPen(Qt::NoPen);
     painter.setBrush(blend(ground, palette().color(QPalette::WindowText), 0.13));
     painter.drawRoundedRect(bar, bar_height / 2, bar_height / 2);
-    if (m_share <= 0.0)
+    if (share_ <= 0.0)
         return;
 
     // The filled part keeps the round end of the whole bar at the left, however short it is.
     painter.save();
-    painter.setClipRect(QRectF(bar.left(), bar.top(), std::max(bar.width() * m_share, thinnest_bar), bar.height()));
+    painter.setClipRect(QRectF(bar.left(), bar.top(), std::max(bar.width() * share_, thinnest_bar), bar.height()));
     painter.setBrush(palette().color(QPalette::Highlight));
     painter.drawRoundedRect(bar, bar_height / 2, bar_height / 2);
     painter.restore();
@@ -108,35 +108,35 @@ QtLevelPanel::QtLevelPanel(const char* name) : QtLevelPanel(name, *new LevelRow)
 {
 }
 
-QtLevelPanel::QtLevelPanel(const char* name, LevelRow& row) : QtHelpfulControl(row, name), m_row(row)
+QtLevelPanel::QtLevelPanel(const char* name, LevelRow& row) : QtHelpfulControl(row, name), row_(row)
 {
 }
 
 void QtLevelPanel::set_caption(std::string_view text)
 {
-    m_row.set_caption(to_qt(text));
+    row_.set_caption(to_qt(text));
 }
 
 void QtLevelPanel::set_description(std::string_view text)
 {
-    m_row.setAccessibleDescription(to_qt(text));
+    row_.setAccessibleDescription(to_qt(text));
 }
 
 void QtLevelPanel::set_count(std::int64_t count, std::int64_t total)
 {
     const double share = total > 0 ? static_cast<double>(count) / static_cast<double>(total) : 0.0;
-    m_row.set_share(std::clamp(share, 0.0, 1.0));
-    m_row.setText(QString::number(count));
+    row_.set_share(std::clamp(share, 0.0, 1.0));
+    row_.setText(QString::number(count));
 }
 
 void QtLevelPanel::set_background(std::optional<common::Colour> colour)
 {
-    set_fixed_background(m_row, colour);
+    set_fixed_background(row_, colour);
 }
 
 void QtLevelPanel::set_marked(bool marked)
 {
-    m_row.set_marked(marked);
+    row_.set_marked(marked);
 }
 
 } // namespace cuedrill::platform::qt

@@ -18,9 +18,9 @@ public:
     void set_share(double share);
     void set_marked(bool marked);
 
-    [[nodiscard]] const QString& caption() const { return m_caption; }
-    [[nodiscard]] double share() const { return m_share; }
-    [[nodiscard]] bool marked() const { return m_marked; }
+    [[nodiscard]] const QString& caption() const { return caption_; }
+    [[nodiscard]] double share() const { return share_; }
+    [[nodiscard]] bool marked() const { return marked_; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -31,9 +31,9 @@ protected:
 private:
     void paint_bar(QPainter& painter, const QRect& area) const;
 
-    QString m_caption;
-    double m_share = 0.0;
-    bool m_marked = false;
+    QString caption_;
+    double share_ = 0.0;
+    bool marked_ = false;
 };
 
 class QtLevelPanel final : public QtHelpfulControl<LevelPanel> {
@@ -46,12 +46,12 @@ public:
     void set_background(std::optional<common::Colour> colour) override;
     void set_marked(bool marked) override;
 
-    [[nodiscard]] LevelRow& widget() { return m_row; }
+    [[nodiscard]] LevelRow& widget() { return row_; }
 
 private:
     QtLevelPanel(const char* name, LevelRow& row);
 
-    LevelRow& m_row;
+    LevelRow& row_;
 };
 
 } // namespace cuedrill::platform::qt

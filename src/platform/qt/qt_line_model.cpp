@@ -63,14 +63,14 @@ bool is_shown_as_blank(QChar character)
 void LineModel::set_lines(std::vector<std::string> lines)
 {
     beginResetModel();
-    m_lines = std::move(lines);
-    m_widest_row = row_with_most_cells(m_lines);
+    lines_ = std::move(lines);
+    widest_row_ = row_with_most_cells(lines_);
     endResetModel();
 }
 
 int LineModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_lines.size());
+    return parent.isValid() ? 0 : static_cast<int>(lines_.size());
 }
 
 QVariant LineModel::data(const QModelIndex& index, int role) const

@@ -17,17 +17,17 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
     /// The line as it was set. Requires a row of the model.
-    [[nodiscard]] const std::string& line(int row) const { return m_lines[static_cast<std::size_t>(row)]; }
+    [[nodiscard]] const std::string& line(int row) const { return lines_[static_cast<std::size_t>(row)]; }
     /// What is shown of it.
     [[nodiscard]] QString shown(int row) const;
 
     /// The row that takes the most cells of a fixed-pitch font, as far as that can be told from its bytes; -1 without
     /// lines.
-    [[nodiscard]] int widest_row() const { return m_widest_row; }
+    [[nodiscard]] int widest_row() const { return widest_row_; }
 
 private:
-    std::vector<std::string> m_lines;
-    int m_widest_row = -1;
+    std::vector<std::string> lines_;
+    int widest_row_ = -1;
 };
 
 } // namespace cuedrill::platform::qt

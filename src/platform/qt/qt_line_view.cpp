@@ -53,7 +53,7 @@ struct LineParts {
 /// first one has chosen may have put another control, or a box, under the pointer.
 class SecondPress : public QObject {
 public:
-    SecondPress(QPoint place, QWidget& list) : QObject(&list), m_place(place)
+    SecondPress(QPoint place, QWidget& list) : QObject(&list), place_(place)
     {
         qApp->installEventFilter(this);
         QTimer::singleShot(QGuiApplication::styleHints()->mouseDoubleClickInterval(), this, &QObject::deleteLater);
@@ -69,39 +69,39 @@ public:
 private:
     [[nodiscard]] bool is_near(const QMouseEvent& press) const
     {
-        return (press.globalPosition().toPoint() - m_place).manhattanLength() <=
+        return (press.globalPosition().toPoint() - place_).manhattanLength() <=
                QGuiApplication::styleHints()->mouseDoubleClickDistance();
     }
 
-    QPoint m_place;
+    QPoint place_;
 };
 
 /// Draws the lines. All rows have the height and the width that the widest line needs.
 class LineDelegate : public QAbstractItemDelegate {
 public:
-    explicit LineDelegate(LineView& view) : QAbstractItemDelegate(&view), m_view(view) {}
+    explicit LineDelegate(LineView& view) : QAbstractItemDelegate(&view), view_(view) {}
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
         const QPalette& palette = option.palette;
         QColor text = palette.color(QPalette::Text);
-        if (index == m_view.currentIndex() && m_view.hasFocus()) {
+        if (index == view_.currentIndex() && view_.hasFocus()) {
             painter->fillRect(option.rect, palette.color(QPalette::Highlight));
             text = palette.color(QPalette::HighlightedText);
-        } else if (index == m_view.currentIndex()) {
+        } else if (index == view_.currentIndex()) {
             painter->fillRect(option.rect, tinted(palette, 0.35));
         } else if (option.state.testFlag(QStyle::State_MouseOver)) {
             painter->fillRect(option.rect, tinted(palette, 0.15));
         }
         painter->setPen(text);
         painter->setFont(option.font);
-        draw(*painter, option.rect.adjusted(margin, 0, -margin, 0), LineParts(m_view.lines().shown(index.row())));
+        draw(*painter, option.rect.adjusted(margin, 0, -margin, 0), LineParts(view_.lines().shown(index.row())));
     }
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const override
     {
-        const int widest = m_view.lines().widest_row();
-        const int width = widest < 0 ? 0 : LineParts(m_view.lines().shown(widest)).width(option.fontMetrics);
+        const int widest = view_.lines().widest_row();
+        const int width = widest < 0 ? 0 : LineParts(view_.lines().shown(widest)).width(option.fontMetrics);
         return {width + 2 * margin, option.fontMetrics.height() + row_gap};
     }
 
@@ -121,15 +121,15 @@ private:
         return blend(palette.color(QPalette::Base), palette.color(QPalette::Highlight), share);
     }
 
-    LineView& m_view;
+    LineView& view_;
 };
 
 } // namespace
 
-LineView::LineView() : m_model(*new LineModel(this))
+LineView::LineView() : model_(*new LineModel(this))
 {
     make_lines_accessible();
-    setModel(&m_model);
+    setModel(&model_);
     setItemDelegate(new LineDelegate(*this));
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setFrameShape(QFrame::NoFrame);
@@ -162,24 +162,24 @@ void LineView::replace_lines(std::vector<std::string> lines)
     const int left = horizontalScrollBar()->value();
     take(std::move(lines));
     if (row >= 0)
-        setCurrentIndex(m_model.index(row));
+        setCurrentIndex(model_.index(row));
     verticalScrollBar()->setValue(top);
     horizontalScrollBar()->setValue(left);
 }
 
 void LineView::take(std::vector<std::string> lines)
 {
-    m_pressed_row.reset();
-    m_model.set_lines(std::move(lines));
+    pressed_row_.reset();
+    model_.set_lines(std::move(lines));
     doItemsLayout();
 }
 
 void LineView::choose(int row)
 {
-    if (row < 0 || row >= m_model.rowCount())
+    if (row < 0 || row >= model_.rowCount())
         return;
-    setCurrentIndex(m_model.index(row));
-    const std::string line = m_model.line(row);
+    setCurrentIndex(model_.index(row));
+    const std::string line = model_.line(row);
     if (chosen)
         chosen(line);
 }
@@ -203,7 +203,7 @@ void LineView::focusInEvent(QFocusEvent* event)
 void LineView::begin_with_first_line()
 {
     if (!currentIndex().isValid())
-        setCurrentIndex(m_model.index(0));
+        setCurrentIndex(model_.index(0));
 }
 
 /// Tells assistive technology on which line the focus is.
@@ -227,7 +227,7 @@ void LineView::keyPressEvent(QKeyEvent* event)
 
 void LineView::mousePressEvent(QMouseEvent* event)
 {
-    m_pressed_row.reset();
+    pressed_row_.reset();
     const QModelIndex index = indexAt(event->position().toPoint());
     if (!index.isValid())
         return;
@@ -236,7 +236,7 @@ void LineView::mousePressEvent(QMouseEvent* event)
     setCurrentIndex(index);
     setAutoScroll(true);
     if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier)
-        m_pressed_row = index.row();
+        pressed_row_ = index.row();
 }
 
 void LineView::mouseMoveEvent(QMouseEvent* event)
@@ -248,7 +248,7 @@ void LineView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    const std::optional<int> pressed = std::exchange(m_pressed_row, std::nullopt);
+    const std::optional<int> pressed = std::exchange(pressed_row_, std::nullopt);
     if (!pressed || indexAt(event->position().toPoint()).row() != *pressed)
         return;
     // By itself it is gone when no second press can follow any more.
@@ -258,7 +258,7 @@ void LineView::mouseReleaseEvent(QMouseEvent* event)
 
 void LineView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    m_pressed_row.reset();
+    pressed_row_.reset();
     event->accept();
 }
 
@@ -266,7 +266,7 @@ void LineView::copy() const
 {
     const int row = currentIndex().row();
     if (row >= 0)
-        QGuiApplication::clipboard()->setText(to_qt(m_model.line(row)));
+        QGuiApplication::clipboard()->setText(to_qt(model_.line(row)));
 }
 
 } // namespace cuedrill::platform::qt

@@ -19,7 +19,7 @@ public:
     /// Shows these lines; the place in the list and the current line stay, as far as there are lines.
     void replace_lines(std::vector<std::string> lines);
 
-    [[nodiscard]] const LineModel& lines() const { return m_model; }
+    [[nodiscard]] const LineModel& lines() const { return model_; }
 
     /// Makes the line current and tells `chosen`. A row that there is not does nothing.
     void choose(int row);
@@ -44,8 +44,8 @@ private:
     void tell_focus();
     void copy() const;
 
-    LineModel& m_model;
-    std::optional<int> m_pressed_row;
+    LineModel& model_;
+    std::optional<int> pressed_row_;
 };
 
 } // namespace cuedrill::platform::qt

@@ -10,15 +10,15 @@ QtListBox::QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
 }
 
 QtListBox::QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, LineView& view)
-    : QtControl(view, name), m_view(view)
+    : QtControl(view, name), view_(view)
 {
-    m_view.chosen = [this, &gate](const std::string& line) {
+    view_.chosen = [this, &gate](const std::string& line) {
         gate.run([&] {
             if (on_click)
                 on_click(line);
         });
     };
-    keys.add_control(m_view, [this](const KeyPress& press) { return take_key(press); });
+    keys.add_control(view_, [this](const KeyPress& press) { return take_key(press); });
 }
 
 bool QtListBox::take_key(const KeyPress& press)
@@ -27,28 +27,28 @@ bool QtListBox::take_key(const KeyPress& press)
     if (!chooses)
         return false;
     if (!press.auto_repeat)
-        m_view.choose(m_view.currentIndex().row());
+        view_.choose(view_.currentIndex().row());
     return true;
 }
 
 void QtListBox::set_lines(std::vector<std::string> lines)
 {
-    m_view.show_lines(std::move(lines));
+    view_.show_lines(std::move(lines));
 }
 
 void QtListBox::replace_lines(std::vector<std::string> lines)
 {
-    m_view.replace_lines(std::move(lines));
+    view_.replace_lines(std::move(lines));
 }
 
 void QtListBox::set_name(std::string_view name)
 {
-    m_view.setAccessibleName(to_qt(name));
+    view_.setAccessibleName(to_qt(name));
 }
 
 void QtListBox::set_focus()
 {
-    m_view.setFocus(Qt::OtherFocusReason);
+    view_.setFocus(Qt::OtherFocusReason);
 }
 
 bool QtListBox::has_focus() const

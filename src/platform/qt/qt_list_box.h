@@ -20,14 +20,14 @@ public:
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
 
-    [[nodiscard]] LineView& widget() { return m_view; }
+    [[nodiscard]] LineView& widget() { return view_; }
 
 private:
     QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, LineView& view);
     /// Returns whether the key chooses a line.
     bool take_key(const KeyPress& press);
 
-    LineView& m_view;
+    LineView& view_;
 };
 
 } // namespace cuedrill::platform::qt

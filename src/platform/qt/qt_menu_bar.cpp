@@ -10,14 +10,14 @@
 
 namespace cuedrill::platform::qt {
 
-QtMenuEntry::QtMenuEntry(QAction& action, QtActionGate& gate) : m_action(action)
+QtMenuEntry::QtMenuEntry(QAction& action, QtActionGate& gate) : action_(action)
 {
-    QObject::connect(&m_action, &QAction::triggered, &m_action, [this] { m_action.setChecked(m_checked); });
+    QObject::connect(&action_, &QAction::triggered, &action_, [this] { action_.setChecked(checked_); });
     // Later, because a command may open a box: assistive technology waits for the answer to its request meanwhile.
     QObject::connect(
-        &m_action, &QAction::triggered, &m_action,
+        &action_, &QAction::triggered, &action_,
         [this, &gate] {
-            if (m_action.isEnabled())
+            if (action_.isEnabled())
                 gate.run(on_click);
         },
         Qt::QueuedConnection);
@@ -25,30 +25,30 @@ QtMenuEntry::QtMenuEntry(QAction& action, QtActionGate& gate) : m_action(action)
 
 void QtMenuEntry::set_visible(bool visible)
 {
-    m_visible = visible;
-    m_action.setVisible(visible);
+    visible_ = visible;
+    action_.setVisible(visible);
 }
 
 bool QtMenuEntry::visible() const
 {
-    return m_visible;
+    return visible_;
 }
 
 void QtMenuEntry::set_enabled(bool enabled)
 {
-    m_enabled = enabled;
-    m_action.setEnabled(enabled);
+    enabled_ = enabled;
+    action_.setEnabled(enabled);
     show_caption();
 }
 
 bool QtMenuEntry::enabled() const
 {
-    return m_enabled;
+    return enabled_;
 }
 
 void QtMenuEntry::set_caption(std::string_view text)
 {
-    m_caption = text;
+    caption_ = text;
     show_caption();
 }
 
@@ -56,64 +56,64 @@ void QtMenuEntry::set_caption(std::string_view text)
 /// the toolkit chooses no entry while two of a menu have it.
 void QtMenuEntry::show_caption()
 {
-    const QString caption = to_qt(m_caption);
-    m_action.setText(m_enabled ? caption : without_access_key(caption));
+    const QString caption = to_qt(caption_);
+    action_.setText(enabled_ ? caption : without_access_key(caption));
 }
 
 std::string QtMenuEntry::caption() const
 {
-    return m_caption;
+    return caption_;
 }
 
 void QtMenuEntry::set_checkable(bool checkable)
 {
-    m_action.setCheckable(checkable);
+    action_.setCheckable(checkable);
 }
 
 void QtMenuEntry::set_checked(bool checked)
 {
-    m_checked = checked;
-    m_action.setChecked(checked);
+    checked_ = checked;
+    action_.setChecked(checked);
 }
 
 MenuEntry& QtMenu::add_entry(std::string_view name, std::string_view caption)
 {
-    QAction* action = m_menu.addAction(QString());
+    QAction* action = menu_.addAction(QString());
     action->setObjectName(to_qt(name));
     action->setMenuRole(QAction::NoRole);
-    m_entries.push_back(std::make_unique<QtMenuEntry>(*action, m_gate));
-    m_entries.back()->set_caption(caption);
-    return *m_entries.back();
+    entries_.push_back(std::make_unique<QtMenuEntry>(*action, gate_));
+    entries_.back()->set_caption(caption);
+    return *entries_.back();
 }
 
-QtMenuFocus::QtMenuFocus(QMenuBar& menu_bar) : m_menu_bar(menu_bar)
+QtMenuFocus::QtMenuFocus(QMenuBar& menu_bar) : menu_bar_(menu_bar)
 {
-    m_menu_bar.installEventFilter(this);
+    menu_bar_.installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, &QtMenuFocus::note_focus);
 }
 
 void QtMenuFocus::note_focus(QWidget* before, QWidget* now)
 {
-    if (now == &m_menu_bar && before != nullptr && before->window() == m_menu_bar.window())
-        m_before = before;
+    if (now == &menu_bar_ && before != nullptr && before->window() == menu_bar_.window())
+        before_ = before;
 }
 
 bool QtMenuFocus::eventFilter(QObject* watched, QEvent* event)
 {
     // On the shortcut of a menu the bar takes the widget with the focus for the place to go back to. That must not be
     // the bar itself.
-    if (event->type() == QEvent::Shortcut && m_menu_bar.hasFocus() && m_before != nullptr)
-        m_before->setFocus(Qt::MenuBarFocusReason);
+    if (event->type() == QEvent::Shortcut && menu_bar_.hasFocus() && before_ != nullptr)
+        before_->setFocus(Qt::MenuBarFocusReason);
     return QObject::eventFilter(watched, event);
 }
 
 Menu& QtMenuBar::add_menu(std::string_view name, std::string_view caption)
 {
-    QMenu* menu = m_menu_bar.addMenu(to_qt(caption));
+    QMenu* menu = menu_bar_.addMenu(to_qt(caption));
     menu->setObjectName(to_qt(name));
     menu->setAccessibleName(menu->title().remove(QLatin1Char('&')));
-    m_menus.push_back(std::make_unique<QtMenu>(*menu, m_gate));
-    return *m_menus.back();
+    menus_.push_back(std::make_unique<QtMenu>(*menu, gate_));
+    return *menus_.back();
 }
 
 } // namespace cuedrill::platform::qt

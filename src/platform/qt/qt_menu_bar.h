@@ -32,23 +32,23 @@ public:
 private:
     void show_caption();
 
-    QAction& m_action;
-    bool m_visible = true;
-    bool m_enabled = true;
-    bool m_checked = false;
-    std::string m_caption;
+    QAction& action_;
+    bool visible_ = true;
+    bool enabled_ = true;
+    bool checked_ = false;
+    std::string caption_;
 };
 
 class QtMenu final : public Menu {
 public:
-    QtMenu(QMenu& menu, QtActionGate& gate) : m_menu(menu), m_gate(gate) {}
+    QtMenu(QMenu& menu, QtActionGate& gate) : menu_(menu), gate_(gate) {}
 
     MenuEntry& add_entry(std::string_view name, std::string_view caption) override;
 
 private:
-    QMenu& m_menu;
-    QtActionGate& m_gate;
-    std::vector<std::unique_ptr<QtMenuEntry>> m_entries;
+    QMenu& menu_;
+    QtActionGate& gate_;
+    std::vector<std::unique_ptr<QtMenuEntry>> entries_;
 };
 
 /// Gives the keyboard back to where it was when the user leaves the menu bar, whatever way he has taken through it. The
@@ -62,21 +62,21 @@ public:
 private:
     void note_focus(QWidget* before, QWidget* now);
 
-    QMenuBar& m_menu_bar;
-    QPointer<QWidget> m_before; ///< had the focus before the menu bar
+    QMenuBar& menu_bar_;
+    QPointer<QWidget> before_; ///< had the focus before the menu bar
 };
 
 class QtMenuBar final : public MenuBar {
 public:
-    QtMenuBar(QMenuBar& menu_bar, QtActionGate& gate) : m_menu_bar(menu_bar), m_gate(gate), m_focus(menu_bar) {}
+    QtMenuBar(QMenuBar& menu_bar, QtActionGate& gate) : menu_bar_(menu_bar), gate_(gate), focus_(menu_bar) {}
 
     Menu& add_menu(std::string_view name, std::string_view caption) override;
 
 private:
-    QMenuBar& m_menu_bar;
-    QtActionGate& m_gate;
-    QtMenuFocus m_focus;
-    std::vector<std::unique_ptr<QtMenu>> m_menus;
+    QMenuBar& menu_bar_;
+    QtActionGate& gate_;
+    QtMenuFocus focus_;
+    std::vector<std::unique_ptr<QtMenu>> menus_;
 };
 
 } // namespace cuedrill::platform::qt

@@ -13,48 +13,48 @@ constexpr Qt::WindowStates filling = Qt::WindowMaximized | Qt::WindowFullScreen;
 } // namespace
 
 QtMessageWindow::QtMessageWindow(const char* name, QtGuard& guard, QWidget& main_window)
-    : m_main_window(main_window), m_gate(guard, m_window),
-      m_key_filter(m_window, [this](const KeyPress& press) { return swallows(on_key, press, m_gate); }),
-      m_context_help(m_window, m_gate, {}), m_watcher(m_window, [this, &guard](QEvent::Type event) {
+    : main_window_(main_window), gate_(guard, window_),
+      key_filter_(window_, [this](const KeyPress& press) { return swallows(on_key, press, gate_); }),
+      context_help_(window_, gate_, {}), watcher_(window_, [this, &guard](QEvent::Type event) {
           if (event == QEvent::Resize || event == QEvent::WindowStateChange)
               guard.run(on_resize);
       })
 {
-    m_window.setObjectName(QString::fromLatin1(name));
-    m_window.setMinimumSize(smallest_window);
-    m_window.close_asked = [this, &guard] { guard.run(on_close); };
+    window_.setObjectName(QString::fromLatin1(name));
+    window_.setMinimumSize(smallest_window);
+    window_.close_asked = [this, &guard] { guard.run(on_close); };
 }
 
 void QtMessageWindow::add(Control& control, QWidget& widget)
 {
-    widget.setParent(&m_window);
-    m_controls.push_back({&control, &widget});
+    widget.setParent(&window_);
+    controls_.push_back({&control, &widget});
 }
 
 void QtMessageWindow::set_caption(std::string_view text)
 {
-    m_window.setWindowTitle(to_title(text));
+    window_.setWindowTitle(to_title(text));
 }
 
 void QtMessageWindow::cover_main_window()
 {
-    m_window.setGeometry(m_main_window.normalGeometry());
-    m_window.setWindowState((m_window.windowState() & ~filling) | (m_main_window.windowState() & filling));
+    window_.setGeometry(main_window_.normalGeometry());
+    window_.setWindowState((window_.windowState() & ~filling) | (main_window_.windowState() & filling));
 }
 
 common::Twips QtMessageWindow::inner_width() const
 {
-    return to_twips(m_window.width());
+    return to_twips(window_.width());
 }
 
 common::Twips QtMessageWindow::inner_height() const
 {
-    return to_twips(m_window.height());
+    return to_twips(window_.height());
 }
 
 bool QtMessageWindow::minimised() const
 {
-    return m_window.isMinimized();
+    return window_.isMinimized();
 }
 
 void QtMessageWindow::place(Control& control, const Place& place)
@@ -62,7 +62,7 @@ void QtMessageWindow::place(Control& control, const Place& place)
     // All edges are rounded by themselves, so that equal gaps in twips stay equal to the eye.
     const QPoint first(to_pixels(place.left), to_pixels(place.top));
     const QPoint end(to_pixels(place.left + place.width), to_pixels(place.top + place.height));
-    for (const Entry& entry : m_controls) {
+    for (const Entry& entry : controls_) {
         if (entry.control == &control)
             entry.widget->setGeometry(QRect(first, end - QPoint(1, 1)));
     }
@@ -70,18 +70,18 @@ void QtMessageWindow::place(Control& control, const Place& place)
 
 void QtMessageWindow::show()
 {
-    m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
-    m_window.show_in_front();
-    if (!m_controls.empty())
-        m_controls.front().widget->setFocus(Qt::OtherFocusReason);
+    window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+    window_.show_in_front();
+    if (!controls_.empty())
+        controls_.front().widget->setFocus(Qt::OtherFocusReason);
 }
 
 void QtMessageWindow::hide()
 {
-    const bool has_keyboard = m_window.isActiveWindow();
-    m_window.hide();
-    if (has_keyboard && m_main_window.isVisible())
-        m_main_window.activateWindow();
+    const bool has_keyboard = window_.isActiveWindow();
+    window_.hide();
+    if (has_keyboard && main_window_.isVisible())
+        main_window_.activateWindow();
 }
 
 } // namespace cuedrill::platform::qt

@@ -32,10 +32,10 @@ public:
     void show() override;
     void hide() override;
 
-    [[nodiscard]] QWidget& widget() { return m_window; }
+    [[nodiscard]] QWidget& widget() { return window_; }
     /// The gate for what the user does in this window.
-    [[nodiscard]] QtActionGate& gate() { return m_gate; }
-    [[nodiscard]] QtKeyFilter& key_filter() { return m_key_filter; }
+    [[nodiscard]] QtActionGate& gate() { return gate_; }
+    [[nodiscard]] QtKeyFilter& key_filter() { return key_filter_; }
 
 private:
     struct Entry {
@@ -43,13 +43,13 @@ private:
         QWidget* widget;
     };
 
-    QWidget& m_main_window;
-    AskingWindow m_window;
-    QtActionGate m_gate;
-    QtKeyFilter m_key_filter;
-    QtContextHelp m_context_help;
-    EventWatcher m_watcher;
-    std::vector<Entry> m_controls;
+    QWidget& main_window_;
+    AskingWindow window_;
+    QtActionGate gate_;
+    QtKeyFilter key_filter_;
+    QtContextHelp context_help_;
+    EventWatcher watcher_;
+    std::vector<Entry> controls_;
 };
 
 } // namespace cuedrill::platform::qt

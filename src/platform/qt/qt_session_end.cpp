@@ -31,19 +31,19 @@ extern "C" void note_signal(int /*signal*/)
 } // namespace
 
 QtSessionEnd::QtSessionEnd(QtGuard& guard, std::function<void()> before_end)
-    : m_guard(guard), m_before_end(std::move(before_end))
+    : guard_(guard), before_end_(std::move(before_end))
 {
-    if (::pipe2(m_pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+    if (::pipe2(pipe_.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         throw common::Error(std::string("No pipe for signals: ") + std::strerror(errno));
-    m_notifier = std::make_unique<QSocketNotifier>(m_pipe[0], QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] {
+    notifier_ = std::make_unique<QSocketNotifier>(pipe_[0], QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, &context_, [this] {
         char byte = 0;
-        while (::read(m_pipe[0], &byte, 1) == 1) {
+        while (::read(pipe_[0], &byte, 1) == 1) {
         }
         end();
     });
     QObject::connect(
-        qGuiApp, &QGuiApplication::commitDataRequest, &m_context, [this](QSessionManager&) { end(); },
+        qGuiApp, &QGuiApplication::commitDataRequest, &context_, [this](QSessionManager&) { end(); },
         Qt::DirectConnection);
     install_handlers();
 }
@@ -51,31 +51,31 @@ QtSessionEnd::QtSessionEnd(QtGuard& guard, std::function<void()> before_end)
 QtSessionEnd::~QtSessionEnd()
 {
     for (std::size_t i = 0; i < signals_of_end.size(); ++i)
-        ::sigaction(signals_of_end[i], &m_earlier[i], nullptr);
+        ::sigaction(signals_of_end[i], &earlier_[i], nullptr);
     wake_up = -1;
-    m_notifier.reset();
-    ::close(m_pipe[0]);
-    ::close(m_pipe[1]);
+    notifier_.reset();
+    ::close(pipe_[0]);
+    ::close(pipe_[1]);
 }
 
 void QtSessionEnd::install_handlers()
 {
-    wake_up = m_pipe[1];
+    wake_up = pipe_[1];
     struct sigaction action = {};
     action.sa_handler = note_signal;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
     sigemptyset(&action.sa_mask);
     for (std::size_t i = 0; i < signals_of_end.size(); ++i) {
-        ::sigaction(signals_of_end[i], nullptr, &m_earlier[i]);
-        if (m_earlier[i].sa_handler != SIG_IGN)
+        ::sigaction(signals_of_end[i], nullptr, &earlier_[i]);
+        if (earlier_[i].sa_handler != SIG_IGN)
             ::sigaction(signals_of_end[i], &action, nullptr);
     }
 }
 
 void QtSessionEnd::end()
 {
-    m_guard.run(m_before_end);
-    m_guard.end();
+    guard_.run(before_end_);
+    guard_.end();
 }
 
 } // namespace cuedrill::platform::qt

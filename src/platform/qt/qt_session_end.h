@@ -29,12 +29,12 @@ private:
     void install_handlers();
     void end();
 
-    QtGuard& m_guard;
-    std::function<void()> m_before_end;
-    QObject m_context;
-    std::array<int, 2> m_pipe{-1, -1};
-    std::unique_ptr<QSocketNotifier> m_notifier;
-    std::array<struct sigaction, signals_of_end.size()> m_earlier{};
+    QtGuard& guard_;
+    std::function<void()> before_end_;
+    QObject context_;
+    std::array<int, 2> pipe_{-1, -1};
+    std::unique_ptr<QSocketNotifier> notifier_;
+    std::array<struct sigaction, signals_of_end.size()> earlier_{};
 };
 
 } // namespace cuedrill::platform::qt

@@ -105,7 +105,7 @@ void QtSettingsStore::set(std::string_view application, std::string_view section
 
 std::string QtSettingsStore::path(std::string_view application, std::string_view section) const
 {
-    std::string result = m_folder;
+    std::string result = folder_;
     result.append("/").append(application).append("/").append(section).append(".ini");
     return result;
 }

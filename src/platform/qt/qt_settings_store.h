@@ -8,7 +8,7 @@ namespace cuedrill::platform::qt {
 class QtSettingsStore final : public SettingsStore {
 public:
     /// @param folder the user's folder of configurations.
-    explicit QtSettingsStore(std::string folder) : m_folder(std::move(folder)) {}
+    explicit QtSettingsStore(std::string folder) : folder_(std::move(folder)) {}
 
     /// The user's folder of configurations: $XDG_CONFIG_HOME where it is an absolute path, otherwise ~/.config.
     [[nodiscard]] static std::string default_folder();
@@ -21,7 +21,7 @@ public:
 private:
     [[nodiscard]] std::string path(std::string_view application, std::string_view section) const;
 
-    std::string m_folder;
+    std::string folder_;
 };
 
 } // namespace cuedrill::platform::qt

@@ -45,11 +45,10 @@ class Starter {
 public:
     Starter(const std::string& target, const std::string& working_folder, const std::vector<std::string>& search_path,
             std::chrono::milliseconds patience)
-        : m_target(as_argument(target)), m_working_folder(QFile::decodeName(working_folder.c_str())),
-          m_patience(patience)
+        : target_(as_argument(target)), working_folder_(QFile::decodeName(working_folder.c_str())), patience_(patience)
     {
         for (const std::string& folder : search_path)
-            m_search_path.append(QFile::decodeName(folder.c_str()));
+            search_path_.append(QFile::decodeName(folder.c_str()));
     }
 
     /// Starts the first opener that finds something for the target, or else the first of the programs that can be
@@ -58,7 +57,7 @@ public:
     [[nodiscard]] std::optional<std::int64_t> start_opener_or(Commands programs) const
     {
         for (const Command& opener : openers) {
-            if (const std::optional<std::int64_t> process = start(opener, m_patience))
+            if (const std::optional<std::int64_t> process = start(opener, patience_))
                 return process;
         }
         for (const Command& program : programs) {
@@ -72,14 +71,14 @@ private:
     /// @param patience how long to wait whether it fails. One that has not ended by then is left alone.
     [[nodiscard]] std::optional<std::int64_t> start(const Command& command, std::chrono::milliseconds patience) const
     {
-        const QString file = QStandardPaths::findExecutable(QString::fromLatin1(command.program), m_search_path);
+        const QString file = QStandardPaths::findExecutable(QString::fromLatin1(command.program), search_path_);
         if (file.isEmpty())
             return std::nullopt;
-        QStringList arguments{m_target};
+        QStringList arguments{target_};
         if (command.option != nullptr)
             arguments.prepend(QString::fromLatin1(command.option));
         auto process = std::make_unique<QProcess>();
-        process->setWorkingDirectory(m_working_folder);
+        process->setWorkingDirectory(working_folder_);
         process->setStandardInputFile(QProcess::nullDevice());
         process->setStandardOutputFile(QProcess::nullDevice());
         process->setStandardErrorFile(QProcess::nullDevice());
@@ -105,27 +104,27 @@ private:
         QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
     }
 
-    QString m_target;
-    QString m_working_folder;
-    std::chrono::milliseconds m_patience;
-    QStringList m_search_path;
+    QString target_;
+    QString working_folder_;
+    std::chrono::milliseconds patience_;
+    QStringList search_path_;
 };
 
 } // namespace
 
 bool QtShell::open(const std::string& target, const std::string& working_folder)
 {
-    return Starter(target, working_folder, m_search_path, m_patience).start_opener_or({}).has_value();
+    return Starter(target, working_folder, search_path_, patience_).start_opener_or({}).has_value();
 }
 
 bool QtShell::open_folder(const std::string& path)
 {
-    return Starter(path, {}, m_search_path, m_patience).start_opener_or(file_managers).has_value();
+    return Starter(path, {}, search_path_, patience_).start_opener_or(file_managers).has_value();
 }
 
 std::optional<std::int64_t> QtShell::edit_text(const std::string& path)
 {
-    return Starter(path, {}, m_search_path, m_patience).start_opener_or(text_editors);
+    return Starter(path, {}, search_path_, patience_).start_opener_or(text_editors);
 }
 
 } // namespace cuedrill::platform::qt

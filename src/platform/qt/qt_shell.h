@@ -17,7 +17,7 @@ public:
     /// @param patience how long an opener is waited for, which soon tells when there is nothing that it could start.
     explicit QtShell(std::vector<std::string> search_path = {},
                      std::chrono::milliseconds patience = std::chrono::seconds(1))
-        : m_search_path(std::move(search_path)), m_patience(patience)
+        : search_path_(std::move(search_path)), patience_(patience)
     {
     }
 
@@ -26,8 +26,8 @@ public:
     std::optional<std::int64_t> edit_text(const std::string& path) override;
 
 private:
-    std::vector<std::string> m_search_path;
-    std::chrono::milliseconds m_patience;
+    std::vector<std::string> search_path_;
+    std::chrono::milliseconds patience_;
 };
 
 } // namespace cuedrill::platform::qt

@@ -45,15 +45,15 @@ QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
 }
 
 QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QPlainTextEdit& edit)
-    : QtControl(edit, name), m_edit(edit)
+    : QtControl(edit, name), edit_(edit)
 {
-    set_up_text_area(m_edit);
-    keys.add_control(m_edit, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
+    set_up_text_area(edit_);
+    keys.add_control(edit_, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
 }
 
 void QtTextBox::set_text(std::string_view text)
 {
-    m_edit.setPlainText(to_qt(text));
+    edit_.setPlainText(to_qt(text));
 }
 
 std::string QtTextBox::text() const
@@ -63,7 +63,7 @@ std::string QtTextBox::text() const
 
 void QtTextBox::clear()
 {
-    QTextCursor cursor(m_edit.document());
+    QTextCursor cursor(edit_.document());
     cursor.select(QTextCursor::Document);
     cursor.removeSelectedText();
 }
@@ -72,7 +72,7 @@ QString QtTextBox::lines() const
 {
     // The raw text, because the plain one turns no-break spaces into ordinary ones. Its lines end with U+2029, and with
     // U+2028 where Shift+Enter was pressed.
-    QString raw = m_edit.document()->toRawText();
+    QString raw = edit_.document()->toRawText();
     raw.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
     raw.replace(QChar(QChar::LineSeparator), QLatin1Char('\n'));
     return with_cr_lf(raw);
@@ -80,35 +80,35 @@ QString QtTextBox::lines() const
 
 std::size_t QtTextBox::caret() const
 {
-    return to_place(lines(), m_edit.textCursor().selectionStart());
+    return to_place(lines(), edit_.textCursor().selectionStart());
 }
 
 void QtTextBox::set_caret(std::size_t place)
 {
-    QTextCursor cursor(m_edit.document());
+    QTextCursor cursor(edit_.document());
     cursor.setPosition(to_position(lines(), place));
-    m_edit.setTextCursor(cursor);
+    edit_.setTextCursor(cursor);
 }
 
 void QtTextBox::insert(std::size_t place, std::string_view text)
 {
-    QTextCursor cursor(m_edit.document());
+    QTextCursor cursor(edit_.document());
     cursor.setPosition(to_position(lines(), place));
     // A step of its own, so that an undo does not take back what was typed before it too.
     cursor.beginEditBlock();
     cursor.insertText(to_qt(text));
     cursor.endEditBlock();
-    m_edit.setTextCursor(cursor);
+    edit_.setTextCursor(cursor);
 }
 
 void QtTextBox::set_name(std::string_view name)
 {
-    m_edit.setAccessibleName(to_qt(name));
+    edit_.setAccessibleName(to_qt(name));
 }
 
 void QtTextBox::set_background(std::optional<common::Colour> colour)
 {
-    set_fixed_background(m_edit, colour);
+    set_fixed_background(edit_, colour);
 }
 
 void QtTextBox::set_font(const Font& font)
@@ -117,19 +117,19 @@ void QtTextBox::set_font(const Font& font)
                                                     : QFont(to_qt(font.name));
     wanted.setPointSize(font.points);
     wanted.setBold(font.bold);
-    m_edit.setFont(wanted);
+    edit_.setFont(wanted);
 }
 
 void QtTextBox::set_locked(bool locked)
 {
-    m_edit.setReadOnly(locked);
+    edit_.setReadOnly(locked);
     if (locked)
-        m_edit.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        edit_.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 }
 
 void QtTextBox::set_focus()
 {
-    m_edit.setFocus(Qt::OtherFocusReason);
+    edit_.setFocus(Qt::OtherFocusReason);
 }
 
 bool QtTextBox::has_focus() const

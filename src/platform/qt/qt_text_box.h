@@ -27,14 +27,14 @@ public:
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
 
-    [[nodiscard]] QPlainTextEdit& widget() { return m_edit; }
+    [[nodiscard]] QPlainTextEdit& widget() { return edit_; }
 
 private:
     QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QPlainTextEdit& edit);
     /// The text with CR LF at the line ends.
     [[nodiscard]] QString lines() const;
 
-    QPlainTextEdit& m_edit;
+    QPlainTextEdit& edit_;
 };
 
 } // namespace cuedrill::platform::qt

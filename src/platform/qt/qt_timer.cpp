@@ -2,30 +2,30 @@
 
 namespace cuedrill::platform::qt {
 
-QtTimer::QtTimer(QtGuard& guard) : m_guard(guard)
+QtTimer::QtTimer(QtGuard& guard) : guard_(guard)
 {
     // A coarse timer may be late by a twentieth, and a clock of seconds would now and then skip one.
-    m_timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { tick(); });
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { tick(); });
 }
 
 void QtTimer::start(std::chrono::milliseconds period)
 {
-    m_timer.start(period);
+    timer_.start(period);
 }
 
 void QtTimer::stop()
 {
-    m_timer.stop();
+    timer_.stop();
 }
 
 void QtTimer::tick()
 {
-    if (m_ticking)
+    if (ticking_)
         return;
-    m_ticking = true;
-    m_guard.run(on_tick);
-    m_ticking = false;
+    ticking_ = true;
+    guard_.run(on_tick);
+    ticking_ = false;
 }
 
 } // namespace cuedrill::platform::qt

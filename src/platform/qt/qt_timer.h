@@ -18,9 +18,9 @@ public:
 private:
     void tick();
 
-    QtGuard& m_guard;
-    QTimer m_timer;
-    bool m_ticking = false;
+    QtGuard& guard_;
+    QTimer timer_;
+    bool ticking_ = false;
 };
 
 } // namespace cuedrill::platform::qt

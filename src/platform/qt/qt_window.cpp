@@ -8,18 +8,18 @@
 namespace cuedrill::platform::qt {
 
 QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState state)
-    : m_guard(guard), m_size(size), m_state(std::move(state)), m_gate(guard, m_window),
-      m_key_filter(m_window, [this](const KeyPress& press) { return swallows(on_key, press, m_gate); }),
-      m_context_help(m_window, m_gate,
-                     [this] {
-                         if (on_help)
-                             on_help();
-                     }),
-      m_announcer(m_window)
+    : guard_(guard), size_(size), state_(std::move(state)), gate_(guard, window_),
+      key_filter_(window_, [this](const KeyPress& press) { return swallows(on_key, press, gate_); }),
+      context_help_(window_, gate_,
+                    [this] {
+                        if (on_help)
+                            on_help();
+                    }),
+      announcer_(window_)
 {
-    m_window.setObjectName(QString::fromLatin1(name));
-    m_window.resize(size);
-    m_window.close_asked = [this] { ask_to_close(); };
+    window_.setObjectName(QString::fromLatin1(name));
+    window_.resize(size);
+    window_.close_asked = [this] { ask_to_close(); };
 }
 
 QtWindow::~QtWindow()
@@ -29,60 +29,60 @@ QtWindow::~QtWindow()
 
 void QtWindow::set_caption(std::string_view text)
 {
-    m_caption = text;
-    m_window.setWindowTitle(to_title(text));
+    caption_ = text;
+    window_.setWindowTitle(to_title(text));
 }
 
 std::string QtWindow::caption() const
 {
-    return m_caption;
+    return caption_;
 }
 
 void QtWindow::show()
 {
-    if (!m_placed)
+    if (!placed_)
         place_on_screen();
-    m_window.show_in_front();
+    window_.show_in_front();
 }
 
 void QtWindow::hide()
 {
     keep_state();
-    m_window.hide();
+    window_.hide();
 }
 
 void QtWindow::announce(std::string_view text)
 {
-    m_announcer.tell(to_qt(text));
+    announcer_.tell(to_qt(text));
 }
 
 void QtWindow::ask_to_close()
 {
-    m_guard.run(on_close);
+    guard_.run(on_close);
 }
 
 void QtWindow::end_session()
 {
     // At once, because the system may not wait until everything has been cleared away.
     keep_state();
-    m_guard.run(on_session_end);
+    guard_.run(on_session_end);
 }
 
 void QtWindow::place_on_screen()
 {
-    m_placed = true;
-    if (m_state.restore(m_window))
+    placed_ = true;
+    if (state_.restore(window_))
         return;
-    const QRect available = m_window.screen()->availableGeometry();
-    const QSize size = m_size.boundedTo(available.size() - frame_room);
-    m_window.setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
+    const QRect available = window_.screen()->availableGeometry();
+    const QSize size = size_.boundedTo(available.size() - frame_room);
+    window_.setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
 }
 
 /// A hidden window was kept when it was hidden.
 void QtWindow::keep_state()
 {
-    if (m_window.isVisible())
-        m_state.save(m_window);
+    if (window_.isVisible())
+        state_.save(window_);
 }
 
 } // namespace cuedrill::platform::qt

@@ -35,25 +35,25 @@ public:
     /// Calls `on_session_end`.
     void end_session();
 
-    [[nodiscard]] AskingWindow& widget() { return m_window; }
+    [[nodiscard]] AskingWindow& widget() { return window_; }
     /// The gate for what the user does in this window.
-    [[nodiscard]] QtActionGate& gate() { return m_gate; }
-    [[nodiscard]] QtKeyFilter& key_filter() { return m_key_filter; }
+    [[nodiscard]] QtActionGate& gate() { return gate_; }
+    [[nodiscard]] QtKeyFilter& key_filter() { return key_filter_; }
 
 private:
     void place_on_screen();
     void keep_state();
 
-    QtGuard& m_guard;
-    QSize m_size;
-    QtWindowState m_state;
-    AskingWindow m_window;
-    QtActionGate m_gate;
-    QtKeyFilter m_key_filter;
-    QtContextHelp m_context_help;
-    QtAnnouncer m_announcer;
-    std::string m_caption;
-    bool m_placed = false;
+    QtGuard& guard_;
+    QSize size_;
+    QtWindowState state_;
+    AskingWindow window_;
+    QtActionGate gate_;
+    QtKeyFilter key_filter_;
+    QtContextHelp context_help_;
+    QtAnnouncer announcer_;
+    std::string caption_;
+    bool placed_ = false;
 };
 
 } // namespace cuedrill::platform::qt

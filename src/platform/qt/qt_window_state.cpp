@@ -63,12 +63,12 @@ bool QtWindowState::restore(QWidget& window) const
 void QtWindowState::save(const QWidget& window) const
 {
     const QRect place = window.normalGeometry();
-    if (m_path.empty() || place.isEmpty())
+    if (path_.empty() || place.isEmpty())
         return;
     const std::string text = "[window]\nleft=" + std::to_string(place.left()) + "\ntop=" + std::to_string(place.top()) +
                              "\nwidth=" + std::to_string(place.width()) + "\nheight=" + std::to_string(place.height()) +
                              "\nmaximized=" + (window.isMaximized() ? "1" : "0") + "\n";
-    const QString path = QString::fromStdString(m_path);
+    const QString path = QString::fromStdString(path_);
     QDir().mkpath(QFileInfo(path).path());
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(text.data(), static_cast<qint64>(text.size())) > 0)
@@ -77,10 +77,10 @@ void QtWindowState::save(const QWidget& window) const
 
 std::optional<QtWindowState::State> QtWindowState::read() const
 {
-    const QString path = QString::fromStdString(m_path);
+    const QString path = QString::fromStdString(path_);
     // Something else than a file could be read without end, or would be waited for.
     const QFileInfo info(path);
-    if (m_path.empty() || !info.isFile() || info.size() > longest_file)
+    if (path_.empty() || !info.isFile() || info.size() > longest_file)
         return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))

@@ -15,7 +15,7 @@ namespace cuedrill::platform::qt {
 class QtWindowState {
 public:
     /// @param path the full path of the file; "" when nothing is to be kept.
-    explicit QtWindowState(std::string path = {}) : m_path(std::move(path)) {}
+    explicit QtWindowState(std::string path = {}) : path_(std::move(path)) {}
 
     /// Gives `window`, which must not have been shown yet, what was kept, so that all of it is on the screens that
     /// there are now.
@@ -35,7 +35,7 @@ private:
     [[nodiscard]] std::optional<State> read() const;
     [[nodiscard]] static std::optional<State> parse(const std::string& text);
 
-    std::string m_path;
+    std::string path_;
 };
 
 /// Room for the frame, which the system draws around a window and tells only afterwards; both sides together, in

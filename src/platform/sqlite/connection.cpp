@@ -50,17 +50,17 @@ std::string savepoint_name(int depth)
 } // namespace
 
 Connection::Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout)
-    : m_rules{compare}, m_files(file), m_started(std::clock())
+    : rules_{compare}, files_(file), started_(std::clock())
 {
     open_file(file);
     try {
-        sqlite3_extended_result_codes(m_db, 1);
-        sqlite3_busy_timeout(m_db, static_cast<int>(busy_timeout.count()));
+        sqlite3_extended_result_codes(db_, 1);
+        sqlite3_busy_timeout(db_, static_cast<int>(busy_timeout.count()));
         sqlite3_hard_heap_limit64(most_memory);
-        sqlite3_progress_handler(m_db, steps_between_looks_at_the_clock, is_out_of_time, &m_started);
+        sqlite3_progress_handler(db_, steps_between_looks_at_the_clock, is_out_of_time, &started_);
         harden();
-        register_functions(m_db, m_rules);
-        m_pool = std::make_unique<StatementPool>(m_db, m_rules);
+        register_functions(db_, rules_);
+        pool_ = std::make_unique<StatementPool>(db_, rules_);
     } catch (...) {
         close();
         throw;
@@ -71,18 +71,18 @@ void Connection::open_file(const std::string& file)
 {
     // No SQLITE_OPEN_URI: a name that begins with "file:" is a name. The path is absolute, so it never does.
     constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(file.c_str(), &m_db, flags, m_files.name());
+    const int code = sqlite3_open_v2(file.c_str(), &db_, flags, files_.name());
     if (code == SQLITE_OK)
         return;
-    const DatabaseError error = database_error(m_db == nullptr ? code : sqlite3_extended_errcode(m_db),
-                                               m_db == nullptr ? 0 : sqlite3_system_errno(m_db), sqlite3_errstr(code));
+    const DatabaseError error = database_error(db_ == nullptr ? code : sqlite3_extended_errcode(db_),
+                                               db_ == nullptr ? 0 : sqlite3_system_errno(db_), sqlite3_errstr(code));
     close();
     throw error;
 }
 
 void Connection::set_switch(int option, bool on)
 {
-    const int code = sqlite3_db_config(m_db, option, on ? 1 : 0, static_cast<int*>(nullptr));
+    const int code = sqlite3_db_config(db_, option, on ? 1 : 0, static_cast<int*>(nullptr));
     if (code != SQLITE_OK)
         throw database_error(code, 0, sqlite3_errstr(code));
 }
@@ -96,7 +96,7 @@ void Connection::harden()
           SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_WRITABLE_SCHEMA})
         set_switch(option, false);
     for (const Limit& limit : limits)
-        sqlite3_limit(m_db, limit.id, limit.value);
+        sqlite3_limit(db_, limit.id, limit.value);
     run("PRAGMA cell_size_check = ON");
     run("PRAGMA mmap_size = 0");
     // No file of the engine's own besides the course's: what it sorts and keeps for undoing stays in memory.
@@ -105,32 +105,32 @@ void Connection::harden()
 
 void Connection::close() noexcept
 {
-    if (m_db == nullptr)
+    if (db_ == nullptr)
         return;
     if (in_transaction())
         try_run("ROLLBACK");
-    m_depth = 0;
-    m_pool.reset();
-    sqlite3_close_v2(m_db);
-    m_db = nullptr;
+    depth_ = 0;
+    pool_.reset();
+    sqlite3_close_v2(db_);
+    db_ = nullptr;
 }
 
 void Connection::require_open() const
 {
-    if (m_db == nullptr)
+    if (db_ == nullptr)
         throw own_error(DatabaseErrorKind::other, "The course is closed.");
 }
 
 sqlite3* Connection::handle()
 {
     require_open();
-    return m_db;
+    return db_;
 }
 
 StatementPool& Connection::pool()
 {
     require_open();
-    return *m_pool;
+    return *pool_;
 }
 
 std::array<unsigned char, Connection::header_size> Connection::header()
@@ -154,7 +154,7 @@ void Connection::set_checkpoint_at_close(bool checkpoint)
 
 void Connection::allow_any_time() noexcept
 {
-    sqlite3_progress_handler(m_db, 0, nullptr, nullptr);
+    sqlite3_progress_handler(db_, 0, nullptr, nullptr);
 }
 
 void Connection::set_up_for_work()
@@ -172,7 +172,7 @@ void Connection::set_up_for_work()
 
 Statement Connection::prepare(std::string_view sql)
 {
-    return Statement(handle(), m_rules, sql);
+    return Statement(handle(), rules_, sql);
 }
 
 void Connection::run(std::string_view sql)
@@ -188,12 +188,12 @@ std::int64_t Connection::query_integer(std::string_view sql)
 
 std::vector<TableColumn> Connection::columns_of(const std::string& table)
 {
-    return sqlite::columns_of(handle(), m_rules, table);
+    return sqlite::columns_of(handle(), rules_, table);
 }
 
 std::string Connection::collation_of_key(const std::string& table)
 {
-    return sqlite::collation_of_key(handle(), m_rules, table);
+    return sqlite::collation_of_key(handle(), rules_, table);
 }
 
 std::int64_t Connection::total_changes()
@@ -203,12 +203,12 @@ std::int64_t Connection::total_changes()
 
 bool Connection::in_transaction() const noexcept
 {
-    return sqlite3_get_autocommit(m_db) == 0;
+    return sqlite3_get_autocommit(db_) == 0;
 }
 
 bool Connection::try_run(const char* sql) noexcept
 {
-    return sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+    return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 void Connection::run_pooled(std::string_view sql)
@@ -217,31 +217,31 @@ void Connection::run_pooled(std::string_view sql)
     try {
         statement.step();
     } catch (...) {
-        m_pool->give_back(statement);
+        pool_->give_back(statement);
         throw;
     }
-    m_pool->give_back(statement);
+    pool_->give_back(statement);
 }
 
 void Connection::require_ready_to_write()
 {
     require_open();
-    if (m_open_recordsets > 0)
+    if (open_recordsets_ > 0)
         throw own_error(DatabaseErrorKind::other, "A recordset is still open.");
-    if (m_depth > 0 && !in_transaction())
+    if (depth_ > 0 && !in_transaction())
         throw own_error(DatabaseErrorKind::other, undone);
-    if (m_depth == 0 && m_put_off)
+    if (depth_ == 0 && put_off_)
         do_what_was_put_off();
 }
 
 void Connection::do_what_was_put_off()
 {
     // Taken out meanwhile: the job begins a transaction itself.
-    std::function<void()> job = std::exchange(m_put_off, nullptr);
+    std::function<void()> job = std::exchange(put_off_, nullptr);
     try {
         job();
     } catch (...) {
-        m_put_off = std::move(job);
+        put_off_ = std::move(job);
         throw;
     }
 }
@@ -249,7 +249,7 @@ void Connection::do_what_was_put_off()
 void Connection::require_not_moved()
 {
     int moved = 0;
-    const int code = sqlite3_file_control(m_db, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    const int code = sqlite3_file_control(db_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
     const int system_error = errno;
     if (code == SQLITE_IOERR_FSTAT)
         throw database_error(code, system_error, "");
@@ -260,51 +260,51 @@ void Connection::require_not_moved()
 void Connection::begin()
 {
     require_ready_to_write();
-    if (m_depth == 0) {
+    if (depth_ == 0) {
         require_not_moved();
         run_pooled("BEGIN IMMEDIATE");
     } else {
-        run_pooled("SAVEPOINT " + savepoint_name(m_depth));
+        run_pooled("SAVEPOINT " + savepoint_name(depth_));
     }
-    ++m_depth;
+    ++depth_;
 }
 
 void Connection::commit()
 {
     require_open();
-    if (m_depth == 0)
+    if (depth_ == 0)
         throw own_error(DatabaseErrorKind::other, "There is no transaction to end.");
     if (!in_transaction())
         throw own_error(DatabaseErrorKind::other, undone);
     // On an error the depth stays: the caller's guard still has to roll back.
     try {
-        run_pooled(m_depth == 1 ? std::string("COMMIT") : "RELEASE " + savepoint_name(m_depth - 1));
+        run_pooled(depth_ == 1 ? std::string("COMMIT") : "RELEASE " + savepoint_name(depth_ - 1));
     } catch (const DatabaseError& error) {
         // A commit that another program blocks leaves the transaction open, to be rolled back. After any other error
         // the engine has closed it, and where it came to deleting the journal the file holds what was written: a
         // failing fsync of the folder, or a failing unlock, comes behind that point.
-        if (m_depth == 1 && !in_transaction())
+        if (depth_ == 1 && !in_transaction())
             throw CommitError(error);
         throw;
     }
-    --m_depth;
+    --depth_;
 }
 
 void Connection::rollback() noexcept
 {
-    if (m_db == nullptr || m_depth == 0)
+    if (db_ == nullptr || depth_ == 0)
         return;
-    --m_depth;
+    --depth_;
     // After a full disk or an I/O error the engine has undone everything already.
     if (in_transaction()) {
-        if (m_depth > 0 && undo_savepoint(m_depth))
+        if (depth_ > 0 && undo_savepoint(depth_))
             return;
         // Also where a part could not be undone by itself: the outer commit then fails instead of keeping half.
         try_run("ROLLBACK");
     }
     // After such an error the engine restores the file only when it is next read. That is now, so that no half-written
     // file lies on the disk while the user reads a box.
-    if (m_depth == 0)
+    if (depth_ == 0)
         try_run("SELECT 1 FROM sqlite_schema LIMIT 1");
 }
 

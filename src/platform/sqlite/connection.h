@@ -37,14 +37,14 @@ public:
 
     /// Rolls back what is open, drops all statements and closes the file. May be called again.
     void close() noexcept;
-    [[nodiscard]] bool is_open() const noexcept { return m_db != nullptr; }
+    [[nodiscard]] bool is_open() const noexcept { return db_ != nullptr; }
 
     /// The first bytes of the file (zeros where it is shorter), read without a lock or a look into the journal.
     [[nodiscard]] std::array<unsigned char, header_size> header();
     /// Whether a read of the file, its journal or its log has failed so far.
-    [[nodiscard]] bool read_failed() const noexcept { return m_files.read_failed(); }
+    [[nodiscard]] bool read_failed() const noexcept { return files_.read_failed(); }
     /// Whether a tree of pages that goes deeper than any sound one is damage.
-    void limit_depth(bool limited) noexcept { m_files.limit_depth(limited); }
+    void limit_depth(bool limited) noexcept { files_.limit_depth(limited); }
     /// Whether closing the last connection carries a write-ahead log over into the file.
     void set_checkpoint_at_close(bool checkpoint);
     /// The settings under which a course is worked with: rollback journal, durable when a commit returns, and room for
@@ -73,13 +73,13 @@ public:
 
     /// Puts off what must be written before anything else is: it runs before the next write outside a transaction, and
     /// again before each one until it succeeds.
-    void put_off(std::function<void()> job) { m_put_off = std::move(job); }
+    void put_off(std::function<void()> job) { put_off_ = std::move(job); }
 
     /// Throws when rows of a recordset are still being read, or when the transaction that the caller believes open was
     /// undone by the engine: a write would stand alone. Then does what was put off.
     void require_ready_to_write();
-    void recordset_opened() { ++m_open_recordsets; }
-    void recordset_closed() noexcept { --m_open_recordsets; }
+    void recordset_opened() { ++open_recordsets_; }
+    void recordset_closed() noexcept { --open_recordsets_; }
 
 private:
     void require_open() const;
@@ -94,25 +94,25 @@ private:
     bool try_run(const char* sql) noexcept;
     bool undo_savepoint(int depth) noexcept;
 
-    TextRules m_rules;
-    CourseFiles m_files; ///< outlives the engine's connection, which works through it
-    sqlite3* m_db = nullptr;
-    std::unique_ptr<StatementPool> m_pool;
-    std::clock_t m_started; ///< processor time of the process when the file was opened
-    std::function<void()> m_put_off;
-    int m_depth = 0;
-    int m_open_recordsets = 0;
+    TextRules rules_;
+    CourseFiles files_; ///< outlives the engine's connection, which works through it
+    sqlite3* db_ = nullptr;
+    std::unique_ptr<StatementPool> pool_;
+    std::clock_t started_; ///< processor time of the process when the file was opened
+    std::function<void()> put_off_;
+    int depth_ = 0;
+    int open_recordsets_ = 0;
 };
 
 /// A statement of the pool, held for one user.
 class StatementLease {
 public:
     StatementLease(std::shared_ptr<Connection> connection, std::string_view sql)
-        : m_connection(std::move(connection)), m_statement(&m_connection->pool().take(sql))
+        : connection_(std::move(connection)), statement_(&connection_->pool().take(sql))
     {
     }
     StatementLease(StatementLease&& other) noexcept
-        : m_connection(std::move(other.m_connection)), m_statement(std::exchange(other.m_statement, nullptr))
+        : connection_(std::move(other.connection_)), statement_(std::exchange(other.statement_, nullptr))
     {
     }
     StatementLease(const StatementLease&) = delete;
@@ -120,20 +120,20 @@ public:
     StatementLease& operator=(StatementLease&&) = delete;
     ~StatementLease()
     {
-        if (m_statement != nullptr && m_connection->is_open())
-            m_connection->pool().give_back(*m_statement);
+        if (statement_ != nullptr && connection_->is_open())
+            connection_->pool().give_back(*statement_);
     }
 
     /// @throws DatabaseError when the connection was closed, which ended the statement.
     [[nodiscard]] Statement& get() const
     {
-        static_cast<void>(m_connection->handle());
-        return *m_statement;
+        static_cast<void>(connection_->handle());
+        return *statement_;
     }
 
 private:
-    std::shared_ptr<Connection> m_connection;
-    Statement* m_statement;
+    std::shared_ptr<Connection> connection_;
+    Statement* statement_;
 };
 
 } // namespace cuedrill::platform::sqlite

@@ -353,35 +353,35 @@ void CourseFiles::System::make_interface()
     interface.xDlOpen = [](sqlite3_vfs*, const char*) { return static_cast<void*>(nullptr); };
 }
 
-CourseFiles::CourseFiles(const std::string& course) : m_system(std::make_unique<System>(course))
+CourseFiles::CourseFiles(const std::string& course) : system_(std::make_unique<System>(course))
 {
-    if (m_system->real_system == nullptr)
+    if (system_->real_system == nullptr)
         throw own_error(DatabaseErrorKind::other, "The database engine has no file system.");
-    m_system->make_interface();
-    const int code = sqlite3_vfs_register(&m_system->interface, 0);
+    system_->make_interface();
+    const int code = sqlite3_vfs_register(&system_->interface, 0);
     if (code != SQLITE_OK)
         throw database_error(code, 0, sqlite3_errstr(code));
 }
 
 CourseFiles::~CourseFiles()
 {
-    sqlite3_vfs_unregister(&m_system->interface);
+    sqlite3_vfs_unregister(&system_->interface);
 }
 
 const char* CourseFiles::name() const noexcept
 {
-    return m_system->name.c_str();
+    return system_->name.c_str();
 }
 
 bool CourseFiles::read_failed() const noexcept
 {
-    return m_system->common.read_failed;
+    return system_->common.read_failed;
 }
 
 void CourseFiles::limit_depth(bool limited) noexcept
 {
-    m_system->common.limits_depth = limited;
-    m_system->common.inner_pages = 0;
+    system_->common.limits_depth = limited;
+    system_->common.inner_pages = 0;
 }
 
 std::optional<DatabaseError> error_of_course_files(int code, std::string_view course)

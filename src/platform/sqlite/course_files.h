@@ -37,7 +37,7 @@ public:
 
 private:
     struct System;
-    std::unique_ptr<System> m_system;
+    std::unique_ptr<System> system_;
 };
 
 /// The error for a result of the engine by which `CourseFiles` refused a file; nothing for another result.

@@ -23,17 +23,17 @@ LikePattern::LikePattern(std::string_view folded, std::string_view shown)
     while (!folded.empty()) {
         const std::string_view characters = folded.substr(0, folded.find_first_of(special));
         if (!characters.empty()) {
-            m_elements.push_back({.kind = Kind::characters, .characters = std::string(characters)});
+            elements_.push_back({.kind = Kind::characters, .characters = std::string(characters)});
             folded.remove_prefix(characters.size());
             continue;
         }
         const Character character = take(folded);
         if (character == '*') {
-            m_elements.push_back({.kind = Kind::run});
+            elements_.push_back({.kind = Kind::run});
         } else if (character == '?') {
-            m_elements.push_back({.kind = Kind::none_of});
+            elements_.push_back({.kind = Kind::none_of});
         } else if (character == '#') {
-            m_elements.push_back({.kind = Kind::one_of, .ranges = {{'0', '9'}}});
+            elements_.push_back({.kind = Kind::one_of, .ranges = {{'0', '9'}}});
         } else {
             const std::size_t end = folded.find(']');
             if (end == std::string_view::npos)
@@ -64,7 +64,7 @@ void LikePattern::add_list(std::string_view list, std::string_view shown)
             refuse(shown, "a range that runs backwards");
         element.ranges.push_back({first, last});
     }
-    m_elements.push_back(std::move(element));
+    elements_.push_back(std::move(element));
 }
 
 /// Takes the first character away from a text that has one.
@@ -108,18 +108,18 @@ bool LikePattern::Element::skip_to(std::string_view& text) const
 
 bool LikePattern::matches(std::string_view folded) const
 {
-    auto element = m_elements.begin();
+    auto element = elements_.begin();
     // The last run so far is the only one that need ever be made longer: what an earlier one could take besides, it can
     // take as well.
-    auto behind_run = m_elements.end();
+    auto behind_run = elements_.end();
     std::string_view behind_run_text;
     bool has_run = false;
-    while (element != m_elements.end() || !folded.empty()) {
-        if (element != m_elements.end() && element->kind == Kind::run) {
+    while (element != elements_.end() || !folded.empty()) {
+        if (element != elements_.end() && element->kind == Kind::run) {
             has_run = true;
             behind_run = ++element;
             behind_run_text = folded;
-        } else if (element != m_elements.end() && element->take_from(folded)) {
+        } else if (element != elements_.end() && element->take_from(folded)) {
             ++element;
             continue;
         } else if (has_run && !behind_run_text.empty()) {
@@ -127,7 +127,7 @@ bool LikePattern::matches(std::string_view folded) const
         } else {
             return false;
         }
-        if (behind_run == m_elements.end())
+        if (behind_run == elements_.end())
             return true;
         if (!behind_run->skip_to(behind_run_text))
             return false;

@@ -48,7 +48,7 @@ private:
     static Character take(std::string_view& text);
     void add_list(std::string_view list, std::string_view shown);
 
-    std::vector<Element> m_elements;
+    std::vector<Element> elements_;
 };
 
 } // namespace cuedrill::platform::sqlite

@@ -107,7 +107,7 @@ TemporaryFile::TemporaryFile(const std::string& folder, Start start)
     for (int attempt = 0; attempt < most_attempts; ++attempt) {
         const std::string path = before_name + std::string(name_start) + std::to_string(random());
         if (start == Start::only_a_name ? is_free(path) : create(path)) {
-            m_path = path;
+            path_ = path;
             return;
         }
     }
@@ -117,8 +117,8 @@ TemporaryFile::TemporaryFile(const std::string& folder, Start start)
 /// False where the name is taken, or was taken away again by somebody who found the file before it was locked.
 bool TemporaryFile::create(const std::string& path)
 {
-    m_descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, usual_mode);
-    if (m_descriptor < 0) {
+    descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, usual_mode);
+    if (descriptor_ < 0) {
         if (errno != EEXIST)
             throw file_error(errno, "It cannot be created.");
         return false;
@@ -128,8 +128,8 @@ bool TemporaryFile::create(const std::string& path)
 
 void TemporaryFile::hold()
 {
-    m_descriptor = ::open(m_path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
-    if (m_descriptor < 0)
+    descriptor_ = ::open(path_.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
+    if (descriptor_ < 0)
         throw file_error(errno, "It cannot be created.");
     if (!hold_opened())
         throw own_error(DatabaseErrorKind::other, "It cannot be created.");
@@ -140,20 +140,20 @@ void TemporaryFile::hold()
 bool TemporaryFile::hold_opened()
 {
     struct stat status {};
-    const bool held_by_another = lock(m_descriptor) == Lock::held_by_another;
-    if (!held_by_another && ::fstat(m_descriptor, &status) == 0 && status.st_nlink > 0)
+    const bool held_by_another = lock(descriptor_) == Lock::held_by_another;
+    if (!held_by_another && ::fstat(descriptor_, &status) == 0 && status.st_nlink > 0)
         return true;
-    ::close(std::exchange(m_descriptor, -1));
+    ::close(std::exchange(descriptor_, -1));
     return false;
 }
 
 TemporaryFile::~TemporaryFile()
 {
-    ::unlink((m_path + "-journal").c_str());
-    ::unlink(m_path.c_str());
+    ::unlink((path_ + "-journal").c_str());
+    ::unlink(path_.c_str());
     // The lock goes last: closing any descriptor of a file ends the locks that the engine has on it.
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
 }
 
 NamingCalls NamingCalls::of_system()
@@ -176,17 +176,17 @@ void give_name(const std::string& from, const std::string& to, const NamingCalls
     calls.sync_folder(folder_of(to).c_str());
 }
 
-GivenName::GivenName(std::string path) : m_path(std::move(path)), m_removes(::stat(m_path.c_str(), &m_given) == 0)
+GivenName::GivenName(std::string path) : path_(std::move(path)), removes_(::stat(path_.c_str(), &given_) == 0)
 {
 }
 
 GivenName::~GivenName()
 {
     struct stat now {};
-    if (m_removes && ::lstat(m_path.c_str(), &now) == 0 && now.st_dev == m_given.st_dev &&
-        now.st_ino == m_given.st_ino && now.st_size == m_given.st_size &&
-        now.st_mtim.tv_sec == m_given.st_mtim.tv_sec && now.st_mtim.tv_nsec == m_given.st_mtim.tv_nsec)
-        ::unlink(m_path.c_str());
+    if (removes_ && ::lstat(path_.c_str(), &now) == 0 && now.st_dev == given_.st_dev && now.st_ino == given_.st_ino &&
+        now.st_size == given_.st_size && now.st_mtim.tv_sec == given_.st_mtim.tv_sec &&
+        now.st_mtim.tv_nsec == given_.st_mtim.tv_nsec)
+        ::unlink(path_.c_str());
 }
 
 } // namespace cuedrill::platform::sqlite

@@ -22,7 +22,7 @@ public:
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
 
-    [[nodiscard]] const std::string& path() const { return m_path; }
+    [[nodiscard]] const std::string& path() const { return path_; }
 
     /// Locks the file that the caller has created.
     /// @throws DatabaseError when it is gone again, or somebody else is just removing it.
@@ -32,8 +32,8 @@ private:
     bool create(const std::string& path);
     bool hold_opened();
 
-    std::string m_path;
-    int m_descriptor = -1;
+    std::string path_;
+    int descriptor_ = -1;
 };
 
 /// The calls of the system by which a file gets its name; each returns 0, or -1 with errno.
@@ -59,12 +59,12 @@ public:
     GivenName& operator=(const GivenName&) = delete;
     ~GivenName();
 
-    void keep() noexcept { m_removes = false; }
+    void keep() noexcept { removes_ = false; }
 
 private:
-    std::string m_path;
-    struct stat m_given {};
-    bool m_removes;
+    std::string path_;
+    struct stat given_ {};
+    bool removes_;
 };
 
 } // namespace cuedrill::platform::sqlite

@@ -19,26 +19,26 @@ namespace {
 /// file is refused and had none before. It must be destroyed after the connection.
 class LogFile {
 public:
-    explicit LogFile(const std::string& file) : m_path(file + "-wal"), m_existed(size() >= 0) {}
+    explicit LogFile(const std::string& file) : path_(file + "-wal"), existed_(size() >= 0) {}
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
     ~LogFile()
     {
-        if (!m_existed && size() == 0)
-            ::unlink(m_path.c_str());
+        if (!existed_ && size() == 0)
+            ::unlink(path_.c_str());
     }
 
-    [[nodiscard]] bool existed() const { return m_existed; }
+    [[nodiscard]] bool existed() const { return existed_; }
 
 private:
     [[nodiscard]] off_t size() const
     {
         struct stat status {};
-        return ::lstat(m_path.c_str(), &status) == 0 ? status.st_size : -1;
+        return ::lstat(path_.c_str(), &status) == 0 ? status.st_size : -1;
     }
 
-    std::string m_path;
-    bool m_existed;
+    std::string path_;
+    bool existed_;
 };
 
 /// What opens a file that may have a write-ahead log without changing it: no carrying over when the file is closed
@@ -76,22 +76,22 @@ void show_indexes(Connection& connection, const std::vector<std::string>& tables
 /// While it lives, nothing can be written on the connection.
 class RowsBeingRead {
 public:
-    explicit RowsBeingRead(std::shared_ptr<Connection> connection) : m_connection(std::move(connection))
+    explicit RowsBeingRead(std::shared_ptr<Connection> connection) : connection_(std::move(connection))
     {
-        m_connection->recordset_opened();
+        connection_->recordset_opened();
     }
     RowsBeingRead(const RowsBeingRead&) = delete;
     RowsBeingRead& operator=(const RowsBeingRead&) = delete;
-    ~RowsBeingRead() { m_connection->recordset_closed(); }
+    ~RowsBeingRead() { connection_->recordset_closed(); }
 
 private:
-    std::shared_ptr<Connection> m_connection;
+    std::shared_ptr<Connection> connection_;
 };
 
 } // namespace
 
 SqliteDatabase::SqliteDatabase(const TextCompare& compare, std::chrono::milliseconds busy_timeout)
-    : m_compare(compare), m_busy_timeout(busy_timeout)
+    : compare_(compare), busy_timeout_(busy_timeout)
 {
 }
 
@@ -102,7 +102,7 @@ SqliteDatabase::~SqliteDatabase()
 
 void SqliteDatabase::require_nothing_open() const
 {
-    if (m_connection != nullptr)
+    if (connection_ != nullptr)
         throw own_error(DatabaseErrorKind::other, "Another course is still open.");
 }
 
@@ -110,26 +110,26 @@ Connection& SqliteDatabase::require_course() const
 {
     if (!is_open())
         throw own_error(DatabaseErrorKind::other, "No course is open.");
-    return *m_connection;
+    return *connection_;
 }
 
 Connection& SqliteDatabase::require_creation() const
 {
-    if (m_new_file == nullptr)
+    if (new_file_ == nullptr)
         throw own_error(DatabaseErrorKind::other, "No course is being created.");
-    return *m_connection;
+    return *connection_;
 }
 
 void SqliteDatabase::create(const std::string& path)
 {
     require_nothing_open();
-    m_new_path = new_course_file(path);
+    new_path_ = new_course_file(path);
     try {
-        m_new_file = std::make_unique<TemporaryFile>(folder_of(m_new_path));
-        m_connection = std::make_shared<Connection>(m_new_file->path(), m_compare, m_busy_timeout);
-        m_connection->allow_any_time();
-        m_connection->set_up_for_work();
-        m_connection->begin();
+        new_file_ = std::make_unique<TemporaryFile>(folder_of(new_path_));
+        connection_ = std::make_shared<Connection>(new_file_->path(), compare_, busy_timeout_);
+        connection_->allow_any_time();
+        connection_->set_up_for_work();
+        connection_->begin();
     } catch (...) {
         close();
         throw;
@@ -143,7 +143,7 @@ void SqliteDatabase::append_table(const TableSchema& table)
         connection.run(table.table);
         for (const std::string& index : table.indexes)
             connection.run(index);
-        m_new_tables.push_back(table);
+        new_tables_.push_back(table);
     } catch (...) {
         close();
         throw;
@@ -155,14 +155,14 @@ void SqliteDatabase::finish_creation()
     Connection& connection = require_creation();
     try {
         connection.run("PRAGMA application_id = " + std::to_string(application_id));
-        connection.run("PRAGMA user_version = " + std::to_string(packed_version(m_compare.order_version())));
+        connection.run("PRAGMA user_version = " + std::to_string(packed_version(compare_.order_version())));
         connection.commit();
         connection.close();
         // Whatever has come there since the creation began: the engine would take it for changes of the new course.
-        require_no_files_of_earlier_course(m_new_path);
-        give_name(m_new_file->path(), m_new_path);
-        const std::vector<ExpectedTable> expected = expected_tables(m_new_tables, m_compare);
-        const std::string file = m_new_path;
+        require_no_files_of_earlier_course(new_path_);
+        give_name(new_file_->path(), new_path_);
+        const std::vector<ExpectedTable> expected = expected_tables(new_tables_, compare_);
+        const std::string file = new_path_;
         GivenName name(file);
         close();
         open_checked(file, expected);
@@ -176,7 +176,7 @@ void SqliteDatabase::finish_creation()
 void SqliteDatabase::open(const std::string& path, std::span<const TableSchema> expected)
 {
     require_nothing_open();
-    const std::vector<ExpectedTable> tables = expected_tables(expected, m_compare);
+    const std::vector<ExpectedTable> tables = expected_tables(expected, compare_);
     open_checked(existing_course_file(path), tables);
 }
 
@@ -196,7 +196,7 @@ void SqliteDatabase::open_checked(const std::string& file, std::span<const Expec
 void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const ExpectedTable> expected)
 {
     const LogFile log(file);
-    const auto connection = std::make_shared<Connection>(file, m_compare, m_busy_timeout);
+    const auto connection = std::make_shared<Connection>(file, compare_, busy_timeout_);
     const FileHeader header = check_header(*connection);
     const bool with_log = header.has_write_ahead_log || log.existed();
     if (with_log)
@@ -207,21 +207,21 @@ void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const
     connection->set_up_for_work();
     order_now_or_later(*connection, expected);
     connection->allow_any_time();
-    m_connection = connection;
+    connection_ = connection;
 }
 
 /// Without room on the disk a course can still be looked at. Its indexes then keep the order in which they are, and
 /// nothing is read or written by them before they are rebuilt.
 void SqliteDatabase::order_now_or_later(Connection& connection, std::span<const ExpectedTable> tables)
 {
-    const std::uint32_t version = m_compare.order_version();
+    const std::uint32_t version = compare_.order_version();
     try {
         bring_to_order(connection, version);
         return;
     } catch (const DatabaseError& error) {
         if (error.kind() != DatabaseErrorKind::full)
             throw;
-        m_unstored = error.what();
+        unstored_ = error.what();
     }
     std::vector<std::string> names;
     for (const ExpectedTable& table : tables)
@@ -230,35 +230,35 @@ void SqliteDatabase::order_now_or_later(Connection& connection, std::span<const 
     connection.put_off([this, &connection, names, version] {
         bring_to_order(connection, version);
         show_indexes(connection, names);
-        m_unstored.clear();
+        unstored_.clear();
     });
 }
 
 void SqliteDatabase::close() noexcept
 {
     // Cursors and recordsets may still share the connection, so it is closed and not only let go.
-    if (m_connection != nullptr)
-        m_connection->close();
-    m_connection.reset();
-    m_new_file.reset();
-    m_new_path.clear();
-    m_new_tables.clear();
-    m_unstored.clear();
+    if (connection_ != nullptr)
+        connection_->close();
+    connection_.reset();
+    new_file_.reset();
+    new_path_.clear();
+    new_tables_.clear();
+    unstored_.clear();
 }
 
 std::unique_ptr<Recordset> SqliteDatabase::open_recordset(std::string_view sql)
 {
     static_cast<void>(require_course());
-    return std::make_unique<SqliteRecordset>(m_connection, sql);
+    return std::make_unique<SqliteRecordset>(connection_, sql);
 }
 
 void SqliteDatabase::read(std::string_view sql, std::span<const Value> values, const RowVisitor& visit)
 {
     static_cast<void>(require_course());
-    const StatementLease lease(m_connection, sql);
+    const StatementLease lease(connection_, sql);
     require_reading(lease.get());
     lease.get().bind_all(values);
-    const RowsBeingRead rows(m_connection);
+    const RowsBeingRead rows(connection_);
     const std::vector<std::string> columns = lease.get().column_names();
     std::vector<Value> fields(columns.size());
     // The lease is asked each time: a visitor may end the program, which closes the course.
@@ -274,7 +274,7 @@ std::int64_t SqliteDatabase::write(std::string_view sql, std::span<const Value> 
 {
     Connection& connection = require_course();
     connection.require_ready_to_write();
-    const StatementLease lease(m_connection, sql);
+    const StatementLease lease(connection_, sql);
     Statement& statement = lease.get();
     if (statement.column_count() != 0)
         throw own_error(DatabaseErrorKind::other, "The statement gives rows.");
@@ -296,8 +296,8 @@ void SqliteDatabase::commit()
 
 void SqliteDatabase::rollback() noexcept
 {
-    if (m_connection != nullptr)
-        m_connection->rollback();
+    if (connection_ != nullptr)
+        connection_->rollback();
 }
 
 } // namespace cuedrill::platform::sqlite

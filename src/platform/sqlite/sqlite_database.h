@@ -34,9 +34,9 @@ public:
     void finish_creation() override;
 
     void open(const std::string& path, std::span<const TableSchema> expected) override;
-    [[nodiscard]] std::string unstored() const override { return m_unstored; }
+    [[nodiscard]] std::string unstored() const override { return unstored_; }
     void close() noexcept override;
-    [[nodiscard]] bool is_open() const override { return m_connection != nullptr && m_new_file == nullptr; }
+    [[nodiscard]] bool is_open() const override { return connection_ != nullptr && new_file_ == nullptr; }
 
     [[nodiscard]] std::unique_ptr<Recordset> open_recordset(std::string_view sql) override;
 
@@ -56,14 +56,14 @@ private:
     void open_within_bounds(const std::string& file, std::span<const ExpectedTable> expected);
     void order_now_or_later(Connection& connection, std::span<const ExpectedTable> tables);
 
-    const TextCompare& m_compare;
-    std::chrono::milliseconds m_busy_timeout;
-    std::shared_ptr<Connection> m_connection;
-    std::string m_unstored;
+    const TextCompare& compare_;
+    std::chrono::milliseconds busy_timeout_;
+    std::shared_ptr<Connection> connection_;
+    std::string unstored_;
 
-    std::unique_ptr<TemporaryFile> m_new_file; ///< only while a file is being created
-    std::string m_new_path;
-    std::vector<TableSchema> m_new_tables;
+    std::unique_ptr<TemporaryFile> new_file_; ///< only while a file is being created
+    std::string new_path_;
+    std::vector<TableSchema> new_tables_;
 };
 
 } // namespace cuedrill::platform::sqlite

@@ -8,10 +8,10 @@
 namespace cuedrill::platform::sqlite {
 
 SqliteRecordset::SqliteRecordset(std::shared_ptr<Connection> connection, std::string_view sql)
-    : m_connection(std::move(connection)), m_statement(m_connection, sql)
+    : connection_(std::move(connection)), statement_(connection_, sql)
 {
-    require_reading(m_statement.get());
-    m_names = m_statement.get().column_names();
+    require_reading(statement_.get());
+    names_ = statement_.get().column_names();
     move_first();
 }
 
@@ -19,7 +19,7 @@ void SqliteRecordset::move_first()
 {
     release();
     fetch();
-    m_empty = !m_on_row;
+    empty_ = !on_row_;
 }
 
 void SqliteRecordset::move_next()
@@ -32,53 +32,53 @@ void SqliteRecordset::fetch()
 {
     bool found = false;
     try {
-        found = m_statement.get().step();
+        found = statement_.get().step();
     } catch (...) {
         release();
         throw;
     }
     if (!found) {
         release();
-    } else if (!m_on_row) {
-        m_on_row = true;
-        m_connection->recordset_opened();
+    } else if (!on_row_) {
+        on_row_ = true;
+        connection_->recordset_opened();
     }
 }
 
 void SqliteRecordset::release() noexcept
 {
-    if (!m_connection->is_open()) {
-        m_on_row = false;
+    if (!connection_->is_open()) {
+        on_row_ = false;
         return;
     }
-    m_statement.get().reset();
-    if (m_on_row)
-        m_connection->recordset_closed();
-    m_on_row = false;
+    statement_.get().reset();
+    if (on_row_)
+        connection_->recordset_closed();
+    on_row_ = false;
 }
 
 void SqliteRecordset::require_row() const
 {
-    static_cast<void>(m_connection->handle());
-    if (!m_on_row)
+    static_cast<void>(connection_->handle());
+    if (!on_row_)
         throw own_error(DatabaseErrorKind::other, "There is no current row.");
 }
 
 Value SqliteRecordset::field(std::string_view column) const
 {
-    const auto found = std::find_if(m_names.begin(), m_names.end(),
+    const auto found = std::find_if(names_.begin(), names_.end(),
                                     [&](const std::string& name) { return common::equal_ascii(name, column); });
-    if (found == m_names.end())
+    if (found == names_.end())
         throw own_error(DatabaseErrorKind::other, "The query gives no column " + std::string(column) + ".");
-    return field(static_cast<int>(found - m_names.begin()));
+    return field(static_cast<int>(found - names_.begin()));
 }
 
 Value SqliteRecordset::field(int column) const
 {
     require_row();
-    if (column < 0 || column >= static_cast<int>(m_names.size()))
+    if (column < 0 || column >= static_cast<int>(names_.size()))
         throw own_error(DatabaseErrorKind::other, "The query gives no column " + std::to_string(column) + ".");
-    return m_statement.get().value(column);
+    return statement_.get().value(column);
 }
 
 } // namespace cuedrill::platform::sqlite

@@ -20,8 +20,8 @@ public:
     SqliteRecordset& operator=(const SqliteRecordset&) = delete;
     ~SqliteRecordset() override { release(); }
 
-    [[nodiscard]] bool bof() const override { return m_empty; }
-    [[nodiscard]] bool eof() const override { return !m_on_row; }
+    [[nodiscard]] bool bof() const override { return empty_; }
+    [[nodiscard]] bool eof() const override { return !on_row_; }
     void move_first() override;
     void move_next() override;
     [[nodiscard]] Value field(std::string_view column) const override;
@@ -32,11 +32,11 @@ private:
     void release() noexcept;
     void require_row() const;
 
-    std::shared_ptr<Connection> m_connection;
-    StatementLease m_statement;
-    std::vector<std::string> m_names;
-    bool m_on_row = false;
-    bool m_empty = false;
+    std::shared_ptr<Connection> connection_;
+    StatementLease statement_;
+    std::vector<std::string> names_;
+    bool on_row_ = false;
+    bool empty_ = false;
 };
 
 } // namespace cuedrill::platform::sqlite

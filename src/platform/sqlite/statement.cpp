@@ -34,50 +34,50 @@ int checked_length(std::size_t length)
 
 } // namespace
 
-Statement::Statement(sqlite3* db, TextRules& rules, std::string_view sql) : m_db(db), m_rules(rules), m_sql(sql)
+Statement::Statement(sqlite3* db, TextRules& rules, std::string_view sql) : db_(db), rules_(rules), sql_(sql)
 {
     const char* tail = nullptr;
-    const int code = sqlite3_prepare_v3(db, m_sql.c_str(), checked_length(m_sql.size()), SQLITE_PREPARE_PERSISTENT,
-                                        &m_statement, &tail);
+    const int code = sqlite3_prepare_v3(db, sql_.c_str(), checked_length(sql_.size()), SQLITE_PREPARE_PERSISTENT,
+                                        &statement_, &tail);
     if (code != SQLITE_OK)
         throw_engine_error(db, code);
-    if (m_statement == nullptr)
+    if (statement_ == nullptr)
         throw own_error(DatabaseErrorKind::other, "There is no statement to run.");
-    const auto used = static_cast<std::size_t>(tail - m_sql.c_str());
-    if (m_sql.find_first_not_of(" \t\r\n;", used) != std::string::npos) {
-        sqlite3_finalize(m_statement);
+    const auto used = static_cast<std::size_t>(tail - sql_.c_str());
+    if (sql_.find_first_not_of(" \t\r\n;", used) != std::string::npos) {
+        sqlite3_finalize(statement_);
         throw own_error(DatabaseErrorKind::other, "Only one statement can be run at a time.");
     }
 }
 
 Statement::~Statement()
 {
-    sqlite3_finalize(m_statement);
+    sqlite3_finalize(statement_);
 }
 
 bool Statement::reads_only() const
 {
-    return sqlite3_stmt_readonly(m_statement) != 0;
+    return sqlite3_stmt_readonly(statement_) != 0;
 }
 
 void Statement::bind(int position, const Value& value)
 {
     int code = SQLITE_OK;
     if (const auto* text = std::get_if<std::string>(&value))
-        code = sqlite3_bind_text(m_statement, position, text->data(), checked_length(text->size()), SQLITE_STATIC);
+        code = sqlite3_bind_text(statement_, position, text->data(), checked_length(text->size()), SQLITE_STATIC);
     else if (const auto* number = std::get_if<double>(&value))
-        code = sqlite3_bind_double(m_statement, position, *number);
+        code = sqlite3_bind_double(statement_, position, *number);
     else if (const auto* integer = std::get_if<std::int64_t>(&value))
-        code = sqlite3_bind_int64(m_statement, position, *integer);
+        code = sqlite3_bind_int64(statement_, position, *integer);
     else
-        code = sqlite3_bind_null(m_statement, position);
+        code = sqlite3_bind_null(statement_, position);
     if (code != SQLITE_OK)
-        throw_engine_error(m_db, code);
+        throw_engine_error(db_, code);
 }
 
 void Statement::bind_all(std::span<const Value> values)
 {
-    const auto parameters = static_cast<std::size_t>(sqlite3_bind_parameter_count(m_statement));
+    const auto parameters = static_cast<std::size_t>(sqlite3_bind_parameter_count(statement_));
     if (values.size() != parameters)
         throw own_error(DatabaseErrorKind::other, "The statement takes " + std::to_string(parameters) +
                                                       " values; it was given " + std::to_string(values.size()) + ".");
@@ -93,12 +93,12 @@ void Statement::bind_all(std::span<const Value> values)
 
 bool Statement::step()
 {
-    m_rules.failure = nullptr;
-    const int code = sqlite3_step(m_statement);
-    if (m_rules.failure != nullptr)
-        throw_function_error(m_rules.failure);
+    rules_.failure = nullptr;
+    const int code = sqlite3_step(statement_);
+    if (rules_.failure != nullptr)
+        throw_function_error(rules_.failure);
     if (code != SQLITE_ROW && code != SQLITE_DONE)
-        throw_engine_error(m_db, code);
+        throw_engine_error(db_, code);
     return code == SQLITE_ROW;
 }
 
@@ -112,20 +112,20 @@ void Statement::run()
 void Statement::reset() noexcept
 {
     // The result repeats the error of the last step, which was reported there.
-    sqlite3_reset(m_statement);
-    sqlite3_clear_bindings(m_statement);
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
 }
 
 int Statement::column_count() const
 {
-    return sqlite3_column_count(m_statement);
+    return sqlite3_column_count(statement_);
 }
 
 std::vector<std::string> Statement::column_names() const
 {
     std::vector<std::string> names;
     for (int column = 0; column < column_count(); ++column) {
-        const char* const name = sqlite3_column_name(m_statement, column);
+        const char* const name = sqlite3_column_name(statement_, column);
         names.emplace_back(name == nullptr ? "" : name);
     }
     return names;
@@ -140,21 +140,21 @@ Value Statement::value(int column) const
 
 void Statement::read(int column, Value& into) const
 {
-    switch (sqlite3_column_type(m_statement, column)) {
+    switch (sqlite3_column_type(statement_, column)) {
     case SQLITE_NULL:
         into = std::monostate();
         return;
     case SQLITE_INTEGER:
-        into = static_cast<std::int64_t>(sqlite3_column_int64(m_statement, column));
+        into = static_cast<std::int64_t>(sqlite3_column_int64(statement_, column));
         return;
     case SQLITE_FLOAT:
-        into = sqlite3_column_double(m_statement, column);
+        into = sqlite3_column_double(statement_, column);
         return;
     case SQLITE_TEXT: {
-        const void* bytes = sqlite3_column_text(m_statement, column);
-        const auto length = static_cast<std::size_t>(sqlite3_column_bytes(m_statement, column));
+        const void* bytes = sqlite3_column_text(statement_, column);
+        const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
         if (bytes == nullptr)
-            throw_engine_error(m_db, SQLITE_NOMEM);
+            throw_engine_error(db_, SQLITE_NOMEM);
         if (!std::holds_alternative<std::string>(into))
             into.emplace<std::string>();
         std::get<std::string>(into).assign(static_cast<const char*>(bytes), length);
@@ -167,7 +167,7 @@ void Statement::read(int column, Value& into) const
 
 std::int64_t Statement::integer(int column) const
 {
-    return sqlite3_column_int64(m_statement, column);
+    return sqlite3_column_int64(statement_, column);
 }
 
 std::string Statement::text(int column) const

@@ -24,7 +24,7 @@ public:
     Statement& operator=(const Statement&) = delete;
     ~Statement();
 
-    [[nodiscard]] const std::string& sql() const { return m_sql; }
+    [[nodiscard]] const std::string& sql() const { return sql_; }
     /// Whether it writes nothing to the file.
     [[nodiscard]] bool reads_only() const;
 
@@ -50,10 +50,10 @@ public:
     [[nodiscard]] std::string text(int column) const;
 
 private:
-    sqlite3* m_db;
-    TextRules& m_rules;
-    std::string m_sql;
-    sqlite3_stmt* m_statement = nullptr;
+    sqlite3* db_;
+    TextRules& rules_;
+    std::string sql_;
+    sqlite3_stmt* statement_ = nullptr;
 };
 
 /// @throws DatabaseError when the statement gives no rows, or writes too.
@@ -62,13 +62,13 @@ void require_reading(const Statement& statement);
 /// Resets a statement at the end of a scope, so that none stays open after an error.
 class ResetAtExit {
 public:
-    explicit ResetAtExit(Statement& statement) : m_statement(statement) {}
+    explicit ResetAtExit(Statement& statement) : statement_(statement) {}
     ResetAtExit(const ResetAtExit&) = delete;
     ResetAtExit& operator=(const ResetAtExit&) = delete;
-    ~ResetAtExit() { m_statement.reset(); }
+    ~ResetAtExit() { statement_.reset(); }
 
 private:
-    Statement& m_statement;
+    Statement& statement_;
 };
 
 } // namespace cuedrill::platform::sqlite

@@ -6,38 +6,38 @@ namespace cuedrill::platform::sqlite {
 
 Statement& StatementPool::take(std::string_view sql)
 {
-    const auto idle = std::find_if(m_entries.begin(), m_entries.end(),
+    const auto idle = std::find_if(entries_.begin(), entries_.end(),
                                    [&](const Entry& entry) { return !entry.taken && entry.statement->sql() == sql; });
-    if (idle != m_entries.end()) {
+    if (idle != entries_.end()) {
         idle->taken = true;
         return *idle->statement;
     }
-    m_entries.push_back({std::make_unique<Statement>(m_db, m_rules, sql)});
-    return *m_entries.back().statement;
+    entries_.push_back({std::make_unique<Statement>(db_, rules_, sql)});
+    return *entries_.back().statement;
 }
 
 void StatementPool::give_back(Statement& statement) noexcept
 {
     statement.reset();
-    const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
+    const auto entry = std::find_if(entries_.begin(), entries_.end(),
                                     [&](const Entry& one) { return one.statement.get() == &statement; });
-    if (entry == m_entries.end())
+    if (entry == entries_.end())
         return;
     entry->taken = false;
-    entry->last_use = ++m_uses;
+    entry->last_use = ++uses_;
     drop_oldest_idle();
 }
 
 void StatementPool::drop_oldest_idle() noexcept
 {
     const auto is_idle = [](const Entry& entry) { return !entry.taken; };
-    if (static_cast<std::size_t>(std::count_if(m_entries.begin(), m_entries.end(), is_idle)) <= most_idle)
+    if (static_cast<std::size_t>(std::count_if(entries_.begin(), entries_.end(), is_idle)) <= most_idle)
         return;
     // Those in use count as newest, so the smallest is an idle one.
-    const auto oldest = std::min_element(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) {
+    const auto oldest = std::min_element(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) {
         return std::pair(a.taken, a.last_use) < std::pair(b.taken, b.last_use);
     });
-    m_entries.erase(oldest);
+    entries_.erase(oldest);
 }
 
 } // namespace cuedrill::platform::sqlite

@@ -15,15 +15,15 @@ public:
     /// The most statements that wait for another use.
     static constexpr std::size_t most_idle = 32;
 
-    StatementPool(sqlite3* db, TextRules& rules) : m_db(db), m_rules(rules) {}
+    StatementPool(sqlite3* db, TextRules& rules) : db_(db), rules_(rules) {}
 
     /// A statement that nobody else uses until it is given back.
     /// @throws DatabaseError when it cannot be prepared.
     [[nodiscard]] Statement& take(std::string_view sql);
     void give_back(Statement& statement) noexcept;
     /// All statements, those in use included, are gone afterwards.
-    void clear() noexcept { m_entries.clear(); }
-    [[nodiscard]] std::size_t size() const { return m_entries.size(); }
+    void clear() noexcept { entries_.clear(); }
+    [[nodiscard]] std::size_t size() const { return entries_.size(); }
 
 private:
     struct Entry {
@@ -34,10 +34,10 @@ private:
 
     void drop_oldest_idle() noexcept;
 
-    sqlite3* m_db;
-    TextRules& m_rules;
-    std::vector<Entry> m_entries;
-    std::uint64_t m_uses = 0;
+    sqlite3* db_;
+    TextRules& rules_;
+    std::vector<Entry> entries_;
+    std::uint64_t uses_ = 0;
 };
 
 } // namespace cuedrill::platform::sqlite

@@ -27,34 +27,34 @@ std::size_t whole_characters(const Piece& piece)
 class StoredTexts {
 public:
     StoredTexts(Connection& connection, const std::string& table, const std::string& column)
-        : m_db(connection.handle()), m_table(table), m_column(column)
+        : db_(connection.handle()), table_(table), column_(column)
     {
     }
     StoredTexts(const StoredTexts&) = delete;
     StoredTexts& operator=(const StoredTexts&) = delete;
-    ~StoredTexts() { sqlite3_blob_close(m_text); }
+    ~StoredTexts() { sqlite3_blob_close(text_); }
 
     void go_to(std::int64_t row)
     {
-        const int code = m_text == nullptr
-                             ? sqlite3_blob_open(m_db, "main", m_table.c_str(), m_column.c_str(), row, 0, &m_text)
-                             : sqlite3_blob_reopen(m_text, row);
+        const int code = text_ == nullptr
+                             ? sqlite3_blob_open(db_, "main", table_.c_str(), column_.c_str(), row, 0, &text_)
+                             : sqlite3_blob_reopen(text_, row);
         if (code != SQLITE_OK)
-            throw_engine_error(m_db, code);
+            throw_engine_error(db_, code);
     }
 
-    [[nodiscard]] std::int64_t bytes() const { return sqlite3_blob_bytes(m_text); }
+    [[nodiscard]] std::int64_t bytes() const { return sqlite3_blob_bytes(text_); }
 
     [[nodiscard]] std::int64_t characters() const
     {
         Piece piece{};
         std::size_t count = 0;
-        const int size = sqlite3_blob_bytes(m_text);
+        const int size = sqlite3_blob_bytes(text_);
         for (int place = 0; place < size;) {
             const int part = std::min(size - place, static_cast<int>(piece.size()));
-            const int code = sqlite3_blob_read(m_text, piece.data(), part, place);
+            const int code = sqlite3_blob_read(text_, piece.data(), part, place);
             if (code != SQLITE_OK)
-                throw_engine_error(m_db, code);
+                throw_engine_error(db_, code);
             const std::size_t used = place + part < size ? whole_characters(piece) : static_cast<std::size_t>(part);
             count += common::code_points({piece.data(), used});
             place += static_cast<int>(used);
@@ -63,10 +63,10 @@ public:
     }
 
 private:
-    sqlite3* m_db;
-    std::string m_table;
-    std::string m_column;
-    sqlite3_blob* m_text = nullptr;
+    sqlite3* db_;
+    std::string table_;
+    std::string column_;
+    sqlite3_blob* text_ = nullptr;
 };
 
 void check_column(Connection& connection, const std::string& table, const std::string& column)

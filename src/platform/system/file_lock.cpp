@@ -10,8 +10,8 @@ namespace cuedrill::platform::system {
 
 FileLock::~FileLock()
 {
-    if (m_handle >= 0)
-        ::close(m_handle);
+    if (handle_ >= 0)
+        ::close(handle_);
 }
 
 bool FileLock::hold(int handle)

@@ -10,7 +10,7 @@ class FileLock {
 public:
     /// Keeps the lock that was taken with `handle` until the object goes, even when the file is closed before.
     /// @param handle a duplicate of the handle, closed by the object; below 0 for none.
-    explicit FileLock(int handle) : m_handle(handle) {}
+    explicit FileLock(int handle) : handle_(handle) {}
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
     ~FileLock();
@@ -24,7 +24,7 @@ public:
     static void remove_unless_held(const std::string& path);
 
 private:
-    int m_handle;
+    int handle_;
 };
 
 } // namespace cuedrill::platform::system

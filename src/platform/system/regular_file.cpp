@@ -47,23 +47,23 @@ RegularFile RegularFile::open(std::string_view doing, const std::string& path, i
 }
 
 RegularFile::RegularFile(std::string_view doing, std::string path, int handle)
-    : m_doing(doing), m_path(std::move(path)), m_handle(handle)
+    : doing_(doing), path_(std::move(path)), handle_(handle)
 {
     try {
         struct stat status {};
-        checked([&] { return ::fstat(m_handle, &status); });
-        require_regular(m_doing, m_path, status);
-        m_size = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
+        checked([&] { return ::fstat(handle_, &status); });
+        require_regular(doing_, path_, status);
+        size_ = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
     } catch (...) {
-        ::close(m_handle);
+        ::close(handle_);
         throw;
     }
 }
 
 RegularFile::~RegularFile()
 {
-    if (m_handle >= 0)
-        ::close(m_handle);
+    if (handle_ >= 0)
+        ::close(handle_);
 }
 
 template <typename Operation>
@@ -74,51 +74,51 @@ std::size_t RegularFile::checked(Operation operation) const
         count = operation();
     } while (count < 0 && errno == EINTR);
     if (count < 0)
-        fail(m_doing, m_path, errno);
+        fail(doing_, path_, errno);
     return static_cast<std::size_t>(count);
 }
 
 void RegularFile::try_permissions(mode_t permissions) const
 {
-    static_cast<void>(::fchmod(m_handle, permissions));
+    static_cast<void>(::fchmod(handle_, permissions));
 }
 
 std::size_t RegularFile::read(std::span<char> buffer) const
 {
-    return checked([&] { return ::read(m_handle, buffer.data(), buffer.size()); });
+    return checked([&] { return ::read(handle_, buffer.data(), buffer.size()); });
 }
 
 void RegularFile::rewind() const
 {
-    checked([&] { return ::lseek(m_handle, 0, SEEK_SET); });
+    checked([&] { return ::lseek(handle_, 0, SEEK_SET); });
 }
 
 void RegularFile::write(std::string_view bytes) const
 {
     while (!bytes.empty())
-        bytes.remove_prefix(checked([&] { return ::write(m_handle, bytes.data(), bytes.size()); }));
+        bytes.remove_prefix(checked([&] { return ::write(handle_, bytes.data(), bytes.size()); }));
 }
 
 void RegularFile::empty() const
 {
-    checked([&] { return ::ftruncate(m_handle, 0); });
+    checked([&] { return ::ftruncate(handle_, 0); });
     rewind();
 }
 
 void RegularFile::sync() const
 {
-    checked([&] { return ::fsync(m_handle); });
+    checked([&] { return ::fsync(handle_); });
 }
 
 int RegularFile::duplicate_handle() const
 {
-    return ::fcntl(m_handle, F_DUPFD_CLOEXEC, 0);
+    return ::fcntl(handle_, F_DUPFD_CLOEXEC, 0);
 }
 
 void RegularFile::close()
 {
-    if (::close(std::exchange(m_handle, -1)) != 0)
-        fail(m_doing, m_path, errno);
+    if (::close(std::exchange(handle_, -1)) != 0)
+        fail(doing_, path_, errno);
 }
 
 } // namespace cuedrill::platform::system

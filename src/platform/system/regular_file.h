@@ -33,9 +33,9 @@ public:
     RegularFile& operator=(const RegularFile&) = delete;
     ~RegularFile();
 
-    [[nodiscard]] const std::string& path() const { return m_path; }
+    [[nodiscard]] const std::string& path() const { return path_; }
     /// Size in bytes when the file was opened.
-    [[nodiscard]] std::uint64_t size() const { return m_size; }
+    [[nodiscard]] std::uint64_t size() const { return size_; }
 
     /// Gives the file these permissions where its file system and its owner allow it.
     void try_permissions(mode_t permissions) const;
@@ -58,10 +58,10 @@ private:
     template <typename Operation>
     std::size_t checked(Operation operation) const;
 
-    std::string_view m_doing;
-    std::string m_path;
-    int m_handle;
-    std::uint64_t m_size = 0;
+    std::string_view doing_;
+    std::string path_;
+    int handle_;
+    std::uint64_t size_ = 0;
 };
 
 } // namespace cuedrill::platform::system

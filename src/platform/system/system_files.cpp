@@ -21,32 +21,32 @@ bool status_of(const std::string& path, struct stat& status)
 class SystemFileReading : public FileReading {
 public:
     SystemFileReading(const std::string& path, std::uint64_t longest)
-        : m_file(RegularFile::open("read", path, O_RDONLY)), m_longest(longest), m_room(longest)
+        : file_(RegularFile::open("read", path, O_RDONLY)), longest_(longest), room_(longest)
     {
     }
 
-    [[nodiscard]] std::uint64_t size() const override { return m_file.size(); }
+    [[nodiscard]] std::uint64_t size() const override { return file_.size(); }
 
     [[nodiscard]] std::string read(std::size_t most) override
     {
         std::string piece(most, '\0');
-        piece.resize(m_file.read(piece));
-        if (piece.size() > m_room)
-            fail("read", m_file.path(), "it is longer than " + std::to_string(m_longest) + " bytes");
-        m_room -= piece.size();
+        piece.resize(file_.read(piece));
+        if (piece.size() > room_)
+            fail("read", file_.path(), "it is longer than " + std::to_string(longest_) + " bytes");
+        room_ -= piece.size();
         return piece;
     }
 
     void rewind() override
     {
-        m_file.rewind();
-        m_room = m_longest;
+        file_.rewind();
+        room_ = longest_;
     }
 
 private:
-    RegularFile m_file;
-    std::uint64_t m_longest;
-    std::uint64_t m_room; ///< how many more bytes are allowed
+    RegularFile file_;
+    std::uint64_t longest_;
+    std::uint64_t room_; ///< how many more bytes are allowed
 };
 
 } // namespace

@@ -14,7 +14,7 @@ public:
     double uniform() override;
 
 private:
-    std::mt19937_64 m_engine;
+    std::mt19937_64 engine_;
 };
 
 } // namespace cuedrill::platform::system

@@ -54,13 +54,13 @@ fs::path canonical(const std::string& path, const fs::path& what)
 /// A folder whose changed names are to reach the disk.
 class OpenFolder {
 public:
-    explicit OpenFolder(const std::string& path) : m_handle(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+    explicit OpenFolder(const std::string& path) : handle_(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
     OpenFolder(const OpenFolder&) = delete;
     OpenFolder& operator=(const OpenFolder&) = delete;
     ~OpenFolder()
     {
-        if (m_handle >= 0)
-            ::close(m_handle);
+        if (handle_ >= 0)
+            ::close(handle_);
     }
 
     /// As far as the user may look into the folder and its file system knows such a call. A failure is none of the
@@ -69,12 +69,12 @@ public:
     {
         int result = 0;
         do {
-            result = m_handle < 0 ? 0 : ::fsync(m_handle);
+            result = handle_ < 0 ? 0 : ::fsync(handle_);
         } while (result != 0 && errno == EINTR);
     }
 
 private:
-    int m_handle;
+    int handle_;
 };
 
 } // namespace
@@ -161,19 +161,19 @@ SystemReplacement::SystemReplacement(const std::string& path) : SystemReplacemen
 }
 
 SystemReplacement::SystemReplacement(const Target& target)
-    : m_folder(target.folder), m_target(target.in_folder(target.name)), m_file(target.create_part()),
-      m_lock(m_file.duplicate_handle())
+    : folder_(target.folder), target_(target.in_folder(target.name)), file_(target.create_part()),
+      lock_(file_.duplicate_handle())
 {
-    m_buffer.reserve(buffer_size);
+    buffer_.reserve(buffer_size);
     // Where the file system has no permissions, there is nothing to keep.
     if (target.permissions)
-        m_file.try_permissions(*target.permissions);
+        file_.try_permissions(*target.permissions);
 }
 
 SystemReplacement::~SystemReplacement()
 {
     try {
-        if (m_failure.empty())
+        if (failure_.empty())
             flush();
     } catch (...) {
         // The contents are incomplete already, and nobody waits for them.
@@ -182,49 +182,49 @@ SystemReplacement::~SystemReplacement()
 
 void SystemReplacement::require_no_failure() const
 {
-    if (!m_failure.empty())
-        throw common::Error(m_failure);
+    if (!failure_.empty())
+        throw common::Error(failure_);
 }
 
 void SystemReplacement::flush()
 {
     try {
-        m_file.write(m_buffer);
+        file_.write(buffer_);
     } catch (const common::Error& error) {
-        m_failure = error.what();
+        failure_ = error.what();
         throw;
     }
-    m_buffer.clear();
+    buffer_.clear();
 }
 
 void SystemReplacement::write(std::string_view bytes)
 {
     require_no_failure();
     while (!bytes.empty()) {
-        const std::string_view piece = bytes.substr(0, buffer_size - m_buffer.size());
-        m_buffer.append(piece);
+        const std::string_view piece = bytes.substr(0, buffer_size - buffer_.size());
+        buffer_.append(piece);
         bytes.remove_prefix(piece.size());
-        if (m_buffer.size() == buffer_size)
+        if (buffer_.size() == buffer_size)
             flush();
     }
 }
 
 void SystemReplacement::restart()
 {
-    m_file.empty();
-    m_buffer.clear();
-    m_failure.clear();
+    file_.empty();
+    buffer_.clear();
+    failure_.clear();
 }
 
 void SystemReplacement::finish()
 {
     require_no_failure();
     flush();
-    m_file.sync();
-    m_file.close();
-    const OpenFolder folder(m_folder);
-    if (::rename(m_file.path().c_str(), m_target.c_str()) != 0)
-        fail(doing, m_target, errno);
+    file_.sync();
+    file_.close();
+    const OpenFolder folder(folder_);
+    if (::rename(file_.path().c_str(), target_.c_str()) != 0)
+        fail(doing, target_, errno);
     folder.sync();
 }
 

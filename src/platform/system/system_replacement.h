@@ -20,7 +20,7 @@ public:
     explicit SystemReplacement(const std::string& path);
     ~SystemReplacement() override;
 
-    [[nodiscard]] const std::string& path() const override { return m_file.path(); }
+    [[nodiscard]] const std::string& path() const override { return file_.path(); }
     /// After an error this throws the same again, until `restart`.
     void write(std::string_view bytes) override;
     void restart() override;
@@ -36,12 +36,12 @@ private:
     void require_no_failure() const;
     void flush();
 
-    std::string m_folder;
-    std::string m_target;
-    RegularFile m_file;
-    FileLock m_lock;
-    std::string m_buffer;  ///< not written yet
-    std::string m_failure; ///< words of the error that left a hole in the contents; empty for none
+    std::string folder_;
+    std::string target_;
+    RegularFile file_;
+    FileLock lock_;
+    std::string buffer_;  ///< not written yet
+    std::string failure_; ///< words of the error that left a hole in the contents; empty for none
 };
 
 } // namespace cuedrill::platform::system

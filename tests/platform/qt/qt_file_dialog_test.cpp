@@ -186,7 +186,7 @@ TEST_F(QtFileDialogTest, AnExistingFileWithQuotesInItsNameCanBeClicked)
 /// Keys and clicks as the system sends them to the window of an open dialog, and where they lead.
 class UsedFileDialog {
 public:
-    explicit UsedFileDialog(QFileDialog& dialog) : m_dialog(dialog)
+    explicit UsedFileDialog(QFileDialog& dialog) : dialog_(dialog)
     {
         dialog.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
@@ -197,22 +197,22 @@ public:
     {
         const QPoint place = place_of(name);
         if (!place.isNull())
-            QTest::mouseClick(m_dialog.windowHandle(), Qt::LeftButton, {}, place);
+            QTest::mouseClick(dialog_.windowHandle(), Qt::LeftButton, {}, place);
     }
     void double_click(const QString& name) const
     {
         const QPoint place = place_of(name);
         if (!place.isNull())
-            QTest::mouseDClick(m_dialog.windowHandle(), Qt::LeftButton, {}, place);
+            QTest::mouseDClick(dialog_.windowHandle(), Qt::LeftButton, {}, place);
     }
 
     /// Writes a name over the one that stands in the line.
     void type_over(const char* name) const
     {
-        QTest::mouseClick(m_dialog.windowHandle(), Qt::LeftButton, {}, center_of(*line()));
-        QTest::keyClick(m_dialog.windowHandle(), Qt::Key_A, Qt::ControlModifier);
+        QTest::mouseClick(dialog_.windowHandle(), Qt::LeftButton, {}, center_of(*line()));
+        QTest::keyClick(dialog_.windowHandle(), Qt::Key_A, Qt::ControlModifier);
         for (const char* letter = name; *letter != '\0'; ++letter)
-            QTest::keyClick(m_dialog.windowHandle(), *letter);
+            QTest::keyClick(dialog_.windowHandle(), *letter);
         // The first click anywhere else only closes the names that the toolkit offers.
         if (QWidget* const offers = QApplication::activePopupWidget())
             offers->hide();
@@ -222,18 +222,18 @@ public:
     void finish() const
     {
         const auto which =
-            m_dialog.acceptMode() == QFileDialog::AcceptOpen ? QDialogButtonBox::Open : QDialogButtonBox::Save;
-        const QPushButton& button = *m_dialog.findChild<QDialogButtonBox*>()->button(which);
+            dialog_.acceptMode() == QFileDialog::AcceptOpen ? QDialogButtonBox::Open : QDialogButtonBox::Save;
+        const QPushButton& button = *dialog_.findChild<QDialogButtonBox*>()->button(which);
         EXPECT_TRUE(button.isEnabled());
-        QTest::mouseClick(m_dialog.windowHandle(), Qt::LeftButton, {}, center_of(button));
+        QTest::mouseClick(dialog_.windowHandle(), Qt::LeftButton, {}, center_of(button));
         expect_ended();
     }
     void expect_ended() const
     {
-        if (!m_dialog.isVisible())
+        if (!dialog_.isVisible())
             return;
         ADD_FAILURE() << "the dialog is still open with " << name();
-        m_dialog.reject(); // otherwise the test would wait for ever
+        dialog_.reject(); // otherwise the test would wait for ever
     }
 
     [[nodiscard]] std::string name() const { return line()->text().toStdString(); }
@@ -243,19 +243,19 @@ private:
     /// The one of the two views that is shown.
     [[nodiscard]] QAbstractItemView& files() const
     {
-        auto* const list = m_dialog.findChild<QAbstractItemView*>("listView");
-        return list->isVisible() ? *list : *m_dialog.findChild<QAbstractItemView*>("treeView");
+        auto* const list = dialog_.findChild<QAbstractItemView*>("listView");
+        return list->isVisible() ? *list : *dialog_.findChild<QAbstractItemView*>("treeView");
     }
-    [[nodiscard]] QLineEdit* line() const { return m_dialog.findChild<QLineEdit*>("fileNameEdit"); }
+    [[nodiscard]] QLineEdit* line() const { return dialog_.findChild<QLineEdit*>("fileNameEdit"); }
     [[nodiscard]] QPoint center_of(const QWidget& widget) const
     {
-        return widget.mapTo(&m_dialog, widget.rect().center());
+        return widget.mapTo(&dialog_, widget.rect().center());
     }
     [[nodiscard]] QPoint place_of(const QString& name) const
     {
         const QAbstractItemView& view = files();
         const QAbstractItemModel& model = *view.model();
-        const auto all_files = m_dialog.directory().entryList(QDir::Files).size();
+        const auto all_files = dialog_.directory().entryList(QDir::Files).size();
         QRect place;
         const auto find = [&] {
             // The toolkit reads the folder in a thread of its own, and sorts it afterwards.
@@ -266,10 +266,10 @@ private:
             return !place.isEmpty();
         };
         EXPECT_TRUE(QTest::qWaitFor(find)) << name.toStdString();
-        return place.isEmpty() ? QPoint() : view.viewport()->mapTo(&m_dialog, place.center());
+        return place.isEmpty() ? QPoint() : view.viewport()->mapTo(&dialog_, place.center());
     }
 
-    QFileDialog& m_dialog;
+    QFileDialog& dialog_;
 };
 
 /// The folder has some courses, two of them with quotes in their names.

@@ -571,21 +571,21 @@ public:
         if (!key || window == nullptr || !event->spontaneous())
             return false;
         const auto& original = static_cast<QKeyEvent&>(*event);
-        m_waiting.emplace_back(window, std::make_unique<QKeyEvent>(original.type(), original.key(),
-                                                                   original.modifiers(), original.nativeScanCode(), 0U,
-                                                                   0U, original.text(), original.isAutoRepeat()));
+        waiting_.emplace_back(window, std::make_unique<QKeyEvent>(original.type(), original.key(), original.modifiers(),
+                                                                  original.nativeScanCode(), 0U, 0U, original.text(),
+                                                                  original.isAutoRepeat()));
         return true;
     }
 
     void deliver()
     {
-        for (const auto& [window, copy] : std::exchange(m_waiting, {}))
+        for (const auto& [window, copy] : std::exchange(waiting_, {}))
             QCoreApplication::sendEvent(window, copy.get());
         QCoreApplication::processEvents();
     }
 
 private:
-    std::vector<std::pair<QWindow*, std::unique_ptr<QKeyEvent>>> m_waiting;
+    std::vector<std::pair<QWindow*, std::unique_ptr<QKeyEvent>>> waiting_;
 };
 
 TEST_F(QtKeyFilterTest, KeysThatWaitForAssistiveTechnologyAreMeasuredByTheirOwnTime)

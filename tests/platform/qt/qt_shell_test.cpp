@@ -41,20 +41,20 @@ class OwnInput {
 public:
     OwnInput()
     {
-        if (!m_file.open() || ::dup2(m_file.handle(), STDIN_FILENO) < 0)
+        if (!file_.open() || ::dup2(file_.handle(), STDIN_FILENO) < 0)
             throw std::runtime_error("no input");
     }
     OwnInput(const OwnInput&) = delete;
     OwnInput& operator=(const OwnInput&) = delete;
     ~OwnInput()
     {
-        ::dup2(m_earlier, STDIN_FILENO);
-        ::close(m_earlier);
+        ::dup2(earlier_, STDIN_FILENO);
+        ::close(earlier_);
     }
 
 private:
-    QTemporaryFile m_file;
-    int m_earlier = ::dup(STDIN_FILENO);
+    QTemporaryFile file_;
+    int earlier_ = ::dup(STDIN_FILENO);
 };
 
 class QtShellTest : public testing::Test {
@@ -62,12 +62,12 @@ protected:
     /// Makes a program that writes its call.
     void install(const char* name) const
     {
-        write_program(name, QString::fromLatin1(script).arg(m_called, QLatin1String(name)));
+        write_program(name, QString::fromLatin1(script).arg(called_, QLatin1String(name)));
     }
 
     void write_program(const char* name, const QString& text) const
     {
-        QFile file(m_programs.filePath(QLatin1String(name)));
+        QFile file(programs_.filePath(QLatin1String(name)));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text.toUtf8());
         ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
@@ -77,7 +77,7 @@ protected:
     [[nodiscard]] Call call() const
     {
         constexpr int longest = 20'000; // milliseconds
-        QFile file(m_called);
+        QFile file(called_);
         if (!QTest::qWaitFor([&] { return file.exists(); }, longest) || !file.open(QIODevice::ReadOnly)) {
             ADD_FAILURE() << "no program has told of its call";
             return {};
@@ -91,20 +91,20 @@ protected:
                 .streams = lines.value(3).toStdString()};
     }
 
-    QTemporaryDir m_programs;
-    QTemporaryDir m_files;
-    QString m_called = m_files.filePath(QStringLiteral("called"));
-    QtShell shell{{m_programs.path().toStdString()}};
+    QTemporaryDir programs_;
+    QTemporaryDir files_;
+    QString called_ = files_.filePath(QStringLiteral("called"));
+    QtShell shell{{programs_.path().toStdString()}};
 };
 
 TEST_F(QtShellTest, AFileIsOpenedByTheDesktopInTheFolderThatIsAskedFor)
 {
     install("xdg-open");
     install("gio");
-    EXPECT_TRUE(shell.open("/tmp/My notes; $(x) \u00e4 \"b\".pdf", m_files.path().toStdString()));
+    EXPECT_TRUE(shell.open("/tmp/My notes; $(x) \u00e4 \"b\".pdf", files_.path().toStdString()));
     const Call made = call();
     EXPECT_EQ(made.command, "xdg-open [/tmp/My notes; $(x) \u00e4 \"b\".pdf]");
-    EXPECT_EQ(made.folder, QDir(m_files.path()).canonicalPath().toStdString());
+    EXPECT_EQ(made.folder, QDir(files_.path()).canonicalPath().toStdString());
 }
 
 TEST_F(QtShellTest, WithoutAFolderAProgramStartsInThatOfThisProcess)
@@ -128,7 +128,7 @@ TEST_F(QtShellTest, AWebAddressKeepsItsSchemeOrGetsOne)
 TEST_F(QtShellTest, AFileIsNeverTakenForAnOption)
 {
     install("xdg-open");
-    EXPECT_TRUE(shell.open("--version", m_files.path().toStdString()));
+    EXPECT_TRUE(shell.open("--version", files_.path().toStdString()));
     EXPECT_EQ(call().command, "xdg-open [./--version]");
 }
 
@@ -175,10 +175,10 @@ TEST_F(QtShellTest, AnOpenerThatFindsNothingIsNone)
 
 TEST_F(QtShellTest, AnOpenerThatIsTheProgramItselfIsNotWaitedFor)
 {
-    write_program("xdg-open", QStringLiteral("#!/bin/sh\nsleep 1\necho \"slow [$1]\" > '%1'\n").arg(m_called));
-    QtShell impatient{{m_programs.path().toStdString()}, std::chrono::milliseconds(20)};
+    write_program("xdg-open", QStringLiteral("#!/bin/sh\nsleep 1\necho \"slow [$1]\" > '%1'\n").arg(called_));
+    QtShell impatient{{programs_.path().toStdString()}, std::chrono::milliseconds(20)};
     EXPECT_TRUE(impatient.open("/tmp/a.pdf", ""));
-    EXPECT_FALSE(QFile::exists(m_called));
+    EXPECT_FALSE(QFile::exists(called_));
     EXPECT_EQ(call().command, "slow [/tmp/a.pdf]");
 }
 
@@ -211,16 +211,16 @@ TEST_F(QtShellTest, NothingIsStartedWhereThereIsNoProgram)
     install("nautilus");
     EXPECT_FALSE(shell.open("/tmp/a.pdf", ""));
     EXPECT_EQ(shell.edit_text("/tmp/a.txt"), std::nullopt);
-    QFile::remove(m_programs.filePath("nautilus"));
+    QFile::remove(programs_.filePath("nautilus"));
     install("mousepad");
     EXPECT_FALSE(shell.open_folder("/tmp"));
-    EXPECT_FALSE(QFile::exists(m_called));
+    EXPECT_FALSE(QFile::exists(called_));
 }
 
 TEST_F(QtShellTest, NothingIsStartedInAFolderThatThereIsNot)
 {
     install("xdg-open");
-    EXPECT_FALSE(shell.open("/tmp/a.pdf", m_files.filePath("missing").toStdString()));
+    EXPECT_FALSE(shell.open("/tmp/a.pdf", files_.filePath("missing").toStdString()));
 }
 
 } // namespace

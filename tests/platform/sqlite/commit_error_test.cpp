@@ -93,13 +93,13 @@ public:
     LateSystem()
     {
         real_system = sqlite3_vfs_find(nullptr);
-        m_system = *real_system;
-        m_system.zName = "late";
-        m_system.pNext = nullptr;
-        m_system.szOsFile = real_system->szOsFile + static_cast<int>(sizeof(LateFile));
-        m_system.xOpen = open_through;
-        m_system.xDelete = unlink_through;
-        sqlite3_vfs_register(&m_system, 1);
+        system_ = *real_system;
+        system_.zName = "late";
+        system_.pNext = nullptr;
+        system_.szOsFile = real_system->szOsFile + static_cast<int>(sizeof(LateFile));
+        system_.xOpen = open_through;
+        system_.xDelete = unlink_through;
+        sqlite3_vfs_register(&system_, 1);
         failing = Step::none;
     }
     LateSystem(const LateSystem&) = delete;
@@ -107,12 +107,12 @@ public:
     ~LateSystem()
     {
         failing = Step::none;
-        sqlite3_vfs_unregister(&m_system);
+        sqlite3_vfs_unregister(&system_);
         sqlite3_vfs_register(real_system, 1);
     }
 
 private:
-    sqlite3_vfs m_system{};
+    sqlite3_vfs system_{};
 };
 
 struct LateError {

@@ -80,24 +80,24 @@ public:
     FaultSystem()
     {
         real_system = sqlite3_vfs_find(nullptr);
-        m_system = *real_system;
-        m_system.zName = "fault";
-        m_system.pNext = nullptr;
-        m_system.szOsFile = real_system->szOsFile + static_cast<int>(sizeof(FaultFile));
-        m_system.xOpen = open_through;
-        sqlite3_vfs_register(&m_system, 1);
+        system_ = *real_system;
+        system_.zName = "fault";
+        system_.pNext = nullptr;
+        system_.szOsFile = real_system->szOsFile + static_cast<int>(sizeof(FaultFile));
+        system_.xOpen = open_through;
+        sqlite3_vfs_register(&system_, 1);
         plan = {};
     }
     FaultSystem(const FaultSystem&) = delete;
     FaultSystem& operator=(const FaultSystem&) = delete;
     ~FaultSystem()
     {
-        sqlite3_vfs_unregister(&m_system);
+        sqlite3_vfs_unregister(&system_);
         sqlite3_vfs_register(real_system, 1);
     }
 
 private:
-    sqlite3_vfs m_system{};
+    sqlite3_vfs system_{};
 };
 
 class Fault : public testing::TestWithParam<std::pair<int, DatabaseErrorKind>> {

@@ -87,20 +87,20 @@ TemporaryFolder::TemporaryFolder()
         ((has_memory ? memory : std::filesystem::temp_directory_path()) / "cuedrill-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr)
         throw std::runtime_error("no temporary folder");
-    m_path = std::filesystem::canonical(name);
+    path_ = std::filesystem::canonical(name);
 }
 
 TemporaryFolder::~TemporaryFolder()
 {
     std::error_code error;
-    std::filesystem::permissions(m_path, std::filesystem::perms::owner_all, error);
-    std::filesystem::remove_all(m_path, error);
+    std::filesystem::permissions(path_, std::filesystem::perms::owner_all, error);
+    std::filesystem::remove_all(path_, error);
 }
 
 std::vector<std::string> TemporaryFolder::names() const
 {
     std::vector<std::string> found;
-    for (const auto& entry : std::filesystem::directory_iterator(m_path))
+    for (const auto& entry : std::filesystem::directory_iterator(path_))
         found.push_back(entry.path().filename().string());
     std::sort(found.begin(), found.end());
     return found;
@@ -108,19 +108,19 @@ std::vector<std::string> TemporaryFolder::names() const
 
 RawConnection::RawConnection(const std::string& file)
 {
-    EXPECT_EQ(sqlite3_open(file.c_str(), &m_db), SQLITE_OK);
-    sqlite3_create_collation(m_db, "CUEDRILL", SQLITE_UTF8, &m_compare, raw_compare);
-    sqlite3_db_config(m_db, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+    EXPECT_EQ(sqlite3_open(file.c_str(), &db_), SQLITE_OK);
+    sqlite3_create_collation(db_, "CUEDRILL", SQLITE_UTF8, &compare_, raw_compare);
+    sqlite3_db_config(db_, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
 }
 
 RawConnection::~RawConnection()
 {
-    sqlite3_close(m_db);
+    sqlite3_close(db_);
 }
 
 void RawConnection::run(const std::string& sql)
 {
-    EXPECT_EQ(sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(m_db);
+    EXPECT_EQ(sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db_);
 }
 
 std::string RawConnection::query(const std::string& sql)
@@ -132,7 +132,7 @@ std::string RawConnection::query(const std::string& sql)
 std::string RawConnection::lines(const std::string& sql, int column)
 {
     sqlite3_stmt* statement = nullptr;
-    EXPECT_EQ(sqlite3_prepare_v2(m_db, sql.c_str(), -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(m_db);
+    EXPECT_EQ(sqlite3_prepare_v2(db_, sql.c_str(), -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(db_);
     std::string text;
     while (sqlite3_step(statement) == SQLITE_ROW) {
         const void* cell = sqlite3_column_text(statement, column);

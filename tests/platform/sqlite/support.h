@@ -46,13 +46,13 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder();
 
-    [[nodiscard]] std::string operator/(std::string_view name) const { return (m_path / name).string(); }
-    [[nodiscard]] std::string path() const { return m_path.string(); }
+    [[nodiscard]] std::string operator/(std::string_view name) const { return (path_ / name).string(); }
+    [[nodiscard]] std::string path() const { return path_.string(); }
     /// The names of all it holds, sorted.
     [[nodiscard]] std::vector<std::string> names() const;
 
 private:
-    std::filesystem::path m_path;
+    std::filesystem::path path_;
 };
 
 /// The engine used directly, as another program would.
@@ -71,30 +71,30 @@ public:
     [[nodiscard]] std::string lines(const std::string& sql, int column);
 
 private:
-    FoldingCompare m_compare;
-    sqlite3* m_db = nullptr;
+    FoldingCompare compare_;
+    sqlite3* db_ = nullptr;
 };
 
 /// No file of the process can grow beyond a size while an object of this class lives.
 class FileSizeLimit {
 public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
     {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
         ::setrlimit(RLIMIT_FSIZE, &limit);
     }
     FileSizeLimit(const FileSizeLimit&) = delete;
     FileSizeLimit& operator=(const FileSizeLimit&) = delete;
     ~FileSizeLimit()
     {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
     }
 
 private:
-    rlimit m_before{};
-    void (*m_handler)(int);
+    rlimit before_{};
+    void (*handler_)(int);
 };
 
 /// The engine cannot open a file whose name has an ending while an object of this class lives; for lack of room

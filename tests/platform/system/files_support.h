@@ -51,10 +51,10 @@ protected:
 /// Lets no file grow beyond `bytes` while it lives.
 class FileSizeLimit {
 public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
     {
-        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
-        rlimit limit = m_before;
+        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before_), 0);
+        rlimit limit = before_;
         limit.rlim_cur = bytes;
         EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
     }
@@ -62,13 +62,13 @@ public:
     FileSizeLimit& operator=(const FileSizeLimit&) = delete;
     ~FileSizeLimit()
     {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
     }
 
 private:
-    rlimit m_before{};
-    void (*m_handler)(int);
+    rlimit before_{};
+    void (*handler_)(int);
 };
 
 /// Brings the working folder of its beginning back at its end.
@@ -80,13 +80,13 @@ public:
     ~KeptWorkingFolder()
     {
         std::error_code ignored;
-        std::filesystem::current_path(m_before, ignored);
+        std::filesystem::current_path(before_, ignored);
     }
 
-    [[nodiscard]] const std::filesystem::path& path() const { return m_before; }
+    [[nodiscard]] const std::filesystem::path& path() const { return before_; }
 
 private:
-    std::filesystem::path m_before = std::filesystem::current_path();
+    std::filesystem::path before_ = std::filesystem::current_path();
 };
 
 /// Makes the superuser, who may do everything everywhere, somebody else while it lives.
@@ -95,7 +95,7 @@ public:
     AsNobody()
     {
         constexpr uid_t nobody = 65534;
-        if (m_superuser) {
+        if (superuser_) {
             EXPECT_EQ(::seteuid(nobody), 0);
         }
     }
@@ -103,13 +103,13 @@ public:
     AsNobody& operator=(const AsNobody&) = delete;
     ~AsNobody()
     {
-        if (m_superuser) {
+        if (superuser_) {
             EXPECT_EQ(::seteuid(0), 0);
         }
     }
 
 private:
-    bool m_superuser = ::geteuid() == 0;
+    bool superuser_ = ::geteuid() == 0;
 };
 
 } // namespace cuedrill::platform::system

@@ -10,27 +10,27 @@ namespace cuedrill::platform::system {
 /// Gives an environment variable a value (nullptr: takes it away) until the end of its own life.
 class ScopedVariable {
 public:
-    ScopedVariable(std::string name, const char* value) : m_name(std::move(name))
+    ScopedVariable(std::string name, const char* value) : name_(std::move(name))
     {
-        if (const char* const before = std::getenv(m_name.c_str()))
-            m_before = before;
+        if (const char* const before = std::getenv(name_.c_str()))
+            before_ = before;
         assign(value);
     }
     ScopedVariable(const ScopedVariable&) = delete;
     ScopedVariable& operator=(const ScopedVariable&) = delete;
-    ~ScopedVariable() { assign(m_before ? m_before->c_str() : nullptr); }
+    ~ScopedVariable() { assign(before_ ? before_->c_str() : nullptr); }
 
     void assign(const char* value) const
     {
         if (value != nullptr)
-            ::setenv(m_name.c_str(), value, 1);
+            ::setenv(name_.c_str(), value, 1);
         else
-            ::unsetenv(m_name.c_str());
+            ::unsetenv(name_.c_str());
     }
 
 private:
-    std::string m_name;
-    std::optional<std::string> m_before;
+    std::string name_;
+    std::optional<std::string> before_;
 };
 
 } // namespace cuedrill::platform::system

@@ -22,13 +22,13 @@ namespace fs = std::filesystem;
 /// The mask for new files while it lives.
 class FileMask {
 public:
-    explicit FileMask(mode_t mask) : m_before(::umask(mask)) {}
+    explicit FileMask(mode_t mask) : before_(::umask(mask)) {}
     FileMask(const FileMask&) = delete;
     FileMask& operator=(const FileMask&) = delete;
-    ~FileMask() { ::umask(m_before); }
+    ~FileMask() { ::umask(before_); }
 
 private:
-    mode_t m_before;
+    mode_t before_;
 };
 
 class ReplacementTest : public FilesTest {
@@ -191,16 +191,16 @@ TEST_F(PartFile, StaysWhereTheContentsAreNotCompleted)
 /// A file of this name that somebody is writing.
 class HeldFile {
 public:
-    explicit HeldFile(const std::string& name) : m_handle(::open(name.c_str(), O_RDWR | O_CLOEXEC))
+    explicit HeldFile(const std::string& name) : handle_(::open(name.c_str(), O_RDWR | O_CLOEXEC))
     {
-        EXPECT_EQ(::flock(m_handle, LOCK_EX | LOCK_NB), 0);
+        EXPECT_EQ(::flock(handle_, LOCK_EX | LOCK_NB), 0);
     }
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;
-    ~HeldFile() { ::close(m_handle); }
+    ~HeldFile() { ::close(handle_); }
 
 private:
-    int m_handle;
+    int handle_;
 };
 
 TEST_F(PartFile, ThatNobodyIsWritingIsRemovedAtTheNextReplacementInTheFolder)
