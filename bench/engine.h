@@ -39,7 +39,7 @@ struct Engine {
     store::Course course{database};
     store::CourseParamsStore params{course, clock};
     scheduler::DeadTimes dead_times;
-    bank::RecordBank bank{course};
+    bank::RecordBank bank{course, text_compare};
 };
 
 } // namespace cuedrill::bench

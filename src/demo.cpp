@@ -66,7 +66,7 @@ public:
     {
         press("bot_yes");
         for (int number = 1; number <= questions; ++number) {
-            if (program_.course().current_cnt == 0) {
+            if (!program_.shown().is_question()) {
                 std::cout << "\nNothing more is mature for being asked; come back later.\n";
                 break;
             }
@@ -82,6 +82,11 @@ private:
 
     cuedrill::platform::Form1& controls() { return program_.form1().controls(); }
 
+    [[nodiscard]] std::string prompt() const
+    {
+        return program_.form1().widget().findChild<QLabel*>(QStringLiteral("panel_dialog"))->text().toStdString();
+    }
+
     /// Presses a button of the window as the user does.
     void press(const char* name)
     {
@@ -93,12 +98,12 @@ private:
 
     void drill_one(int number)
     {
-        const auto record = program_.course().current_cnt;
+        const auto record = program_.shown().current_cnt();
         std::cout << "\nquestion " << number << '\n';
-        say("prompt", controls().panel_dialog.caption());
+        say("prompt", prompt());
         say("question", controls().Text_q.text());
         press("bot_yes");
-        say("prompt", controls().panel_dialog.caption());
+        say("prompt", prompt());
         say("answer", controls().Text_a.text());
 
         // Now and then somebody does not know an answer.

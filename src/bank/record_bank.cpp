@@ -1,5 +1,6 @@
 #include "bank/record_bank.h"
 
+#include "bank/compared_text.h"
 #include "common/errors.h"
 #include "common/text.h"
 #include "store/course_transaction.h"
@@ -18,6 +19,9 @@ std::string too_long_text(std::string_view what, std::size_t characters)
 }
 
 namespace {
+
+/// The column that holds no text twice.
+constexpr const char* column_without_duplicates = "q";
 
 /// Whether the counters stand at 0 in both directions.
 bool starts_anew(const store::QaRecord& record)
@@ -49,6 +53,45 @@ std::variant<common::Int16, Refusal> RecordBank::Write_QA(const std::string& que
         const std::string words = too_long(question, answer);
         return Refusal{words.empty() ? error.what() : words};
     }
+}
+
+bool is_blank(const std::string& text)
+{
+    return common::trim_blanks_and_line_ends(text).empty();
+}
+
+std::variant<common::Int16, Refusal> RecordBank::save(const Draft& draft, std::function<void()> when_stored_after_all)
+{
+    if (std::optional<Refusal> refusal = refusal_of(draft))
+        return std::move(*refusal);
+    if (!draft.changed)
+        return insert_record(draft.question, draft.answer);
+    change_record(*draft.changed, draft.question, draft.answer, std::move(when_stored_after_all));
+    return *draft.changed;
+}
+
+std::optional<Refusal> RecordBank::refusal_of(const Draft& draft)
+{
+    if (is_blank(draft.question))
+        return Refusal{"The question is empty. No saving performed.", WhichText::question};
+    if (is_blank(draft.answer))
+        return Refusal{"The answer is empty. No saving performed.", WhichText::answer};
+    if (course_.Q_FIELD.text == column_without_duplicates && is_taken(draft, draft.question, draft.question_before))
+        return Refusal{"Question is already in database.", WhichText::question};
+    // In an inverted course the column without duplicates is shown as the answer.
+    if (course_.A_FIELD.text == column_without_duplicates && is_taken(draft, draft.answer, draft.answer_before))
+        return Refusal{"Answer is already in database.", WhichText::answer};
+    return std::nullopt;
+}
+
+/// Whether `text` is another one than `before`, but for its case, and another record has it. The record itself may have
+/// it already, where a save was stored whose outcome was unknown.
+bool RecordBank::is_taken(const Draft& draft, const std::string& text, const std::string& before)
+{
+    if (draft.changed && same_text(text, before, text_compare_))
+        return false;
+    const std::optional<FoundRecord> found = find(column_without_duplicates, text);
+    return found && (!draft.changed || found->cnt != std::int64_t{*draft.changed});
 }
 
 common::Int16 RecordBank::insert_record(const std::string& question, const std::string& answer)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/int16.h"
+#include "platform/text_compare.h"
 #include "store/course.h"
 #include "store/records.h"
 
@@ -19,16 +20,35 @@ struct FoundRecord {
     std::string answer{}; ///< text on the answer side
 };
 
+/// Which of the two texts of a record.
+enum class WhichText { question, answer };
+
 /// Why a record was not stored, in words for the user.
 struct Refusal {
     std::string words;
+    WhichText about = WhichText::question; ///< the text that is to be mended
 };
+
+/// Texts that somebody has typed, the asked side first: a new record, or a change of one.
+struct Draft {
+    std::string question;
+    std::string answer;
+    std::optional<common::Int16> changed; ///< key of the record that is changed; nothing for a new one
+    std::string question_before;          ///< texts of that record as they were loaded
+    std::string answer_before;
+};
+
+/// Whether a text would not be seen: there is nothing in it but blanks and line ends.
+[[nodiscard]] bool is_blank(const std::string& text);
 
 /// The one place where records of the open course come into being, are changed and go. Showing them, and which one is
 /// the current one, is up to the caller.
 class RecordBank {
 public:
-    explicit RecordBank(store::Course& course) : course_(course) {}
+    RecordBank(store::Course& course, const platform::TextCompare& text_compare)
+        : course_(course), text_compare_(text_compare)
+    {
+    }
 
     /// Adds a record of the two texts, `question` on the side that is asked. It never was tested, whatever stands in
     /// the course already.
@@ -36,6 +56,14 @@ public:
     /// @throws common::OverflowError when the course is full or the record's number does not fit 16 bits
     /// @throws platform::DatabaseError when the course cannot be written at all. Nothing is stored in both cases.
     [[nodiscard]] std::variant<common::Int16, Refusal> Write_QA(const std::string& question, const std::string& answer);
+
+    /// Stores what was typed, unless a text is blank, or another record has the one that no record may share.
+    /// @param when_stored_after_all runs when a change turns out to be stored only after an unknown outcome; throws
+    ///        nothing.
+    /// @return the record's number, or a refusal with nothing stored.
+    /// @throws what `insert_record` and `change_record` throw.
+    [[nodiscard]] std::variant<common::Int16, Refusal> save(const Draft& draft,
+                                                            std::function<void()> when_stored_after_all);
 
     /// Adds a record as `Write_QA` does, and asks nothing about its texts.
     /// @return its number
@@ -69,12 +97,16 @@ public:
     [[nodiscard]] std::optional<FoundRecord> find(const std::string& column, const std::string& text);
 
 private:
+    [[nodiscard]] std::optional<Refusal> refusal_of(const Draft& draft);
+    [[nodiscard]] bool is_taken(const Draft& draft, const std::string& text, const std::string& before);
+
     /// A function that tells whether the record has these texts.
     [[nodiscard]] std::function<bool()> texts_are_stored(common::Int16 cnt, const store::QaTexts& texts);
 
     [[nodiscard]] bool is_changed_to(common::Int16 cnt, const store::QaTexts& texts);
 
     store::Course& course_;
+    const platform::TextCompare& text_compare_;
     std::optional<common::Int16> stored_after_all_;
 };
 

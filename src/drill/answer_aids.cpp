@@ -30,7 +30,7 @@ void AnswerAids::m_view_hints()
 void AnswerAids::m_let_me_type()
 {
     if (services_.layout.can_type())
-        services_.view.let_me_type();
+        services_.display.let_me_type();
 }
 
 void AnswerAids::ToggleAlwaysType()
@@ -38,9 +38,9 @@ void AnswerAids::ToggleAlwaysType()
     store::CourseParams changed = course_.params;
     changed.always_type = !changed.always_type;
     services_.params.change_params(changed);
-    services_.statistics_view.show_options();
+    services_.options.show_options();
     if (changed.always_type && services_.layout.can_type())
-        services_.view.let_me_type();
+        services_.display.let_me_type();
     else
         form1_.Text_q.set_focus();
     services_.layout.RelayoutWindow();
@@ -56,7 +56,7 @@ void AnswerAids::ToggleListMode()
         services_.status.ask_for_verdict();
     else
         services_.status.reset_status();
-    services_.statistics_view.show_options();
+    services_.options.show_options();
     if (!changed.list_mode) {
         state_.AnswerShown = false;
         state_.shared_place = SharedPlace::statistics;
@@ -69,7 +69,7 @@ void AnswerAids::ToggleListMode()
 bool AnswerAids::answer_box_holds_answer() const
 {
     const std::string text = form1_.Text_a.text();
-    return !text.empty() && bank::same_text(text, state_.loaded_answer, services_.text_compare);
+    return !text.empty() && bank::same_text(text, state_.shown.loaded_answer(), services_.text_compare);
 }
 
 } // namespace cuedrill::drill

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "drill/course_options.h"
+#include "drill/display.h"
 #include "drill/drill_state.h"
 #include "drill/hints.h"
-#include "drill/question_view.h"
 #include "drill/statistics.h"
-#include "drill/statistics_view.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
 #include "platform/form1.h"
@@ -20,8 +20,8 @@ public:
     struct Services {
         store::CourseParamsStore& params;
         Statistics& statistics;
-        StatisticsView& statistics_view;
-        QuestionView& view;
+        CourseOptions& options;
+        Display& display;
         StatusLine& status;
         Hints& hints;
         WindowLayout& layout;

@@ -9,6 +9,8 @@
 namespace cuedrill::drill {
 namespace {
 
+using platform::Screen;
+
 constexpr const char* level_help =
     "How many questions are at this level, and how many of all that is. The last line counts level 5 and all above it. "
     "Questions that were never tested may be in no line.\r\n\r\nThe triangle marks the level to which your last "
@@ -18,15 +20,25 @@ constexpr const char* title = "Cuedrill - Help";
 
 } // namespace
 
-void ContextHelp::offer(std::string_view name, std::initializer_list<platform::HelpfulControl*> controls,
-                        const char* text)
+/// Adds the help to that which is told all at once.
+/// @return what tells it alone.
+std::function<void()> ContextHelp::note(std::string_view name, const char* text)
 {
-    for (platform::HelpfulControl* control : controls) {
-        control->offer_help([this, text] {
-            desktop_.message_box({.text = text, .icon = platform::BoxIcon::information, .title = title});
-        });
-    }
     all_ += std::string(name) + "\r\n" + text + "\r\n\r\n";
+    return
+        [this, text] { desktop_.message_box({.text = text, .icon = platform::BoxIcon::information, .title = title}); };
+}
+
+void ContextHelp::offer(std::string_view name, platform::Button& button, const char* text)
+{
+    button.offer_help(note(name, text));
+}
+
+void ContextHelp::offer(std::string_view name, std::initializer_list<platform::ScreenLine> lines, const char* text)
+{
+    const std::function<void()> ask = note(name, text);
+    for (const platform::ScreenLine line : lines)
+        form1_.screen.offer_help(line, ask);
 }
 
 void ContextHelp::show_all()
@@ -45,9 +57,9 @@ void ContextHelp::attach()
     attach_question_figures();
     attach_statistics();
     // A list takes every click for the choice of a line, so its help is told with all the rest only.
-    offer("List", {},
-          "A line for each record, with its level on the left. Click on a line, or go to it with the arrow keys and "
-          "press Enter, to have its question on display. Escape closes the list; \"Recall last list\" shows it again.");
+    note("List",
+         "A line for each record, with its level on the left. Click on a line, or go to it with the arrow keys and "
+         "press Enter, to have its question on display. Escape closes the list; \"Recall last list\" shows it again.");
 }
 
 void ContextHelp::attach_toolbar()
@@ -58,65 +70,64 @@ void ContextHelp::attach_toolbar()
             buttons[row.button->number] = &*row.button;
     }
     for (const auto& [number, row] : buttons)
-        offer(common::replace_all(row->caption, "&", ""), {form1_.pb.at(static_cast<std::size_t>(number - 1))},
+        offer(common::replace_all(row->caption, "&", ""), *form1_.pb.at(static_cast<std::size_t>(number - 1)),
               row->help);
 }
 
 void ContextHelp::attach_dialog()
 {
-    offer("Prompt", {&form1_.panel_dialog}, "What the program asks you. Answer with the buttons beside it.");
-    offer("Yes", {&form1_.bot_yes},
+    offer("Prompt", {&Screen::panel_dialog}, "What the program asks you. Answer with the buttons beside it.");
+    offer("Yes", form1_.bot_yes,
           "Answers what is asked with Yes. To \"Did you know the answer?\" that is the verdict that you knew "
           "it; it can be given once the answer is shown. A click with the right button of the mouse means No.");
-    offer("No", {&form1_.bot_no},
+    offer("No", form1_.bot_no,
           "Answers what is asked with No. While no question is on display yet, that ends the program; when you are "
           "offered the answer, it leaves the question without a verdict and asks another one; to \"Did you know the "
           "answer?\" it is the verdict that you did not know it, which can be given once the answer is shown.");
-    offer("Ignore", {&form1_.bot_other},
+    offer("Ignore", form1_.bot_other,
           "Leaves the question without a verdict and asks another one. Its level stays as it is.");
-    offer("Status", {&form1_.P_status}, "Tells what has just happened, or what to do next.");
+    offer("Status", {&Screen::P_status}, "Tells what has just happened, or what to do next.");
 }
 
 void ContextHelp::offer_figures(std::initializer_list<Figure> figures)
 {
     for (const Figure& figure : figures)
-        offer(figure.name, {&figure.caption, &figure.value}, figure.text);
+        offer(figure.name, {figure.caption, figure.value}, figure.text);
 }
 
 void ContextHelp::attach_question_figures()
 {
     offer_figures({
-        {"Level", form1_.lab_q_level, form1_.PANEL_Q_LEVEL,
+        {"Level", &Screen::lab_q_level, &Screen::PANEL_Q_LEVEL,
          "The level of the question on display, from 0 to 10. The higher it is, the longer the question rests before "
          "it is asked again."},
-        {"Attempts", form1_.lab_q_attempts, form1_.PANEL_Q_ATTEMPTS,
+        {"Attempts", &Screen::lab_q_attempts, &Screen::PANEL_Q_ATTEMPTS,
          "How often the question on display was judged in this direction since it was last saved."},
-        {"Failures", form1_.lab_fails, form1_.PANEL_FAILS,
+        {"Failures", &Screen::lab_fails, &Screen::PANEL_FAILS,
          "How often the question on display was judged as not known in this direction since it was last saved."},
-        {"Elapsed", form1_.lab_elapsed, form1_.PANEL_ELAPSED,
+        {"Elapsed", &Screen::lab_elapsed, &Screen::PANEL_ELAPSED,
          "How long ago the question on display was last judged, in hours and minutes. Empty when it never was."},
     });
 }
 
 void ContextHelp::attach_statistics()
 {
-    const auto& levels = form1_.panel_level;
-    offer("Levels", {levels[0], levels[1], levels[2], levels[3], levels[4], levels[5]}, level_help);
+    form1_.screen.offer_level_help(note("Levels", level_help));
     offer_figures({
-        {"Total", form1_.lab_total, form1_.panel_total, "How many questions the course has."},
-        {"Unpassed", form1_.lab_nr_unpassed, form1_.panel_nr_unpassed,
+        {"Total", &Screen::lab_total, &Screen::panel_total, "How many questions the course has."},
+        {"Unpassed", &Screen::lab_nr_unpassed, &Screen::panel_nr_unpassed,
          "How many questions are below the target level. With a target above 5, all questions at level 5 or more count "
          "as well. Those that were never tested may not count."},
-        {"Score today", form1_.lab_score, form1_.Panel_score,
+        {"Score today", &Screen::lab_score, &Screen::Panel_score,
          "The score of today: a success that leaves a question above level 1 gives a point, and a failure of a "
          "question above level 0 takes one away."},
-        {"Open time", form1_.lab_open_time, form1_.panel_open_time,
+        {"Open time", &Screen::lab_open_time, &Screen::panel_open_time,
          "How long the program has been running, in hours and minutes."},
-        {"Time today", form1_.lab_time_today, form1_.panel_time_today,
+        {"Time today", &Screen::lab_time_today, &Screen::panel_time_today,
          "How long you have worked with this course today, in hours and minutes."},
-        {"Time ever", form1_.lab_time_ever, form1_.panel_time_ever,
+        {"Time ever", &Screen::lab_time_ever, &Screen::panel_time_ever,
          "How long you have ever worked with this course, in hours and minutes."},
-        {"Time now", form1_.lab_time_now, form1_.Panel_time_now, "The time of day."},
+        {"Time now", &Screen::lab_time_now, &Screen::Panel_time_now, "The time of day."},
     });
 }
 

@@ -3,6 +3,7 @@
 #include "platform/desktop.h"
 #include "platform/form1.h"
 
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -26,8 +27,8 @@ public:
 private:
     struct Figure {
         const char* name;
-        platform::Label& caption;
-        platform::Label& value;
+        platform::ScreenLine caption;
+        platform::ScreenLine value;
         const char* text;
     };
 
@@ -35,7 +36,9 @@ private:
     void attach_dialog();
     void attach_question_figures();
     void attach_statistics();
-    void offer(std::string_view name, std::initializer_list<platform::HelpfulControl*> controls, const char* text);
+    std::function<void()> note(std::string_view name, const char* text);
+    void offer(std::string_view name, platform::Button& button, const char* text);
+    void offer(std::string_view name, std::initializer_list<platform::ScreenLine> lines, const char* text);
     void offer_figures(std::initializer_list<Figure> figures);
 
     platform::Form1& form1_;

@@ -176,8 +176,6 @@ void CourseOpener::m_open()
     course_.course_name.clear();
     main_window_.unload();
     choose_file_on_open_ = true;
-    course_.current_cnt = 0;
-    course_.previous_cnt = 0;
     if (!apertura_db())
         throw common::ProgramEnded{};
 }

@@ -198,21 +198,18 @@ void DrillCommands::m_invert()
     // The last verdict was about the other direction.
     to_.course.last_verdict.reset();
     to_.last_list.exchange_sides();
-    to_.statistics_view.show_options();
-    try {
-        form1_.bot_focus.set_focus();
-        run(Command::show_stats);
-    } catch (...) {
-        // The question on display was asked in the direction of before; its verdict must not go to the other one.
-        to_.dialog.withdraw_question();
-        throw;
-    }
+    to_.options.show_options();
+    // The question on display was asked in the direction of before; its verdict must not go to the other one.
+    Display::Change change(to_.display);
+    form1_.bot_focus.set_focus();
+    run(Command::show_stats);
+    change.keep();
     to_.selection.next_question();
 }
 
 void DrillCommands::m_display_q_nr()
 {
-    to_.desktop.message_box({.text = "Question number: " + std::to_string(to_.course.current_cnt)});
+    to_.desktop.message_box({.text = "Question number: " + std::to_string(to_.state.shown.current_cnt())});
 }
 
 } // namespace cuedrill::drill

@@ -4,7 +4,9 @@
 #include "drill/command_controls.h"
 #include "drill/context_help.h"
 #include "drill/course_opener.h"
+#include "drill/course_options.h"
 #include "drill/course_title.h"
+#include "drill/display.h"
 #include "drill/end_of_program.h"
 #include "drill/last_list.h"
 #include "drill/level_commands.h"
@@ -15,7 +17,6 @@
 #include "drill/record_lists.h"
 #include "drill/scoring.h"
 #include "drill/selection.h"
-#include "drill/statistics_view.h"
 #include "drill/status_line.h"
 #include "platform/desktop.h"
 #include "platform/form1.h"
@@ -49,7 +50,9 @@ public:
         ContextHelp& context_help;
         support::HelpCommands& help;
         support::Agenda& agenda;
-        StatisticsView& statistics_view;
+        CourseOptions& options;
+        Display& display;
+        const DrillState& state;
         StatusLine& status;
         platform::Desktop& desktop;
     };

@@ -16,8 +16,33 @@ enum class DialogState : common::Int16 {
 /// What stands in the place that statistics, hints and lists share.
 enum class SharedPlace { statistics, hint, list };
 
-/// What has been done about the question on display, and with which texts it was shown.
+/// The record on display. Only Display writes it.
+class ShownRecord {
+public:
+    /// Key of the record; 0 for none.
+    [[nodiscard]] common::Int16 current_cnt() const { return current_cnt_; }
+    /// Key of the record that was on display when the next question was last asked for; 0 for none.
+    [[nodiscard]] common::Int16 previous_cnt() const { return previous_cnt_; }
+    /// Whether a question is on display; without one, nothing can be revealed or judged.
+    [[nodiscard]] bool is_question() const { return current_cnt_ != 0; }
+
+    /// The texts of the record as they were loaded: the asked side, and the answer side.
+    [[nodiscard]] const std::string& loaded_question() const { return question_; }
+    [[nodiscard]] const std::string& loaded_answer() const { return answer_; }
+
+private:
+    friend class Display;
+
+    common::Int16 current_cnt_ = 0;
+    common::Int16 previous_cnt_ = 0;
+    std::string question_;
+    std::string answer_;
+};
+
+/// What is on display, and what has been done about it.
 struct DrillState {
+    ShownRecord shown;
+
     DialogState dialog = DialogState::AskToStart;
 
     /// The right button went down on "Yes": the click that may follow does nothing.
@@ -36,9 +61,6 @@ struct DrillState {
     SharedPlace shared_place = SharedPlace::statistics;
     bool list_built = false;     ///< there was a list in this course, which can be recalled
     bool hint_is_masked = false; ///< the hint that was shown last is the masked answer, not a list of words
-
-    std::string loaded_question; ///< text on the asked side of the current record
-    std::string loaded_answer;   ///< text on its answer side
 
     /// A list of records stands where the drill shows its statistics and hints.
     [[nodiscard]] bool list_shown() const { return shared_place == SharedPlace::list; }

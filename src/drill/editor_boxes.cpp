@@ -11,7 +11,7 @@ RecordTexts EditorBoxes::typed_texts() const
 
 RecordTexts EditorBoxes::loaded_texts() const
 {
-    return {state_.loaded_question, state_.loaded_answer};
+    return {state_.shown.loaded_question(), state_.shown.loaded_answer()};
 }
 
 // A text that is right already is left alone, and with it the caret and what the user can undo.
@@ -56,12 +56,12 @@ void EditorBoxes::redisplay()
     status_.reset_status();
 }
 
-void EditorBoxes::show_saved_record()
+void EditorBoxes::show_saved_record(common::Int16 cnt)
 {
     const RecordTexts saved = typed_texts();
     try {
-        refresh_counts_or_withdraw(statistics_, view_);
-        view_.show_record_and_answer();
+        refresh_counts_or_withdraw(statistics_, display_);
+        display_.show_record_and_answer(cnt);
     } catch (const std::exception&) {
         put_question(saved.question);
         put_answer(saved.answer);

@@ -69,7 +69,7 @@ std::vector<std::string> Hints::draw_answers()
     const std::int64_t place_of_answer = draw_position(sample);
     for (std::int64_t place = 0; place < sample; ++place) {
         if (place == place_of_answer) {
-            answers.push_back(state_.loaded_answer);
+            answers.push_back(state_.shown.loaded_answer());
             continue;
         }
         // Only a record that another program has just deleted is missing.
@@ -118,7 +118,7 @@ void Hints::BuildWordListHint()
 void Hints::BuildMaskedHint()
 {
     // The parts of longer characters are neither letters nor digits of ASCII, so bytes will do.
-    std::string text = state_.loaded_answer;
+    std::string text = state_.shown.loaded_answer();
     std::replace_if(text.begin(), text.end(), is_letter_or_digit, HintMask);
     show(text, true);
 }

@@ -58,7 +58,7 @@ void LevelCommands::m_change_target_level()
     params_.change_params(changed);
     if (raised)
         course_.all_passed_announced = false;
-    panels_.show_target_level();
+    options_.show_target_level();
     statistics_.refresh_counts();
 }
 

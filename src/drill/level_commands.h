@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drill/displays.h"
+#include "drill/course_options.h"
 #include "drill/statistics.h"
 #include "platform/desktop.h"
 #include "scheduler/dead_time.h"
@@ -13,8 +13,8 @@ namespace cuedrill::drill {
 class LevelCommands {
 public:
     LevelCommands(store::Course& course, store::CourseParamsStore& params, const scheduler::DeadTimes& dead_times,
-                  Statistics& statistics, StatisticsPanels& panels, platform::Desktop& desktop)
-        : course_(course), params_(params), dead_times_(dead_times), statistics_(statistics), panels_(panels),
+                  Statistics& statistics, CourseOptions& options, platform::Desktop& desktop)
+        : course_(course), params_(params), dead_times_(dead_times), statistics_(statistics), options_(options),
           desktop_(desktop)
     {
     }
@@ -31,7 +31,7 @@ private:
     store::CourseParamsStore& params_;
     const scheduler::DeadTimes& dead_times_;
     Statistics& statistics_;
-    StatisticsPanels& panels_;
+    CourseOptions& options_;
     platform::Desktop& desktop_;
 };
 

@@ -16,9 +16,7 @@ using namespace std::chrono_literals;
 void MainWindow::attach()
 {
     platform::Form1& form1 = parts_.form1;
-    parts_.statistics_view.set_captions();
-    parts_.question_view.set_captions();
-    form1.P_status.set_description("Status");
+    parts_.display.name_boxes();
     attach_dialog();
     attach_boxes();
     form1.window.on_close = [this] { close(); };
@@ -32,7 +30,6 @@ void MainWindow::attach()
 void MainWindow::attach_dialog()
 {
     platform::Form1& form1 = parts_.form1;
-    form1.panel_dialog.set_description("Prompt");
     form1.bot_yes.on_click = [this] { parts_.dialog.OnYes(); };
     form1.bot_yes.on_mouse_down = [this](platform::MouseButton button) { parts_.dialog.OnYesMouseDown(button); };
     form1.bot_yes.on_mouse_up = [this](platform::MouseButton) { parts_.state.RightClickConsumed = false; };
@@ -62,9 +59,9 @@ void MainWindow::load()
     {
         const platform::BusyPointer busy(parts_.desktop);
         forget_display();
-        parts_.question_view.ApplyTextFont();
-        parts_.statistics_view.show_course();
-        parts_.statistics.refresh_counts();
+        parts_.display.ApplyTextFont();
+        parts_.options.show_course();
+        parts_.statistics.show_course();
         timer_1_sec_tick();
         parts_.title.set_window_title();
         parts_.form1.window.show();
@@ -87,27 +84,26 @@ void MainWindow::unload()
 
 void MainWindow::forget_display()
 {
-    parts_.course.previous_cnt = 0;
     parts_.state.dialog = DialogState::AskToStart;
     parts_.state.RightClickConsumed = false;
     parts_.edit_flags.clear();
     parts_.last_list.forget_list();
     parts_.state.list_built = false;
-    parts_.question_view.leave_list();
-    parts_.question_view.withdraw_question();
+    parts_.display.leave_list();
+    parts_.display.forget();
     parts_.status.ShowStatus("", 0);
 }
 
-void MainWindow::show_stored_record()
+void MainWindow::show_stored_record(common::Int16 cnt)
 {
-    refresh_counts_or_withdraw(parts_.statistics, parts_.question_view);
-    if (parts_.course.current_cnt != 0)
-        parts_.question_view.show_record();
+    refresh_counts_or_withdraw(parts_.statistics, parts_.display);
+    parts_.display.show_record(cnt);
 }
 
 void MainWindow::timer_1_sec_tick()
 {
-    parts_.form1.Panel_time_now.set_caption(common::format_clock(parts_.clock.now()));
+    parts_.screen.told.course.time_now = common::format_clock(parts_.clock.now());
+    parts_.screen.repaint();
 }
 
 void MainWindow::timer_1_min_tick()

@@ -1,17 +1,18 @@
 #pragma once
 
 #include "app/base/trace_log.h"
+#include "drill/course_options.h"
 #include "drill/course_title.h"
+#include "drill/display.h"
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
 #include "drill/end_of_program.h"
 #include "drill/last_list.h"
 #include "drill/question_dialog.h"
-#include "drill/question_view.h"
 #include "drill/record_editor.h"
 #include "drill/record_lists.h"
+#include "drill/screen.h"
 #include "drill/statistics.h"
-#include "drill/statistics_view.h"
 #include "drill/status_line.h"
 #include "drill/typed_answer.h"
 #include "drill/window_layout.h"
@@ -43,8 +44,9 @@ public:
         EndOfProgram& end_of_program;
         DrillState& state;
         StatusLine& status;
-        StatisticsView& statistics_view;
-        QuestionView& question_view;
+        CourseOptions& options;
+        MainScreen& screen;
+        Display& display;
         WindowLayout& layout;
         QuestionDialog& dialog;
         TypedAnswer& typed_answer;
@@ -62,8 +64,9 @@ public:
     /// Puts the window away; the next `load` starts afresh.
     void unload();
 
-    /// Shows the current record and the counts after records were stored.
-    void show_stored_record();
+    /// Shows the counts after records were stored, and the last of them, `cnt`.
+    /// @throws platform::DatabaseError; no question is on display then.
+    void show_stored_record(common::Int16 cnt);
 
     /// Brings the list of all questions up to date, where it is shown.
     void show_all_stored() { parts_.last_list.rebuild_shown_list(); }

@@ -2,8 +2,12 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace cuedrill::drill {
+
+struct DrillState;
+struct EditFlags;
 
 /// What the user is doing, as far as it decides what can be done next.
 enum class Mode : std::size_t {
@@ -18,5 +22,8 @@ inline constexpr std::size_t modes = 6;
 
 /// For each mode, whether something can be done in it.
 using InModes = std::array<bool, modes>;
+
+/// What is going on in a course of so many records.
+[[nodiscard]] Mode mode_of(std::int64_t records, const EditFlags& flags, const DrillState& state);
 
 } // namespace cuedrill::drill

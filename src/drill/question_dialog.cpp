@@ -26,25 +26,33 @@ DialogTexts texts_of(DialogState state)
 
 } // namespace
 
-QuestionDialog::QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
-                               WindowLayout& layout, platform::Desktop& desktop, Selection& selection, Scoring& scoring,
-                               RecordEditor& editor, EndOfProgram& end_of_program, const store::Course& course)
-    : form1_(form1), state_(state), view_(view), status_(status), layout_(layout), desktop_(desktop),
-      selection_(selection), scoring_(scoring), editor_(editor), end_of_program_(end_of_program), course_(course)
+QuestionDialog::QuestionDialog(platform::Form1& form1, DrillState& state, MainScreen& screen, Display& display,
+                               StatusLine& status, WindowLayout& layout, platform::Desktop& desktop,
+                               Selection& selection, Scoring& scoring, RecordEditor& editor,
+                               EndOfProgram& end_of_program)
+    : form1_(form1), state_(state), screen_(screen), display_(display), status_(status), layout_(layout),
+      desktop_(desktop), selection_(selection), scoring_(scoring), editor_(editor), end_of_program_(end_of_program)
 {
 }
 
 void QuestionDialog::RefreshDialog()
 {
     const DialogTexts texts = texts_of(state_.dialog);
-    form1_.panel_dialog.set_caption("");
+    show_prompt("");
     desktop_.pump();
-    form1_.panel_dialog.set_caption(texts.prompt);
+    show_prompt(texts.prompt);
     layout_.lay_out_buttons();
     form1_.bot_yes.set_caption(texts.yes);
     form1_.bot_no.set_caption(texts.no);
     form1_.bot_other.set_caption("Ignore");
     layout_.RelayoutWindow();
+}
+
+void QuestionDialog::show_prompt(const char* text)
+{
+    screen_.told.prompt.text = text;
+    ++screen_.told.prompt.news;
+    screen_.repaint();
 }
 
 void QuestionDialog::enter(DialogState state)
@@ -58,15 +66,9 @@ void QuestionDialog::enter(DialogState state)
 template <class Step>
 void QuestionDialog::go_on(Step step)
 {
-    layout_.hold_dialog(true);
-    try {
-        step();
-    } catch (...) {
-        layout_.hold_dialog(false);
-        layout_.RelayoutWindow();
-        throw;
-    }
-    layout_.hold_dialog(false);
+    WindowLayout::DialogHold hold(layout_);
+    step();
+    hold.release();
     enter(DialogState::OfferAnswer);
 }
 
@@ -90,7 +92,7 @@ void QuestionDialog::OnYes()
         if (!can_judge())
             return;
         state_.SelfJudgement.clear();
-        view_.RevealAnswer();
+        display_.RevealAnswer();
         enter(DialogState::AskKnown);
         break;
     case DialogState::AskKnown:
@@ -136,7 +138,7 @@ void QuestionDialog::ShowAnswerCommand()
         return;
     state_.AnswerShown = true;
     state_.SelfJudgement.clear();
-    view_.RevealAnswer();
+    display_.RevealAnswer();
     state_.AwaitingVerdict = true;
     layout_.RelayoutWindow();
     status_.ask_for_verdict();
@@ -148,13 +150,13 @@ void QuestionDialog::NextQuestionCommand()
         leave_question();
         return;
     }
-    const common::Int16 edited = course_.current_cnt;
+    const common::Int16 edited = state_.shown.current_cnt();
     if (editor_.offer_to_save() == SaveResult::refused)
         return;
     if (editor_.editing())
         editor_.close_editor();
     // Texts that were rejected have taken the record off the display.
-    selection_.next_question_after(course_.current_cnt != 0 ? course_.current_cnt : edited);
+    selection_.next_question_after(state_.shown.is_question() ? state_.shown.current_cnt() : edited);
 }
 
 void QuestionDialog::SucceedAndNext()
@@ -178,7 +180,7 @@ void QuestionDialog::FailAndNext()
         throw;
     }
     // A success is told by the status line.
-    view_.announce_with_next("Not known. Level 0.");
+    display_.announce_with_next("Not known. Level 0.");
     selection_.next_question();
 }
 

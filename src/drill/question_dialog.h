@@ -1,16 +1,16 @@
 #pragma once
 
+#include "drill/display.h"
 #include "drill/drill_state.h"
 #include "drill/end_of_program.h"
-#include "drill/question_view.h"
 #include "drill/record_editor.h"
 #include "drill/scoring.h"
+#include "drill/screen.h"
 #include "drill/selection.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
 #include "platform/desktop.h"
 #include "platform/form1.h"
-#include "store/course.h"
 
 #include <string_view>
 
@@ -22,9 +22,9 @@ namespace cuedrill::drill {
 /// judges, what `Scoring` throws. The dialog keeps its state then.
 class QuestionDialog {
 public:
-    QuestionDialog(platform::Form1& form1, DrillState& state, QuestionView& view, StatusLine& status,
+    QuestionDialog(platform::Form1& form1, DrillState& state, MainScreen& screen, Display& display, StatusLine& status,
                    WindowLayout& layout, platform::Desktop& desktop, Selection& selection, Scoring& scoring,
-                   RecordEditor& editor, EndOfProgram& end_of_program, const store::Course& course);
+                   RecordEditor& editor, EndOfProgram& end_of_program);
 
     /// Repaints prompt and buttons for the present state. The prompt is blanked first, so that every new one flashes.
     void RefreshDialog();
@@ -44,9 +44,6 @@ public:
     /// a record that the course then refuses stays in the editor, and nothing else happens.
     void NextQuestionCommand();
 
-    /// Takes the question off the display, so that nothing can be revealed or judged.
-    void withdraw_question() { view_.withdraw_question(); }
-
     /// Judge the question on display and ask the next one; the dialog's state stays.
     void SucceedAndNext();
     void FailAndNext();
@@ -55,12 +52,14 @@ private:
     template <class Step>
     void go_on(Step step);
     void leave_question();
+    void show_prompt(const char* text);
     void enter(DialogState state);
     [[nodiscard]] bool can_judge() const { return layout_.question_on_display(); }
 
     platform::Form1& form1_;
     DrillState& state_;
-    QuestionView& view_;
+    MainScreen& screen_;
+    Display& display_;
     StatusLine& status_;
     WindowLayout& layout_;
     platform::Desktop& desktop_;
@@ -68,7 +67,6 @@ private:
     Scoring& scoring_;
     RecordEditor& editor_;
     EndOfProgram& end_of_program_;
-    const store::Course& course_;
 };
 
 } // namespace cuedrill::drill

@@ -120,10 +120,9 @@ void QuestionImport::show(const Progress& progress)
     if (progress.stored == shown_)
         return;
     shown_ = progress.stored;
-    course_.current_cnt = progress.last_cnt;
     flags_.clear();
     status_.ShowStatus(words_of(progress), 0);
-    main_window_.show_stored_record();
+    main_window_.show_stored_record(progress.last_cnt);
 }
 
 /// An error has ended the import.

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "bank/record_bank.h"
-#include "drill/displays.h"
+#include "common/errors.h"
+#include "drill/display.h"
+#include "drill/drill_state.h"
 #include "drill/edit_flags.h"
-#include "drill/editor_view.h"
+#include "drill/editor_boxes.h"
 #include "drill/scoring.h"
 #include "drill/selection.h"
 #include "drill/statistics.h"
@@ -12,6 +14,7 @@
 #include "store/course.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace cuedrill::drill {
@@ -29,15 +32,15 @@ public:
     struct Services {
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
-        QuestionDisplay& display;
+        Display& display;
         Statistics& statistics;
         Scoring& scoring;
         Selection& selection;
     };
 
-    RecordEditor(store::Course& course, EditFlags& flags, bank::RecordBank& bank, EditorView& view,
-                 const Services& services)
-        : course_(course), flags_(flags), bank_(bank), view_(view), services_(services)
+    RecordEditor(store::Course& course, const DrillState& state, EditFlags& flags, bank::RecordBank& bank,
+                 EditorBoxes& boxes, const Services& services)
+        : course_(course), state_(state), flags_(flags), bank_(bank), boxes_(boxes), services_(services)
     {
     }
 
@@ -87,24 +90,23 @@ private:
     enum class Rejection { leaves_editor, keeps_editor };
 
     SaveResult save(Rejection rejection);
-    SaveResult reject(const char* text, Rejection rejection, void (EditorView::*go_to_text)());
+    SaveResult reject(const bank::Refusal& refusal, const RecordTexts& texts, Rejection rejection);
+    SaveResult finish_save(common::Int16 cnt);
     [[nodiscard]] bool is_saving_wanted();
     [[nodiscard]] std::string entered(const std::string& text) const;
-    [[nodiscard]] bool question_is_taken(const RecordTexts& texts);
-    [[nodiscard]] bool answer_is_taken(const RecordTexts& texts);
-    [[nodiscard]] bool is_changed(const std::string& text, const std::string& loaded) const;
-    [[nodiscard]] bool another_has(const std::string& text);
-    [[nodiscard]] bool is_saved_after_all(const RecordTexts& texts);
+    [[nodiscard]] RecordTexts entered_texts();
+    [[nodiscard]] bank::Draft draft_of(const RecordTexts& texts) const;
+    [[nodiscard]] std::optional<common::Int16> saved_after_all(const RecordTexts& texts);
     SaveResult keep_as_new(const RecordTexts& texts, const store::RecordGone& error, Rejection rejection);
-    void show_saved();
-    void store(const RecordTexts& texts);
+    void show_saved(common::Int16 cnt);
     [[nodiscard]] std::function<void()> forget_verdict(common::Int16 cnt);
     void tell_refusal(const RecordTexts& texts, const common::Error& error);
 
     store::Course& course_;
+    const DrillState& state_;
     EditFlags& flags_;
     bank::RecordBank& bank_;
-    EditorView& view_;
+    EditorBoxes& boxes_;
     Services services_;
     bool save_is_unknown_ = false; ///< whether the texts in the boxes are stored already
 };

@@ -101,7 +101,7 @@ std::optional<bank::FoundRecords> RecordLists::search(bool in_questions, const s
 
 void RecordLists::list_similar()
 {
-    const std::string question(common::trim_blanks(state_.loaded_question));
+    const std::string question(common::trim_blanks(state_.shown.loaded_question()));
     if (question.empty())
         return;
     bank::SimilarQuestions similar = find_similar(question);
@@ -153,8 +153,7 @@ void RecordLists::listav_click(const std::string& line)
                                     0);
         return;
     }
-    course_.current_cnt = common::to_int16(*cnt, "record number");
-    question_view_.show_question();
+    display_.ask(common::to_int16(*cnt, "record number"));
 }
 
 void RecordLists::tell(const std::string& text)

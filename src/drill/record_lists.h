@@ -1,10 +1,10 @@
 #pragma once
 
 #include "bank/record_search.h"
+#include "drill/display.h"
 #include "drill/drill_state.h"
 #include "drill/end_of_program.h"
 #include "drill/last_list.h"
-#include "drill/question_view.h"
 #include "drill/record_editor.h"
 #include "drill/status_line.h"
 #include "platform/clock.h"
@@ -20,10 +20,10 @@ namespace cuedrill::drill {
 /// The commands that list records, and the click that leads from a line to its record.
 class RecordLists {
 public:
-    RecordLists(store::Course& course, const DrillState& state, LastList& list, QuestionView& question_view,
-                StatusLine& status, RecordEditor& editor, EndOfProgram& end_of_program, platform::Desktop& desktop,
+    RecordLists(store::Course& course, const DrillState& state, LastList& list, Display& display, StatusLine& status,
+                RecordEditor& editor, EndOfProgram& end_of_program, platform::Desktop& desktop,
                 const platform::TextCompare& text_compare, platform::Clock& clock)
-        : course_(course), state_(state), list_(list), question_view_(question_view), status_(status), editor_(editor),
+        : course_(course), state_(state), list_(list), display_(display), status_(status), editor_(editor),
           end_of_program_(end_of_program), desktop_(desktop), text_compare_(text_compare), clock_(clock)
     {
     }
@@ -67,7 +67,7 @@ private:
     store::Course& course_;
     const DrillState& state_;
     LastList& list_;
-    QuestionView& question_view_;
+    Display& display_;
     StatusLine& status_;
     RecordEditor& editor_;
     EndOfProgram& end_of_program_;

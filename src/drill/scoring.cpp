@@ -9,26 +9,22 @@
 #include <string>
 
 namespace cuedrill::drill {
-namespace {
 
-constexpr int status_seconds = 5;
-
-} // namespace
-
-Scoring::Scoring(store::Course& course, const scheduler::DeadTimes& dead_times, Statistics& statistics,
-                 const Views& views, platform::Clock& clock, platform::Desktop& desktop, EndOfProgram& end_of_program)
-    : course_(course), dead_times_(dead_times), statistics_(statistics), views_(views), clock_(clock),
-      desktop_(desktop), end_of_program_(end_of_program)
+Scoring::Scoring(store::Course& course, const scheduler::DeadTimes& dead_times, const DrillState& state,
+                 Display& display, Statistics& statistics, StatusLine& status, platform::Clock& clock,
+                 platform::Desktop& desktop, EndOfProgram& end_of_program)
+    : course_(course), dead_times_(dead_times), state_(state), display_(display), statistics_(statistics),
+      status_(status), clock_(clock), desktop_(desktop), end_of_program_(end_of_program)
 {
 }
 
 scheduler::Verdict Scoring::judge_current(bool known)
 {
     try {
-        return scheduler::judge(course_, dead_times_, course_.current_cnt, known, clock_.now());
+        return scheduler::judge(course_, dead_times_, state_.shown.current_cnt(), known, clock_.now());
     } catch (const store::OutcomeUnknown&) {
         // It may have had its verdict, so it must not be given one again.
-        views_.display.withdraw_question();
+        display_.withdraw_question();
         throw;
     }
 }
@@ -38,8 +34,10 @@ void Scoring::set_success()
     try {
         const platform::BusyPointer busy(desktop_);
         const scheduler::Verdict verdict = judge_current(true);
-        views_.status.ShowStatus(scheduler::success_text(verdict), status_seconds);
-        after_verdict(verdict);
+        Display::Change change(display_);
+        status_.ShowStatus(scheduler::success_text(verdict), status_seconds);
+        show_verdict(verdict);
+        change.keep();
     } catch (const store::RecordGone&) {
         desktop_.message_box({.text = "nomatch in set_success"});
         end_of_program_.end_program();
@@ -49,31 +47,33 @@ void Scoring::set_success()
 
 void Scoring::set_failure()
 {
-    views_.status.ShowStatus("", 0);
+    status_.ShowStatus("", 0);
     const platform::BusyPointer busy(desktop_);
     try {
-        after_verdict(judge_current(false));
+        const scheduler::Verdict verdict = judge_current(false);
+        Display::Change change(display_);
+        show_verdict(verdict);
+        change.keep();
     } catch (const store::RecordGone&) {
-        views_.display.withdraw_question();
+        display_.withdraw_question();
         course_.record_count = course_.count_records();
-        refresh_counts_or_withdraw(statistics_, views_.display);
+        refresh_counts_or_withdraw(statistics_, display_);
         throw;
     }
 }
 
-void Scoring::after_verdict(const scheduler::Verdict& verdict)
+void Scoring::show_verdict(const scheduler::Verdict& verdict)
 {
-    views_.panels.show_score(course_.params.score_today);
-    views_.panels.mark_level(std::min<int>(verdict.new_level, scheduler::last_counted_level));
-    refresh_counts_or_withdraw(statistics_, views_.display);
+    statistics_.show_verdict(std::min<int>(verdict.new_level, scheduler::last_counted_level));
+    statistics_.refresh_counts();
 }
 
 void Scoring::StampLastShow()
 {
-    if (course_.current_cnt == 0)
+    if (!state_.shown.is_question())
         return;
     const platform::BusyPointer busy(desktop_);
-    scheduler::stamp_last_show(course_, course_.current_cnt, clock_.now());
+    scheduler::stamp_last_show(course_, state_.shown.current_cnt(), clock_.now());
 }
 
 void Scoring::m_undo()
@@ -85,9 +85,8 @@ void Scoring::m_undo()
         if (!undone)
             return;
         failure = "The last result is undone, but the question cannot be shown.";
-        course_.current_cnt = undone->cnt;
-        refresh_counts_or_withdraw(statistics_, views_.display);
-        views_.display.show_question();
+        refresh_counts_or_withdraw(statistics_, display_);
+        display_.ask(undone->cnt);
     } catch (const store::OutcomeUnknown& error) {
         desktop_.message_box({.text = error.what(), .icon = platform::BoxIcon::exclamation});
     } catch (const common::Error& error) {
@@ -104,13 +103,11 @@ void Scoring::m_reset_all()
                               .default_button = platform::BoxAnswer::no});
     if (answer == platform::BoxAnswer::no)
         return;
-    {
-        const platform::BusyPointer busy(desktop_);
-        scheduler::reset_all(course_, clock_.now());
-    }
-    views_.panels.show_score(0);
-    refresh_counts_or_withdraw(statistics_, views_.display);
-    views_.display.refresh_figures();
+    const platform::BusyPointer busy(desktop_);
+    scheduler::reset_all(course_, clock_.now());
+    statistics_.show_score();
+    refresh_counts_or_withdraw(statistics_, display_);
+    display_.refresh_figures();
 }
 
 } // namespace cuedrill::drill

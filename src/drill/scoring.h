@@ -1,8 +1,10 @@
 #pragma once
 
-#include "drill/displays.h"
+#include "drill/display.h"
+#include "drill/drill_state.h"
 #include "drill/end_of_program.h"
 #include "drill/statistics.h"
+#include "drill/status_line.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "scheduler/dead_time.h"
@@ -15,14 +17,9 @@ namespace cuedrill::drill {
 /// neither is ever there without the other.
 class Scoring {
 public:
-    struct Views {
-        QuestionDisplay& display;
-        StatusDisplay& status;
-        StatisticsPanels& panels;
-    };
-
-    Scoring(store::Course& course, const scheduler::DeadTimes& dead_times, Statistics& statistics, const Views& views,
-            platform::Clock& clock, platform::Desktop& desktop, EndOfProgram& end_of_program);
+    Scoring(store::Course& course, const scheduler::DeadTimes& dead_times, const DrillState& state, Display& display,
+            Statistics& statistics, StatusLine& status, platform::Clock& clock, platform::Desktop& desktop,
+            EndOfProgram& end_of_program);
 
     /// The current question was known: its level rises to what the time since its last test proves.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
@@ -51,12 +48,14 @@ public:
 
 private:
     scheduler::Verdict judge_current(bool known);
-    void after_verdict(const scheduler::Verdict& verdict);
+    void show_verdict(const scheduler::Verdict& verdict);
 
     store::Course& course_;
     const scheduler::DeadTimes& dead_times_;
+    const DrillState& state_;
+    Display& display_;
     Statistics& statistics_;
-    Views views_;
+    StatusLine& status_;
     platform::Clock& clock_;
     platform::Desktop& desktop_;
     EndOfProgram& end_of_program_;

@@ -8,9 +8,11 @@
 #include <string>
 
 namespace cuedrill::drill {
+
 Selection::Selection(store::Course& course, store::CourseParamsStore& params, const scheduler::DeadTimes& dead_times,
-                     QuestionDisplay& display, StatisticsPanels& panels, const Services& services)
-    : course_(course), params_(params), dead_times_(dead_times), display_(display), panels_(panels), services_(services)
+                     const DrillState& state, Display& display, CourseOptions& options, const Services& services)
+    : course_(course), params_(params), dead_times_(dead_times), state_(state), display_(display), options_(options),
+      services_(services)
 {
 }
 
@@ -20,23 +22,24 @@ void Selection::next_question_after(common::Int16 previous)
         services_.desktop.message_box({.text = "There are no questions in the database."});
         return;
     }
-    course_.previous_cnt = previous;
-    display_.clear_answer_state();
+    display_.leave_question(previous);
     const common::DateTime now = services_.clock.now();
-    try {
-        course_.current_cnt = find_next_question(now);
-    } catch (...) {
-        // The question that stood there has had its verdict; it must not be judged a second time.
-        display_.withdraw_question();
-        throw;
-    }
-    if (course_.current_cnt != 0) {
-        display_.show_question();
+    if (ask_next(now))
         return;
-    }
-    display_.withdraw_question();
     services_.desktop.message_box({.text = "No question is mature for being asked."});
     show_next_due(now);
+}
+
+/// Whether there was a question to be asked; otherwise none is on display.
+bool Selection::ask_next(common::DateTime now)
+{
+    Display::Change change(display_);
+    const std::optional<common::Int16> next = find_next_question(now);
+    if (!next)
+        return false;
+    display_.ask(*next);
+    change.keep();
+    return true;
 }
 
 void Selection::tell_next_due()
@@ -57,15 +60,14 @@ void Selection::show_next_due(std::optional<common::DateTime> searched_at)
         return;
     // Of what was due when a search found nothing, it had passed over the last question. What is due since then, or
     // what somebody has put into the course meanwhile, is another one.
-    due->was_just_shown = searched_at && course_.previous_cnt != 0 && due->at <= std::min(*searched_at, now);
-    services_.status.ShowStatus(scheduler::next_due_text(*due, now), 0);
+    due->was_just_shown = searched_at && state_.shown.previous_cnt() != 0 && due->at <= std::min(*searched_at, now);
+    services_.status.show_about_due(scheduler::next_due_text(*due, now), 0);
 }
 
-/// 0 where there is none.
-common::Int16 Selection::find_next_question(common::DateTime now)
+std::optional<common::Int16> Selection::find_next_question(common::DateTime now)
 {
     const platform::BusyPointer busy(services_.desktop);
-    return scheduler::next_question(course_, dead_times_, course_.previous_cnt, now, services_.random).value_or(0);
+    return scheduler::next_question(course_, dead_times_, state_.shown.previous_cnt(), now, services_.random);
 }
 
 void Selection::m_random_extraction()
@@ -73,7 +75,7 @@ void Selection::m_random_extraction()
     store::CourseParams changed = course_.params;
     changed.random_mode = !changed.random_mode;
     params_.change_params(changed);
-    panels_.show_options();
+    options_.show_options();
     services_.desktop.message_box(
         {.text = changed.random_mode
                      ? "Mature questions of a given level will be extracted randomly"

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "drill/displays.h"
+#include "drill/course_options.h"
+#include "drill/display.h"
+#include "drill/status_line.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/random_source.h"
@@ -19,17 +21,17 @@ public:
         platform::Clock& clock;
         platform::RandomSource& random;
         platform::Desktop& desktop;
-        StatusDisplay& status; ///< for when the next question is due
+        StatusLine& status;
     };
 
     Selection(store::Course& course, store::CourseParamsStore& params, const scheduler::DeadTimes& dead_times,
-              QuestionDisplay& display, StatisticsPanels& panels, const Services& services);
+              const DrillState& state, Display& display, CourseOptions& options, const Services& services);
 
     /// Puts the next mature question on display, higher levels first and not the same one twice in a row, or says
     /// that there is none, and in the status line when the next one is due; then no question is on display and the
     /// current record is 0.
     /// @throws platform::DatabaseError, common::OverflowError, common::OutOfRangeError; no question is on display then.
-    void next_question() { next_question_after(course_.current_cnt); }
+    void next_question() { next_question_after(state_.shown.current_cnt()); }
 
     /// The same where the last question was the record `previous`; 0 for none.
     void next_question_after(common::Int16 previous);
@@ -45,14 +47,16 @@ public:
     void m_disp_nr_mature();
 
 private:
-    [[nodiscard]] common::Int16 find_next_question(common::DateTime now);
+    [[nodiscard]] bool ask_next(common::DateTime now);
+    [[nodiscard]] std::optional<common::Int16> find_next_question(common::DateTime now);
     void show_next_due(std::optional<common::DateTime> searched_at);
 
     store::Course& course_;
     store::CourseParamsStore& params_;
     const scheduler::DeadTimes& dead_times_;
-    QuestionDisplay& display_;
-    StatisticsPanels& panels_;
+    const DrillState& state_;
+    Display& display_;
+    CourseOptions& options_;
     Services services_;
 };
 

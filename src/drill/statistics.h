@@ -1,7 +1,8 @@
 #pragma once
 
 #include "common/date_time.h"
-#include "drill/displays.h"
+#include "drill/display.h"
+#include "drill/screen.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "store/course.h"
@@ -16,18 +17,28 @@ namespace cuedrill::drill {
 class Statistics {
 public:
     /// @param start_time when the program started: the open time runs from there.
-    Statistics(store::Course& course, store::CourseParamsStore& params, StatisticsPanels& panels,
-               platform::Clock& clock, platform::Desktop& desktop, common::DateTime start_time);
+    Statistics(store::Course& course, store::CourseParamsStore& params, MainScreen& screen, platform::Clock& clock,
+               platform::Desktop& desktop, common::DateTime start_time);
 
-    /// Shows the total, the work times, the number of questions of each level and of those not yet passed.
+    /// Shows the figures of a course that has just been opened: no level is marked.
+    /// @throws platform::DatabaseError
+    void show_course();
+
+    /// Shows the total, the score, the work times, the number of questions of each level and of those not yet passed.
     /// @throws platform::DatabaseError
     void refresh_counts();
+
+    /// Shows the score, and marks the level, 0 to 5, that the last verdict led to, and no other.
+    void show_verdict(int level);
+
+    /// Shows the score after it was set back.
+    void show_score();
 
     /// Shows the open time and the work times of the day and of the course's life, the running time included.
     void refresh_work_time();
 
     /// The number of questions not yet passed, as it was last shown.
-    [[nodiscard]] std::int64_t unpassed() const { return unpassed_; }
+    [[nodiscard]] std::int64_t unpassed() const { return screen_.told.course.counts.unpassed; }
 
     /// Tells once for the target level that every question has passed it, when that is so.
     void announce_passed(const std::string& text);
@@ -39,16 +50,15 @@ public:
 private:
     store::Course& course_;
     store::CourseParamsStore& params_;
-    StatisticsPanels& panels_;
+    MainScreen& screen_;
     platform::Clock& clock_;
     platform::Desktop& desktop_;
     common::DateTime start_time_;
-    std::int64_t unpassed_ = 0;
 };
 
 /// Counts anew after a change that is stored. When that fails no question is on display: what stands in the boxes must
 /// not be given a verdict that belongs to another moment, or to another record.
 /// @throws what `Statistics::refresh_counts` throws.
-void refresh_counts_or_withdraw(Statistics& statistics, QuestionDisplay& display);
+void refresh_counts_or_withdraw(Statistics& statistics, Display& display);
 
 } // namespace cuedrill::drill

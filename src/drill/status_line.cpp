@@ -6,44 +6,55 @@ namespace cuedrill::drill {
 
 void StatusLine::ShowStatus(std::string_view text, int seconds)
 {
-    prepare(seconds);
-    label_.set_caption(text);
+    prepare(text, seconds);
+    tell();
 }
 
-/// Makes the line ready for a text that stays for so many seconds, or for 0 until the next one.
-void StatusLine::prepare(int seconds)
+/// Puts a text into the line that stays for so many seconds, or for 0 until the next one. Nothing is drawn yet.
+platform::Line& StatusLine::prepare(std::string_view text, int seconds)
 {
     until_question_ = false;
     about_list_ = false;
     about_due_ = false;
     // Not the time of day: a text must neither stay nor go because somebody puts the clock.
     expiry_ = seconds != 0 ? std::optional(clock_.steady_seconds() + seconds) : std::nullopt;
-    label_.set_bold(false);
-    label_.set_background(std::nullopt);
-    label_.set_alignment(platform::Alignment::left);
+    platform::Line& line = screen_.told.status;
+    line.text = text;
+    line.bold = false;
+    line.background.reset();
+    line.alignment = platform::Alignment::left;
+    return line;
+}
+
+/// Draws the line, and has assistive technology read it out.
+void StatusLine::tell()
+{
+    ++screen_.told.status.news;
+    screen_.repaint();
 }
 
 void StatusLine::ask_for_verdict()
 {
-    ShowStatus("Press '+' or '-' to indicate success or failure", 0);
+    platform::Line& line = prepare("Press '+' or '-' to indicate success or failure", 0);
     until_question_ = true;
-    label_.set_background(common::pure_red);
-    label_.set_alignment(platform::Alignment::emphasised);
-    label_.set_bold(true);
+    line.background = common::pure_red;
+    line.alignment = platform::Alignment::emphasised;
+    line.bold = true;
+    tell();
 }
 
 void StatusLine::show_right()
 {
-    prepare(1);
-    label_.set_untold_caption("OK");
-    label_.set_background(common::pure_green);
-    label_.set_bold(true);
+    platform::Line& line = prepare("OK", 1);
+    line.background = common::pure_green;
+    line.bold = true;
+    screen_.repaint();
 }
 
 void StatusLine::show_wrong()
 {
-    reset_status();
-    label_.set_background(common::pure_red);
+    prepare("", 0).background = common::pure_red;
+    tell();
 }
 
 void StatusLine::show_until_question(std::string_view text, int seconds)

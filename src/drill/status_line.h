@@ -1,10 +1,10 @@
 #pragma once
 
-#include "drill/displays.h"
+#include "drill/screen.h"
 #include "platform/clock.h"
-#include "platform/controls.h"
 
 #include <optional>
+#include <string_view>
 
 namespace cuedrill::drill {
 
@@ -12,11 +12,12 @@ namespace cuedrill::drill {
 inline constexpr int status_seconds = 5;
 
 /// The status line `P_status`.
-class StatusLine : public StatusDisplay {
+class StatusLine {
 public:
-    StatusLine(platform::Label& P_status, platform::Clock& clock) : label_(P_status), clock_(clock) {}
+    StatusLine(MainScreen& screen, platform::Clock& clock) : screen_(screen), clock_(clock) {}
 
-    void ShowStatus(std::string_view text, int seconds) override;
+    /// Shows `text` for `seconds` seconds; 0 is until the next text.
+    void ShowStatus(std::string_view text, int seconds);
 
     /// Asks, with emphasis, for the verdict on the answer that has been revealed.
     void ask_for_verdict();
@@ -50,25 +51,15 @@ public:
     void expire();
 
 private:
-    void prepare(int seconds);
+    platform::Line& prepare(std::string_view text, int seconds);
+    void tell();
 
-    platform::Label& label_;
+    MainScreen& screen_;
     platform::Clock& clock_;
     bool until_question_ = false;
     bool about_list_ = false;
     bool about_due_ = false;
     std::optional<double> expiry_; ///< in steady seconds; nothing for a text that stays
-};
-
-/// The status line for what is told about the time of the next question.
-class DueStatus : public StatusDisplay {
-public:
-    explicit DueStatus(drill::StatusLine& status) : status_(status) {}
-
-    void ShowStatus(std::string_view text, int seconds) override { status_.show_about_due(text, seconds); }
-
-private:
-    drill::StatusLine& status_;
 };
 
 } // namespace cuedrill::drill

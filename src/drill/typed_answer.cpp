@@ -81,7 +81,7 @@ void TypedAnswer::show_answer()
 void TypedAnswer::reveal()
 {
     if (services_.layout.question_on_display())
-        services_.view.RevealAnswer();
+        services_.display.RevealAnswer();
     // Nothing is scored yet.
     if (services_.layout.answer_on_display() && state_.SelfJudgement == "-")
         services_.status.ask_for_verdict();
@@ -127,12 +127,12 @@ void TypedAnswer::JudgeTypedAnswer()
 {
     const std::string typed = form1_.Text_a.text();
     const bool right =
-        same(common::trim_blanks_and_line_ends(typed), common::trim_blanks_and_line_ends(state_.loaded_answer));
+        same(common::trim_blanks_and_line_ends(typed), common::trim_blanks_and_line_ends(state_.shown.loaded_answer()));
     if (right && !state_.AnswerShown) {
         succeed();
         return;
     }
-    msgbox_incorrect_answer(typed, state_.loaded_answer);
+    msgbox_incorrect_answer(typed, state_.shown.loaded_answer());
     services_.dialog.FailAndNext();
     // The box has shown the same words twice.
     if (right)
@@ -140,7 +140,8 @@ void TypedAnswer::JudgeTypedAnswer()
                                     status_seconds);
 }
 
-void TypedAnswer::succeed()
+/// @param answer_before stands in the box again where the verdict is not stored and the answer can be given again.
+void TypedAnswer::succeed(const std::string* answer_before)
 {
     services_.status.show_right();
     form1_.window.announce("Right.");
@@ -149,6 +150,8 @@ void TypedAnswer::succeed()
         services_.dialog.SucceedAndNext();
     } catch (...) {
         services_.status.reset_status();
+        if (answer_before != nullptr && services_.layout.can_type())
+            put(*answer_before);
         throw;
     }
 }
@@ -190,27 +193,21 @@ void TypedAnswer::OnHintClick()
         answer += " ";
     answer += *word;
     if (!begins_stored_answer(answer)) {
-        msgbox_incorrect_answer(answer, state_.loaded_answer);
+        msgbox_incorrect_answer(answer, state_.shown.loaded_answer());
         services_.dialog.FailAndNext();
         return;
     }
     put(answer);
-    if (!same(common::trim_blanks_and_line_ends(answer), common::trim_blanks_and_line_ends(state_.loaded_answer)))
-        return;
-    try {
-        succeed();
-    } catch (...) {
-        // Where the verdict is not stored, the last word can be chosen again.
-        if (services_.layout.can_type())
-            put(before);
-        throw;
-    }
+    if (same(common::trim_blanks_and_line_ends(answer),
+             common::trim_blanks_and_line_ends(state_.shown.loaded_answer())))
+        succeed(&before);
 }
 
 bool TypedAnswer::begins_stored_answer(const std::string& text) const
 {
     const std::string composed = services_.text_compare.nfc(text);
-    const std::string stored = services_.text_compare.nfc(common::trim_blanks_and_line_ends(state_.loaded_answer));
+    const std::string stored =
+        services_.text_compare.nfc(common::trim_blanks_and_line_ends(state_.shown.loaded_answer()));
     return same(composed, common::first_code_points(stored, common::code_points(composed)));
 }
 

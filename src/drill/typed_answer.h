@@ -1,11 +1,11 @@
 #pragma once
 
+#include "drill/display.h"
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
 #include "drill/hints.h"
 #include "drill/key_echo.h"
 #include "drill/question_dialog.h"
-#include "drill/question_view.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
 #include "platform/desktop.h"
@@ -23,7 +23,7 @@ namespace cuedrill::drill {
 class TypedAnswer {
 public:
     struct Services {
-        QuestionView& view;
+        Display& display;
         QuestionDialog& dialog;
         StatusLine& status;
         Hints& hints;
@@ -62,7 +62,7 @@ private:
     void reveal();
     [[nodiscard]] bool marked_as_known() const;
     bool insert_before_end(const platform::KeyPress& press);
-    void succeed();
+    void succeed(const std::string* answer_before = nullptr);
     void msgbox_incorrect_answer(const std::string& typed, const std::string& correct);
     void put(const std::string& answer);
     [[nodiscard]] bool begins_stored_answer(const std::string& text) const;

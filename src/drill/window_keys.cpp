@@ -88,7 +88,7 @@ void WindowKeys::close_shared_place()
 
 bool WindowKeys::answer_is_shown() const
 {
-    return bank::same_text(form1_.Text_a.text(), state_.loaded_answer, services_.text_compare);
+    return bank::same_text(form1_.Text_a.text(), state_.shown.loaded_answer(), services_.text_compare);
 }
 
 /// The verdict on an answer that is on display. Anywhere else "+" and "-" are ordinary characters; while an answer is
@@ -100,7 +100,7 @@ bool WindowKeys::on_sign(const platform::KeyPress& press)
     if (!services_.layout.question_on_display() || form1_.Text_q.text().empty() || !answer_is_shown())
         return false;
     // An empty answer equals an empty box before anything was shown.
-    if (state_.loaded_answer.empty() && !state_.answer_revealed)
+    if (state_.shown.loaded_answer().empty() && !state_.answer_revealed)
         return false;
     if (press.auto_repeat)
         return true;

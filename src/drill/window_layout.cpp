@@ -16,22 +16,10 @@ const PlaceRow& row_of(SharedPlace place)
 
 } // namespace
 
-Mode WindowLayout::mode() const
-{
-    if (flags_.new_mode)
-        return Mode::new_record;
-    if (flags_.edit_mode)
-        return Mode::edit_record;
-    if (course_.record_count == 0)
-        return Mode::empty_course;
-    if (!question_on_display())
-        return Mode::nothing;
-    return state_.answer_revealed ? Mode::answer : Mode::question;
-}
-
 void WindowLayout::RelayoutWindow()
 {
     platform::Button* const focused = focused_button();
+    screen_.repaint();
     relayout_boxes();
     relayout_shared_place();
     relayout_dialog();
@@ -39,29 +27,18 @@ void WindowLayout::RelayoutWindow()
     keep_focus(focused);
 }
 
+WindowLayout::DialogHold::~DialogHold()
+{
+    if (!layout_.dialog_held_)
+        return;
+    release();
+    layout_.RelayoutWindow();
+}
+
 void WindowLayout::relayout_boxes()
 {
     form1_.Text_q.set_locked(!is_enabled(Input::question_box));
     form1_.Text_a.set_locked(!is_enabled(Input::answer_box));
-    form1_.panel_a.set_caption(answer_heading());
-    // The status line asks for the verdict then.
-    form1_.panel_a.set_visible(!state_.AwaitingVerdict);
-}
-
-/// What the colour of a revealed answer tells, the heading tells too; and what an answer that is typed is worth, before
-/// it is typed.
-const char* WindowLayout::answer_heading() const
-{
-    if (state_.AnswerShown && can_type()) {
-        const bool has_words = state_.shared_place == SharedPlace::hint && !state_.hint_is_masked;
-        return has_words ? "Typed answers count as not known now; clicked words count"
-                         : "Typed answers count as not known now";
-    }
-    if (state_.TypingMode && can_type())
-        return "Type the answer, then press Enter";
-    if (!state_.answer_revealed || state_.SelfJudgement.empty())
-        return "Answer";
-    return state_.SelfJudgement == "-" ? "Answer: not known (-)" : "Answer: known (+)";
 }
 
 void WindowLayout::relayout_shared_place()
@@ -87,8 +64,6 @@ void WindowLayout::relayout_dialog()
 {
     if (dialog_held_)
         return;
-    // Nothing is asked while a record is being typed.
-    form1_.panel_dialog.set_enabled(!flags_.editing());
     form1_.bot_other.set_visible(state_.dialog == DialogState::AskKnown);
     form1_.bot_yes.set_enabled(is_enabled(Input::yes));
     form1_.bot_no.set_enabled(is_enabled(Input::no));

@@ -4,6 +4,7 @@
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
 #include "drill/enabling.h"
+#include "drill/screen.h"
 #include "drill/status_line.h"
 #include "platform/form1.h"
 #include "store/course.h"
@@ -14,8 +15,9 @@ namespace cuedrill::drill {
 class WindowLayout {
 public:
     WindowLayout(platform::Form1& form1, CommandControls& commands, const store::Course& course, const EditFlags& flags,
-                 const DrillState& state, StatusLine& status)
-        : form1_(form1), commands_(commands), course_(course), flags_(flags), state_(state), status_(status)
+                 const DrillState& state, MainScreen& screen, StatusLine& status)
+        : form1_(form1), commands_(commands), course_(course), flags_(flags), state_(state), screen_(screen),
+          status_(status)
     {
     }
 
@@ -26,10 +28,10 @@ public:
     /// Places the two or three buttons of the dialog strip side by side.
     void lay_out_buttons();
 
-    [[nodiscard]] Mode mode() const;
+    [[nodiscard]] Mode mode() const { return mode_of(course_.record_count, flags_, state_); }
 
     /// Whether a question is on display; without one, nothing can be revealed or judged.
-    [[nodiscard]] bool question_on_display() const { return course_.current_cnt != 0; }
+    [[nodiscard]] bool question_on_display() const { return state_.shown.is_question(); }
 
     /// Whether its answer is on display too.
     [[nodiscard]] bool answer_on_display() const { return mode() == Mode::answer; }
@@ -37,12 +39,23 @@ public:
     /// Whether the answer box waits for an answer.
     [[nodiscard]] bool can_type() const { return mode() == Mode::question; }
 
-    /// While held, the buttons of the dialog stay as they are. Whoever lets go lays the window out again.
-    void hold_dialog(bool held) { dialog_held_ = held; }
+    /// Keeps the buttons of the dialog as they are for a while. Unless it is released, the window is laid out again at
+    /// the end.
+    class DialogHold {
+    public:
+        explicit DialogHold(WindowLayout& layout) : layout_(layout) { layout_.dialog_held_ = true; }
+        DialogHold(const DialogHold&) = delete;
+        DialogHold& operator=(const DialogHold&) = delete;
+        ~DialogHold();
+
+        void release() { layout_.dialog_held_ = false; }
+
+    private:
+        WindowLayout& layout_;
+    };
 
 private:
     void relayout_boxes();
-    [[nodiscard]] const char* answer_heading() const;
     void relayout_shared_place();
     void relayout_dialog();
     void relayout_commands();
@@ -59,6 +72,7 @@ private:
     const store::Course& course_;
     const EditFlags& flags_;
     const DrillState& state_;
+    MainScreen& screen_;
     StatusLine& status_;
     bool dialog_held_ = false;
     platform::Button* displaced_ = nullptr; ///< lost the focus because it could not be used

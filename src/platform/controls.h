@@ -31,49 +31,13 @@ public:
     [[nodiscard]] virtual bool enabled() const = 0;
 };
 
-/// A control that can tell what it is for.
-class HelpfulControl : public Control {
-public:
-    /// From now on Shift and a click on the control, or F1 while it has the focus, calls `ask` and does nothing else;
-    /// the click also while the control is disabled. The pointer over the control becomes an upright arrow.
-    virtual void offer_help(std::function<void()> ask) = 0;
-};
-
-/// How a caption is placed in its label.
-enum class Alignment { left, emphasised };
-
-/// A line of text: a caption, a prompt, a figure, a status.
-class Label : public HelpfulControl {
-public:
-    /// Of some labels assistive technology tells each new caption at once.
-    virtual void set_caption(std::string_view text) = 0;
-    /// Shows the caption, but has it told by nobody: what it says is told otherwise.
-    virtual void set_untold_caption(std::string_view text) = 0;
-    [[nodiscard]] virtual std::string caption() const = 0;
-    /// What the label tells, for assistive technology ("Status"); its name is its caption.
-    virtual void set_description(std::string_view text) = 0;
-    /// Nothing gives the window's own background back. On a colour the text is dark.
-    virtual void set_background(std::optional<common::Colour> colour) = 0;
-    virtual void set_bold(bool bold) = 0;
-    virtual void set_alignment(Alignment alignment) = 0;
-};
-
-/// The number of questions of one level, as a figure with a bar.
-class LevelPanel : public HelpfulControl {
-public:
-    virtual void set_caption(std::string_view text) = 0;
-    virtual void set_description(std::string_view text) = 0;
-    /// Shows `count`; the bar is filled by the share `count` of `total` (empty when `total` is 0).
-    virtual void set_count(std::int64_t count, std::int64_t total) = 0;
-    virtual void set_background(std::optional<common::Colour> colour) = 0;
-    /// Marks the panel as the one that the last verdict led to.
-    virtual void set_marked(bool marked) = 0;
-};
-
 enum class MouseButton : std::uint8_t { left = 1, right = 2, middle = 4 };
 
-class Button : public HelpfulControl {
+class Button : public Control {
 public:
+    /// From now on Shift and a click on the button, or F1 while it has the focus, calls `ask` and does nothing else;
+    /// the click also while the button is disabled. The pointer over the button becomes an upright arrow.
+    virtual void offer_help(std::function<void()> ask) = 0;
     virtual void set_caption(std::string_view text) = 0;
     [[nodiscard]] virtual std::string caption() const = 0;
     /// Left edge and width within the container.

@@ -7,7 +7,9 @@
 #include "drill/command_controls.h"
 #include "drill/context_help.h"
 #include "drill/course_opener.h"
+#include "drill/course_options.h"
 #include "drill/course_title.h"
+#include "drill/display.h"
 #include "drill/drill_commands.h"
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
@@ -22,6 +24,7 @@
 #include "drill/record_editor.h"
 #include "drill/record_lists.h"
 #include "drill/scoring.h"
+#include "drill/screen.h"
 #include "drill/selection.h"
 #include "drill/statistics.h"
 #include "drill/window_keys.h"
@@ -83,35 +86,32 @@ struct Logic {
     store::CourseParamsStore params{course, p.clock};
 
     drill::CommandControls command_controls{form1};
+    drill::CourseOptions options{command_controls, course};
     drill::EditFlags edit_flags;
     drill::DrillState state;
-    drill::StatusLine status{form1.P_status, p.clock};
-    drill::DueStatus due_status{status};
-    drill::WindowLayout layout{form1, command_controls, course, edit_flags, state, status};
+    drill::MainScreen screen{form1.screen, course, edit_flags, state};
+    drill::StatusLine status{screen, p.clock};
+    drill::WindowLayout layout{form1, command_controls, course, edit_flags, state, screen, status};
     drill::Hints hints{form1, course, state, layout, p.random, p.text_compare};
-    drill::QuestionView question_view{form1, course, state, status, layout, hints, p.clock};
-    drill::StatisticsView statistics_view{form1, command_controls, course};
+    drill::Display display{form1, course, state, screen, status, layout, hints, p.clock};
 
     scheduler::DeadTimes dead_times;
     drill::EndOfProgram end_of_program{course, params, p.clock, trace};
-    drill::Statistics statistics{course, params, statistics_view, p.clock, p.desktop, start_time};
-    drill::Selection selection{course,        params,          dead_times,
-                               question_view, statistics_view, {p.clock, p.random, p.desktop, due_status}};
-    drill::Scoring scoring{course,  dead_times, statistics,    {question_view, status, statistics_view},
-                           p.clock, p.desktop,  end_of_program};
-    drill::LevelCommands levels{course, params, dead_times, statistics, statistics_view, p.desktop};
+    drill::Statistics statistics{course, params, screen, p.clock, p.desktop, start_time};
+    drill::Selection selection{
+        course, params, dead_times, state, display, options, {p.clock, p.random, p.desktop, status}};
+    drill::Scoring scoring{course, dead_times, state, display, statistics, status, p.clock, p.desktop, end_of_program};
+    drill::LevelCommands levels{course, params, dead_times, statistics, options, p.desktop};
 
-    bank::RecordBank bank{course};
+    bank::RecordBank bank{course, p.text_compare};
     drill::LastList last_list{course, form1.listav, state, edit_flags, layout, status, p.desktop, p.text_compare};
     drill::KeyPause key_pause{p.clock};
-    drill::EditorBoxes editor_boxes{form1,  state,      edit_flags, question_view, layout,
+    drill::EditorBoxes editor_boxes{form1,  state,      edit_flags, display,  layout,
                                     status, statistics, last_list,  key_pause};
-    drill::RecordEditor editor{course,
-                               edit_flags,
-                               bank,
-                               editor_boxes,
-                               {p.desktop, p.text_compare, question_view, statistics, scoring, selection}};
-    drill::RecordLists lists{course, state,          last_list, question_view,  status,
+    drill::RecordEditor editor{course,       state,
+                               edit_flags,   bank,
+                               editor_boxes, {p.desktop, p.text_compare, display, statistics, scoring, selection}};
+    drill::RecordLists lists{course, state,          last_list, display,        status,
                              editor, end_of_program, p.desktop, p.text_compare, p.clock};
 
     exchange::Exporter exporter{course, p.files, p.clock, p.text_compare};
@@ -122,20 +122,17 @@ struct Logic {
     support::HelpCommands help{big_box, documents, p.desktop, p.web_page};
 
     drill::KeyEcho echo{p.clock};
-    drill::QuestionDialog dialog{form1,     state,   question_view, status,         layout, p.desktop,
-                                 selection, scoring, editor,        end_of_program, course};
+    drill::QuestionDialog dialog{form1,     state,     screen,  display, status,        layout,
+                                 p.desktop, selection, scoring, editor,  end_of_program};
     drill::TypedAnswer typed_answer{
-        form1, state, edit_flags, {question_view, dialog, status, hints, layout, echo, p.desktop, p.text_compare}};
-    drill::AnswerAids aids{form1,
-                           course,
-                           state,
-                           {params, statistics, statistics_view, question_view, status, hints, layout, p.text_compare}};
+        form1, state, edit_flags, {display, dialog, status, hints, layout, echo, p.desktop, p.text_compare}};
+    drill::AnswerAids aids{
+        form1, course, state, {params, statistics, options, display, status, hints, layout, p.text_compare}};
     drill::ContextHelp context_help{form1, p.desktop};
     drill::CourseTitle title{course, params, form1.window, p.desktop, p.text_compare};
-    drill::MainWindow main_window{{form1,           p.desktop,     p.clock,        trace,  course,
-                                   params,          title,         edit_flags,     editor, last_list,
-                                   lists,           statistics,    end_of_program, state,  status,
-                                   statistics_view, question_view, layout,         dialog, typed_answer}};
+    drill::MainWindow main_window{{form1,  p.desktop, p.clock, trace,      course,         params, title,  edit_flags,
+                                   editor, last_list, lists,   statistics, end_of_program, state,  status, options,
+                                   screen, display,   layout,  dialog,     typed_answer}};
     drill::CourseOpener opener{course,           params,
                                main_window,      {p.files, p.clock, p.desktop, p.form2, settings, trace},
                                p.program_folder, start_time};
@@ -143,10 +140,10 @@ struct Logic {
                                           main_window, status, {p.files, p.clock, p.desktop, p.text_compare}};
     drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};
     drill::DrillCommands commands{
-        form1, command_controls, {course,          params,         opener,   title,        selection, scoring,
-                                  levels,          end_of_program, editor,   last_list,    lists,     question_import,
-                                  question_export, dialog,         aids,     context_help, help,      agenda,
-                                  statistics_view, status,         p.desktop}};
+        form1, command_controls, {course,          params,         opener, title,        selection, scoring,
+                                  levels,          end_of_program, editor, last_list,    lists,     question_import,
+                                  question_export, dialog,         aids,   context_help, help,      agenda,
+                                  options,         display,        state,  status,       p.desktop}};
     drill::WindowKeys keys{
         form1, state, {dialog, commands, editor, layout, echo, key_pause, p.desktop, p.text_compare, end_of_program}};
     drill::ErrorReport error_report{course, p.desktop, trace};

@@ -96,4 +96,9 @@ store::Course& Program::course()
     return logic_->course;
 }
 
+const drill::ShownRecord& Program::shown() const
+{
+    return logic_->state.shown;
+}
+
 } // namespace cuedrill::program

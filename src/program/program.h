@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drill/drill_state.h"
 #include "platform/qt/qt_form1.h"
 #include "store/course.h"
 
@@ -29,6 +30,7 @@ public:
 
     [[nodiscard]] platform::qt::QtForm1& form1();
     [[nodiscard]] store::Course& course();
+    [[nodiscard]] const drill::ShownRecord& shown() const;
 
 private:
     struct Platform;

@@ -75,9 +75,6 @@ public:
     /// Number of rows of `qa`. Counted in more than 16 bits, because a course made elsewhere may be larger.
     std::int64_t record_count = 0;
 
-    common::Int16 current_cnt = 0;  ///< number of the record on display; 0 for none
-    common::Int16 previous_cnt = 0; ///< number of the record on display before
-
     /// The notice that all questions have passed the target level was shown for this target.
     bool all_passed_announced = false;
 

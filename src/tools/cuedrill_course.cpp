@@ -79,7 +79,7 @@ void import_into(const std::string& path, const std::string& text_path)
     course.db_path = path;
     course.apri_db();
     course.set_side_fields();
-    bank::RecordBank record_bank(course);
+    bank::RecordBank record_bank(course, text_compare);
     exchange::Importer importer(course, record_bank, files, clock, text_compare, text_path);
     run(importer);
     if (course.record_count == 0)

@@ -1,8 +1,8 @@
 #include "common/colour.h"
+#include "drill/display.h"
 #include "drill/drill_state.h"
 #include "drill/hints_fixture.h"
 #include "drill/question_import.h"
-#include "drill/question_view.h"
 #include "drill/status_line.h"
 #include "store/course.h"
 
@@ -23,7 +23,7 @@ protected:
         EXPECT_TRUE(form1.Text_a.has_focus());
         EXPECT_FALSE(form1.Text_a.locked);
         EXPECT_FALSE(form1.pb.at(4).is_enabled);
-        EXPECT_EQ(form1.panel_a.caption_value, "Type the answer, then press Enter");
+        EXPECT_EQ(form1.screen.panel_a.text, "Type the answer, then press Enter");
     }
 };
 
@@ -80,7 +80,7 @@ TEST_F(AlwaysType, takes_no_focus_where_the_record_has_vanished)
     yes();
     form1.bot_focus.set_focus();
     database.execute("Delete from qa where cnt = 1");
-    user([this] { logic->question_view.show_question(); });
+    user([this] { logic->display.ask(1); });
     EXPECT_EQ(question(), "");
     EXPECT_FALSE(logic->state.TypingMode);
     EXPECT_FALSE(form1.Text_a.has_focus());
@@ -251,7 +251,7 @@ TEST_F(AlwaysHints, that_cannot_be_read_leave_no_question_that_could_be_judged)
     desktop.expect_box("The course " + path + " could not be read or written.\r\n\r\nThe disk is full.");
     yes();
     EXPECT_EQ(question(), "");
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     expect_no_hint();
     database.at_each_call({});
     yes();
@@ -331,14 +331,14 @@ TEST_F(AlwaysHints, leave_the_request_for_a_verdict_in_the_status_line)
         choose("m_list_mode");
         ASSERT_EQ(logic->course.params.list_mode, on);
         EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
-        EXPECT_EQ(form1.P_status.background, common::pure_red);
-        EXPECT_TRUE(form1.P_status.bold);
+        EXPECT_EQ(form1.screen.P_status.background, common::pure_red);
+        EXPECT_TRUE(form1.screen.P_status.bold);
         clock.advance_seconds(600);
         form1.timer_250_ms.tick();
         EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
     }
     press("+");
-    EXPECT_NE(form1.P_status.background, common::pure_red);
+    EXPECT_NE(form1.screen.P_status.background, common::pure_red);
 }
 
 /// An option that cannot be stored.

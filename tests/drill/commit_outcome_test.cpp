@@ -41,7 +41,7 @@ TEST_P(FailedCommitOfAVerdict, of_a_verdict_that_is_stored_counts_it_once)
     EXPECT_EQ(stored().attempts, 5);
     EXPECT_EQ(course.params.score_today, GetParam() ? 7 : 5);
     EXPECT_EQ(file().number("score_TODAY"), GetParam() ? 7 : 5);
-    EXPECT_EQ(panels.score, course.params.score_today);
+    EXPECT_EQ(panels().score, course.params.score_today);
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 2);
 }
@@ -52,7 +52,7 @@ TEST_P(FailedCommitOfAVerdict, of_a_verdict_that_is_not_stored_changes_nothing_a
     EXPECT_THROW(give(GetParam()), platform::CommitError);
     EXPECT_EQ(stored().attempts, 4);
     EXPECT_EQ(course.params.score_today, 6);
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(current_cnt(), 1);
     give(GetParam());
     EXPECT_EQ(stored().attempts, 5);
     EXPECT_EQ(course.params.score_today, GetParam() ? 7 : 5);
@@ -62,16 +62,16 @@ TEST_P(FailedCommitOfAVerdict, of_unknown_outcome_takes_the_question_away_and_is
 {
     for (const bool is_stored : {true, false}) {
         SCOPED_TRACE(is_stored);
-        course.current_cnt = 1;
+        display.take_for_record(1);
         database.fail_commit(is_stored);
         make_unreadable();
         EXPECT_THROW(give(GetParam()), store::OutcomeUnknown);
-        EXPECT_EQ(course.current_cnt, 0);
-        EXPECT_FALSE(display.question_on_display);
+        EXPECT_EQ(current_cnt(), 0);
+        EXPECT_FALSE(state.shown.is_question());
         EXPECT_EQ(database.transaction_depth(), 0);
         statistics.refresh_counts();
         EXPECT_EQ(course.params.score_today, GetParam() ? 7 : 5);
-        EXPECT_EQ(panels.score, GetParam() ? 7 : 5);
+        EXPECT_EQ(panels().score, GetParam() ? 7 : 5);
         params.save_work_time(clock.time);
         EXPECT_EQ(file().number("score_TODAY"), GetParam() ? 7 : 5) << "no later save takes it back";
         scoring.m_undo();
@@ -92,7 +92,7 @@ TEST_F(FailedCommitOfAVerdict, of_a_reset_that_is_stored_resets_memory)
     EXPECT_EQ(stored().attempts, 0);
     EXPECT_EQ(course.params.score_today, 0);
     EXPECT_EQ(course.params.time_ever, 0);
-    EXPECT_EQ(panels.score, 0);
+    EXPECT_EQ(panels().score, 0);
 }
 
 TEST_F(FailedCommitOfAVerdict, of_a_reset_that_is_not_stored_changes_nothing)
@@ -142,14 +142,14 @@ TEST_F(FailedCommitOfAVerdict, of_an_undo_is_told_as_it_is)
 TEST_F(FailedCommitOfAVerdict, of_a_verdict_is_settled_before_it_is_known_which_one_an_undo_is_about)
 {
     scoring.set_failure();
-    course.current_cnt = 2;
+    display.take_for_record(2);
     database.fail_commit(true);
     make_unreadable();
     EXPECT_THROW(scoring.set_failure(), store::OutcomeUnknown);
     scoring.m_undo();
     EXPECT_EQ(file().qa.at(1).q_side.successes, 1) << "it was the last one";
     EXPECT_EQ(stored().successes, 0);
-    EXPECT_EQ(course.current_cnt, 2);
+    EXPECT_EQ(current_cnt(), 2);
 }
 
 TEST_F(FailedCommitOfAVerdict, of_the_first_verdict_is_settled_by_an_undo)
@@ -159,7 +159,7 @@ TEST_F(FailedCommitOfAVerdict, of_the_first_verdict_is_settled_by_an_undo)
     EXPECT_THROW(scoring.set_failure(), store::OutcomeUnknown);
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 2);
-    EXPECT_EQ(display.shows, 1);
+    EXPECT_EQ(shows(), 1);
 }
 
 TEST_F(FailedCommitOfAVerdict, of_a_reset_that_comes_to_light_in_an_undo_leaves_nothing_to_be_undone)
@@ -173,14 +173,14 @@ TEST_F(FailedCommitOfAVerdict, of_a_reset_that_comes_to_light_in_an_undo_leaves_
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 0);
     EXPECT_EQ(stored().attempts, 0);
-    EXPECT_EQ(display.shows, 0);
+    EXPECT_EQ(shows(), 0);
     EXPECT_EQ(database.transaction_depth(), 0);
 }
 
 TEST_F(FailedCommitOfAVerdict, of_unknown_outcome_keeps_an_undo_from_acting_on_another_verdict)
 {
     scoring.set_failure();
-    course.current_cnt = 2;
+    display.take_for_record(2);
     database.fail_commit(true);
     make_unreadable();
     EXPECT_THROW(scoring.set_failure(), store::OutcomeUnknown);
@@ -189,7 +189,7 @@ TEST_F(FailedCommitOfAVerdict, of_unknown_outcome_keeps_an_undo_from_acting_on_a
                        "before this one is stored, because the course cannot be read again.");
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 0);
-    EXPECT_EQ(display.shows, 0);
+    EXPECT_EQ(shows(), 0);
 }
 
 TEST_F(FailedCommitOfAVerdict, of_the_stamp_is_told_only_where_it_is_not_stored)
@@ -211,8 +211,8 @@ TEST_F(FailedCommitOfAVerdict, of_a_stamp_of_unknown_outcome_is_told_and_leaves_
         database.fail_commit(is_stored);
         database.fail_at(Operation::query);
         EXPECT_THROW(scoring.StampLastShow(), store::OutcomeUnknown);
-        EXPECT_EQ(course.current_cnt, 1);
-        EXPECT_TRUE(display.question_on_display);
+        EXPECT_EQ(current_cnt(), 1);
+        EXPECT_TRUE(state.shown.is_question());
         EXPECT_EQ(database.transaction_depth(), 0);
         EXPECT_EQ(stored().date_last_show, is_stored ? clock.time : before.date_last_show);
         clock.advance_seconds(1);

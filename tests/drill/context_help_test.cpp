@@ -6,13 +6,29 @@
 namespace cuedrill::drill {
 namespace {
 
+using platform::Screen;
+
 class Help : public DrillFixture {
 protected:
     void SetUp() override { start_with_three_questions(); }
 
     /// What Shift and a click on the control tells.
-    template <class Control>
-    std::string help_of(const Control& control)
+    std::string help_of(const fakes::FakeButton& button)
+    {
+        return told_by([&] { button.shift_click(); });
+    }
+    std::string help_of(platform::ScreenLine line)
+    {
+        return told_by([&] { form1.screen_view.shift_click(line); });
+    }
+    std::string help_of_levels()
+    {
+        return told_by([&] { form1.screen_view.shift_click_level(); });
+    }
+
+private:
+    template <class Ask>
+    std::string told_by(Ask ask)
     {
         const std::size_t before = desktop.boxes.size();
         std::string told;
@@ -20,7 +36,7 @@ protected:
             told = desktop.boxes.back().text;
             desktop.expect_box(told);
         };
-        user([&] { control.shift_click(); });
+        user(ask);
         desktop.on_box = {};
         EXPECT_EQ(desktop.boxes.size(), before + (told.empty() ? 0U : 1U));
         return told;
@@ -56,7 +72,7 @@ TEST_F(Help, is_there_for_the_dialog_and_its_prompt)
     yes();
     yes();
     std::set<std::string> texts{help_of(form1.bot_yes), help_of(form1.bot_no), help_of(form1.bot_other),
-                                help_of(form1.panel_dialog), help_of(form1.P_status)};
+                                help_of(&Screen::panel_dialog), help_of(&Screen::P_status)};
     EXPECT_EQ(texts.size(), 5U);
     EXPECT_FALSE(texts.contains(""));
 }
@@ -64,18 +80,19 @@ TEST_F(Help, is_there_for_the_dialog_and_its_prompt)
 TEST_F(Help, of_an_indicator_is_that_of_its_caption)
 {
     const struct {
-        const fakes::FakeLabel& caption;
-        const fakes::FakeLabel& value;
-    } indicators[] = {{form1.lab_q_level, form1.PANEL_Q_LEVEL},       {form1.lab_q_attempts, form1.PANEL_Q_ATTEMPTS},
-                      {form1.lab_fails, form1.PANEL_FAILS},           {form1.lab_elapsed, form1.PANEL_ELAPSED},
-                      {form1.lab_total, form1.panel_total},           {form1.lab_nr_unpassed, form1.panel_nr_unpassed},
-                      {form1.lab_score, form1.Panel_score},           {form1.lab_open_time, form1.panel_open_time},
-                      {form1.lab_time_today, form1.panel_time_today}, {form1.lab_time_ever, form1.panel_time_ever},
-                      {form1.lab_time_now, form1.Panel_time_now}};
+        platform::ScreenLine caption;
+        platform::ScreenLine value;
+    } indicators[] = {
+        {&Screen::lab_q_level, &Screen::PANEL_Q_LEVEL},       {&Screen::lab_q_attempts, &Screen::PANEL_Q_ATTEMPTS},
+        {&Screen::lab_fails, &Screen::PANEL_FAILS},           {&Screen::lab_elapsed, &Screen::PANEL_ELAPSED},
+        {&Screen::lab_total, &Screen::panel_total},           {&Screen::lab_nr_unpassed, &Screen::panel_nr_unpassed},
+        {&Screen::lab_score, &Screen::Panel_score},           {&Screen::lab_open_time, &Screen::panel_open_time},
+        {&Screen::lab_time_today, &Screen::panel_time_today}, {&Screen::lab_time_ever, &Screen::panel_time_ever},
+        {&Screen::lab_time_now, &Screen::Panel_time_now}};
     std::set<std::string> texts;
     for (const auto& indicator : indicators) {
         const std::string text = help_of(indicator.value);
-        EXPECT_EQ(help_of(indicator.caption), text) << indicator.value.name;
+        EXPECT_EQ(help_of(indicator.caption), text) << text;
         texts.insert(text);
     }
     EXPECT_EQ(texts.size(), std::size(indicators));
@@ -84,9 +101,7 @@ TEST_F(Help, of_an_indicator_is_that_of_its_caption)
 
 TEST_F(Help, of_the_levels_tells_what_the_marks_mean)
 {
-    for (const fakes::FakeLevelPanel& panel : form1.panel_level)
-        EXPECT_NE(help_of(panel).find("The triangle marks the level to which your last verdict led"),
-                  std::string::npos);
+    EXPECT_NE(help_of_levels().find("The triangle marks the level to which your last verdict led"), std::string::npos);
 }
 
 TEST_F(Help, stands_in_a_box_of_its_own_title)
@@ -129,7 +144,7 @@ TEST_F(Help, of_everything_is_told_at_once_to_those_without_a_mouse)
           "Level",         "Attempts",    "Failures",   "Elapsed",    "Levels",      "Total", "Unpassed", "Score today",
           "Open time",     "Time today",  "Time ever",  "Time now",   "List"})
         EXPECT_NE(("\r\n" + all).find("\r\n" + std::string(name) + "\r\n"), std::string::npos) << name;
-    EXPECT_NE(all.find(help_of(form1.PANEL_ELAPSED)), std::string::npos);
+    EXPECT_NE(all.find(help_of(&Screen::PANEL_ELAPSED)), std::string::npos);
 }
 
 } // namespace

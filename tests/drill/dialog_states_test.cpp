@@ -1,7 +1,7 @@
+#include "drill/display.h"
 #include "drill/drill_fixture.h"
 #include "drill/drill_state.h"
 #include "drill/question_dialog.h"
-#include "drill/question_view.h"
 #include "store/course.h"
 
 namespace cuedrill::drill {
@@ -192,7 +192,7 @@ TEST_F(DialogStates, answer_marked_as_not_known_is_revealed_on_red)
     for (const Mark& mark :
          {Mark{"-", common::light_red}, Mark{"+", common::light_green}, Mark{"", common::light_green}}) {
         logic->state.SelfJudgement = mark.text;
-        logic->question_view.RevealAnswer();
+        logic->display.RevealAnswer();
         EXPECT_EQ(form1.Text_a.background, mark.colour) << "marked \"" << mark.text << '"';
     }
 }

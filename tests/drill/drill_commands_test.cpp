@@ -46,7 +46,7 @@ TEST_F(Commands, undo_gives_the_level_back_and_shows_the_question)
     choose("m_undo");
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 2, 2, clock.time, clock.time}));
     EXPECT_EQ(question(), "France?");
-    EXPECT_EQ(form1.panel_level[2].count, 1);
+    EXPECT_EQ(form1.screen.panel_level[2].count, 1);
 }
 
 TEST_F(Commands, undo_without_a_verdict_does_nothing)
@@ -64,7 +64,7 @@ TEST_F(Commands, reset_all_reaches_every_question)
                        platform::BoxAnswer::yes);
     choose("m_reset_all");
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{0, 0, 0, std::nullopt, std::nullopt}));
-    EXPECT_EQ(form1.panel_level[0].count, 3);
+    EXPECT_EQ(form1.screen.panel_level[0].count, 3);
 }
 
 TEST_F(Commands, table_of_dead_times_is_shown)
@@ -112,9 +112,9 @@ TEST_F(Commands, import_adds_to_the_course_and_shows_the_last_record)
     desktop.expect_box("2 questions and answers insterted.");
     choose("m_import");
     EXPECT_EQ(question(), "Peru?");
-    EXPECT_EQ(logic->course.current_cnt, 5);
-    EXPECT_EQ(form1.panel_total.caption_value, "5");
-    EXPECT_EQ(form1.panel_level[0].count, 3) << "imported records stand at level 0";
+    EXPECT_EQ(logic->state.shown.current_cnt(), 5);
+    EXPECT_EQ(form1.screen.panel_total.text, "5");
+    EXPECT_EQ(form1.screen.panel_level[0].count, 3) << "imported records stand at level 0";
     EXPECT_EQ(status(), "");
 }
 
@@ -140,14 +140,14 @@ TEST_F(Inversion, asks_the_other_side_at_once_and_is_stored)
     ASSERT_EQ(question(), "Italy?");
     choose("m_invert");
     EXPECT_EQ(question(), "Paris") << "no question was ever tested in this direction";
-    EXPECT_EQ(logic->state.loaded_answer, "France?");
+    EXPECT_EQ(logic->state.shown.loaded_answer(), "France?");
     EXPECT_TRUE(entry("m_invert").checked);
     EXPECT_EQ(fakes::read_course(path).number("invert"), 1);
-    EXPECT_EQ(form1.panel_level[2].count, 0) << "the other direction has its own levels";
+    EXPECT_EQ(form1.screen.panel_level[2].count, 0) << "the other direction has its own levels";
     choose("m_invert");
     EXPECT_FALSE(entry("m_invert").checked);
     EXPECT_EQ(fakes::read_course(path).number("invert"), 0);
-    EXPECT_EQ(form1.panel_level[2].count, 1);
+    EXPECT_EQ(form1.screen.panel_level[2].count, 1);
 }
 
 TEST_F(Inversion, judges_the_direction_that_is_asked)

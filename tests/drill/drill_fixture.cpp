@@ -17,7 +17,7 @@ struct DrillFixture::Program {
                            .state = logic.state,
                            .status = logic.status,
                            .layout = logic.layout,
-                           .question_view = logic.question_view,
+                           .display = logic.display,
                            .dead_times = logic.dead_times,
                            .end_of_program = logic.end_of_program,
                            .editor = logic.editor,
@@ -154,7 +154,7 @@ fakes::FakeMenuEntry& DrillFixture::entry(std::string_view name) const
 
 std::string DrillFixture::prompt() const
 {
-    return form1.panel_dialog.caption_value;
+    return form1.screen.panel_dialog.text;
 }
 
 std::string DrillFixture::question() const
@@ -169,7 +169,7 @@ std::string DrillFixture::answer() const
 
 std::string DrillFixture::status() const
 {
-    return form1.P_status.caption_value;
+    return form1.screen.P_status.text;
 }
 
 fakes::QaRow DrillFixture::stored(std::int64_t cnt) const

@@ -51,7 +51,7 @@ class LastList;
 class MainWindow;
 class QuestionDialog;
 class QuestionImport;
-class QuestionView;
+class Display;
 class RecordLists;
 class StatusLine;
 class TypedAnswer;
@@ -65,7 +65,7 @@ struct LogicParts {
     DrillState& state;
     StatusLine& status;
     WindowLayout& layout;
-    QuestionView& question_view;
+    Display& display;
     scheduler::DeadTimes& dead_times;
     EndOfProgram& end_of_program;
     RecordEditor& editor;

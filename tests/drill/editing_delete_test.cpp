@@ -55,10 +55,10 @@ TEST_F(DeleteInTheWindow, takes_the_record_away_and_asks_the_next_question)
     EXPECT_EQ(fakes::read_course(path).qa, (std::vector{before.qa.at(1), before.qa.at(2)}));
     EXPECT_EQ(question(), "Italy?");
     EXPECT_EQ(answer(), "");
-    EXPECT_EQ(logic->course.current_cnt, 2);
-    EXPECT_EQ(form1.panel_total.caption_value, "2");
-    EXPECT_EQ(form1.panel_level[2].count, 0);
-    EXPECT_EQ(form1.panel_nr_unpassed.caption_value, "1");
+    EXPECT_EQ(logic->state.shown.current_cnt(), 2);
+    EXPECT_EQ(form1.screen.panel_total.text, "2");
+    EXPECT_EQ(form1.screen.panel_level[2].count, 0);
+    EXPECT_EQ(form1.screen.panel_nr_unpassed.text, "1");
 }
 
 TEST_F(DeleteInTheWindow, is_chosen_by_the_menu_and_by_its_letter_too)
@@ -126,8 +126,8 @@ TEST_F(DeleteInTheWindow, of_a_record_that_has_vanished_is_told)
     toolbar(11);
     EXPECT_EQ(fakes::read_course(path).qa, (std::vector{before.qa.at(1), before.qa.at(2)}));
     EXPECT_EQ(database.transaction_depth(), 0);
-    EXPECT_EQ(logic->course.current_cnt, 0);
-    EXPECT_EQ(form1.panel_total.caption_value, "2");
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
+    EXPECT_EQ(form1.screen.panel_total.text, "2");
 }
 
 TEST_F(DeleteInTheWindow, whose_counts_fail_leaves_no_question_on_display)
@@ -138,7 +138,7 @@ TEST_F(DeleteInTheWindow, whose_counts_fail_leaves_no_question_on_display)
     toolbar(11);
     EXPECT_EQ(fakes::read_course(path).qa, (std::vector{before.qa.at(1), before.qa.at(2)}));
     EXPECT_EQ(logic->course.record_count, 2);
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     EXPECT_EQ(question(), "");
     EXPECT_EQ(answer(), "");
     toolbar(1);
@@ -155,7 +155,7 @@ TEST_P(FailingDeleteInTheWindow, keeps_the_question_on_display_and_may_be_repeat
     toolbar(11);
     EXPECT_EQ(fakes::read_course(path), before);
     EXPECT_EQ(logic->course.record_count, 3);
-    EXPECT_EQ(logic->course.current_cnt, 1);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 1);
     EXPECT_EQ(question(), "France?");
     EXPECT_EQ(database.transaction_depth(), 0);
     expect_question("France?", BoxAnswer::yes);
@@ -191,8 +191,8 @@ TEST_P(DeleteTheLastRecord, empties_the_boxes_and_says_so)
     EXPECT_TRUE(fakes::read_course(path).qa.empty());
     EXPECT_EQ(question(), "");
     EXPECT_EQ(answer(), "");
-    EXPECT_EQ(logic->course.current_cnt, 0);
-    EXPECT_EQ(form1.panel_total.caption_value, "0");
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
+    EXPECT_EQ(form1.screen.panel_total.text, "0");
     EXPECT_FALSE(entry("m_edit").usable());
 }
 

@@ -135,13 +135,13 @@ TEST_F(KeysOfTheEditor, letters_of_commands_that_cannot_be_used_do_nothing)
 TEST_F(KeysOfTheEditor, change_shows_the_answer_that_was_hidden_and_withdraws_the_request_for_a_verdict)
 {
     choose("m_show_answer");
-    ASSERT_FALSE(form1.panel_a.is_visible);
+    ASSERT_FALSE(form1.screen.panel_a.visible);
     choose("m_edit");
-    EXPECT_TRUE(form1.panel_a.is_visible);
+    EXPECT_TRUE(form1.screen.panel_a.visible);
     EXPECT_EQ(answer(), "Paris");
     EXPECT_EQ(form1.Text_a.background, std::nullopt);
     EXPECT_EQ(status(), "Saving starts this record's history again.");
-    EXPECT_EQ(form1.P_status.background, std::nullopt);
+    EXPECT_EQ(form1.screen.P_status.background, std::nullopt);
     EXPECT_FALSE(logic->state.AwaitingVerdict);
 }
 
@@ -151,7 +151,7 @@ TEST_F(KeysOfTheEditor, change_takes_the_place_of_an_answer_that_was_begun)
     type_answer("Lyo");
     toolbar(8);
     EXPECT_EQ(answer(), "Paris");
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
     EXPECT_TRUE(form1.Text_q.has_focus());
     EXPECT_FALSE(form1.Text_q.locked);
     EXPECT_FALSE(form1.Text_a.locked);
@@ -197,7 +197,7 @@ TEST_F(KeysOfTheEditor, escape_leaves_a_new_record_with_its_texts)
     press(Key::escape);
     expect_left("Norway?", "Oslo");
     EXPECT_EQ(status(), not_saved);
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     EXPECT_FALSE(press(Key::enter)) << "no question is on display";
     EXPECT_EQ(answer(), "Oslo");
 }
@@ -231,7 +231,7 @@ TEST_F(KeysOfTheEditor, changed_question_that_was_left_is_no_record_to_be_judged
     toolbar(8);
     retype(form1.Text_q, "Gaul?");
     press(Key::escape);
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     EXPECT_FALSE(press("+"));
     for (const int button : {2, 5, 6, 7, 8})
         EXPECT_FALSE(form1.toolbar(button).is_enabled) << button;

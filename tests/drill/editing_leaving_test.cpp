@@ -332,7 +332,7 @@ TEST_F(NextQuestionInTheEditor, saves_a_new_record_and_stamps_nothing)
     expect_in_boxes("France?", "");
     EXPECT_EQ(stored(4).q, "Norway?");
     EXPECT_EQ(stored(4).q_side.date_last_show, std::nullopt);
-    EXPECT_EQ(form1.panel_total.caption_value, "4");
+    EXPECT_EQ(form1.screen.panel_total.text, "4");
 }
 
 TEST_F(NextQuestionInTheEditor, is_asked_for_by_its_letter_outside_the_boxes)

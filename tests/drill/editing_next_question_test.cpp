@@ -19,7 +19,7 @@ protected:
         desktop.expect_box("You have passed level 5 for all questions.");
         start();
         yes();
-        ASSERT_EQ(logic->course.current_cnt, 1);
+        ASSERT_EQ(logic->state.shown.current_cnt(), 1);
         toolbar(8);
     }
 
@@ -32,7 +32,7 @@ protected:
         toolbar(1);
         EXPECT_FALSE(logic->editor.editing());
         EXPECT_EQ(question(), "");
-        EXPECT_EQ(logic->course.current_cnt, 0);
+        EXPECT_EQ(logic->state.shown.current_cnt(), 0);
         EXPECT_EQ(status(), "The question just shown can be asked again now. 2 questions are due by the end of the "
                             "day.");
     }

@@ -67,10 +67,10 @@ TEST_F(SaveInTheWindow, shows_a_new_record_with_its_answer)
     expect_saved_on_display("Norway?", "Oslo");
     EXPECT_EQ(stored(4), (fakes::QaRow{4, "Norway?", "Oslo", SideRow{0, 0, 0, std::nullopt, std::nullopt},
                                        SideRow{0, 0, 0, std::nullopt, std::nullopt}}));
-    EXPECT_EQ(logic->course.current_cnt, 4);
-    EXPECT_EQ(form1.PANEL_Q_LEVEL.caption_value, "0");
-    EXPECT_EQ(form1.PANEL_Q_ATTEMPTS.caption_value, "0");
-    EXPECT_EQ(form1.PANEL_ELAPSED.caption_value, "");
+    EXPECT_EQ(logic->state.shown.current_cnt(), 4);
+    EXPECT_EQ(form1.screen.PANEL_Q_LEVEL.text, "0");
+    EXPECT_EQ(form1.screen.PANEL_Q_ATTEMPTS.text, "0");
+    EXPECT_EQ(form1.screen.PANEL_ELAPSED.text, "");
 }
 
 TEST_F(SaveInTheWindow, is_told_for_5_seconds)
@@ -85,13 +85,13 @@ TEST_F(SaveInTheWindow, is_told_for_5_seconds)
 
 TEST_F(SaveInTheWindow, counts_a_new_record)
 {
-    ASSERT_EQ(form1.panel_level[0].count, 1);
+    ASSERT_EQ(form1.screen.panel_level[0].count, 1);
     write_new("Norway?", "Oslo");
     toolbar(10);
-    EXPECT_EQ(form1.panel_total.caption_value, "4");
-    EXPECT_EQ(form1.panel_level[0].count, 2);
-    EXPECT_EQ(form1.panel_level[0].total, 4);
-    EXPECT_EQ(form1.panel_nr_unpassed.caption_value, "3");
+    EXPECT_EQ(form1.screen.panel_total.text, "4");
+    EXPECT_EQ(form1.screen.panel_level[0].count, 2);
+    EXPECT_EQ(form1.screen.panel_level[0].total, 4);
+    EXPECT_EQ(form1.screen.panel_nr_unpassed.text, "3");
 }
 
 TEST_F(SaveInTheWindow, shows_a_changed_record_that_starts_its_history_again)
@@ -103,13 +103,13 @@ TEST_F(SaveInTheWindow, shows_a_changed_record_that_starts_its_history_again)
     EXPECT_EQ(stored(1).q, "Gaul?");
     EXPECT_EQ(stored(1).a, "Lutetia");
     EXPECT_EQ(stored(1).q_side, (SideRow{0, 0, 0, before.q_side.date_last_test, before.q_side.date_last_show}));
-    EXPECT_EQ(logic->course.current_cnt, 1);
-    EXPECT_EQ(form1.PANEL_Q_LEVEL.caption_value, "0");
-    EXPECT_EQ(form1.PANEL_FAILS.caption_value, "0");
-    EXPECT_EQ(form1.PANEL_ELAPSED.caption_value, "24:00");
-    EXPECT_EQ(form1.panel_total.caption_value, "3");
-    EXPECT_EQ(form1.panel_level[2].count, 0);
-    EXPECT_EQ(form1.panel_level[0].count, 2);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 1);
+    EXPECT_EQ(form1.screen.PANEL_Q_LEVEL.text, "0");
+    EXPECT_EQ(form1.screen.PANEL_FAILS.text, "0");
+    EXPECT_EQ(form1.screen.PANEL_ELAPSED.text, "24:00");
+    EXPECT_EQ(form1.screen.panel_total.text, "3");
+    EXPECT_EQ(form1.screen.panel_level[2].count, 0);
+    EXPECT_EQ(form1.screen.panel_level[0].count, 2);
 }
 
 TEST_F(SaveInTheWindow, makes_the_next_change_one_of_the_saved_texts)
@@ -196,7 +196,7 @@ TEST_F(SaveInTheWindow, that_fails_keeps_the_editor_open_and_may_be_repeated)
     expect_open("Gaul?", "Lutetia");
     EXPECT_TRUE(form1.Text_q.has_focus()) << "typing goes on where it stopped";
     EXPECT_EQ(stored(1), before);
-    EXPECT_EQ(logic->course.current_cnt, 1);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 1);
     toolbar(10);
     expect_saved_on_display("Gaul?", "Lutetia");
     EXPECT_EQ(stored(1).q, "Gaul?");
@@ -231,7 +231,7 @@ TEST_F(SaveInTheWindow, whose_record_cannot_be_read_afterwards_leaves_the_texts_
         toolbar(10);
         EXPECT_EQ(stored(first ? 4 : 5).q, text);
         EXPECT_FALSE(logic->editor.editing());
-        EXPECT_EQ(logic->course.current_cnt, 0);
+        EXPECT_EQ(logic->state.shown.current_cnt(), 0);
         EXPECT_EQ(logic->course.record_count, first ? 4 : 5);
         EXPECT_EQ(question(), text);
         EXPECT_EQ(answer(), "North");
@@ -256,7 +256,7 @@ TEST_F(SaveInTheWindow, of_unknown_outcome_keeps_the_editor_open_and_finds_out_a
     toolbar(10);
     expect_saved_on_display("Norway?", "Oslo");
     EXPECT_EQ(fakes::read_course(path).qa.size(), 4U);
-    EXPECT_EQ(form1.panel_total.caption_value, "4");
+    EXPECT_EQ(form1.screen.panel_total.text, "4");
 }
 
 TEST_F(SaveInTheWindow, of_unknown_outcome_is_told_once_the_editor_is_left)
@@ -275,7 +275,7 @@ TEST_F(SaveInTheWindow, of_unknown_outcome_is_told_once_the_editor_is_left)
     EXPECT_EQ(status(), "It is not known whether the changes are saved.");
     EXPECT_EQ(question(), "Gaul?");
     EXPECT_EQ(answer(), "Lutetia");
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     form1.window.press(platform::Key::escape);
     EXPECT_FALSE(ended) << "a second Escape within the second ends nothing";
 }
@@ -405,7 +405,7 @@ TEST_F(SaveInInvertedCourse, puts_the_question_into_the_column_that_is_asked)
     expect_saved_on_display("Rome", "Largest town of Italy?");
     EXPECT_EQ(stored(3).q, "Largest town of Italy?");
     EXPECT_EQ(stored(3).a, "Rome");
-    EXPECT_EQ(logic->course.current_cnt, 3) << "not the first record with that text";
+    EXPECT_EQ(logic->state.shown.current_cnt(), 3) << "not the first record with that text";
     EXPECT_TRUE(press("-"));
     EXPECT_EQ(stored(3).a_side.fails, 1);
     EXPECT_EQ(stored(3).q_side.fails, 0);
@@ -432,7 +432,7 @@ TEST_F(SaveInInvertedCourse, of_an_answer_that_is_there_already_leaves_the_edito
     EXPECT_EQ(answer(), "Italy?");
     EXPECT_TRUE(form1.Text_q.locked);
     EXPECT_TRUE(form1.Text_a.locked);
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     EXPECT_TRUE(form1.toolbar(9).has_focus());
     EXPECT_EQ(fakes::read_course(path).qa.size(), 2U);
 }

@@ -7,7 +7,6 @@ namespace cuedrill::drill {
 namespace {
 
 using fakes::CourseBuilder;
-using fakes::FakeStatusLine;
 using fakes::SideRow;
 
 class Failure : public ScoringFixture {
@@ -29,15 +28,15 @@ TEST_F(Failure, sends_the_question_back_to_level_0)
         stored(),
         (SideRow{
             .attempts = 5, .fails = 3, .successes = 0, .date_last_test = clock.time, .date_last_show = clock.time}));
-    EXPECT_EQ(panels.marked, 0);
-    EXPECT_EQ(panels.counts(), (std::vector<std::int64_t>{1, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(panels().marked, 0);
+    EXPECT_EQ(panels().counts, (std::vector<std::int64_t>{1, 0, 0, 0, 0, 0}));
 }
 
 TEST_F(Failure, clears_the_status_line)
 {
     open_at_level(4);
     scoring.set_failure();
-    EXPECT_EQ(status.texts, (std::vector<FakeStatusLine::Text>{{"", 0}}));
+    expect_status("", 0);
 }
 
 TEST_F(Failure, above_level_0_takes_a_point_even_below_zero)
@@ -45,7 +44,7 @@ TEST_F(Failure, above_level_0_takes_a_point_even_below_zero)
     open_at_level(1);
     scoring.set_failure();
     EXPECT_EQ(course.params.score_today, -1);
-    EXPECT_EQ(panels.score, -1);
+    EXPECT_EQ(panels().score, -1);
 }
 
 TEST_F(Failure, at_level_0_takes_no_point)
@@ -98,9 +97,9 @@ TEST_F(Failure, on_a_record_that_has_vanished_says_so_and_takes_the_question_awa
     EXPECT_EQ(file(), before);
     EXPECT_EQ(course.params.score_today, 0);
     EXPECT_EQ(course.record_count, 0);
-    EXPECT_EQ(panels.total, 0);
-    EXPECT_FALSE(display.question_on_display);
-    EXPECT_EQ(panels.marked, std::nullopt);
+    EXPECT_EQ(panels().total, 0);
+    EXPECT_FALSE(state.shown.is_question());
+    EXPECT_EQ(panels().marked, std::nullopt);
     EXPECT_EQ(database.transaction_depth(), 0);
 }
 

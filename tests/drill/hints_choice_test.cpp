@@ -42,8 +42,8 @@ TEST_F(ChosenWord, that_is_the_answer_is_a_success)
     std::vector<std::string> seen;
     desktop.on_pump = [&] {
         seen.push_back(status() + " " + answer());
-        EXPECT_EQ(form1.P_status.background, common::pure_green);
-        EXPECT_TRUE(form1.P_status.bold);
+        EXPECT_EQ(form1.screen.P_status.background, common::pure_green);
+        EXPECT_TRUE(form1.screen.P_status.bold);
     };
     click_word("Paris");
     desktop.on_pump = nullptr;
@@ -59,7 +59,7 @@ TEST_F(ChosenWord, that_is_wrong_is_a_failure_at_once)
     show_hint({0.0, 0.4});
     expect_wrong("Rome", "Paris");
     desktop.on_box = [this] {
-        EXPECT_EQ(form1.P_status.background, common::pure_red);
+        EXPECT_EQ(form1.screen.P_status.background, common::pure_red);
         EXPECT_EQ(answer(), "");
         EXPECT_EQ(stored(1).q_side.attempts, 4);
     };

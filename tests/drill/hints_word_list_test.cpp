@@ -197,7 +197,7 @@ protected:
     {
         std::deque<double> numbers;
         for (int number = 1; number <= GetParam().records; ++number) {
-            if (number != logic->course.current_cnt)
+            if (number != logic->state.shown.current_cnt())
                 numbers.push_back((number - 0.5) / GetParam().records);
         }
         return numbers;
@@ -214,7 +214,7 @@ TEST_P(SampleOf, answers_is_as_large_as_the_course_allows)
     EXPECT_TRUE(form1.panel_lista.is_visible);
     if (GetParam().sample > 0) {
         const Words listed = words();
-        EXPECT_EQ(std::count(listed.begin(), listed.end(), logic->state.loaded_answer), 1);
+        EXPECT_EQ(std::count(listed.begin(), listed.end(), logic->state.shown.loaded_answer()), 1);
     }
 }
 
@@ -224,7 +224,7 @@ TEST_P(SampleOf, answers_has_the_right_one_at_any_place)
         toolbar(3);
         show_hint({(place + 0.5) / GetParam().sample});
         const Words listed = words();
-        EXPECT_EQ(std::count(listed.begin(), listed.end(), logic->state.loaded_answer), 1) << place;
+        EXPECT_EQ(std::count(listed.begin(), listed.end(), logic->state.shown.loaded_answer()), 1) << place;
         EXPECT_EQ(random.calls, GetParam().sample) << place;
     }
 }
@@ -246,7 +246,7 @@ TEST_F(WordList, draws_each_record_alike_whatever_gaps_are_between_their_numbers
             .tested_ago(1h);
     start();
     yes();
-    const std::string own = logic->state.loaded_answer;
+    const std::string own = logic->state.shown.loaded_answer();
     for (int position = 0; position < 5; ++position) {
         const std::string drawn = "a" + std::to_string(numbers[position]);
         toolbar(3);

@@ -38,7 +38,13 @@ protected:
         CourseBuilder builder;
         builder.question("a").level(5);
         open(builder);
+        options.show_course();
     }
+
+    /// What the menu says of the target level.
+    [[nodiscard]] std::string target_entry() const { return command_controls.entry(Command::change_target).caption(); }
+
+    const std::string entry_before = "Change &target level  (now 5)";
 
     /// Gives the answers one after the other.
     void answer(std::initializer_list<const char*> answers)
@@ -63,8 +69,8 @@ TEST_F(TargetLevel, is_stored_and_shown_with_fresh_counts)
     answer({"6"});
     EXPECT_EQ(course.params.target_level, 6);
     EXPECT_EQ(file().number("target_level"), 6);
-    EXPECT_EQ(panels.target_repaints, 1);
-    EXPECT_EQ(panels.unpassed, 1);
+    EXPECT_EQ(target_entry(), "Change target level (now 6)");
+    EXPECT_EQ(panels().unpassed, 1);
 }
 
 TEST_F(TargetLevel, is_unchanged_after_cancel_and_after_blanks)
@@ -76,7 +82,7 @@ TEST_F(TargetLevel, is_unchanged_after_cancel_and_after_blanks)
     answer({"   "});
     EXPECT_EQ(course.params.target_level, 5);
     EXPECT_EQ(file(), before);
-    EXPECT_EQ(panels.target_repaints, 0);
+    EXPECT_EQ(target_entry(), entry_before);
 }
 
 TEST_F(TargetLevel, is_asked_for_again_until_the_answer_is_a_level)
@@ -139,7 +145,7 @@ TEST_F(TargetLevel, is_unchanged_when_it_cannot_be_stored)
     EXPECT_EQ(course.params.target_level, 5);
     EXPECT_TRUE(course.all_passed_announced);
     EXPECT_EQ(file(), before);
-    EXPECT_EQ(panels.target_repaints, 0);
+    EXPECT_EQ(target_entry(), entry_before);
 }
 
 } // namespace

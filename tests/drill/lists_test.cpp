@@ -37,7 +37,7 @@ protected:
     {
         user([&] { form1.listav.click(line); });
     }
-    [[nodiscard]] const std::string& status() const { return form1.P_status.caption_value; }
+    [[nodiscard]] const std::string& status() const { return form1.screen.P_status.text; }
 };
 
 TEST_F(ListsInTheWindow, take_the_place_of_the_statistics)
@@ -129,7 +129,7 @@ TEST_F(ListsInTheWindow, give_the_status_line_back_to_the_request_for_a_verdict)
     EXPECT_NE(status(), request);
     press(platform::Key::escape);
     EXPECT_EQ(status(), request);
-    EXPECT_EQ(form1.P_status.background, common::pure_red);
+    EXPECT_EQ(form1.screen.P_status.background, common::pure_red);
 }
 
 TEST_F(ListsInTheWindow, leave_the_status_line_to_what_is_not_about_them)
@@ -209,7 +209,7 @@ TEST_F(ListsInTheWindow, show_the_record_of_a_line_that_is_clicked)
     expect_no_list();
     EXPECT_EQ(form1.Text_q.text_value, "Spain?");
     EXPECT_EQ(form1.Text_a.text_value, "");
-    EXPECT_EQ(logic->course.current_cnt, 3);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 3);
     EXPECT_EQ(logic->state.dialog, DialogState::AskToStart);
     EXPECT_EQ(status(), "");
     EXPECT_EQ(form1.window.announcements.back(), "Spain?");
@@ -397,7 +397,7 @@ TEST_F(ListsInTheWindow, lead_to_their_records_after_inverting_too)
     EXPECT_EQ(form1.listav.lines, (Lines{"02 - France?", "00 - Italy?", "00 - Spain?"}));
     click(1);
     EXPECT_EQ(form1.Text_q.text_value, "Rome");
-    EXPECT_EQ(logic->course.current_cnt, 2);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 2);
 }
 
 TEST_F(ListsInTheWindow, are_left_when_a_record_is_deleted)

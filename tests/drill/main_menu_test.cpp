@@ -120,7 +120,7 @@ TEST_F(Menus, name_the_target_level_when_a_course_is_loaded)
     builder.number_param("target_level", 3);
     start_with_three_questions();
     EXPECT_EQ(entry("m_change_target_level").caption_value, "Change &target level  (now 3)");
-    EXPECT_EQ(form1.lab_nr_unpassed.caption_value, "q. unpassed (level <3)");
+    EXPECT_EQ(form1.screen.lab_nr_unpassed.text, "q. unpassed (level <3)");
 }
 
 TEST_F(Menus, name_the_target_level_after_a_change)
@@ -129,7 +129,7 @@ TEST_F(Menus, name_the_target_level_after_a_change)
     desktop.expect_input("New target level (1 to 10)?", "7");
     choose("m_change_target_level");
     EXPECT_EQ(entry("m_change_target_level").caption_value, "Change target level (now 7)");
-    EXPECT_EQ(form1.lab_nr_unpassed.caption_value, "q. unpassed (level <7)");
+    EXPECT_EQ(form1.screen.lab_nr_unpassed.text, "q. unpassed (level <7)");
     EXPECT_EQ(fakes::read_course(path).number("target_level"), 7);
 }
 

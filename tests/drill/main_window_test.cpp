@@ -14,7 +14,7 @@ TEST_F(MainWindowTest, loads_on_the_course)
     start_with_three_questions();
     EXPECT_TRUE(form1.window.shown);
     EXPECT_EQ(form1.window.caption_value, "Cuedrill: Capitals [course]");
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     EXPECT_EQ(status(), "");
 }
 
@@ -22,11 +22,11 @@ TEST_F(MainWindowTest, shows_the_counts_of_the_course)
 {
     builder.question("old", "a").level(9).tested_ago(1h);
     start_with_three_questions();
-    EXPECT_EQ(form1.panel_total.caption_value, "4");
-    EXPECT_EQ(form1.panel_nr_unpassed.caption_value, "2");
+    EXPECT_EQ(form1.screen.panel_total.text, "4");
+    EXPECT_EQ(form1.screen.panel_nr_unpassed.text, "2");
     const std::int64_t counts[] = {1, 0, 1, 0, 0, 1};
     for (std::size_t level = 0; level < std::size(counts); ++level) {
-        const fakes::FakeLevelPanel& panel = form1.panel_level.at(level);
+        const platform::LevelLine& panel = form1.screen.panel_level.at(level);
         EXPECT_EQ(panel.count, counts[level]) << level;
         EXPECT_EQ(panel.total, 4) << level;
         EXPECT_EQ(panel.description, "Level " + std::to_string(level));
@@ -40,27 +40,27 @@ TEST_F(MainWindowTest, shows_the_score_of_the_day)
 {
     builder.number_param("score_today", -4).date_param("last_date", clock.time);
     start_with_three_questions();
-    EXPECT_EQ(form1.Panel_score.caption_value, "-4");
+    EXPECT_EQ(form1.screen.Panel_score.text, "-4");
 }
 
 TEST_F(MainWindowTest, describes_every_figure)
 {
     start_with_three_questions();
     const struct {
-        const fakes::FakeLabel& caption;
-        const fakes::FakeLabel& value;
+        const platform::Line& caption;
+        const platform::Line& value;
         const char* text;
-    } figures[] = {{form1.lab_total, form1.panel_total, "Total"},
-                   {form1.lab_score, form1.Panel_score, "Score today"},
-                   {form1.lab_open_time, form1.panel_open_time, "Open time"},
-                   {form1.lab_time_today, form1.panel_time_today, "Time today"},
-                   {form1.lab_time_ever, form1.panel_time_ever, "Time ever"},
-                   {form1.lab_time_now, form1.Panel_time_now, "Time now"}};
+    } figures[] = {{form1.screen.lab_total, form1.screen.panel_total, "Total"},
+                   {form1.screen.lab_score, form1.screen.Panel_score, "Score today"},
+                   {form1.screen.lab_open_time, form1.screen.panel_open_time, "Open time"},
+                   {form1.screen.lab_time_today, form1.screen.panel_time_today, "Time today"},
+                   {form1.screen.lab_time_ever, form1.screen.panel_time_ever, "Time ever"},
+                   {form1.screen.lab_time_now, form1.screen.Panel_time_now, "Time now"}};
     for (const auto& figure : figures) {
-        EXPECT_EQ(figure.caption.caption_value, figure.text);
+        EXPECT_EQ(figure.caption.text, figure.text);
         EXPECT_EQ(figure.value.description, figure.text);
     }
-    EXPECT_EQ(form1.panel_nr_unpassed.description, "Unpassed");
+    EXPECT_EQ(form1.screen.panel_nr_unpassed.description, "Unpassed");
 }
 
 TEST_F(MainWindowTest, follows_a_verdict_with_its_figures)
@@ -69,14 +69,14 @@ TEST_F(MainWindowTest, follows_a_verdict_with_its_figures)
     yes();
     yes();
     yes();
-    EXPECT_EQ(form1.Panel_score.caption_value, "1");
-    EXPECT_TRUE(form1.panel_level[4].marked);
-    EXPECT_EQ(form1.panel_level[4].count, 1);
-    EXPECT_EQ(form1.panel_level[2].count, 0);
+    EXPECT_EQ(form1.screen.Panel_score.text, "1");
+    EXPECT_TRUE(form1.screen.panel_level[4].marked);
+    EXPECT_EQ(form1.screen.panel_level[4].count, 1);
+    EXPECT_EQ(form1.screen.panel_level[2].count, 0);
     yes();
     no();
-    EXPECT_TRUE(form1.panel_level[0].marked);
-    EXPECT_FALSE(form1.panel_level[4].marked);
+    EXPECT_TRUE(form1.screen.panel_level[0].marked);
+    EXPECT_FALSE(form1.screen.panel_level[4].marked);
 }
 
 TEST_F(MainWindowTest, tells_on_loading_that_everything_is_passed)
@@ -152,8 +152,8 @@ TEST_F(SwitchOfCourses, forgets_what_was_shown_and_done)
     EXPECT_EQ(question(), "");
     EXPECT_EQ(answer(), "");
     EXPECT_EQ(status(), "");
-    EXPECT_TRUE(form1.panel_a.is_visible);
-    EXPECT_EQ(form1.panel_total.caption_value, "1");
+    EXPECT_TRUE(form1.screen.panel_a.visible);
+    EXPECT_EQ(form1.screen.panel_total.text, "1");
     EXPECT_TRUE(form1.timer_1_min.running);
 }
 
@@ -162,13 +162,13 @@ TEST_F(SwitchOfCourses, forgets_the_last_verdict_and_its_mark)
     yes();
     yes();
     yes();
-    ASSERT_TRUE(form1.panel_level[4].marked);
+    ASSERT_TRUE(form1.screen.panel_level[4].marked);
     open_other();
     const fakes::CourseContents before = fakes::read_course(other_path);
     choose("m_undo");
     EXPECT_EQ(fakes::read_course(other_path).qa, before.qa);
-    for (const fakes::FakeLevelPanel& panel : form1.panel_level)
-        EXPECT_FALSE(panel.marked) << panel.name;
+    for (const platform::LevelLine& panel : form1.screen.panel_level)
+        EXPECT_FALSE(panel.marked) << panel.caption;
 }
 
 TEST_F(SwitchOfCourses, stores_the_work_time_of_the_course_that_is_left)

@@ -37,7 +37,7 @@ TEST_F(MatureCount, leaves_out_what_was_never_tested_though_it_would_be_asked)
     open(builder);
     EXPECT_EQ(count_mature(course, dead_times, clock.now()), 0);
     selection.next_question();
-    EXPECT_NE(course.current_cnt, 0);
+    EXPECT_NE(current_cnt(), 0);
 }
 
 TEST_F(MatureCount, has_rows_in_the_order_in_which_they_would_be_asked)

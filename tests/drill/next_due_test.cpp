@@ -8,7 +8,6 @@ namespace cuedrill::drill {
 namespace {
 
 using fakes::CourseBuilder;
-using fakes::FakeStatusLine;
 
 /// The present is 15 November 2026, 05:47:17.
 class NextDueTold : public ScoringFixture {
@@ -17,14 +16,14 @@ protected:
     {
         desktop.expect_box("No question is mature for being asked.");
         selection.next_question();
-        EXPECT_EQ(status.texts, (std::vector<FakeStatusLine::Text>{{text, 0}}));
+        expect_status(text, 0);
     }
 
     void expect_nothing_told()
     {
         desktop.expect_box("No question is mature for being asked.");
         selection.next_question();
-        EXPECT_TRUE(status.texts.empty());
+        EXPECT_TRUE(status_texts().empty());
     }
 
     CourseBuilder builder;
@@ -75,10 +74,10 @@ TEST_F(NextDueTold, is_now_where_only_the_last_question_could_come)
     builder.question("a").level(0).tested_ago(1h);
     builder.question("b").level(4).tested_ago(0s);
     open(builder);
-    course.current_cnt = 1;
+    display.take_for_record(1);
     expect_told("The question just shown can be asked again now. 1 question is due by the end of the day.");
     selection.next_question();
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(current_cnt(), 1);
 }
 
 TEST_F(NextDueTold, is_now_where_it_has_come_while_the_box_was_open)
@@ -86,11 +85,11 @@ TEST_F(NextDueTold, is_now_where_it_has_come_while_the_box_was_open)
     builder.question("a").level(1).tested_ago(5min - 3s);
     builder.question("b").level(2).tested_ago(0s);
     open(builder);
-    course.current_cnt = 2;
+    display.take_for_record(2);
     desktop.on_box = [this] { clock.advance_seconds(10); };
     expect_told("The next question is due now. 2 questions are due by the end of the day.");
     selection.next_question();
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(current_cnt(), 1);
 }
 
 TEST_F(NextDueTold, is_told_of_no_question_just_shown_where_there_was_none)
@@ -101,14 +100,14 @@ TEST_F(NextDueTold, is_told_of_no_question_just_shown_where_there_was_none)
     desktop.on_box = [this] { engine.database.execute("Insert into qa (q, a, q_successes) values ('b', 'B', 0)"); };
     expect_told("The next question is due now. 2 questions are due by the end of the day.");
     selection.next_question();
-    EXPECT_EQ(course.current_cnt, 2);
+    EXPECT_EQ(current_cnt(), 2);
 }
 
 TEST_F(NextDueTold, is_a_time_to_come_where_the_clock_was_put_back_while_the_box_was_open)
 {
     builder.question("a").level(0).tested_ago(1h);
     open(builder);
-    course.current_cnt = 1;
+    display.take_for_record(1);
     desktop.on_box = [this] { clock.advance_seconds(-2 * 3600); };
     expect_told("The next question is due at 04:48. 1 question is due by the end of the day.");
 }
@@ -213,7 +212,7 @@ TEST_F(NextDueTold, may_fail_and_leaves_no_busy_pointer)
     database.fail_at(fakes::Operation::open_recordset, 7);
     EXPECT_THROW(selection.next_question(), platform::DatabaseError);
     EXPECT_EQ(desktop.pointer_depth, 0);
-    EXPECT_TRUE(status.texts.empty());
+    EXPECT_TRUE(status_texts().empty());
 }
 
 } // namespace

@@ -23,12 +23,12 @@ protected:
 
     void expect_no_question()
     {
-        EXPECT_EQ(logic->course.current_cnt, 0);
+        EXPECT_EQ(logic->state.shown.current_cnt(), 0);
         EXPECT_EQ(question(), "");
         EXPECT_EQ(answer(), "");
-        for (const fakes::FakeLabel* figure :
-             {&form1.PANEL_Q_LEVEL, &form1.PANEL_Q_ATTEMPTS, &form1.PANEL_FAILS, &form1.PANEL_ELAPSED})
-            EXPECT_EQ(figure->caption_value, "") << figure->name;
+        for (const platform::Line* figure : {&form1.screen.PANEL_Q_LEVEL, &form1.screen.PANEL_Q_ATTEMPTS,
+                                             &form1.screen.PANEL_FAILS, &form1.screen.PANEL_ELAPSED})
+            EXPECT_EQ(figure->text, "") << figure->description;
     }
 };
 
@@ -41,7 +41,7 @@ TEST_F(NothingMature, leaves_the_display_empty)
 TEST_F(NothingMature, tells_when_the_next_question_is_due)
 {
     EXPECT_EQ(status(), due_at_0553);
-    EXPECT_FALSE(form1.P_status.bold);
+    EXPECT_FALSE(form1.screen.P_status.bold);
     clock.advance_seconds(60);
     form1.timer_250_ms.on_tick();
     EXPECT_EQ(status(), due_at_0553) << "it stays";

@@ -16,6 +16,8 @@ const std::string by_date = "Mature questions of a given level will be extracted
 
 class RandomSelection : public ScoringFixture {
 protected:
+    [[nodiscard]] fakes::FakeMenuEntry& random_entry() const { return form1.menu_bar.entry("m_random_extraction"); }
+
     /// New questions, `count` of them.
     void open_with(int count)
     {
@@ -44,7 +46,7 @@ TEST_F(RandomSelection, draws_in_the_order_of_the_query)
     open(builder.number_param("random_mode", 1));
     random.constant = 0;
     selection.next_question();
-    EXPECT_EQ(course.current_cnt, 2);
+    EXPECT_EQ(current_cnt(), 2);
 }
 
 TEST_F(RandomSelection, draws_no_number_for_a_level_without_questions_nor_when_it_is_off)
@@ -59,14 +61,14 @@ TEST_F(RandomSelection, draws_no_number_for_a_level_without_questions_nor_when_i
 TEST_F(RandomSelection, skips_the_level_when_it_draws_the_previous_one)
 {
     open_with(3);
-    course.current_cnt = 2;
+    display.take_for_record(2);
     random.queue = {0.5};
     desktop.expect_box("No question is mature for being asked.");
     selection.next_question();
-    EXPECT_EQ(course.current_cnt, 0);
+    EXPECT_EQ(current_cnt(), 0);
     random.queue = {0.5};
     selection.next_question();
-    EXPECT_EQ(course.current_cnt, 2);
+    EXPECT_EQ(current_cnt(), 2);
 }
 
 TEST_F(RandomSelection, draws_from_10000_questions_and_not_from_one_more)
@@ -77,8 +79,8 @@ TEST_F(RandomSelection, draws_from_10000_questions_and_not_from_one_more)
 
     database.execute("Insert into qa (q) values ('one more')");
     EXPECT_THROW(selection.next_question(), common::OutOfRangeError);
-    EXPECT_EQ(course.current_cnt, 0);
-    EXPECT_FALSE(display.question_on_display);
+    EXPECT_EQ(current_cnt(), 0);
+    EXPECT_FALSE(state.shown.is_question());
 }
 
 TEST_F(RandomSelection, is_disturbed_by_a_number_beyond_16_bits_only_when_it_is_drawn)
@@ -99,13 +101,13 @@ TEST_F(RandomSelection, is_turned_on_and_off_by_its_command)
     selection.m_random_extraction();
     EXPECT_TRUE(course.params.random_mode);
     EXPECT_EQ(file().number("random_mode"), 1);
-    EXPECT_EQ(panels.option_repaints, 1);
+    EXPECT_TRUE(random_entry().checked);
 
     desktop.expect_box_like({.text = by_date}, platform::BoxAnswer::ok);
     selection.m_random_extraction();
     EXPECT_FALSE(course.params.random_mode);
     EXPECT_EQ(file().number("random_mode"), 0);
-    EXPECT_EQ(panels.option_repaints, 2);
+    EXPECT_FALSE(random_entry().checked);
 }
 
 /// Proves that the option is as before, in memory, file and menu, when it cannot be stored.
@@ -117,7 +119,7 @@ TEST_F(RandomSelection, is_unchanged_when_it_cannot_be_stored)
     EXPECT_THROW(selection.m_random_extraction(), platform::DatabaseError);
     EXPECT_FALSE(course.params.random_mode);
     EXPECT_EQ(file(), before);
-    EXPECT_EQ(panels.option_repaints, 0);
+    EXPECT_FALSE(random_entry().checked);
 }
 
 } // namespace

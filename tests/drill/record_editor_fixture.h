@@ -11,46 +11,38 @@
 
 namespace cuedrill::drill {
 
-/// Two boxes without a window.
-class FakeEditorView : public EditorView {
+/// What the user sees of the editor, and types into it.
+class SeenEditor {
 public:
-    explicit FakeEditorView(const EditFlags& edit_flags) : flags(edit_flags) {}
-
-    [[nodiscard]] RecordTexts typed_texts() const override { return typed; }
-    [[nodiscard]] RecordTexts loaded_texts() const override { return loaded; }
-    void put_question(const std::string& text) override { typed.question = text; }
-    void put_answer(const std::string& text) override { typed.answer = text; }
-    void empty_boxes() override { emptied = std::exchange(typed, {}); }
-    void show_answer_for_editing() override { typed.answer = loaded.answer; }
-    void open_editor() override
+    SeenEditor(fakes::FakeForm1& form1, const DrillState& state, const KeyPause& key_pause)
+        : form1_(form1), state_(state), key_pause_(key_pause)
     {
-        open = flags.editing();
-        go_to_question();
-    }
-    void go_to_question() override { caret = "question"; }
-    void go_to_answer() override { caret = "answer"; }
-    void redisplay() override
-    {
-        open = flags.editing();
-        told_unsaved.reset();
-    }
-    void tell_unsaved(Unsaved texts) override { told_unsaved = texts; }
-    void pause_keys() override { ++key_pauses; }
-    void show_saved_record() override
-    {
-        ++saves_shown;
-        open = flags.editing();
     }
 
-    const EditFlags& flags;
-    RecordTexts typed;
-    RecordTexts loaded;
-    bool open = false; ///< for typing, as it was last drawn
-    std::string caret; ///< where it was last put
-    int saves_shown = 0;
-    std::optional<Unsaved> told_unsaved;
-    RecordTexts emptied; ///< what an undo brings back
-    int key_pauses = 0;
+    [[nodiscard]] RecordTexts typed() const { return {form1_.Text_q.text_value, form1_.Text_a.text_value}; }
+    void type(const RecordTexts& texts)
+    {
+        form1_.Text_q.text_value = texts.question;
+        form1_.Text_a.text_value = texts.answer;
+    }
+    [[nodiscard]] RecordTexts loaded() const { return {state_.shown.loaded_question(), state_.shown.loaded_answer()}; }
+    /// What an undo in the boxes brings back.
+    [[nodiscard]] RecordTexts emptied() const
+    {
+        return {form1_.Text_q.cleared.value_or(""), form1_.Text_a.cleared.value_or("")};
+    }
+    [[nodiscard]] bool open() const { return !form1_.Text_q.locked; }
+    [[nodiscard]] std::string caret() const
+    {
+        return form1_.Text_q.has_focus() ? "question" : form1_.Text_a.has_focus() ? "answer" : "";
+    }
+    [[nodiscard]] std::string status() const { return form1_.screen.P_status.text; }
+    [[nodiscard]] bool keys_rest() const { return key_pause_.holds({platform::Key::character, "+"}); }
+
+private:
+    fakes::FakeForm1& form1_;
+    const DrillState& state_;
+    const KeyPause& key_pause_;
 };
 
 /// The first of three records is the current one; the third repeats its answer. What is said about questions and
@@ -66,39 +58,38 @@ protected:
         open_with_current(builder);
         course.params.invert = inverted;
         course.set_side_fields();
-        view.loaded = inverted ? RecordTexts{"Paris", "France?"} : RecordTexts{"France?", "Paris"};
-        view.typed = {view.loaded.question, ""};
+        display.show_record(1);
         before = file();
     }
 
     void begin_new(const std::string& question, const std::string& answer)
     {
         editor.begin_new_record();
-        view.typed = {question, answer};
+        view.type({question, answer});
     }
 
     void begin_change(const std::string& question, const std::string& answer)
     {
         editor.begin_edit();
-        view.typed = {question, answer};
+        view.type({question, answer});
     }
 
     void expect_open(const std::string& question, const std::string& answer)
     {
         EXPECT_TRUE(editor.editing());
-        EXPECT_TRUE(view.open);
-        EXPECT_EQ(view.typed.question, question);
-        EXPECT_EQ(view.typed.answer, answer);
-        EXPECT_EQ(view.saves_shown, 0);
+        EXPECT_TRUE(view.open());
+        EXPECT_EQ(view.typed().question, question);
+        EXPECT_EQ(view.typed().answer, answer);
+        EXPECT_NE(view.status(), saved);
     }
 
     void expect_left(const std::string& question, const std::string& answer)
     {
         EXPECT_FALSE(editor.editing());
-        EXPECT_FALSE(view.open);
-        EXPECT_EQ(view.typed.question, question);
-        EXPECT_EQ(view.typed.answer, answer);
-        EXPECT_EQ(view.saves_shown, 0);
+        EXPECT_FALSE(view.open());
+        EXPECT_EQ(view.typed().question, question);
+        EXPECT_EQ(view.typed().answer, answer);
+        EXPECT_NE(view.status(), saved);
     }
 
     /// The texts of a record, as columns.
@@ -118,11 +109,17 @@ protected:
         return result;
     }
 
-    EditFlags flags;
-    bank::RecordBank bank{course};
-    FakeEditorView view{flags};
-    RecordEditor editor{
-        course, flags, bank, view, {desktop, engine.text_compare, display, statistics, scoring, selection}};
+    static constexpr const char* saved = "Saved.";
+    static constexpr const char* surely_unsaved = "The changes are not saved.";
+    static constexpr const char* perhaps_unsaved = "It is not known whether the changes are saved.";
+
+    bank::RecordBank bank{course, engine.text_compare};
+    LastList last_list{course, form1.controls.listav, state, flags, layout, status, desktop, engine.text_compare};
+    KeyPause key_pause{clock};
+    EditorBoxes boxes{form1.controls, state, flags, display, layout, status, statistics, last_list, key_pause};
+    RecordEditor editor{course, state, flags,
+                        bank,   boxes, {desktop, engine.text_compare, display, statistics, scoring, selection}};
+    SeenEditor view{form1, state, key_pause};
     fakes::CourseContents before;
 };
 

@@ -29,12 +29,12 @@ protected:
     /// A click that leads to nothing: the record on display and the list stay.
     void expect_no_match(const std::string& line)
     {
-        const common::Int16 current_before = logic->course.current_cnt;
+        const common::Int16 current_before = logic->state.shown.current_cnt();
         const std::string shown_before = question();
         desktop.expect_box_like({.text = "nomatch in listav_click."}, BoxAnswer::ok);
         click_line(line);
         expect_status("Use Find, Find answer to reach it.");
-        EXPECT_EQ(logic->course.current_cnt, current_before) << line;
+        EXPECT_EQ(logic->state.shown.current_cnt(), current_before) << line;
         EXPECT_EQ(question(), shown_before) << line;
         EXPECT_TRUE(list_shown()) << line;
     }
@@ -208,7 +208,7 @@ TEST_P(ListClick, refuses_a_number_beyond_16_bits)
     choose("m_show_all");
     desktop.expect_box("Overflow: the record number 32768 is outside -32768 to 32767.");
     click(2);
-    EXPECT_EQ(logic->course.current_cnt, 1);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 1);
     EXPECT_EQ(question(), "France?");
     EXPECT_TRUE(list_shown());
     click(1);
@@ -222,7 +222,7 @@ TEST_P(ListClick, that_cannot_read_the_course_chooses_nothing_and_may_be_repeate
     database.fail_at(Operation::query);
     desktop.expect_box(unreadable());
     click(1);
-    EXPECT_EQ(logic->course.current_cnt, 1);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 1);
     EXPECT_EQ(question(), "France?");
     click(1);
     expect_chosen(2);
@@ -262,7 +262,7 @@ TEST_P(ListClick, stays_with_a_record_that_is_rejected)
     desktop.expect_box("The answer is empty. No saving performed.");
     click(1);
     EXPECT_TRUE(list_shown());
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     EXPECT_EQ(question(), "Greece?");
     EXPECT_EQ(file().qa.size(), 3U);
 }

@@ -1,8 +1,8 @@
 #include "drill/record_lists_fixture.h"
 
 #include "app/start/start.h"
+#include "drill/display.h"
 #include "drill/last_list.h"
-#include "drill/question_view.h"
 #include "drill/record_lists.h"
 #include "store/course.h"
 
@@ -59,8 +59,7 @@ void RecordListsTest::open_course_with_items(int count)
 
 void RecordListsTest::show(common::Int16 cnt)
 {
-    logic->course.current_cnt = cnt;
-    user([this] { logic->question_view.show_question(); });
+    user([&] { logic->display.ask(cnt); });
     database.forget();
 }
 
@@ -132,7 +131,7 @@ void RecordListsTest::expect_status(const std::string& text)
 
 void RecordListsTest::expect_chosen(common::Int16 cnt)
 {
-    EXPECT_EQ(logic->course.current_cnt, cnt);
+    EXPECT_EQ(logic->state.shown.current_cnt(), cnt);
     EXPECT_EQ(question(), inverted ? stored(cnt).a : stored(cnt).q);
     EXPECT_FALSE(list_shown());
 }

@@ -1,5 +1,5 @@
+#include "drill/display.h"
 #include "drill/last_list.h"
-#include "drill/question_view.h"
 #include "drill/record_editor.h"
 #include "record_lists_fixture.h"
 #include "store/course.h"
@@ -78,7 +78,7 @@ protected:
 
     void expect_to_lead_to(const std::string& line, common::Int16 cnt)
     {
-        logic->question_view.withdraw_question();
+        logic->display.withdraw_question();
         click_line(line);
         expect_chosen(cnt);
     }

@@ -62,14 +62,18 @@ TEST_P(SimilarQuestions, may_be_none)
 
 TEST_P(SimilarQuestions, are_not_looked_for_without_a_question)
 {
-    open_questions({"Capital", "Capital of Italy"});
-    form1.journal.clear();
-    for (const char* const nothing : {"", "  "}) {
-        logic->state.loaded_question = nothing;
+    open_questions({"Capital", "  "});
+    for (const bool blank : {true, false}) {
+        SCOPED_TRACE(blank);
+        if (blank)
+            show(2);
+        else
+            user([this] { logic->display.withdraw_question(); });
+        form1.journal.clear();
         logic->lists.list_similar();
+        EXPECT_TRUE(database.statements().empty());
+        EXPECT_EQ(form1.journal, Lines{});
     }
-    EXPECT_TRUE(database.statements().empty());
-    EXPECT_EQ(form1.journal, Lines{});
 }
 
 TEST_P(SimilarQuestions, end_at_a_word_that_is_no_pattern)

@@ -24,6 +24,7 @@ protected:
             .number_param("time_TODAY", 50)
             .number_param("score_TODAY", 9);
         open_with_current(builder);
+        statistics.show_score();
     }
 
     void expect_question(BoxAnswer answer)
@@ -40,7 +41,7 @@ protected:
         EXPECT_EQ(course.params.time_ever, 5000);
         EXPECT_EQ(course.params.time_today, 50);
         EXPECT_EQ(course.params.score_today, 9);
-        EXPECT_EQ(panels.score, std::nullopt);
+        EXPECT_EQ(panels().score, 9);
     }
 };
 
@@ -84,10 +85,10 @@ TEST_F(ResetAll, sets_the_figures_to_zero_and_refreshes_the_counts)
     EXPECT_EQ(course.params.time_ever, 0);
     EXPECT_EQ(course.params.time_today, 0);
     EXPECT_EQ(course.params.score_today, 0);
-    EXPECT_EQ(panels.score, 0);
-    EXPECT_EQ(panels.counts(), (std::vector<std::int64_t>{2, 0, 0, 0, 0, 0}));
-    EXPECT_EQ(panels.today, "00:00");
-    EXPECT_EQ(panels.ever, "00:00");
+    EXPECT_EQ(panels().score, 0);
+    EXPECT_EQ(panels().counts, (std::vector<std::int64_t>{2, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(panels().today, "00:00");
+    EXPECT_EQ(panels().ever, "00:00");
 }
 
 TEST_F(ResetAll, leaves_no_verdict_to_undo)
@@ -97,7 +98,7 @@ TEST_F(ResetAll, leaves_no_verdict_to_undo)
     scoring.m_reset_all();
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 0);
-    EXPECT_EQ(display.shows, 0);
+    EXPECT_EQ(shows(), 0);
 }
 
 TEST_F(ResetAll, does_nothing_after_a_no)
@@ -114,7 +115,7 @@ TEST_F(ResetAll, changes_nothing_when_the_engine_refuses_it)
 {
     scoring.set_failure();
     course.params.score_today = 9;
-    panels.score.reset();
+    statistics.show_score();
     const auto before = file();
     expect_question(BoxAnswer::yes);
     database.fail_at(Operation::execute);
@@ -130,9 +131,10 @@ TEST_F(ResetAll, refreshes_the_figures_of_the_question_on_display)
 {
     expect_question(BoxAnswer::yes);
     scoring.m_reset_all();
-    EXPECT_EQ(display.figure_refreshes, 1);
-    EXPECT_TRUE(display.question_on_display);
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(form1.screen.PANEL_Q_LEVEL.text, "0");
+    EXPECT_EQ(form1.screen.PANEL_Q_ATTEMPTS.text, "0");
+    EXPECT_TRUE(state.shown.is_question());
+    EXPECT_EQ(current_cnt(), 1);
 }
 
 /// Proves that a question is not left to be judged beside counts from before.
@@ -141,11 +143,11 @@ TEST_F(ResetAll, takes_the_question_away_when_the_counts_cannot_be_refreshed)
     expect_question(BoxAnswer::yes);
     database.fail_at(Operation::open_recordset);
     EXPECT_THROW(scoring.m_reset_all(), platform::DatabaseError);
-    EXPECT_EQ(course.current_cnt, 0);
-    EXPECT_FALSE(display.question_on_display);
+    EXPECT_EQ(current_cnt(), 0);
+    EXPECT_FALSE(state.shown.is_question());
     EXPECT_EQ(stored().attempts, 0);
     EXPECT_EQ(course.params.score_today, 0);
-    EXPECT_EQ(panels.score, 0);
+    EXPECT_EQ(panels().score, 0);
 }
 
 /// Proves that records and counters are reset together or not at all.

@@ -112,7 +112,7 @@ protected:
         database.execute("Delete from qa where cnt = " + std::to_string(cnt));
         course.record_count = course.count_records();
         course.forget_last_verdict_on(static_cast<common::Int16>(cnt));
-        if (course.current_cnt == cnt)
+        if (current_cnt() == cnt)
             display.withdraw_question();
         model.remove(cnt);
         statistics.refresh_counts();
@@ -140,7 +140,7 @@ protected:
         model.succeed(now());
         expect_boxes();
         scoring.set_success();
-        EXPECT_EQ(status.texts.back(), (fakes::FakeStatusLine::Text{model.status, 5}));
+        EXPECT_EQ(status_texts().back(), model.status);
     }
 
     void fail()
@@ -149,7 +149,7 @@ protected:
             return;
         model.fail(now());
         scoring.set_failure();
-        EXPECT_EQ(status.texts.back(), (fakes::FakeStatusLine::Text{model.status, 0}));
+        EXPECT_EQ(status_texts().back(), model.status);
     }
 
     void leave_question()
@@ -257,17 +257,17 @@ protected:
 
     void expect_same_figures()
     {
-        EXPECT_EQ(course.current_cnt, model.current);
-        EXPECT_EQ(course.previous_cnt, model.previous);
-        EXPECT_EQ(display.question_on_display, model.current != 0);
+        EXPECT_EQ(current_cnt(), model.current);
+        EXPECT_EQ(previous_cnt(), model.previous);
+        EXPECT_EQ(state.shown.is_question(), model.current != 0);
         EXPECT_EQ(course.params.score_today, model.score_today);
         EXPECT_EQ(course.all_passed_announced, model.all_passed_announced);
-        EXPECT_EQ(panels.total, static_cast<std::int64_t>(model.records.size()));
-        EXPECT_EQ(panels.counts(), model.counts());
-        EXPECT_EQ(panels.unpassed, model.unpassed());
-        EXPECT_EQ(panels.marked, model.marked);
+        EXPECT_EQ(panels().total, static_cast<std::int64_t>(model.records.size()));
+        EXPECT_EQ(panels().counts, model.counts());
+        EXPECT_EQ(panels().unpassed, model.unpassed());
+        EXPECT_EQ(panels().marked, model.marked);
         for (int level = 0; level <= 5; ++level)
-            EXPECT_EQ(panels.levels.at(static_cast<std::size_t>(level)).is_target, level == model.target);
+            EXPECT_EQ(is_target(level), level == model.target);
     }
 
     /// What could be asked now at some level, in order, how many questions are mature, and when the next one is.

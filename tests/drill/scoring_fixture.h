@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/base/trace_log.h"
+#include "drill/display.h"
 #include "drill/end_of_program.h"
-#include "drill/fake_displays.h"
 #include "drill/level_commands.h"
 #include "drill/scoring.h"
 #include "drill/selection.h"
@@ -11,13 +11,17 @@
 #include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_files.h"
+#include "fakes/fake_form1.h"
 #include "fakes/fake_random.h"
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
 
 #include <chrono>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace cuedrill::drill {
 
@@ -26,8 +30,22 @@ using namespace scheduler;
 
 inline constexpr std::chrono::seconds one_day = 24h;
 
-/// Verdicts, the choice of questions and the statistics without a window, on a course in a folder of its own, with the
-/// real engine, whose failures a test can plan.
+/// The statistics as the window shows them.
+struct ShownStatistics {
+    std::optional<int> score; ///< nothing before it was ever shown
+    std::int64_t total = 0;
+    std::vector<std::int64_t> counts;
+    std::int64_t unpassed = 0;
+    std::optional<int> marked;
+    std::string open_time;
+    std::string today;
+    std::string ever;
+};
+
+ShownStatistics statistics_of(const platform::Screen& screen);
+
+/// Verdicts, the choice of questions and the statistics on a window without a toolkit and a course in a folder of its
+/// own, with the real engine, whose failures a test can plan.
 class ScoringFixture : public testing::Test {
 protected:
     fakes::TempFolder folder;
@@ -36,24 +54,30 @@ protected:
     fakes::FakeDesktop desktop;
     fakes::FakeFiles files{make_files()};
     app::TraceLog trace{files, clock, desktop, "/program"};
-    fakes::FakeQuestionDisplay display;
-    fakes::FakeStatusLine status;
-    fakes::FakeStatisticsPanels panels;
+    fakes::FakeForm1 form1;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
     store::Course course{database};
     store::CourseParamsStore params{course, clock};
+    CommandControls command_controls{form1.controls};
+    CourseOptions options{command_controls, course};
+    EditFlags flags;
+    DrillState state;
+    MainScreen screen{form1.controls.screen, course, flags, state};
+    StatusLine status{screen, clock};
+    WindowLayout layout{form1.controls, command_controls, course, flags, state, screen, status};
+    Hints hints{form1.controls, course, state, layout, random, engine.text_compare};
+    Display display{form1.controls, course, state, screen, status, layout, hints, clock};
     DeadTimes dead_times;
-    Statistics statistics{course, params, panels, clock, desktop, clock.time};
+    Statistics statistics{course, params, screen, clock, desktop, clock.time};
     EndOfProgram end_of_program{course, params, clock, trace};
-    Scoring scoring{course, dead_times, statistics, {display, status, panels}, clock, desktop, end_of_program};
-    Selection selection{course, params, dead_times, display, panels, {clock, random, desktop, status}};
-    LevelCommands level_commands{course, params, dead_times, statistics, panels, desktop};
+    Scoring scoring{course, dead_times, state, display, statistics, status, clock, desktop, end_of_program};
+    Selection selection{course, params, dead_times, state, display, options, {clock, random, desktop, status}};
+    LevelCommands level_commands{course, params, dead_times, statistics, options, desktop};
 
     ScoringFixture()
     {
         dead_times.init_dead_time_array();
-        display.course = &course;
         // A box may stay for hours: no transaction and no statement may be open meanwhile, nor the pointer be busy.
         desktop.on_box = [this] {
             EXPECT_EQ(database.transaction_depth(), 0);
@@ -73,15 +97,35 @@ protected:
         course.record_count = course.count_records();
         course.start_counting(clock.time);
         database.forget();
+        form1.journal.clear();
     }
 
     /// A course of one record, which is the current one.
     void open_with_current(const fakes::CourseBuilder& builder)
     {
         open(builder);
-        course.current_cnt = 1;
-        display.question_on_display = true;
+        display.show_record(1);
+        database.forget();
+        form1.journal.clear();
     }
+
+    [[nodiscard]] common::Int16 current_cnt() const { return state.shown.current_cnt(); }
+    [[nodiscard]] common::Int16 previous_cnt() const { return state.shown.previous_cnt(); }
+
+    [[nodiscard]] ShownStatistics panels() const { return statistics_of(form1.screen); }
+
+    /// Whether the panel of that level, 0 to 5, is told to be the target, by its colour and by a sign.
+    [[nodiscard]] bool is_target(int level) const;
+
+    /// How often a question was asked.
+    [[nodiscard]] std::size_t shows() const { return form1.window.announcements.size(); }
+
+    /// The texts that the status line has shown since the course was opened, empty ones too.
+    [[nodiscard]] std::vector<std::string> status_texts() const;
+
+    /// The status line shows `text` and will do so for that many seconds, or until the next text where that is 0. Lets
+    /// this time go by.
+    void expect_status(const std::string& text, int seconds);
 
     /// What the file of the course holds now, as another program sees it.
     [[nodiscard]] fakes::CourseContents file() const { return fakes::read_course(course.db_path); }

@@ -16,9 +16,9 @@ class SelectionFailure : public ScoringFixture {
 protected:
     void expect_no_question() const
     {
-        EXPECT_EQ(course.current_cnt, 0);
-        EXPECT_FALSE(display.question_on_display);
-        EXPECT_EQ(display.shows, 0);
+        EXPECT_EQ(current_cnt(), 0);
+        EXPECT_FALSE(state.shown.is_question());
+        EXPECT_EQ(shows(), 0);
         EXPECT_EQ(desktop.pointer_depth, 0);
         EXPECT_EQ(database.open_recordsets(), 0);
     }
@@ -31,14 +31,13 @@ TEST_F(SelectionFailure, of_the_engine_takes_the_question_away)
     open_with_current(builder);
     for (const int query : {1, 6}) {
         SCOPED_TRACE(query);
-        course.current_cnt = 1;
-        display.question_on_display = true;
+        display.take_for_record(1);
         database.fail_at(Operation::open_recordset, query);
         EXPECT_THROW(selection.next_question(), platform::DatabaseError);
         expect_no_question();
     }
     selection.next_question();
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(current_cnt(), 1);
 }
 
 TEST_F(SelectionFailure, for_want_of_memory_takes_the_question_away)
@@ -73,7 +72,7 @@ TEST_F(SelectionFailure, does_not_come_of_the_largest_number_of_16_bits)
     builder.question("last").number(32767);
     open(builder);
     selection.next_question();
-    EXPECT_EQ(course.current_cnt, 32767);
+    EXPECT_EQ(current_cnt(), 32767);
 }
 
 } // namespace

@@ -18,8 +18,8 @@ protected:
     common::Int16 next()
     {
         selection.next_question();
-        EXPECT_EQ(display.question_on_display, course.current_cnt != 0);
-        return course.current_cnt;
+        EXPECT_EQ(state.shown.is_question(), current_cnt() != 0);
+        return current_cnt();
     }
 
     common::Int16 next_is_none()
@@ -34,8 +34,8 @@ TEST_F(NextQuestion, is_refused_in_a_course_without_questions)
     open(CourseBuilder());
     desktop.expect_box_like({.text = "There are no questions in the database."}, platform::BoxAnswer::ok);
     selection.next_question();
-    EXPECT_EQ(display.shows, 0);
-    EXPECT_EQ(display.answer_state_clears, 0);
+    EXPECT_EQ(shows(), 0);
+    EXPECT_TRUE(form1.journal.empty());
     EXPECT_TRUE(database.statements().empty());
 }
 
@@ -46,8 +46,7 @@ TEST_F(NextQuestion, of_a_new_course_is_the_one_of_the_lowest_number)
         builder.question(text);
     open(builder);
     EXPECT_EQ(next(), 1);
-    EXPECT_EQ(display.shows, 1);
-    EXPECT_EQ(display.answer_state_clears, 1);
+    EXPECT_EQ(shows(), 1);
 }
 
 TEST_F(NextQuestion, makes_the_current_one_the_previous_one)
@@ -56,9 +55,9 @@ TEST_F(NextQuestion, makes_the_current_one_the_previous_one)
     builder.question("a").shown_ago(2s);
     builder.question("b");
     open(builder);
-    course.current_cnt = 1;
+    display.take_for_record(1);
     EXPECT_EQ(next(), 2);
-    EXPECT_EQ(course.previous_cnt, 1);
+    EXPECT_EQ(previous_cnt(), 1);
 }
 
 TEST_F(NextQuestion, is_none_when_all_have_reached_the_target)
@@ -68,7 +67,7 @@ TEST_F(NextQuestion, is_none_when_all_have_reached_the_target)
     builder.question("b").level(10).tested_ago(900 * one_day);
     open(builder);
     EXPECT_EQ(next_is_none(), 0);
-    EXPECT_EQ(display.question_clears, 1);
+    EXPECT_EQ(form1.Text_q.text_value, "");
 }
 
 TEST_F(NextQuestion, is_looked_for_from_just_below_the_target_down_to_level_0)
@@ -96,7 +95,8 @@ TEST_F(NextQuestion, stops_looking_at_the_first_level_that_has_one)
     builder.question("never");
     open(builder);
     EXPECT_EQ(next(), 2);
-    EXPECT_EQ(database.statements().size(), 2U);
+    // Level 4, level 3, and the record that is shown.
+    EXPECT_EQ(database.statements().size(), 3U);
 }
 
 TEST_F(NextQuestion, prefers_the_failed_to_the_never_tested)
@@ -209,7 +209,7 @@ TEST_F(NextQuestion, skips_the_whole_level_of_the_previous_one)
     builder.question("second of the level").level(3).tested_ago(800 * one_day);
     builder.question("lower").level(1).tested_ago(one_day);
     open(builder);
-    course.current_cnt = 1;
+    display.take_for_record(1);
     EXPECT_EQ(next(), 3);
 }
 
@@ -220,7 +220,7 @@ TEST_F(NextQuestion, that_is_alone_comes_again_after_it_was_left_out_once)
     open(builder);
     EXPECT_EQ(next(), 1);
     EXPECT_EQ(next_is_none(), 0) << "a level that was skipped leaves no current record";
-    EXPECT_EQ(course.previous_cnt, 1);
+    EXPECT_EQ(previous_cnt(), 1);
     EXPECT_EQ(next(), 1);
 }
 
@@ -230,7 +230,7 @@ TEST_F(NextQuestion, passes_from_the_failed_to_the_never_tested_when_the_failed_
     builder.question("failed").level(0).tested_ago(10s);
     builder.question("never").level(0);
     open(builder);
-    course.current_cnt = 1;
+    display.take_for_record(1);
     EXPECT_EQ(next(), 2);
 }
 

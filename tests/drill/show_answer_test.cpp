@@ -18,10 +18,10 @@ protected:
     void expect_no_request()
     {
         EXPECT_FALSE(logic->state.AwaitingVerdict);
-        EXPECT_EQ(form1.P_status.background, std::nullopt);
-        EXPECT_FALSE(form1.P_status.bold);
-        EXPECT_EQ(form1.P_status.alignment, platform::Alignment::left);
-        EXPECT_TRUE(form1.panel_a.is_visible);
+        EXPECT_EQ(form1.screen.P_status.background, std::nullopt);
+        EXPECT_FALSE(form1.screen.P_status.bold);
+        EXPECT_EQ(form1.screen.P_status.alignment, platform::Alignment::left);
+        EXPECT_TRUE(form1.screen.panel_a.visible);
     }
 };
 
@@ -30,7 +30,7 @@ TEST_F(ShowAnswerCommand, reveals_the_answer_on_green)
     EXPECT_EQ(answer(), "Paris");
     EXPECT_EQ(form1.Text_a.background, common::light_green);
     EXPECT_TRUE(form1.Text_a.is_visible);
-    EXPECT_FALSE(form1.panel_a.is_visible) << "only the heading of the answer goes";
+    EXPECT_FALSE(form1.screen.panel_a.visible) << "only the heading of the answer goes";
     EXPECT_TRUE(logic->state.AnswerShown);
 }
 
@@ -38,9 +38,9 @@ TEST_F(ShowAnswerCommand, asks_for_the_verdict_with_emphasis)
 {
     EXPECT_TRUE(logic->state.AwaitingVerdict);
     EXPECT_EQ(status(), request);
-    EXPECT_EQ(form1.P_status.background, common::pure_red);
-    EXPECT_TRUE(form1.P_status.bold);
-    EXPECT_EQ(form1.P_status.alignment, platform::Alignment::emphasised);
+    EXPECT_EQ(form1.screen.P_status.background, common::pure_red);
+    EXPECT_TRUE(form1.screen.P_status.bold);
+    EXPECT_EQ(form1.screen.P_status.alignment, platform::Alignment::emphasised);
 }
 
 TEST_F(ShowAnswerCommand, request_does_not_expire)

@@ -55,7 +55,7 @@ TEST_F(StampLastShow, does_nothing_without_a_question_or_on_one_that_has_vanishe
     open_question();
     const auto before = file();
     for (const common::Int16 cnt : std::array<common::Int16, 2>{0, 99}) {
-        course.current_cnt = cnt;
+        display.take_for_record(cnt);
         scoring.StampLastShow();
         EXPECT_EQ(file(), before);
         EXPECT_EQ(database.transaction_depth(), 0);
@@ -72,7 +72,7 @@ TEST_P(FailingStamp, changes_nothing)
     database.fail_at(GetParam());
     EXPECT_THROW(scoring.StampLastShow(), platform::DatabaseError);
     EXPECT_EQ(file(), before);
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(current_cnt(), 1);
     EXPECT_EQ(database.transaction_depth(), 0);
 }
 

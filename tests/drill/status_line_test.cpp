@@ -1,6 +1,7 @@
 #include "drill/status_line.h"
+#include "fakes/course_builder.h"
 #include "fakes/fake_clock.h"
-#include "fakes/fake_controls.h"
+#include "fakes/fake_form1.h"
 
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -27,17 +28,23 @@ protected:
     }
 
     fakes::FakeClock clock;
-    fakes::FakeLabel label{"P_status"};
-    StatusLine line{label, clock};
+    fakes::FakeForm1 form1;
+    fakes::RealEngine engine;
+    store::Course course{engine.database};
+    EditFlags flags;
+    DrillState state;
+    MainScreen screen{form1.screen_view, course, flags, state};
+    StatusLine line{screen, clock};
+    const platform::Line& shown = form1.screen.P_status;
 };
 
 TEST_F(StatusLineTest, keeps_a_text_for_its_time_and_no_longer)
 {
     line.ShowStatus("text", 5);
     at(4.9);
-    EXPECT_EQ(label.caption_value, "text");
+    EXPECT_EQ(shown.text, "text");
     at(5);
-    EXPECT_EQ(label.caption_value, "");
+    EXPECT_EQ(shown.text, "");
 }
 
 TEST_F(StatusLineTest, keeps_a_text_without_a_time_for_ever)
@@ -46,7 +53,7 @@ TEST_F(StatusLineTest, keeps_a_text_without_a_time_for_ever)
     at(86399);
     at(90000);
     put_clock_by_days(3);
-    EXPECT_EQ(label.caption_value, "text");
+    EXPECT_EQ(shown.text, "text");
 }
 
 TEST_F(StatusLineTest, does_not_let_the_time_of_an_earlier_text_end_a_later_one)
@@ -55,10 +62,10 @@ TEST_F(StatusLineTest, does_not_let_the_time_of_an_earlier_text_end_a_later_one)
     at(3);
     line.ShowStatus("second", 5);
     at(6);
-    EXPECT_EQ(label.caption_value, "second");
+    EXPECT_EQ(shown.text, "second");
     line.ShowStatus("third", 0);
     at(1000);
-    EXPECT_EQ(label.caption_value, "third");
+    EXPECT_EQ(shown.text, "third");
 }
 
 TEST_F(StatusLineTest, keeps_a_text_for_its_time_whatever_is_done_to_the_clock)
@@ -68,10 +75,10 @@ TEST_F(StatusLineTest, keeps_a_text_for_its_time_whatever_is_done_to_the_clock)
         line.ShowStatus("text", 5);
         at(3);
         put_clock_by_days(days);
-        EXPECT_EQ(label.caption_value, "text") << days;
+        EXPECT_EQ(shown.text, "text") << days;
         clock.steady_seconds_more += 2;
         line.expire();
-        EXPECT_EQ(label.caption_value, "") << days;
+        EXPECT_EQ(shown.text, "") << days;
     }
 }
 
@@ -81,30 +88,30 @@ TEST_F(StatusLineTest, lets_a_text_expire_behind_midnight)
         common::DateTime::from_fields({.year = 2026, .month = 11, .day = 15, .hour = 23, .minute = 59, .second = 58});
     line.ShowStatus("text", 5);
     at(1.9);
-    EXPECT_EQ(label.caption_value, "text");
+    EXPECT_EQ(shown.text, "text");
     at(5.1);
-    EXPECT_EQ(label.caption_value, "");
+    EXPECT_EQ(shown.text, "");
 }
 
 TEST_F(StatusLineTest, takes_the_emphasis_away_with_the_next_text)
 {
     line.ask_for_verdict();
     line.ShowStatus("text", 0);
-    EXPECT_FALSE(label.bold);
-    EXPECT_EQ(label.background, std::nullopt);
-    EXPECT_EQ(label.alignment, platform::Alignment::left);
-    EXPECT_EQ(label.caption_value, "text");
+    EXPECT_FALSE(shown.bold);
+    EXPECT_EQ(shown.background, std::nullopt);
+    EXPECT_EQ(shown.alignment, platform::Alignment::left);
+    EXPECT_EQ(shown.text, "text");
 }
 
 TEST_F(StatusLineTest, withdraws_the_request_and_nothing_else)
 {
     line.ask_for_verdict();
     line.withdraw_request();
-    EXPECT_EQ(label.caption_value, "");
-    EXPECT_EQ(label.background, std::nullopt);
+    EXPECT_EQ(shown.text, "");
+    EXPECT_EQ(shown.background, std::nullopt);
     line.ShowStatus("other", 5);
     line.withdraw_request();
-    EXPECT_EQ(label.caption_value, "other");
+    EXPECT_EQ(shown.text, "other");
 }
 
 } // namespace

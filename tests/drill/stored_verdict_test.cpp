@@ -25,6 +25,7 @@ protected:
         builder.question("other").level(1).tested_ago(1s);
         open_with_current(builder);
         course.params.score_today = 6;
+        statistics.show_score();
     }
 
     void give(Verdict verdict)
@@ -39,10 +40,10 @@ protected:
     {
         EXPECT_EQ(file(), before);
         EXPECT_EQ(course.params.score_today, 6);
-        EXPECT_EQ(course.current_cnt, 1);
-        EXPECT_TRUE(display.question_on_display);
-        EXPECT_EQ(panels.marked, std::nullopt);
-        EXPECT_EQ(panels.score, std::nullopt);
+        EXPECT_EQ(current_cnt(), 1);
+        EXPECT_TRUE(state.shown.is_question());
+        EXPECT_EQ(panels().marked, std::nullopt);
+        EXPECT_EQ(panels().score, 6);
         EXPECT_EQ(database.transaction_depth(), 0);
         scoring.m_undo();
         EXPECT_EQ(file(), before) << "there is no verdict to undo";
@@ -79,7 +80,7 @@ TEST_F(VerdictFailure, of_a_failure_comes_after_the_status_line_was_emptied)
     open_course();
     database.fail_at(Operation::begin);
     EXPECT_THROW(scoring.set_failure(), platform::DatabaseError);
-    EXPECT_EQ(status.texts, (std::vector<fakes::FakeStatusLine::Text>{{"", 0}}));
+    expect_status("", 0);
 }
 
 /// Proves that a counter that has reached the end of 16 bits refuses the verdict before anything is written.
@@ -127,13 +128,13 @@ TEST_P(UnrefreshedVerdict, is_kept_and_takes_the_question_away)
     EXPECT_THROW(give(GetParam()), platform::DatabaseError);
     EXPECT_EQ(stored().attempts, 5);
     EXPECT_EQ(course.params.score_today, GetParam() == Verdict::success ? 7 : 5);
-    EXPECT_EQ(course.current_cnt, 0);
-    EXPECT_FALSE(display.question_on_display);
+    EXPECT_EQ(current_cnt(), 0);
+    EXPECT_FALSE(state.shown.is_question());
     EXPECT_TRUE(desktop.boxes.empty());
 
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 2) << "it can still be undone";
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(current_cnt(), 1);
 }
 
 TEST_P(UnrefreshedVerdict, takes_the_question_away_for_want_of_memory_too)
@@ -145,8 +146,8 @@ TEST_P(UnrefreshedVerdict, takes_the_question_away_for_want_of_memory_too)
     });
     EXPECT_THROW(give(GetParam()), std::bad_alloc);
     EXPECT_EQ(stored().attempts, 5);
-    EXPECT_EQ(course.current_cnt, 0);
-    EXPECT_FALSE(display.question_on_display);
+    EXPECT_EQ(current_cnt(), 0);
+    EXPECT_FALSE(state.shown.is_question());
     EXPECT_EQ(desktop.pointer_depth, 0);
 }
 

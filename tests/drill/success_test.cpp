@@ -8,7 +8,6 @@ namespace cuedrill::drill {
 namespace {
 
 using fakes::CourseBuilder;
-using fakes::FakeStatusLine;
 using fakes::SideRow;
 
 const std::string precocity = "score of previous question not increased due to precocity of question";
@@ -24,9 +23,10 @@ protected:
         open_with_current(builder);
     }
 
-    void expect_status(const std::string& text) const
+    void expect_status(const std::string& text)
     {
-        EXPECT_EQ(status.texts, (std::vector<FakeStatusLine::Text>{{text, 5}}));
+        EXPECT_EQ(status_texts(), std::vector<std::string>{text});
+        ScoringFixture::expect_status(text, 5);
     }
 };
 
@@ -44,8 +44,8 @@ TEST_F(Success, of_a_never_tested_question_leads_to_level_3_and_a_point)
                                  .date_last_show = clock.time}));
     expect_status("score of previous question increased from 0 to 3 (elapsed 0.40 days)");
     EXPECT_EQ(course.params.score_today, 1);
-    EXPECT_EQ(panels.score, 1);
-    EXPECT_EQ(panels.marked, 3);
+    EXPECT_EQ(panels().score, 1);
+    EXPECT_EQ(panels().marked, 3);
     EXPECT_EQ(file().qa.at(0).a_side, SideRow{}) << "the other direction is untouched";
 }
 
@@ -59,7 +59,7 @@ TEST_F(Success, too_early_changes_counters_and_dates_but_not_the_level)
             .attempts = 5, .fails = 2, .successes = 2, .date_last_test = clock.time, .date_last_show = clock.time}));
     expect_status(precocity);
     EXPECT_EQ(course.params.score_today, 1);
-    EXPECT_EQ(panels.marked, 2);
+    EXPECT_EQ(panels().marked, 2);
 }
 
 TEST_F(Success, after_a_long_time_lifts_over_several_levels)
@@ -68,7 +68,7 @@ TEST_F(Success, after_a_long_time_lifts_over_several_levels)
     scoring.set_success();
     EXPECT_EQ(stored().successes, 5);
     expect_status("score of previous question increased from 1 to 5 (elapsed 3.00 days)");
-    EXPECT_EQ(panels.marked, 5);
+    EXPECT_EQ(panels().marked, 5);
 }
 
 TEST_F(Success, after_more_than_a_year_leads_to_level_10_and_marks_the_last_panel)
@@ -77,7 +77,7 @@ TEST_F(Success, after_more_than_a_year_leads_to_level_10_and_marks_the_last_pane
     scoring.set_success();
     EXPECT_EQ(stored().successes, 10);
     expect_status("score of previous question increased from 9 to 10 (elapsed 400.00 days)");
-    EXPECT_EQ(panels.marked, 5);
+    EXPECT_EQ(panels().marked, 5);
 }
 
 TEST_F(Success, never_lowers_a_level)
@@ -86,7 +86,7 @@ TEST_F(Success, never_lowers_a_level)
     scoring.set_success();
     EXPECT_EQ(stored().successes, 7);
     expect_status(precocity);
-    EXPECT_EQ(panels.marked, 5);
+    EXPECT_EQ(panels().marked, 5);
 }
 
 TEST_F(Success, at_a_level_of_0_or_1_gives_no_point)
@@ -157,7 +157,7 @@ TEST_F(Success, keeps_a_level_beyond_the_range)
     open_with_history(32767, 900 * one_day);
     scoring.set_success();
     EXPECT_EQ(stored().successes, 32767);
-    EXPECT_EQ(panels.marked, 5);
+    EXPECT_EQ(panels().marked, 5);
 }
 
 struct CapCase {
@@ -189,8 +189,8 @@ TEST_F(Success, refreshes_the_counts)
 {
     open_with_history(0, 2h);
     scoring.set_success();
-    EXPECT_EQ(panels.counts(), (std::vector<std::int64_t>{1, 0, 0, 1, 0, 0}));
-    EXPECT_EQ(panels.unpassed, 2);
+    EXPECT_EQ(panels().counts, (std::vector<std::int64_t>{1, 0, 0, 1, 0, 0}));
+    EXPECT_EQ(panels().unpassed, 2);
 }
 
 TEST_F(Success, of_the_last_question_below_the_target_is_congratulated_once)
@@ -253,14 +253,14 @@ TEST_F(Success, on_a_record_that_has_vanished_is_told_and_ends_the_program)
 {
     open_with_history(2, 2h);
     clock.advance_seconds(60);
-    course.current_cnt = 99;
+    display.take_for_record(99);
     const auto before = file();
     desktop.expect_box_like({.text = "nomatch in set_success"}, platform::BoxAnswer::ok);
     EXPECT_THROW(scoring.set_success(), common::ProgramEnded);
     EXPECT_FALSE(course.is_open());
     EXPECT_EQ(file().qa, before.qa);
     EXPECT_EQ(file().number("time_ever"), 60) << "the work counters are stored";
-    EXPECT_TRUE(status.texts.empty());
+    EXPECT_TRUE(status_texts().empty());
 }
 
 } // namespace

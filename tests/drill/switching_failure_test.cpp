@@ -21,14 +21,14 @@ protected:
         remember(first);
         if (!opener.apertura_db())
             throw std::runtime_error("the first course does not open");
-        course.current_cnt = 3;
+        logic->display.take_for_record(3);
     }
 
     void expect_first_still_open() const
     {
         expect_open(first);
         EXPECT_EQ(course.course_name, "first");
-        EXPECT_EQ(course.current_cnt, 3);
+        EXPECT_EQ(logic->state.shown.current_cnt(), 3);
         EXPECT_EQ(times_put_away(), 0);
         EXPECT_TRUE(desktop.file_dialogs.empty());
     }

@@ -21,8 +21,8 @@ protected:
         remember(first);
         if (!opener.apertura_db())
             throw std::runtime_error("the first course does not open");
-        course.current_cnt = 3;
-        course.previous_cnt = 2;
+        logic->display.take_for_record(3);
+        logic->display.leave_question(2);
     }
 };
 
@@ -44,8 +44,8 @@ TEST_F(Switching, puts_the_window_away_and_forgets_the_current_record)
         EXPECT_FALSE(course.is_open());
         EXPECT_EQ(course.db_path, "");
         EXPECT_EQ(course.course_name, "");
-        EXPECT_EQ(course.current_cnt, 0);
-        EXPECT_EQ(course.previous_cnt, 0);
+        EXPECT_EQ(logic->state.shown.current_cnt(), 0);
+        EXPECT_EQ(logic->state.shown.previous_cnt(), 0);
     };
     expect_dialog_answer(second);
     opener.m_open();

@@ -23,10 +23,10 @@ TEST_F(Timers, tick_at_their_periods_once_the_window_is_loaded)
 TEST_F(Timers, second_shows_the_time)
 {
     start_with_three_questions();
-    EXPECT_EQ(form1.Panel_time_now.caption_value, "05:47.17");
+    EXPECT_EQ(form1.screen.Panel_time_now.text, "05:47.17");
     clock.advance_seconds(44);
     form1.timer_1_sec.tick();
-    EXPECT_EQ(form1.Panel_time_now.caption_value, "05:48.01");
+    EXPECT_EQ(form1.screen.Panel_time_now.text, "05:48.01");
 }
 
 TEST_F(Timers, quarter_of_a_second_lets_a_verdict_message_expire)
@@ -48,14 +48,14 @@ TEST_F(Timers, minute_shows_and_stores_the_work_time)
 {
     builder.number_param("time_ever", 36000).number_param("time_today", 600).date_param("last_date", clock.time);
     start_with_three_questions();
-    EXPECT_EQ(form1.panel_open_time.caption_value, "00:00");
-    EXPECT_EQ(form1.panel_time_today.caption_value, "00:10");
-    EXPECT_EQ(form1.panel_time_ever.caption_value, "10:00");
+    EXPECT_EQ(form1.screen.panel_open_time.text, "00:00");
+    EXPECT_EQ(form1.screen.panel_time_today.text, "00:10");
+    EXPECT_EQ(form1.screen.panel_time_ever.text, "10:00");
     clock.advance_seconds(60);
     form1.timer_1_min.tick();
-    EXPECT_EQ(form1.panel_open_time.caption_value, "00:01");
-    EXPECT_EQ(form1.panel_time_today.caption_value, "00:11");
-    EXPECT_EQ(form1.panel_time_ever.caption_value, "10:01");
+    EXPECT_EQ(form1.screen.panel_open_time.text, "00:01");
+    EXPECT_EQ(form1.screen.panel_time_today.text, "00:11");
+    EXPECT_EQ(form1.screen.panel_time_ever.text, "10:01");
     const fakes::CourseContents stored_now = fakes::read_course(path);
     EXPECT_EQ(stored_now.number("time_ever"), 36060);
     EXPECT_EQ(stored_now.number("time_today"), 660);
@@ -137,7 +137,7 @@ TEST_F(Timers, minute_whose_work_time_cannot_be_stored_leaves_the_request_for_a_
     database.fail_at(fakes::Operation::execute);
     form1.timer_1_min.tick();
     EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
-    EXPECT_EQ(form1.P_status.background, common::pure_red);
+    EXPECT_EQ(form1.screen.P_status.background, common::pure_red);
     EXPECT_NE(folder.read("trace.txt").find("work time not stored - The disk is full."), std::string::npos);
 }
 

@@ -126,9 +126,9 @@ TEST_F(ToolbarButton, show_stats_counts_anew)
 {
     toolbar(4);
     database.execute("Delete from qa where cnt = 2");
-    ASSERT_EQ(form1.panel_level[0].count, 1);
+    ASSERT_EQ(form1.screen.panel_level[0].count, 1);
     toolbar(3);
-    EXPECT_EQ(form1.panel_level[0].count, 0);
+    EXPECT_EQ(form1.screen.panel_level[0].count, 0);
 }
 
 TEST_F(ToolbarButton, let_me_type_goes_to_the_answer_box)
@@ -136,7 +136,7 @@ TEST_F(ToolbarButton, let_me_type_goes_to_the_answer_box)
     toolbar(5);
     EXPECT_TRUE(logic->state.TypingMode);
     EXPECT_TRUE(form1.Text_a.has_focus());
-    EXPECT_EQ(form1.panel_a.caption_value, "Type the answer, then press Enter");
+    EXPECT_EQ(form1.screen.panel_a.text, "Type the answer, then press Enter");
 }
 
 TEST_F(ToolbarButton, plus_and_minus_give_the_verdict_at_once)
@@ -193,7 +193,7 @@ TEST_F(ToolbarButton, delete_removes_the_record_after_a_question)
                        platform::BoxAnswer::yes);
     toolbar(11);
     EXPECT_EQ(question(), "Italy?");
-    EXPECT_EQ(form1.panel_total.caption_value, "2");
+    EXPECT_EQ(form1.screen.panel_total.text, "2");
 }
 
 TEST_F(ToolbarButton, takes_the_focus_out_of_the_text_box)

@@ -51,7 +51,7 @@ TEST_F(JudgedAnswer, that_is_right_is_a_success)
     enter("Paris");
     expect_known();
     EXPECT_EQ(status(), "score of previous question increased from 2 to 4 (elapsed 1.00 days)");
-    EXPECT_FALSE(form1.P_status.bold);
+    EXPECT_FALSE(form1.screen.P_status.bold);
     EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
 }
 
@@ -60,8 +60,8 @@ TEST_F(JudgedAnswer, that_is_right_is_greeted_before_it_is_stored)
     std::vector<std::string> seen;
     desktop.on_pump = [&] {
         seen.push_back(status());
-        EXPECT_EQ(form1.P_status.background, common::pure_green);
-        EXPECT_TRUE(form1.P_status.bold);
+        EXPECT_EQ(form1.screen.P_status.background, common::pure_green);
+        EXPECT_TRUE(form1.screen.P_status.bold);
         EXPECT_EQ(stored(1).q_side.attempts, 4);
     };
     enter("Paris");
@@ -114,14 +114,14 @@ TEST_F(JudgedAnswer, that_is_wrong_makes_the_line_red_while_the_box_tells_it)
     logic->status.ShowStatus("something else", 0);
     desktop.on_box = [this] {
         EXPECT_EQ(status(), "");
-        EXPECT_EQ(form1.P_status.background, common::pure_red);
+        EXPECT_EQ(form1.screen.P_status.background, common::pure_red);
         EXPECT_EQ(stored(1).q_side.attempts, 4) << "the verdict comes after the box";
         EXPECT_EQ(database.transaction_depth(), 0);
     };
     enter("Rome");
     desktop.on_box = nullptr;
     EXPECT_EQ(status(), "");
-    EXPECT_EQ(form1.P_status.background, std::nullopt);
+    EXPECT_EQ(form1.screen.P_status.background, std::nullopt);
     expect_not_known();
 }
 
@@ -283,7 +283,7 @@ TEST_P(TypedVerdictFailure, of_a_wrong_answer_leaves_it_to_be_judged_again)
     fail();
     enter("Rome");
     expect_as_before("Rome");
-    EXPECT_EQ(form1.P_status.background, std::nullopt);
+    EXPECT_EQ(form1.screen.P_status.background, std::nullopt);
     desktop.expect_box(wrong_answer_text("Rome", "Paris"));
     enter_in_answer();
     expect_not_known();

@@ -29,7 +29,7 @@ protected:
         EXPECT_TRUE(logic->state.AwaitingVerdict);
         EXPECT_TRUE(logic->state.AnswerShown);
         EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
-        EXPECT_FALSE(form1.panel_a.is_visible);
+        EXPECT_FALSE(form1.screen.panel_a.visible);
     }
 
     void expect_not_judged() const
@@ -81,7 +81,7 @@ TEST_F(AnswerKeys, plus_in_an_empty_box_reveals_the_answer_on_green)
     EXPECT_EQ(form1.Text_a.background, common::light_green);
     EXPECT_EQ(logic->state.SelfJudgement, "+");
     EXPECT_FALSE(logic->state.AwaitingVerdict);
-    EXPECT_TRUE(form1.panel_a.is_visible);
+    EXPECT_TRUE(form1.screen.panel_a.visible);
     EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
     expect_not_judged();
 }
@@ -402,7 +402,7 @@ TEST_F(TypingModeTest, ends_with_the_question)
 {
     toolbar(1);
     EXPECT_FALSE(logic->state.TypingMode);
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
     press_in_answer("+");
     EXPECT_EQ(answer(), "Rome");
 }
@@ -419,18 +419,18 @@ TEST_F(DrillFixture, heading_of_the_answer_tells_what_its_colour_tells)
 {
     start_with_three_questions();
     yes();
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
     press_in_answer("-");
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer: not known (-)");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer: not known (-)");
     EXPECT_EQ(form1.window.announcements.back(), "Answer: Paris") << "nothing is scored yet";
     EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
     toolbar(1);
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
     press_in_answer("+");
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer: known (+)");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer: known (+)");
     toolbar(1);
     yes();
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
 }
 
 } // namespace

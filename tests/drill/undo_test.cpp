@@ -53,19 +53,19 @@ TEST_F(Undo, after_a_success_restores_the_level)
 TEST_F(Undo, shows_the_question_and_the_counts_again)
 {
     scoring.set_failure();
-    EXPECT_EQ(panels.counts(), (std::vector<std::int64_t>{1, 1, 0, 0, 0, 0}));
-    course.current_cnt = 2;
+    EXPECT_EQ(panels().counts, (std::vector<std::int64_t>{1, 1, 0, 0, 0, 0}));
+    display.take_for_record(2);
     scoring.m_undo();
-    EXPECT_EQ(course.current_cnt, 1);
-    EXPECT_EQ(display.shows, 1);
-    EXPECT_EQ(panels.counts(), (std::vector<std::int64_t>{0, 1, 0, 1, 0, 0}));
+    EXPECT_EQ(current_cnt(), 1);
+    EXPECT_EQ(shows(), 1);
+    EXPECT_EQ(panels().counts, (std::vector<std::int64_t>{0, 1, 0, 1, 0, 0}));
 }
 
 TEST_F(Undo, acts_on_the_record_judged_last_wherever_the_drill_has_gone)
 {
     scoring.set_failure();
-    course.previous_cnt = 2;
-    course.current_cnt = 0;
+    display.leave_question(2);
+    display.take_for_record(0);
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 3);
     EXPECT_EQ(file().qa.at(1).q_side.successes, 1);
@@ -74,7 +74,7 @@ TEST_F(Undo, acts_on_the_record_judged_last_wherever_the_drill_has_gone)
 TEST_F(Undo, of_the_second_verdict_leaves_the_first)
 {
     scoring.set_failure();
-    course.current_cnt = 2;
+    display.take_for_record(2);
     scoring.set_failure();
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 0);
@@ -88,7 +88,7 @@ TEST_F(Undo, a_second_time_writes_the_same_level)
     const auto once = file();
     scoring.m_undo();
     EXPECT_EQ(file(), once);
-    EXPECT_EQ(display.shows, 2);
+    EXPECT_EQ(shows(), 2);
 }
 
 TEST_F(Undo, restores_null_as_level_0)
@@ -103,11 +103,11 @@ TEST_F(Undo, restores_null_as_level_0)
 TEST_F(Undo, without_a_verdict_does_nothing)
 {
     const auto before = file();
-    course.previous_cnt = 2;
+    display.leave_question(2);
     scoring.m_undo();
     EXPECT_EQ(file(), before);
-    EXPECT_EQ(display.shows, 0);
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(shows(), 0);
+    EXPECT_EQ(current_cnt(), 1);
     EXPECT_EQ(database.count(Operation::begin), 0);
 }
 
@@ -117,7 +117,7 @@ TEST_F(Undo, does_nothing_once_the_verdict_is_forgotten)
     course.last_verdict.reset();
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 0);
-    EXPECT_EQ(display.shows, 0);
+    EXPECT_EQ(shows(), 0);
 }
 
 TEST_F(Undo, forgets_the_verdict_on_a_record_that_was_changed_and_no_other)
@@ -139,14 +139,14 @@ class FailingUndo : public Undo, public testing::WithParamInterface<Operation> {
 TEST_P(FailingUndo, is_told_and_changes_nothing)
 {
     scoring.set_failure();
-    course.current_cnt = 2;
+    display.take_for_record(2);
     const auto before = file();
     database.fail_at(GetParam());
     desktop.expect_box_like(told("The last result cannot be undone."), platform::BoxAnswer::ok);
     scoring.m_undo();
     EXPECT_EQ(file(), before);
-    EXPECT_EQ(course.current_cnt, 2);
-    EXPECT_EQ(display.shows, 0);
+    EXPECT_EQ(current_cnt(), 2);
+    EXPECT_EQ(shows(), 0);
     EXPECT_EQ(database.transaction_depth(), 0);
 
     scoring.m_undo();
@@ -164,29 +164,27 @@ TEST_F(Undo, of_a_record_that_has_vanished_is_told)
     scoring.m_undo();
     ASSERT_EQ(desktop.boxes.size(), 1U);
     EXPECT_TRUE(desktop.boxes[0].text.starts_with("The last result cannot be undone.\r\n\r\n"));
-    EXPECT_EQ(course.current_cnt, 1);
+    EXPECT_EQ(current_cnt(), 1);
 }
 
 /// Proves that a question whose verdict is undone, but which the window could not come to, cannot be judged unseen.
 TEST_F(Undo, that_cannot_refresh_the_counts_takes_the_question_away)
 {
     scoring.set_failure();
-    course.current_cnt = 2;
+    display.take_for_record(2);
     database.fail_at(Operation::open_recordset);
     desktop.expect_box_like(told("The last result is undone, but the question cannot be shown."),
                             platform::BoxAnswer::ok);
     scoring.m_undo();
     EXPECT_EQ(stored().successes, 3);
-    EXPECT_EQ(course.current_cnt, 0);
-    EXPECT_FALSE(display.question_on_display);
+    EXPECT_EQ(current_cnt(), 0);
+    EXPECT_FALSE(state.shown.is_question());
 }
 
 TEST_F(Undo, that_cannot_show_the_question_is_told)
 {
     scoring.set_failure();
-    display.on_show = [] {
-        throw platform::DatabaseError(platform::DatabaseErrorKind::full, 0, fakes::RecordingDatabase::failure_words);
-    };
+    database.fail_at(fakes::Operation::query);
     desktop.expect_box_like(told("The last result is undone, but the question cannot be shown."),
                             platform::BoxAnswer::ok);
     scoring.m_undo();

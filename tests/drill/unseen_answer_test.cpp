@@ -200,38 +200,38 @@ protected:
 TEST_F(HeadingOfTheAnswer, tells_what_a_hint_costs_until_the_next_question)
 {
     toolbar(4);
-    EXPECT_EQ(form1.panel_a.caption_value, costs_beside_words);
+    EXPECT_EQ(form1.screen.panel_a.text, costs_beside_words);
     toolbar(3);
-    EXPECT_EQ(form1.panel_a.caption_value, costs) << "the hint was seen";
+    EXPECT_EQ(form1.screen.panel_a.text, costs) << "the hint was seen";
     toolbar(5);
-    EXPECT_EQ(form1.panel_a.caption_value, costs) << "typing, too";
+    EXPECT_EQ(form1.screen.panel_a.text, costs) << "typing, too";
     toolbar(1);
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
 }
 
 TEST_F(HeadingOfTheAnswer, tells_what_a_masked_hint_costs)
 {
     toolbar(5);
-    ASSERT_EQ(form1.panel_a.caption_value, "Type the answer, then press Enter");
+    ASSERT_EQ(form1.screen.panel_a.text, "Type the answer, then press Enter");
     toolbar(4);
-    EXPECT_EQ(form1.panel_a.caption_value, costs) << "the masked answer has no words to click";
+    EXPECT_EQ(form1.screen.panel_a.text, costs) << "the masked answer has no words to click";
 }
 
 TEST_F(HeadingOfTheAnswer, tells_nothing_of_it_once_the_answer_is_shown)
 {
     toolbar(4);
     yes();
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
     toolbar(8);
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
 }
 
 TEST_F(HeadingOfTheAnswer, tells_nothing_of_it_when_the_option_forgives_the_hint)
 {
     choose("m_list_mode");
-    EXPECT_EQ(form1.panel_a.caption_value, costs_beside_words);
+    EXPECT_EQ(form1.screen.panel_a.text, costs_beside_words);
     choose("m_list_mode");
-    EXPECT_EQ(form1.panel_a.caption_value, "Answer");
+    EXPECT_EQ(form1.screen.panel_a.text, "Answer");
 }
 
 /// The command for hints is there from the start.

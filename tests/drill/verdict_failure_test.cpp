@@ -35,7 +35,7 @@ protected:
 
     void expect_nothing_to_judge()
     {
-        EXPECT_EQ(logic->course.current_cnt, 0);
+        EXPECT_EQ(logic->state.shown.current_cnt(), 0);
         EXPECT_EQ(question(), "");
         EXPECT_EQ(answer(), "");
         EXPECT_FALSE(form1.bot_yes.usable());
@@ -63,7 +63,7 @@ TEST_P(FailingWrite, of_a_success_changes_nothing_and_may_be_repeated)
     EXPECT_EQ(logic->state.dialog, DialogState::AskKnown);
     EXPECT_EQ(question(), "France?");
     EXPECT_EQ(answer(), "Paris");
-    EXPECT_EQ(form1.Panel_score.caption_value, "0");
+    EXPECT_EQ(form1.screen.Panel_score.text, "0");
     EXPECT_EQ(logic->course.params.score_today, 0);
     yes();
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
@@ -109,10 +109,10 @@ TEST_F(FailingVerdict, counts_after_a_success_leave_one_verdict_and_no_question)
     ignore();
     EXPECT_EQ(question(), "Italy?");
     EXPECT_EQ(logic->state.dialog, DialogState::OfferAnswer);
-    EXPECT_EQ(form1.panel_level[4].count, 0) << "the counts come with the next refresh";
+    EXPECT_EQ(form1.screen.panel_level[4].count, 0) << "the counts come with the next refresh";
     choose("m_undo");
     EXPECT_EQ(stored(1).q_side.successes, 2) << "the verdict can still be undone";
-    EXPECT_EQ(form1.panel_level[2].count, 1);
+    EXPECT_EQ(form1.screen.panel_level[2].count, 1);
 }
 
 TEST_F(FailingVerdict, counts_after_a_failure_leave_one_verdict_and_no_question)
@@ -174,8 +174,8 @@ TEST_F(FailingVerdict, awaited_by_key_leaves_the_request_for_it)
     EXPECT_EQ(stored(1), before);
     EXPECT_TRUE(logic->state.AwaitingVerdict);
     EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
-    EXPECT_EQ(form1.P_status.background, common::pure_red);
-    EXPECT_TRUE(form1.P_status.bold);
+    EXPECT_EQ(form1.screen.P_status.background, common::pure_red);
+    EXPECT_TRUE(form1.screen.P_status.bold);
     EXPECT_TRUE(press("-"));
     EXPECT_EQ(stored(1).q_side.fails, 2);
     EXPECT_EQ(status(), "");
@@ -241,7 +241,7 @@ TEST_F(FailingVerdict, no_on_a_record_that_another_program_has_deleted_says_so)
     desktop.expect_box("The question is no longer in the course; another program has deleted it.");
     no();
     expect_nothing_to_judge();
-    EXPECT_EQ(form1.panel_total.caption_value, "2");
+    EXPECT_EQ(form1.screen.panel_total.text, "2");
     ignore();
     EXPECT_EQ(question(), "Italy?");
 }
@@ -255,12 +255,12 @@ TEST_F(FailingVerdict, of_unknown_outcome_leaves_nothing_to_judge_and_shows_what
                        "stored, because the course cannot be read again.");
     yes();
     expect_nothing_to_judge();
-    EXPECT_EQ(form1.Panel_score.caption_value, "0");
+    EXPECT_EQ(form1.screen.Panel_score.text, "0");
     ignore();
     EXPECT_EQ(question(), "Italy?");
     yes();
     no();
-    EXPECT_EQ(form1.Panel_score.caption_value, "1");
+    EXPECT_EQ(form1.screen.Panel_score.text, "1");
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
 }
 
@@ -270,7 +270,7 @@ TEST_F(FailingVerdict, commit_that_stores_is_a_verdict_like_any_other)
     yes();
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
     EXPECT_EQ(question(), "Italy?");
-    EXPECT_EQ(form1.Panel_score.caption_value, "1");
+    EXPECT_EQ(form1.screen.Panel_score.text, "1");
 }
 
 class ForeignCourse : public DrillFixture {};
@@ -281,7 +281,7 @@ TEST_F(ForeignCourse, with_a_record_number_beyond_16_bits_is_not_drilled_at_that
     start();
     const fakes::CourseContents before = fakes::read_course(path);
     desktop.on_box = [this] {
-        EXPECT_EQ(logic->course.current_cnt, 0);
+        EXPECT_EQ(logic->state.shown.current_cnt(), 0);
         EXPECT_EQ(question(), "");
     };
     desktop.expect_box("Overflow: the record number 32768 is outside -32768 to 32767.");
@@ -297,8 +297,8 @@ TEST_F(ForeignCourse, with_counters_beyond_16_bits_is_shown_and_can_be_skipped_b
     database.execute("Update qa set q_attempts = 40000, q_fails = 39999 where cnt = 1");
     yes();
     EXPECT_EQ(question(), "France?");
-    EXPECT_EQ(form1.PANEL_Q_ATTEMPTS.caption_value, "40000");
-    EXPECT_EQ(form1.PANEL_FAILS.caption_value, "39999");
+    EXPECT_EQ(form1.screen.PANEL_Q_ATTEMPTS.text, "40000");
+    EXPECT_EQ(form1.screen.PANEL_FAILS.text, "39999");
     yes();
     desktop.expect_box("Overflow: the number of failures 39999 is outside -32768 to 32767.");
     no();

@@ -24,9 +24,9 @@ protected:
 
     void expect_display(const std::string& open_time, const std::string& today, const std::string& ever) const
     {
-        EXPECT_EQ(panels.open_time, open_time);
-        EXPECT_EQ(panels.today, today);
-        EXPECT_EQ(panels.ever, ever);
+        EXPECT_EQ(panels().open_time, open_time);
+        EXPECT_EQ(panels().today, today);
+        EXPECT_EQ(panels().ever, ever);
     }
 };
 
@@ -65,7 +65,7 @@ TEST_F(WorkTimeDisplay, drops_the_time_of_the_day_before_at_midnight)
     const std::int64_t until = midnight.seconds() - clock.time.seconds();
     clock.time = midnight;
     statistics.refresh_work_time();
-    EXPECT_EQ(panels.today, common::format_hours_minutes(static_cast<double>(until)));
+    EXPECT_EQ(panels().today, common::format_hours_minutes(static_cast<double>(until)));
 }
 
 TEST_F(WorkTimeDisplay, never_goes_below_zero_when_the_clock_is_put_back)
@@ -94,7 +94,7 @@ TEST_F(WorkTimeDisplay, is_exact_at_every_whole_minute_of_three_days)
         statistics.refresh_work_time();
         std::array<char, 16> expected{};
         std::snprintf(expected.data(), expected.size(), "%02d:%02d", minute / 60, minute % 60);
-        ASSERT_EQ(panels.open_time, expected.data());
+        ASSERT_EQ(panels().open_time, expected.data());
     }
 }
 

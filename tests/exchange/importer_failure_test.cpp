@@ -87,10 +87,9 @@ TEST_F(StoppedImport, keeps_the_groups_that_were_committed)
 
 TEST_F(StoppedImport, keeps_what_was_there_before)
 {
-    course.current_cnt = bank.insert_record("before", "a");
+    ASSERT_EQ(bank.insert_record("before", "a"), 1);
     database.commits_left = 0;
     EXPECT_EQ(import(records(5)).progress.last_cnt, 0);
-    EXPECT_EQ(course.current_cnt, 1);
     EXPECT_EQ(course.record_count, 1);
 }
 
@@ -227,7 +226,7 @@ TEST_F(StoppedImport, waits_for_a_course_that_another_program_writes_and_then_gi
     locked.db_path = path;
     locked.apri_db();
     locked.set_side_fields();
-    bank::RecordBank locked_bank{locked};
+    bank::RecordBank locked_bank{locked, engine.text_compare};
     Importer importer(locked, locked_bank, files, clock, engine.text_compare,
                       folder.write("questions.txt", records(5)));
     const platform::Transaction other(engine.database);

@@ -81,7 +81,7 @@ protected:
     FillingDisk database{engine.database};
     platform::system::SystemFiles files;
     store::Course course{database};
-    bank::RecordBank bank{course};
+    bank::RecordBank bank{course, engine.text_compare};
     std::string path; ///< of the course
 };
 

@@ -59,22 +59,4 @@ public:
     bool is_enabled = true;
 };
 
-/// A control that can tell what it is for.
-template <class Interface>
-class FakeHelpfulControl : public FakeControl<Interface> {
-public:
-    using FakeControl<Interface>::FakeControl;
-
-    void offer_help(std::function<void()> ask) override { on_help.swap(ask); }
-
-    /// The user holds Shift and clicks on it, enabled or not.
-    void shift_click() const
-    {
-        if (this->is_visible && on_help)
-            on_help();
-    }
-
-    std::function<void()> on_help;
-};
-
 } // namespace cuedrill::fakes

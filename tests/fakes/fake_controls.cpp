@@ -8,91 +8,14 @@
 
 namespace cuedrill::fakes {
 
-template class FakeControl<platform::Label>;
-template class FakeControl<platform::LevelPanel>;
 template class FakeControl<platform::Button>;
 template class FakeControl<platform::Frame>;
 template class FakeControl<platform::TextBox>;
 template class FakeControl<platform::HintBox>;
 template class FakeControl<platform::ListBox>;
 template class FakeControl<platform::MenuEntry>;
-template class FakeHelpfulControl<platform::Label>;
-template class FakeHelpfulControl<platform::LevelPanel>;
-template class FakeHelpfulControl<platform::Button>;
 template class FakeTextControl<platform::TextBox>;
 template class FakeTextControl<platform::HintBox>;
-
-void FakeLabel::set_caption(std::string_view text)
-{
-    caption_value = text;
-    note("caption", text);
-}
-
-void FakeLabel::set_untold_caption(std::string_view text)
-{
-    caption_value = text;
-    note("untold caption", text);
-}
-
-std::string FakeLabel::caption() const
-{
-    return caption_value;
-}
-
-void FakeLabel::set_description(std::string_view text)
-{
-    description = text;
-    note("description", text);
-}
-
-void FakeLabel::set_background(std::optional<common::Colour> colour)
-{
-    background = colour;
-    note("background", colour);
-}
-
-void FakeLabel::set_bold(bool value)
-{
-    bold = value;
-    note("bold", value);
-}
-
-void FakeLabel::set_alignment(platform::Alignment value)
-{
-    alignment = value;
-    note("alignment", value == platform::Alignment::left ? "left" : "emphasised");
-}
-
-void FakeLevelPanel::set_caption(std::string_view text)
-{
-    caption = text;
-    note("caption", text);
-}
-
-void FakeLevelPanel::set_description(std::string_view text)
-{
-    description = text;
-    note("description", text);
-}
-
-void FakeLevelPanel::set_count(std::int64_t new_count, std::int64_t new_total)
-{
-    count = new_count;
-    total = new_total;
-    note("count", std::to_string(new_count) + "/" + std::to_string(new_total));
-}
-
-void FakeLevelPanel::set_background(std::optional<common::Colour> colour)
-{
-    background = colour;
-    note("background", colour);
-}
-
-void FakeLevelPanel::set_marked(bool value)
-{
-    marked = value;
-    note("marked", value);
-}
 
 void FakeButton::set_visible(bool value)
 {

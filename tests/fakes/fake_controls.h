@@ -14,54 +14,12 @@
 namespace cuedrill::fakes {
 
 // Compiled once, in fake_controls.cpp.
-extern template class FakeControl<platform::Label>;
-extern template class FakeControl<platform::LevelPanel>;
 extern template class FakeControl<platform::Button>;
 extern template class FakeControl<platform::Frame>;
 extern template class FakeControl<platform::TextBox>;
 extern template class FakeControl<platform::HintBox>;
 extern template class FakeControl<platform::ListBox>;
 extern template class FakeControl<platform::MenuEntry>;
-extern template class FakeHelpfulControl<platform::Label>;
-extern template class FakeHelpfulControl<platform::LevelPanel>;
-extern template class FakeHelpfulControl<platform::Button>;
-
-class FakeLabel : public FakeHelpfulControl<platform::Label> {
-public:
-    using FakeHelpfulControl::FakeHelpfulControl;
-
-    void set_caption(std::string_view text) override;
-    void set_untold_caption(std::string_view text) override;
-    [[nodiscard]] std::string caption() const override;
-    void set_description(std::string_view text) override;
-    void set_background(std::optional<common::Colour> colour) override;
-    void set_bold(bool value) override;
-    void set_alignment(platform::Alignment value) override;
-
-    std::string caption_value;
-    std::string description;
-    std::optional<common::Colour> background;
-    bool bold = false;
-    platform::Alignment alignment = platform::Alignment::left;
-};
-
-class FakeLevelPanel : public FakeHelpfulControl<platform::LevelPanel> {
-public:
-    using FakeHelpfulControl::FakeHelpfulControl;
-
-    void set_caption(std::string_view text) override;
-    void set_description(std::string_view text) override;
-    void set_count(std::int64_t new_count, std::int64_t new_total) override;
-    void set_background(std::optional<common::Colour> colour) override;
-    void set_marked(bool value) override;
-
-    std::string caption;
-    std::string description;
-    std::int64_t count = 0;
-    std::int64_t total = 0;
-    std::optional<common::Colour> background;
-    bool marked = false;
-};
 
 /// Where the keyboard focus of a window is.
 struct FakeFocus {
@@ -69,9 +27,20 @@ struct FakeFocus {
 };
 
 /// Loses the focus, as in a real window, when it can no longer be used.
-class FakeButton : public FakeHelpfulControl<platform::Button> {
+class FakeButton : public FakeControl<platform::Button> {
 public:
-    using FakeHelpfulControl::FakeHelpfulControl;
+    using FakeControl::FakeControl;
+
+    void offer_help(std::function<void()> ask) override { on_help.swap(ask); }
+
+    /// The user holds Shift and clicks on it, enabled or not.
+    void shift_click() const
+    {
+        if (is_visible && on_help)
+            on_help();
+    }
+
+    std::function<void()> on_help;
 
     void set_visible(bool value) override;
     void set_enabled(bool value) override;

@@ -112,13 +112,14 @@ TEST(Window, tells_whether_a_key_was_swallowed)
 TEST(Form1, notes_what_is_done_to_its_controls_in_one_journal)
 {
     FakeForm1 form1;
-    form1.controls.panel_dialog.set_caption("Show answer?");
+    platform::Screen screen;
+    screen.panel_dialog = {.text = "Show answer?", .news = 1};
+    form1.controls.screen.show(screen);
     form1.controls.bot_yes.set_visible(false);
-    form1.controls.panel_level[5]->set_count(3, 7);
     form1.controls.Text_a.set_background(common::light_green);
     form1.controls.bot_no.set_focus();
     EXPECT_EQ(form1.journal, (Journal{"panel_dialog.caption=Show answer?", "bot_yes.visible=false",
-                                      "panel_level[5].count=3/7", "Text_a.background=128,255,128", "bot_no.focus"}));
+                                      "Text_a.background=128,255,128", "bot_no.focus"}));
 }
 
 TEST(Form1, has_the_focus_in_one_place_and_loses_it_with_the_button_that_has_it)
@@ -141,9 +142,11 @@ TEST(Form1, gives_the_logic_its_own_controls)
 {
     FakeForm1 form1;
     EXPECT_EQ(&form1.controls.bot_other, &form1.bot_other);
-    EXPECT_EQ(form1.controls.panel_level[4], &form1.panel_level[4]);
     EXPECT_EQ(&form1.controls.timer_1_min, &form1.timer_1_min);
-    EXPECT_EQ(&form1.controls.P_status, &form1.P_status);
+    platform::Screen screen;
+    screen.P_status.text = "Saved.";
+    form1.controls.screen.show(screen);
+    EXPECT_EQ(form1.screen, screen);
 }
 
 /// Two boxes, a hint and a button share the focus of a window.

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
@@ -49,6 +50,13 @@ protected:
             // Also where an expectation has left `use` early.
             program.form1().widget().close();
         });
+    }
+
+    /// What the label of that name shows.
+    static std::string label(Program& program, const char* name)
+    {
+        const auto* const shown = program.form1().widget().findChild<QLabel*>(QString::fromLatin1(name));
+        return shown != nullptr ? shown->text().toStdString() : std::string("no label ") + name;
     }
 
     static void press(Program& program, const char* name)

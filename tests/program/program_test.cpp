@@ -20,7 +20,7 @@ TEST_F(ProgramTest, drills_a_course_and_finds_every_verdict_again)
     EXPECT_EQ(run(path,
                   [](Program& program) {
                       platform::Form1& form1 = program.form1().controls();
-                      EXPECT_EQ(form1.panel_dialog.caption(), "Shall I ask you a question?");
+                      EXPECT_EQ(label(program, "panel_dialog"), "Shall I ask you a question?");
                       press(program, "bot_yes");
                       EXPECT_EQ(form1.Text_q.text(), "one");
                       EXPECT_EQ(form1.Text_a.text(), "");
@@ -31,7 +31,7 @@ TEST_F(ProgramTest, drills_a_course_and_finds_every_verdict_again)
                       press(program, "bot_yes");
                       press(program, "bot_no");
                       EXPECT_EQ(form1.Text_q.text(), "three");
-                      EXPECT_EQ(form1.Panel_score.caption(), "1");
+                      EXPECT_EQ(label(program, "Panel_score"), "1");
                   }),
               0);
 
@@ -48,8 +48,8 @@ TEST_F(ProgramTest, drills_a_course_and_finds_every_verdict_again)
                   [](Program& program) {
                       platform::Form1& form1 = program.form1().controls();
                       EXPECT_EQ(form1.window.caption(), "Cuedrill: Course course [course]");
-                      EXPECT_EQ(form1.panel_total.caption(), "3");
-                      EXPECT_EQ(form1.Panel_score.caption(), "1");
+                      EXPECT_EQ(label(program, "panel_total"), "3");
+                      EXPECT_EQ(label(program, "Panel_score"), "1");
                   }),
               0);
     EXPECT_EQ(file_dialogs, 0);
@@ -79,7 +79,8 @@ TEST_F(ProgramTest, shows_the_record_of_a_line_of_a_list)
                   [](Program& program) {
                       choose(program, "m_show_sort_by_score");
                       platform::Form1& form1 = program.form1().controls();
-                      EXPECT_EQ(form1.P_status.caption(), "2 questions (the number on the left is the question score)");
+                      EXPECT_EQ(label(program, "P_status"),
+                                "2 questions (the number on the left is the question score)");
                       auto& list = *program.form1().widget().findChild<QAbstractItemView*>("listav");
                       EXPECT_EQ(list.model()->rowCount(), 2);
                       EXPECT_TRUE(form1.listav.has_focus());
@@ -155,7 +156,7 @@ TEST_F(ProgramTest, reports_a_course_that_fails_in_the_middle_and_goes_on)
                       EXPECT_TRUE(boxes.at(0).starts_with("The course " + path + " could not be read or written."))
                           << boxes.at(0);
                       // Nothing was scored, and the same question can be judged when the file is back.
-                      EXPECT_EQ(program.form1().controls().panel_dialog.caption(), "Did you know the answer?");
+                      EXPECT_EQ(label(program, "panel_dialog"), "Did you know the answer?");
                       std::filesystem::rename(path + ".away", path);
                       press(program, "bot_yes");
                   }),

@@ -31,7 +31,6 @@ bool StartRoutine::run(std::string command_line)
     // A path that is remembered must lead to the course from any folder.
     course_.db_path = files_.absolute(command_line);
     frame_ = measure_frame(form2_);
-    course_.current_cnt = 0;
     return opener_.apertura_db();
 }
 

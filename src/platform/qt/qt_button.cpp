@@ -1,6 +1,7 @@
 #include "platform/qt/qt_button.h"
 
 #include "common/text.h"
+#include "platform/qt/qt_context_help.h"
 #include "platform/qt/qt_look.h"
 #include "platform/qt/qt_text.h"
 
@@ -92,7 +93,7 @@ QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind) : QtButton(n
 }
 
 QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind, PressButton& button)
-    : QtHelpfulControl(button, name), button_(button), gate_(gate), kind_(kind)
+    : QtControl(button, name), button_(button), gate_(gate), kind_(kind)
 {
     if (kind_ == Kind::toolbar) {
         button_.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
@@ -132,6 +133,11 @@ void QtButton::mouse_came_up(Qt::MouseButton button)
     down_.setFlag(button, false);
     if (on_mouse_up)
         gate_.guard().run([this, which] { on_mouse_up(*which); });
+}
+
+void QtButton::offer_help(std::function<void()> ask)
+{
+    qt::offer_help(button_, std::move(ask));
 }
 
 void QtButton::set_caption(std::string_view text)

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/qt/qt_context_help.h"
+#include "platform/controls.h"
+#include "platform/qt/qt_control.h"
 #include "platform/qt/qt_guard.h"
 
 #include <QPushButton>
@@ -36,7 +37,7 @@ private:
     std::optional<quint64> last_of_several_; ///< when the button of the mouse last went down in such a row
 };
 
-class QtButton final : public QtHelpfulControl<Button> {
+class QtButton final : public QtControl<Button> {
 public:
     enum class Kind {
         placed, ///< stands where the logic puts it, as high as the widget it stands in
@@ -45,6 +46,7 @@ public:
 
     QtButton(const char* name, QtActionGate& gate, Kind kind = Kind::placed);
 
+    void offer_help(std::function<void()> ask) override;
     void set_caption(std::string_view text) override;
     [[nodiscard]] std::string caption() const override;
     void set_left(common::Twips left) override;

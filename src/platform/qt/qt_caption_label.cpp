@@ -24,6 +24,15 @@ CaptionLabel::CaptionLabel(Tone tone) : tone_(tone)
     setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
+void CaptionLabel::set_bold(bool bold)
+{
+    QFont changed = font();
+    if (!regular_weight_)
+        regular_weight_ = changed.weight();
+    changed.setWeight(bold ? QFont::Bold : static_cast<QFont::Weight>(*regular_weight_));
+    setFont(changed);
+}
+
 QSize CaptionLabel::sizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();

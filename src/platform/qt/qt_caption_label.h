@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <optional>
 
 namespace cuedrill::platform::qt {
 
@@ -15,6 +16,9 @@ public:
 
     explicit CaptionLabel(Tone tone = Tone::plain);
 
+    /// Draws the text bold, or again in the weight that the font had when the label was first made bold.
+    void set_bold(bool bold);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -27,6 +31,7 @@ protected:
 
 private:
     Tone tone_;
+    std::optional<int> regular_weight_;
 };
 
 } // namespace cuedrill::platform::qt

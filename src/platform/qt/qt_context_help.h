@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/qt/qt_control.h"
 #include "platform/qt/qt_guard.h"
 
 #include <QEvent>
 #include <QObject>
 #include <QPointer>
+#include <QWidget>
 #include <functional>
 
 class QKeyEvent;
@@ -42,19 +42,6 @@ private:
     bool pressed_ = false;        ///< the left button went down for help and is not up yet
     QPointer<QWidget> asked_{};   ///< the widget on which it went down; none for the second press of a double click
     QPointer<QWidget> pointed_{}; ///< the widget with help over which the pointer stands
-};
-
-/// What the adapters of all controls that can tell what they are for have in common.
-template <typename Interface>
-class QtHelpfulControl : public QtControl<Interface> {
-public:
-    void offer_help(std::function<void()> ask) override { qt::offer_help(widget_, std::move(ask)); }
-
-protected:
-    QtHelpfulControl(QWidget& widget, const char* name) : QtControl<Interface>(widget, name), widget_(widget) {}
-
-private:
-    QWidget& widget_;
 };
 
 } // namespace cuedrill::platform::qt

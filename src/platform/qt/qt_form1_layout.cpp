@@ -58,13 +58,13 @@ QBoxLayout* toolbar(QtForm1Controls& c)
     return buttons;
 }
 
-QBoxLayout* text_area(QtLabel& heading, QtTextBox& text)
+QBoxLayout* text_area(CaptionLabel& heading, QtTextBox& text)
 {
     auto* card = new Card;
     card->surround(text.widget());
-    fill_width(heading.widget());
+    fill_width(heading);
     QBoxLayout* area = column(narrow_gap);
-    area->addWidget(&heading.widget());
+    area->addWidget(&heading);
     area->addWidget(card, 1);
     return area;
 }
@@ -72,29 +72,29 @@ QBoxLayout* text_area(QtLabel& heading, QtTextBox& text)
 QBoxLayout* question_and_answer(QtForm1Controls& c)
 {
     QBoxLayout* areas = row(wide_gap);
-    areas->addLayout(text_area(c.lab_q, c.Text_q), 1);
-    areas->addLayout(text_area(c.panel_a, c.Text_a), 1);
+    areas->addLayout(text_area(c.screen.label(&Screen::lab_q), c.Text_q), 1);
+    areas->addLayout(text_area(c.screen.label(&Screen::panel_a), c.Text_a), 1);
     return areas;
 }
 
-void add_figure(QBoxLayout& figures, QtLabel& caption, QtLabel& value)
+void add_figure(QBoxLayout& figures, CaptionLabel& caption, CaptionLabel& value)
 {
-    keep_room_when_hidden(caption.widget());
-    keep_room_when_hidden(value.widget());
+    keep_room_when_hidden(caption);
+    keep_room_when_hidden(value);
     // The captions stay in their places when figures come and go.
-    value.widget().setMinimumWidth(value.widget().fontMetrics().averageCharWidth() * 6);
-    figures.addWidget(&caption.widget());
-    figures.addWidget(&value.widget());
+    value.setMinimumWidth(value.fontMetrics().averageCharWidth() * 6);
+    figures.addWidget(&caption);
+    figures.addWidget(&value);
     figures.addSpacing(2 * wide_gap);
 }
 
 QBoxLayout* question_figures(QtForm1Controls& c)
 {
     QBoxLayout* figures = row(narrow_gap + 1);
-    add_figure(*figures, c.lab_q_level, c.PANEL_Q_LEVEL);
-    add_figure(*figures, c.lab_q_attempts, c.PANEL_Q_ATTEMPTS);
-    add_figure(*figures, c.lab_fails, c.PANEL_FAILS);
-    add_figure(*figures, c.lab_elapsed, c.PANEL_ELAPSED);
+    add_figure(*figures, c.screen.label(&Screen::lab_q_level), c.screen.label(&Screen::PANEL_Q_LEVEL));
+    add_figure(*figures, c.screen.label(&Screen::lab_q_attempts), c.screen.label(&Screen::PANEL_Q_ATTEMPTS));
+    add_figure(*figures, c.screen.label(&Screen::lab_fails), c.screen.label(&Screen::PANEL_FAILS));
+    add_figure(*figures, c.screen.label(&Screen::lab_elapsed), c.screen.label(&Screen::PANEL_ELAPSED));
     figures->addStretch(1);
     return figures;
 }
@@ -102,17 +102,17 @@ QBoxLayout* question_figures(QtForm1Controls& c)
 QBoxLayout* level_rows(QtForm1Controls& c)
 {
     QBoxLayout* rows = column(row_gap);
-    for (QtLevelPanel& panel : c.panel_level)
-        rows->addWidget(&panel.widget());
+    for (int level = 0; level < level_panels; ++level)
+        rows->addWidget(&c.screen.level_row(level));
     return rows;
 }
 
-void add_pair(QGridLayout& grid, int line, QtLabel& caption, QtLabel& value)
+void add_pair(QGridLayout& grid, int line, CaptionLabel& caption, CaptionLabel& value)
 {
-    value.widget().setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    value.widget().setMinimumWidth(value.widget().fontMetrics().averageCharWidth() * 9);
-    grid.addWidget(&caption.widget(), line, 0);
-    grid.addWidget(&value.widget(), line, 1);
+    value.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    value.setMinimumWidth(value.fontMetrics().averageCharWidth() * 9);
+    grid.addWidget(&caption, line, 0);
+    grid.addWidget(&value, line, 1);
 }
 
 QGridLayout* pairs()
@@ -126,9 +126,9 @@ QGridLayout* pairs()
 QGridLayout* course_figures(QtForm1Controls& c)
 {
     QGridLayout* grid = pairs();
-    add_pair(*grid, 0, c.lab_total, c.panel_total);
-    add_pair(*grid, 1, c.lab_nr_unpassed, c.panel_nr_unpassed);
-    add_pair(*grid, 2, c.lab_score, c.Panel_score);
+    add_pair(*grid, 0, c.screen.label(&Screen::lab_total), c.screen.label(&Screen::panel_total));
+    add_pair(*grid, 1, c.screen.label(&Screen::lab_nr_unpassed), c.screen.label(&Screen::panel_nr_unpassed));
+    add_pair(*grid, 2, c.screen.label(&Screen::lab_score), c.screen.label(&Screen::Panel_score));
     grid->setRowStretch(3, 1);
     return grid;
 }
@@ -136,10 +136,10 @@ QGridLayout* course_figures(QtForm1Controls& c)
 QGridLayout* time_figures(QtForm1Controls& c)
 {
     QGridLayout* grid = pairs();
-    add_pair(*grid, 0, c.lab_open_time, c.panel_open_time);
-    add_pair(*grid, 1, c.lab_time_today, c.panel_time_today);
-    add_pair(*grid, 2, c.lab_time_ever, c.panel_time_ever);
-    add_pair(*grid, 3, c.lab_time_now, c.Panel_time_now);
+    add_pair(*grid, 0, c.screen.label(&Screen::lab_open_time), c.screen.label(&Screen::panel_open_time));
+    add_pair(*grid, 1, c.screen.label(&Screen::lab_time_today), c.screen.label(&Screen::panel_time_today));
+    add_pair(*grid, 2, c.screen.label(&Screen::lab_time_ever), c.screen.label(&Screen::panel_time_ever));
+    add_pair(*grid, 3, c.screen.label(&Screen::lab_time_now), c.screen.label(&Screen::Panel_time_now));
     grid->setRowStretch(4, 1);
     return grid;
 }
@@ -198,9 +198,9 @@ QBoxLayout* dialog_line(QtForm1Controls& c)
     strip.setFixedHeight(c.bot_yes.widget().sizeHint().height() + button_padding);
     strip.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 
-    fill_width(c.panel_dialog.widget());
+    fill_width(c.screen.label(&Screen::panel_dialog));
     QBoxLayout* line = row(wide_gap);
-    line->addWidget(&c.panel_dialog.widget(), 2);
+    line->addWidget(&c.screen.label(&Screen::panel_dialog), 2);
     line->addWidget(&strip, 3);
     return line;
 }
@@ -242,9 +242,10 @@ void lay_out(QtForm1Controls& c)
     lines->addLayout(place);
     new RoomForList(c.listav.widget(), *lines, *place);
     lines->addLayout(dialog_line(c));
-    fill_width(c.P_status.widget());
-    c.P_status.widget().setMinimumHeight(c.P_status.widget().sizeHint().height() + narrow_gap);
-    lines->addWidget(&c.P_status.widget());
+    CaptionLabel& status = c.screen.label(&Screen::P_status);
+    fill_width(status);
+    status.setMinimumHeight(status.sizeHint().height() + narrow_gap);
+    lines->addWidget(&status);
 
     QMainWindow& window = c.window.widget();
     window.setCentralWidget(content);

@@ -113,15 +113,6 @@ TEST_F(StartRoutineTest, remembers_a_relative_path_as_an_absolute_one)
     EXPECT_EQ(settings_store.values.at("CUEDRILL/general/last_db_path"), course().db_path);
 }
 
-TEST_F(StartRoutineTest, forgets_the_current_record)
-{
-    make_program();
-    course().current_cnt = 7;
-    desktop.expect_file({}); // an opened course would forget it, too
-    EXPECT_FALSE(run(""));
-    EXPECT_EQ(course().current_cnt, 0);
-}
-
 TEST_F(StartRoutineTest, tells_of_a_missing_file_and_goes_on_with_the_remembered_course)
 {
     settings_store.values["CUEDRILL/general/last_db_path"] = path;

@@ -1,6 +1,5 @@
 #include "platform/qt/qt_button.h"
-#include "platform/qt/qt_label.h"
-#include "platform/qt/qt_level_panel.h"
+#include "platform/qt/qt_screen.h"
 #include "platform/qt/qt_test_tools.h"
 #include "platform/qt/qt_window.h"
 
@@ -27,8 +26,10 @@ protected:
         button.on_click = [this] { journal += "click "; };
         button.on_mouse_down = [this](MouseButton) { journal += "down "; };
         button.on_mouse_up = [this](MouseButton) { journal += "up "; };
-        for (HelpfulControl* control : controls())
-            control->offer_help([this] { journal += "help "; });
+        button.offer_help([this] { journal += "help "; });
+        tool.offer_help([this] { journal += "help "; });
+        screen.offer_help(&Screen::panel_total, [this] { journal += "help "; });
+        screen.offer_level_help([this] { journal += "help "; });
         window.show();
         QCoreApplication::processEvents();
         window.widget().activateWindow();
@@ -37,12 +38,7 @@ protected:
 
     ~QtContextHelpTest() override { typed.setParent(nullptr); }
 
-    std::vector<QWidget*> widgets()
-    {
-        return {&button.widget(), &tool.widget(), &label.widget(), &panel.widget(), &typed};
-    }
-
-    std::vector<HelpfulControl*> controls() { return {&button, &tool, &label, &panel}; }
+    std::vector<QWidget*> widgets() { return {&button.widget(), &tool.widget(), &label, &panel, &typed}; }
 
     QWindow* handle() { return window.widget().windowHandle(); }
 
@@ -76,8 +72,10 @@ protected:
     QtWindow window{"Form1", QSize(400, 300), guard};
     QtButton button{"bot_yes", window.gate()};
     QtButton tool{"pb_1", window.gate(), QtButton::Kind::toolbar};
-    QtLabel label{"panel_total", QtLabel::Kind::value};
-    QtLevelPanel panel{"panel_level_2"};
+    QWidget other_labels; ///< of which no test wants anything
+    QtScreen screen{other_labels};
+    QWidget& label = screen.label(&Screen::panel_total);
+    QWidget& panel = screen.level_row(2);
     QPlainTextEdit typed;
     std::string journal;
 };
@@ -93,8 +91,8 @@ TEST_F(QtContextHelpTest, ShiftAndAClickOnAnyOfThemAsks)
 
 TEST_F(QtContextHelpTest, ADisabledControlIsAskedJustSo)
 {
-    for (HelpfulControl* control : controls())
-        control->set_enabled(false);
+    for (QWidget* widget : {widgets()[0], widgets()[1], widgets()[2], widgets()[3]})
+        widget->setEnabled(false);
     for (QWidget* widget : {widgets()[0], widgets()[1], widgets()[2], widgets()[3]}) {
         journal.clear();
         click(*widget, Qt::ShiftModifier);
@@ -111,8 +109,8 @@ TEST_F(QtContextHelpTest, AnEventThatIsSentToADisabledButtonItselfAsks)
 
 TEST_F(QtContextHelpTest, WhatStandsInAControlBelongsToIt)
 {
-    QWidget part(&panel.widget());
-    part.resize(panel.widget().size());
+    QWidget part(&panel);
+    part.resize(panel.size());
     part.show();
     click(part, Qt::ShiftModifier);
     EXPECT_EQ(journal, "help ");
@@ -145,14 +143,14 @@ TEST_F(QtContextHelpTest, TheNextClickIsAClickAgain)
 
 TEST_F(QtContextHelpTest, WhoGoesAwayBeforeTheReleaseAsksNothing)
 {
-    QTest::mousePress(handle(), Qt::LeftButton, Qt::ShiftModifier, middle_of(label.widget()));
+    QTest::mousePress(handle(), Qt::LeftButton, Qt::ShiftModifier, middle_of(label));
     QTest::mouseRelease(handle(), Qt::LeftButton, Qt::ShiftModifier, middle_of(button.widget()));
     EXPECT_EQ(journal, "");
 }
 
 TEST_F(QtContextHelpTest, AReleaseThatNeverComesIsNotTakenFromTheNextClick)
 {
-    QTest::mousePress(handle(), Qt::LeftButton, Qt::ShiftModifier, middle_of(label.widget()));
+    QTest::mousePress(handle(), Qt::LeftButton, Qt::ShiftModifier, middle_of(label));
     click(button.widget(), Qt::NoModifier);
     EXPECT_EQ(journal, "down click up ");
 }
@@ -217,7 +215,7 @@ TEST_F(QtContextHelpTest, OtherKeysAskForNothing)
 TEST_F(QtContextHelpTest, NothingIsAskedWhileAnActionRuns)
 {
     button.on_click = [this] {
-        click(label.widget(), Qt::ShiftModifier);
+        click(label, Qt::ShiftModifier);
         press_key(button.widget(), Qt::Key_F1);
     };
     button.set_focus();
@@ -278,8 +276,8 @@ TEST_F(QtContextHelpTest, ThePointerIsAnUprightArrowOverThemAndOnlyThere)
 
 TEST_F(QtContextHelpTest, ThePointerIsTheSameOverDisabledOnes)
 {
-    for (HelpfulControl* control : controls())
-        control->set_enabled(false);
+    for (QWidget* widget : {widgets()[0], widgets()[1], widgets()[2], widgets()[3]})
+        widget->setEnabled(false);
     for (QWidget* widget : {widgets()[0], widgets()[1], widgets()[2], widgets()[3]}) {
         point_at(*widget);
         EXPECT_EQ(pointer(), Qt::UpArrowCursor) << widget->objectName().toStdString();
@@ -303,7 +301,7 @@ TEST_F(QtContextHelpTest, ThePointerStaysWhileTheControlBelowItIsDisabledAndEnab
         QCoreApplication::processEvents();
         EXPECT_EQ(pointer(), Qt::UpArrowCursor) << enabled;
     }
-    panel.set_enabled(false); // another one
+    panel.setEnabled(false); // another one
     QCoreApplication::processEvents();
     EXPECT_EQ(pointer(), Qt::UpArrowCursor);
     point_beside();

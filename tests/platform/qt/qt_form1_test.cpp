@@ -84,43 +84,17 @@ TEST_F(QtForm1Test, EveryControlIsFoundByItsOwnName)
 
 TEST_F(QtForm1Test, EveryInterfaceReachesTheWidgetOfItsName)
 {
-    const std::pair<Label*, const char*> labels[] = {
-        {&form1.lab_q, "lab_q"},
-        {&form1.panel_a, "panel_a"},
-        {&form1.lab_q_level, "lab_q_level"},
-        {&form1.PANEL_Q_LEVEL, "PANEL_Q_LEVEL"},
-        {&form1.lab_q_attempts, "lab_q_attempts"},
-        {&form1.PANEL_Q_ATTEMPTS, "PANEL_Q_ATTEMPTS"},
-        {&form1.lab_fails, "lab_fails"},
-        {&form1.PANEL_FAILS, "PANEL_FAILS"},
-        {&form1.lab_elapsed, "lab_elapsed"},
-        {&form1.PANEL_ELAPSED, "PANEL_ELAPSED"},
-        {&form1.lab_total, "lab_total"},
-        {&form1.panel_total, "panel_total"},
-        {&form1.lab_nr_unpassed, "lab_nr_unpassed"},
-        {&form1.panel_nr_unpassed, "panel_nr_unpassed"},
-        {&form1.lab_score, "lab_score"},
-        {&form1.Panel_score, "Panel_score"},
-        {&form1.lab_open_time, "lab_open_time"},
-        {&form1.panel_open_time, "panel_open_time"},
-        {&form1.lab_time_today, "lab_time_today"},
-        {&form1.panel_time_today, "panel_time_today"},
-        {&form1.lab_time_ever, "lab_time_ever"},
-        {&form1.panel_time_ever, "panel_time_ever"},
-        {&form1.lab_time_now, "lab_time_now"},
-        {&form1.Panel_time_now, "Panel_time_now"},
-        {&form1.panel_dialog, "panel_dialog"},
-        {&form1.P_status, "P_status"},
-    };
-    for (const auto& [label, name] : labels) {
-        label->set_description(std::string("about ") + name);
-        EXPECT_EQ(widget(name).accessibleDescription(), QStringLiteral("about ") + QLatin1String(name));
-    }
-    for (std::size_t i = 0; i < form1.panel_level.size(); ++i) {
-        form1.panel_level[i]->set_description("Level " + std::to_string(i));
+    Screen screen;
+    for (const NamedLine& named : screen_lines)
+        (screen.*named.line).description = std::string("about ") + named.name;
+    for (std::size_t i = 0; i < screen.panel_level.size(); ++i)
+        screen.panel_level[i].description = "Level " + std::to_string(i);
+    form1.screen.show(screen);
+    for (const NamedLine& named : screen_lines)
+        EXPECT_EQ(widget(named.name).accessibleDescription(), QStringLiteral("about ") + QLatin1String(named.name));
+    for (std::size_t i = 0; i < screen.panel_level.size(); ++i)
         EXPECT_EQ(widget(("panel_level_" + std::to_string(i)).c_str()).accessibleDescription(),
                   QStringLiteral("Level %1").arg(i));
-    }
     form1.Text_q.set_name("Question");
     form1.Text_a.set_name("Answer");
     EXPECT_EQ(widget("Text_q").accessibleName(), "Question");
@@ -167,9 +141,10 @@ TEST_F(QtForm1Test, TheDialogStripHasItsWidthBeforeTheWindowIsShownAndTellsANewO
 TEST_F(QtForm1Test, CanBeMadeAsSmallAs800By600WhateverItsTextsAre)
 {
     const std::string long_text(200, 'W');
-    for (Label* label : {&form1.lab_q, &form1.panel_a, &form1.PANEL_ELAPSED, &form1.lab_nr_unpassed,
-                         &form1.panel_time_ever, &form1.panel_dialog, &form1.P_status})
-        label->set_caption(long_text);
+    Screen screen;
+    for (const NamedLine& named : screen_lines)
+        (screen.*named.line).text = long_text;
+    form1.screen.show(screen);
     form1.Text_q.set_text(long_text);
     form1.window.show();
     window.widget().resize(800, 600);
@@ -184,7 +159,9 @@ TEST_F(QtForm1Test, HidingTheHeadingOfTheAnswerHidesAndMovesNothingElse)
     form1.window.show();
     QCoreApplication::processEvents();
     const QPoint before = widget("Text_a").mapTo(&window.widget(), QPoint());
-    form1.panel_a.set_visible(false);
+    Screen screen;
+    screen.panel_a.visible = false;
+    form1.screen.show(screen);
     QCoreApplication::processEvents();
     EXPECT_FALSE(widget("panel_a").isVisible());
     EXPECT_TRUE(widget("Text_a").isVisible());

@@ -1,7 +1,6 @@
-#include "platform/qt/qt_level_panel.h"
+#include "platform/qt/qt_level_row.h"
 
 #include "platform/qt/qt_look.h"
-#include "platform/qt/qt_text.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -102,41 +101,6 @@ void LevelRow::paint_bar(QPainter& painter, const QRect& area) const
     painter.setBrush(palette().color(QPalette::Highlight));
     painter.drawRoundedRect(bar, bar_height / 2, bar_height / 2);
     painter.restore();
-}
-
-QtLevelPanel::QtLevelPanel(const char* name) : QtLevelPanel(name, *new LevelRow)
-{
-}
-
-QtLevelPanel::QtLevelPanel(const char* name, LevelRow& row) : QtHelpfulControl(row, name), row_(row)
-{
-}
-
-void QtLevelPanel::set_caption(std::string_view text)
-{
-    row_.set_caption(to_qt(text));
-}
-
-void QtLevelPanel::set_description(std::string_view text)
-{
-    row_.setAccessibleDescription(to_qt(text));
-}
-
-void QtLevelPanel::set_count(std::int64_t count, std::int64_t total)
-{
-    const double share = total > 0 ? static_cast<double>(count) / static_cast<double>(total) : 0.0;
-    row_.set_share(std::clamp(share, 0.0, 1.0));
-    row_.setText(QString::number(count));
-}
-
-void QtLevelPanel::set_background(std::optional<common::Colour> colour)
-{
-    set_fixed_background(row_, colour);
-}
-
-void QtLevelPanel::set_marked(bool marked)
-{
-    row_.set_marked(marked);
 }
 
 } // namespace cuedrill::platform::qt

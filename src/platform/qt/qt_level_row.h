@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/qt/qt_context_help.h"
-
 #include <QLabel>
 
 class QPainter;
@@ -34,24 +32,6 @@ private:
     QString caption_;
     double share_ = 0.0;
     bool marked_ = false;
-};
-
-class QtLevelPanel final : public QtHelpfulControl<LevelPanel> {
-public:
-    explicit QtLevelPanel(const char* name);
-
-    void set_caption(std::string_view text) override;
-    void set_description(std::string_view text) override;
-    void set_count(std::int64_t count, std::int64_t total) override;
-    void set_background(std::optional<common::Colour> colour) override;
-    void set_marked(bool marked) override;
-
-    [[nodiscard]] LevelRow& widget() { return row_; }
-
-private:
-    QtLevelPanel(const char* name, LevelRow& row);
-
-    LevelRow& row_;
 };
 
 } // namespace cuedrill::platform::qt

@@ -1,6 +1,6 @@
+#include "drill/display.h"
 #include "drill/drill_fixture.h"
 #include "drill/drill_state.h"
-#include "drill/question_view.h"
 #include "store/course.h"
 
 #include <array>
@@ -21,10 +21,10 @@ protected:
 
     void expect_figures(const char* level, const char* attempts, const char* fails, const char* elapsed)
     {
-        EXPECT_EQ(form1.PANEL_Q_LEVEL.caption_value, level);
-        EXPECT_EQ(form1.PANEL_Q_ATTEMPTS.caption_value, attempts);
-        EXPECT_EQ(form1.PANEL_FAILS.caption_value, fails);
-        EXPECT_EQ(form1.PANEL_ELAPSED.caption_value, elapsed);
+        EXPECT_EQ(form1.screen.PANEL_Q_LEVEL.text, level);
+        EXPECT_EQ(form1.screen.PANEL_Q_ATTEMPTS.text, attempts);
+        EXPECT_EQ(form1.screen.PANEL_FAILS.text, fails);
+        EXPECT_EQ(form1.screen.PANEL_ELAPSED.text, elapsed);
     }
 };
 
@@ -44,10 +44,10 @@ TEST_F(QuestionDisplayTest, shows_the_elapsed_time_exactly_at_every_whole_minute
     const auto tested = clock.time.seconds() - 24 * 3600;
     for (int minute = 0; minute <= 3 * 24 * 60; ++minute) {
         clock.time = common::DateTime::from_seconds(tested + minute * 60);
-        logic->question_view.refresh_figures();
+        logic->display.refresh_figures();
         std::array<char, 16> expected{};
         std::snprintf(expected.data(), expected.size(), "%02d:%02d", minute / 60, minute % 60);
-        ASSERT_EQ(form1.PANEL_ELAPSED.caption_value, expected.data());
+        ASSERT_EQ(form1.screen.PANEL_ELAPSED.text, expected.data());
     }
 }
 
@@ -101,17 +101,16 @@ TEST_F(QuestionDisplayTest, remembers_the_record_and_its_texts)
 {
     builder.question("France?", "Paris").level(0).tested_ago(1h);
     show();
-    EXPECT_EQ(logic->course.current_cnt, 1);
-    EXPECT_EQ(logic->state.loaded_question, "France?");
-    EXPECT_EQ(logic->state.loaded_answer, "Paris");
+    EXPECT_EQ(logic->state.shown.current_cnt(), 1);
+    EXPECT_EQ(logic->state.shown.loaded_question(), "France?");
+    EXPECT_EQ(logic->state.shown.loaded_answer(), "Paris");
 }
 
 TEST_F(QuestionDisplayTest, counts_a_test_in_the_future_as_just_now)
 {
     builder.question("France?", "Paris").level(2).attempts(1).fails(0).tested_ago(-1h);
     start();
-    logic->course.current_cnt = 1;
-    logic->question_view.show_question();
+    logic->display.ask(1);
     expect_figures("2", "1", "0", "00:00");
 }
 
@@ -126,9 +125,8 @@ TEST_F(QuestionDisplayTest, shows_levels_of_other_programs_inside_their_range)
         const char* shown;
     } cases[] = {{1, "10"}, {2, "0"}};
     for (const auto& one : cases) {
-        logic->course.current_cnt = one.cnt;
-        logic->question_view.show_question();
-        EXPECT_EQ(form1.PANEL_Q_LEVEL.caption_value, one.shown);
+        logic->display.ask(one.cnt);
+        EXPECT_EQ(form1.screen.PANEL_Q_LEVEL.text, one.shown);
     }
 }
 
@@ -137,11 +135,11 @@ TEST_F(QuestionDisplayTest, is_empty_when_the_record_has_vanished)
     start_with_three_questions();
     yes();
     database.execute("Delete from qa where cnt = 1");
-    logic->question_view.show_question();
+    logic->display.ask(1);
     EXPECT_EQ(question(), "");
-    EXPECT_EQ(logic->course.current_cnt, 0);
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
     EXPECT_FALSE(form1.bot_yes.usable());
-    EXPECT_EQ(logic->state.loaded_answer, "");
+    EXPECT_EQ(logic->state.shown.loaded_answer(), "");
 }
 
 TEST_F(QuestionDisplayTest, has_names_and_descriptions_for_assistive_technology)
@@ -151,12 +149,12 @@ TEST_F(QuestionDisplayTest, has_names_and_descriptions_for_assistive_technology)
     EXPECT_EQ(form1.Text_a.accessible_name, "Answer");
     EXPECT_TRUE(form1.Text_q.locked);
     EXPECT_TRUE(form1.Text_a.locked);
-    EXPECT_EQ(form1.PANEL_Q_LEVEL.description, "Question level");
-    EXPECT_EQ(form1.PANEL_Q_ATTEMPTS.description, "Attempts");
-    EXPECT_EQ(form1.PANEL_FAILS.description, "Failures");
-    EXPECT_EQ(form1.PANEL_ELAPSED.description, "Elapsed");
-    EXPECT_EQ(form1.panel_dialog.description, "Prompt");
-    EXPECT_EQ(form1.P_status.description, "Status");
+    EXPECT_EQ(form1.screen.PANEL_Q_LEVEL.description, "Question level");
+    EXPECT_EQ(form1.screen.PANEL_Q_ATTEMPTS.description, "Attempts");
+    EXPECT_EQ(form1.screen.PANEL_FAILS.description, "Failures");
+    EXPECT_EQ(form1.screen.PANEL_ELAPSED.description, "Elapsed");
+    EXPECT_EQ(form1.screen.panel_dialog.description, "Prompt");
+    EXPECT_EQ(form1.screen.P_status.description, "Status");
 }
 
 void expect_font(const platform::Font& font, const char* name, int points, bool bold)

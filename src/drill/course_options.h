@@ -1,0 +1,27 @@
+#pragma once
+
+#include "drill/command_controls.h"
+#include "store/course.h"
+
+namespace cuedrill::drill {
+
+/// The menu entries that tell the options of the course.
+class CourseOptions {
+public:
+    CourseOptions(CommandControls& commands, const store::Course& course) : commands_(commands), course_(course) {}
+
+    /// Shows the options and the target level of a course that has just been opened.
+    void show_course();
+
+    /// Repaints the check marks, after an option was changed.
+    void show_options();
+
+    /// Repaints the entry that names the target level, after it was changed.
+    void show_target_level();
+
+private:
+    CommandControls& commands_;
+    const store::Course& course_;
+};
+
+} // namespace cuedrill::drill

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "common/int16.h"
+#include "drill/drill_state.h"
+#include "drill/edit_flags.h"
+#include "drill/mode.h"
+#include "platform/screen.h"
+#include "scheduler/counts.h"
+#include "store/course.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace cuedrill::drill {
+
+/// The figures of the question on display.
+struct QuestionFigures {
+    std::int64_t level = 0;
+    std::int64_t attempts = 0;
+    std::int64_t fails = 0;
+    std::optional<std::int64_t> elapsed; ///< seconds since the last test; nothing for a question never tested
+};
+
+/// The figures of the course, as they were last counted.
+struct CourseFigures {
+    std::int64_t records = 0;
+    scheduler::Counts counts;
+    common::Int16 score = 0;
+    std::optional<int> marked_level; ///< the level panel, 0 to 5, that the last verdict led to
+    std::string open_time;
+    std::string time_today;
+    std::string time_ever;
+    std::string time_now;
+};
+
+/// What the window tells beside the texts of the record.
+struct Told {
+    platform::Line prompt{.description = "Prompt"};
+    platform::Line status{.description = "Status"};
+    std::optional<QuestionFigures> question;
+    CourseFigures course;
+};
+
+/// Everything that the window shows and nobody can answer.
+[[nodiscard]] platform::Screen render(const Told& told, const DrillState& state, Mode mode, common::Int16 target_level);
+
+/// What the window tells, and the one way to draw it: whoever changes a part of `told` or of the state repaints.
+class MainScreen {
+public:
+    MainScreen(platform::ScreenView& view, const store::Course& course, const EditFlags& flags, const DrillState& state)
+        : view_(view), course_(course), flags_(flags), state_(state)
+    {
+    }
+
+    Told told;
+
+    void repaint();
+
+private:
+    platform::ScreenView& view_;
+    const store::Course& course_;
+    const EditFlags& flags_;
+    const DrillState& state_;
+};
+
+} // namespace cuedrill::drill

@@ -1,0 +1,146 @@
+#include "platform/qt/qt_screen.h"
+
+#include "platform/qt/qt_context_help.h"
+#include "platform/qt/qt_look.h"
+#include "platform/qt/qt_text.h"
+
+#include <algorithm>
+
+namespace cuedrill::platform::qt {
+
+namespace {
+
+/// How much a label stands out where the logic asks for nothing special.
+enum class Kind {
+    value,   ///< a figure
+    caption, ///< names the figure beside it
+    heading, ///< stands above an area
+    prompt   ///< asks the user something
+};
+
+Kind kind_of(ScreenLine line)
+{
+    if (line == &Screen::panel_dialog)
+        return Kind::prompt;
+    if (line == &Screen::lab_q || line == &Screen::panel_a)
+        return Kind::heading;
+    constexpr ScreenLine captions[] = {&Screen::lab_q_level,   &Screen::lab_q_attempts, &Screen::lab_fails,
+                                       &Screen::lab_elapsed,   &Screen::lab_total,      &Screen::lab_nr_unpassed,
+                                       &Screen::lab_score,     &Screen::lab_open_time,  &Screen::lab_time_today,
+                                       &Screen::lab_time_ever, &Screen::lab_time_now};
+    return std::find(std::begin(captions), std::end(captions), line) != std::end(captions) ? Kind::caption
+                                                                                           : Kind::value;
+}
+
+/// Whether assistive technology tells a new text at once.
+bool is_announced(ScreenLine line)
+{
+    return line == &Screen::panel_dialog || line == &Screen::P_status;
+}
+
+QFont::Weight regular_weight(ScreenLine line)
+{
+    const Kind kind = kind_of(line);
+    return kind == Kind::heading || kind == Kind::prompt ? QFont::DemiBold : QFont::Normal;
+}
+
+CaptionLabel* make_label(const NamedLine& named, QWidget& parent)
+{
+    const Kind kind = kind_of(named.line);
+    auto* const label = new CaptionLabel(kind == Kind::caption ? CaptionLabel::Tone::quiet : CaptionLabel::Tone::plain);
+    label->setParent(&parent);
+    label->setObjectName(QString::fromLatin1(named.name));
+    if (is_announced(named.line))
+        make_notification(*label);
+    QFont font = label->font();
+    font.setWeight(regular_weight(named.line));
+    if (kind == Kind::prompt)
+        font.setPointSizeF(font.pointSizeF() * 1.15);
+    label->setFont(font);
+    return label;
+}
+
+void draw_level(LevelRow& row, const LevelLine& line)
+{
+    row.set_caption(to_qt(line.caption));
+    row.setAccessibleDescription(to_qt(line.description));
+    const double share = line.total > 0 ? static_cast<double>(line.count) / static_cast<double>(line.total) : 0.0;
+    row.set_share(std::clamp(share, 0.0, 1.0));
+    row.setText(QString::number(line.count));
+    set_fixed_background(row, line.background);
+    row.set_marked(line.marked);
+}
+
+} // namespace
+
+QtScreen::QtScreen(QWidget& parent, std::function<void(QLabel&)> tell) : tell_(std::move(tell))
+{
+    std::transform(screen_lines.begin(), screen_lines.end(), labels_.begin(),
+                   [&](const NamedLine& named) { return make_label(named, parent); });
+    for (std::size_t level = 0; level < level_rows_.size(); ++level) {
+        level_rows_[level] = new LevelRow;
+        level_rows_[level]->setParent(&parent);
+        level_rows_[level]->setObjectName(QStringLiteral("panel_level_%1").arg(level));
+    }
+}
+
+CaptionLabel& QtScreen::label(ScreenLine line) const
+{
+    const auto named = std::find_if(screen_lines.begin(), screen_lines.end(),
+                                    [line](const NamedLine& one) { return one.line == line; });
+    return *labels_.at(static_cast<std::size_t>(named - screen_lines.begin()));
+}
+
+void QtScreen::show(const Screen& screen)
+{
+    const Screen before = std::exchange(shown_, screen);
+    for (std::size_t i = 0; i < labels_.size(); ++i) {
+        const ScreenLine line = screen_lines[i].line;
+        draw(*labels_[i], screen.*line, before.*line);
+        if (is_announced(line))
+            tell(*labels_[i], screen.*line, before.*line);
+    }
+    for (std::size_t level = 0; level < level_rows_.size(); ++level) {
+        if (screen.panel_level[level] != before.panel_level[level])
+            draw_level(*level_rows_[level], screen.panel_level[level]);
+    }
+}
+
+void QtScreen::draw(CaptionLabel& label, const Line& line, const Line& before) const
+{
+    if (line.description != before.description)
+        label.setAccessibleDescription(to_qt(line.description));
+    if (line.text != before.text)
+        label.setText(to_qt(line.text)); // assistive technology learns that the name has changed
+    if (line.background != before.background)
+        set_fixed_background(label, line.background);
+    if (line.alignment != before.alignment)
+        label.setAlignment((line.alignment == Alignment::emphasised ? Qt::AlignHCenter : Qt::AlignLeft) |
+                           Qt::AlignVCenter);
+    if (line.bold != before.bold)
+        label.set_bold(line.bold);
+    if (line.visible != before.visible)
+        label.setVisible(line.visible);
+    if (line.enabled != before.enabled)
+        label.setEnabled(line.enabled);
+}
+
+/// The same text once more is news too: something has happened a second time.
+void QtScreen::tell(CaptionLabel& label, const Line& line, const Line& before) const
+{
+    if (line.news != before.news && !line.text.empty())
+        tell_(label);
+}
+
+void QtScreen::offer_help(ScreenLine line, const std::function<void()>& ask)
+{
+    qt::offer_help(label(line), ask);
+}
+
+void QtScreen::offer_level_help(const std::function<void()>& ask)
+{
+    for (LevelRow* row : level_rows_)
+        qt::offer_help(*row, ask);
+}
+
+} // namespace cuedrill::platform::qt
