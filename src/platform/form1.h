@@ -9,19 +9,19 @@ namespace cuedrill::platform {
 inline constexpr int level_panels = 6;
 inline constexpr int toolbar_buttons = 11;
 
-/// The controls of the main window, by their own names.
+/// The controls of the main window.
 struct Form1 {
     Window& window;
     MenuBar& menu_bar;
 
-    std::array<Button*, toolbar_buttons> pb; ///< the toolbar; the button with the number n stands at n - 1; never null
+    std::array<Button*, toolbar_buttons> pb; ///< the toolbar; button number n is at index n - 1; never null
 
     Label& lab_q; ///< heading of the question area
     TextBox& Text_q;
     Label& panel_a; ///< heading and typing prompt of the answer area
     TextBox& Text_a;
 
-    // The question's own figures, each with its caption.
+    // The figures of the current question, each with its caption.
     Label& lab_q_level;
     Label& PANEL_Q_LEVEL;
     Label& lab_q_attempts;
@@ -48,7 +48,7 @@ struct Form1 {
     Label& lab_time_now;
     Label& Panel_time_now;
 
-    Frame& panel_lista; ///< takes the place of frame_stats; holds the hint and the list, of which one is shown
+    Frame& panel_lista; ///< takes the place of frame_stats; holds the hint and the list, one of which is visible
     HintBox& t_hint;
     ListBox& listav;
 
@@ -58,7 +58,7 @@ struct Form1 {
     Button& bot_no;
     Button& bot_other;
 
-    FocusHolder& bot_focus; ///< has the focus when no other control is to have it
+    FocusHolder& bot_focus; ///< has the focus when no visible control should have it
 
     Label& P_status;
 
