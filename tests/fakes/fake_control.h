@@ -11,10 +11,10 @@
 
 namespace cuedrill::fakes {
 
-/// What was done to the controls of a window, in order: "panel_dialog.caption=Show answer?", "bot_yes.focus".
+/// The calls to the controls of a window, in order: "panel_dialog.caption=Show answer?", "bot_yes.focus".
 using Journal = std::vector<std::string>;
 
-/// A control that writes its calls to a journal, when it has one.
+/// A control that writes its calls to a journal, if it has one.
 class Journalled {
 public:
     Journalled() = default;
@@ -33,7 +33,7 @@ protected:
     void note(std::string_view property, const std::string& value) const;
 };
 
-/// What all controls have; visible and enabled from the start.
+/// Common part of all controls; initially visible and enabled.
 template <class Interface>
 class FakeControl : public Interface, public Journalled {
 public:
@@ -59,7 +59,7 @@ public:
     bool is_enabled = true;
 };
 
-/// A control that can tell what it is for.
+/// A control with context help.
 template <class Interface>
 class FakeHelpfulControl : public FakeControl<Interface> {
 public:
@@ -67,7 +67,7 @@ public:
 
     void offer_help(std::function<void()> ask) override { on_help.swap(ask); }
 
-    /// The user holds Shift and clicks on it, enabled or not.
+    /// The user clicks on it with Shift held, whether it is enabled or not.
     void shift_click() const
     {
         if (this->is_visible && on_help)
