@@ -41,7 +41,7 @@ void end_on_fatal_error(QtMsgType kind, const QMessageLogContext& /*where*/, con
 
 int main(int argc, char** argv)
 {
-    // With the signal ignored, a write beyond the file size limit fails and a box reports it; the signal ends the
+    // Ignored, so that a write beyond the file size limit fails and a box reports it; by default the signal ends the
     // program.
     std::signal(SIGXFSZ, SIG_IGN);
     try {

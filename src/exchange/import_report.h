@@ -21,7 +21,7 @@ public:
 
     /// How many records were refused, and how many had unreadable characters; empty if there is nothing to report.
     [[nodiscard]] std::string summary() const;
-    /// A line for each noted record: its number in the file, the reason and the text.
+    /// A line for each of these records: its number in the file, the reason and the text.
     [[nodiscard]] std::string lines() const { return lines_.text(); }
 
 private:

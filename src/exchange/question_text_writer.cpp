@@ -87,8 +87,8 @@ public:
         return true;
     }
 
-    /// Whether a reader decodes the file as Windows-1252 and so gets back what was written. No UTF-8 sequence spans a
-    /// line end, so the file is well-formed UTF-8 exactly if all its lines are.
+    /// Whether a reader gets back what was written. It must not take the file for UTF-8, unless all of it is ASCII. No
+    /// UTF-8 sequence spans a line end, so the file is well-formed UTF-8 exactly if all its lines are.
     [[nodiscard]] bool is_faithful() const { return fits_ && (all_ascii_ || !all_utf8_); }
 
 private:

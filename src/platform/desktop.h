@@ -83,7 +83,7 @@ class DialogHost {
 public:
     virtual ~DialogHost() = default;
 
-    /// Outer height of the smallest window with a title bar.
+    /// Outer size of the smallest window with a title bar.
     [[nodiscard]] virtual common::Twips least_height() const = 0;
     [[nodiscard]] virtual common::Twips least_width() const = 0;
     /// Creates the window in the smallest size, centred on the screen.

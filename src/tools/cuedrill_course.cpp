@@ -120,7 +120,8 @@ int main(int argc, char** argv)
                      "Makes the new course file COURSE of the question text file QUESTIONS.\n";
         return EXIT_FAILURE;
     }
-    // With the signal ignored, a write beyond the file size limit fails and is reported; the signal ends the program.
+    // Ignored, so that a write beyond the file size limit fails and is reported; by default the signal ends the
+    // program.
     std::signal(SIGXFSZ, SIG_IGN);
     try {
         make_course(argv[1], argv[2]);

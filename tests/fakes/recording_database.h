@@ -57,7 +57,7 @@ public:
     [[nodiscard]] int count(Operation operation) const;
     /// Number of statements run: queries, executions, begins, commits.
     [[nodiscard]] int statement_count() const;
-    /// Open transactions; open recordsets and queries being read. Both must be 0 while a box is shown.
+    /// Open transactions; below, open recordsets and queries being read. Both must be 0 while a box is shown.
     [[nodiscard]] int transaction_depth() const;
     [[nodiscard]] int open_recordsets() const;
 

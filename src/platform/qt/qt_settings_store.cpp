@@ -57,7 +57,7 @@ void check(const QSettings& settings, const std::string& path, const char* failu
 /// Throws if the file exists but cannot be read or does not contain settings.
 void check_readable(const QSettings& settings, const std::string& path)
 {
-    // The sections are parsed on demand, and only then an error shows.
+    // The sections are parsed on demand; reading all keys makes an error show now.
     static_cast<void>(settings.allKeys());
     check(settings, path, "cannot be read");
 }

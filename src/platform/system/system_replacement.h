@@ -24,8 +24,8 @@ public:
     /// After an error it throws the same error again, until `restart`.
     void write(std::string_view bytes) override;
     void restart() override;
-    /// Throws an error of `write` again. One in bringing the changed name to the disk is told too; only then the file
-    /// has its new contents, but may have the old ones after a crash of the machine.
+    /// Throws an error of `write` again. A failing fsync of the folder is not reported: the file has its new contents
+    /// then, but may have the old ones again after a crash of the machine.
     void finish() override;
 
 private:
