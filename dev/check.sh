@@ -7,7 +7,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/dev/lib.sh"
 cd "$root"
 
-# step <name> <command>...: runs all the quick checks even when one fails, so that one run shows every complaint.
+# step <name> <command>...: runs a check and goes on if it fails, so that one run shows every complaint.
 failed=0
 step() {
     local name=$1

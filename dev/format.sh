@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Brings all C++ sources to the format of .clang-format.
+# Formats all C++ sources according to .clang-format.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

@@ -1,12 +1,12 @@
 # Shared by the scripts at the root and in dev/; to be sourced.
 # shellcheck shell=bash
 
-# say <text>...: a line to the user.
+# say <text>...: prints a line for the user.
 say() {
     printf '%s\n' "$*"
 }
 
-# die <text>...: ends the script with a line on the error output.
+# die <text>...: ends the script with a message on the error output.
 die() {
     printf '%s\n' "$*" >&2
     exit 1
@@ -25,14 +25,14 @@ quietly() {
     return "$status"
 }
 
-# need_utf8: Qt wants a UTF-8 locale; a bare machine has none set.
+# need_utf8: sets a UTF-8 locale, which Qt requires, if none is set, as on a bare machine.
 need_utf8() {
     if [[ -z ${LC_ALL:-}${LC_CTYPE:-}${LANG:-} ]]; then
         export LANG=C.UTF-8
     fi
 }
 
-# cpp_sources: the names of all C++ files below the working folder, each ended by a zero byte.
+# cpp_sources: the names of all C++ files below the working folder, each ended by a NUL byte.
 cpp_sources() {
     local folder
     for folder in src tests bench; do

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the packages that a purpose needs and this computer lacks: dev/setup.sh run|test|check|tidy
-# Says nothing when there is nothing to do. The list is dev/packages.
+# Prints nothing if there is nothing to do. The list is dev/packages.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -60,14 +60,14 @@ fi
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
-# apt <argument>...: apt-get without questions; its output goes to the log.
+# apt <argument>...: runs apt-get without questions, with its output in the log.
 apt() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 \
         apt-get -q -y -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@" >>"$log" 2>&1
 }
 
 echo "Installing ${missing[*]}"
-# An update that fails may still leave lists good enough for the installation, which decides.
+# A failed update may still leave package lists that are good enough; the installation decides.
 apt update || echo "The package lists could not be updated." >&2
 if ! apt install --no-install-recommends "${missing[@]}"; then
     cat "$log" >&2

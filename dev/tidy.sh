@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs clang-tidy with the checks of .clang-tidy: dev/tidy.sh [file of src/ or regular expression]...
-# Without arguments it takes all of src/, which lasts many minutes.
+# Without arguments it checks all of src/, which takes many minutes.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -11,7 +11,7 @@ cd "$root"
 dev/setup.sh test
 dev/setup.sh tidy
 quietly cmake --preset dev
-# The sources that Qt's meta-object compiler makes must exist before they can be read.
+# The files that Qt's meta-object compiler generates must exist before clang-tidy can read the sources.
 quietly cmake --build --preset dev
 if [[ $# == 0 ]]; then
     set -- "^$root/src/"

@@ -15,16 +15,16 @@
 #include <string>
 #include <utility>
 
-// Drills a few questions of a copy of a course through the real main window, for machines without a display.
+// Drills a few questions of a copy of a course in the real main window, for machines without a display.
 namespace {
 
 constexpr int questions = 5;
 
-/// A folder of its own for everything that the drill writes, removed at the end: the user's settings and verdicts are
-/// none of the demonstration's business.
+/// A temporary folder for everything that the drill writes, removed at the end. The demonstration never touches the
+/// user's settings and verdicts.
 class Scratch {
 public:
-    /// Copies the course there and has the settings and the data kept there.
+    /// Copies the course into the folder, and redirects the settings and the data folder there.
     /// @throws common::Error when the course cannot be copied.
     explicit Scratch(const std::filesystem::path& course)
     {
@@ -50,7 +50,7 @@ class Demo {
 public:
     Demo(cuedrill::program::Program& program, std::string picture) : program_(program), picture_(std::move(picture))
     {
-        // Boxes are answered as a user would who has read them.
+        // Answers boxes as a user who has read them would.
         box_watch_.callOnTimeout([] {
             if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 say("box", box->text().toStdString());
@@ -106,7 +106,7 @@ private:
         say("prompt", prompt());
         say("answer", controls().Text_a.text());
 
-        // Now and then somebody does not know an answer.
+        // Some answers are unknown.
         const bool known = number % 3 != 0;
         press(known ? "bot_yes" : "bot_no");
         say("verdict", known ? "known" : "not known");

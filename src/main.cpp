@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Everything behind the program's name, as it was typed: a path with blanks arrives in several pieces.
+/// Everything after the program's name, as typed: an unquoted path with blanks arrives in several arguments.
 std::string command_line(int argc, char** argv)
 {
     std::string text;
@@ -29,7 +29,7 @@ void print(const std::string& text)
         throw cuedrill::common::Error("The text could not be printed.");
 }
 
-/// The toolkit aborts where it finds no display; that is no crash of the program's.
+/// The toolkit aborts if it finds no display. Exits instead, so that it does not count as a crash.
 void end_on_fatal_error(QtMsgType kind, const QMessageLogContext& /*where*/, const QString& text)
 {
     std::cerr << "cuedrill: " << text.toStdString() << std::endl;
@@ -41,7 +41,8 @@ void end_on_fatal_error(QtMsgType kind, const QMessageLogContext& /*where*/, con
 
 int main(int argc, char** argv)
 {
-    // Beyond a limit of the file size a write fails, and a box says so; the signal would end the program.
+    // Ignored, so that a write beyond the file size limit fails and a box reports it; by default the signal ends the
+    // program.
     std::signal(SIGXFSZ, SIG_IGN);
     try {
         const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
@@ -49,7 +50,7 @@ int main(int argc, char** argv)
             print(*answer);
             return EXIT_SUCCESS;
         }
-        // The toolkit takes its own options out of the arguments.
+        // The toolkit removes its own options from the arguments.
         qInstallMessageHandler(end_on_fatal_error);
         const QApplication application(argc, argv);
         qInstallMessageHandler(nullptr);

@@ -27,34 +27,34 @@
 #include <string_view>
 #include <vector>
 
-// Pictures of the real main window in every mode, for looking at them: themes, sizes, texts of all kinds.
+// Takes pictures of the real main window in every mode, for visual checks of themes, sizes and texts of all kinds.
 namespace {
 
 using namespace cuedrill;
 
 constexpr QSize usual_size(1000, 720);
 
-/// The question that is asked first, and its answer.
+/// The first question and its answer.
 struct Texts {
-    std::string name; ///< "" for those that need no mention
+    std::string name; ///< part of the picture's name; "" for the usual texts
     std::string question;
     std::string answer;
 };
 
 enum class Contents { usual, none, inverted };
 
-/// What a user does to bring the window to a mode, in the order of the members.
+/// The user's actions that bring the window into a mode, in the order of the members.
 struct Mode {
     const char* name;
     std::vector<const char*> buttons{};
     const char* focus = ""; ///< control that gets the focus
     const char* typed = ""; ///< may end with Enter
     const char* last_button = "";
-    const char* entry = "";        ///< of the menus
-    const char* entered_text = ""; ///< in the box that asks for one
+    const char* entry = "";        ///< menu entry to choose
+    const char* entered_text = ""; ///< typed into the input box that it opens
     Contents contents = Contents::usual;
-    const char* box = "";    ///< title of the box that opens and is the picture
-    const char* window = ""; ///< name of the further window that is the picture
+    const char* box = "";    ///< title of the box to be pictured
+    const char* window = ""; ///< name of the other window to be pictured
 };
 
 const Mode modes[] = {
@@ -84,18 +84,18 @@ const Mode modes[] = {
     {.name = "history", .entry = "m_version_history", .window = "f_msgbox"},
 };
 
-/// One picture: a mode under certain circumstances.
+/// One picture: a mode with its settings.
 struct Wish {
     const Mode* mode;
     Texts texts;
     QSize size = usual_size;
     bool dark = false;
-    const char* font = ""; ///< the course's own; "" for the standard one
+    const char* font = ""; ///< font set in the course; "" for the standard one
 };
 
 const Texts short_texts{"", "What is the capital of Norway?", "Oslo on the fjord of that name"};
 
-/// The longest that a course can hold, several lines, and a word that does not fit a line.
+/// The longest text that a course can hold, several lines, and a word that does not fit on a line.
 const Texts long_texts[] = {
     {"long",
      "Which of the treaties that ended the wars of the seventeenth century gave the cities of the north their freedom "
@@ -105,7 +105,7 @@ const Texts long_texts[] = {
     {"lines", "Name the three\r\nprimary colours\r\nof light.", "red\r\ngreen\r\nblue"},
     {"word", std::string(60, 'W'), "Llanfair" + std::string(44, 'o') + "gogogoch"}};
 
-/// Does with the window what a user does.
+/// Operates the window as a user does.
 class User {
 public:
     explicit User(QMainWindow& window) : window_(window) {}
@@ -174,7 +174,7 @@ QPalette dark_theme()
 
 class CourseMaker {
 public:
-    /// Makes a new course file, whose first mature question is that of `texts`.
+    /// Makes a new course file whose first mature question is that of `texts`.
     void make(const std::string& path, const Wish& wish)
     {
         store::create_course_db(database_, path);
@@ -284,7 +284,8 @@ private:
                 window.close();
             });
         }
-        // The toolkit remembers that its loops are to return; the next program of this process starts afresh.
+        // Ending the program leaves the toolkit in the state "event loops shall return". This short loop resets it for
+        // the next program in this process.
         QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
         QCoreApplication::exec();
     }
@@ -303,7 +304,7 @@ private:
         if (auto* const question = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
             question->setTextValue(QString::fromLatin1(wish_->mode->entered_text));
             question->accept();
-            // As on a screen, where the window in front has the keyboard again.
+            // Activates the window, as happens on a screen after a box has closed.
             if (QWidget* const window = question->parentWidget())
                 window->activateWindow();
             return;
@@ -311,7 +312,7 @@ private:
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr)
             return;
-        // A course may begin and end with a box of its own.
+        // A course may show boxes of its own at its beginning and end.
         if (at_work_ && box->windowTitle() == QLatin1String(wish_->mode->box))
             save(*box);
         else if (at_work_)
@@ -340,7 +341,7 @@ private:
     QTimer box_watch_;
     const Wish* wish_ = nullptr;
     bool taken_ = false;
-    bool at_work_ = false; ///< the mode is being brought about
+    bool at_work_ = false; ///< the user's actions of the mode are running
     std::string failure_;
 };
 
@@ -349,7 +350,8 @@ bool is_one_of(const Mode& mode, std::initializer_list<std::string_view> names)
     return std::find(names.begin(), names.end(), mode.name) != names.end();
 }
 
-/// Each mode light and dark; sizes, texts and the course's own font where they matter. At other scales than 1 a few.
+/// Each mode in light and dark; sizes, texts and the course's own font where they matter. At scales other than 1, only
+/// a few.
 std::vector<Wish> wishes(double scale)
 {
     std::vector<Wish> list;
@@ -388,7 +390,7 @@ int main(int argc, char** argv)
     try {
         const QApplication application(argc, argv);
         platform::qt::set_up_application();
-        // A caret that blinks would be in one picture and not in the next.
+        // A blinking cursor would be in one picture and not in the next.
         QApplication::setCursorFlashTime(0);
         Camera camera(QString::fromLocal8Bit(argv[1]));
         const std::vector<Wish> list = wishes(application.devicePixelRatio());

@@ -7,11 +7,10 @@
 
 namespace cuedrill::bank {
 
-/// A text in the form in which it can be compared with one that a text box has given back: with one kind of line end,
-/// and its accents put together.
+/// Normalises a text so that it can be compared with what a text box returned: one kind of line end, NFC.
 std::string comparable_text(std::string_view text, const platform::TextCompare& text_compare);
 
-/// Whether two texts are the same in that form, without regard to case.
+/// Whether two texts are equal after `comparable_text`, ignoring case.
 bool same_text(std::string_view a, std::string_view b, const platform::TextCompare& text_compare);
 
 } // namespace cuedrill::bank

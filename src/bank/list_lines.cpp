@@ -12,7 +12,7 @@ namespace {
 
 constexpr int score_digits = 2;
 
-/// Bytes of a line beside its texts: score, hyphen and arrow.
+/// Bytes of a line besides its texts: score, hyphen and arrow.
 constexpr std::size_t line_frame = 24;
 
 std::size_t size_in_list(std::size_t text_size, std::size_t beside)
@@ -71,7 +71,7 @@ std::string in_one_line(std::string text)
 
 std::string text_of_line(std::string_view line)
 {
-    // Behind the hyphen stands a blank.
+    // A blank follows the hyphen.
     std::string_view text = line.substr(std::min(line.find('-'), line.size()));
     text.remove_prefix(std::min<std::size_t>(2, text.size()));
     const std::size_t answer = text.find(common::trim_blanks(answer_arrow));

@@ -7,9 +7,9 @@
 namespace cuedrill::bank {
 namespace {
 
-/// Whether the answer beside a question may be another one than that of its own record, and has to be looked up. Where
-/// equal questions stand together, in the order of their numbers, the first one has its own. A record without a
-/// question could not be looked up.
+/// Whether the shown answer may differ from the record's own one and has to be looked up. Where equal questions are
+/// adjacent, ordered by record number, the first of them shows its own answer. A record without a question cannot be
+/// looked up.
 bool has_other_answer(const ListLines& list, std::size_t place, bool equal_stand_together,
                       const platform::TextCompare& text_compare)
 {
@@ -44,7 +44,7 @@ std::optional<QuestionList> read_questions(store::Course& course, const std::str
 void make_lines(QuestionList& questions, store::Course& course, const platform::TextCompare& text_compare)
 {
     ListLines& list = questions.list;
-    // The list may have been built in the other direction, and the order be that of the answers now.
+    // If the direction has changed since the list was built, the list may be ordered by the answers.
     const bool equal_stand_together = questions.clause == "order by " + course.Q_FIELD.text;
     questions.lines.reserve(list.list_count());
     std::size_t size = 0;
@@ -62,7 +62,7 @@ void make_lines(QuestionList& questions, store::Course& course, const platform::
             line.append(answer_arrow).append(answer);
         }
         size += list.text(place).size() + line.size();
-        // An answer of another record than its own may be a long one.
+        // The answer of another record may be longer than the record's own one, which was counted.
         if (size > most_list_text) {
             questions.complete = false;
             list.cut(place);

@@ -23,7 +23,7 @@ namespace {
 /// The column that holds no text twice.
 constexpr const char* column_without_duplicates = "q";
 
-/// Whether the counters stand at 0 in both directions.
+/// Whether the counters are 0 in both directions.
 bool starts_anew(const store::QaRecord& record)
 {
     return record.q_attempts == 0 && record.q_fails == 0 && record.q_successes == 0 && record.a_attempts == 0 &&
@@ -99,10 +99,10 @@ common::Int16 RecordBank::insert_record(const std::string& question, const std::
     if (course_.record_count >= common::max_int16)
         throw common::OverflowError("The course is full: " + std::to_string(common::max_int16) +
                                     " questions and answers are the most that it can hold.");
-    // The number is given by the course and known only afterwards; the transaction takes the row back when the number
-    // is too large to be drilled.
+    // The database assigns the record number, so it is known only after the insert. If it does not fit 16 bits, the
+    // transaction rolls the row back.
     store::CourseTransaction transaction(course_);
-    stored_after_all_.reset(); // the transaction may have settled the record before this one
+    stored_after_all_.reset(); // beginning the transaction may have settled the previous record
     const store::QaTexts texts = store::texts_by_column(course_.Q_FIELD, question, answer);
     const common::Int16 cnt = common::to_int16(store::insert_record(course_.database(), texts), "record number");
     transaction.commit({.is_stored = texts_are_stored(cnt, texts), .when_stored_after_all = [this, cnt] {
@@ -152,7 +152,7 @@ bool RecordBank::has_new_texts(common::Int16 cnt, const std::string& question, c
 bool RecordBank::is_changed_to(common::Int16 cnt, const store::QaTexts& texts)
 {
     const auto record = store::find_record(course_.database(), cnt);
-    // Texts that were there before tell nothing, but then the counters do.
+    // The texts may be the old ones; then the counters show whether the change was stored.
     return record && record->q == texts.q && record->a == texts.a && starts_anew(*record);
 }
 

@@ -14,9 +14,9 @@
 
 namespace cuedrill::bank {
 
-/// A record that was looked for by one of its texts.
+/// A record found by one of its texts.
 struct FoundRecord {
-    std::int64_t cnt = 0; ///< its number; in a course made elsewhere it may need more than 16 bits
+    std::int64_t cnt = 0; ///< record number; a course made elsewhere may exceed 16 bits
     std::string answer{}; ///< text on the answer side
 };
 
@@ -41,8 +41,8 @@ struct Draft {
 /// Whether a text would not be seen: there is nothing in it but blanks and line ends.
 [[nodiscard]] bool is_blank(const std::string& text);
 
-/// The one place where records of the open course come into being, are changed and go. Showing them, and which one is
-/// the current one, is up to the caller.
+/// Inserts, changes and deletes the records of the open course. Displaying them and choosing the current record is the
+/// caller's task.
 class RecordBank {
 public:
     RecordBank(store::Course& course, const platform::TextCompare& text_compare)
@@ -50,11 +50,12 @@ public:
     {
     }
 
-    /// Adds a record of the two texts, `question` on the side that is asked. It never was tested, whatever stands in
-    /// the course already.
-    /// @return its number; a refusal, with nothing stored, when a text is empty or the course does not take them.
-    /// @throws common::OverflowError when the course is full or the record's number does not fit 16 bits
-    /// @throws platform::DatabaseError when the course cannot be written at all. Nothing is stored in both cases.
+    /// Adds a record with these texts, `question` on the asked side. It starts as never tested, even if the course
+    /// already has the same texts.
+    /// @return the record number; or a refusal, with nothing stored, when a text is empty or the course rejects the
+    /// texts.
+    /// @throws common::OverflowError when the course is full or the record number does not fit 16 bits
+    /// @throws platform::DatabaseError when the course cannot be written at all. Nothing is stored in either case.
     [[nodiscard]] std::variant<common::Int16, Refusal> Write_QA(const std::string& question, const std::string& answer);
 
     /// Stores what was typed, unless a text is blank, or another record has the one that no record may share.
@@ -65,25 +66,26 @@ public:
     [[nodiscard]] std::variant<common::Int16, Refusal> save(const Draft& draft,
                                                             std::function<void()> when_stored_after_all);
 
-    /// Adds a record as `Write_QA` does, and asks nothing about its texts.
-    /// @return its number
+    /// Adds a record as `Write_QA` does, without checking its texts.
+    /// @return the record number
     /// @throws common::OverflowError, platform::DatabaseError; nothing is stored then.
     /// @throws store::OutcomeUnknown
     [[nodiscard]] common::Int16 insert_record(const std::string& question, const std::string& answer);
 
-    /// The number of the record that was inserted or changed last, where the outcome was unknown at first and it has
-    /// turned out to be stored.
-    /// @throws store::OutcomeUnknown when that is still unknown.
+    /// The number of the record inserted or changed last, if the outcome was unknown at first and the record turned out
+    /// to be stored; otherwise std::nullopt.
+    /// @throws store::OutcomeUnknown while it is still unknown.
     [[nodiscard]] std::optional<common::Int16> stored_after_all();
 
-    /// Gives the record other texts. Its counters start at 0 again in both directions; its dates stay.
-    /// @param when_stored_after_all runs when that turns out only after an unknown outcome; throws nothing.
+    /// Replaces the texts of a record. Its counters restart at 0 in both directions; its dates stay.
+    /// @param when_stored_after_all called if the change turns out to be stored after an unknown outcome; must not
+    /// throw.
     /// @throws platform::DatabaseError, and store::RecordGone when there is no such record; nothing has changed then.
     /// @throws store::OutcomeUnknown
     void change_record(common::Int16 cnt, const std::string& question, const std::string& answer,
                        std::function<void()> when_stored_after_all = {});
 
-    /// Whether the record has these texts and its counters stand at 0, as `change_record` leaves it.
+    /// Whether the record has these texts and counters at 0, as `change_record` leaves it.
     /// @throws platform::DatabaseError
     [[nodiscard]] bool has_new_texts(common::Int16 cnt, const std::string& question, const std::string& answer);
 
@@ -92,7 +94,7 @@ public:
     /// @throws store::OutcomeUnknown
     void delete_record(common::Int16 cnt, std::function<void()> when_stored_after_all = {});
 
-    /// The record that has this text in `column`, "q" or "a", without regard to case; the first where several have it.
+    /// The first record with this text in `column` ("q" or "a"), ignoring case.
     /// @throws platform::DatabaseError
     [[nodiscard]] std::optional<FoundRecord> find(const std::string& column, const std::string& text);
 
@@ -100,7 +102,7 @@ private:
     [[nodiscard]] std::optional<Refusal> refusal_of(const Draft& draft);
     [[nodiscard]] bool is_taken(const Draft& draft, const std::string& text, const std::string& before);
 
-    /// A function that tells whether the record has these texts.
+    /// Returns a function that checks whether the record has these texts.
     [[nodiscard]] std::function<bool()> texts_are_stored(common::Int16 cnt, const store::QaTexts& texts);
 
     [[nodiscard]] bool is_changed_to(common::Int16 cnt, const store::QaTexts& texts);
@@ -110,11 +112,11 @@ private:
     std::optional<common::Int16> stored_after_all_;
 };
 
-/// Says that a text of `characters` characters is longer than a course can hold; nothing when it fits.
+/// A message if a text of `characters` characters is longer than a course can hold; otherwise empty.
 /// @param what "question" or "answer".
 std::string too_long_text(std::string_view what, std::size_t characters);
 
-/// Says which of the two texts is longer than a course can hold, and how long it is; nothing when both fit.
+/// A message saying which of the two texts is longer than a course can hold, and its length; empty if both fit.
 std::string too_long(const std::string& question, const std::string& answer);
 
 } // namespace cuedrill::bank

@@ -10,12 +10,12 @@
 namespace cuedrill::bank {
 namespace {
 
-/// How long words are looked for, in seconds. Records of the length that a course gives them take a part of it.
+/// Time limit of the search for similar questions, in seconds. With records of normal length it takes a fraction of it.
 constexpr double longest_comparison = 2;
 
-/// Adds the other questions that have the word, which stands in the pattern as it is. An apostrophe would end the
-/// pattern, and the rest of the word be run.
-/// @param until when it has to end, in steady seconds.
+/// Adds the other questions that contain the word. The word is put into the pattern unquoted: an apostrophe would end
+/// the pattern, and the rest of the word would run as SQL.
+/// @param until deadline, in steady seconds.
 /// @return whether there was room for all of their texts.
 bool add_questions_with(std::string_view word, store::Course& course, std::string_view question,
                         const platform::TextCompare& text_compare, platform::Clock& clock, double until,

@@ -13,42 +13,42 @@
 
 namespace cuedrill::bank {
 
-/// The records whose text on one side matches what was looked for.
+/// The records whose text on one side matches a search.
 struct FoundRecords {
     ListLines list;
-    bool complete = true; ///< false when records were left out because their texts are too long for one list
+    bool complete = true; ///< false if records were left out because their texts are too long for one list
 };
 
-/// The records whose text on `side` holds `text`, in the order of these texts. "*", "?", "#" and "[" in `text` have
-/// their meaning in a pattern.
+/// The records whose text on `side` contains `text`, ordered by that side's text. "*", "?", "#" and "[" in `text` act
+/// as wildcards.
 /// @throws platform::DatabaseError of kind `other` when the pattern is malformed
-/// @throws common::OutOfRangeError when more records are found than a list can hold
+/// @throws common::OutOfRangeError when more records match than a list can hold
 /// @throws common::OverflowError when a level does not fit 16 bits
 [[nodiscard]] FoundRecords search(store::Course& course, const store::SideFields& side, std::string_view text);
 
-/// The questions that have a word of another one.
+/// The questions that share a word with another question.
 struct SimilarQuestions {
-    /// The word that the search has ended at, and why, in words for the user.
+    /// The word at which the search stopped, and the reason, in words for the user.
     struct Stop {
         std::string word;
         std::string reason;
     };
 
-    ListLines list;             ///< a question stands here once for each such word, marked by "*" behind it
-    bool complete = true;       ///< false also when the search has ended at a word
-    std::optional<Stop> stop{}; ///< before the last word was looked for
+    ListLines list;             ///< a question appears once for each shared word, with "*" after that word
+    bool complete = true;       ///< false also if the search stopped early
+    std::optional<Stop> stop{}; ///< set if the search stopped before the last word was done
 };
 
-/// Looks for the other questions with a word of `question`, word by word. It ends at a word that cannot be looked for
-/// and after two seconds; what was found until then is kept.
+/// Searches for other questions that share a word with `question`, word by word. Stops at a word that cannot be
+/// searched for and after two seconds; what was found until then is kept.
 [[nodiscard]] SimilarQuestions similar_questions(store::Course& course, std::string_view question,
                                                  const platform::TextCompare& text_compare, platform::Clock& clock);
 
-/// Whether the word cannot stand in a pattern as it is.
+/// Whether the word has an apostrophe, which cannot stand unescaped in a pattern.
 [[nodiscard]] bool has_apostrophe(std::string_view word);
 
-/// The number of the record that a line leads to: the first one with its text on `side`. In a course made elsewhere it
-/// may need more than 16 bits.
+/// The number of the record that a line leads to: the first record whose text on `side` is that of the line. In a
+/// course made elsewhere the number may exceed 16 bits.
 /// @throws platform::DatabaseError
 [[nodiscard]] std::optional<std::int64_t> record_of_line(store::Course& course, const store::SideFields& side,
                                                          std::string_view line);

@@ -12,7 +12,7 @@ constexpr std::string_view mark = "*";
 
 constexpr std::string_view word_separators = " .;!?-\"'/()+<>*";
 
-/// A place in a text and the same place in the text in simple case folding, in bytes. It moves forward only.
+/// Maps byte offsets in a case-folded text to offsets in the original text. Moves forward only.
 class FoldedPlace {
 public:
     FoldedPlace(std::string_view given, std::string_view folded)
@@ -20,10 +20,10 @@ public:
     {
     }
 
-    /// Whether places agree: they do unless the text is damaged.
+    /// Whether both texts have the same number of code points. They do unless the text is ill-formed.
     [[nodiscard]] bool agrees() const { return ascii_ || common::code_points(given_) == common::code_points(folded_); }
 
-    /// The place in the text of one in the folded text.
+    /// The offset in the original text for an offset in the folded text.
     std::size_t move_to(std::size_t folded)
     {
         if (ascii_)
@@ -87,13 +87,13 @@ std::optional<std::string> marked_word(std::string_view text, std::string_view w
     std::string marked;
     bool found = false;
     bool behind_mark = false;
-    std::size_t copied = 0; // of the text
-    std::size_t place = 0;  // in the folded text
+    std::size_t copied = 0; // offset in the text
+    std::size_t place = 0;  // offset in the folded text
     for (std::size_t at = folded_text.find(folded_word); at != std::string::npos;
          at = folded_text.find(folded_word, place)) {
         const std::size_t begin = given.move_to(at);
         const std::size_t end = given.move_to(at + folded_word.size());
-        // A separator is one byte, and no byte of a longer character looks like one.
+        // Separators are single bytes, and no byte of a multi-byte character equals one.
         const std::string_view before = at == place && behind_mark ? mark
                                         : begin == 0               ? std::string_view()
                                                                    : text.substr(begin - 1, 1);

@@ -9,18 +9,17 @@
 
 namespace cuedrill::bank {
 
-/// `text` as it can stand between the apostrophes of a pattern for "like": apostrophes are doubled. A text of nothing
-/// but "?", or of nothing but "*", is bracketed, so that it is found as it stands; in any other text these, "#" and
-/// "[" keep their meaning in a pattern.
+/// Escapes `text` for a quoted pattern of "like": apostrophes are doubled. A text of only "?" or only "*" is put in
+/// brackets and so found literally; in any other text these, "#" and "[" stay wildcards.
 std::string escape_like(std::string_view text);
 
-/// The words of a text, which blanks part. Punctuation belongs to its word.
+/// The words of a text, separated by blanks. Punctuation is part of its word.
 std::vector<std::string_view> words_of(std::string_view text);
 
-/// Whether a character can stand before or behind a word; so can nothing, the empty text.
+/// Whether a character can stand before or after a word. The empty text, for the start or end of a text, counts too.
 bool is_word_separator(std::string_view ch);
 
-/// `text` with "*" behind each place where `word` stands by itself, in any case; nothing when there is no such place.
+/// `text` with "*" after each standalone occurrence of `word`, ignoring case; std::nullopt if there is none.
 std::optional<std::string> marked_word(std::string_view text, std::string_view word,
                                        const platform::TextCompare& text_compare);
 

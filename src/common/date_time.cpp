@@ -53,7 +53,7 @@ std::string time_text(const CalendarFields& f)
     return two_digits(f.hour) + ":" + two_digits(f.minute) + ":" + two_digits(f.second);
 }
 
-/// The number written by exactly the digits of `text`.
+/// The number that `text` spells; std::nullopt unless it consists of digits only.
 std::optional<int> digits(std::string_view text)
 {
     int value = 0;
@@ -180,7 +180,7 @@ std::string format_clock(DateTime instant)
 
 std::string format_hours_minutes(double seconds)
 {
-    // A length of time beyond any real use is held at the largest whole number that a double keeps exactly.
+    // Caps a duration beyond any real use at the largest integer that a double represents exactly.
     constexpr double longest = 9007199254740992.0;
     const double held = seconds > 0 ? std::min(seconds, longest) : 0;
     const auto minutes = static_cast<std::int64_t>(held) / 60;

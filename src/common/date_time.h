@@ -21,27 +21,26 @@ struct CalendarFields {
     friend bool operator==(const CalendarFields&, const CalendarFields&) = default;
 };
 
-/// An instant of local time, as the number of days since 1899-12-30 with the time of day as the fraction.
+/// A local date and time, represented as days since 1899-12-30 with the time of day as the fraction.
 ///
-/// The same second always has the same day number, because every instant is made by the one function
-/// `from_seconds`; comparisons and texts go by whole seconds (rounded), never by the raw fraction, where the last
-/// bits of the sums of days and fractions differ.
+/// The same second always has the same day number, because every instant is made by the one function `from_seconds`.
+/// Comparisons and texts use whole seconds (rounded), never the raw fraction, because sums of days and fractions differ
+/// in their last bits.
 class DateTime {
 public:
     /// 1899-12-30 00:00:00.
     DateTime() = default;
 
-    /// The instant of a stored day number, kept to the nearest second. A number outside the years 100 to 9999 becomes
-    /// the nearer end of that range.
+    /// The instant of a stored day number, rounded to the nearest second and clamped to the years 100 to 9999.
     static DateTime from_day_number(double days);
 
-    /// The instant `seconds` whole seconds after 1899-12-30 00:00:00, held inside the years 100 to 9999.
+    /// The instant `seconds` whole seconds after 1899-12-30 00:00:00, clamped to the years 100 to 9999.
     static DateTime from_seconds(std::int64_t seconds);
 
-    /// The instant of a calendar date. Requires fields in their ranges.
+    /// The instant of a calendar date. All fields must be in their ranges.
     static DateTime from_fields(const CalendarFields& fields);
 
-    /// Days since 1899-12-30; what is stored in a course.
+    /// Days since 1899-12-30, as stored in a course.
     [[nodiscard]] double day_number() const;
 
     /// Whole seconds since 1899-12-30 00:00:00.
@@ -52,7 +51,7 @@ public:
     /// The same date at 00:00:00.
     [[nodiscard]] DateTime date_only() const;
 
-    /// This instant moved by `days` (may be negative), to the nearest second.
+    /// This instant plus `days` (may be negative), rounded to the nearest second.
     [[nodiscard]] DateTime plus_days(double days) const;
 
     friend auto operator<=>(const DateTime&, const DateTime&) = default;
@@ -70,7 +69,7 @@ std::int64_t seconds_between(DateTime from, DateTime to);
 /// "dd/mmm/yyyy hh:nn:ss" with English month names: 15/Nov/2026 05:47:17.
 std::string format_date_literal(DateTime instant);
 
-/// Reads what `format_date_literal` writes (month names in any case). Nothing for any other text.
+/// Parses the output of `format_date_literal` (month names in any case); std::nullopt for any other text.
 std::optional<DateTime> parse_date_literal(std::string_view text);
 
 /// "dd/mm/yyyy hh:nn:ss": 15/11/2026 05:47:17.
@@ -79,8 +78,7 @@ std::string format_date_time(DateTime instant);
 /// "hh:mm.ss" of the time of day: 05:47.17.
 std::string format_clock(DateTime instant);
 
-/// "hh:nn" of a length of time in seconds. Hours go on beyond 24; minutes are not rounded up; below zero counts as
-/// zero.
+/// "hh:nn" of a duration in seconds. Hours may exceed 24; minutes are rounded down; negative durations count as 0.
 std::string format_hours_minutes(double seconds);
 
 } // namespace cuedrill::common

@@ -28,7 +28,7 @@ Int16 to_int16(std::int64_t value, std::string_view what)
 
 Int16 to_int16(double value, std::string_view what)
 {
-    // Written so that a NaN is refused as well.
+    // Written so that a NaN is rejected, too.
     const double rounded = std::nearbyint(value);
     if (!(rounded >= lowest && rounded <= max_int16))
         overflow(what, format_general(value));

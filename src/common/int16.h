@@ -5,7 +5,7 @@
 
 namespace cuedrill::common {
 
-/// The program keeps keys, levels, counters and scores in 16 bits.
+/// The type of keys, levels, counters and scores.
 using Int16 = std::int16_t;
 
 inline constexpr Int16 max_int16 = 32767;
@@ -15,7 +15,7 @@ inline constexpr Int16 max_int16 = 32767;
 /// @throws OverflowError when it does not fit.
 Int16 to_int16(std::int64_t value, std::string_view what);
 
-/// `value` rounded to the nearest whole number (ties to even), as a 16-bit number.
+/// `value` rounded to the nearest integer (ties to even), as a 16-bit number.
 /// @throws OverflowError when it does not fit or is not a number.
 Int16 to_int16(double value, std::string_view what);
 

@@ -9,14 +9,14 @@
 namespace cuedrill::common {
 namespace {
 
-// Room for the longest fixed text of a double: 309 digits, sign, point and the decimals in use.
+// Room for the longest fixed notation of a double: 309 digits, sign, point and the decimals used here.
 constexpr std::size_t longest_number = 400;
 
-// From here on (and below the smallest) a text without an exponent is mostly zeros.
+// From here on (and below the smallest) plain notation is mostly zeros.
 constexpr double largest_plain = 1e15;
 constexpr double smallest_plain = 1e-5;
 
-/// The shortest digits that read back as `value`, without an exponent.
+/// The shortest digits that parse back to `value`, without an exponent.
 std::string plain_digits(double value)
 {
     std::array<char, longest_number> buffer{};
@@ -25,7 +25,7 @@ std::string plain_digits(double value)
     return error == std::errc() ? std::string(buffer.data(), end) : std::string();
 }
 
-/// Adds one to the last digit of `number`, which may have a point, and carries.
+/// Increments the last digit of `number`, which may contain a point, with carry.
 void count_up_last_digit(std::string& number)
 {
     for (std::size_t place = number.size(); place-- > 0;) {
@@ -42,8 +42,7 @@ void count_up_last_digit(std::string& number)
 
 } // namespace
 
-// Rounding goes by the digits: 0.015 is kept as a double that lies a little below, and left to itself to_chars would
-// round that one down.
+// Rounds the decimal digits: 0.015 is stored as a double slightly below, which to_chars alone rounds down.
 std::string format_fixed(double value, int decimals)
 {
     if (!std::isfinite(value))
@@ -65,7 +64,7 @@ std::string format_fixed(double value, int decimals)
 std::string format_general(double value)
 {
     std::array<char, longest_number> buffer{};
-    // Left to itself, to_chars writes 100000 as "1e+05", because that is one character shorter.
+    // to_chars alone writes 100000 as "1e+05", because that is one character shorter.
     const double size = std::fabs(value);
     const bool plain = value == 0 || (size >= smallest_plain && size < largest_plain);
     const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,

@@ -10,8 +10,8 @@ bool is_continuation(char c)
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-/// Length in bytes of the well-formed sequence at the start of `text` (not empty); 0 when there is none.
-/// The ranges are those of the Unicode standard, table 3-7.
+/// Length in bytes of the well-formed sequence at the start of `text` (not empty); 0 if there is none. The ranges are
+/// those of the Unicode standard, table 3-7.
 std::size_t sequence_length(std::string_view text)
 {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };

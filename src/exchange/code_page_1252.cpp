@@ -11,8 +11,8 @@
 namespace cuedrill::exchange {
 namespace {
 
-constexpr unsigned first_own = 0x80;     ///< below it the code page is ASCII
-constexpr unsigned first_latin_1 = 0xA0; ///< from it on the bytes are the code points
+constexpr unsigned first_own = 0x80;     ///< below this the code page is ASCII
+constexpr unsigned first_latin_1 = 0xA0; ///< from here on bytes equal code points
 
 constexpr std::array<char16_t, first_latin_1 - first_own> own_characters{
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, //
@@ -31,7 +31,7 @@ char16_t code_point(char c)
     return byte < first_own || byte >= first_latin_1 ? static_cast<char16_t>(byte) : own_characters[byte - first_own];
 }
 
-/// Appends a code point of the basic plane that is no surrogate.
+/// Appends a code point of the basic multilingual plane that is not a surrogate.
 void append_utf8(std::string& text, char16_t character)
 {
     const unsigned code = character;
@@ -48,7 +48,7 @@ void append_utf8(std::string& text, char16_t character)
     }
 }
 
-/// Each character beyond ASCII, in UTF-8, with its byte.
+/// Maps each non-ASCII character, in UTF-8, to its byte.
 using Bytes = std::map<std::string, char, std::less<>>;
 
 Bytes bytes_beyond_ascii()
@@ -68,7 +68,7 @@ std::string code_page_1252_to_utf8(std::string_view bytes)
     const auto beyond_ascii =
         bytes.size() - static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), is_ascii));
     std::string text;
-    text.reserve(bytes.size() + beyond_ascii); // most characters beyond ASCII take two bytes
+    text.reserve(bytes.size() + beyond_ascii); // most non-ASCII characters take two bytes
     for (const char c : bytes)
         append_utf8(text, code_point(c));
     return text;

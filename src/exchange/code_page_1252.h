@@ -6,12 +6,12 @@
 
 namespace cuedrill::exchange {
 
-/// Text in code page Windows-1252 as UTF-8. Every byte gives one character: the five bytes that the code page leaves
-/// open (81, 8D, 8F, 90, 9D) give the control character of the same number.
+/// Converts Windows-1252 to UTF-8. Every byte is converted: the five bytes that the code page leaves undefined (81, 8D,
+/// 8F, 90, 9D) become the control character with the same number.
 std::string code_page_1252_to_utf8(std::string_view bytes);
 
-/// The bytes that `code_page_1252_to_utf8` turns into `text`. Nothing when a character has no byte (U+0080 is one), and
-/// for text that is no well-formed UTF-8.
+/// The inverse of `code_page_1252_to_utf8`. std::nullopt if a character has no byte (such as U+0080) or the text is not
+/// well-formed UTF-8.
 std::optional<std::string> utf8_to_code_page_1252(std::string_view text);
 
 } // namespace cuedrill::exchange

@@ -22,7 +22,7 @@ bool is_continuation(char c)
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-/// The most of `text` that fits into `room` bytes without a part of a character.
+/// The longest prefix of `text` within `room` bytes that does not split a character.
 std::string_view fitting(std::string_view text, std::size_t room)
 {
     if (text.size() <= room)
@@ -56,8 +56,8 @@ std::string_view trim_exchange_text(std::string_view text)
     return text;
 }
 
-// White space at the start is dropped at once and that at the end is counted apart, so that a short text among
-// megabytes of blanks is still taken whole.
+// Leading white space is dropped at once, and trailing white space is counted separately, so that a short text among
+// megabytes of blanks is still kept whole.
 void CollectedText::add(std::string_view text)
 {
     if (kept_.empty())
@@ -82,7 +82,7 @@ void CollectedText::add_line_end()
         kept_.append(common::cr_lf);
 }
 
-/// Counts what is not kept.
+/// Counts the part of the text that is not kept.
 void CollectedText::count(std::string_view text)
 {
     const std::size_t last = text.find_last_not_of(blanks_and_tabs);

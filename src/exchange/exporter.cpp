@@ -10,8 +10,8 @@
 namespace cuedrill::exchange {
 namespace {
 
-/// @param unfinished null when nothing could be created.
-/// @param replaced the file that was to get other contents; empty where there was none.
+/// @param unfinished null if nothing could be created.
+/// @param replaced the file that was to be replaced; empty if there was none.
 std::string failure_text(const std::string& reason, const platform::Replacement* unfinished,
                          const std::string& replaced)
 {
@@ -34,7 +34,7 @@ Exported Exporter::export_file(const std::string& path, bool numbered)
         .course_title = course_.params.course_title, .written = clock_.now(), .numbered = numbered};
     std::unique_ptr<platform::Replacement> file;
     try {
-        // First, so that a course that cannot be read leaves no file behind.
+        // Opened first, so that a course that cannot be read leaves no file behind.
         const auto rows = course_.database().open_recordset("Select * from qa order by cnt");
         file = files_.begin_replacement(path);
         ReturnCheck check(text_compare_);

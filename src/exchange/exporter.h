@@ -10,11 +10,11 @@
 
 namespace cuedrill::exchange {
 
-/// What was written.
+/// Result of an export.
 struct Exported {
-    std::int64_t count = 0;   ///< of the records
-    std::int64_t changed = 0; ///< of those that an import of the file would not give back as they are
-    std::string lines{};      ///< about these
+    std::int64_t count = 0;   ///< number of records
+    std::int64_t changed = 0; ///< number of records that an import of the file would not restore unchanged
+    std::string lines{};      ///< one line for each of the changed records
 };
 
 /// Writes the records of the open course to a question text file.
@@ -26,9 +26,9 @@ public:
     {
     }
 
-    /// Writes the file at `path`, in place of one that is there.
-    /// @param numbered whether each record gets its number, counted from 1.
-    /// @throws common::Error that also says where an unfinished file is kept; the file at `path` is as it was then.
+    /// Writes the file at `path`, replacing an existing one.
+    /// @param numbered whether each record is preceded by its number, counted from 1.
+    /// @throws common::Error, which also says where an unfinished file is kept; the file at `path` is unchanged then.
     Exported export_file(const std::string& path, bool numbered);
 
 private:

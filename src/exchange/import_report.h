@@ -8,27 +8,26 @@
 
 namespace cuedrill::exchange {
 
-/// Says which of the record's texts is longer than a course can hold, and shows it; nothing when both fit.
+/// A message saying which of the record's texts is longer than a course can hold, with the text; empty if both fit.
 [[nodiscard]] std::string too_long(const ReadRecord& record);
 
-/// What an import has to say about records that did not come into the course as they are in the file.
+/// Collects messages about records that an import did not store exactly as they are in the file.
 class ImportReport {
 public:
-    /// The record was read; its characters that could not be are told.
+    /// Notes a record that was read, with its unreadable characters.
     void add_read(const ReadRecord& record);
-    /// The record was not stored.
+    /// Notes a record that was not stored.
     void add_refused(std::int64_t number, const std::string& reason);
 
-    /// How many records were refused, and in how many characters could not be read; empty when there is nothing to be
-    /// told.
+    /// How many records were refused, and how many had unreadable characters; empty if there is nothing to report.
     [[nodiscard]] std::string summary() const;
-    /// A line for each of them: its number in the file, the reason and the text.
+    /// A line for each of these records: its number in the file, the reason and the text.
     [[nodiscard]] std::string lines() const { return lines_.text(); }
 
 private:
     RecordLines lines_;
     std::int64_t refused_ = 0;
-    std::int64_t unreadable_ = 0; ///< records
+    std::int64_t unreadable_ = 0; ///< number of records with unreadable characters
 };
 
 } // namespace cuedrill::exchange

@@ -6,16 +6,16 @@
 
 namespace cuedrill::exchange {
 
-/// That the record is not stored, and why.
+/// The message that a record is not stored, with the reason.
 [[nodiscard]] std::string empty_words(const EmptyRecord& record);
 
-/// What is told at the end of an import.
+/// The message at the end of an import.
 [[nodiscard]] std::string end_words(const Progress& progress);
-/// The further lines with it, about a file in which no question was found; nothing for another one.
+/// Further lines of that message if the file has no question; otherwise empty.
 [[nodiscard]] std::string end_details(const Progress& progress);
 
-/// What is told of an import that an error has stopped.
-/// @param reason the words of the error.
+/// The message about an import that stopped with an error.
+/// @param reason the text of the error.
 [[nodiscard]] std::string stop_words(const std::string& reason, const Progress& progress);
 
 } // namespace cuedrill::exchange

@@ -75,13 +75,13 @@ std::optional<EmptyRecord> Importer::take(ReadRecord record)
     return std::nullopt;
 }
 
-/// Has the course store the record.
+/// Stores the record in the course, or notes why it was refused.
 void Importer::hand_over(const ReadRecord& record)
 {
     if (!group_)
         group_.emplace(course_);
     ++progress_.handed_over;
-    // Of a text that was cut off, what is left must not be stored as if it were all.
+    // A truncated text must not be stored as if it were complete.
     if (record.question.cut_off != 0 || record.answer.cut_off != 0) {
         report_.add_refused(record.number, too_long(record));
         return;
@@ -99,7 +99,7 @@ void Importer::hand_over(const ReadRecord& record)
     group_->last_question = record.question.text;
 }
 
-/// Makes what was stored durable.
+/// Commits the current group.
 void Importer::commit()
 {
     if (!group_)
@@ -111,8 +111,8 @@ void Importer::commit()
     group_.reset();
 }
 
-/// A group is stored as a whole or not at all, so its last record tells. Whether it is may turn out only after the
-/// importer is gone.
+/// A group is stored completely or not at all, so checking its last record is enough. The check may run after the
+/// importer is destroyed, so it captures no member of it.
 void Importer::commit_group()
 {
     const auto is_stored = [&course = course_, side = course_.Q_FIELD, added = group_->added, cnt = group_->last_cnt,
@@ -132,7 +132,7 @@ void Importer::commit_group()
     }
 }
 
-/// An error has ended the step: the records before the failing one are stored where the course still takes them.
+/// Commits the records before the failing one, if the course still can, after an error has ended the step.
 void Importer::keep_what_came_before()
 {
     try {

@@ -17,7 +17,7 @@
 
 namespace cuedrill::exchange {
 
-/// A record of the file that is left out because one of its texts is empty.
+/// A record of the file that is skipped because one of its texts is empty.
 struct EmptyRecord {
     enum class Lacks { question, answer };
 
@@ -25,48 +25,48 @@ struct EmptyRecord {
     Lacks lacks = Lacks::question;
 };
 
-/// How far an import is.
+/// Progress of an import.
 struct Progress {
-    std::int64_t handed_over = 0; ///< records given to the course, the refused ones included
-    std::int64_t stored = 0;      ///< of these, records that are in the course for good
-    std::int64_t unknown = 0;     ///< of these, records of which nobody can tell whether they are stored
-    common::Int16 last_cnt = 0;   ///< number of the record that was stored last; 0 for none
-    /// How much of the file is read; nothing for a file that takes no time.
+    std::int64_t handed_over = 0; ///< records given to the course, including refused ones
+    std::int64_t stored = 0;      ///< records durably stored
+    std::int64_t unknown = 0;     ///< records whose outcome is unknown
+    common::Int16 last_cnt = 0;   ///< number of the record stored last; 0 if none
+    /// How much of the file has been read, in percent; std::nullopt for a small file.
     std::optional<int> percent{};
-    /// The record that the last step has ended at.
+    /// The record with an empty text that ended the last step.
     std::optional<EmptyRecord> empty{};
     bool has_question = false; ///< whether any "@Q@" was found
-    bool finished = false;     ///< the file is read to its end
+    bool finished = false;     ///< the whole file has been read
 };
 
-/// Adds the records of a question text file to the open course, step by step. Between the steps no transaction is open,
-/// and what `progress` counts as stored is durable.
+/// Adds the records of a question text file to the open course, step by step. Between steps no transaction is open, and
+/// what `progress` counts as stored is durable.
 class Importer {
 public:
-    /// A step of this length, with its commit and a repaint, takes less than the tenth of a second after which a window
+    /// A step of this length, with its commit and a repaint, takes less than a tenth of a second, after which a window
     /// seems to hang. Each commit waits for the disk, so shorter steps would cost more.
     static constexpr std::chrono::milliseconds usual_step{50};
 
-    /// Reads nothing yet. The file at `path` is opened by the first step.
+    /// Reads nothing yet; the first step opens the file at `path`.
     Importer(store::Course& course, bank::RecordBank& bank, platform::Files& files, platform::Clock& clock,
              const platform::TextCompare& text_compare, std::string path);
     Importer(const Importer&) = delete;
     Importer& operator=(const Importer&) = delete;
-    /// Takes back what a step has left that ended with an error that nobody foresaw.
+    /// Rolls back the records of a step that ended with an unexpected exception.
     ~Importer();
 
-    /// Goes on for about `duration`, or until it meets a record with an empty text, and commits.
+    /// Reads and stores records for about `duration`, or up to a record with an empty text, and commits.
     /// @throws common::Error when the file cannot be read, or the course is full or cannot be written; std::bad_alloc.
-    ///         What came before is then stored, where the course still takes it. No step may follow.
+    /// The records before the error are committed if the course still can. Call no further step.
     Progress step(std::chrono::milliseconds duration);
 
     [[nodiscard]] const Progress& progress() const { return progress_; }
 
-    /// What has not come into the course as it is in the file, until now.
+    /// The records that were not stored exactly as they are in the file, up to now.
     [[nodiscard]] const ImportReport& report() const { return report_; }
 
 private:
-    /// Records that are stored or taken back together.
+    /// Records that are committed or rolled back together.
     struct Group {
         explicit Group(store::Course& course) : transaction(course) {}
 
@@ -91,8 +91,8 @@ private:
     const platform::TextCompare& text_compare_;
     std::string path_;
 
-    std::optional<QuestionFile> file_; ///< from the first step on
-    std::optional<Group> group_;       ///< what was stored since the last commit
+    std::optional<QuestionFile> file_; ///< set by the first step
+    std::optional<Group> group_;       ///< records stored since the last commit
     Progress progress_;
     ImportReport report_;
 };

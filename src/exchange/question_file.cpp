@@ -6,12 +6,13 @@
 namespace cuedrill::exchange {
 namespace {
 
-/// A piece to be looked through takes far less time than anybody notices.
+/// Bytes per step of the survey, which takes far less time than a user notices.
 constexpr std::size_t surveyed_piece = 262144;
-/// A piece may hold a record in eight bytes, and all of them wait in memory.
+/// Bytes per step of reading records. A record may take as little as eight bytes, and all records of a piece are held
+/// in memory.
 constexpr std::size_t read_piece = 16384;
 
-/// Less is read in an instant.
+/// Shorter files are read so quickly that they need no progress display.
 constexpr std::uint64_t long_file = 1024ULL * 1024;
 
 } // namespace

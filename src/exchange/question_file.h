@@ -12,34 +12,34 @@
 
 namespace cuedrill::exchange {
 
-/// Reads the records of a question text file step by step. No step takes long and no more than a piece of the file is
-/// held, however long the file, its lines and its texts are.
+/// Reads the records of a question text file step by step. However long the file, its lines and its texts are, each
+/// step is short and only a piece of the file is in memory.
 ///
-/// The file is read twice: its encoding and its line ends are known only at its end. Where it changes meanwhile, bytes
-/// that do not fit the encoding count as unreadable.
+/// The file is read twice, because its encoding and line ends are known only at the end. If it changes in between,
+/// bytes that do not fit the encoding count as unreadable.
 class QuestionFile {
 public:
     enum class Step {
         reading, ///< a piece was read
-        record,  ///< `record` gives the next one
-        end      ///< there is nothing more
+        record,  ///< `record` returns the next record
+        end      ///< the end of the file is reached
     };
 
     explicit QuestionFile(std::unique_ptr<platform::FileReading> file);
     QuestionFile(const QuestionFile&) = delete;
     QuestionFile& operator=(const QuestionFile&) = delete;
 
-    /// Goes on.
+    /// Reads the next piece or returns the next record.
     /// @throws common::Error when the file cannot be read, is too long, or is encoded as UTF-16.
     [[nodiscard]] Step step();
 
-    /// The record that the last step has found.
+    /// The record that the last step returned.
     [[nodiscard]] const ReadRecord& record() const { return record_; }
 
-    /// Whether any "@Q@" was found until now.
+    /// Whether any "@Q@" was found so far.
     [[nodiscard]] bool has_question() const { return reader_.has_question(); }
 
-    /// How much of the file has been read for its records, in percent; nothing for a file that takes no time.
+    /// How much of the file has been read for records, in percent; std::nullopt for a small file.
     [[nodiscard]] std::optional<int> percent() const;
 
 private:
@@ -49,13 +49,13 @@ private:
 
     std::unique_ptr<platform::FileReading> file_;
     TextSurvey survey_;
-    std::optional<TextDecoder> decoder_; ///< once the survey is done
+    std::optional<TextDecoder> decoder_; ///< set when the survey is done
     std::optional<LineSplitter> lines_;
     QuestionTextReader reader_;
     QuestionTextReader::Sink sink_;
-    std::deque<ReadRecord> found_; ///< in the piece that was read last
+    std::deque<ReadRecord> found_; ///< records of the piece read last
     ReadRecord record_;
-    std::uint64_t read_ = 0; ///< bytes read for their records
+    std::uint64_t read_ = 0; ///< bytes read for records
     bool at_end_ = false;
 };
 

@@ -13,14 +13,14 @@ char letter_of(Marker marker)
     return marker == Marker::question ? 'q' : 'a';
 }
 
-/// Whether `c` is the letter, given in lower case, in either case.
+/// Whether `c` is `letter`, ignoring case; `letter` is in lower case.
 bool is_letter(char c, char letter)
 {
-    constexpr char case_bit = 0x20; // the cases of an ASCII letter differ in this bit only
+    constexpr char case_bit = 0x20; // upper and lower case of an ASCII letter differ only in this bit
     return static_cast<char>(c | case_bit) == letter;
 }
 
-/// Where the marker begins.
+/// The offset of the marker; npos if there is none.
 std::size_t find_marker(std::string_view text, Marker marker)
 {
     for (std::size_t at = text.find('@'); at != std::string_view::npos; at = text.find('@', at + 1)) {
@@ -33,7 +33,7 @@ std::size_t find_marker(std::string_view text, Marker marker)
     return std::string_view::npos;
 }
 
-/// How many bytes at the end of `text` a marker may begin with.
+/// How many bytes at the end of `text` may be the beginning of a marker.
 std::size_t begun_marker(std::string_view text, Marker marker)
 {
     if (text.ends_with('@'))
@@ -64,8 +64,8 @@ void QuestionTextReader::end_line(const Sink& sink)
     line_ = Line::begins;
 }
 
-// A marker never spans a line end, so each line is searched once, on its own, and only the text of the record being
-// read is kept: the time is linear in the text, however it is cut into lines and pieces.
+// A marker never spans a line end, so each line is searched once, on its own, and only the text of the current record
+// is kept. The time is therefore linear in the text, however it is divided into lines and pieces.
 void QuestionTextReader::read_held(bool line_ends, const Sink& sink)
 {
     if (line_ == Line::begins) {

@@ -9,13 +9,13 @@
 
 namespace cuedrill::exchange {
 
-/// A line that begins so is left out by the reader.
+/// A line that begins with this is a comment.
 inline constexpr std::string_view comment_start = "/*/";
 
-/// What the marker in question is.
+/// The kind of marker.
 enum class Marker { question, answer };
 
-/// Whether `text` holds the marker "@Q@" or "@A@", in either case.
+/// Whether `text` contains the marker "@Q@" or "@A@", ignoring case.
 [[nodiscard]] bool holds_marker(std::string_view text, Marker marker);
 
 /// A record of a question text.
@@ -25,24 +25,24 @@ struct ReadRecord {
     ReadText answer{};
 };
 
-/// Reads questions and answers from the lines of a question text, which may come in pieces of any size.
+/// Parses questions and answers from the lines of a question text, which may be added in pieces of any size.
 ///
-/// "@Q@" starts a question, "@A@" ends it and starts its answer, which the next "@Q@" or the end of the text ends; both
-/// in any case, anywhere in a line, and any number of times in a line. Any other marker is part of the text around it.
-/// Lines that begin with "/*/" are left out, and so is what stands before the first "@Q@". Line breaks inside a
-/// question or answer are CR LF.
+/// "@Q@" starts a question; "@A@" ends the question and starts its answer; the next "@Q@" or the end of the text ends
+/// the answer. Markers are recognised in either case, anywhere in a line, and several times per line. Any other marker
+/// is part of the surrounding text. Lines that begin with "/*/" are comments; they are skipped, as is everything before
+/// the first "@Q@". Line breaks inside a question or answer are CR LF.
 class QuestionTextReader {
 public:
-    /// Gets each record. What it throws goes through; the reader is not to be used after that.
+    /// Receives each record. An exception from it passes through; do not use the reader after that.
     using Sink = std::function<void(ReadRecord record)>;
 
-    /// More of the line being read, in whole characters. Calls `sink` for each record that it completes.
+    /// Adds a piece of the current line, in whole characters. Calls `sink` for each completed record.
     void add(std::string_view text, const Sink& sink);
 
-    /// The line being read is at its end.
+    /// Ends the current line.
     void end_line(const Sink& sink);
 
-    /// The text is at its end: completes the answer being read. A question without an answer is dropped.
+    /// Ends the text and completes the current answer. A question without an answer is dropped.
     void finish(const Sink& sink);
 
     /// Whether any "@Q@" outside a comment was found.
@@ -60,10 +60,10 @@ private:
 
     State state_ = State::Null;
     Line line_ = Line::begins;
-    std::string held_; ///< of the line; it cannot be told yet whether a comment or a marker begins there
+    std::string held_; ///< part of the line that may still turn out to begin a comment or a marker
     CollectedText question_;
     CollectedText answer_;
-    std::int64_t number_ = 0; ///< of the last record
+    std::int64_t number_ = 0; ///< number of the last record
     bool has_question_ = false;
 };
 

@@ -21,7 +21,7 @@ std::string comment(std::string_view text)
     return line("/*/ " + std::string(text));
 }
 
-/// A line end in the title would let the rest of it out of the comment.
+/// A line end in the title would end the comment.
 std::string heading(const QuestionTextForm& form)
 {
     const std::string title = common::replace_all(common::with_one_kind_of_line_end(form.course_title), "\n", " ");
@@ -40,11 +40,11 @@ std::string ending(std::int64_t count)
     return line("") + line(closing_line) + comment(std::to_string(count) + " questions and answers exported");
 }
 
-/// Gets one or more whole lines; false when it takes no more.
+/// Receives one or more whole lines; returns false to stop.
 using Sink = std::function<bool(const std::string& lines)>;
 
-/// Hands on the text until `sink` takes no more.
-/// @return the number of records handed on.
+/// Passes the whole text to `sink`, until it returns false.
+/// @return the number of records passed.
 std::int64_t hand_on(platform::Recordset& rows, const QuestionTextForm& form, ReturnCheck& check, const Sink& sink)
 {
     check.restart();
@@ -67,12 +67,12 @@ std::int64_t hand_on(platform::Recordset& rows, const QuestionTextForm& form, Re
     return count;
 }
 
-/// Writes lines in Windows-1252 as long as every character fits.
+/// Writes lines in Windows-1252 as long as every character exists there.
 class CodePageOutput {
 public:
     explicit CodePageOutput(platform::Replacement& file) : file_(file) {}
 
-    /// False, with nothing written, when a character does not fit.
+    /// Returns false, with nothing written, if a character does not exist in Windows-1252.
     bool write(const std::string& lines)
     {
         const auto bytes = utf8_to_code_page_1252(lines);
@@ -87,8 +87,8 @@ public:
         return true;
     }
 
-    /// Whether a reader of the file gets back what was written. No sequence of UTF-8 spans a line end, so the file is
-    /// well-formed as a whole when its lines are.
+    /// Whether a reader gets back what was written. It must not take the file for UTF-8, unless all of it is ASCII. No
+    /// UTF-8 sequence spans a line end, so the file is well-formed UTF-8 exactly if all its lines are.
     [[nodiscard]] bool is_faithful() const { return fits_ && (all_ascii_ || !all_utf8_); }
 
 private:

@@ -5,7 +5,7 @@
 namespace cuedrill::exchange {
 namespace {
 
-/// In bytes: about a thousand lines. More would also keep the window from showing them at once.
+/// In bytes: about a thousand lines. A longer list would also take noticeable time to display.
 constexpr std::size_t longest_list = 262144;
 
 /// In characters.

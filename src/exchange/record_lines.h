@@ -5,11 +5,11 @@
 
 namespace cuedrill::exchange {
 
-/// Lines about records, for the box that scrolls. A list that nobody could read to its end is cut off, with the number
-/// of lines that are missing.
+/// Lines about records, for the scrolling box. A list too long to be read is cut off and ends with the number of
+/// missing lines.
 class RecordLines {
 public:
-    /// Adds a line that begins with the record's number.
+    /// Adds a line that starts with the record's number.
     void add(std::int64_t number, const std::string& words);
     [[nodiscard]] std::string text() const;
 
@@ -18,7 +18,7 @@ private:
     std::int64_t left_out_ = 0;
 };
 
-/// `text` in quotation marks and in one line; only the beginning of one that is far longer than any record has.
+/// `text` in quotation marks and on one line; truncated if it is far longer than any record.
 [[nodiscard]] std::string quoted_line(const std::string& text);
 
 } // namespace cuedrill::exchange

@@ -9,7 +9,7 @@
 namespace cuedrill::exchange {
 namespace {
 
-/// Sentences, one behind the other.
+/// Joins sentences with blanks.
 class Sentences {
 public:
     void add_if(bool applies, std::string_view sentence)
@@ -35,7 +35,7 @@ std::string without_nul(std::string text)
     return text;
 }
 
-/// The last answer as the file has it.
+/// The last answer as it is read back from the file.
 std::string with_closing_line(const std::string& answer)
 {
     return answer + "\r\n\r\n\r\n" + std::string(closing_line);
@@ -57,8 +57,8 @@ void ReturnCheck::restart()
     lines_ = {};
 }
 
-// The marker before a question ends the answer before it. Where it does not, that answer holds one that has begun a
-// question, and this record's texts go into that.
+// The marker before a question ends the previous answer. If it does not, the previous answer contains a marker that
+// began a question, and this record's texts become part of that one.
 void ReturnCheck::add(const std::string& question, const std::string& answer, std::string_view lines)
 {
     const std::size_t behind_marker = lines.find(common::cr_lf) + common::cr_lf.size();
@@ -85,7 +85,7 @@ void ReturnCheck::finish(std::string_view lines)
         check(true);
 }
 
-/// Codes 0 are dropped before anything else is looked for.
+/// The reader drops NUL characters before it looks for anything else, so they are dropped here, too.
 void ReturnCheck::read(std::string_view lines)
 {
     const auto sink = [this](ReadRecord record) { take(std::move(record)); };
@@ -141,7 +141,7 @@ std::string ReturnCheck::reasons(bool last) const
     found.add_if(question.size() != question_.size() || answer.size() != answer_.size(), "NUL characters are dropped.");
     found.add_if(!is_in_normal_form(question) || !is_in_normal_form(answer),
                  "A letter and an accent that is a character of its own become one character.");
-    // What is cut up or left out has other lengths.
+    // A text that is split or partly dropped has another length.
     if (cut_up)
         return found.text();
     found.add_if(true, bank::too_long_text("question", common::code_points(read_question)));

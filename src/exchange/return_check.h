@@ -13,29 +13,29 @@
 
 namespace cuedrill::exchange {
 
-/// The line behind the last record of an exported file. It is no comment: an import takes it, behind three line ends,
-/// for a part of the last answer.
+/// The line after the last record of an exported file. It is not a comment: an import reads it, after three line ends,
+/// as part of the last answer.
 inline constexpr std::string_view closing_line = "------------------------";
 
-/// Finds the records that an import of the exported file would not give back as they are: it reads what is written as
-/// the import does, with no more than a record in memory. That the last answer gets the closing line is left out where
-/// the record can be stored with it.
+/// Finds the records that an import of the exported file would not restore unchanged. It parses what is written, as the
+/// import does, with only one record in memory. The last answer gains the closing line; that alone does not count as a
+/// change, unless the record becomes too long to be stored.
 class ReturnCheck {
 public:
     explicit ReturnCheck(const platform::TextCompare& text_compare) : text_compare_(text_compare) {}
 
     /// Forgets all records.
     void restart();
-    /// The next record of the file.
+    /// Adds the next record of the file.
     /// @param lines what is written for it; the first line is the marker of the question.
     void add(const std::string& question, const std::string& answer, std::string_view lines);
-    /// There are no more.
-    /// @param lines what is written behind the last one.
+    /// Ends the file.
+    /// @param lines what is written after the last record.
     void finish(std::string_view lines);
 
-    /// How many records would come back changed or not at all. Complete after `finish`.
+    /// How many records would come back changed or not at all. Final after `finish`.
     [[nodiscard]] std::int64_t changed() const { return changed_; }
-    /// A line for each of them: its number in the file, the reasons and the question.
+    /// A line for each of these records: its number in the file, the reasons and the question.
     [[nodiscard]] std::string lines() const { return lines_.text(); }
 
 private:
@@ -50,16 +50,16 @@ private:
     LineSplitter lines_read_{common::cr_lf};
     QuestionTextReader reader_;
 
-    // The record that was added last.
+    // The current record, added last.
     std::int64_t number_ = 0;
     std::string question_;
     std::string answer_;
-    bool is_joined_ = false; ///< its first marker has ended no answer and begun no question
-    bool is_cut_ = false;    ///< a record has ended within its lines
+    bool is_joined_ = false; ///< its first marker neither ended an answer nor began a question
+    bool is_cut_ = false;    ///< a record ended within its lines
 
-    std::int64_t records_ = 0; ///< that have ended since, and that an import stores
+    std::int64_t records_ = 0; ///< records read since then that an import would store
 
-    std::optional<ReadRecord> read_; ///< the record that ended last, in the form in which it is stored
+    std::optional<ReadRecord> read_; ///< the record read last, in the form in which it is stored
 
     std::int64_t changed_ = 0;
     RecordLines lines_;

@@ -15,7 +15,7 @@ constexpr std::string_view utf16_little_endian_mark = "\xFF\xFE";
 constexpr std::string_view utf16_big_endian_mark = "\xFE\xFF";
 constexpr char nul = '\0';
 
-/// How many bytes the sequence has that begins with `lead`; 0 when it is no first byte.
+/// The length of the UTF-8 sequence that begins with `lead`; 0 if no sequence begins with it.
 std::size_t sequence_length(char lead)
 {
     const auto byte = static_cast<unsigned char>(lead);
@@ -26,7 +26,7 @@ std::size_t sequence_length(char lead)
     return byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
 }
 
-/// `text` without a sequence that has only begun at its end.
+/// `text` without an incomplete sequence at its end.
 std::string_view without_begun_sequence(std::string_view text)
 {
     constexpr std::size_t longest_beginning = 3;
@@ -38,7 +38,7 @@ std::string_view without_begun_sequence(std::string_view text)
     return text;
 }
 
-/// Takes the whole characters away from `held`, and gives them.
+/// Removes the whole characters from `held` and returns them.
 std::string take_whole_characters(std::string& held)
 {
     const std::size_t length = without_begun_sequence(held).size();

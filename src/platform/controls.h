@@ -12,9 +12,9 @@
 #include <string_view>
 #include <vector>
 
-/// Windows without a toolkit: one interface per kind of control, with only the operations that the logic needs.
-/// A hook (`on_...`) is called by the control when the user does something; it may be empty. All texts are UTF-8 and
-/// shown as they are, never as markup.
+/// Windows without a toolkit: one interface per kind of control, with only the operations that the logic needs. A
+/// control calls a hook (`on_...`) when the user does something; a hook may be empty. All texts are UTF-8 and are
+/// displayed literally, never as markup.
 namespace cuedrill::platform {
 
 class Control {
@@ -25,7 +25,7 @@ public:
     virtual ~Control() = default;
 
     virtual void set_visible(bool visible) = 0;
-    /// What was set, also while the window itself is not shown.
+    /// The value last set, even while the window itself is hidden.
     [[nodiscard]] virtual bool visible() const = 0;
     virtual void set_enabled(bool enabled) = 0;
     [[nodiscard]] virtual bool enabled() const = 0;
@@ -35,19 +35,19 @@ enum class MouseButton : std::uint8_t { left = 1, right = 2, middle = 4 };
 
 class Button : public Control {
 public:
-    /// From now on Shift and a click on the button, or F1 while it has the focus, calls `ask` and does nothing else;
-    /// the click also while the button is disabled. The pointer over the button becomes an upright arrow.
+    /// Calls `ask`, and does nothing else, on Shift+click on the button or on F1 while it has the focus. Shift+click
+    /// also works while the button is disabled. The pointer over the button becomes an upright arrow.
     virtual void offer_help(std::function<void()> ask) = 0;
     virtual void set_caption(std::string_view text) = 0;
     [[nodiscard]] virtual std::string caption() const = 0;
     /// Left edge and width within the container.
     virtual void set_left(common::Twips left) = 0;
     virtual void set_width(common::Twips width) = 0;
-    /// What was set; before that, the width that the caption just needs.
+    /// The width last set; before that, the width that just fits the caption.
     [[nodiscard]] virtual common::Twips width() const = 0;
-    /// What the button does, for the pointer that rests on it and for assistive technology.
+    /// What the button does, for the tool tip and for assistive technology.
     virtual void set_tool_tip(std::string_view text) = 0;
-    /// Whether the letter behind "&" in the caption is underlined. What it does with Alt is left to the window's keys.
+    /// Whether the letter after "&" in the caption is underlined. The window's keys decide what Alt and that letter do.
     virtual void show_access_letter(bool shown) = 0;
     virtual void set_focus() = 0;
     /// Whether it has the keyboard focus, or will have it when the window becomes active.
@@ -55,11 +55,11 @@ public:
 
     std::function<void()> on_click;
     std::function<void(MouseButton)> on_mouse_down;
-    /// The button of the mouse is up again; a click that came of it has been told before.
+    /// A mouse button was released. If that makes a click, the click hook has been called before.
     std::function<void(MouseButton)> on_mouse_up;
 };
 
-/// Takes the keyboard focus and does nothing with it.
+/// An invisible control that can have the keyboard focus and ignores all keys.
 class FocusHolder {
 public:
     virtual ~FocusHolder() = default;
@@ -76,97 +76,98 @@ public:
 
 enum class Key { character, enter, escape };
 
-/// A key that is held down while another one is pressed.
+/// A modifier held down while another key is pressed.
 enum class KeyModifier : std::uint8_t { none, control, alt };
 
-/// A key that the window, and then the control with the focus, sees before the toolkit acts on it.
+/// A key press, offered first to the window, then to the control with the focus, before the toolkit acts on it.
 struct KeyPress {
     Key key = Key::character;
-    /// The character that the key gives.
+    /// The character that the key types.
     std::string character{};
-    /// Sent again and again because the key is held down.
+    /// An auto-repeat event of a key that is held down.
     bool auto_repeat = false;
-    /// The character was put together by an input method or with dead keys.
+    /// The character was composed by an input method or with dead keys.
     bool composed = false;
-    /// The letter at the key's place on a Latin keyboard, in lower case; 0 for a key that is no letter there.
+    /// The letter at this key's position on a Latin keyboard, in lower case; 0 if there is no letter there.
     char place = 0;
-    /// Such a combination types nothing, and only the window sees it, not the control with the focus.
+    /// A key with a modifier types nothing; only the window sees it, not the control with the focus.
     KeyModifier modifier = KeyModifier::none;
 };
 
 struct Font {
-    std::string name; ///< "FixedSys" stands for the system's fixed-pitch font
+    std::string name; ///< "FixedSys" means the system's fixed-pitch font
     int points = 9;
     bool bold = false;
 };
 
-/// Places in the text are counted in code points from 0; a line end (CR LF) counts as two.
+/// Positions in the text are counted in code points from 0; a line end (CR LF) counts as two.
 class TextBox : public Control {
 public:
     virtual void set_text(std::string_view text) = 0;
     [[nodiscard]] virtual std::string text() const = 0;
-    /// Empties the box, which may be locked. Unlike a new text, this can be undone by the user.
+    /// Empties the box, even a locked one. Unlike setting a new text, the user can undo this.
     virtual void clear() = 0;
-    /// Where the caret stands; with a selection, where that begins.
+    /// The position of the cursor; with a selection, its beginning.
     [[nodiscard]] virtual std::size_t caret() const = 0;
-    /// Puts the caret there and gives up a selection; behind the end is at the end.
+    /// Moves the cursor and drops the selection. A position beyond the end means the end.
     virtual void set_caret(std::size_t place) = 0;
-    /// Inserts `text` and puts the caret behind it; a selection is given up, its text stays. The user can undo it.
+    /// Inserts `text`, puts the cursor after it and drops the selection (its text stays). The user can undo it.
     virtual void insert(std::size_t place, std::string_view text) = 0;
-    /// The name that assistive technology tells.
+    /// The accessible name, for assistive technology.
     virtual void set_name(std::string_view name) = 0;
     virtual void set_background(std::optional<common::Colour> colour) = 0;
     virtual void set_font(const Font& font) = 0;
-    /// A locked box shows its text and lets it be copied, but not changed.
+    /// A locked box is read-only; its text can still be copied.
     virtual void set_locked(bool locked) = 0;
     virtual void set_focus() = 0;
     /// Whether it has the keyboard focus, or will have it when the window becomes active.
     [[nodiscard]] virtual bool has_focus() const = 0;
 
-    /// A key that the window has left alone. Returns whether it is swallowed; otherwise the box takes it.
+    /// Called for a key that the window did not handle. Returns whether the key is consumed; otherwise the box takes
+    /// it.
     std::function<bool(const KeyPress&)> on_key;
 };
 
-/// Text that cannot be changed, in which words can be chosen: with the mouse, or with the arrow keys, which go from
-/// word to word. Places are counted as in a TextBox. A character of code 1 is drawn as a placeholder one cell wide.
+/// Read-only text in which words can be chosen: with the mouse, or with the arrow keys, which go from word to word.
+/// Positions are counted as in a TextBox. A character of code 1 is drawn as a placeholder one cell wide.
 class HintBox : public Control {
 public:
     virtual void set_text(std::string_view text) = 0;
     [[nodiscard]] virtual std::string text() const = 0;
-    /// The places of the words that the arrow keys go to, in order. A new text has none.
+    /// The ranges of the words that the arrow keys go to, in order. Setting a new text clears them.
     virtual void set_words(std::vector<common::TextRange> words) = 0;
-    /// Where the user has last clicked, or the beginning of the word that an arrow key led to; nothing before either.
+    /// Where the user last clicked, or the beginning of the word that an arrow key led to; std::nullopt before either.
     [[nodiscard]] virtual std::optional<std::size_t> caret() const = 0;
     virtual void set_name(std::string_view name) = 0;
     virtual void set_focus() = 0;
     /// Whether it has the keyboard focus, or will have it when the window becomes active.
     [[nodiscard]] virtual bool has_focus() const = 0;
 
-    /// The user has clicked on the text. A click beside it and the second press of a double click are none.
+    /// The user clicked on the text. A click beside it does not count, nor does the second press of a double click.
     std::function<void()> on_click;
-    /// A key that the window has left alone. Returns whether it is swallowed.
+    /// Called for a key that the window did not handle. Returns whether the key is consumed.
     std::function<bool(const KeyPress&)> on_key;
 };
 
-/// Lines of text of which one can be chosen. Each takes one row; a line end within it is drawn as a blank.
+/// Lines of text, one of which can be chosen. Each takes one row; a line end within it is drawn as a blank.
 class ListBox : public Control {
 public:
-    /// Shows these lines from the first one on.
+    /// Shows these lines, scrolled to the first one.
     virtual void set_lines(std::vector<std::string> lines) = 0;
-    /// Shows these lines where others of their kind were shown before: the same place of the list stays in view.
+    /// Replaces the lines by an updated version of the same list and keeps the scroll position.
     virtual void replace_lines(std::vector<std::string> lines) = 0;
     virtual void set_name(std::string_view name) = 0;
     virtual void set_focus() = 0;
     /// Whether it has the keyboard focus, or will have it when the window becomes active.
     [[nodiscard]] virtual bool has_focus() const = 0;
 
-    /// The user has clicked on a line, or has gone to it with the arrow keys and pressed Enter or blank. Gets its text.
+    /// The user clicked on a line, or went to it with the arrow keys and pressed Enter or blank. Gets the line's text.
     std::function<void(const std::string& line)> on_click;
 };
 
 class MenuEntry : public Control {
 public:
-    /// "&" stands before the access letter.
+    /// "&" precedes the access letter.
     virtual void set_caption(std::string_view text) = 0;
     [[nodiscard]] virtual std::string caption() const = 0;
     virtual void set_checkable(bool checkable) = 0;
@@ -175,7 +176,7 @@ public:
     std::function<void()> on_click;
 };
 
-/// A menu of the menu bar. The entries it gives live as long as it does.
+/// A menu of the menu bar. It owns its entries.
 class Menu {
 public:
     virtual ~Menu() = default;
@@ -206,16 +207,16 @@ public:
     [[nodiscard]] virtual std::string caption() const = 0;
     virtual void show() = 0;
     virtual void hide() = 0;
-    /// Has assistive technology tell `text` at once. Nothing is seen of it.
+    /// Has assistive technology announce `text` immediately. Nothing is visible.
     virtual void announce(std::string_view text) = 0;
 
-    /// Returns whether the key is swallowed.
+    /// Returns whether the key is consumed.
     std::function<bool(const KeyPress&)> on_key;
     /// The user asks the window to close.
     std::function<void()> on_close;
-    /// F1 was pressed where no control has help of its own.
+    /// F1 was pressed and the control with the focus has no help of its own.
     std::function<void()> on_help;
-    /// The session or the system ends the program. There is no time for questions.
+    /// The session or the system ends the program; there is no time to ask the user anything.
     std::function<void()> on_session_end;
 };
 

@@ -16,7 +16,7 @@
 
 namespace cuedrill::platform {
 
-/// A stored value: null, a whole number, a number, or a text in UTF-8.
+/// A stored value: null, an integer, a floating-point number, or a UTF-8 text.
 using Value = std::variant<std::monostate, std::int64_t, double, std::string>;
 
 enum class DatabaseErrorKind {
@@ -25,15 +25,15 @@ enum class DatabaseErrorKind {
     locked,       ///< another program holds the file
     read_only,    ///< the file or its folder cannot be written
     moved,        ///< the file was moved or deleted while it was open
-    damaged,      ///< the contents are not what they must be
-    not_a_course, ///< something else than a course
+    damaged,      ///< the contents are malformed
+    not_a_course, ///< the file is not a course
     missing,      ///< no such file
-    exists,       ///< a file of that name is already there
+    exists,       ///< a file of that name already exists
     constraint,   ///< a row breaks a rule of its table (length, uniqueness, range)
     other
 };
 
-/// An error of the database engine. `what()` says the reason in words for the user, without the path.
+/// An error of the database engine. `what()` gives the reason in words for the user, without the path.
 class DatabaseError : public common::Error {
 public:
     DatabaseError(DatabaseErrorKind kind, int code, const std::string& reason)
@@ -43,7 +43,7 @@ public:
 
     [[nodiscard]] DatabaseErrorKind kind() const { return kind_; }
 
-    /// The engine's own code, for the trace log; 0 when the engine gave none.
+    /// The engine's own error code, for the trace log; 0 if there is none.
     [[nodiscard]] int code() const { return code_; }
 
 private:
@@ -51,41 +51,41 @@ private:
     int code_;
 };
 
-/// The outermost transaction could not be ended properly. The engine has closed it, but what it wrote may be in the
-/// file all the same: only reading the file again tells.
+/// The outcome of committing the outermost transaction is unknown. The engine has closed the transaction, but its
+/// writes may be in the file; only reading the file again tells.
 class CommitError : public DatabaseError {
 public:
     explicit CommitError(const DatabaseError& error) : DatabaseError(error) {}
 };
 
-/// A table as the statements that make it.
+/// A table, given by the statements that create it.
 struct TableSchema {
     std::string name;
     std::string table;                ///< CREATE TABLE
     std::vector<std::string> indexes; ///< CREATE INDEX, one each
 };
 
-/// The rows of a query, read forward. It keeps a statement of the engine open: it must be gone before a box is shown,
-/// events are pumped or the database is written.
+/// The rows of a query, read forward. It keeps a statement of the engine open: destroy it before showing a box, pumping
+/// events or writing to the database.
 class Recordset {
 public:
     virtual ~Recordset() = default;
 
-    /// True when there is no row at all (then eof() is true as well).
+    /// True if there is no row at all (then eof() is true as well).
     [[nodiscard]] virtual bool bof() const = 0;
-    /// Behind the last row.
+    /// True after the last row.
     [[nodiscard]] virtual bool eof() const = 0;
-    /// Back to the first row: where a new Recordset stands.
+    /// Goes back to the first row, where a new Recordset starts.
     virtual void move_first() = 0;
     virtual void move_next() = 0;
 
-    /// A column of the current row by its name, without regard to case.
+    /// A column of the current row by its name, ignoring case.
     [[nodiscard]] virtual Value field(std::string_view column) const = 0;
-    /// A column of the current row by its position, from 0.
+    /// A column of the current row by its index, from 0.
     [[nodiscard]] virtual Value field(int column) const = 0;
 };
 
-/// One row that a query gives. A view: it must not outlive what it was taken from.
+/// One row of a query's result. A view: it must not outlive the object it was taken from.
 class Row {
 public:
     Row(std::span<const std::string> columns, std::span<const Value> values) : columns_(columns), values_(values) {}
@@ -93,11 +93,11 @@ public:
     [[nodiscard]] std::span<const std::string> columns() const { return columns_; }
     [[nodiscard]] std::span<const Value> values() const { return values_; }
 
-    /// A column by its position, from 0.
-    /// @throws DatabaseError when the query gives no such column.
+    /// A column by its index, from 0.
+    /// @throws DatabaseError when the query has no such column.
     [[nodiscard]] const Value& field(int column) const;
-    /// A column by its name, without regard to case.
-    /// @throws DatabaseError when the query gives no such column.
+    /// A column by its name, ignoring case.
+    /// @throws DatabaseError when the query has no such column.
     [[nodiscard]] const Value& field(std::string_view column) const;
 
 private:
@@ -135,12 +135,12 @@ public:
 
 private:
     std::vector<std::string> columns_;
-    std::vector<Value> values_; ///< row after row
+    std::vector<Value> values_; ///< row by row
     std::size_t size_ = 0;
 };
 
-/// Looks at one row of a query. False ends the reading. It must not show a box, pump events or write the database: the
-/// engine's statement is open meanwhile.
+/// Called for each row of a query; returning false ends the reading. The engine's statement is open meanwhile, so a
+/// visitor must not show a box, pump events or write to the database.
 using RowVisitor = std::function<bool(const Row&)>;
 
 /// One database file. Every function but close may throw DatabaseError.
@@ -148,57 +148,57 @@ class Database {
 public:
     virtual ~Database() = default;
 
-    /// Begins a new file that will be named `path`. Until `finish_creation` nothing of that name exists; when the
-    /// database is closed before, nothing is left behind.
+    /// Begins a new file that will be named `path`. No file of that name exists until `finish_creation`; closing the
+    /// database before that leaves nothing behind.
     virtual void create(const std::string& path) = 0;
-    /// Adds a table to a file being created.
+    /// Adds a table to the file being created.
     virtual void append_table(const TableSchema& table) = 0;
-    /// Gives the complete file its name, never over an existing file, and leaves it open.
+    /// Gives the complete file its name and leaves it open. Never overwrites an existing file.
     virtual void finish_creation() = 0;
 
-    /// Opens an existing file for reading and writing after checking that it is sound, writable, and holds
-    /// plain tables with exactly the columns of `expected`. A file that is refused is not changed.
+    /// Opens an existing file for reading and writing after checking that it is sound, writable, and holds plain tables
+    /// with exactly the columns of `expected`. A rejected file is not changed.
     virtual void open(const std::string& path, std::span<const TableSchema> expected) = 0;
 
-    /// What opening wanted to store and found no room for, in words for the trace; empty where nothing is missing. It
-    /// is stored before the next write.
+    /// What opening could not store because the disk was full, in words for the trace log; empty if nothing is missing.
+    /// It is stored before the next write.
     [[nodiscard]] virtual std::string unstored() const { return {}; }
 
-    /// Closes the file, if one is open. An unfinished transaction is rolled back.
+    /// Closes the file, if one is open. An open transaction is rolled back.
     virtual void close() noexcept = 0;
     [[nodiscard]] virtual bool is_open() const = 0;
 
     /// Runs a single reading statement.
     [[nodiscard]] virtual std::unique_ptr<Recordset> open_recordset(std::string_view sql) = 0;
 
-    /// The rows of a single reading statement, all of them. `values` are those of its parameters ?1, ?2, …
+    /// All rows of a single reading statement. `values` bind to its parameters ?1, ?2, …
     [[nodiscard]] Rows query(std::string_view sql, std::span<const Value> values = {});
     [[nodiscard]] Rows query(std::string_view sql, std::initializer_list<Value> values);
-    /// The same row by row, for more rows than should be in memory at once. What `visit` throws ends the reading too.
+    /// The same row by row, for results too large for memory. An exception from `visit` ends the reading, too.
     void query(std::string_view sql, std::span<const Value> values, const RowVisitor& visit);
 
-    /// Runs a single statement that gives no rows. `values` are those of its parameters ?1, ?2, …
-    /// @return how many rows it has added, changed or deleted.
+    /// Runs a single statement that returns no rows. `values` bind to its parameters ?1, ?2, …
+    /// @return the number of rows added, changed or deleted.
     std::int64_t execute(std::string_view sql, std::span<const Value> values = {});
     std::int64_t execute(std::string_view sql, std::initializer_list<Value> values);
 
-    /// Begins a transaction that holds the write lock at once; inside another one, a part that can be undone by itself.
+    /// Begins a transaction and takes the write lock at once; inside another transaction, begins a savepoint.
     virtual void begin() = 0;
-    /// Ends the innermost transaction; the outermost is durable when this returns.
-    /// @throws CommitError when what the outermost wrote may be stored though its end has failed; any other
-    /// DatabaseError means that nothing of it is. It must be rolled back in both cases.
+    /// Ends the innermost transaction. When this returns for the outermost one, its writes are durable.
+    /// @throws CommitError when the outermost transaction's writes may be stored although its end failed. Any other
+    /// DatabaseError means that none of them is. Roll back in both cases.
     virtual void commit() = 0;
-    /// Undoes the innermost transaction.
+    /// Rolls back the innermost transaction.
     virtual void rollback() noexcept = 0;
 
 protected:
-    /// What `query` does.
+    /// Implements `query`.
     virtual void read(std::string_view sql, std::span<const Value> values, const RowVisitor& visit) = 0;
-    /// What `execute` does.
+    /// Implements `execute`.
     virtual std::int64_t write(std::string_view sql, std::span<const Value> values) = 0;
 };
 
-/// A transaction of `database` that is undone unless it is committed.
+/// A transaction of `database`; rolls back on destruction unless it was committed.
 class Transaction {
 public:
     explicit Transaction(Database& database) : database_(database) { database_.begin(); }
@@ -213,7 +213,7 @@ public:
         open_ = false;
     }
 
-    /// Undoes it now, unless it has ended already.
+    /// Rolls back now, unless the transaction has ended already.
     void undo() noexcept
     {
         if (std::exchange(open_, false))

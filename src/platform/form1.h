@@ -9,20 +9,20 @@ namespace cuedrill::platform {
 
 inline constexpr int toolbar_buttons = 11;
 
-/// The controls of the main window, by their own names.
+/// The controls of the main window.
 struct Form1 {
     Window& window;
     MenuBar& menu_bar;
     ScreenView& screen;
 
-    std::array<Button*, toolbar_buttons> pb; ///< the toolbar; the button with the number n stands at n - 1; never null
+    std::array<Button*, toolbar_buttons> pb; ///< the toolbar; button number n is at index n - 1; never null
 
     TextBox& Text_q;
     TextBox& Text_a;
 
     Frame& frame_stats;
 
-    Frame& panel_lista; ///< takes the place of frame_stats; holds the hint and the list, of which one is shown
+    Frame& panel_lista; ///< takes the place of frame_stats; holds the hint and the list, one of which is visible
     HintBox& t_hint;
     ListBox& listav;
 
@@ -31,7 +31,7 @@ struct Form1 {
     Button& bot_no;
     Button& bot_other;
 
-    FocusHolder& bot_focus; ///< has the focus when no other control is to have it
+    FocusHolder& bot_focus; ///< has the focus when no visible control should have it
 
     Timer& timer_250_ms;
     Timer& timer_1_sec;

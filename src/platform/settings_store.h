@@ -6,12 +6,12 @@
 
 namespace cuedrill::platform {
 
-/// The settings of the user that outlive a course: texts by application, section and key.
+/// Per-user settings that do not belong to a course: texts by application, section and key.
 class SettingsStore {
 public:
     virtual ~SettingsStore() = default;
 
-    /// The stored text; nothing when the key is absent.
+    /// The stored text; std::nullopt if the key is absent.
     /// @throws common::Error when the store cannot be read.
     [[nodiscard]] virtual std::optional<std::string> get(std::string_view application, std::string_view section,
                                                          std::string_view key) const = 0;

@@ -50,7 +50,7 @@
 
 namespace cuedrill::program {
 
-/// What the logic runs on: the adapters, or fakes of them. All of it outlives the logic.
+/// What the logic depends on: the adapters, or fakes of them. All must outlive the logic.
 struct LogicPlatform {
     platform::Form1& form1;
     platform::FMsgbox& f_msgbox;
@@ -67,9 +67,9 @@ struct LogicPlatform {
     std::string web_page;       ///< the product's web page: an address or a full path
 };
 
-/// The logic, from the lowest floor to the highest; each member may use those above it.
+/// The logic, from the lowest layer to the highest; each member may use those above it.
 struct Logic {
-    /// Builds everything and attaches it to the controls, whose hooks lead into this object from then on.
+    /// Builds everything and connects it to the controls; from then on their hooks call into this object.
     explicit Logic(const LogicPlatform& platform);
     Logic(const Logic&) = delete;
     Logic& operator=(const Logic&) = delete;

@@ -68,7 +68,7 @@ Program::Program()
 
 Program::~Program()
 {
-    // The controls outlive the logic that their hooks lead to.
+    // The controls outlive the logic; ending the guard keeps their hooks from calling it.
     platform_->guard.end();
 }
 

@@ -12,7 +12,7 @@ namespace cuedrill::program {
 
 struct Logic;
 
-/// The whole program: the adapters, the values that live as long as it does, and the logic wired to them.
+/// The whole program: the adapters, the values with the program's lifetime, and the logic connected to them.
 class Program {
 public:
     /// Requires a QApplication.
@@ -23,8 +23,8 @@ public:
     ~Program();
 
     /// Opens the first course and runs until the program ends.
-    /// @param command_line everything that follows the program's name.
-    /// @param once_running is called when the main window is shown; may be empty.
+    /// @param command_line everything after the program's name.
+    /// @param once_running called when the main window is shown; may be empty.
     /// @return the exit code of the process.
     int run(const std::string& command_line, const std::function<void()>& once_running = {});
 

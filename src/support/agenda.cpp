@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view agenda_file = "agenda.txt";
 constexpr std::string_view network_path_start = "\\\\";
 
-/// What a new agenda begins with: a title, underlined.
+/// A new agenda starts with an underlined title.
 std::string heading()
 {
     const std::string title = std::string(program_title) + " agenda";
@@ -38,7 +38,7 @@ bool Agenda::create_missing(const std::string& path)
     if (app::file_exists(files_, path))
         return true;
     try {
-        // Complete or not at all: an empty file would never get its heading.
+        // Written completely or not at all: an empty file would never get its heading.
         const auto agenda = files_.begin_replacement(path);
         agenda->write(heading());
         agenda->finish();

@@ -11,7 +11,7 @@
 
 namespace cuedrill::support {
 
-/// The user's notes: the file "agenda.txt" in the program's folder.
+/// The user's notes: the file "agenda.txt" in the program folder.
 class Agenda {
 public:
     Agenda(platform::Files& files, platform::Shell& shell, platform::Desktop& desktop, std::string program_folder)
@@ -19,12 +19,12 @@ public:
     {
     }
 
-    /// Command: opens the agenda in the text editor; where there is none yet, creates it with its heading. The
-    /// program's folder becomes the working folder, unless it lies in the network. Each failure is told in a box.
+    /// Command: opens the agenda in the text editor. Creates a missing agenda with its heading. Makes the program
+    /// folder the working folder, unless it is on the network. Every failure is reported in a box.
     /// @throws common::ProgramEnded when the program is ended while a box is open.
     void open_agenda();
 
-    /// Number of the process of the editor that was started last; nothing before the first one.
+    /// Process id of the editor started last; std::nullopt before the first one.
     [[nodiscard]] std::optional<std::int64_t> task_id() const { return task_id_; }
 
 private:

@@ -12,7 +12,7 @@ constexpr Twips button_width = 1350;
 constexpr Twips button_height = 420;
 constexpr Twips adjust_size = 240;
 
-/// `wish`, or what there is; nothing where there is less than nothing.
+/// min(wish, available), never negative.
 Twips at_most(Twips wish, Twips available)
 {
     return std::clamp(available, 0, wish);
@@ -40,11 +40,11 @@ void BigBox::big_box(std::string_view text, std::string_view caption)
     if (!created_) {
         created_ = true;
         f_msgbox_.window.cover_main_window();
-        // A window that has the right size already tells of no change.
+        // A window that already has the right size sends no resize event.
         place_controls();
     }
     f_msgbox_.window.show();
-    // There the arrow keys scroll, and a screen reader begins to read.
+    // So that the arrow keys scroll the text and a screen reader starts to read it.
     f_msgbox_.Text1.set_focus();
 }
 
@@ -52,7 +52,7 @@ bool BigBox::take_key(const platform::KeyPress& press)
 {
     if (press.key == platform::Key::character || press.modifier != platform::KeyModifier::none)
         return false;
-    // The key that has opened the window may still be down.
+    // Ignore auto-repeat: the key that opened the window may still be down.
     if (!press.auto_repeat)
         f_msgbox_.window.hide();
     return true;
@@ -72,7 +72,7 @@ void BigBox::place_controls()
                                  .height = at_most(adjust_size, height)};
     platform::Place ok{.width = at_most(button_width, adjust.left - 2 * margin),
                        .height = at_most(button_height, height)};
-    // In the middle, unless it would lie on the picture in the corner there.
+    // Centred, unless it would overlap the size grip in the corner.
     ok.left = std::max(0, std::min((width - ok.width) / 2, adjust.left - margin - ok.width));
     ok.top = std::max(0, height - margin - ok.height);
 

@@ -7,18 +7,18 @@
 
 namespace cuedrill::support {
 
-/// The message window, for texts that are too long for a box. It stays open beside the main window until it is closed.
+/// The message window, for texts too long for a box. It stays open next to the main window until it is closed.
 class BigBox {
 public:
     explicit BigBox(platform::FMsgbox& f_msgbox) : f_msgbox_(f_msgbox) {}
 
-    /// Prepares the controls and takes their events.
+    /// Sets up the controls and connects their hooks.
     void attach();
 
-    /// Shows `text` in the window, which lies over the main window the first time and later where it was left.
+    /// Shows `text` in the window. It covers the main window the first time, and later reopens where it was left.
     void big_box(std::string_view text, std::string_view caption);
 
-    /// What `big_box` was given last.
+    /// The text last passed to `big_box`.
     [[nodiscard]] const std::string& big_box_text() const { return big_box_text_; }
 
 private:

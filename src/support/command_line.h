@@ -6,9 +6,9 @@
 
 namespace cuedrill::support {
 
-/// What the program prints, without showing a window, when its only argument is "--help", "-h" or "--version".
-/// @param arguments those behind the program's name.
-/// @return nothing for all others, which are for the program itself.
+/// What the program prints, without a window, if its only argument is "--help", "-h" or "--version".
+/// @param arguments those after the program's name.
+/// @return std::nullopt for all other arguments; the program itself handles them.
 std::optional<std::string> command_line_answer(const std::vector<std::string>& arguments);
 
 } // namespace cuedrill::support

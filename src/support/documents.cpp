@@ -31,10 +31,10 @@ void Documents::open_document(const std::string& path)
 
 bool Documents::start_program(const std::string& path)
 {
-    // A name that exists is meant, whatever it looks like.
+    // An existing file or folder takes precedence over a web address.
     if (!app::file_exists(files_, path))
         return shell_.open(path, "");
-    // The other program may work in another folder.
+    // The other program may have another working folder.
     const std::string full_path = files_.absolute(path);
     if (files_.is_folder(full_path))
         return shell_.open_folder(full_path);

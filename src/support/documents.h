@@ -9,10 +9,10 @@
 
 namespace cuedrill::support {
 
-/// Whether `text` begins as addresses in the web do: with "https://", "ftp://", "http://" or "www.", in any case.
+/// Whether `text` starts like a web address: with "https://", "ftp://", "http://" or "www.", ignoring case.
 bool is_web_address(std::string_view text);
 
-/// Opens documents with the programs that the system has for them.
+/// Opens documents with the programs that the system associates with them.
 class Documents {
 public:
     Documents(platform::Files& files, platform::Shell& shell, platform::Desktop& desktop)
@@ -20,8 +20,8 @@ public:
     {
     }
 
-    /// Opens a file, with its folder as the working folder, a folder, or a web address. Of several lines only the first
-    /// one counts. What does not exist or has no program is told in a box.
+    /// Opens a file (with its folder as the working folder), a folder, or a web address. Of several lines only the
+    /// first one counts. Reports in a box what does not exist or has no program.
     /// @throws common::ProgramEnded when the program is ended while the box is open.
     void open_document(const std::string& path);
 

@@ -9,7 +9,7 @@
 
 namespace cuedrill::support {
 
-/// The commands that tell about the program itself.
+/// The commands about the program itself.
 class HelpCommands {
 public:
     /// @param web_page address or path of the product's web page.
@@ -21,10 +21,10 @@ public:
     /// Command: shows the version history in the message window.
     void release_notes();
 
-    /// Command: tells version and licence.
+    /// Command: shows version and licence.
     void show_about();
 
-    /// Command: offers to open the web page, where the help is.
+    /// Command: offers to open the web page, which has the help.
     void show_help();
 
     /// Command: opens the web page.

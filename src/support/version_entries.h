@@ -6,10 +6,10 @@
 namespace cuedrill::support {
 
 /// The version history, newest first. An entry is "NN^yymmdd.n) L: text": its number, the date, the number of the
-/// change on that date, F (bug fixed), I (improvement) or N (new function), and what has changed for the user. Below
-/// the entries of a release stands its version, which is that of its newest entry.
+/// change on that date, F (bug fixed), I (improvement) or N (new function), and what has changed for the user. The
+/// entries of a release are followed by its version, which is that of its newest entry.
 ///
-/// The number of the first entry is the last part of the program's version; the build reads it here too.
+/// The number of the first entry is the last part of the program's version; the build reads it here, too.
 inline constexpr auto version_entries = std::to_array<std::string_view>({
     "18^261121.13) N: A user manual, opened from the menu \"?\".",
     "17^261121.12) N: An agenda of your own, opened in a text editor by \"Open agenda\".",

@@ -8,7 +8,7 @@
 namespace cuedrill::support {
 namespace {
 
-/// The number of the two digits that begin at `place`.
+/// The two-digit number at `place`.
 int two_digits(std::string_view text, std::size_t place)
 {
     return (text[place] - '0') * 10 + (text[place + 1] - '0');

@@ -19,7 +19,7 @@
 #include <new>
 #include <string>
 
-// Makes a course of a question text file without any window.
+// Makes a course from a question text file, without a window.
 namespace {
 
 using namespace cuedrill;
@@ -31,7 +31,7 @@ void print_report(std::ostream& out, const exchange::ImportReport& report)
         out << summary << '\n' << report.lines();
 }
 
-/// @param reason the words of the error that has stopped the import.
+/// @param reason the text of the error that stopped the import.
 [[noreturn]] void give_up(const exchange::Importer& importer, const std::string& reason)
 {
     std::cerr << exchange::stop_words(reason, importer.progress()) << '\n';
@@ -39,7 +39,7 @@ void print_report(std::ostream& out, const exchange::ImportReport& report)
     throw common::Error("No course was made, because the import did not come to its end.");
 }
 
-/// Prints what the command of the window tells in boxes.
+/// Prints what the window's import command shows in boxes.
 void run(exchange::Importer& importer)
 {
     exchange::Progress progress;
@@ -58,7 +58,7 @@ void run(exchange::Importer& importer)
     print_report(std::cout, importer.report());
 }
 
-/// The path for the new course, beside which nothing may stand that the engine would take for changes of it.
+/// The path for the new course. No file next to it may look to the engine like a journal of it.
 std::string free_path(const std::string& course_path)
 {
     try {
@@ -68,7 +68,7 @@ std::string free_path(const std::string& course_path)
     }
 }
 
-/// Fills the course at `path`, which has no records.
+/// Imports into the course at `path`, which has no records.
 void import_into(const std::string& path, const std::string& text_path)
 {
     platform::icu::IcuTextCompare text_compare;
@@ -88,7 +88,7 @@ void import_into(const std::string& path, const std::string& text_path)
                             "behind \"@A@\".");
 }
 
-/// Until it is complete, a course has a name under which nobody looks for one.
+/// The course is built under a temporary name, where nobody looks for it until it is complete.
 void make_course(const std::string& course_name, const std::string& text_path)
 {
     const platform::system::SystemFiles files;
@@ -107,7 +107,7 @@ void make_course(const std::string& course_name, const std::string& text_path)
     }
     making.hold();
     import_into(making.path(), text_path);
-    // The import may take a while, in which anybody may put a file there.
+    // The import may take a while; checked again, because a file of that name may have appeared.
     platform::sqlite::give_name(making.path(), free_path(course_path));
 }
 
@@ -120,7 +120,8 @@ int main(int argc, char** argv)
                      "Makes the new course file COURSE of the question text file QUESTIONS.\n";
         return EXIT_FAILURE;
     }
-    // Beyond a limit of the file size a write fails, and a box says so; the signal would end the program.
+    // Ignored, so that a write beyond the file size limit fails and is reported; by default the signal ends the
+    // program.
     std::signal(SIGXFSZ, SIG_IGN);
     try {
         make_course(argv[1], argv[2]);

@@ -14,13 +14,13 @@ namespace cuedrill::bank {
 
 using Lines = std::vector<std::string>;
 
-/// An open course that the test describes. "Question" and "asked" go by the direction of the test.
+/// An open course described by the test. "Question" and "asked" refer to the direction of the test.
 class ListsOfACourse : public testing::Test {
 protected:
     ListsOfACourse();
     ~ListsOfACourse() override;
 
-    /// A record of the course to be opened, to be described on either side.
+    /// A record of the course to be opened; either side can be described.
     struct NewRecord {
         fakes::QuestionBuilder asked;
         fakes::QuestionBuilder answered;
@@ -31,22 +31,22 @@ protected:
     void open_course();
     /// Opens the course with more records: "item 1", "item 2" ... on both sides.
     void open_course_with_items(int count);
-    /// Opens the course with more records, whose texts have so many letters behind the number of the record and the
-    /// word "item". A course does not give its records such texts.
+    /// Opens the course with more records. Their texts are the record number, the word "item" and this many letters,
+    /// more than a course allows.
     void open_course_with_long_texts(int records, int letters, int answer_letters = 2);
-    /// The statement's words for a text of so many letters, an even number.
+    /// An SQL expression for a text of that many letters, an even number.
     static std::string text_of(int letters);
-    /// Lets texts and numbers be stored that a course does not give its records.
+    /// Allows texts and numbers to be stored that the checks of a course forbid.
     void drop_checks();
 
-    /// Why the database does not run the statement, in its own words.
+    /// The text of the error with which the database rejects the statement.
     [[nodiscard]] std::string refusal_of(const std::string& sql);
-    /// What is told when a planned failure has kept the course from being read.
+    /// The message shown when a planned failure kept the course from being read.
     [[nodiscard]] std::string unreadable() const;
 
     [[nodiscard]] fakes::CourseContents file() const { return fakes::read_course(course.db_path); }
 
-    /// Name of a column on the side that is asked.
+    /// Name of a column of the asked side.
     [[nodiscard]] std::string asked_column(const std::string& ending = "") const
     {
         return (inverted ? "a" : "q") + ending;
@@ -61,7 +61,7 @@ protected:
     store::Course course{database};
 };
 
-/// The same in both directions; the parameter is whether the course is inverted.
+/// Runs the tests in both directions; the parameter is whether the course is inverted.
 class EitherDirectionLists : public ListsOfACourse, public testing::WithParamInterface<bool> {
 protected:
     void SetUp() override { inverted = GetParam(); }

@@ -11,7 +11,7 @@ using fakes::Operation;
 
 class QuestionLists : public EitherDirectionLists {
 protected:
-    /// The list with its lines. Fails the test where the course has no records.
+    /// The list with its lines. Fails the test if the course has no records.
     QuestionList build(const std::string& clause, bool with_answers)
     {
         std::optional<QuestionList> questions = read_questions(course, clause, with_answers);
@@ -91,7 +91,7 @@ TEST_P(QuestionLists, have_the_answer_of_the_first_record_beside_equal_questions
     EXPECT_EQ(database.statements().size(), 1U + 2U) << "the records, and those that repeat a question";
 }
 
-/// Where equal questions do not stand together, each answer is looked up.
+/// If equal questions are not adjacent, each answer is looked up.
 TEST_P(QuestionLists, have_the_answer_of_the_first_record_in_any_order)
 {
     add("Twice?", "first");
@@ -176,7 +176,7 @@ TEST_P(QuestionLists, hold_no_more_than_10000_records)
     EXPECT_FALSE(answered.complete);
 }
 
-/// A course made elsewhere, whose texts are far longer than a course gives them.
+/// A course made elsewhere, with texts far longer than a course allows.
 class LongQuestionLists : public QuestionLists {
 protected:
     static void expect_cut(const QuestionList& questions, std::size_t count)
@@ -203,7 +203,7 @@ TEST_P(LongQuestionLists, count_the_answers_too)
     expect_cut(with_answers(), 319);
 }
 
-/// Proves that the answer of another record, which is looked up, counts as well.
+/// Proves that a looked-up answer of another record counts towards the size, too.
 TEST_P(LongQuestionLists, count_the_answer_of_equal_questions)
 {
     add("Twice?", "first");

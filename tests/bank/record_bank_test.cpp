@@ -16,7 +16,7 @@ namespace {
 using fakes::Operation;
 using platform::DatabaseErrorKind;
 
-/// Runs a statement as another program would that knows nothing of this one.
+/// Runs a statement through another connection, as another program would.
 void run_elsewhere(const std::string& path, const char* sql)
 {
     sqlite3* handle = nullptr;
@@ -63,7 +63,7 @@ protected:
         EXPECT_EQ(database.transaction_depth(), 0);
     }
 
-    /// The number of the record that is stored; 0 where it is refused.
+    /// The number of the stored record; 0 if it was refused.
     common::Int16 write(const std::string& question, const std::string& answer)
     {
         const auto written = bank.Write_QA(question, answer);
@@ -71,7 +71,7 @@ protected:
         return cnt == nullptr ? common::Int16{0} : *cnt;
     }
 
-    /// Why the record is refused; nothing where it is stored.
+    /// Why the record is refused; empty if it is stored.
     std::string refusal(const std::string& question, const std::string& answer)
     {
         const auto written = bank.Write_QA(question, answer);
@@ -158,7 +158,7 @@ TEST_F(WriteQa, takes_a_question_that_is_there_already)
     EXPECT_EQ(stored().qa.size(), 3U);
 }
 
-// The columns and the index of the file are those of this program, only that the index tolerates no repetition.
+// The file has the columns and the index of a course, except that the index is unique.
 TEST_F(WriteQa, tells_that_a_course_with_a_stricter_index_has_refused_the_record)
 {
     reopen_after("Drop index qa_q; Create unique index qa_q on qa (q)");

@@ -54,7 +54,7 @@ protected:
 
     [[nodiscard]] std::vector<QaRow> stored() const { return fakes::read_course(path).qa; }
 
-    /// Nothing has changed, in the file or in memory.
+    /// Expects the file and the values in memory unchanged.
     void expect_unchanged()
     {
         EXPECT_EQ(stored(), before);

@@ -10,7 +10,7 @@ using fakes::Operation;
 struct Searched {
     const char* name;
     bool inverted;
-    bool questions; ///< the questions are searched, not the answers
+    bool questions; ///< otherwise the answers are searched
 };
 
 const Searched all_searched[] = {{"questions", false, true},
@@ -18,7 +18,7 @@ const Searched all_searched[] = {{"questions", false, true},
                                  {"questions_of_an_inverted_course", true, true},
                                  {"answers_of_an_inverted_course", true, false}};
 
-/// What is said about texts and levels is about the side that is searched.
+/// In these tests, texts and levels are those of the searched side.
 class Search : public ListsOfACourse, public testing::WithParamInterface<Searched> {
 protected:
     void SetUp() override { inverted = GetParam().inverted; }
@@ -224,7 +224,7 @@ TEST_F(SearchOfLongTexts, ends_before_it_takes_too_much_memory)
     EXPECT_FALSE(found.complete);
 }
 
-/// The record that a line leads to.
+/// Finds the record that a line leads to.
 class LineOfAList : public EitherDirectionLists {
 protected:
     [[nodiscard]] std::optional<std::int64_t> by_question(const std::string& line)

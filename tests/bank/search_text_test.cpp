@@ -77,7 +77,7 @@ TEST(WordSeparator, is_no_character_beyond_ascii_and_no_two_together)
 
 class MarkedWord : public testing::Test {
 protected:
-    /// "none" for no mark.
+    /// The marked text; "none" if the word does not occur.
     [[nodiscard]] std::string marked(std::string_view text, std::string_view word) const
     {
         return marked_word(text, word, text_compare).value_or("none");

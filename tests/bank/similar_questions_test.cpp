@@ -179,7 +179,7 @@ TEST_F(SimilarLongQuestions, end_before_they_take_too_much_memory)
     EXPECT_EQ(database.statements().size(), 1U) << "no other word is looked for";
 }
 
-/// Looking for a word takes half a second.
+/// Each word takes half a second to search for.
 class SlowComparison : public Similar {
 protected:
     void open_questions(const Lines& questions)

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t most = CollectedText::most_kept;
 
-/// Proves that whatever is added, only a text that is whole is given as whole, and nothing is miscounted.
+/// Proves that a text is returned as whole only if it is whole, and that the counts are right, whatever is added.
 class CollectedTextTest : public testing::Test {
 protected:
     void expect_taken(const std::string& text, std::size_t cut_off = 0)

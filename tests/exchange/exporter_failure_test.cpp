@@ -8,7 +8,7 @@
 namespace cuedrill::exchange {
 namespace {
 
-/// Whatever stops an export: the file of that name is as it was, and the error tells why.
+/// Whatever stops an export, the existing file stays unchanged and the error gives the reason.
 class StoppedExport : public ExportFixture {
 protected:
     void SetUp() override
@@ -76,7 +76,7 @@ TEST_F(StoppedExport, works_again_when_the_reason_is_gone)
     EXPECT_FALSE(files.files.contains(unfinished));
 }
 
-/// The rows of a database that cannot be read to their end.
+/// The rows of a database that fails after some moves.
 class BreakingRows : public platform::Recordset {
 public:
     BreakingRows(std::unique_ptr<platform::Recordset> rows, int moves) : rows_(std::move(rows)), moves_(moves) {}
@@ -104,14 +104,14 @@ private:
     }
 
     std::unique_ptr<platform::Recordset> rows_;
-    int moves_; ///< that still succeed
+    int moves_; ///< moves that still succeed
 };
 
 class BreakingDatabase : public fakes::RecordingDatabase {
 public:
     using RecordingDatabase::RecordingDatabase;
 
-    int moves = 0; ///< how many moves to another row succeed
+    int moves = 0; ///< moves to another row that succeed
 
     [[nodiscard]] std::unique_ptr<platform::Recordset> open_recordset(std::string_view sql) override
     {

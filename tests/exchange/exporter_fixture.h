@@ -13,7 +13,8 @@
 
 namespace cuedrill::exchange {
 
-/// Exports a real course into files in memory. At the end the course must be what it was, and nothing may be open.
+/// Exports a real course into files in memory. At the end the course must be unchanged, and no transaction or recordset
+/// may be open.
 class ExportFixture : public testing::Test {
 protected:
     void SetUp() override;
@@ -22,20 +23,20 @@ protected:
     void expect_nothing_open() const;
 
     void open(const fakes::CourseBuilder& builder);
-    /// A course of these questions and answers, numbered from 1.
+    /// Writes and opens a course of these questions and answers, numbered from 1.
     void open(const Texts& texts);
-    /// The course at `course_path`.
+    /// Opens the course at `course_path`.
     void open_written();
 
-    /// The exported file.
+    /// Exports and returns the file.
     std::string exported(bool numbered = false);
 
-    /// What an export of the open course says before and after its records.
+    /// What an export of the open course writes before and after its records.
     static std::string heading(const std::string& title = "Capitals");
     static std::string ending(int count);
     static std::string record(const std::string& q, const std::string& a);
 
-    /// The words of an export that has failed, with an older file at `target`.
+    /// The message of a failed export, with an older file at `target`.
     [[nodiscard]] std::string about_course(const std::string& reason) const;
     [[nodiscard]] std::string nothing_written(const std::string& reason) const;
     [[nodiscard]] std::string partly_written(const std::string& reason) const;
@@ -50,7 +51,7 @@ protected:
     fakes::RecordingDatabase database{engine.database};
     store::Course course{database};
     std::string course_path;
-    fakes::CourseContents before; ///< of the course
+    fakes::CourseContents before; ///< the course before the export
     Exporter exporter{course, files, clock, engine.text_compare};
 };
 

@@ -119,7 +119,7 @@ struct Encoding {
 
 class EncodedExport : public ExportFixture, public testing::WithParamInterface<Encoding> {
 protected:
-    /// The record before and after the one with the characters in question must be encoded alike.
+    /// Puts records before and after the one with the special characters; all must have the same encoding.
     void open_course()
     {
         open({{"before", "é"}, {GetParam().question, "x"}, {"after", "y"}});
@@ -169,7 +169,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, Utf8Export,
 
 class MisleadingExport : public ExportFixture {};
 
-// In Windows-1252 these would be the bytes of "é", and be read as that.
+// In Windows-1252 the text would have the bytes of "é" in UTF-8, and be read as that.
 TEST_F(MisleadingExport, that_would_be_read_as_utf8_is_written_so)
 {
     open({{"Ã©", "x"}});
@@ -182,7 +182,7 @@ TEST_F(MisleadingExport, that_would_be_read_as_utf8_without_its_nul_is_written_s
     EXPECT_EQ(exported(), mark + heading() + record("Ã\0©"s, "x") + ending(1));
 }
 
-/// A course that is exported and imported into an empty one, with files of the machine.
+/// Exports a course and imports the file into an empty one, using real files.
 class ExportAndImport : public ImportFixture {
 protected:
     Texts texts_after(const Texts& texts)
@@ -212,7 +212,7 @@ struct RoundTripText {
 
 class RoundTrip : public ExportAndImport, public testing::WithParamInterface<RoundTripText> {};
 
-// What ends the file is not told from the last answer.
+// The closing line is read back as part of the last answer.
 TEST_P(RoundTrip, gives_back_all_but_the_end_of_the_last_answer)
 {
     const std::string& text = GetParam().text;
@@ -238,14 +238,14 @@ INSTANTIATE_TEST_SUITE_P(Texts, RoundTrip,
                                          RoundTripText{"beyond_the_basic_plane", "𝄞"}),
                          [](const auto& text) { return std::string(text.param.name); });
 
-/// A record between two others: what is told about it, and about the one behind it, is what really happens to them.
+/// A record between two others. What is reported about it and about the next one must be what really happens to them.
 struct Changed {
     const char* name;
     std::string question;
     std::string answer;
-    std::string reasons; ///< none where the record comes back as it is
+    std::string reasons; ///< empty if the record comes back unchanged
     std::string reasons_of_next = {};
-    std::size_t records = 0; ///< how many come back in place of the three; 0 where it is not looked at
+    std::size_t records = 0; ///< how many come back in place of the three; 0 if not checked
 };
 
 class ToldChange : public ExportAndImport, public testing::WithParamInterface<Changed> {

@@ -14,10 +14,10 @@ namespace {
 using fakes::Operation;
 using platform::DatabaseErrorKind;
 
-/// Whatever stops an import: what it counts as stored is in the file, and nothing else.
+/// Whatever stops an import, the file has exactly the records that the import counts as stored.
 class StoppedImport : public ImportFixture {
 protected:
-    /// Only these records came into the course, which stays usable.
+    /// Expects only these records in the course, and the course still usable.
     void expect_stored(const Outcome& outcome, int count)
     {
         EXPECT_EQ(outcome.progress.stored, count);
@@ -46,7 +46,8 @@ struct Failure {
 
 class FailingImport : public StoppedImport, public testing::WithParamInterface<Failure> {};
 
-// The calls of five records in one group: the group begins, each record begins and commits its part, the group commits.
+// The calls for five records in one group: the group begins, each record begins and commits its savepoint, the group
+// commits.
 TEST_P(FailingImport, tells_how_many_records_are_stored)
 {
     const Failure& failure = GetParam();
@@ -78,7 +79,7 @@ TEST_F(StoppedImport, takes_a_group_back_that_cannot_be_committed)
 
 TEST_F(StoppedImport, keeps_the_groups_that_were_committed)
 {
-    clock.step = 0.03; // two records to a group, but for the first
+    clock.step = 0.03; // two records per group, except the first
     database.commits_left = 2;
     const Outcome outcome = import(records(11));
     EXPECT_EQ(outcome.failure, "The disk is full.");
@@ -110,12 +111,11 @@ TEST_F(StoppedImport, counts_nothing_of_a_group_that_is_not_stored)
     expect_stored(outcome, 0);
 }
 
-/// Proves that the group is looked for on the side that it was stored on, and counted when nobody knows of the import
-/// any more.
+/// Proves that the group is looked up on the side on which it was stored, and counted even after the import is gone.
 TEST_F(StoppedImport, says_of_how_many_records_nobody_can_tell_and_counts_them_later)
 {
     database.fail_commit(true);
-    database.fail_at(Operation::query, 6); // those before tell the numbers of the records
+    database.fail_at(Operation::query, 6); // the queries before it return the record numbers
     const Outcome outcome = import(records(5));
     EXPECT_EQ(outcome.failure,
               "The commit failed. It is not known whether the change is stored, because the course cannot be read "
@@ -206,7 +206,7 @@ TEST_F(StoppedImport, says_why_the_file_cannot_be_read)
 TEST_F(StoppedImport, refuses_a_file_beyond_its_limit)
 {
     const std::string file = folder.write("huge.txt", "@Q@ a @A@ b");
-    std::filesystem::resize_file(file, 64ULL * 1024 * 1024 + 1); // takes no room on the disk
+    std::filesystem::resize_file(file, 64ULL * 1024 * 1024 + 1); // sparse: takes no room on the disk
     const Outcome outcome = import_file(file);
     EXPECT_NE(outcome.failure.find("it is longer than 67108864 bytes"), std::string::npos) << outcome.failure;
     expect_stored(outcome, 0);
@@ -240,7 +240,7 @@ TEST_F(StoppedImport, waits_for_a_course_that_another_program_writes_and_then_gi
     EXPECT_EQ(locked.record_count, 0);
 }
 
-/// A limit of the size of every file that this process writes, as a full disk.
+/// Limits the size of every file that this process writes, like a full disk.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(std::uintmax_t bytes)
@@ -264,7 +264,7 @@ private:
     void (*signal_before_)(int) = nullptr;
 };
 
-// With a real lack of room the engine takes back more than the statement that failed: all of the transaction.
+// When the disk is really full, the engine rolls back the whole transaction, not only the failed statement.
 TEST_F(StoppedImport, on_a_disk_that_fills_up_keeps_exactly_what_it_says)
 {
     const std::string file = folder.write("questions.txt", records(3000));
@@ -299,7 +299,7 @@ TEST_F(EndedImport, between_two_steps_keeps_what_was_committed)
 
 TEST_F(EndedImport, by_an_unforeseen_error_leaves_no_transaction_open)
 {
-    /// Breaks when two records have been stored.
+    /// Throws when two records have been stored.
     struct Broken : fakes::FakeClock {
         explicit Broken(const FillingDisk& written) : database(written) {}
 

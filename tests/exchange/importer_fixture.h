@@ -18,7 +18,7 @@
 
 namespace cuedrill::exchange {
 
-/// A clock that moves on by a fixed step whenever it is read.
+/// A clock that advances by a fixed step at each reading.
 class SteppingClock : public fakes::FakeClock {
 public:
     double step = 0; ///< seconds
@@ -29,34 +29,34 @@ private:
     mutable double seconds_ = 20000;
 };
 
-/// A database whose disk is full from some commit on, for good.
+/// A database whose disk is full for good after some commits.
 class FillingDisk : public fakes::RecordingDatabase {
 public:
     using RecordingDatabase::RecordingDatabase;
 
-    /// How many more transactions, not parts of one, can be committed; nothing for no limit.
+    /// How many more transactions (not savepoints) can be committed; std::nullopt for no limit.
     std::optional<int> commits_left;
 
     void commit() override;
 };
 
-/// An import that has come to its end, or was stopped by an error.
+/// The result of an import that ended or was stopped by an error.
 struct Outcome {
     Progress progress{};
-    std::vector<std::pair<std::int64_t, EmptyRecord::Lacks>> empty{}; ///< records left out, by their numbers
-    std::vector<std::size_t> stored_at{}; ///< how many records were in the file after each step but the last
-    std::string summary{};                ///< of the report, as its lines
+    std::vector<std::pair<std::int64_t, EmptyRecord::Lacks>> empty{}; ///< numbers of the records left out
+    std::vector<std::size_t> stored_at{}; ///< records in the file after each step but the last
+    std::string summary{};                ///< of the report, like its lines
     std::string lines{};
-    std::string failure{}; ///< the words of the error; empty for none
+    std::string failure{}; ///< text of the error; empty if there was none
 };
 
-/// Imports into a real course that is empty at first. Between the steps no transaction may be open, and what is counted
-/// as stored must be in the file.
+/// Imports into a real course that is empty at first. Between steps no transaction may be open, and every record
+/// counted as stored must be in the file.
 class ImportFixture : public testing::Test {
 protected:
     void SetUp() override;
 
-    /// Imports a file of these bytes.
+    /// Imports a file with these bytes.
     Outcome import(std::string_view bytes) { return import_file(folder.write("questions.txt", bytes)); }
     Outcome import_file(const std::string& file);
 
@@ -67,13 +67,13 @@ protected:
 
     void expect_nothing_open() const;
 
-    /// The questions and answers of the file, as another program would read them now.
+    /// The questions and answers in the file, as another program would read them now.
     [[nodiscard]] Texts stored() const { return texts_of(fakes::read_course(path)); }
 
     /// A text of `count` records "q1"/"a1", "q2"/"a2" and so on.
     static std::string records(int count);
 
-    std::function<void()> after_step; ///< runs after each step but the last
+    std::function<void()> after_step; ///< called after each step but the last
 
     fakes::TempFolder folder;
     SteppingClock clock;

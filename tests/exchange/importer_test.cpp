@@ -112,7 +112,7 @@ TEST_F(ImportedFile, lists_both_texts_where_both_are_refused)
                                  "...\"\r\n");
 }
 
-/// What the course alone knows to refuse cannot be told of one text.
+/// Why the course refuses such a record is not visible from either text, so both are listed.
 TEST_F(ImportedFile, lists_both_texts_where_the_course_refuses_the_record)
 {
     database.fail_at(fakes::Operation::execute, 1, platform::DatabaseErrorKind::constraint, "It is not wanted.");
@@ -124,7 +124,7 @@ TEST_F(ImportedFile, lists_both_texts_where_the_course_refuses_the_record)
     EXPECT_TRUE(stored().empty());
 }
 
-// Far longer texts are held in part only; that part must never be stored as if it were all.
+// Of a far longer text only a part is kept; that part must never be stored as if it were complete.
 TEST_F(ImportedFile, refuses_a_text_of_megabytes_with_its_length)
 {
     const std::string beginning(1000, 'x');
@@ -203,7 +203,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Encoded{"cr_lines", "/*/ @Q@ no\r@Q@\rLine 1\rLine 2\r@A@\rOslo\r", "Line 1\r\nLine 2", "Oslo"}),
     [](const auto& encoded) { return std::string(encoded.param.name); });
 
-// Decomposed, the question has 400 code points; brought to one form it has the 200 that fit.
+// Decomposed, the question has 400 code points; in NFC it has the 200 that fit.
 TEST_F(ImportedFile, has_its_characters_counted_in_the_form_that_is_stored)
 {
     std::string decomposed;
@@ -220,7 +220,7 @@ class ImportStep : public ImportFixture {};
 
 TEST_F(ImportStep, ends_after_its_time_with_what_it_has_stored)
 {
-    clock.step = 0.03; // it is read at the beginning of a step and once for each record
+    clock.step = 0.03; // read once at the beginning of a step and once per record
     EXPECT_EQ(import(records(8)).stored_at, (std::vector<std::size_t>{0, 1, 3, 5, 7, 8}));
     EXPECT_EQ(stored().size(), 8U);
 }
@@ -242,7 +242,7 @@ TEST_F(ImportStep, lasts_as_long_as_it_is_told)
     EXPECT_TRUE(importer.progress().finished);
 }
 
-/// Proves that a record does not wait uncommitted for the next one, however far that is.
+/// Proves that a record is committed at the end of its step, however far away the next one is.
 TEST_F(ImportStep, ends_in_a_long_stretch_without_records_and_tells_how_far_it_is)
 {
     clock.step = 0.02;

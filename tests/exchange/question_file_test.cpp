@@ -12,7 +12,7 @@
 namespace cuedrill::exchange {
 namespace {
 
-/// A file in memory that changes or breaks after it has been read once.
+/// A file in memory that changes after it has been read once, or fails after some reads.
 class UnsteadyFile : public platform::FileReading {
 public:
     UnsteadyFile(std::string bytes, std::string later) : bytes_(std::move(bytes)), later_(std::move(later)) {}
@@ -44,7 +44,7 @@ private:
 
 class QuestionFileTest : public testing::Test {
 protected:
-    /// Reads to the end.
+    /// Reads the file to its end.
     void read_all(const std::string& bytes, const std::string& later)
     {
         QuestionFile file(begin(bytes, later));
@@ -63,7 +63,7 @@ protected:
         return reading;
     }
 
-    UnsteadyFile* unsteady = nullptr; ///< as long as the file is read
+    UnsteadyFile* unsteady = nullptr; ///< valid while the file is being read
     std::vector<ReadRecord> records;
     bool has_question = false;
 };
@@ -90,7 +90,7 @@ TEST_F(QuestionFileTest, gives_the_records_before_a_failure)
     while (text.size() < 100'000)
         text += "@Q@ a @A@ b\r\n";
     QuestionFile file(begin(text, text));
-    unsteady->reads_left = 4; // two for the survey
+    unsteady->reads_left = 4; // the survey takes two
     std::size_t found = 0;
     const auto read_on = [&] {
         for (auto step = file.step(); step != QuestionFile::Step::end; step = file.step())

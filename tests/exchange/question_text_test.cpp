@@ -26,7 +26,7 @@ struct Record {
 
 using Records = std::vector<Record>;
 
-/// The records of a text that comes in pieces of `size` bytes; asserts that they are numbered from 1.
+/// The records of a text added in pieces of `size` bytes. Checks that they are numbered from 1.
 Records records_of(std::string_view text, std::size_t size)
 {
     Records records;
@@ -52,7 +52,7 @@ Records records_of(std::string_view text)
     return records_of(text, text.size() + 1);
 }
 
-/// A whole line.
+/// Adds a whole line.
 void add_line(QuestionTextReader& reader, std::string_view line, const QuestionTextReader::Sink& sink)
 {
     reader.add(line, sink);
@@ -65,7 +65,7 @@ struct Reading {
     Records records;
 };
 
-/// Names the cases of a table in the list of tests.
+/// Names the test cases of a table.
 constexpr auto by_name = [](const auto& table_case) { return std::string(table_case.param.name); };
 
 class QuestionText : public testing::TestWithParam<Reading> {};
@@ -189,7 +189,7 @@ TEST(QuestionTextReader, lets_through_what_the_sink_throws)
     EXPECT_THROW(at_end.finish(sink), std::runtime_error);
 }
 
-// The sizes are such that work growing with the square of the text would take hours.
+// With texts of these sizes, quadratic work would take hours.
 
 std::string repeated(std::string_view text, std::size_t times)
 {

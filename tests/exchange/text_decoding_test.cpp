@@ -11,10 +11,10 @@ namespace {
 
 using namespace std::string_literals;
 
-/// Names the cases of a table in the list of tests.
+/// Names the test cases of a table.
 constexpr auto by_name = [](const auto& table_case) { return std::string(table_case.param.name); };
 
-/// What a reader in pieces of `size` bytes gets.
+/// What a reader with pieces of `size` bytes decodes.
 std::string decoded(std::string_view bytes, std::size_t size)
 {
     TextSurvey survey;
@@ -96,7 +96,7 @@ INSTANTIATE_TEST_SUITE_P(Marks, Utf16File,
 
 using Lines = std::vector<std::string>;
 
-/// The lines of a text that comes in pieces of `size` bytes.
+/// The lines of a text added in pieces of `size` bytes.
 Lines lines_of(std::string_view text, std::size_t size)
 {
     TextSurvey survey;

@@ -106,7 +106,7 @@ common::DateTime QuestionBuilder::before(std::chrono::seconds time) const
 }
 
 struct CourseBuilder::Rows {
-    std::deque<QaRow> qa; // never moves its elements, so the builders may point to them
+    std::deque<QaRow> qa; // never moves its elements, so the builders may keep pointers to them
     std::vector<ParamRow> params;
 };
 

@@ -19,7 +19,7 @@ namespace cuedrill::fakes {
 
 class TempFolder;
 
-/// The database that the program runs on.
+/// The database engine that the program uses.
 class RealEngine {
 public:
     RealEngine();
@@ -36,7 +36,7 @@ public:
     platform::Database& database;
 };
 
-/// The history of a record in one direction; what is missing is null.
+/// The history of a record in one direction; a missing value is null.
 struct SideRow {
     std::optional<std::int64_t> attempts{};
     std::optional<std::int64_t> fails{};
@@ -49,7 +49,7 @@ struct SideRow {
 
 /// A row of `qa`. A null text reads as empty.
 struct QaRow {
-    std::int64_t cnt = 0; ///< 0 in a row still to be written: numbered by the engine
+    std::int64_t cnt = 0; ///< 0 in a row not written yet: the engine assigns the number
     std::string q{};
     std::string a{};
     SideRow q_side{};
@@ -58,7 +58,7 @@ struct QaRow {
     friend bool operator==(const QaRow&, const QaRow&) = default;
 };
 
-/// A row of `params`; what is missing is null.
+/// A row of `params`; a missing value is null.
 struct ParamRow {
     std::string param{};
     std::optional<common::DateTime> date_value{};
@@ -68,7 +68,7 @@ struct ParamRow {
     friend bool operator==(const ParamRow&, const ParamRow&) = default;
 };
 
-/// All that a course file holds: `qa` in the order of the numbers, `params` in the order of insertion.
+/// The contents of a course file: `qa` ordered by number, `params` in the order of insertion.
 struct CourseContents {
     std::vector<QaRow> qa{};
     std::vector<ParamRow> params{};
@@ -76,13 +76,13 @@ struct CourseContents {
     friend bool operator==(const CourseContents&, const CourseContents&) = default;
 
     [[nodiscard]] std::optional<ParamRow> param(const std::string& name) const;
-    /// The number of the parameter of exactly that name; nothing without the row, or when it is null.
+    /// The number of the parameter with exactly this name; std::nullopt if there is no row, or if it is null.
     [[nodiscard]] std::optional<double> number(const std::string& name) const;
     [[nodiscard]] std::vector<std::string> param_names() const;
 };
 
-/// Describes one record: texts without a history, until told otherwise. What is said about the history is about the
-/// direction in which `q` is asked, after `inverted()` about the other one.
+/// Describes one record: texts, and no history by default. The functions for the history apply to the direction in
+/// which `q` is asked, and after `inverted()` to the other one.
 class QuestionBuilder {
 public:
     QuestionBuilder(QaRow& row, common::DateTime now);
@@ -92,7 +92,7 @@ public:
     QuestionBuilder& level(std::int64_t level);
     QuestionBuilder& attempts(std::int64_t attempts);
     QuestionBuilder& fails(std::int64_t fails);
-    /// Tested, and so shown, that long before the builder's present.
+    /// Sets the time of the last test, and so of the last display, to this long before the builder's present.
     QuestionBuilder& tested_ago(std::chrono::seconds time);
     QuestionBuilder& shown_ago(std::chrono::seconds time);
     QuestionBuilder& never_shown();
@@ -105,23 +105,23 @@ private:
     common::DateTime now_;
 };
 
-/// Makes course files through the real engine: what is described is written by `write`, as often as wanted.
+/// Makes course files with the real engine. `write` may be called several times.
 class CourseBuilder {
 public:
-    /// The present, from which the times of tests and shows are counted back, is that of a new FakeClock.
+    /// The builder's present, from which times of tests and displays are counted back, is that of a new FakeClock.
     CourseBuilder();
     explicit CourseBuilder(common::DateTime now);
     CourseBuilder(CourseBuilder&& other) noexcept;
     CourseBuilder& operator=(CourseBuilder&& other) noexcept;
     ~CourseBuilder();
 
-    /// One more record. The builder that is returned lives as long as this one.
+    /// Adds a record. The returned builder is valid as long as this object.
     QuestionBuilder question(std::string q, std::string a = "answer");
     CourseBuilder& number_param(std::string name, std::optional<double> value);
     CourseBuilder& text_param(std::string name, std::optional<std::string> value);
     CourseBuilder& date_param(std::string name, std::optional<common::DateTime> value);
 
-    /// Writes the course as a new file of the folder, and gives its full path.
+    /// Writes the course as a new file in the folder and returns its full path.
     [[nodiscard]] std::string write(const TempFolder& folder, const std::string& name = "course.crs") const;
 
 private:
@@ -131,13 +131,13 @@ private:
     std::unique_ptr<Rows> rows_;
 };
 
-/// What the open database holds.
+/// The contents of the open database.
 CourseContents contents_of(platform::Database& database);
 
-/// What the file holds, read through a connection of its own: what another program would see now.
+/// The contents of the file, read through a separate connection: what another program would see now.
 CourseContents read_course(const std::string& path);
 
-// How Google Test shows the values that differ.
+// Makes Google Test print differing values readably.
 void PrintTo(const SideRow& row, std::ostream* out);
 void PrintTo(const QaRow& row, std::ostream* out);
 void PrintTo(const ParamRow& row, std::ostream* out);

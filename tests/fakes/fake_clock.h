@@ -7,15 +7,16 @@
 
 namespace cuedrill::fakes {
 
-/// A clock that stands still until a test moves it.
+/// A clock that stands still until a test advances it.
 class FakeClock : public platform::Clock {
 public:
     FakeClock();
 
-    common::DateTime time; ///< at first 15/11/2026 05:47:17
-    /// Set for a time of day with fractions, or one that disagrees with `time`; else it is that of `time`.
+    common::DateTime time; ///< initially 15/11/2026 05:47:17
+    /// Overrides the time of day, for fractions or for a value that disagrees with `time`; by default it follows
+    /// `time`.
     std::optional<double> set_seconds_since_midnight;
-    /// Moves the steady seconds alone, by fractions too.
+    /// Advances only the steady clock; may have fractions.
     double steady_seconds_more = 0;
 
     [[nodiscard]] common::DateTime now() const override;

@@ -11,10 +11,10 @@
 
 namespace cuedrill::fakes {
 
-/// What was done to the controls of a window, in order: "panel_dialog.caption=Show answer?", "bot_yes.focus".
+/// The calls to the controls of a window, in order: "panel_dialog.caption=Show answer?", "bot_yes.focus".
 using Journal = std::vector<std::string>;
 
-/// A control that writes its calls to a journal, when it has one.
+/// A control that writes its calls to a journal, if it has one.
 class Journalled {
 public:
     Journalled() = default;
@@ -33,7 +33,7 @@ protected:
     void note(std::string_view property, const std::string& value) const;
 };
 
-/// What all controls have; visible and enabled from the start.
+/// Common part of all controls; initially visible and enabled.
 template <class Interface>
 class FakeControl : public Interface, public Journalled {
 public:

@@ -21,12 +21,12 @@ extern template class FakeControl<platform::HintBox>;
 extern template class FakeControl<platform::ListBox>;
 extern template class FakeControl<platform::MenuEntry>;
 
-/// Where the keyboard focus of a window is.
+/// Which control of a window has the keyboard focus.
 struct FakeFocus {
-    const void* owner = nullptr; ///< nothing when it is outside of the controls that take part
+    const void* owner = nullptr; ///< null if a control that takes no part has it
 };
 
-/// Loses the focus, as in a real window, when it can no longer be used.
+/// Loses the focus, as in a real window, when it is hidden or disabled.
 class FakeButton : public FakeControl<platform::Button> {
 public:
     using FakeControl::FakeControl;
@@ -54,23 +54,23 @@ public:
     void set_tool_tip(std::string_view text) override;
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
-    /// The user goes to it with the keyboard.
+    /// The user moves the focus to it with the keyboard.
     void take_focus();
 
-    /// The left mouse button goes down and up on it. Where going down made the button unusable, there is no click.
+    /// Presses and releases the left mouse button on it. If pressing disabled or hid the button, there is no click.
     void click();
     void right_click();
-    /// A mouse button goes down on it.
+    /// Presses a mouse button on it, without releasing.
     void press(platform::MouseButton button);
     void release(platform::MouseButton button);
-    /// The space bar presses it: a click without the mouse.
+    /// Clicks with the space bar instead of the mouse.
     void activate();
 
     std::string caption_value;
     std::string tool_tip;
     common::Twips left = 0;
     common::Twips width_value = 0;
-    int focused = 0; ///< how often it was given the focus
+    int focused = 0; ///< how often set_focus was called
     FakeFocus own_focus;
     FakeFocus* focus = &own_focus; ///< shared by the controls of a window
 
@@ -84,7 +84,7 @@ public:
 
     void set_focus() override;
 
-    int focused = 0; ///< how often it was given the focus
+    int focused = 0; ///< how often set_focus was called
     FakeFocus own_focus;
     FakeFocus* focus = &own_focus; ///< shared by the controls of a window
 };
@@ -100,7 +100,7 @@ public:
     common::Twips width_value = 9000;
 };
 
-/// What a text box and a hint box have in common: the keyboard, and places in their text, in code points.
+/// Common part of the text box and the hint box: keys, and positions in their text, in code points.
 template <class Interface>
 class FakeTextControl : public FakeControl<Interface> {
 public:
@@ -117,7 +117,7 @@ public:
         this->note("focus");
         take_focus();
     }
-    /// The user goes to it.
+    /// The user moves the focus to it.
     void take_focus() { focus->owner = this; }
     [[nodiscard]] bool has_focus() const override { return focus->owner == this; }
 
@@ -134,10 +134,10 @@ class FakeTextBox : public FakeTextControl<platform::TextBox> {
 public:
     using FakeTextControl::FakeTextControl;
 
-    /// Puts the caret before the text, as the toolkit does.
+    /// Moves the cursor to the beginning, as the toolkit does.
     void set_text(std::string_view text) override;
     void clear() override;
-    /// The user takes back what emptied the box.
+    /// The user undoes the clearing of the box.
     void undo();
     [[nodiscard]] std::size_t caret() const override;
     void set_caret(std::size_t place) override;
@@ -146,11 +146,11 @@ public:
     void set_font(const platform::Font& value) override;
     void set_locked(bool value) override;
 
-    /// What the toolkit does with a character that nobody has swallowed.
+    /// Inserts a character that was not consumed, as the toolkit does.
     void take_character(std::string_view character);
 
-    common::TextRange selection;        ///< empty where only the caret stands
-    std::optional<std::string> cleared; ///< what an undo brings back
+    common::TextRange selection;        ///< empty if there is only the cursor
+    std::optional<std::string> cleared; ///< what an undo restores
     std::optional<common::Colour> background;
     platform::Font font;
     bool locked = false;
@@ -171,7 +171,7 @@ public:
     std::optional<std::size_t> caret_value;
 };
 
-/// Takes its lines and tells which one was chosen.
+/// Keeps the lines and reports the chosen one.
 class FakeListBox : public FakeControl<platform::ListBox> {
 public:
     using FakeControl::FakeControl;
@@ -182,17 +182,17 @@ public:
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
 
-    /// The user clicks on the line, counted from 0. Its text is gone with the line when others are shown meanwhile.
+    /// The user clicks on the line, counted from 0. Its text is destroyed if other lines are shown meanwhile.
     void click(std::size_t line);
 
     std::vector<std::string> lines;
-    bool from_first = false; ///< the lines were last shown from the first one on
+    bool from_first = false; ///< whether the lines were last shown from the first one on
     std::string accessible_name;
     FakeFocus own_focus;
     FakeFocus* focus = &own_focus; ///< shared by the controls of a window
 };
 
-/// The check mark is the logic's to set: a click leaves it as it is.
+/// Only the logic sets the check mark: a click does not change it.
 class FakeMenuEntry : public FakeControl<platform::MenuEntry> {
 public:
     using FakeControl::FakeControl;
@@ -217,7 +217,7 @@ public:
 
     std::string caption;
     std::vector<std::unique_ptr<FakeMenuEntry>> entries;
-    std::vector<std::string> order; ///< names of the entries, "-" for a separator
+    std::vector<std::string> order; ///< names of the entries in order, "-" for a separator
 };
 
 class FakeMenuBar : public platform::MenuBar {
@@ -227,11 +227,11 @@ public:
 
     FakeMenu& add_menu(std::string_view name, std::string_view caption) override;
 
-    /// The entry of that name in any menu.
+    /// The entry with this name in any menu.
     /// @throws std::out_of_range when there is none.
     [[nodiscard]] FakeMenuEntry& entry(std::string_view name) const;
 
-    /// @throws std::out_of_range when there is none of that name.
+    /// @throws std::out_of_range when there is no menu with this name.
     [[nodiscard]] FakeMenu& menu(std::string_view name) const;
 
     std::vector<std::unique_ptr<FakeMenu>> menus;
@@ -245,7 +245,7 @@ public:
     void start(std::chrono::milliseconds value) override;
     void stop() override;
 
-    /// The period has passed; nothing happens while it is stopped.
+    /// Fires the timer; does nothing while it is stopped.
     void tick();
 
     std::chrono::milliseconds period{0};
@@ -262,7 +262,7 @@ public:
     void hide() override;
     void announce(std::string_view text) override;
 
-    /// The user presses a key; returns whether it was swallowed.
+    /// The user presses a key; returns whether it was consumed.
     bool press(const platform::KeyPress& key);
     bool press(platform::Key key, bool auto_repeat = false);
     bool press(const std::string& character, bool auto_repeat = false);

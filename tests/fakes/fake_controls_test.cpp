@@ -149,7 +149,7 @@ TEST(Form1, gives_the_logic_its_own_controls)
     EXPECT_EQ(form1.screen, screen);
 }
 
-/// Two boxes, a hint and a button share the focus of a window.
+/// Two boxes, a hint and a button that share the focus of a window.
 class FocusedControls : public testing::Test {
 protected:
     FakeForm1 form1;

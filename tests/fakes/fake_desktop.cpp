@@ -14,7 +14,7 @@ namespace {
 
 struct ExpectedBox {
     platform::MessageBox box;
-    bool whole = false; ///< everything counts, not only the text
+    bool whole = false; ///< compare all members, not only the text
     platform::BoxAnswer answer = platform::BoxAnswer::ok;
 };
 struct ExpectedInput {

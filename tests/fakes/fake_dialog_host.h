@@ -4,7 +4,7 @@
 
 namespace cuedrill::fakes {
 
-/// A helper window that only remembers whether it is loaded.
+/// A helper window that only records whether it is loaded.
 class FakeDialogHost : public platform::DialogHost {
 public:
     [[nodiscard]] common::Twips least_height() const override;

@@ -11,7 +11,7 @@ namespace cuedrill::fakes {
 
 extern template class FakeControl<platform::Control>;
 
-/// The message window; it has the size of the main window once it has covered that.
+/// The message window; takes the size of the main window when it covers it.
 class FakeMessageWindow : public platform::MessageWindow, public Journalled {
 public:
     using Journalled::Journalled;
@@ -39,7 +39,7 @@ public:
     std::map<const platform::Control*, platform::Place> places;
 };
 
-/// The message window with its controls; `controls` is what the logic gets.
+/// The message window with its controls; pass `controls` to the logic.
 class FakeFMsgbox {
 public:
     FakeFMsgbox();

@@ -27,7 +27,7 @@ private:
     std::size_t at_ = 0;
 };
 
-/// Written to the file of that name with ".cuedrill-part" behind it.
+/// Writes to the file with ".cuedrill-part" appended to its name.
 class FakeReplacement : public platform::Replacement {
 public:
     FakeReplacement(FakeFiles& files, std::string target)

@@ -11,24 +11,23 @@
 
 namespace cuedrill::fakes {
 
-/// A file system in memory: files with their bytes, folders, and names that lead to other names. A file needs no
-/// folder.
+/// A file system in memory: files with their bytes, folders, and links. A file does not need a folder.
 class FakeFiles : public platform::Files {
 public:
     std::map<std::string, std::string> files;
     std::set<std::string> folders;
-    std::set<std::string> read_only_folders; ///< those of `folders` in which nothing may be created
+    std::set<std::string> read_only_folders; ///< members of `folders` in which no file can be created
     std::map<std::string, std::string> links;
     std::string working_folder = "/home/anna";
-    /// Words of the error that the function throws; empty for success.
+    /// Text of the error that the function throws; empty for success.
     std::string read_failure;
     std::string append_failure;
     std::string create_folder_failure;
-    std::string replacement_failure; ///< of the beginning
-    std::string write_failure;       ///< of what is written to a replacement
+    std::string replacement_failure; ///< thrown when a replacement begins
+    std::string write_failure;       ///< thrown when a replacement is written to
     std::string finish_failure;
     std::string change_folder_failure;
-    std::string changed_to; ///< the folder that was made the working folder last
+    std::string changed_to; ///< the working folder set last
 
     [[nodiscard]] bool exists(const std::string& path) const override;
     [[nodiscard]] bool is_regular_file(const std::string& path) const override;

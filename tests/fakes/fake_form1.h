@@ -9,7 +9,7 @@
 
 namespace cuedrill::fakes {
 
-/// The main window with all its controls; `controls` is what the logic gets.
+/// The main window with all its controls; pass `controls` to the logic.
 class FakeForm1 {
 public:
     FakeForm1();
@@ -17,15 +17,15 @@ public:
     FakeForm1& operator=(const FakeForm1&) = delete;
     ~FakeForm1();
 
-    /// The user presses a key while `box` has the focus: the window sees it first, then the box, and a character that
-    /// both leave alone goes into the text. An Enter that both leave alone makes a line.
+    /// The user presses a key while `box` has the focus. The window gets it first, then the box. If neither consumes
+    /// it, a character is inserted into the text, and Enter inserts a line end.
     void press_in(FakeTextBox& box, const platform::KeyPress& key);
     void press_in(FakeHintBox& box, const platform::KeyPress& key);
 
-    /// The user types `text` into `box`, character by character, at its caret.
+    /// The user types `text` into `box` at its cursor, character by character.
     void type(FakeTextBox& box, std::string_view text);
 
-    /// The button of the toolbar with that number, from 1.
+    /// The toolbar button with this number, from 1.
     FakeButton& toolbar(int number);
 
     Journal journal;

@@ -6,7 +6,7 @@
 
 namespace cuedrill::fakes {
 
-/// Gives the queued numbers, then the constant for ever.
+/// Returns the queued numbers, then always the constant.
 class FakeRandom : public platform::RandomSource {
 public:
     std::deque<double> queue;

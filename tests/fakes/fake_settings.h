@@ -10,11 +10,11 @@
 
 namespace cuedrill::fakes {
 
-/// A settings store in memory, by "application/section/key".
+/// A settings store in memory, keyed by "application/section/key".
 class FakeSettings : public platform::SettingsStore {
 public:
     std::map<std::string, std::string, std::less<>> values;
-    /// Words of the error that reading (writing) throws; empty for success.
+    /// Text of the error that reading (writing) throws; empty for success.
     std::string read_failure;
     std::string write_failure;
 

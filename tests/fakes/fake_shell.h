@@ -9,7 +9,7 @@
 
 namespace cuedrill::fakes {
 
-/// Notes what it was to open, as "open <target> in <folder>", "folder <path>" and "edit <path>".
+/// Records what it was asked to open, as "open <target> in <folder>", "folder <path>" and "edit <path>".
 class FakeShell : public platform::Shell {
 public:
     bool open(const std::string& target, const std::string& working_folder) override;
@@ -17,7 +17,7 @@ public:
     std::optional<std::int64_t> edit_text(const std::string& path) override;
 
     std::vector<std::string> calls;
-    bool has_programs = true; ///< there are programs that can be started
+    bool has_programs = true; ///< whether there are programs that can be started
 };
 
 } // namespace cuedrill::fakes

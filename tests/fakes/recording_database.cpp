@@ -6,7 +6,7 @@
 
 namespace cuedrill::fakes {
 
-/// What a RecordingDatabase has seen; shared with its recordsets, which may outlive the caller's interest in it.
+/// The records and planned failures of a RecordingDatabase; shared with its recordsets, which may outlive it.
 struct DatabaseRecord {
     struct Failure {
         int calls_left = 0;
@@ -17,14 +17,14 @@ struct DatabaseRecord {
     std::map<Operation, int> counts;
     std::map<Operation, Failure> failures;
     int statement_count = 0;
-    std::optional<Failure> statement_failure; ///< of the statement counted from now on
-    std::optional<Failure> row_failure;       ///< of the row counted in the next query
+    std::optional<Failure> statement_failure; ///< counted in statements from now on
+    std::optional<Failure> row_failure;       ///< counted in rows of the next query
     std::function<void(Operation)> on_call;
     std::vector<std::string> statements;
     int transaction_depth = 0;
     int open_recordsets = 0;
 
-    /// Counts the call, and fails when it is the one that a test has chosen.
+    /// Counts the call, and throws if a test has planned a failure for it.
     void called(Operation operation)
     {
         ++counts[operation];
@@ -50,7 +50,7 @@ struct DatabaseRecord {
         throw platform::DatabaseError(failure.kind, 0, failure.words);
     }
 
-    /// Whether the engine runs a statement for it.
+    /// Whether the operation runs a statement of the engine.
     static bool is_statement(Operation operation)
     {
         switch (operation) {
@@ -72,7 +72,7 @@ struct DatabaseRecord {
 
 namespace {
 
-/// A recordset that is counted while it lives.
+/// A recordset that counts as open while it lives.
 class RecordingRecordset : public platform::Recordset {
 public:
     RecordingRecordset(std::unique_ptr<platform::Recordset> recordset, std::shared_ptr<DatabaseRecord> record)
@@ -96,7 +96,7 @@ private:
     std::shared_ptr<DatabaseRecord> record_;
 };
 
-/// Counts a query while it is read.
+/// Counts a query as open while it is being read.
 class RowsBeingRead {
 public:
     explicit RowsBeingRead(DatabaseRecord& record) : record_(record) { ++record_.open_recordsets; }

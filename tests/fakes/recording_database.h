@@ -13,13 +13,13 @@
 
 namespace cuedrill::fakes {
 
-/// What can be asked of a database, and made to fail.
+/// The operations of a database that a test can count and make fail.
 enum class Operation { create, append_table, finish_creation, open, open_recordset, query, execute, begin, commit };
 
 struct DatabaseRecord;
 
-/// A thin layer over a real database that keeps what it is asked, and fails once where a test has told it to, before
-/// the real database has done anything. A failure that was planned and never came fails the test.
+/// A thin layer over a real database that records the operations and throws once where a test planned it, before the
+/// real database has done anything. A planned failure that never happened fails the test.
 class RecordingDatabase : public platform::Database {
 public:
     explicit RecordingDatabase(platform::Database& database);
@@ -30,38 +30,38 @@ public:
     static constexpr const char* failure_words = "The disk is full.";
     static constexpr const char* commit_words = "The commit failed.";
 
-    /// The `call`-th such operation from now on (1 is the next) throws.
+    /// The `call`-th operation of this kind from now on (1 is the next) throws.
     void fail_at(Operation operation, int call = 1,
                  platform::DatabaseErrorKind kind = platform::DatabaseErrorKind::full,
                  std::string words = failure_words);
 
-    /// The `call`-th statement from now on (1 is the next; begin and commit are statements too) throws.
+    /// The `call`-th statement from now on (1 is the next; begin and commit count, too) throws.
     void fail_at_statement(int call, platform::DatabaseErrorKind kind = platform::DatabaseErrorKind::full,
                            std::string words = failure_words);
 
-    /// The next query throws in place of its `row`-th row (1 is the first).
+    /// The next query throws instead of returning its `row`-th row (1 is the first).
     void fail_at_row(int row, platform::DatabaseErrorKind kind = platform::DatabaseErrorKind::input_output,
                      std::string words = failure_words);
 
-    /// The next end of an outermost transaction reports an error, with what it wrote stored or not.
+    /// The next commit of an outermost transaction throws CommitError; `stored` tells whether its writes are stored.
     void fail_commit(bool stored);
 
-    /// Opening has found no room for what it wanted to store.
+    /// Makes `unstored` return `words`, as if opening had found the disk full.
     void leave_unstored(std::string words) { unstored_ = std::move(words); }
 
-    /// Runs at each operation, before it happens; what it throws comes out of the operation.
+    /// Called at each operation, before it runs; an exception from it leaves the operation.
     void at_each_call(std::function<void(Operation)> hook);
 
-    /// The texts given to `open_recordset`, `query` and `execute`, in their order.
+    /// The SQL given to `open_recordset`, `query` and `execute`, in order.
     [[nodiscard]] const std::vector<std::string>& statements() const;
     [[nodiscard]] int count(Operation operation) const;
-    /// Statements run: queries, executions, begins, commits.
+    /// Number of statements run: queries, executions, begins, commits.
     [[nodiscard]] int statement_count() const;
-    /// Transactions begun and not ended; recordsets alive and queries being read. Both are 0 while a box is shown.
+    /// Open transactions; below, open recordsets and queries being read. Both must be 0 while a box is shown.
     [[nodiscard]] int transaction_depth() const;
     [[nodiscard]] int open_recordsets() const;
 
-    /// Forgets what was asked so far, not the planned failures.
+    /// Forgets the recorded operations, but not the planned failures.
     void forget();
 
     void create(const std::string& path) override;
@@ -83,7 +83,7 @@ protected:
     std::int64_t write(std::string_view sql, std::span<const platform::Value> values) override;
 
 private:
-    /// As the engine does: the transaction is over, and the caller has still to roll back.
+    /// Behaves as the engine does: the transaction is over, and the caller still has to roll back.
     [[noreturn]] void end_with_error();
 
     platform::Database& database_;

@@ -13,7 +13,7 @@ namespace cuedrill::fakes {
 
 namespace {
 
-/// Memory where the system offers it: each commit of a course waits for the disk, and the tests make thousands.
+/// In memory where available: each commit of a course waits for the disk, and the tests make thousands.
 std::filesystem::path parent()
 {
     const std::filesystem::path memory = "/dev/shm";

@@ -6,7 +6,7 @@
 
 namespace cuedrill::fakes {
 
-/// A new empty folder of its own, removed with all it holds at the end, also where a test took its rights away.
+/// A new empty temporary folder, removed with its contents on destruction, even if a test has removed permissions.
 class TempFolder {
 public:
     TempFolder();
@@ -16,10 +16,10 @@ public:
 
     [[nodiscard]] const std::filesystem::path& path() const;
 
-    /// The full path of a name in the folder, whether it exists or not.
+    /// The full path of a name in the folder; the file need not exist.
     [[nodiscard]] std::string file(std::string_view name) const;
 
-    /// Makes (or replaces) a file and gives its full path.
+    /// Creates or replaces a file and returns its full path.
     std::string write(std::string_view name, std::string_view bytes) const;
 
     /// The bytes of a file in the folder.

@@ -55,7 +55,7 @@ TEST_F(BigBoxTest, shows_text_and_caption_over_the_main_window)
     EXPECT_TRUE(f_msgbox.Text1.has_focus());
 }
 
-// Otherwise the user sees it jump.
+// Otherwise the user would see it move.
 TEST_F(BigBoxTest, is_complete_before_it_is_shown)
 {
     box.big_box("one", "Numbers");
@@ -109,7 +109,7 @@ TEST_F(BigBoxTest, is_hidden_by_escape_and_by_enter)
     }
 }
 
-// The Enter that chose the command may still be down.
+// The Enter that chose the command may still be down and auto-repeat.
 TEST_F(BigBoxTest, is_left_alone_by_keys_that_are_held)
 {
     box.big_box("one", "Numbers");
@@ -136,7 +136,7 @@ TEST_F(BigBoxTest, gives_its_text_all_but_the_strip_of_the_ok_button)
 
 TEST_F(BigBoxTest, has_its_controls_placed_from_the_start)
 {
-    f_msgbox.window.on_resize = {}; // the platform tells of no change when the window has the size already
+    f_msgbox.window.on_resize = {}; // the platform sends no resize event if the window already has the size
     box.big_box("one", "Numbers");
     EXPECT_EQ(text_place(), (Place{100, 100, 11800, 8280}));
 }

@@ -1,4 +1,4 @@
-// The program as a user asks it on a machine without a display: a display would be an error here.
+// Runs the program on a machine without a display; using a display would be an error here.
 
 #include "fakes/temp_folder.h"
 #include "support/command_line.h"
@@ -15,7 +15,7 @@ class PrintedAnswers : public testing::Test {
 protected:
     PrintedAnswers() { setenv("QT_QPA_PLATFORM", "no such platform", 1); }
 
-    /// The exit code of the program; -1 when it did not end by itself.
+    /// The exit code of the program; -1 if it did not exit by itself.
     [[nodiscard]] int run(const std::string& argument, const std::string& output) const
     {
         const std::string command =

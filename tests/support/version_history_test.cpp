@@ -24,7 +24,7 @@ std::vector<std::string> lines_of(const std::string& text)
     return lines;
 }
 
-/// An entry taken apart; `number` is empty for any other line.
+/// A parsed entry; `number` is empty for any other line.
 struct Entry {
     std::string number;
     std::string date;

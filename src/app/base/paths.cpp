@@ -5,7 +5,7 @@
 namespace cuedrill::app {
 namespace {
 
-/// Position of the last separator; npos without one.
+/// Index of the last separator; npos if there is none.
 std::size_t last_separator(std::string_view path)
 {
     const std::size_t slash = path.rfind('/');

@@ -24,7 +24,7 @@ std::string program_folder(platform::Files& files, const std::string& executable
     try {
         files.create_folder(folder);
     } catch (const common::Error&) {
-        // Nothing can be reported yet: neither a window nor the trace exists this early.
+        // Nothing can be reported this early: there is neither a window nor the trace log.
     }
     return folder;
 }

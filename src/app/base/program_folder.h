@@ -6,12 +6,12 @@
 
 namespace cuedrill::app {
 
-/// The folder of the program's own files: trace, agenda, and where the first file dialog starts.
+/// The folder for the program's own files: trace and agenda; the first file dialog starts there, too.
 ///
-/// It is `executable_folder` when that is writable or holds the trace's switch file, as in a portable installation;
-/// otherwise the folder "cuedrill" in `data_home`, which is created when missing.
-/// Never fails: when that folder cannot be created, whoever writes into it says so.
-/// @param data_home the user's folder for data; "" when there is none, and the executable's folder is taken.
+/// It is `executable_folder` if that is writable or contains the trace's switch file, as in a portable installation;
+/// otherwise the folder "cuedrill" in `data_home`, created if missing. Never fails: if that folder cannot be created,
+/// writing into it reports the error later.
+/// @param data_home the user's data folder; if "", the executable's folder is used.
 std::string program_folder(platform::Files& files, const std::string& executable_folder, const std::string& data_home);
 
 } // namespace cuedrill::app

@@ -21,9 +21,9 @@ std::string Settings::get_setting(std::string_view key) const
 
 void Settings::save_setting(std::string_view key, std::string_view value)
 {
-    // A lost setting costs the user one file dialog at the next start; an error here would cost the open course.
+    // Losing a setting costs the user one file dialog at the next start; an error here would cost the open course.
     try {
-        // Writing waits for the disk; most starts open the course that is remembered already.
+        // Writing waits for the disk, and most starts open the course that is already remembered.
         if (get_setting(key) != value)
             store_.set(application, section, key, value);
     } catch (const common::Error& error) {

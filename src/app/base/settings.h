@@ -8,16 +8,15 @@
 
 namespace cuedrill::app {
 
-/// The program's own settings, which outlive a course: application "CUEDRILL", section "general".
+/// The program's own settings, independent of a course: application "CUEDRILL", section "general".
 class Settings {
 public:
     Settings(platform::SettingsStore& store, TraceLog& trace) : store_(store), trace_(trace) {}
 
-    /// The stored text; "" when the key is absent or cannot be read.
+    /// The stored text; "" if the key is absent or cannot be read.
     [[nodiscard]] std::string get_setting(std::string_view key) const;
 
-    /// Stores `value`, unless that is what is stored already. A store that cannot be written is noted in the trace and
-    /// stops nothing.
+    /// Stores `value` if it differs from the stored text. A failure to write is only noted in the trace.
     void save_setting(std::string_view key, std::string_view value);
 
 private:

@@ -37,7 +37,7 @@ void TraceLog::write_trace(std::string_view message)
     if (written)
         return;
 
-    // Off before the box opens: timers that tick behind it write traces too, and must not open a second one.
+    // Off before the box opens: timers keep ticking behind it and write traces, too, which must not open a second box.
     enabled_ = false;
     platform::MessageBox box;
     box.text = "Trace file too large. Please delete it (" + path_ + ")";

@@ -7,7 +7,7 @@
 namespace cuedrill::app {
 namespace {
 
-/// Inner size that every captioned window has, in twips; what the platform grants beyond it is frame.
+/// Inner height of every window with a title bar, in twips; the rest of its outer height is frame.
 constexpr common::Twips inner_height = 405;
 constexpr common::Twips inner_width = 120;
 
@@ -28,7 +28,7 @@ bool StartRoutine::run(std::string command_line)
     dead_times_.init_dead_time_array();
     trace_.write_trace("sub main -  return form init_dead_time_array");
     strip_quotes(command_line);
-    // A path that is remembered must lead to the course from any folder.
+    // Absolute, because the remembered path must work from any working folder.
     course_.db_path = files_.absolute(command_line);
     frame_ = measure_frame(form2_);
     return opener_.apertura_db();

@@ -16,15 +16,15 @@ namespace cuedrill::app {
 struct FrameAllowances {
     common::Int16 height = 0;
     common::Int16 width = 0;
-    common::Int16 minimal_height = 0; ///< of a captioned window
+    common::Int16 minimal_height = 0; ///< of a window with a title bar
     common::Int16 minimal_width = 0;
 };
 
-/// What the smallest window with a title bar has beyond its inner size.
-/// @throws common::OverflowError when the platform grants a size beyond 16 bits.
+/// Measures the frame: outer minus inner size of the smallest window with a title bar.
+/// @throws common::OverflowError when a size does not fit 16 bits.
 FrameAllowances measure_frame(const platform::DialogHost& form2);
 
-/// Brings the program up: prepares what lives as long as it does and opens the first course.
+/// The start routine: sets up what lives as long as the program and opens the first course.
 class StartRoutine {
 public:
     StartRoutine(store::Course& course, drill::CourseOpener& opener, scheduler::DeadTimes& dead_times,
@@ -33,12 +33,12 @@ public:
     {
     }
 
-    /// @param command_line everything that follows the program's name: the path of a course, or nothing.
-    /// @return false when no course is open; the program then ends at once.
-    /// @throws common::ProgramEnded when the program was ended on the way.
+    /// @param command_line everything after the program's name: the path of a course, or empty.
+    /// @return false if no course is open; the program then ends at once.
+    /// @throws common::ProgramEnded when the program was ended meanwhile.
     bool run(std::string command_line);
 
-    /// What the last `run` measured.
+    /// The result of the last `run`.
     [[nodiscard]] const FrameAllowances& frame_allowances() const { return frame_; }
 
 private:

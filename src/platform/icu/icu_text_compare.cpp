@@ -13,15 +13,15 @@
 namespace cuedrill::platform::icu {
 namespace {
 
-/// Counts changes of the rules in this file: a course whose indexes were built under another number is sorted anew.
+/// Increase when the rules in this file change: a course whose indexes were built under another number is reindexed.
 constexpr std::uint8_t rules_revision = 1;
 
 constexpr const char* course_locale = "en_GB";
 
-/// ICU counts in 32 bits, and a folded or UTF-16 text may take some times the bytes of its source.
+/// ICU counts in 32 bits, and a folded or UTF-16 text may be several times as long as its source in bytes.
 constexpr std::size_t longest_text = std::size_t{1} << 28U;
 
-/// U+FFFD has three bytes, and no folding needs more for a byte of its source.
+/// U+FFFD takes three bytes, and no case folding needs more per source byte.
 constexpr std::size_t folded_bytes_per_byte = 3;
 
 void check(UErrorCode code, const char* doing)
@@ -37,7 +37,7 @@ std::int32_t checked_length(std::string_view text)
     return static_cast<std::int32_t>(text.size());
 }
 
-/// A text in simple case folding. Compared texts are fields of a record, so nearly all fit the buffer on the stack:
+/// A text after simple case folding. Compared texts are fields of a record, so nearly all fit the stack buffer;
 /// building an index folds a million of them.
 class FoldedText {
 public:
@@ -49,7 +49,7 @@ public:
             begin_ = heap_.data();
         }
         const auto* const source = reinterpret_cast<const std::uint8_t*>(text.data());
-        // Not the members: after each byte that is written, the compiler would have to read them again.
+        // Local copies of the members: otherwise the compiler reloads the members after each byte written.
         auto* const target = reinterpret_cast<std::uint8_t*>(begin_);
         std::size_t size = 0;
         for (std::int32_t at = 0; at < length;) {
@@ -73,7 +73,7 @@ public:
     [[nodiscard]] std::string_view view() const { return {begin_, size_}; }
 
 private:
-    // Left uninitialised: clearing it would cost more than folding a typical text.
+    // Left uninitialised: clearing it costs more than folding a typical text.
     std::array<char, 1536> stack_; // NOLINT(cppcoreguidelines-pro-type-member-init)
     std::string heap_;
     char* begin_ = stack_.data();
@@ -90,7 +90,7 @@ bool is_ascii(std::string_view text)
     return std::all_of(text.begin(), text.end(), [](char c) { return is_ascii(c); });
 }
 
-/// `c` in small letters, where it is one of ASCII.
+/// `c` in lower case if it is an ASCII letter.
 char small_ascii(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
@@ -120,8 +120,8 @@ std::string to_utf8(std::u16string_view text)
     return result;
 }
 
-/// The result of an ICU function (target, its capacity, status; gives the length it needs), called again with the
-/// length it asked for when its first guess, that of the source, was too short.
+/// The result of an ICU function that takes a target, its capacity and a status, and returns the length it needs. Tries
+/// the source's length first and calls again with the returned length if that was too short.
 template <typename Function>
 std::u16string transformed(std::size_t length, const char* doing, Function function)
 {
@@ -163,7 +163,7 @@ std::uint32_t order_version_of(const UCollator* collator, const std::string& loc
     digest.add(version);
     ucol_getUCAVersion(collator, version);
     digest.add(version);
-    // The folding follows the character data, not the collation data.
+    // Case folding depends on the character data, not on the collation data.
     u_getUnicodeVersion(version);
     digest.add(version);
     return digest.value();
@@ -171,7 +171,7 @@ std::uint32_t order_version_of(const UCollator* collator, const std::string& loc
 
 } // namespace
 
-/// Owns ICU's collator. Comparing does not change it, so it may be shared between threads.
+/// Owns ICU's collator. Comparing does not change it, so threads may share it.
 struct IcuTextCompare::Collator {
     explicit Collator(const std::string& locale)
     {
@@ -198,8 +198,8 @@ IcuTextCompare::IcuTextCompare(const std::string& locale)
 
 IcuTextCompare::~IcuTextCompare() = default;
 
-/// Most texts differ in a character of ASCII, and then nothing has to be folded: what stands before is the same, so
-/// both characters begin at the same place.
+/// Most texts differ in an ASCII character, and then nothing has to be folded: the texts before it are identical, so
+/// both characters begin at the same offset.
 bool IcuTextCompare::equal(std::string_view a, std::string_view b) const
 {
     const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(),
@@ -217,7 +217,7 @@ int IcuTextCompare::compare(std::string_view a, std::string_view b) const
     const FoldedText folded_b(b);
     const std::string_view x = folded_a.view();
     const std::string_view y = folded_b.view();
-    // The bytes of UTF-8 sort as its code points do.
+    // UTF-8 bytes sort in the same order as code points.
     const int by_code_point = x.compare(y);
     if (by_code_point == 0)
         return 0;

@@ -9,15 +9,14 @@
 
 namespace cuedrill::platform::icu {
 
-/// Text comparison by ICU: simple case folding and the collator of English (United Kingdom), tertiary strength.
-/// The const functions may be called from several threads at once; they throw common::Error for a text of more than a
-/// quarter of a gigabyte.
+/// Text comparison by ICU: simple case folding and the collator of English (United Kingdom), tertiary strength. The
+/// const functions are thread-safe; they throw common::Error for a text longer than a quarter of a gigabyte.
 class IcuTextCompare : public TextCompare {
 public:
     /// @throws common::Error when ICU or its data are not usable.
     IcuTextCompare();
 
-    /// The alphabetical order of another locale; courses always use that of the other constructor.
+    /// Uses the alphabetical order of another locale. Courses always use the other constructor.
     /// @throws common::Error when ICU cannot provide it.
     explicit IcuTextCompare(const std::string& locale);
 

@@ -56,14 +56,14 @@ public:
     [[nodiscard]] QAccessibleInterface* table() const override { return parent(); }
 
 private:
-    /// The list; nothing when it, or the line, is no longer there.
+    /// The list; null if it, or this line, no longer exists.
     [[nodiscard]] LineView* view() const
     {
         LineView* const present = view_.data();
         return present != nullptr && row_ < present->lines().rowCount() ? present : nullptr;
     }
 
-    /// In the viewport.
+    /// In viewport coordinates.
     [[nodiscard]] QRect place_in(const LineView& list) const { return list.visualRect(list.lines().index(row_)); }
 
     QPointer<LineView> view_;
@@ -104,7 +104,7 @@ void AccessibleLine::doAction(const QString& name)
     if (list == nullptr || !list->isEnabled() || !list->isVisible())
         return;
     if (name == pressAction()) {
-        // Later, because a box may open: assistive technology waits for the answer to its request meanwhile.
+        // Queued, because choosing may open a modal box, and assistive technology blocks until its request is answered.
         QMetaObject::invokeMethod(
             list, [list, row = row_] { list->choose(row); }, Qt::QueuedConnection);
     } else if (name == setFocusAction()) {
@@ -113,9 +113,9 @@ void AccessibleLine::doAction(const QString& name)
     }
 }
 
-/// The list. Its lines are made when they are asked for: there may be many, of which few are ever looked at. Being a
-/// table with one column too, it tells assistive technology that it manages its lines, so that nobody walks through
-/// them all to know what stands on the screen, or keeps them.
+/// The list. Its lines are created on demand: there may be many, and few are ever looked at. It also presents itself as
+/// a table with one column; this tells assistive technology that the list manages its descendants, so clients do not
+/// walk through all lines or cache them.
 class AccessibleLines : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
     explicit AccessibleLines(LineView& view) : QAccessibleWidget(&view, QAccessible::List), view_(view)
@@ -175,11 +175,11 @@ public:
     bool unselectColumn(int /*column*/) override { return false; }
     void modelChange(QAccessibleTableModelChangeEvent* /*event*/) override
     {
-        // The lines are forgotten when the model itself tells of its change, also while nobody listens.
+        // Nothing to do: the list forgets its lines on the model's own signals, which come even if no client listens.
     }
 
 private:
-    /// -1 without a current line.
+    /// -1 if no line is current.
     [[nodiscard]] int current_row() const { return view_.currentIndex().row(); }
 
     void forget_lines()
@@ -206,7 +206,7 @@ QAccessibleInterface* AccessibleLines::child(int index) const
     return line;
 }
 
-/// Makes the line current; to choose it takes its action.
+/// Makes the line current. Choosing it takes the line's own action.
 bool AccessibleLines::selectRow(int row)
 {
     if (row < 0 || row >= childCount() || !view_.isEnabled())
@@ -225,7 +225,7 @@ QAccessibleInterface* make_interface(const QString& /*class_name*/, QObject* obj
 
 void make_lines_accessible()
 {
-    QAccessible::installFactory(make_interface); // once, however often it is called
+    QAccessible::installFactory(make_interface); // once, however often this function is called
 }
 
 } // namespace cuedrill::platform::qt

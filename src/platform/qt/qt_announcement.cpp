@@ -29,7 +29,7 @@ QAccessibleInterface* make_interface(const QString& /*class_name*/, QObject* obj
 QLabel* make_announcement(QWidget& window, const char* name)
 {
     auto* const label = new QLabel(&window);
-    // First of all: whatever is told of the label settles what it is presented as.
+    // Must come first: the first accessibility event of the label fixes its role.
     make_notification(*label);
     label->setObjectName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
@@ -44,7 +44,7 @@ QLabel* make_announcement(QWidget& window, const char* name)
 void make_notification(QLabel& label)
 {
     label.setProperty(mark, true);
-    QAccessible::installFactory(make_interface); // once, however often it is called
+    QAccessible::installFactory(make_interface); // once, however often this function is called
 }
 
 void announce(QLabel& label)

@@ -9,25 +9,25 @@ class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// Presents `label` to assistive technology as a notification, of which screen readers tell at once, instead of as a
-/// label, which they read only on demand. To be called before the label is first shown.
+/// Presents `label` to assistive technology as a notification, which screen readers announce at once, instead of a
+/// label, which they read only on demand. Call it before the label is first shown.
 void make_notification(QLabel& label);
 
-/// Tells assistive technology that the notification `label` has something new to say.
+/// Tells assistive technology that the notification `label` has new text.
 void announce(QLabel& label);
 
-/// Notifications that take no room in their window, for what is only to be told. Assistive technology learns that there
-/// is one and asks for its text later, so each text stays while the next one is told.
+/// Zero-size notifications for announcements without a visible text. Assistive technology hears of an announcement
+/// first and asks for its text later, so two labels take turns: each text stays while the next one is announced.
 class QtAnnouncer {
 public:
-    /// @param tell tells that a label has something new to say.
+    /// @param tell announces a label; a parameter for tests.
     explicit QtAnnouncer(QWidget& window, std::function<void(QLabel&)> tell = qt::announce);
 
-    /// Has assistive technology tell `text`, also when it is the same as the last one. Nothing to be told is not told.
+    /// Has assistive technology announce `text`, even if it equals the last one. Does nothing for an empty text.
     void tell(const QString& text);
 
 private:
-    std::array<QLabel*, 2> labels_; ///< the one that is next comes first
+    std::array<QLabel*, 2> labels_; ///< the next one to use comes first
     std::function<void(QLabel&)> tell_;
 };
 

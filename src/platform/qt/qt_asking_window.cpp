@@ -7,7 +7,7 @@ namespace cuedrill::platform::qt {
 void AskingWindow::show_in_front()
 {
     show();
-    // Otherwise the focus is drawn only from the first Tab on; but where Enter will go must be seen from the start.
+    // By default the focus is drawn only after the first Tab, but the target of Enter must be visible from the start.
     setAttribute(Qt::WA_KeyboardFocusChange);
     raise();
     activateWindow();

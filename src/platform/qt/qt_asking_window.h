@@ -5,12 +5,12 @@
 
 namespace cuedrill::platform::qt {
 
-/// A top-level window that leaves it to others whether it closes.
+/// A top-level window that asks a hook whether it may close.
 class AskingWindow : public QMainWindow {
 public:
     std::function<void()> close_asked;
 
-    /// Shows the window before all others, with the keyboard.
+    /// Shows the window, brings it to the front and gives it the keyboard focus.
     void show_in_front();
 
 protected:

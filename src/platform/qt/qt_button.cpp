@@ -13,7 +13,7 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-// Beside the caption, both sides together.
+// Left and right of the caption together, in pixels.
 constexpr int padding = 6;
 
 std::optional<MouseButton> from_qt(Qt::MouseButton button)
@@ -30,7 +30,7 @@ std::optional<MouseButton> from_qt(Qt::MouseButton button)
     }
 }
 
-/// Presses that follow each other faster belong to one gesture, in milliseconds.
+/// Time limit in milliseconds: presses in faster succession count as one gesture.
 quint64 several_clicks_ms()
 {
     return static_cast<quint64>(QApplication::doubleClickInterval());
@@ -58,7 +58,7 @@ QSize PressButton::sizeHint() const
 
 QSize PressButton::minimumSizeHint() const
 {
-    // In a window that is too narrow all buttons of a row become narrower, instead of covering each other.
+    // If the window is too narrow, all buttons of a row shrink instead of covering each other.
     const QSize hint = QPushButton::minimumSizeHint();
     return {asked_width_ ? padding : hint.width(), hint.height()};
 }
@@ -106,8 +106,8 @@ QtButton::QtButton(const char* name, QtActionGate& gate, Kind kind, PressButton&
 
 void QtButton::clicked()
 {
-    // A box that opens while a button of the mouse is down takes away the news that it came up; a click, which is
-    // always one of the left button or of the keyboard, is then the time to tell it.
+    // A box that opens while a mouse button is down swallows the release event. A click is always of the left button or
+    // the keyboard, so report the missed release of the other buttons now.
     for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton}) {
         if (down_.testFlag(other) && !QGuiApplication::mouseButtons().testFlag(other))
             mouse_came_up(other);
@@ -157,7 +157,8 @@ void QtButton::show_caption()
     const QString caption = to_qt(caption_);
     button_.setText(access_letter_shown_ ? caption : without_access_key(caption));
     if (kind_ == Kind::toolbar) {
-        // The toolkit would press the button later, and again while the key is held.
+        // The toolkit presses the button later than the window's keys, and again on auto-repeat; so remove its
+        // shortcut.
         button_.setShortcut(QKeySequence());
         place();
     }
@@ -207,7 +208,7 @@ void QtButton::place()
         button_.ask_for_width(to_pixels(width()));
         return;
     }
-    // Both edges are rounded by themselves, so that equal gaps in twips stay equal to the eye.
+    // Each edge is rounded on its own, so that gaps equal in twips look equal.
     const int left = to_pixels(left_);
     const int right = to_pixels(left_ + width());
     const QWidget* container = button_.parentWidget();

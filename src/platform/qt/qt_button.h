@@ -9,17 +9,18 @@
 
 namespace cuedrill::platform::qt {
 
-/// A push button that tells when a button of the mouse goes down on it, before it acts on that, and when it comes up
-/// again, after it has acted.
+/// A push button that reports mouse buttons: going down on it, before it acts on that, and coming up, after it has
+/// acted.
 class PressButton : public QPushButton {
 public:
     std::function<void(Qt::MouseButton)> mouse_down;
     std::function<void(Qt::MouseButton)> mouse_up;
 
-    /// The width, in pixels, that the caption just needs.
+    /// The width, in pixels, that just fits the caption.
     [[nodiscard]] int needed_width() const;
 
-    /// Asks the layout for this width, in pixels, instead of the style's own. It gives less where there is no room.
+    /// Requests this width, in pixels, from the layout instead of the style's default. The layout gives less if there
+    /// is no room.
     void ask_for_width(int width);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -28,20 +29,20 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    /// Does nothing: the second press of a double click must not answer what the first one has just asked. Nor do the
-    /// presses that follow it as fast; the toolkit takes the third one for a single press again.
+    /// Does nothing: the second press of a double click must not answer what the first one has just asked. Further
+    /// presses in fast succession are ignored, too; the toolkit reports the third one as a single press.
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
     std::optional<int> asked_width_;
-    std::optional<quint64> last_of_several_; ///< when the button of the mouse last went down in such a row
+    std::optional<quint64> last_of_several_; ///< when a mouse button last went down in fast succession
 };
 
 class QtButton final : public QtControl<Button> {
 public:
     enum class Kind {
-        placed, ///< stands where the logic puts it, as high as the widget it stands in
-        toolbar ///< stands in a row, where the layout puts it. A click leaves the keyboard focus where it is
+        placed, ///< positioned by the logic, as high as its parent widget
+        toolbar ///< positioned by the layout in a row; a click does not move the keyboard focus
     };
 
     QtButton(const char* name, QtActionGate& gate, Kind kind = Kind::placed);

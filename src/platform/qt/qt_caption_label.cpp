@@ -13,7 +13,7 @@ namespace cuedrill::platform::qt {
 namespace {
 
 constexpr int padding = 6;
-// A long text must neither widen the window nor push its neighbours away.
+// A long text must neither widen the window nor squeeze the widgets next to it.
 constexpr int widest_hint_in_characters = 28;
 
 } // namespace

@@ -5,13 +5,13 @@
 
 namespace cuedrill::platform::qt {
 
-/// A label of one line: plain text that ends in an ellipsis where there is no room for all of it, which the tool tip
-/// then shows. A background of its own is drawn with round corners.
+/// A one-line label with plain text. If the text does not fit, it ends in an ellipsis and the tool tip shows it all. A
+/// background of its own is drawn with rounded corners.
 class CaptionLabel : public QLabel {
 public:
     enum class Tone {
         plain,
-        quiet ///< stands back behind plain text
+        quiet ///< less prominent than plain text
     };
 
     explicit CaptionLabel(Tone tone = Tone::plain);
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
-    /// The text as it is drawn in the present width.
+    /// The text as drawn at the current width.
     [[nodiscard]] QString shown_text() const;
 
 protected:

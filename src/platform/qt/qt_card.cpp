@@ -10,7 +10,7 @@ namespace cuedrill::platform::qt {
 
 void Card::surround(QWidget& content)
 {
-    // Wide enough that the square corners of the content stay inside the round ones of the card.
+    // In pixels: keeps the square corners of the content inside the rounded ones of the card.
     constexpr int inset = 3;
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(inset, inset, inset, inset);

@@ -4,13 +4,13 @@
 
 namespace cuedrill::platform::qt {
 
-/// A surface with a hairline and round corners. A card around a text box takes the box's background and shows by its
-/// line that the box has the focus.
+/// A surface with a hairline border and rounded corners. A card around a text box takes the box's background, and its
+/// border shows the focus of the box.
 class Card : public QWidget {
 public:
     Card() = default;
 
-    /// Puts `content` into the card. Its background becomes the card's, and the card is visible when it is.
+    /// Puts `content` into the card. The card takes over its background and its visibility.
     void surround(QWidget& content);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -30,7 +30,7 @@ void offer_help(QWidget& widget, Ask ask)
 QtContextHelp::QtContextHelp(QWidget& window, QtActionGate& gate, std::function<void()> general)
     : window_(window), gate_(gate), general_(std::move(general))
 {
-    // Only here the events of disabled widgets can be seen.
+    // Only a filter on the application sees events of disabled widgets.
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -53,8 +53,8 @@ bool QtContextHelp::eventFilter(QObject* watched, QEvent* event)
     }
 }
 
-/// The widget for which the event is meant. What the user does comes to the window's handle first and must be held back
-/// there: on the way to a widget the toolkit already moves the focus. Events made by a program come to the widget only.
+/// The widget that the event is meant for. Real mouse events reach the window's handle first and must be intercepted
+/// there, because the toolkit moves the focus before a widget gets them. Synthetic events go to the widget directly.
 QWidget* QtContextHelp::aimed_at(QObject& watched, const QMouseEvent& event) const
 {
     if (&watched == window_.windowHandle())
@@ -62,7 +62,7 @@ QWidget* QtContextHelp::aimed_at(QObject& watched, const QMouseEvent& event) con
     return qobject_cast<QWidget*>(&watched);
 }
 
-/// `widget`, or the nearest widget around it, that offers help; none when there is none.
+/// `widget` or its nearest ancestor that offers help; null if there is none.
 QWidget* QtContextHelp::helpful(QWidget* widget) const
 {
     if (widget == nullptr || widget->window() != &window_)
@@ -83,16 +83,16 @@ bool QtContextHelp::filter_mouse(QObject& watched, const QMouseEvent& event)
         return false;
     if (event.type() == QEvent::MouseButtonRelease)
         return filter_release(watched, event);
-    // A click beside an open menu closes the menu and no more.
+    // A click outside an open menu only closes the menu.
     const bool asks = event.modifiers().testFlag(Qt::ShiftModifier) && QApplication::activePopupWidget() == nullptr;
     QWidget* const widget = asks ? helpful(aimed_at(watched, event)) : nullptr;
     pressed_ = widget != nullptr;
-    // At the window's handle the second press of a double click comes as a press and then as a double click.
+    // At the window's handle, the second press of a double click arrives as a press and then as a double click.
     asked_ = event.type() == QEvent::MouseButtonPress ? widget : nullptr;
     return pressed_;
 }
 
-/// Asks only now, because a box that opens while the button is down takes the release away.
+/// Asks on release, because a box that opens while the button is down would swallow the release event.
 bool QtContextHelp::filter_release(QObject& watched, const QMouseEvent& event)
 {
     if (!std::exchange(pressed_, false))
@@ -117,8 +117,8 @@ bool QtContextHelp::filter_key(const QObject& watched, const QKeyEvent& event)
     return true;
 }
 
-/// Over a disabled widget the toolkit shows the pointer of what is around it. It chooses the pointer just after it has
-/// told that the pointer has come in, and just before it tells that a widget has been disabled or enabled.
+/// Over a disabled widget the toolkit shows the pointer of its parent. It chooses the pointer just after it sends
+/// Enter, and just before it reports that a widget was enabled or disabled.
 void QtContextHelp::note_pointer(QObject& watched, QEvent::Type type)
 {
     auto* const widget = qobject_cast<QWidget*>(&watched);

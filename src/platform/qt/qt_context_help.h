@@ -13,15 +13,15 @@ class QMouseEvent;
 
 namespace cuedrill::platform::qt {
 
-/// Has the QtContextHelp of the window in which `widget` stands call `ask` when the user asks what `widget` is for, and
-/// makes the pointer over it an upright arrow.
+/// Registers `ask` with the QtContextHelp of the window of `widget`, to be called when the user asks for help on
+/// `widget`. The pointer over it becomes an upright arrow.
 void offer_help(QWidget& widget, std::function<void()> ask);
 
-/// Gives the help that the widgets of one window offer. The user asks for it with Shift and a click of the left button
-/// on the widget, which may be disabled, or with F1 while it has the focus; the widget and the focus notice nothing.
+/// Context help for the widgets of one window. The user asks with Shift and a left click on the widget, even a disabled
+/// one, or with F1 while it has the focus. The widget does not see these events, and the focus stays.
 class QtContextHelp : public QObject {
 public:
-    /// @param general is called where the control with the focus offers no help.
+    /// @param general called if the control with the focus offers no help.
     QtContextHelp(QWidget& window, QtActionGate& gate, std::function<void()> general);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -39,9 +39,9 @@ private:
     QWidget& window_;
     QtActionGate& gate_;
     std::function<void()> general_;
-    bool pressed_ = false;        ///< the left button went down for help and is not up yet
-    QPointer<QWidget> asked_{};   ///< the widget on which it went down; none for the second press of a double click
-    QPointer<QWidget> pointed_{}; ///< the widget with help over which the pointer stands
+    bool pressed_ = false;        ///< the left button went down for help and has not come up yet
+    QPointer<QWidget> asked_{};   ///< the widget on which it went down; null for the second press of a double click
+    QPointer<QWidget> pointed_{}; ///< the widget with help under the pointer
 };
 
 } // namespace cuedrill::platform::qt

@@ -8,8 +8,8 @@
 
 namespace cuedrill::platform::qt {
 
-/// What the adapters of all controls that are widgets have in common. The widget belongs to the layout it is put into
-/// and must outlive the adapter's last use.
+/// Base of the adapters of all controls that are widgets. The layout that the widget is put into owns it; the widget
+/// must outlive the adapter's last use.
 template <typename Interface>
 class QtControl : public Interface {
 public:
@@ -32,7 +32,7 @@ public:
 protected:
     QtControl(QWidget& widget, const char* name) : base_(widget) { base_.setObjectName(QString::fromLatin1(name)); }
 
-    /// Whether the widget has the focus of its window, be that the active one or not.
+    /// Whether the widget has the focus within its window, even if that window is not active.
     [[nodiscard]] bool holds_focus() const
     {
         return base_.isVisibleTo(base_.window()) && base_.window()->focusWidget() == &base_;
@@ -40,7 +40,7 @@ protected:
 
 private:
     QWidget& base_;
-    // Kept here, because a widget answers for its parents too.
+    // Stored here, because a widget's isVisible() depends on its parents, too.
     bool visible_ = true;
     bool enabled_ = true;
 };

@@ -30,7 +30,7 @@ namespace {
 
 constexpr auto program_title = "CUEDRILL";
 
-/// The pointer is the normal one while an object of this class lives, whatever work waits behind.
+/// Shows the normal pointer while an object of this class lives, even if the busy pointer is set.
 class NormalPointer {
 public:
     NormalPointer() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
@@ -39,7 +39,7 @@ public:
     ~NormalPointer() { QGuiApplication::restoreOverrideCursor(); }
 };
 
-/// Cuts a text after so many code points. A line edit's own limit counts characters beyond U+FFFF twice.
+/// Limits a text to a number of code points. A line edit's own limit counts characters beyond U+FFFF twice.
 class LongestText : public QValidator {
 public:
     LongestText(QObject* parent, int longest) : QValidator(parent), longest_(longest) {}
@@ -58,8 +58,8 @@ private:
     int longest_;
 };
 
-/// A message box that a letter does not answer. The toolkit takes a bare "y" for Yes, also where it was meant as the
-/// next letter of a text, when a box has come in between.
+/// A message box that ignores letters. The toolkit takes a bare "y" for Yes, even if the user was typing text when the
+/// box appeared.
 class AnsweredBox : public QMessageBox {
 public:
     AnsweredBox(QWidget* parent, bool must_be_answered) : QMessageBox(parent), must_be_answered_(must_be_answered)
@@ -91,7 +91,7 @@ private:
     bool must_be_answered_;
 };
 
-/// The window over which a box appears; null when none is shown.
+/// The window over which a box appears; null if none is visible.
 QWidget* window_in_front()
 {
     if (QWidget* active = QApplication::activeWindow())
@@ -171,7 +171,7 @@ void set_buttons(QMessageBox& widget, const MessageBox& box)
     }
 }
 
-/// The width of the widest piece of a text between separators.
+/// Width, in pixels, of the widest piece of a text between separators.
 int widest_piece(const QString& text, const char* separator, const QFontMetrics& metrics)
 {
     int widest = 0;
@@ -180,10 +180,10 @@ int widest_piece(const QString& text, const char* separator, const QFontMetrics&
     return widest;
 }
 
-/// Makes the box wide enough for a long word, which is never broken, as far as the screen allows.
+/// Widens the box for a long word, which is never broken, as far as the screen allows.
 void make_room_for_words(QMessageBox& widget, QLabel& label, const QString& text)
 {
-    constexpr int usual_width = 480; // more is left to the toolkit only for words that it does not cut
+    constexpr int usual_width = 480; // the toolkit exceeds this only for words that it cannot break
     constexpr int long_word = 300;
     QFont bold = label.font();
     bold.setBold(true); // as marked words are
@@ -196,13 +196,13 @@ void make_room_for_words(QMessageBox& widget, QLabel& label, const QString& text
     label.setMinimumWidth(std::min(std::max(word, line), widget.screen()->availableGeometry().width() * 3 / 4));
 }
 
-/// Plain text, unless parts of it are marked. It can be read with the keyboard.
+/// Shows plain text, or markup if parts of it are marked. The text can be read with the keyboard.
 void show_text(QMessageBox& widget, const MessageBox& box)
 {
     widget.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* const label = widget.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (label != nullptr) {
-        label->setFocusPolicy(Qt::StrongFocus); // as it comes, only a click leads to it
+        label->setFocusPolicy(Qt::StrongFocus); // by default only a click focuses it
         make_room_for_words(widget, *label, to_qt(box.text));
     }
     if (box.marked.empty()) {
@@ -216,7 +216,7 @@ void show_text(QMessageBox& widget, const MessageBox& box)
         label->setAccessibleName(to_qt(box.text));
 }
 
-/// Makes the prompt plain text: as it comes, it takes markup, and "&" for the mark of an access letter.
+/// Makes the prompt plain text; by default it accepts markup and treats "&" as an access letter.
 void make_prompt_plain(QInputDialog& widget)
 {
     for (QLabel* label : widget.findChildren<QLabel*>()) {
@@ -227,13 +227,13 @@ void make_prompt_plain(QInputDialog& widget)
     }
 }
 
-/// The toolkit would keep details behind a button of their own; here they are what the box is about.
+/// The toolkit hides details behind a button; here they are the main content of the box.
 void show_details(QMessageBox& widget, const MessageBox& box)
 {
     auto* const grid = qobject_cast<QGridLayout*>(widget.layout());
     auto* const text = new QPlainTextEdit(to_qt(box.details), &widget);
     text->setReadOnly(true);
-    // As it comes, a text that is read-only has no caret, so neither the keyboard nor a screen reader gets through it.
+    // By default read-only text has no cursor, so neither the keyboard nor a screen reader can move through it.
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     text->setTabChangesFocus(true);
     text->setAccessibleName(to_qt(box.text));
@@ -272,7 +272,7 @@ std::optional<std::string> QtDesktop::input_box(const InputBox& box)
     widget.setTextValue(to_qt(box.default_text));
     if (run_modal(widget) != QDialog::Accepted)
         return std::nullopt;
-    // A clipboard may hold zeros, which would end the text for whoever reads it as one in C.
+    // A clipboard may contain NUL characters, which would end the text for code that reads it as a C string.
     return from_qt(widget.textValue().remove(QChar(QChar::Null)));
 }
 
@@ -317,7 +317,7 @@ ChosenFile QtDesktop::choose_file(OneFileDialog& widget, const FileDialog& dialo
 void QtDesktop::pump()
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    // What the events changed is laid out and painted now, not at the next turn of the event loop.
+    // Applies layout changes and repaints now instead of at the next turn of the event loop.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
     throw_if_ending();

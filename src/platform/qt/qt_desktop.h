@@ -13,7 +13,7 @@ class QtDialogHost;
 
 class QtDesktop final : public Desktop {
 public:
-    /// @param host lends its place to the file dialog while no other window is shown.
+    /// @param host parent of the file dialog while no other window is visible.
     QtDesktop(QtGuard& guard, const QtDialogHost& host) : guard_(guard), host_(host) {}
 
     BoxAnswer message_box(const MessageBox& box) override;
@@ -22,12 +22,12 @@ public:
     ChosenFile save_file_dialog(const FileDialog& dialog) override;
     void pump() override;
     void beep() override;
-    /// Calls nest: the pointer is normal again after as many calls for it as there were for the busy one.
+    /// Calls nest: the pointer is normal again after as many calls for the normal pointer as for the busy one.
     void set_pointer(Pointer pointer) override;
 
 private:
     ChosenFile choose_file(OneFileDialog& widget, const FileDialog& dialog);
-    /// The window over which a file dialog appears; null when there is none.
+    /// The parent window of a file dialog; null if there is none.
     [[nodiscard]] QWidget* file_dialog_parent() const;
     int run_modal(QDialog& dialog);
     void throw_if_ending() const;

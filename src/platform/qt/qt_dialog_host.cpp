@@ -23,7 +23,7 @@ int both_frame_edges()
 
 QSize least_size()
 {
-    // A title bar holds at least the window's sign and three buttons, each about as wide as the bar is high.
+    // A title bar holds at least the window's icon and three buttons, each about as wide as the bar is high.
     return {4 * title_bar_height() + both_frame_edges(), title_bar_height() + both_frame_edges()};
 }
 

@@ -8,7 +8,7 @@ class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// Form2: a window that is never shown. It lends its place to the file dialog.
+/// Form2: a window that is never visible. It is the parent of the file dialog.
 class QtDialogHost final : public DialogHost {
 public:
     QtDialogHost();
@@ -19,7 +19,7 @@ public:
     void load() override;
     void unload() override;
 
-    /// The loaded window; null while it is not loaded.
+    /// The loaded window; null if it is not loaded.
     [[nodiscard]] QWidget* widget() const { return window_.get(); }
 
 private:

@@ -6,7 +6,7 @@
 
 namespace cuedrill::platform::qt {
 
-/// Tells of the events of a widget before the widget gets them. It stops telling when it is destroyed.
+/// Reports the events of an object before it gets them, until the watcher is destroyed.
 class EventWatcher : public QObject {
 public:
     EventWatcher(QObject& watched, std::function<void(QEvent::Type)> told) : told_(std::move(told))

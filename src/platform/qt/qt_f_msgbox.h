@@ -9,7 +9,7 @@
 
 namespace cuedrill::platform::qt {
 
-/// The message window. Its text can be copied, but not changed; long lines are scrolled to.
+/// The message window. Its text is read-only and can be copied; long lines scroll.
 class QtFMsgbox {
 public:
     /// @param main_window must outlive this object.

@@ -21,13 +21,13 @@ bool has_quotes(const QString& name)
 
 OneFileDialog::OneFileDialog(QWidget* parent) : QFileDialog(parent)
 {
-    // The desktops' own dialogs for opening refuse the name of a file that is still to be created.
+    // The native "open" dialogs reject the name of a file that does not exist yet.
     setOption(QFileDialog::DontUseNativeDialog);
     setFileMode(QFileDialog::AnyFile);
     auto* const line = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     if (line == nullptr)
         return;
-    // The toolkit would select the file that it reads between the quotes, and write its name over the typed one.
+    // The toolkit would select the file named between the quotes and overwrite the typed name with it.
     disconnect(line, &QLineEdit::textChanged, this, nullptr);
     connect(line, &QLineEdit::textChanged, this, [this] { enable_button(); });
     connect(line, &QLineEdit::textEdited, this, [this] { forget_clicked_file(); });
@@ -43,7 +43,7 @@ void OneFileDialog::enable_button()
         button->setEnabled(!typed_name().isEmpty());
 }
 
-/// What is typed counts, so nothing else looks chosen.
+/// Clears the selection: the typed name counts, so no file must look selected.
 void OneFileDialog::forget_clicked_file()
 {
     if (auto* const files = findChild<QAbstractItemView*>(QStringLiteral("listView")))
@@ -56,7 +56,7 @@ QString OneFileDialog::typed_name() const
     return line != nullptr ? line->text() : QString();
 }
 
-/// With the default extension, as the toolkit adds it to other names.
+/// Full path, with the default extension added as the toolkit does for names without quotes.
 QString OneFileDialog::path_of(const QString& name) const
 {
     const QString path = directory().absoluteFilePath(name);
@@ -89,7 +89,7 @@ bool OneFileDialog::may_replace(const QString& path)
 {
     if (acceptMode() == AcceptOpen || !QFileInfo::exists(path))
         return true;
-    // The words of the toolkit's own question.
+    // The toolkit's own wording.
     const QString question = QFileDialog::tr("%1 already exists.\nDo you want to replace it?");
     return QMessageBox::warning(this, windowTitle(), question.arg(QFileInfo(path).fileName()),
                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;

@@ -4,13 +4,13 @@
 
 namespace cuedrill::platform::qt {
 
-/// The toolkit's dialog for the name of one file. What was typed or clicked is that name as it stands: the toolkit
-/// takes one with double quotes for a list of names.
+/// The toolkit's dialog for the name of one file. It takes the typed or clicked name literally, whereas the toolkit
+/// reads a name with double quotes as a list of names.
 class OneFileDialog : public QFileDialog {
 public:
     explicit OneFileDialog(QWidget* parent);
 
-    /// Full path of the file; empty before one was chosen.
+    /// Full path of the file; empty until one was chosen.
     [[nodiscard]] QString chosen_path() const;
 
 protected:
@@ -23,7 +23,7 @@ private:
     [[nodiscard]] QString path_of(const QString& name) const;
     [[nodiscard]] bool may_replace(const QString& path);
 
-    QString quoted_path_; ///< of a name with quotes
+    QString quoted_path_; ///< set for a name with quotes
 };
 
 } // namespace cuedrill::platform::qt

@@ -6,7 +6,7 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// The toolkit adds the patterns in round brackets itself.
+/// The toolkit appends the patterns in parentheses itself.
 QString without_pattern_in_brackets(QString description)
 {
     description = description.trimmed();
@@ -20,7 +20,7 @@ QString to_qt_patterns(const QString& patterns)
 {
     QStringList result;
     for (const QString& pattern : patterns.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
-        // By tradition "*.*" means all files; the toolkit would look for a point in the name.
+        // Traditionally "*.*" means all files; the toolkit would require a dot in the name.
         const QString trimmed = pattern.trimmed();
         result += trimmed == QLatin1String("*.*") ? QStringLiteral("*") : trimmed;
     }

@@ -5,8 +5,8 @@
 
 namespace cuedrill::platform::qt {
 
-/// The name filters of a file dialog for `filter`, pairs of a description and its patterns (separated by ";"), all
-/// separated by "|". A description without patterns is left out.
+/// Converts `filter` to the name filters of a file dialog. `filter` is pairs of a description and its patterns
+/// (separated by ";"), all separated by "|". A description without patterns is ignored.
 QStringList to_name_filters(std::string_view filter);
 
 } // namespace cuedrill::platform::qt

@@ -9,7 +9,7 @@ QtFocusHolder::QtFocusHolder(const char* name) : widget_(*new QWidget)
     widget_.setObjectName(QString::fromLatin1(name));
     widget_.resize(0, 0);
     widget_.setFocusPolicy(Qt::NoFocus);
-    // Assistive technology tells where the focus is, also here.
+    // Assistive technology announces the focus here, too, so the widget needs a name.
     widget_.setAccessibleName(QStringLiteral("Commands"));
 }
 

@@ -6,7 +6,7 @@ class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// A widget without size or picture, so that it is neither seen nor reached with Tab or the mouse.
+/// A widget of zero size, so that it is invisible and reached neither with Tab nor with the mouse.
 class QtFocusHolder final : public FocusHolder {
 public:
     explicit QtFocusHolder(const char* name);

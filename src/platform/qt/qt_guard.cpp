@@ -32,7 +32,7 @@ void QtGuard::end() noexcept
 
 void QtGuard::report(const std::exception& error) noexcept
 {
-    // While one error is on display, further ones (a timer that fails again with every tick) must not pile up boxes.
+    // While one error is displayed, further ones (a timer that fails at every tick) must not pile up boxes.
     if (reporting_ || !on_error) {
         std::fprintf(stderr, "cuedrill: %s\n", error.what());
         return;

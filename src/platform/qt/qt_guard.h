@@ -7,25 +7,25 @@ class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// Stands between the toolkit and the logic: every event reaches the logic through it, and nothing that the logic
-/// throws leaves it.
+/// The border between the toolkit and the logic: every event reaches the logic through it, and no exception of the
+/// logic gets past it.
 class QtGuard {
 public:
     QtGuard() = default;
     QtGuard(const QtGuard&) = delete;
     QtGuard& operator=(const QtGuard&) = delete;
 
-    /// Runs `handler`. common::ProgramEnded ends the program; any other exception goes to `on_error`. Once the program
-    /// is ending nothing is run any more.
+    /// Runs `handler`. common::ProgramEnded ends the program; any other exception is passed to `on_error`. Does nothing
+    /// once the program is ending.
     void run(const std::function<void()>& handler) noexcept;
 
-    /// Ends the program: all event loops, modal ones too, return with exit code 0.
+    /// Ends the program: all event loops, including modal ones, return with exit code 0.
     void end() noexcept;
 
-    /// Whether the program is ending. Who builds on a modal loop or on the pump asks this when it returns.
+    /// True once the program is ending. Check it after every nested event loop and after the pump.
     [[nodiscard]] bool ending() const { return ending_; }
 
-    /// Tells the user about an error that nobody expected. It may show boxes and may itself throw.
+    /// Reports an unexpected error to the user. It may show boxes and may itself throw.
     std::function<void(const std::exception&)> on_error;
 
 private:
@@ -35,15 +35,15 @@ private:
     bool reporting_ = false;
 };
 
-/// Lets one user action of a window run at a time: what arrives while another one is running, or while a modal box
-/// blocks the window, is dropped. The toolkit itself does not promise that: assistive technology presses buttons
-/// through a channel of its own, which neither the event pump nor a modal box holds back.
+/// Runs one user action of a window at a time: an action that arrives while another one is running, or while a modal
+/// box blocks the window, is dropped. The toolkit does not guarantee this: assistive technology presses buttons through
+/// a channel of its own, which neither the event pump nor a modal box holds back.
 class QtActionGate {
 public:
     QtActionGate(QtGuard& guard, const QWidget& window) : guard_(guard), window_(window) {}
 
     /// Runs `action` through the guard.
-    /// @return false when it was dropped.
+    /// @return false if it was dropped.
     bool run(const std::function<void()>& action) noexcept;
 
     [[nodiscard]] QtGuard& guard() { return guard_; }

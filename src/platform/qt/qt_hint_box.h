@@ -7,11 +7,11 @@
 
 namespace cuedrill::platform::qt {
 
-/// Shows its text in the system's fixed-pitch font. Dragging selects text to be copied; the caret is then where the
-/// selection begins, and it is where assistive technology has put it. The widget is to be put into a Card.
+/// Shows its text in the system's fixed-pitch font. Dragging selects text for copying; the cursor is then at the
+/// beginning of the selection. Assistive technology can move the cursor, too. Put the widget into a Card.
 class QtHintBox final : public QtControl<HintBox> {
 public:
-    /// @param gate the one of the window that the box stands in; so is `keys`.
+    /// @param gate, keys those of the window that contains the box.
     QtHintBox(const char* name, QtActionGate& gate, QtKeyFilter& keys);
 
     void set_text(std::string_view text) override;

@@ -21,8 +21,8 @@ constexpr QChar placeholder(1);
 
 void PlaceholderCells::set_font(const QFont& font)
 {
-    // A font has no glyph for the placeholder, or any. Other fonts are kept out, because theirs could be higher than
-    // the line; what the own one draws is made invisible and brought to the width of a cell.
+    // A font may or may not have a glyph for the placeholder. Font merging is off, because a glyph from another font
+    // could be higher than the line. Whatever this font draws is made invisible and brought to the width of a cell.
     QFont own = font;
     own.setStyleStrategy(QFont::NoFontMerging);
     const QFontMetricsF metrics(own);
@@ -70,7 +70,7 @@ std::optional<int> HintEdit::caret() const
 void HintEdit::doSetTextCursor(const QTextCursor& cursor)
 {
     QPlainTextEdit::doSetTextCursor(cursor);
-    // Assistive technology may put the caret where it already was, of which no signal tells.
+    // Assistive technology may put the cursor where it already is; no signal reports that.
     moved_ = true;
 }
 
@@ -121,12 +121,12 @@ void HintEdit::paintEvent(QPaintEvent* event)
     });
 }
 
-/// An open square that stands on the line, so that it is neither taken for a letter nor for a missing glyph.
+/// Draws an open square on the base line, so that it is not taken for a letter or a missing glyph.
 void HintEdit::paint_placeholder(QPainter& painter, const QRectF& cell, double base_line, bool selected) const
 {
     QColor colour = palette().color(QPalette::Text);
     if (selected) {
-        // A selection gives its own colour to the text, to what should be invisible too.
+        // A selection gives its own colour to the text, even to text meant to be invisible.
         const QPalette::ColorGroup group = hasFocus() ? QPalette::Active : QPalette::Inactive;
         painter.fillRect(cell, palette().brush(group, QPalette::Highlight));
         colour = palette().color(group, QPalette::HighlightedText);
@@ -149,7 +149,7 @@ void HintEdit::keyPressEvent(QKeyEvent* event)
         QPlainTextEdit::keyPressEvent(event);
         return;
     }
-    // The caret itself goes there, at the beginning of what is selected, so that assistive technology is told.
+    // Moves the cursor itself to the beginning of the selection, so that assistive technology is informed.
     QTextCursor cursor = textCursor();
     cursor.setPosition(word->end);
     cursor.setPosition(word->begin, QTextCursor::KeepAnchor);
@@ -198,7 +198,7 @@ void HintEdit::mousePressEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier) {
         const std::optional<int> character = character_at(event->position());
         if (!character)
-            return; // the caret stays where the user has put it
+            return; // keep the cursor where the user has put it
         press_ = Press{*character, event->position()};
     }
     QPlainTextEdit::mousePressEvent(event);

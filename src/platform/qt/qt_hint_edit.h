@@ -10,12 +10,12 @@
 
 namespace cuedrill::platform::qt {
 
-/// Keeps one cell free for each placeholder in a document with a fixed-pitch font, whatever the font draws for it.
+/// Makes each placeholder exactly one cell wide in a document with a fixed-pitch font, whatever glyph the font has.
 class PlaceholderCells : public QSyntaxHighlighter {
 public:
     explicit PlaceholderCells(QTextDocument& document) : QSyntaxHighlighter(&document) {}
 
-    /// To be called when the font of the document has changed.
+    /// Call this when the font of the document has changed.
     void set_font(const QFont& font);
 
 protected:
@@ -25,8 +25,8 @@ private:
     QTextCharFormat format_;
 };
 
-/// Shows text that cannot be changed, and draws placeholders in it. The cursor keys go from word to word. Positions are
-/// those of the document.
+/// Read-only text with placeholders, which it draws. The arrow keys go from word to word. Positions are those of the
+/// document.
 class HintEdit : public QPlainTextEdit {
 public:
     struct Word {
@@ -37,15 +37,16 @@ public:
     HintEdit();
 
     void show_text(const QString& text);
-    /// Lets the cursor keys go to these words, in order, until other text is shown; without any they move the caret.
+    /// Sets the words that the arrow keys go to, in order, until another text is shown. Without words they move the
+    /// cursor.
     void set_words(std::vector<Word> words) { words_ = std::move(words); }
-    /// Where the caret stands, or a selection begins; nothing as long as nobody has moved the caret.
+    /// The position of the cursor or the beginning of the selection; std::nullopt until the user has moved the cursor.
     [[nodiscard]] std::optional<int> caret() const;
 
-    /// The character that is drawn at `point` of the viewport.
+    /// The index of the character drawn at `point` of the viewport.
     [[nodiscard]] std::optional<int> character_at(QPointF point) const;
 
-    /// The left button went down and up on the text without dragging, with the caret now before that character.
+    /// The left button was pressed and released on the text without dragging; the cursor is now before that character.
     std::function<void()> clicked;
 
 protected:
@@ -64,15 +65,15 @@ private:
         QPointF point;
     };
 
-    /// Calls `told` with each line that is seen and the origin of its coordinates in the viewport.
+    /// Calls `told` with each visible line and its origin in viewport coordinates.
     void for_each_line(const std::function<void(const QTextBlock&, const QTextLine&, QPointF)>& told) const;
     void paint_placeholder(QPainter& painter, const QRectF& cell, double base_line, bool selected) const;
-    /// The word that a key leads to; null when it leads to none.
+    /// The word that a key leads to; null if there is none.
     [[nodiscard]] const Word* word_of_key(const QKeyEvent& event) const;
     [[nodiscard]] const Word& next_word() const;
     [[nodiscard]] const Word& previous_word() const;
 
-    PlaceholderCells& cells_; // the document's
+    PlaceholderCells& cells_; // owned by the document
     std::vector<Word> words_;
     std::optional<Press> press_;
     bool moved_ = false;

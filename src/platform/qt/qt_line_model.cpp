@@ -9,12 +9,12 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// The cells that a text takes: one for each character, two for each of those that are mostly ideographs or pictures.
+/// The width of a text in cells: one per character, two for those in ranges with mostly ideographs or pictographs.
 std::size_t cells(std::string_view text)
 {
     constexpr unsigned char first_continuation = 0x80;
     constexpr unsigned char first_lead = 0xC0;
-    constexpr unsigned char first_wide_lead = 0xE3; // of U+3000
+    constexpr unsigned char first_wide_lead = 0xE3; // lead byte of U+3000
     std::size_t count = 0;
     for (const char byte : text) {
         const auto value = static_cast<unsigned char>(byte);
@@ -29,7 +29,7 @@ int row_with_most_cells(const std::vector<std::string>& lines)
     int row = -1;
     std::size_t most = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        // No character takes more cells than bytes.
+        // A character never takes more cells than bytes.
         if (row >= 0 && lines[i].size() <= most)
             continue;
         const std::size_t count = cells(lines[i]);

@@ -27,8 +27,8 @@ namespace {
 constexpr int margin = 6; // on either side of a line, in pixels
 constexpr int row_gap = 2;
 
-/// A line in two parts: the figures at its beginning, which may stand in columns, and what follows from the first word
-/// on. In one piece the former would be drawn in the font of the latter, which is not always the fixed-pitch one.
+/// A line in two parts: the figures at its beginning, which may form columns, and the rest from the first word on.
+/// Drawn in one piece, the figures would get the font of the rest, which is not always the fixed-pitch one.
 struct LineParts {
     explicit LineParts(const QString& line)
     {
@@ -49,8 +49,8 @@ struct LineParts {
     QString rest;
 };
 
-/// Takes the second press of a double click, wherever it goes but to the list itself, which knows it for one: what the
-/// first one has chosen may have put another control, or a box, under the pointer.
+/// Swallows the second press of a double click near `place`, because the line chosen by the first one may have put
+/// another control or a box under the pointer. The list itself still gets the press and recognises the double click.
 class SecondPress : public QObject {
 public:
     SecondPress(QPoint place, QWidget& list) : QObject(&list), place_(place)
@@ -76,7 +76,7 @@ private:
     QPoint place_;
 };
 
-/// Draws the lines. All rows have the height and the width that the widest line needs.
+/// Draws the lines. All rows have the same height, and the width of the widest line.
 class LineDelegate : public QAbstractItemDelegate {
 public:
     explicit LineDelegate(LineView& view) : QAbstractItemDelegate(&view), view_(view) {}
@@ -108,7 +108,7 @@ public:
 private:
     static void draw(QPainter& painter, const QRect& place, const LineParts& line)
     {
-        // On the left, whatever direction the text has.
+        // Left-aligned, even for right-to-left text.
         constexpr int flags = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine;
         const int lead = painter.fontMetrics().horizontalAdvance(line.lead);
         painter.drawText(place, flags, line.lead);
@@ -135,7 +135,7 @@ LineView::LineView() : model_(*new LineModel(this))
     setFrameShape(QFrame::NoFrame);
     setMinimumSize(smallest_text_area);
     setUniformItemSizes(true);
-    // As it comes, one step is as wide as the widest line.
+    // By default one step is as wide as the widest line.
     horizontalScrollBar()->setSingleStep(fontMetrics().horizontalAdvance(QStringLiteral("step")));
     viewport()->setAttribute(Qt::WA_Hover);
     auto* const entry = new QAction(QStringLiteral("&Copy"), this);
@@ -186,7 +186,7 @@ void LineView::choose(int row)
 
 void LineView::keyboardSearch(const QString& /*text*/)
 {
-    // Characters belong to the program's own rules.
+    // Typed characters are handled by the program's own key rules.
 }
 
 void LineView::focusInEvent(QFocusEvent* event)
@@ -194,19 +194,19 @@ void LineView::focusInEvent(QFocusEvent* event)
     QListView::focusInEvent(event);
     if (event->reason() != Qt::MouseFocusReason)
         begin_with_first_line();
-    // Only then the toolkit tells that the list itself has the focus.
+    // Queued, so that it follows the toolkit's own report that the list has the focus.
     QMetaObject::invokeMethod(
         this, [this] { tell_focus(); }, Qt::QueuedConnection);
 }
 
-/// Where the keyboard leads to the list, it leads to a line of it.
+/// Makes the first line current if none is, so that the keyboard focus is always on a line.
 void LineView::begin_with_first_line()
 {
     if (!currentIndex().isValid())
         setCurrentIndex(model_.index(0));
 }
 
-/// Tells assistive technology on which line the focus is.
+/// Tells assistive technology which line has the focus.
 void LineView::tell_focus()
 {
     if (!hasFocus() || !currentIndex().isValid())
@@ -220,7 +220,7 @@ void LineView::keyPressEvent(QKeyEvent* event)
 {
     const bool sideways = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
     if (sideways)
-        QAbstractScrollArea::keyPressEvent(event); // there is nothing beside a line to go to
+        QAbstractScrollArea::keyPressEvent(event); // scroll: there is no item to the left or right
     else
         QListView::keyPressEvent(event);
 }
@@ -231,7 +231,7 @@ void LineView::mousePressEvent(QMouseEvent* event)
     const QModelIndex index = indexAt(event->position().toPoint());
     if (!index.isValid())
         return;
-    // Without scrolling, so that the line is still under the pointer when the button comes up.
+    // No auto-scroll, so that the line is still under the pointer when the button comes up.
     setAutoScroll(false);
     setCurrentIndex(index);
     setAutoScroll(true);
@@ -251,7 +251,7 @@ void LineView::mouseReleaseEvent(QMouseEvent* event)
     const std::optional<int> pressed = std::exchange(pressed_row_, std::nullopt);
     if (!pressed || indexAt(event->position().toPoint()).row() != *pressed)
         return;
-    // By itself it is gone when no second press can follow any more.
+    // Deletes itself after the double-click interval.
     new SecondPress(event->globalPosition().toPoint(), *viewport());
     choose(*pressed);
 }

@@ -8,23 +8,23 @@
 
 namespace cuedrill::platform::qt {
 
-/// Shows lines of text in the system's fixed-pitch font, of which one can be chosen. The current line is where the
-/// cursor keys lead to; it is marked, also while another control has the focus.
+/// Shows lines of text in the system's fixed-pitch font and lets the user choose one. The arrow keys move the current
+/// line; it is highlighted even while another control has the focus.
 class LineView : public QListView {
 public:
     LineView();
 
-    /// Shows these lines from the first one on. None is current, or while the list has the focus the first one.
+    /// Shows these lines, scrolled to the first one. No line is current, or the first one if the list has the focus.
     void show_lines(std::vector<std::string> lines);
-    /// Shows these lines; the place in the list and the current line stay, as far as there are lines.
+    /// Shows these lines; keeps the scroll position and the current line as far as there are enough lines.
     void replace_lines(std::vector<std::string> lines);
 
     [[nodiscard]] const LineModel& lines() const { return model_; }
 
-    /// Makes the line current and tells `chosen`. A row that there is not does nothing.
+    /// Makes the line current and calls `chosen`. Does nothing if there is no such row.
     void choose(int row);
 
-    /// The current line as it was set, which may be gone when this returns.
+    /// Gets the text of the chosen line as it was set. The line may be gone when this returns.
     std::function<void(const std::string& line)> chosen;
 
     void keyboardSearch(const QString& text) override;

@@ -7,11 +7,10 @@
 
 namespace cuedrill::platform::qt {
 
-/// Lines in the system's fixed-pitch font; what is too long for the width can be scrolled to. The widget is to be put
-/// into a Card.
+/// Lines in the system's fixed-pitch font; long lines scroll. Put the widget into a Card.
 class QtListBox final : public QtControl<ListBox> {
 public:
-    /// @param gate the one of the window that the box stands in; so is `keys`.
+    /// @param gate, keys those of the window that contains the box.
     QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys);
 
     void set_lines(std::vector<std::string> lines) override;

@@ -11,10 +11,10 @@ namespace cuedrill::platform::qt {
 
 void set_up_application()
 {
-    // The one style that is there on every desktop and follows the palette in all its parts, so that light, dark and
-    // high-contrast themes come out right and the fixed colours of status, answer and levels are really seen.
+    // Fusion is available on every desktop and follows the palette completely, so that light, dark and high-contrast
+    // themes come out right and the fixed colours of status, answer and levels are visible.
     QApplication::setStyle(QStringLiteral("Fusion"));
-    // At the start boxes come and go before there is a main window.
+    // At the start boxes open and close before there is a main window.
     QApplication::setQuitOnLastWindowClosed(false);
 }
 

@@ -23,7 +23,7 @@ QString to_marked_html(std::string_view text, const std::vector<common::TextRang
     for (qsizetype i = 0; i < characters.size(); ++i) {
         const char32_t character = characters[i];
         if (character == U'\r' && i + 1 < characters.size() && characters[i + 1] == U'\n')
-            continue; // the line feed stands for both
+            continue; // the line feed that follows stands for both
         const bool mark = is_marked(static_cast<std::size_t>(i), marked);
         if (mark != inside)
             html += mark ? QLatin1String("<b><u>") : QLatin1String("</u></b>");

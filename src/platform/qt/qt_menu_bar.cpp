@@ -13,7 +13,7 @@ namespace cuedrill::platform::qt {
 QtMenuEntry::QtMenuEntry(QAction& action, QtActionGate& gate) : action_(action)
 {
     QObject::connect(&action_, &QAction::triggered, &action_, [this] { action_.setChecked(checked_); });
-    // Later, because a command may open a box: assistive technology waits for the answer to its request meanwhile.
+    // Queued, because a command may open a modal box, and assistive technology blocks until its request is answered.
     QObject::connect(
         &action_, &QAction::triggered, &action_,
         [this, &gate] {
@@ -52,8 +52,8 @@ void QtMenuEntry::set_caption(std::string_view text)
     show_caption();
 }
 
-/// The letter of a disabled entry does nothing, and must not stand in the way of an enabled one with the same letter:
-/// the toolkit chooses no entry while two of a menu have it.
+/// A disabled entry loses its access letter, so that it does not block an enabled one with the same letter: the toolkit
+/// runs no entry if two of a menu share it.
 void QtMenuEntry::show_caption()
 {
     const QString caption = to_qt(caption_);
@@ -100,8 +100,7 @@ void QtMenuFocus::note_focus(QWidget* before, QWidget* now)
 
 bool QtMenuFocus::eventFilter(QObject* watched, QEvent* event)
 {
-    // On the shortcut of a menu the bar takes the widget with the focus for the place to go back to. That must not be
-    // the bar itself.
+    // On a menu's shortcut, the bar remembers the focus widget to return to. That must not be the bar itself.
     if (event->type() == QEvent::Shortcut && menu_bar_.hasFocus() && before_ != nullptr)
         before_->setFocus(Qt::MenuBarFocusReason);
     return QObject::eventFilter(watched, event);

@@ -15,7 +15,7 @@ class QMenuBar;
 
 namespace cuedrill::platform::qt {
 
-/// The check mark shows what was set, never what a click has toggled.
+/// The check mark shows what was set; a click does not toggle it.
 class QtMenuEntry final : public MenuEntry {
 public:
     QtMenuEntry(QAction& action, QtActionGate& gate);
@@ -51,8 +51,8 @@ private:
     std::vector<std::unique_ptr<QtMenuEntry>> entries_;
 };
 
-/// Gives the keyboard back to where it was when the user leaves the menu bar, whatever way he has taken through it. The
-/// toolkit forgets the place when a second menu is opened with Alt while the bar itself has the keyboard.
+/// Returns the keyboard focus to its previous widget when the user leaves the menu bar, however he got there. The
+/// toolkit forgets that widget when a second menu is opened with Alt while the bar itself has the focus.
 class QtMenuFocus : public QObject {
 public:
     explicit QtMenuFocus(QMenuBar& menu_bar);

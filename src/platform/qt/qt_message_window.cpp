@@ -59,7 +59,7 @@ bool QtMessageWindow::minimised() const
 
 void QtMessageWindow::place(Control& control, const Place& place)
 {
-    // All edges are rounded by themselves, so that equal gaps in twips stay equal to the eye.
+    // Each edge is rounded on its own, so that gaps equal in twips look equal.
     const QPoint first(to_pixels(place.left), to_pixels(place.top));
     const QPoint end(to_pixels(place.left + place.width), to_pixels(place.top + place.height));
     for (const Entry& entry : controls_) {

@@ -11,8 +11,8 @@
 
 namespace cuedrill::platform::qt {
 
-/// A window beside the main one, of which neither holds the other up: each can lie over the other, and the program ends
-/// while both are shown.
+/// A second window, independent of the main one: either can lie over the other, and the program can end while both are
+/// shown.
 class QtMessageWindow final : public MessageWindow {
 public:
     /// @param main_window must outlive this one.
@@ -20,7 +20,8 @@ public:
     QtMessageWindow(const QtMessageWindow&) = delete;
     QtMessageWindow& operator=(const QtMessageWindow&) = delete;
 
-    /// Puts `widget`, which is that of `control`, into the window. The first one gets the keyboard with it.
+    /// Puts `widget`, the widget of `control`, into the window. The first one added gets the keyboard focus with the
+    /// window.
     void add(Control& control, QWidget& widget);
 
     void set_caption(std::string_view text) override;
@@ -33,7 +34,7 @@ public:
     void hide() override;
 
     [[nodiscard]] QWidget& widget() { return window_; }
-    /// The gate for what the user does in this window.
+    /// The gate for user actions in this window.
     [[nodiscard]] QtActionGate& gate() { return gate_; }
     [[nodiscard]] QtKeyFilter& key_filter() { return key_filter_; }
 

@@ -15,11 +15,11 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-// A signal handler reaches nothing but what is global.
+// Global, because a signal handler can reach nothing else.
 std::atomic<int> wake_up{-1};
 static_assert(std::atomic<int>::is_always_lock_free);
 
-// Only what is async-signal-safe may happen here: one byte into a pipe, which wakes the event loop.
+// Only async-signal-safe calls are allowed here: writes one byte into a pipe, which wakes the event loop.
 extern "C" void note_signal(int /*signal*/)
 {
     const int earlier_errno = errno;

@@ -11,13 +11,13 @@ class QSocketNotifier;
 
 namespace cuedrill::platform::qt {
 
-/// Lets the program end in good order when the session ends or the process is asked to (SIGTERM, SIGHUP, SIGINT; a
-/// signal that the process was started to ignore stays ignored). A second signal of the same kind ends the process at
-/// once. There can be one object of this class at a time.
+/// Ends the program cleanly when the session ends or on SIGTERM, SIGHUP and SIGINT (unless the process was started with
+/// the signal ignored). A second signal of the same kind ends the process at once. Only one object of this class may
+/// exist at a time.
 class QtSessionEnd {
 public:
-    /// @param before_end is run through `guard` first; afterwards the program ends in any case.
-    /// @throws common::Error when the system gives no pipe.
+    /// @param before_end runs first, through `guard`; the program ends in any case.
+    /// @throws common::Error when the system cannot create a pipe.
     QtSessionEnd(QtGuard& guard, std::function<void()> before_end);
     QtSessionEnd(const QtSessionEnd&) = delete;
     QtSessionEnd& operator=(const QtSessionEnd&) = delete;

@@ -18,10 +18,10 @@ QString to_key(std::string_view text)
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// How long a setting may wait for another program that is writing one, in milliseconds.
+/// How long to wait, in milliseconds, for another program that is writing settings.
 constexpr int longest_wait = 1000;
 
-/// Throws when something else than a file has the name: a pipe would be waited for without end.
+/// Throws if the name belongs to something other than a regular file: opening a pipe would block forever.
 void require_file(const std::string& path)
 {
     std::error_code error;
@@ -30,8 +30,8 @@ void require_file(const std::string& path)
         throw common::Error(path + ": not an ordinary file");
 }
 
-/// Throws when another program holds the lock of the settings for long. QSettings itself, which takes the lock next,
-/// would wait for it without end.
+/// Throws if another program holds the lock of the settings too long. QSettings, which takes the lock next, would wait
+/// for it forever.
 void require_free_lock(const std::string& path)
 {
     const std::string name = path + ".lock";
@@ -41,7 +41,7 @@ void require_free_lock(const std::string& path)
         throw common::Error(name + ": another program holds it");
 }
 
-/// Throws when the last access failed; `failure` says what could not be done.
+/// Throws if the last access failed; `failure` says what could not be done.
 void check(const QSettings& settings, const std::string& path, const char* failure)
 {
     switch (settings.status()) {
@@ -54,10 +54,10 @@ void check(const QSettings& settings, const std::string& path, const char* failu
     }
 }
 
-/// Throws when the file is there, but cannot be read or holds something else than settings.
+/// Throws if the file exists but cannot be read or does not contain settings.
 void check_readable(const QSettings& settings, const std::string& path)
 {
-    // The sections are parsed only when they are asked for, and an error shows only then.
+    // The sections are parsed on demand; reading all keys makes an error show now.
     static_cast<void>(settings.allKeys());
     check(settings, path, "cannot be read");
 }
@@ -80,7 +80,7 @@ std::optional<std::string> QtSettingsStore::get(std::string_view application, st
     const QVariant value = settings.value(to_key(key));
     if (!value.isValid())
         return std::nullopt;
-    // A text with commas that somebody wrote by hand comes as a list.
+    // QSettings returns an unquoted text with commas, as a user may have typed it into the file, as a list.
     return from_qt(value.toStringList().join(QStringLiteral(", ")));
 }
 

@@ -7,10 +7,10 @@ namespace cuedrill::platform::qt {
 /// Keeps each section in a file of its own, `<folder>/<application>/<section>.ini`.
 class QtSettingsStore final : public SettingsStore {
 public:
-    /// @param folder the user's folder of configurations.
+    /// @param folder the user's configuration folder.
     explicit QtSettingsStore(std::string folder) : folder_(std::move(folder)) {}
 
-    /// The user's folder of configurations: $XDG_CONFIG_HOME where it is an absolute path, otherwise ~/.config.
+    /// The user's configuration folder: $XDG_CONFIG_HOME if it is an absolute path, otherwise ~/.config.
     [[nodiscard]] static std::string default_folder();
 
     [[nodiscard]] std::optional<std::string> get(std::string_view application, std::string_view section,

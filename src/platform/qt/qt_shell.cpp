@@ -11,7 +11,7 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// A program with what stands before the name of what is to be opened.
+/// A program and its arguments before the target.
 struct Command {
     const char* program;
     const char* option = nullptr;
@@ -19,7 +19,7 @@ struct Command {
 
 using Commands = std::span<const Command>;
 
-/// They know which program the user has chosen for what.
+/// Desktop openers; they know the user's preferred program for each kind of file.
 constexpr Command openers[] = {{"xdg-open"}, {"gio", "open"}};
 
 constexpr Command file_managers[] = {{"nautilus"}, {"dolphin"}, {"thunar"},    {"nemo"},
@@ -29,7 +29,7 @@ constexpr Command text_editors[] = {{"gnome-text-editor"}, {"gedit"}, {"kate"}, 
                                     {"mousepad"},          {"xed"},   {"pluma"}, {"featherpad"},
                                     {"leafpad"},           {"geany"}, {"emacs"}};
 
-/// What the programs take for what is meant: no option, and an address that they know for one.
+/// The target in a form that the programs do not take for an option, and an address in a form that they recognise.
 QString as_argument(const std::string& target)
 {
     QString argument = QFile::decodeName(target.c_str());
@@ -51,9 +51,8 @@ public:
             search_path_.append(QFile::decodeName(folder.c_str()));
     }
 
-    /// Starts the first opener that finds something for the target, or else the first of the programs that can be
-    /// started.
-    /// @return the number of its process; nothing when there is none.
+    /// Starts the first opener that succeeds with the target, or else the first of `programs` that can be started.
+    /// @return its process id; std::nullopt if none could be started.
     [[nodiscard]] std::optional<std::int64_t> start_opener_or(Commands programs) const
     {
         for (const Command& opener : openers) {
@@ -68,7 +67,7 @@ public:
     }
 
 private:
-    /// @param patience how long to wait whether it fails. One that has not ended by then is left alone.
+    /// @param patience how long to wait for the program to fail. After that it is left running.
     [[nodiscard]] std::optional<std::int64_t> start(const Command& command, std::chrono::milliseconds patience) const
     {
         const QString file = QStandardPaths::findExecutable(QString::fromLatin1(command.program), search_path_);
@@ -82,7 +81,7 @@ private:
         process->setStandardInputFile(QProcess::nullDevice());
         process->setStandardOutputFile(QProcess::nullDevice());
         process->setStandardErrorFile(QProcess::nullDevice());
-        // What ends this process at its terminal is not meant for that one.
+        // A session of its own, so that Ctrl+C or a hang-up at this process's terminal does not end the program.
         process->setChildProcessModifier([] { ::setsid(); });
         process->start(file, arguments);
         if (!process->waitForStarted())
@@ -95,7 +94,7 @@ private:
         return number;
     }
 
-    /// The object would end the process with itself, so it lives as long as that.
+    /// A QProcess kills its process on destruction, so the object lives until the process ends.
     static void leave_alone(std::unique_ptr<QProcess> process)
     {
         if (process->state() == QProcess::NotRunning)

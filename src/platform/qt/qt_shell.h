@@ -9,12 +9,12 @@
 
 namespace cuedrill::platform::qt {
 
-/// Starts the desktop's own opener, or else one of the usual programs. They share neither input nor output with this
-/// process, and go on when it ends.
+/// Starts the desktop's opener, or else one of the usual programs. They do not share input and output with this
+/// process, and keep running when it ends.
 class QtShell final : public Shell {
 public:
-    /// @param search_path the folders in which programs are searched for; empty for those of the environment (PATH).
-    /// @param patience how long an opener is waited for, which soon tells when there is nothing that it could start.
+    /// @param search_path folders to search for programs; empty for those of the environment (PATH).
+    /// @param patience how long to wait for an opener, which reports soon if it finds no program to start.
     explicit QtShell(std::vector<std::string> search_path = {},
                      std::chrono::milliseconds patience = std::chrono::seconds(1))
         : search_path_(std::move(search_path)), patience_(patience)

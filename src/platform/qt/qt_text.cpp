@@ -6,7 +6,7 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// How much a character of a text takes: of the text, of its places, and of the positions in a document.
+/// The sizes of one character: in the text's UTF-16 units, in code points, and in document positions.
 struct Character {
     qsizetype units;
     std::size_t places;
@@ -34,7 +34,7 @@ QString to_qt(std::string_view text)
 
 QString to_title(std::string_view text)
 {
-    // "[*]" is where the toolkit marks a changed document; written twice it is shown as it is.
+    // The toolkit replaces "[*]" in a title by its mark for a changed document; doubled, it is shown literally.
     return to_qt(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
 
@@ -89,8 +89,7 @@ QString without_access_key(QString caption)
 
 QString plain_tool_tip(const QString& text)
 {
-    // A tool tip guesses whether it is given markup; where the text might look like it, it is given markup in which the
-    // text is escaped.
+    // A tool tip guesses whether its text is markup. Text that might look like markup is converted to escaped markup.
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 

@@ -13,7 +13,7 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// The system's fixed-pitch font for its general name, and for the name of one that is not installed.
+/// Whether the name stands for the system's fixed-pitch font: its general name, or a font that is not installed.
 bool is_systems_fixed_font(const std::string& name)
 {
     constexpr std::string_view general_name = "FixedSys";
@@ -21,14 +21,14 @@ bool is_systems_fixed_font(const std::string& name)
     return name == general_name || (name == often_missing && !QFontDatabase::hasFamily(to_qt(name)));
 }
 
-/// A text edit that drops the characters of code 0 from what is pasted or dragged into it, as an import does.
+/// A text edit that drops NUL characters from pasted or dropped text, as an import does.
 class PlainTextEdit : public QPlainTextEdit {
 protected:
     void insertFromMimeData(const QMimeData* source) override
     {
         QString text = source != nullptr ? source->text() : QString();
         text.remove(QChar(QChar::Null));
-        // The toolkit crashes on data without any format, which an empty clipboard of the X Window System gives.
+        // The toolkit crashes on data without any format, which an empty X11 clipboard supplies.
         if (text.isEmpty())
             return;
         QMimeData plain;
@@ -70,8 +70,8 @@ void QtTextBox::clear()
 
 QString QtTextBox::lines() const
 {
-    // The raw text, because the plain one turns no-break spaces into ordinary ones. Its lines end with U+2029, and with
-    // U+2028 where Shift+Enter was pressed.
+    // The raw text, because toPlainText() turns no-break spaces into ordinary ones. Its lines end with U+2029, or with
+    // U+2028 after Shift+Enter.
     QString raw = edit_.document()->toRawText();
     raw.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
     raw.replace(QChar(QChar::LineSeparator), QLatin1Char('\n'));
@@ -94,7 +94,7 @@ void QtTextBox::insert(std::size_t place, std::string_view text)
 {
     QTextCursor cursor(edit_.document());
     cursor.setPosition(to_position(lines(), place));
-    // A step of its own, so that an undo does not take back what was typed before it too.
+    // An undo step of its own, so that undo does not also remove what was typed before.
     cursor.beginEditBlock();
     cursor.insertText(to_qt(text));
     cursor.endEditBlock();

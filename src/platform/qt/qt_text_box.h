@@ -8,10 +8,10 @@ class QPlainTextEdit;
 
 namespace cuedrill::platform::qt {
 
-/// Several lines of plain text. The widget is the text edit itself, to be put into a Card.
+/// Multi-line plain text. The widget is the text edit itself; put it into a Card.
 class QtTextBox final : public QtControl<TextBox> {
 public:
-    /// @param gate the one of the window that the box stands in; so is `keys`.
+    /// @param gate, keys those of the window that contains the box.
     QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys);
 
     void set_text(std::string_view text) override;
@@ -31,7 +31,7 @@ public:
 
 private:
     QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QPlainTextEdit& edit);
-    /// The text with CR LF at the line ends.
+    /// The text with CR LF line ends.
     [[nodiscard]] QString lines() const;
 
     QPlainTextEdit& edit_;

@@ -4,7 +4,7 @@ namespace cuedrill::platform::qt {
 
 QtTimer::QtTimer(QtGuard& guard) : guard_(guard)
 {
-    // A coarse timer may be late by a twentieth, and a clock of seconds would now and then skip one.
+    // A coarse timer may be 5 % late, and a clock of seconds would sometimes skip one.
     timer_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { tick(); });
 }

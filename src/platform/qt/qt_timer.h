@@ -7,7 +7,7 @@
 
 namespace cuedrill::platform::qt {
 
-/// A tick that falls due while the one before is still being handled is left out.
+/// A tick that falls due while the previous one is still being handled is skipped.
 class QtTimer final : public Timer {
 public:
     explicit QtTimer(QtGuard& guard);

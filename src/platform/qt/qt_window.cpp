@@ -63,7 +63,7 @@ void QtWindow::ask_to_close()
 
 void QtWindow::end_session()
 {
-    // At once, because the system may not wait until everything has been cleared away.
+    // At once, because the system may not wait for an orderly shutdown.
     keep_state();
     guard_.run(on_session_end);
 }
@@ -78,7 +78,7 @@ void QtWindow::place_on_screen()
     window_.setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
 }
 
-/// A hidden window was kept when it was hidden.
+/// The state of a hidden window was saved when it was hidden.
 void QtWindow::keep_state()
 {
     if (window_.isVisible())

@@ -14,10 +14,9 @@ namespace cuedrill::platform::qt {
 
 class QtWindow final : public Window {
 public:
-    /// @param size the size, in pixels, with which the window first appears in the middle of the screen; less where the
-    /// screen is smaller.
-    /// @param state keeps place and size, which count instead of `size` from the second run of the program on. They are
-    /// kept when the window is hidden, when the session ends, and at the window's end.
+    /// @param size initial size in pixels, centred on the screen; smaller if the screen is smaller.
+    /// @param state stores position and size, which replace `size` from the second run of the program on. They are
+    /// saved when the window is hidden, when the session ends, and when the window is destroyed.
     QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState state = QtWindowState());
     QtWindow(const QtWindow&) = delete;
     QtWindow& operator=(const QtWindow&) = delete;
@@ -36,7 +35,7 @@ public:
     void end_session();
 
     [[nodiscard]] AskingWindow& widget() { return window_; }
-    /// The gate for what the user does in this window.
+    /// The gate for user actions in this window.
     [[nodiscard]] QtActionGate& gate() { return gate_; }
     [[nodiscard]] QtKeyFilter& key_filter() { return key_filter_; }
 

@@ -24,13 +24,13 @@ bool FileLock::hold(int handle)
 
 void FileLock::remove_unless_held(const std::string& path)
 {
-    // Writable, because a file system of another machine locks no other file.
+    // Opened for writing because network file systems refuse an exclusive lock on a read-only handle.
     const int handle = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
     if (handle < 0)
         return;
     struct stat status {};
     struct stat named {};
-    // The name may have gone to another file, or the file to another name, before the lock was taken.
+    // Before the lock was taken, the name may have passed to another file, or the file may have been renamed.
     if (::fstat(handle, &status) == 0 && S_ISREG(status.st_mode) && ::flock(handle, LOCK_EX | LOCK_NB) == 0 &&
         ::lstat(path.c_str(), &named) == 0 && named.st_dev == status.st_dev && named.st_ino == status.st_ino)
         ::unlink(path.c_str());

@@ -38,7 +38,7 @@ RegularFile RegularFile::open(std::string_view doing, const std::string& path, i
 {
     if (!is_name(path))
         fail(doing, path, EINVAL);
-    // Without O_NONBLOCK, opening a pipe waits for its other end.
+    // Without O_NONBLOCK, opening a pipe blocks until its other end is opened.
     const int handle =
         ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
     if (handle < 0)

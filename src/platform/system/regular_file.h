@@ -11,20 +11,20 @@ namespace cuedrill::platform::system {
 
 /// Throws the common::Error "Cannot <doing> <path>: <reason>."
 [[noreturn]] void fail(std::string_view doing, const std::string& path, const std::string& reason);
-/// The same with the system's words for an errno.
+/// The same, with the system's message for the errno `code`.
 [[noreturn]] void fail(std::string_view doing, const std::string& path, int code);
 
-/// Whether the path can be given to the system, which would take one with a zero byte for the shorter one before it.
+/// Whether the path can be passed to the system, which would cut it at a zero byte.
 [[nodiscard]] bool is_name(const std::string& path);
 
-/// Throws, as `fail` does, unless `status` is that of a regular file.
+/// Throws like `fail` unless `status` describes a regular file.
 void require_regular(std::string_view doing, const std::string& path, const struct stat& status);
 
-/// An open regular file. Whatever fails throws common::Error with the path and the reason.
+/// An open regular file. Every failure throws common::Error with the path and the reason.
 class RegularFile {
 public:
-    /// Opens `path`, also where that is a pipe whose other end nobody holds, and refuses what is no regular file.
-    /// @param doing what the file is opened for, for the error text: a literal.
+    /// Opens `path` without blocking, even on a pipe, and rejects anything but a regular file.
+    /// @param doing what the file is opened for, for the error text: a string literal.
     [[nodiscard]] static RegularFile open(std::string_view doing, const std::string& path, int flags);
 
     /// Takes over `handle`, which was opened from `path`.
@@ -37,21 +37,21 @@ public:
     /// Size in bytes when the file was opened.
     [[nodiscard]] std::uint64_t size() const { return size_; }
 
-    /// Gives the file these permissions where its file system and its owner allow it.
+    /// Sets the permissions if the file system and the file's owner allow it; otherwise does nothing.
     void try_permissions(mode_t permissions) const;
-    /// Reads on into `buffer`. The number of bytes, 0 at the end of the file.
+    /// Reads the next bytes into `buffer`. Returns their number, 0 at the end of the file.
     [[nodiscard]] std::size_t read(std::span<char> buffer) const;
     /// Goes back to the first byte.
     void rewind() const;
-    /// In one piece where the system takes it so; the next try after a shortened one tells the reason.
+    /// Writes all bytes. After a short write it tries again, and that attempt reports the reason.
     void write(std::string_view bytes) const;
-    /// Drops the contents and goes back to the start.
+    /// Truncates the file and goes back to the start.
     void empty() const;
-    /// Waits until all that was written is on the disk.
+    /// fsync: waits until everything written is on the disk.
     void sync() const;
-    /// A second handle of the open file, for the caller to close; below 0 where there can be no more.
+    /// A second handle of the open file, to be closed by the caller; negative if no more handles are available.
     [[nodiscard]] int duplicate_handle() const;
-    /// Some file systems tell only now that written bytes were lost.
+    /// Closes the file. Some file systems report only now that written bytes were lost.
     void close();
 
 private:

@@ -11,18 +11,18 @@ namespace {
 
 struct LocalTime {
     std::tm fields{};
-    double fraction = 0; ///< of the running second
+    double fraction = 0; ///< of the current second
 };
 
 LocalTime local_time()
 {
     timespec instant{};
     LocalTime local;
-    // localtime_r alone would keep the time zone of the program's start.
+    // localtime_r alone keeps the time zone the program started with.
     tzset();
     if (clock_gettime(CLOCK_REALTIME, &instant) != 0 || localtime_r(&instant.tv_sec, &local.fields) == nullptr)
         throw common::Error("The local time is not available.");
-    // A leap second is counted as the one before it; a day has 86400 seconds here.
+    // A leap second counts as the second before it; a day has 86400 seconds here.
     local.fields.tm_sec = std::min(local.fields.tm_sec, 59);
     local.fraction = static_cast<double>(instant.tv_nsec) * 1e-9;
     return local;

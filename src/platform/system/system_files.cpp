@@ -129,7 +129,7 @@ void SystemFiles::create_folder(const std::string& path)
         if (::mkdir(folder.c_str(), S_IRWXU) == 0)
             continue;
         const int code = errno;
-        // A folder above may be closed to this user and yet hold the next one.
+        // A parent folder may be unreadable for this user and still contain the next one.
         struct stat status {};
         if (!status_of(folder, status))
             fail("create the folder", folder, code);

@@ -4,8 +4,8 @@
 
 namespace cuedrill::platform::system {
 
-/// The files of the machine. Reading, appending and replacing refuse everything but regular files, so that no pipe or
-/// device ever makes the program wait.
+/// The files of the machine. Reading, appending and replacing reject everything but regular files, so that a pipe or
+/// device never blocks the program.
 class SystemFiles : public Files {
 public:
     [[nodiscard]] bool exists(const std::string& path) const override;

@@ -10,7 +10,7 @@
 namespace cuedrill::platform::system {
 namespace {
 
-/// The value of an environment variable that must hold a full path; "" otherwise.
+/// The value of an environment variable that must hold an absolute path; otherwise "".
 std::string path_variable(const char* name)
 {
     const char* const value = std::getenv(name);

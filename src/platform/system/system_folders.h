@@ -4,11 +4,11 @@
 
 namespace cuedrill::platform::system {
 
-/// Full path of the folder that holds the running executable; "" when the system does not tell.
+/// Full path of the folder of the running executable; "" if the system does not report it.
 std::string executable_folder();
 
-/// Full path of the user's folder for data: $XDG_DATA_HOME, or else ".local/share" in the home folder.
-/// "" for a user without a home folder.
+/// Full path of the user's data folder: $XDG_DATA_HOME, or else ".local/share" in the home folder. "" for a user
+/// without a home folder.
 std::string data_home();
 
 } // namespace cuedrill::platform::system

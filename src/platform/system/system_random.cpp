@@ -11,7 +11,7 @@ SystemRandom::SystemRandom()
 
 double SystemRandom::uniform()
 {
-    // The standard's distribution may round up to 1.0. The upper 53 bits are exact in a double, so this never does.
+    // The standard's distribution may round up to 1.0. The upper 53 bits are exact in a double, so this stays below 1.
     return static_cast<double>(engine_() >> 11U) * 0x1.0p-53;
 }
 

@@ -6,7 +6,7 @@
 
 namespace cuedrill::platform::system {
 
-/// Random numbers that differ at every start.
+/// Random numbers with a different seed at every start.
 class SystemRandom : public RandomSource {
 public:
     SystemRandom();

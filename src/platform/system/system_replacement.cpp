@@ -21,12 +21,12 @@ constexpr std::string_view doing = "write";
 constexpr std::size_t buffer_size = 65536;
 constexpr std::string_view part_ending = ".cuedrill-part";
 constexpr int most_names = 100;
-constexpr mode_t usual_mode = 0666; // less what the user's mask takes away
+constexpr mode_t usual_mode = 0666; // before the user's umask
 constexpr mode_t private_mode = 0600;
 constexpr mode_t permission_bits = 0777;
 constexpr mode_t any_write_bit = S_IWUSR | S_IWGRP | S_IWOTH;
 
-/// For the superuser every access is granted, so a file on which nobody has the permission is told by its mode.
+/// The system grants the superuser every access, so a file that nobody has permission to write is detected by its mode.
 void require_writable(const std::string& path, mode_t mode)
 {
     if ((mode & any_write_bit) == 0)
@@ -51,7 +51,7 @@ fs::path canonical(const std::string& path, const fs::path& what)
     return full;
 }
 
-/// A folder whose changed names are to reach the disk.
+/// An open folder, kept for an fsync after a rename.
 class OpenFolder {
 public:
     explicit OpenFolder(const std::string& path) : handle_(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
@@ -63,8 +63,8 @@ public:
             ::close(handle_);
     }
 
-    /// As far as the user may look into the folder and its file system knows such a call. A failure is none of the
-    /// file's, which has its new name and its contents already.
+    /// fsync. Does nothing if the user may not read the folder, and ignores failures: the file already has its new name
+    /// and contents.
     void sync() const
     {
         int result = 0;
@@ -79,20 +79,20 @@ private:
 
 } // namespace
 
-/// What is replaced: the file that a name leads to, which need not exist.
+/// The file to be replaced, with links resolved; it need not exist.
 struct SystemReplacement::Target {
     std::string folder; ///< full path
     std::string name;
-    std::optional<mode_t> permissions; ///< those of an existing file
+    std::optional<mode_t> permissions; ///< of the existing file, if any
 
     [[nodiscard]] static Target of(const std::string& path);
     [[nodiscard]] std::string in_folder(std::string_view other_name) const
     {
         return (fs::path(folder) / other_name).string();
     }
-    /// Removes the parts in the folder that nobody is writing.
+    /// Removes the part files in the folder that nobody is writing.
     void remove_leftovers() const;
-    /// Creates the file that gets the new contents, and locks it.
+    /// Creates and locks the part file, which gets the new contents.
     [[nodiscard]] RegularFile create_part() const;
 };
 
@@ -124,7 +124,7 @@ SystemReplacement::Target SystemReplacement::Target::of(const std::string& path)
 
 void SystemReplacement::Target::remove_leftovers() const
 {
-    std::error_code error; // a folder that may not be listed
+    std::error_code error; // set if the folder cannot be listed
     for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
         if (is_name_of_part(entry->path().filename().string()))
@@ -139,13 +139,13 @@ RegularFile SystemReplacement::Target::create_part() const
     for (int number = 1; number <= most_names;) {
         const std::string ending = std::string(part_ending) + (number == 1 ? "" : std::to_string(number));
         const std::string path = in_folder(std::string(base) + ending);
-        // Until it has its permissions, nobody else may read what is written to it.
+        // Private until it gets its final permissions, so that nobody else can read what is written to it.
         const int handle =
             ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions ? private_mode : usual_mode);
         if (handle >= 0 && FileLock::hold(handle))
             return {doing, path, handle};
         if (handle >= 0)
-            ::close(handle); // somebody took it for a leftover before it was locked
+            ::close(handle); // somebody removed it as a leftover before it was locked
         else if (errno == EEXIST)
             ++number;
         else if (errno == ENAMETOOLONG && common::code_points(base) > 1)
@@ -165,7 +165,7 @@ SystemReplacement::SystemReplacement(const Target& target)
       lock_(file_.duplicate_handle())
 {
     buffer_.reserve(buffer_size);
-    // Where the file system has no permissions, there is nothing to keep.
+    // A file system without permissions refuses this; there is nothing to keep then.
     if (target.permissions)
         file_.try_permissions(*target.permissions);
 }
@@ -176,7 +176,7 @@ SystemReplacement::~SystemReplacement()
         if (failure_.empty())
             flush();
     } catch (...) {
-        // The contents are incomplete already, and nobody waits for them.
+        // The contents are incomplete anyway, and nobody waits for them.
     }
 }
 

@@ -38,7 +38,7 @@ std::string utf8(char32_t point)
     return {byte(0xE0 | point >> 12U), byte(0x80 | (point >> 6U & 0x3FU)), byte(0x80 | (point & 0x3FU))};
 }
 
-/// The 256 characters of code page 1252; the five without a character stand for the control codes of their numbers.
+/// The 256 characters of code page 1252; the five undefined bytes map to the control codes of the same number.
 std::vector<char32_t> code_page_1252()
 {
     constexpr char32_t upper[32] = {0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
@@ -51,7 +51,7 @@ std::vector<char32_t> code_page_1252()
     return points;
 }
 
-/// The small letter of a capital of the code page, written down from its table; other characters are their own.
+/// The lower-case letter for a capital of the code page, taken from its table; other characters map to themselves.
 char32_t small_letter(char32_t point)
 {
     const bool capital = (point >= 'A' && point <= 'Z') || (point >= 0xC0 && point <= 0xDE && point != 0xD7);
@@ -141,7 +141,7 @@ TEST(Folding, IsTheSameExactlyForEqualTextsForAllPairsOfCodePage1252)
 TEST(Folding, GivesSmallLettersForCodePage1252)
 {
     for (const char32_t point : code_page_1252()) {
-        // The micro sign is the one character of the page that folds to another alphabet.
+        // The micro sign is the only character of the page that folds to a letter of another alphabet.
         const std::string folded = point == 0xB5 ? "\u03BC" : utf8(small_letter(point));
         ASSERT_EQ(order().fold(utf8(point)), folded) << std::hex << std::uint32_t{point};
     }
@@ -190,7 +190,7 @@ TEST(Order, BreaksTiesOfTheAlphabetByCodePoint)
     EXPECT_NE(order().compare("e\u0301", "\u00E9"), 0) << "not brought to the normal form";
 }
 
-// An index of the database is searched by halving: it loses rows unless the order is total.
+// The database searches an index by bisection, which loses rows unless the order is total.
 TEST(Order, IsTotalOverTextsOfAwkwardPieces)
 {
     const std::vector<std::string> pieces = {"a",      "A",    "á",      "a\u0301", "b",      "\u0001", " ",
@@ -229,7 +229,7 @@ TEST(IllFormedText, CountsAsReplacementCharacters)
     EXPECT_EQ(order().nfc("A\xFF"), "A\uFFFD");
 }
 
-// Short texts are folded in a fixed buffer; longer ones must come out the same.
+// Short texts are folded in a fixed buffer; longer ones must give the same result.
 TEST(LongText, IsComparedLikeAShortOne)
 {
     for (const std::string_view letter : {"A", "É", "Ⱥ", "\xFF"})
@@ -247,7 +247,7 @@ TEST(LongText, IsComparedLikeAShortOne)
 
 TEST(LongText, IsRefusedBeyondTheLimitsOfTheLibrary)
 {
-    // Only the length is looked at.
+    // The view reaches beyond its text; only its length is read.
     const std::string_view endless("x", (std::size_t{1} << 28U) + 1);
     EXPECT_THROW(static_cast<void>(order().equal(endless, "x")), common::Error);
     EXPECT_THROW(static_cast<void>(order().compare("x", endless)), common::Error);
@@ -303,7 +303,7 @@ TEST(OtherLocale, SortsByItsOwnAlphabet)
     EXPECT_GT(IcuTextCompare("sv").compare("ä", "z"), 0);
 }
 
-// The order that is asked for does not exist: the library's own code becomes an error of the program.
+// The requested order does not exist: ICU's status becomes an error of the program.
 TEST(FailedConstruction, IsReportedInWords)
 {
     try {

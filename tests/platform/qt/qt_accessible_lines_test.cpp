@@ -55,7 +55,7 @@ TEST_F(QtAccessibleLinesTest, TheListHasItsNameAndItsLinesAsChildren)
     EXPECT_EQ(list().child(-1), nullptr);
 }
 
-// Assistive technology takes the lines of a table for managed by it, and looks at those on the screen only.
+// Assistive technology assumes that a table manages its lines, and looks only at those on the screen.
 TEST_F(QtAccessibleLinesTest, TheListIsATableOfOneColumnToo)
 {
     QAccessibleTableInterface* const table = list().tableInterface();

@@ -24,7 +24,7 @@ protected:
 
     static std::string number(MouseButton which) { return std::to_string(static_cast<int>(which)) + " "; }
 
-    /// A click at a time of its own, in milliseconds.
+    /// Clicks with this timestamp, in milliseconds.
     void click_at(quint64 time, bool second_of_two = false, Qt::MouseButton which = Qt::LeftButton)
     {
         for (const QEvent::Type type :
@@ -63,7 +63,7 @@ TEST_F(QtButtonTest, AReleaseThatABoxHasSwallowedIsToldBeforeTheNextClick)
     EXPECT_EQ(journal, "down2 up2 click ");
 }
 
-// The button may ask something else by then; the second press of the same gesture is no answer to that.
+// By then the button may ask something else, which the second press of the same gesture must not answer.
 TEST_F(QtButtonTest, ADoubleClickClicksOnce)
 {
     click_with(button.widget(), Qt::LeftButton);
@@ -82,7 +82,7 @@ TEST_F(QtButtonTest, AsManyClicksAsFollowEachOtherFastClickOnce)
     click_at(now);
     const std::string once = journal;
     ASSERT_EQ(once, "down1 click up1 ");
-    // The toolkit takes every second one for a double click.
+    // The toolkit reports every second press as a double click.
     for (const bool second : {true, false, true, false}) {
         now += interval - 1;
         click_at(now, second);
@@ -147,7 +147,7 @@ TEST_F(QtButtonTest, StandsWhereTheTwipsSay)
 TEST_F(QtButtonTest, EdgesAreRoundedToTheNearestPixel)
 {
     button.set_left(100);  // 6.67 pixels
-    button.set_width(998); // up to 73.2
+    button.set_width(998); // right edge at 73.2 pixels
     EXPECT_EQ(button.widget().x(), 7);
     EXPECT_EQ(button.widget().width(), 66);
 }

@@ -44,13 +44,13 @@ protected:
 
     QPoint middle_of(QWidget& widget) { return widget.mapTo(&window.widget(), widget.rect().center()); }
 
-    /// The user clicks on the widget; nothing is left out of what the system and the toolkit do with that.
+    /// Clicks on the widget through the window's handle, as a real click arrives.
     void click(QWidget& widget, Qt::KeyboardModifiers held, Qt::MouseButton which = Qt::LeftButton)
     {
         QTest::mouseClick(handle(), which, held, middle_of(widget));
     }
 
-    /// Moves the pointer to the widget from beside all of them.
+    /// Moves the pointer onto the widget, starting outside all widgets.
     void point_at(QWidget& widget)
     {
         point_beside();
@@ -60,7 +60,8 @@ protected:
 
     void point_beside()
     {
-        // The toolkit takes no notice of a move to where the pointer stands already, be it in another window.
+        // The toolkit ignores a move to the pointer's current position, even if that was in another window; so move
+        // twice.
         QTest::mouseMove(handle(), QPoint(300, 240));
         QTest::mouseMove(handle(), QPoint(300, 250));
         QCoreApplication::processEvents();

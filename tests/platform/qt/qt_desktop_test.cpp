@@ -58,7 +58,7 @@ TEST_F(QtDesktopTest, AMessageWithMarksTellsTheSameWords)
         EXPECT_EQ(box.textFormat(), Qt::RichText);
         press_key(label, Qt::Key_A, "\x01", false, Qt::ControlModifier);
         press_key(label, Qt::Key_C, "\x03", false, Qt::ControlModifier);
-        // The toolkit copies every blank as an ordinary one.
+        // The toolkit copies no-break spaces as ordinary blanks.
         EXPECT_EQ(QGuiApplication::clipboard()->text(), QString(words).replace(QChar(QChar::Nbsp), ' '));
         EXPECT_EQ(box.findChild<QPlainTextEdit*>()->accessibleName(), words);
         box.accept();
@@ -68,7 +68,7 @@ TEST_F(QtDesktopTest, AMessageWithMarksTellsTheSameWords)
 
 TEST_F(QtDesktopTest, ALongWordIsNotCut)
 {
-    const std::string word(70, 'o'); // three quarters of the screen hold it
+    const std::string word(70, 'o'); // fits three quarters of the screen
     when_box_opens<QMessageBox>([&](QMessageBox& box) {
         const auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
         ASSERT_NE(label, nullptr);
@@ -122,7 +122,7 @@ void activate(QWidget& box)
     QCoreApplication::processEvents();
 }
 
-/// The widgets that Tab leads to, from the one with the focus on.
+/// The widgets in tab order, starting with the one that has the focus.
 QList<QWidget*> tab_stops(QWidget& box)
 {
     QList<QWidget*> stops;

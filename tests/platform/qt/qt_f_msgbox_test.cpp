@@ -116,7 +116,7 @@ TEST_F(QtFMsgboxTest, ControlsStandWhereTheyArePlacedInTwips)
     f_msgbox.window.place(f_msgbox.b_ok, {.left = 22, .top = 22, .width = 46, .height = 46});
     f_msgbox.window.place(f_msgbox.pic_adjust, {.left = 1500, .top = 1515, .width = 255, .height = 240});
     EXPECT_EQ(find("Text1").geometry(), QRect(10, 20, 200, 100));
-    // 22 twips are 1.47 pixels, and 22 + 46 are 4.53: each edge is rounded by itself.
+    // 22 twips are 1.47 pixels, and 22 + 46 are 4.53: each edge is rounded on its own.
     EXPECT_EQ(find("b_ok").geometry(), QRect(1, 1, 4, 4));
     EXPECT_EQ(find("pic_adjust").geometry(), QRect(100, 101, 17, 16));
 }

@@ -26,7 +26,7 @@ protected:
         dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromLatin1(name));
     }
 
-    /// What a click on the button does that ends the dialog.
+    /// Does what a click on the dialog's accept button does.
     static void accept(QFileDialog& dialog) { static_cast<QDialog&>(dialog).accept(); }
 
     QtGuard guard;
@@ -172,7 +172,7 @@ TEST_F(QtFileDialogTest, AnExistingFileWithQuotesInItsNameCanBeClicked)
             clicked = found.isEmpty() ? QModelIndex() : found.front();
             return clicked.isValid();
         };
-        ASSERT_TRUE(QTest::qWaitFor(find)); // the toolkit reads the folder in a thread of its own
+        ASSERT_TRUE(QTest::qWaitFor(find)); // the toolkit reads the folder in another thread
         dialog.findChild<QLineEdit*>("fileNameEdit")->clearFocus();
         files.selectionModel()->select(clicked, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), name);
@@ -183,7 +183,7 @@ TEST_F(QtFileDialogTest, AnExistingFileWithQuotesInItsNameCanBeClicked)
     EXPECT_EQ(chosen.path, folder.file("a \"b\" c.crs"));
 }
 
-/// Keys and clicks as the system sends them to the window of an open dialog, and where they lead.
+/// Sends keys and clicks to an open dialog as the system does, and reports the results.
 class UsedFileDialog {
 public:
     explicit UsedFileDialog(QFileDialog& dialog) : dialog_(dialog)
@@ -192,7 +192,7 @@ public:
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
     }
 
-    /// Clicks a file, which must be there.
+    /// Clicks a file, which must exist.
     void click(const QString& name) const
     {
         const QPoint place = place_of(name);
@@ -206,14 +206,14 @@ public:
             QTest::mouseDClick(dialog_.windowHandle(), Qt::LeftButton, {}, place);
     }
 
-    /// Writes a name over the one that stands in the line.
+    /// Replaces the name in the line by typing another one.
     void type_over(const char* name) const
     {
         QTest::mouseClick(dialog_.windowHandle(), Qt::LeftButton, {}, center_of(*line()));
         QTest::keyClick(dialog_.windowHandle(), Qt::Key_A, Qt::ControlModifier);
         for (const char* letter = name; *letter != '\0'; ++letter)
             QTest::keyClick(dialog_.windowHandle(), *letter);
-        // The first click anywhere else only closes the names that the toolkit offers.
+        // The completer's popup would only close at the first click elsewhere.
         if (QWidget* const offers = QApplication::activePopupWidget())
             offers->hide();
     }
@@ -233,14 +233,14 @@ public:
         if (!dialog_.isVisible())
             return;
         ADD_FAILURE() << "the dialog is still open with " << name();
-        dialog_.reject(); // otherwise the test would wait for ever
+        dialog_.reject(); // otherwise the test would never end
     }
 
     [[nodiscard]] std::string name() const { return line()->text().toStdString(); }
     [[nodiscard]] bool anything_selected() const { return files().selectionModel()->hasSelection(); }
 
 private:
-    /// The one of the two views that is shown.
+    /// The visible one of the two views.
     [[nodiscard]] QAbstractItemView& files() const
     {
         auto* const list = dialog_.findChild<QAbstractItemView*>("listView");
@@ -258,7 +258,7 @@ private:
         const auto all_files = dialog_.directory().entryList(QDir::Files).size();
         QRect place;
         const auto find = [&] {
-            // The toolkit reads the folder in a thread of its own, and sorts it afterwards.
+            // The toolkit reads the folder in another thread, and sorts it afterwards.
             if (model.rowCount(view.rootIndex()) != all_files)
                 return false;
             const QModelIndexList found = model.match(model.index(0, 0, view.rootIndex()), Qt::DisplayRole, name, 1);
@@ -272,7 +272,7 @@ private:
     QFileDialog& dialog_;
 };
 
-/// The folder has some courses, two of them with quotes in their names.
+/// A folder with some courses, two of them with quotes in their names.
 class FileDialogInUse : public QtFileDialogTest {
 protected:
     FileDialogInUse()

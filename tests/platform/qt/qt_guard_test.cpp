@@ -1,5 +1,5 @@
-// Proves that nothing which the logic throws gets into the toolkit, and that an error or the end of the program has
-// the effect that the user is to see.
+// Proves that no exception of the logic reaches the toolkit, and that an error or the end of the program has the effect
+// that the user should see.
 
 #include "common/errors.h"
 #include "platform/qt/qt_guard.h"

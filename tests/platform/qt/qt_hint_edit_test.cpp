@@ -1,5 +1,4 @@
-// What is drawn is looked at in pictures of the widget, on screens with one and with two pixels to a device-independent
-// one.
+// Checks the drawing in pictures of the widget, with device pixel ratios 1 and 2.
 
 #include "platform/qt/qt_hint_edit.h"
 #include "platform/qt/qt_test_tools.h"
@@ -12,11 +11,11 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// What is drawn in the cell of one character.
+/// The pixels in the cell of one character.
 struct CellPicture {
-    int ink = 0;             ///< pixels in the colour of text
-    int ink_above = 0;       ///< pixels in the upper third that are not of the ground
-    int ink_at_the_edge = 0; ///< pixels at the left edge that are not of the ground
+    int ink = 0;             ///< pixels in the text colour
+    int ink_above = 0;       ///< pixels in the upper third that differ from the background
+    int ink_at_the_edge = 0; ///< pixels at the left edge that differ from the background
 };
 
 class HintEditTest : public QtTest {
@@ -29,10 +28,10 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    /// The viewport on a screen with so many pixels to a device-independent one.
+    /// The viewport at this device pixel ratio.
     QImage picture(int scale)
     {
-        edit.setCursorWidth(0); // the caret blinks
+        edit.setCursorWidth(0); // the cursor blinks
         QImage result(edit.viewport()->size() * scale, QImage::Format_RGB32);
         result.setDevicePixelRatio(scale);
         edit.viewport()->render(&result);

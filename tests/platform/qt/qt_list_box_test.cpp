@@ -215,7 +215,7 @@ TEST_F(QtListBoxTest, OnlyTheLeftButtonChooses)
     for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton})
         click_at(middle_of(3), button);
     EXPECT_TRUE(clicked.empty());
-    // Another button meanwhile calls the click off.
+    // Pressing another button meanwhile cancels the click.
     send(QEvent::MouseButtonPress, middle_of(3));
     click_at(middle_of(3), Qt::RightButton);
     send(QEvent::MouseButtonRelease, middle_of(3));
@@ -360,7 +360,7 @@ TEST_F(QtListBoxTest, CharactersSearchForNothing)
     box.set_focus();
     press(Qt::Key_C, "c");
     EXPECT_EQ(current(), 0);
-    // For a letter key the program gets the Latin letter on every layout: nothing is typed here.
+    // Without an input method a letter key gives its Latin letter on every layout; nothing is typed here.
     EXPECT_FALSE(view.testAttribute(Qt::WA_InputMethodEnabled));
 }
 

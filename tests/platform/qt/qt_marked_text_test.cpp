@@ -9,7 +9,7 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// How the toolkit shows the markup: what is bold and underlined stands in brackets.
+/// The markup as the toolkit displays it, with bold underlined text in brackets.
 std::string shown(std::string_view text, const std::vector<common::TextRange>& marked)
 {
     QTextDocument document;

@@ -100,7 +100,7 @@ TEST_F(QtMenuBarTest, ACaptionCanBeChanged)
     EXPECT_EQ(entry.caption(), "Level (now 6)");
 }
 
-/// The menu bar of a window in which a text has the keyboard.
+/// A window with a menu bar and a text that has the focus.
 class MenuKeysTest : public QtTest {
 protected:
     MenuKeysTest()
@@ -116,7 +116,7 @@ protected:
 
     ~MenuKeysTest() override { text.setParent(nullptr); }
 
-    /// A key as the system sends it: to the open menu, otherwise to the window.
+    /// Sends a key as the system does: to the open menu, otherwise to the window.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QWidget* const popup = QApplication::activePopupWidget();

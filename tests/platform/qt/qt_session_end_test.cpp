@@ -1,4 +1,4 @@
-// Sends the real signals to the test program itself, and the session's news through the toolkit's own signal.
+// Sends real signals to the test program itself, and reports the end of the session through the toolkit's own signal.
 
 #include "common/errors.h"
 #include "platform/qt/qt_session_end.h"

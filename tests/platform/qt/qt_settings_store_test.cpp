@@ -54,7 +54,7 @@ TEST_F(QtSettingsStoreTest, KeepsASectionInAFileOfItsOwnAndItsOtherKeys)
     EXPECT_EQ(store.get("CUEDRILL", "general", "second"), "2");
 }
 
-/// What stands in the way of the settings, and for how long it is waited for.
+/// Tests what happens, and how long the program waits, if something blocks the settings.
 class SettingsInTheWay : public QtSettingsStoreTest {
 protected:
     void SetUp() override { store.set("CUEDRILL", "general", "last_db_path", "before"); }
@@ -65,7 +65,7 @@ protected:
         ASSERT_EQ(::mkfifo(path(name).toLocal8Bit().constData(), 0600), 0);
     }
 
-    /// The words of the error.
+    /// The text of the error.
     template <typename Operation>
     std::string refusal(const Operation& operation) const
     {
@@ -119,7 +119,7 @@ TEST_F(SettingsInTheWay, ALockOfAnotherMachineIsNotWaitedForLong)
     EXPECT_EQ(refusal_to_set(), name("CUEDRILL/general.ini.lock") + ": another program holds it");
 }
 
-// A file in the place of the folder stands for a folder that cannot be written: it stops the superuser too.
+// A file in place of the folder stands for a folder that cannot be written: it stops the superuser, too.
 TEST_F(QtSettingsStoreTest, AFolderThatCannotBeMadeIsAnErrorWithItsPath)
 {
     write("CUEDRILL", "in the way");
@@ -131,7 +131,7 @@ TEST_F(QtSettingsStoreTest, AFolderThatCannotBeMadeIsAnErrorWithItsPath)
     }
 }
 
-// A folder in the place of the file stands for a file that cannot be opened.
+// A folder in place of the file stands for a file that cannot be opened.
 TEST_F(QtSettingsStoreTest, AFileThatCannotBeOpenedIsAnErrorForReadingAndWriting)
 {
     ASSERT_TRUE(QDir(folder.path()).mkpath("CUEDRILL/general.ini"));

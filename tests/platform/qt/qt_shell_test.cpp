@@ -13,16 +13,16 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// What a program of these tests wrote about itself.
+/// What a program started by these tests recorded about itself.
 struct Call {
-    std::string command; ///< its name and, in brackets, each argument
-    std::string folder;  ///< in which it was started
+    std::string command; ///< its name, then each argument in brackets
+    std::string folder;  ///< working folder
     std::int64_t process = 0;
     std::int64_t session = 0;
-    std::string streams; ///< where its input, its output and its errors lead
+    std::string streams; ///< where its input, output and error output lead
 };
 
-/// Writes its call to the file %1, which gets its name when it is complete. %2 is the program's name.
+/// Records its call in the file %1, which gets its name when it is complete. %2 is the program's name.
 constexpr auto script = R"sh(#!/bin/sh
 exec 3>'%1.part'
 printf '%2' >&3
@@ -36,7 +36,7 @@ exec 3>&-
 mv '%1.part' '%1'
 )sh";
 
-/// The input of this process comes from a file of its own while an object of this class lives.
+/// Reads this process's input from a file of its own while an object of this class lives.
 class OwnInput {
 public:
     OwnInput()
@@ -59,7 +59,7 @@ private:
 
 class QtShellTest : public testing::Test {
 protected:
-    /// Makes a program that writes its call.
+    /// Installs a program that records its call.
     void install(const char* name) const
     {
         write_program(name, QString::fromLatin1(script).arg(called_, QLatin1String(name)));
@@ -73,7 +73,7 @@ protected:
         ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     }
 
-    /// The call of the program that was started last.
+    /// The call of the program started last.
     [[nodiscard]] Call call() const
     {
         constexpr int longest = 20'000; // milliseconds

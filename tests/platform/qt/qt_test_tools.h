@@ -13,14 +13,14 @@
 
 namespace cuedrill::platform::qt {
 
-/// A moment of the system's clock, in milliseconds, long after the last one.
+/// A timestamp of the system's clock, in milliseconds, one second after the last one.
 inline quint64 next_moment()
 {
     static quint64 moment = 1'000'000;
     return moment += 1000;
 }
 
-/// Sends a key press as the toolkit delivers it to the focus widget. Returns whether somebody took it.
+/// Sends a key press as the toolkit delivers it to the focus widget. Returns whether it was accepted.
 inline bool press_key(QWidget& widget, int key, const QString& text = {}, bool auto_repeat = false,
                       Qt::KeyboardModifiers modifiers = Qt::NoModifier, quint32 scan_code = 0)
 {
@@ -56,7 +56,7 @@ inline void click_with(QWidget& widget, Qt::MouseButton button)
     send_mouse(widget, QEvent::MouseButtonRelease, button);
 }
 
-/// The cell of the character at a position of the document, in the viewport.
+/// The cell of the character at a document position, in viewport coordinates.
 inline QRect cell_of(const QPlainTextEdit& edit, int position)
 {
     QTextCursor cursor(edit.document());
@@ -66,7 +66,7 @@ inline QRect cell_of(const QPlainTextEdit& edit, int position)
     return {left.left(), left.top(), edit.cursorRect(cursor).left() - left.left(), left.height()};
 }
 
-/// Calls `inspect` with the modal box that opens next, which it must close.
+/// Calls `inspect` with the next modal box that opens. `inspect` must close it.
 template <typename Box>
 void when_box_opens(std::function<void(Box&)> inspect)
 {
@@ -77,10 +77,11 @@ void when_box_opens(std::function<void(Box&)> inspect)
     });
 }
 
-/// A guard whose errors are kept, and an event loop that later tests can use although this one has ended the program.
+/// A guard that records errors, and a clean-up so that later tests can run an event loop although a test has ended the
+/// program.
 class QtTest : public testing::Test {
 protected:
-    /// Runs an event loop once, which clears the toolkit's mark that all loops are to return.
+    /// Runs an event loop once; this clears the toolkit's flag that makes all loops return.
     static void forget_end()
     {
         QTimer::singleShot(0, [] { QCoreApplication::exit(0); });

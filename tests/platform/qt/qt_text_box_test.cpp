@@ -113,7 +113,7 @@ TEST_F(QtTextBoxTest, CharactersOfCodeZeroAreDroppedFromWhatIsPasted)
     EXPECT_EQ(box.text(), "Oslo\r\nNorway");
 }
 
-/// Opens what the toolkit calls for each paste.
+/// Makes accessible the function that the toolkit calls for each paste.
 struct PasteAccess : QPlainTextEdit {
     using QPlainTextEdit::insertFromMimeData;
 };

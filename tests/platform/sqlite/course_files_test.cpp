@@ -7,8 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// A course comes from anywhere, and so do the files beside it. Whatever they hold, opening the course touches the
-// course, its own journal and its own log only.
+// A course may come from anywhere, and so may the files next to it. Whatever they contain, opening the course touches
+// only the course, its own journal and its own log.
 namespace cuedrill::platform::sqlite::test {
 namespace {
 
@@ -22,7 +22,7 @@ std::string big_endian(std::size_t number)
     return bytes;
 }
 
-/// What the engine writes behind a journal that is one of several: the name of the file that lists them all.
+/// What the engine appends to a journal that is one of several: the name of the file that lists them all.
 std::string naming(const std::string& name)
 {
     std::size_t sum = 0;
@@ -32,7 +32,7 @@ std::string naming(const std::string& name)
            "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7";
 }
 
-/// A course with records, closed, and beside it a file of the user's own.
+/// A closed course with records, and a file of the user's own next to it.
 class Neighbours : public CourseTest {
 protected:
     Neighbours()
@@ -43,7 +43,7 @@ protected:
         write_bytes(precious, "precious");
     }
 
-    /// Puts the journal of a transaction that a crash has cut beside the course, which it has half changed.
+    /// Leaves the course half changed, with the hot journal of a transaction that a crash has interrupted.
     void leave_hot_journal()
     {
         const TemporaryFolder elsewhere;
@@ -58,7 +58,7 @@ protected:
         write_bytes(journal, bytes_of(elsewhere / "journal"));
     }
 
-    /// Opens the course, which must be refused with nothing changed in the folder.
+    /// Opens the course, which must be rejected without changing anything in the folder.
     std::string refused()
     {
         const std::string course_bytes = bytes_of(path);
@@ -108,7 +108,7 @@ TEST_F(Neighbours, AHotJournalThatNamesAFileRefusesTheCourse)
     EXPECT_TRUE(bytes_of(journal) == bytes);
 }
 
-// The engine leaves such a journal alone at first and believes its end at the next rollback.
+// The engine ignores such a journal at first, but trusts its end at the next rollback.
 TEST_F(Neighbours, AJournalThatIsUsedUpAndNamesAFileRefusesTheCourse)
 {
     write_bytes(journal, std::string(1024, '\0') + naming(precious));
@@ -185,7 +185,7 @@ TEST_F(Neighbours, ALogOfGarbageGoesWithTheOpening)
     }
 }
 
-// The engine would empty and fill a file of this name to share its index of the log.
+// The engine would truncate and fill a file of this name to share its index of the log.
 TEST_F(Neighbours, TheIndexOfALogIsNeverTouched)
 {
     RawConnection(path).run("PRAGMA journal_mode = WAL");
@@ -234,7 +234,7 @@ TEST_F(Neighbours, ACourseThatIsCalledLikeTheJournalIsNotDeleted)
     EXPECT_EQ(refused(), "Beside it lies course.crs-journal" + no_file_of_the_course);
 }
 
-// The engine would make the course as large as its journal says that it was.
+// The engine would extend the course to the size that its journal claims.
 TEST_F(Neighbours, AJournalOfAFarLargerFileRefusesTheCourse)
 {
     const std::string header = "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7" + big_endian(0) + big_endian(1) +
@@ -257,7 +257,7 @@ TEST_F(Neighbours, ANewCourseDoesNotTakeOverTheFilesOfAnEarlierOne)
     EXPECT_EQ(folder.names(), (Names{"course.crs-wal", "diary.txt"}));
 }
 
-/// The engine's own view through `CourseFiles`.
+/// What the engine sees through `CourseFiles`.
 class View : public Neighbours {
 protected:
     View() : system(sqlite3_vfs_find(files.name())) {}

@@ -80,7 +80,7 @@ TEST_F(Creation, DestructionBeforeTheEndLeavesNothingBehind)
     EXPECT_EQ(folder.names(), Names{});
 }
 
-// What a program that was killed has left is held by nobody; what another one is just making is.
+// Nobody holds a lock on the leftovers of a killed program; a file that another program is making is locked.
 TEST_F(Creation, RemovesWhatEarlierOnesLeftBehindAndNobodyHolds)
 {
     const std::string left = folder / ".cuedrill-new-17";

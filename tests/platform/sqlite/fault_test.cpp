@@ -4,13 +4,13 @@
 #include <filesystem>
 #include <sqlite3.h>
 
-// A file system of the engine that passes everything on to the real one, but fails the n-th write, sync or read.
-// It proves that a failure at any point leaves either all or nothing of a transaction, and no half-made course.
+// A file system for the engine that passes all calls to the real one, but fails the n-th write, sync or read. It proves
+// that after a failure at any point either all or nothing of a transaction is stored, and no incomplete course remains.
 namespace cuedrill::platform::sqlite::test {
 namespace {
 
 struct FaultPlan {
-    int countdown = -1; ///< operations until the failure; below 0 for none
+    int countdown = -1; ///< operations until the failure; negative for none
     int code = SQLITE_IOERR_WRITE;
     bool on_reads = false;
 
@@ -74,7 +74,7 @@ int open_through(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int fl
     return code;
 }
 
-/// Makes the failing file system the engine's own while it lives.
+/// Makes the failing file system the engine's default while an object of this class lives.
 class FaultSystem {
 public:
     FaultSystem()
@@ -102,8 +102,7 @@ private:
 
 class Fault : public testing::TestWithParam<std::pair<int, DatabaseErrorKind>> {
 protected:
-    /// Runs `action` with the n-th operation failing, for n = 0, 1, …, until it runs through; returns how often it
-    /// failed.
+    /// Runs `action` with the n-th operation failing, for n = 0, 1, …, until it succeeds; returns how often it failed.
     template <typename Action, typename Check>
     int fail_at_each_point(Action action, Check check)
     {

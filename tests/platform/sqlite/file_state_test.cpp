@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-// What happens to an open course when its file or its disk changes underneath.
+// Tests what happens to an open course when its file or its disk changes underneath.
 namespace cuedrill::platform::sqlite::test {
 namespace {
 
@@ -37,7 +37,7 @@ TEST_F(FileState, ADeletedFileTakesNoMoreWrites)
     EXPECT_TRUE(folder.names().empty());
 }
 
-// The folder is there and cannot be looked into: the course may well be where it was.
+// The folder exists but cannot be searched: the course may well still be there.
 TEST_F(FileState, APlaceThatCannotBeLookedAtIsNoMovedFile)
 {
     add("one");
@@ -72,7 +72,7 @@ TEST_F(FileState, AFullDiskKeepsTheCourseAsItWas)
     EXPECT_EQ(folder.names(), std::vector<std::string>{"course.crs"});
 }
 
-// Somebody may look at the file, or copy it, while a box tells of the full disk.
+// While a box reports the full disk, another program may read or copy the file.
 TEST_F(FileState, AFullDiskLeavesNoHalfWrittenFileBehindTheRollback)
 {
     add("one");

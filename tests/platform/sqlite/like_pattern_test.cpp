@@ -15,7 +15,7 @@ bool matches(std::string_view pattern, std::string_view text)
     return LikePattern(pattern, pattern).matches(text);
 }
 
-/// Expects `pattern` to stand for each of `fitting` and for none of `others`.
+/// Expects `pattern` to match each of `fitting` and none of `others`.
 void expect_matches(std::string_view pattern, const std::vector<std::string_view>& fitting,
                     const std::vector<std::string_view>& others)
 {
@@ -25,7 +25,7 @@ void expect_matches(std::string_view pattern, const std::vector<std::string_view
         EXPECT_FALSE(matches(pattern, text)) << pattern << ' ' << text;
 }
 
-/// The words with which the pattern is refused.
+/// The text of the error with which the pattern is rejected.
 std::string refusal(std::string_view folded, std::string_view shown)
 {
     try {
@@ -181,7 +181,7 @@ TEST(Pattern, WithARangeThatRunsBackwardsIsRefused)
     EXPECT_EQ(refusal("[!\u00E9-e]", "[!\u00E9-e]"), "The pattern \"[!\u00E9-e]\" has a range that runs backwards.");
 }
 
-// Tried out branch by branch, this would take longer than the world has stood.
+// Trying every branch would take longer than the age of the universe.
 TEST(Pattern, OfManyRunsIsDecidedAtOnce)
 {
     EXPECT_FALSE(matches("*a*a*a*a*a*a*a*b", std::string(200, 'a')));
@@ -192,7 +192,7 @@ TEST(Pattern, OfManyRunsIsDecidedAtOnce)
     EXPECT_TRUE(matches(pattern, std::string(2000, 'a')));
 }
 
-/// Whether `pattern`, of "a", "b", "?" and "*" only, stands for `text`: the rules tried out one by one.
+/// Whether `pattern`, of "a", "b", "?" and "*" only, matches `text`: tries the rules one by one.
 bool matches_slowly(std::string_view pattern, std::string_view text)
 {
     if (pattern.empty())

@@ -5,7 +5,7 @@ namespace {
 
 class Like : public CourseTest {
 protected:
-    /// The questions that a condition finds, in their order, with a blank behind each.
+    /// The questions that match a condition, in order, each followed by a blank.
     [[nodiscard]] std::string found(const std::string& condition)
     {
         std::string all;
@@ -15,7 +15,7 @@ protected:
         return all;
     }
 
-    /// The words of the error that a condition ends with.
+    /// The text of the error that a condition causes.
     [[nodiscard]] std::string refusal(const std::string& condition)
     {
         return error_words(DatabaseErrorKind::other, [&] { static_cast<void>(found(condition)); });
@@ -36,7 +36,7 @@ TEST_F(Like, FindsTextsByAPatternWithoutRegardToCase)
     EXPECT_EQ(found("q not like 'a*'"), "b1 xabc ");
 }
 
-// A search between two keys of an index would go by other rules than the pattern.
+// A range search in an index would follow other rules than the pattern.
 TEST_F(Like, IsNotTurnedIntoASearchInAnIndex)
 {
     for (const char* sql : {"explain query plan Select * from qa where q like 'abc*'",

@@ -8,7 +8,7 @@ namespace {
 
 class Order : public CourseTest {
 protected:
-    /// How the engine looks a question up.
+    /// The engine's query plan for looking up a question.
     std::string plan()
     {
         const Rows steps = database.query("explain query plan Select cnt from qa where q = ?1", {std::string("a")});
@@ -55,7 +55,7 @@ TEST_F(Order, WithoutTheStampRowsWouldBeLost)
     EXPECT_FALSE(finds_all()) << "proves that the test above can fail";
 }
 
-// Indexes in another order must not be written to: rows that they do not find again would be lost to them for good.
+// Indexes in another order must not be written to: rows that cannot be found in them again would be lost for good.
 TEST_F(Order, WithoutRoomOnTheDiskIsBroughtAboutBeforeTheNextWrite)
 {
     fill();
@@ -107,7 +107,7 @@ TEST_F(Order, WithoutRoomOnTheDiskHidesNoParameter)
     EXPECT_EQ(folder.names(), std::vector<std::string>{"course.crs"});
 }
 
-// The views that stand before the tables meanwhile are no part of the file, nor in the way of another opening.
+// The views that stand in for the tables meanwhile are not part of the file, and do not prevent another opening.
 TEST_F(Order, WithoutRoomOnTheDiskLeavesNothingBehindWhenTheCourseIsClosed)
 {
     fill();
@@ -170,7 +170,7 @@ TEST_F(Order, KeysThatBecomeEqualAreReportedAndTheFileStaysAsItIs)
 {
     database.close();
     {
-        // A course whose texts were told apart by case.
+        // A course whose texts were compared case-sensitively.
         compare.ignore_case = false;
         compare.version = 3;
         database.open(path, tables());

@@ -96,7 +96,7 @@ TEST_F(Query, NeedsAnOpenCourse)
 
 TEST_F(Query, IsVisitedRowByRowUntilTheVisitorHasEnough)
 {
-    // Reading the third row fails; whoever stops before never meets it.
+    // Reading the third row fails; a visitor that stops before never gets there.
     for (const char* q : {"a", "b", "xyz"})
         add(q);
     const std::string sql =

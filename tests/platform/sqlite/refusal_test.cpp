@@ -5,8 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// Each test proves two things: the file is refused with the right words, and it is left as it was, without anything
-// new beside it.
+// Each test proves two things: the file is rejected with the right words, and it stays unchanged, with no new file next
+// to it.
 namespace cuedrill::platform::sqlite::test {
 namespace {
 
@@ -21,7 +21,7 @@ protected:
 
     void rewrite(const std::string& sql) { RawConnection(path).run(sql); }
 
-    /// Makes `qa` again by another definition.
+    /// Replaces `qa` by a table with another definition.
     void remake_qa(const std::string& definition) { rewrite("DROP TABLE qa; " + definition); }
 
     std::string definition_of_qa()
@@ -232,7 +232,7 @@ TEST_F(Refusal, AnotherPrimaryKey)
     EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table qa has another key).");
 }
 
-// A look-up by such a key would take two spellings of a parameter for two parameters.
+// With such a key, two spellings of a parameter would count as two parameters.
 TEST_F(Refusal, AKeyThatTellsUpperAndLowerCaseApart)
 {
     rewrite("DROP TABLE params; CREATE TABLE params (param TEXT COLLATE CUEDRILL, date_value REAL, "
@@ -240,7 +240,7 @@ TEST_F(Refusal, AKeyThatTellsUpperAndLowerCaseApart)
     EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table params has another key).");
 }
 
-// Made with the rules for "like" of another program.
+// Made with another program's rules for "like".
 TEST_F(Refusal, AnIndexThatGoesByAPattern)
 {
     rewrite("CREATE INDEX some ON qa (a) WHERE q LIKE 'o%'");
@@ -258,7 +258,7 @@ TEST_F(Refusal, ADamagedPage)
 
 TEST_F(Refusal, ADamagedListOfTables)
 {
-    put(100, "\x07"); // the kind of the first page
+    put(100, "\x07"); // the type of the first page
     refused(DatabaseErrorKind::damaged);
 }
 
@@ -277,7 +277,7 @@ TEST_F(Refusal, ATextThatBreaksTheLengthRule)
     refused(DatabaseErrorKind::damaged);
 }
 
-/// The definition of `qa` as another program makes it: without rules for the length of texts.
+/// The definition of `qa` as another program may make it: without checks of the text length.
 TEST_F(Refusal, ATextThatIsFarTooLongByItsRecordAndLength)
 {
     std::string loose = definition_of_qa();
@@ -314,7 +314,7 @@ TEST_F(Refusal, AChainOfPagesThatWouldTakeTheWholeStack)
             bytes += static_cast<char>((number >> (shift - 8)) & 0xFFU);
         return bytes;
     };
-    // A page of a table that holds nothing but one page below it, and at the end an empty one without any.
+    // A table page with a single child page and no cells; at the end of the chain comes an empty page without a child.
     const auto inner = [&](std::size_t below) {
         return (std::string("\x05\0\0\0\0\x02\0\0", 8) + big_endian(below)).append(page - 12, '\0');
     };
@@ -328,7 +328,7 @@ TEST_F(Refusal, AChainOfPagesThatWouldTakeTheWholeStack)
     EXPECT_TRUE(words.starts_with("It is damaged (")) << words;
 }
 
-// The engine says that it has no memory also where its check would be a program of too many steps.
+// The engine reports lack of memory also if its check would compile to too many steps.
 TEST_F(Refusal, AFileWhoseRulesAreTooMany)
 {
     std::string rule = "CASE a";
@@ -341,7 +341,7 @@ TEST_F(Refusal, AFileWhoseRulesAreTooMany)
     EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It would take too much memory to be looked through.");
 }
 
-// The engine counts characters up to the first zero, and any number of continuation bytes as part of one character.
+// The engine counts characters up to the first NUL, and any number of continuation bytes as one character.
 TEST_F(Refusal, ATextThatIsFarTooLongBehindTheRulesOfTheTable)
 {
     rewrite("UPDATE qa SET q = 'x' || char(0) || printf('%.*c', 20000, 'y') WHERE cnt = 2");

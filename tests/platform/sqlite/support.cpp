@@ -80,7 +80,7 @@ std::string FoldingCompare::lower(std::string_view text) const
 
 TemporaryFolder::TemporaryFolder()
 {
-    // In memory where there is such a place: the many syncs of small files then cost nothing.
+    // In memory where available: the many syncs of small files then cost nothing.
     const std::filesystem::path memory = "/dev/shm";
     const bool has_memory = ::access(memory.c_str(), W_OK) == 0;
     std::string name =

@@ -20,7 +20,7 @@ struct sqlite3;
 
 namespace cuedrill::platform::sqlite::test {
 
-/// Folds ASCII letters; sorts by bytes of the folded texts, or the other way round.
+/// Folds ASCII letters; sorts by the bytes of the folded texts, ascending or descending.
 class FoldingCompare : public TextCompare {
 public:
     [[nodiscard]] bool equal(std::string_view a, std::string_view b) const override { return compare(a, b) == 0; }
@@ -33,12 +33,12 @@ public:
     bool reversed = false;
     bool ignore_case = true;
     std::uint32_t version = 1;
-    mutable bool fail = false;        ///< every comparison and every folding throws
-    bool out_of_memory = false;       ///< the same, for lack of memory
-    mutable std::size_t foldings = 0; ///< texts that were folded, both of each comparison
+    mutable bool fail = false;        ///< makes every comparison and folding throw
+    bool out_of_memory = false;       ///< makes them throw for lack of memory
+    mutable std::size_t foldings = 0; ///< number of folded texts; a comparison folds two
 };
 
-/// A folder that is gone with the object.
+/// A temporary folder, removed on destruction.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -48,14 +48,14 @@ public:
 
     [[nodiscard]] std::string operator/(std::string_view name) const { return (path_ / name).string(); }
     [[nodiscard]] std::string path() const { return path_.string(); }
-    /// The names of all it holds, sorted.
+    /// The names of its contents, sorted.
     [[nodiscard]] std::vector<std::string> names() const;
 
 private:
     std::filesystem::path path_;
 };
 
-/// The engine used directly, as another program would.
+/// Uses the engine directly, as another program would.
 class RawConnection {
 public:
     explicit RawConnection(const std::string& file);
@@ -67,7 +67,7 @@ public:
     void run(const std::string& sql);
     /// The first column of the first row as text.
     [[nodiscard]] std::string query(const std::string& sql);
-    /// The `column`s of all rows, one to a line.
+    /// `column` of all rows, one per line.
     [[nodiscard]] std::string lines(const std::string& sql, int column);
 
 private:
@@ -75,7 +75,7 @@ private:
     sqlite3* db_ = nullptr;
 };
 
-/// No file of the process can grow beyond a size while an object of this class lives.
+/// Limits the size of all files of the process while an object of this class lives.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
@@ -97,8 +97,8 @@ private:
     void (*handler_)(int);
 };
 
-/// The engine cannot open a file whose name has an ending while an object of this class lives; for lack of room
-/// (ENOSPC) it only cannot create it.
+/// Makes the engine fail to open files with this name ending while an object of this class lives; with ENOSPC it only
+/// fails to create them.
 class FailingOpen {
 public:
     FailingOpen(std::string ending, int error);
@@ -111,13 +111,13 @@ public:
 [[nodiscard]] TableSchema qa_table();
 [[nodiscard]] std::vector<TableSchema> tables();
 
-/// Begins and ends the creation of a course of these tables, which is open then.
+/// Creates a course with these tables; it is open afterwards.
 void create_course(Database& database, const std::string& path);
 
 [[nodiscard]] std::string bytes_of(const std::string& path);
 void write_bytes(const std::string& path, std::string_view bytes);
 
-/// Runs `action`, which must throw a DatabaseError of `kind`; its words are returned.
+/// Runs `action`, which must throw a DatabaseError of `kind`, and returns its text.
 std::string error_words(DatabaseErrorKind kind, const std::function<void()>& action);
 
 /// Adds a row; returns its number.
@@ -125,7 +125,7 @@ std::int64_t add_row(Database& database, const std::string& q, const std::string
 
 [[nodiscard]] std::int64_t count(Database& database, std::string_view sql = "Select count(0) from qa");
 
-/// An empty course in a folder of its own, open.
+/// An empty, open course in a temporary folder.
 class CourseTest : public testing::Test {
 protected:
     CourseTest();

@@ -87,7 +87,7 @@ TEST_F(Transactions, CommitNeedsOne)
 TEST_F(Transactions, AFullDiskIsReportedAndUndoneByTheGuards)
 {
     add("before");
-    // The engine itself refuses to let the file grow, as the system does on a full disk.
+    // Makes the engine itself refuse to let the file grow, as the system does on a full disk.
     EXPECT_GT(count(database, "PRAGMA max_page_count = 1"), 0);
     {
         const Transaction outer(database);
@@ -110,7 +110,7 @@ TEST_F(Transactions, OneThatTheEngineUndidTakesNoMoreWrites)
 {
     add("before");
     Transaction outer(database);
-    // "or rollback" makes the engine end the whole transaction at the first broken rule.
+    // "or rollback" makes the engine roll back the whole transaction at the first constraint that fails.
     error_words(DatabaseErrorKind::constraint, [&] { database.execute("update or rollback qa set q_fails = 40000"); });
     EXPECT_EQ(error_words(DatabaseErrorKind::other, [&] { database.execute("update qa set a = 'alone'"); }),
               "The changes before were undone.");

@@ -16,10 +16,10 @@
 
 namespace cuedrill::platform::system {
 
-/// The files of the machine in a folder of the test's own.
+/// Real files in a temporary folder of the test.
 class FilesTest : public testing::Test {
 protected:
-    /// A pipe with a name, which blocks whoever opens it carelessly.
+    /// A named pipe; opening it carelessly blocks.
     [[nodiscard]] std::string make_pipe() const
     {
         const std::string path = folder.file("pipe");
@@ -33,7 +33,7 @@ protected:
         return folder.file(name);
     }
 
-    /// The words of the error that `operation` throws.
+    /// The text of the error that `operation` throws.
     static std::string words(const std::function<void()>& operation)
     {
         try {
@@ -48,7 +48,7 @@ protected:
     SystemFiles files;
 };
 
-/// Lets no file grow beyond `bytes` while it lives.
+/// Limits the size of files to `bytes` while an object of this class lives.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
@@ -71,7 +71,7 @@ private:
     void (*handler_)(int);
 };
 
-/// Brings the working folder of its beginning back at its end.
+/// Restores the working folder on destruction.
 class KeptWorkingFolder {
 public:
     KeptWorkingFolder() = default;
@@ -89,7 +89,7 @@ private:
     std::filesystem::path before_ = std::filesystem::current_path();
 };
 
-/// Makes the superuser, who may do everything everywhere, somebody else while it lives.
+/// Gives up the superuser's rights, which override all permissions, while an object of this class lives.
 class AsNobody {
 public:
     AsNobody()

@@ -7,7 +7,7 @@
 
 namespace cuedrill::platform::system {
 
-/// Gives an environment variable a value (nullptr: takes it away) until the end of its own life.
+/// Sets an environment variable (nullptr: unsets it) while an object of this class lives.
 class ScopedVariable {
 public:
     ScopedVariable(std::string name, const char* value) : name_(std::move(name))

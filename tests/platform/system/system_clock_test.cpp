@@ -18,7 +18,7 @@ std::int64_t universal_seconds()
     return unix_epoch + std::chrono::floor<std::chrono::seconds>(since_epoch).count();
 }
 
-/// Expects what the clock says to be the universal time plus `offset` seconds.
+/// Expects the clock to show UTC plus `offset` seconds.
 void expect_offset(const SystemClock& clock, std::int64_t offset)
 {
     const std::int64_t before = universal_seconds();
@@ -56,7 +56,7 @@ TEST(SystemClock, CountsTheSecondsOfTheLocalDay)
     const std::int64_t after = clock.now().seconds();
     ASSERT_GE(since_midnight, 0);
     ASSERT_LT(since_midnight, 86400);
-    // Midnight may pass between the readings: the whole second is one of those that did.
+    // Midnight may pass between the readings, so compare with each second that passed.
     const auto second = static_cast<std::int64_t>(since_midnight);
     bool passed = false;
     for (std::int64_t s = before; s <= after; ++s)

@@ -12,7 +12,7 @@ constexpr std::uint64_t no_limit = 1U << 30U;
 
 class SystemFilesTest : public FilesTest {
 protected:
-    /// All bytes of the file, in pieces of `most`.
+    /// All bytes of the file, read in pieces of `most`.
     [[nodiscard]] std::string contents(const std::string& path, std::uint64_t longest = no_limit,
                                        std::size_t most = 65536) const
     {
@@ -179,7 +179,7 @@ TEST_F(Reading, RefusesPipesAndDevicesAtOnce)
     EXPECT_EQ(read_words("/dev/zero"), "Cannot read /dev/zero: it is not a regular file.");
 }
 
-// The first page of its own memory is not mapped: the file opens, but every read of it fails.
+// The first page of this process's memory is not mapped: the file opens, but reading it fails.
 TEST_F(Reading, ReportsAnErrorInTheMiddle)
 {
     EXPECT_EQ(read_words("/proc/self/mem"), "Cannot read /proc/self/mem: Input/output error.");
@@ -218,7 +218,7 @@ TEST_F(Appending, NeverWaitsForTheReaderOfAPipe)
     EXPECT_EQ(append_words(pipe), "Cannot write " + pipe + ": No such device or address.");
 }
 
-// The system takes a part of the bytes and refuses the rest, as a full disk does.
+// The system writes some of the bytes and refuses the rest, like a full disk.
 TEST_F(Appending, ReportsAWriteThatIsCutShort)
 {
     const std::string path = folder.write("trace.txt", "12345678");

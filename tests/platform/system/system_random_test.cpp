@@ -18,7 +18,8 @@ TEST(SystemRandom, FillsTheRangeEvenlyAndNeverReachesOne)
         ASSERT_LT(number, 1.0);
         ++tenths.at(static_cast<std::size_t>(number * 10));
     }
-    // A true tenth differs from this by more than ten standard deviations less than once in 10^20 runs.
+    // With a true probability of a tenth, a deviation this large (more than ten standard deviations) happens less than
+    // once in 10^20 runs.
     for (const int count : tenths)
         EXPECT_NEAR(count, draws / 10, 1400);
 }

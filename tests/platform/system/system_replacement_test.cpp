@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The mask for new files while it lives.
+/// Sets the umask while an object of this class lives.
 class FileMask {
 public:
     explicit FileMask(mode_t mask) : before_(::umask(mask)) {}
@@ -33,7 +33,7 @@ private:
 
 class ReplacementTest : public FilesTest {
 protected:
-    /// The words with which new contents for `name` are refused.
+    /// The text of the error with which a replacement of `name` is refused.
     [[nodiscard]] std::string refusal(const std::string& name)
     {
         return words([&] { static_cast<void>(files.begin_replacement(name)); });
@@ -41,7 +41,7 @@ protected:
 
     static fs::perms permissions(const std::string& name) { return fs::status(name).permissions(); }
 
-    /// How many names the folder holds.
+    /// The number of names in the folder.
     [[nodiscard]] std::ptrdiff_t names() const
     {
         return std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator());
@@ -188,7 +188,7 @@ TEST_F(PartFile, StaysWhereTheContentsAreNotCompleted)
     EXPECT_EQ(folder.read("list.txt.cuedrill-part"), std::string(100000, 'x') + "the end");
 }
 
-/// A file of this name that somebody is writing.
+/// A file with this name that somebody is writing.
 class HeldFile {
 public:
     explicit HeldFile(const std::string& name) : handle_(::open(name.c_str(), O_RDWR | O_CLOEXEC))
@@ -284,7 +284,7 @@ TEST_F(PartFile, IsNotLookedForWithoutEnd)
 
 TEST_F(PartFile, HasAShorterNameWhereTheWholeOneDoesNotFit)
 {
-    // 255 bytes, as many as a name may have; a cut at any byte would mostly hit the middle of a character.
+    // 255 bytes, the longest name possible; a cut at an arbitrary byte would mostly split a character.
     std::string name = "x";
     while (name.size() < 255)
         name += "é";
