@@ -8,7 +8,7 @@
 namespace cuedrill::platform::qt {
 
 QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState state)
-    : guard_(guard), size_(size), state_(std::move(state)), gate_(guard, window_),
+    : guard_(guard), size_(size), state_(state), gate_(guard, window_),
       key_filter_(window_, [this](const KeyPress& press) { return swallows(on_key, press, gate_); }),
       context_help_(window_, gate_,
                     [this] {
