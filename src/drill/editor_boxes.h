@@ -3,7 +3,7 @@
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
 #include "drill/editor_view.h"
-#include "drill/key_pause.h"
+#include "drill/key_policy.h"
 #include "drill/last_list.h"
 #include "drill/question_view.h"
 #include "drill/statistics.h"
@@ -20,9 +20,9 @@ class EditorBoxes : public EditorView {
 public:
     EditorBoxes(platform::Form1& form1, const DrillState& state, const EditFlags& edit_flags, QuestionView& view,
                 WindowLayout& layout, StatusLine& status, Statistics& statistics, LastList& last_list,
-                KeyPause& key_pause)
+                KeyPolicy& key_policy)
         : form1_(form1), state_(state), edit_flags_(edit_flags), view_(view), layout_(layout), status_(status),
-          statistics_(statistics), last_list_(last_list), key_pause_(key_pause)
+          statistics_(statistics), last_list_(last_list), key_policy_(key_policy)
     {
     }
 
@@ -37,7 +37,7 @@ public:
     void go_to_answer() override { form1_.Text_a.set_focus(); }
     void redisplay() override;
     void tell_unsaved(Unsaved texts) override;
-    void pause_keys() override { key_pause_.begin(KeyPause::Keys::all); }
+    void pause_keys() override { key_policy_.pause(KeyPolicy::Paused::all); }
     void show_saved_record() override;
 
 private:
@@ -49,7 +49,7 @@ private:
     StatusLine& status_;
     Statistics& statistics_;
     LastList& last_list_;
-    KeyPause& key_pause_;
+    KeyPolicy& key_policy_;
 };
 
 } // namespace cuedrill::drill

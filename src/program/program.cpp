@@ -28,7 +28,7 @@ struct Program::Platform {
     platform::qt::QtGuard guard;
     platform::qt::QtSettingsStore settings{platform::qt::QtSettingsStore::default_folder()};
     platform::qt::QtForm1 form1{guard, platform::qt::QtWindowState(&settings)};
-    platform::qt::QtFMsgbox f_msgbox{guard, form1.widget()};
+    platform::qt::QtFMsgbox f_msgbox{guard, form1.widget(), form1.key_filter()};
     platform::qt::QtDialogHost form2;
     platform::qt::QtDesktop desktop{guard, form2};
     platform::qt::QtShell shell;

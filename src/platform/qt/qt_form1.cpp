@@ -98,6 +98,11 @@ QMainWindow& QtForm1::widget()
     return controls_->window.widget();
 }
 
+QtKeyFilter& QtForm1::key_filter()
+{
+    return controls_->window.key_filter();
+}
+
 void QtForm1::save_picture(const std::string& path)
 {
     if (!controls_->window.widget().grab().save(to_qt(path)))
