@@ -318,6 +318,15 @@ TEST_F(QtKeyFilterTest, AControlSeesNoKeysOfOthers)
     EXPECT_EQ(seen_by_text, 0);
 }
 
+TEST_F(QtKeyFilterTest, AControlSeesNoCombinations)
+{
+    int seen_by_text = 0;
+    filter.add(text, [&](const KeyPress&) { return ++seen_by_text > 0; });
+    press_key(text, Qt::Key_S, "\x13", false, Qt::ControlModifier);
+    EXPECT_EQ(seen.size(), 1U);
+    EXPECT_EQ(seen_by_text, 0);
+}
+
 TEST_F(QtKeyFilterTest, AControlIsToldThatAKeyIsHeldDown)
 {
     std::vector<bool> held;
