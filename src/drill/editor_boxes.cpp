@@ -37,7 +37,7 @@ void EditorBoxes::tell_unsaved(Unsaved texts)
 {
     status_.show_until_question(
         texts == Unsaved::surely ? "The changes are not saved." : "It is not known whether the changes are saved.", 0);
-    key_pause_.begin(KeyPause::Keys::escape);
+    key_policy_.pause(KeyPolicy::Paused::escape);
 }
 
 void EditorBoxes::open_editor()

@@ -4,7 +4,7 @@
 #include "drill/display.h"
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
-#include "drill/key_pause.h"
+#include "drill/key_policy.h"
 #include "drill/last_list.h"
 #include "drill/statistics.h"
 #include "drill/status_line.h"
@@ -29,9 +29,9 @@ class EditorBoxes {
 public:
     EditorBoxes(platform::Form1& form1, const DrillState& state, const EditFlags& edit_flags, Display& display,
                 WindowLayout& layout, StatusLine& status, Statistics& statistics, LastList& last_list,
-                KeyPause& key_pause)
+                KeyPolicy& key_policy)
         : form1_(form1), state_(state), edit_flags_(edit_flags), display_(display), layout_(layout), status_(status),
-          statistics_(statistics), last_list_(last_list), key_pause_(key_pause)
+          statistics_(statistics), last_list_(last_list), key_policy_(key_policy)
     {
     }
 
@@ -63,7 +63,7 @@ public:
     void tell_unsaved(Unsaved texts);
 
     /// Keeps the keys from running commands for a second: who was typing a moment ago may still be at it.
-    void pause_keys() { key_pause_.begin(KeyPause::Keys::all); }
+    void pause_keys() { key_policy_.pause(KeyPolicy::Paused::all); }
 
     /// Shows the record, its answer too, and the counts as they are in the course now. Where the course cannot be read,
     /// the texts stay in the boxes, no question is on display, and the user is told that they are saved.
@@ -79,7 +79,7 @@ private:
     StatusLine& status_;
     Statistics& statistics_;
     LastList& last_list_;
-    KeyPause& key_pause_;
+    KeyPolicy& key_policy_;
 };
 
 } // namespace cuedrill::drill

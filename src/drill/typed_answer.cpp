@@ -69,7 +69,7 @@ bool TypedAnswer::OnAnswerKey(const platform::KeyPress& press)
 bool TypedAnswer::run(const platform::KeyPress& press, void (TypedAnswer::*command)())
 {
     if (!press.auto_repeat)
-        services_.echo.run(press, [this, command] { (this->*command)(); });
+        services_.key_policy.run(press, [this, command] { (this->*command)(); });
     return true;
 }
 
@@ -174,7 +174,7 @@ void TypedAnswer::msgbox_incorrect_answer(const std::string& typed, const std::s
                                    .icon = platform::BoxIcon::information,
                                    .title = "Wrong answer",
                                    .marked = std::move(marked)});
-    services_.echo.note_box_closed();
+    services_.key_policy.note_box_closed();
     services_.status.reset_status();
 }
 

@@ -4,7 +4,7 @@
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
 #include "drill/hints.h"
-#include "drill/key_echo.h"
+#include "drill/key_policy.h"
 #include "drill/question_dialog.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
@@ -28,7 +28,7 @@ public:
         StatusLine& status;
         Hints& hints;
         WindowLayout& layout;
-        KeyEcho& echo;
+        KeyPolicy& key_policy;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
     };

@@ -11,15 +11,13 @@ using platform::KeyModifier;
 
 void WindowKeys::attach()
 {
+    form1_.window.on_key_event = [this](const platform::KeyEvent& event) { return services_.key_policy.judge(event); };
     form1_.window.on_key = [this](const platform::KeyPress& press) { return OnWindowKey(press); };
 }
 
 bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
 {
-    if (services_.echo.is_echo(press))
-        return true;
-    // A new text may be begun meanwhile.
-    if (!services_.editor.editing() && services_.pause.holds(press))
+    if (!services_.key_policy.counts(press, services_.editor.editing()))
         return true;
     if (press.modifier != KeyModifier::none)
         return on_combination(press);
@@ -47,7 +45,7 @@ bool WindowKeys::on_enter(const platform::KeyPress& press)
     if (!services_.layout.question_on_display() || !common::trim_blanks_and_line_ends(form1_.Text_a.text()).empty() ||
         common::trim_blanks(form1_.Text_q.text()).empty())
         return false;
-    services_.echo.run(press, [this] { services_.dialog.ShowAnswerCommand(); });
+    services_.key_policy.run(press, [this] { services_.dialog.ShowAnswerCommand(); });
     return true;
 }
 
@@ -56,7 +54,7 @@ bool WindowKeys::on_escape(const platform::KeyPress& press)
 {
     if (press.auto_repeat)
         return true;
-    services_.echo.run(press, [this] {
+    services_.key_policy.run(press, [this] {
         if (services_.editor.editing() || in_text_box())
             leave_boxes();
         else if (form1_.panel_lista.visible())
@@ -104,7 +102,7 @@ bool WindowKeys::on_sign(const platform::KeyPress& press)
         return false;
     if (press.auto_repeat)
         return true;
-    services_.echo.run(press, [this, &press] {
+    services_.key_policy.run(press, [this, &press] {
         services_.desktop.pump();
         if (press.character == "+")
             services_.dialog.SucceedAndNext();
@@ -122,7 +120,7 @@ bool WindowKeys::on_letter(const platform::KeyPress& press)
     if (!command)
         return false;
     if (!press.auto_repeat)
-        services_.echo.run(press, [&] { services_.commands.RunToolbarCommand(*command); });
+        services_.key_policy.run(press, [&] { services_.commands.RunToolbarCommand(*command); });
     return true;
 }
 
@@ -133,7 +131,7 @@ bool WindowKeys::on_combination(const platform::KeyPress& press)
     if (!command)
         return false;
     if (!press.auto_repeat)
-        services_.echo.run(press, [&] { services_.commands.RunToolbarCommand(*command); });
+        services_.key_policy.run(press, [&] { services_.commands.RunToolbarCommand(*command); });
     return true;
 }
 

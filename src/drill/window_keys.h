@@ -3,8 +3,7 @@
 #include "drill/drill_commands.h"
 #include "drill/drill_state.h"
 #include "drill/end_of_program.h"
-#include "drill/key_echo.h"
-#include "drill/key_pause.h"
+#include "drill/key_policy.h"
 #include "drill/question_dialog.h"
 #include "drill/record_editor.h"
 #include "drill/window_layout.h"
@@ -24,8 +23,7 @@ public:
         DrillCommands& commands;
         RecordEditor& editor;
         WindowLayout& layout;
-        KeyEcho& echo;
-        const KeyPause& pause;
+        KeyPolicy& key_policy;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
         EndOfProgram& end_of_program;
@@ -36,7 +34,7 @@ public:
     {
     }
 
-    /// From now on the window asks this object about each key.
+    /// From now on the window asks the policy which keys count, and this object about those that do.
     void attach();
 
     /// @return whether the key is swallowed. A key that is held down never runs a command.

@@ -94,6 +94,27 @@ struct KeyPress {
     KeyModifier modifier = KeyModifier::none;
 };
 
+/// The keys of which the policy about presses knows something.
+enum class KeyKind { other, enter, escape, blank };
+
+/// A key that goes down or comes up, in whichever window of the program, before anybody acts on it.
+struct KeyEvent {
+    bool down = true; ///< else it comes up
+    KeyKind kind = KeyKind::other;
+    /// The place on the keyboard; 0 where the system does not tell it.
+    std::uint32_t scan_code = 0;
+    /// By the clock of the system; by another one, which only goes forward too, where the event has lost its time.
+    std::int64_t milliseconds = 0;
+    /// The system says that the key is held down. It does not always know.
+    bool auto_repeat = false;
+    const void* focus = nullptr; ///< whom a press goes to; only compared
+    bool in_box = false;         ///< in a window that holds up the others
+    bool typing = false;         ///< into text that is being edited
+};
+
+/// What a press of a key is: made by a finger, sent again because the key is held down, or what must do nothing.
+enum class KeyJudgement { meant, held, stray };
+
 struct Font {
     std::string name; ///< "FixedSys" means the system's fixed-pitch font
     int points = 9;
@@ -210,6 +231,9 @@ public:
     /// Has assistive technology announce `text` immediately. Nothing is visible.
     virtual void announce(std::string_view text) = 0;
 
+    /// Told once of each key that goes down or comes up, in whichever window of the program, boxes too. Its answer
+    /// about a key that comes up is ignored. Without it each press counts as the system sends it.
+    std::function<KeyJudgement(const KeyEvent&)> on_key_event;
     /// Returns whether the key is consumed.
     std::function<bool(const KeyPress&)> on_key;
     /// The user asks the window to close.

@@ -105,9 +105,9 @@ struct Logic {
 
     bank::RecordBank bank{course, p.text_compare};
     drill::LastList last_list{course, form1.listav, state, edit_flags, layout, status, p.desktop, p.text_compare};
-    drill::KeyPause key_pause{p.clock};
-    drill::EditorBoxes editor_boxes{form1,  state,      edit_flags, display,  layout,
-                                    status, statistics, last_list,  key_pause};
+    drill::KeyPolicy key_policy{p.clock};
+    drill::EditorBoxes editor_boxes{form1,  state,      edit_flags, display,   layout,
+                                    status, statistics, last_list,  key_policy};
     drill::RecordEditor editor{course,       state,
                                edit_flags,   bank,
                                editor_boxes, {p.desktop, p.text_compare, display, statistics, scoring, selection}};
@@ -121,11 +121,10 @@ struct Logic {
     support::Agenda agenda{p.files, p.shell, p.desktop, p.program_folder};
     support::HelpCommands help{big_box, documents, p.desktop, p.web_page};
 
-    drill::KeyEcho echo{p.clock};
     drill::QuestionDialog dialog{form1,     state,     screen,  display, status,        layout,
                                  p.desktop, selection, scoring, editor,  end_of_program};
     drill::TypedAnswer typed_answer{
-        form1, state, edit_flags, {display, dialog, status, hints, layout, echo, p.desktop, p.text_compare}};
+        form1, state, edit_flags, {display, dialog, status, hints, layout, key_policy, p.desktop, p.text_compare}};
     drill::AnswerAids aids{
         form1, course, state, {params, statistics, options, display, status, hints, layout, p.text_compare}};
     drill::ContextHelp context_help{form1, p.desktop};
@@ -145,7 +144,7 @@ struct Logic {
                                   question_export, dialog,         aids,   context_help, help,      agenda,
                                   options,         display,        state,  status,       p.desktop}};
     drill::WindowKeys keys{
-        form1, state, {dialog, commands, editor, layout, echo, key_pause, p.desktop, p.text_compare, end_of_program}};
+        form1, state, {dialog, commands, editor, layout, key_policy, p.desktop, p.text_compare, end_of_program}};
     drill::ErrorReport error_report{course, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, p.form2, p.files, trace};
 };

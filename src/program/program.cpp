@@ -26,12 +26,11 @@ namespace cuedrill::program {
 /// The adapters.
 struct Program::Platform {
     platform::qt::QtGuard guard;
-    platform::qt::QtForm1 form1{
-        guard, platform::qt::QtWindowState(platform::qt::QtSettingsStore::default_folder() + "/CUEDRILL/window.ini")};
-    platform::qt::QtFMsgbox f_msgbox{guard, form1.widget()};
+    platform::qt::QtSettingsStore settings{platform::qt::QtSettingsStore::default_folder()};
+    platform::qt::QtForm1 form1{guard, platform::qt::QtWindowState(&settings)};
+    platform::qt::QtFMsgbox f_msgbox{guard, form1.widget(), form1.key_filter()};
     platform::qt::QtDialogHost form2;
     platform::qt::QtDesktop desktop{guard, form2};
-    platform::qt::QtSettingsStore settings{platform::qt::QtSettingsStore::default_folder()};
     platform::qt::QtShell shell;
     platform::system::SystemClock clock;
     platform::system::SystemFiles files;

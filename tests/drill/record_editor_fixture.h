@@ -14,8 +14,8 @@ namespace cuedrill::drill {
 /// What the user sees of the editor, and types into it.
 class SeenEditor {
 public:
-    SeenEditor(fakes::FakeForm1& form1, const DrillState& state, const KeyPause& key_pause)
-        : form1_(form1), state_(state), key_pause_(key_pause)
+    SeenEditor(fakes::FakeForm1& form1, const DrillState& state, KeyPolicy& key_policy)
+        : form1_(form1), state_(state), key_policy_(key_policy)
     {
     }
 
@@ -37,12 +37,12 @@ public:
         return form1_.Text_q.has_focus() ? "question" : form1_.Text_a.has_focus() ? "answer" : "";
     }
     [[nodiscard]] std::string status() const { return form1_.screen.P_status.text; }
-    [[nodiscard]] bool keys_rest() const { return key_pause_.holds({platform::Key::character, "+"}); }
+    [[nodiscard]] bool keys_rest() { return !key_policy_.counts({platform::Key::character, "+"}, false); }
 
 private:
     fakes::FakeForm1& form1_;
     const DrillState& state_;
-    const KeyPause& key_pause_;
+    KeyPolicy& key_policy_;
 };
 
 /// The first of three records is the current one; the third repeats its answer. What is said about questions and
@@ -115,11 +115,11 @@ protected:
 
     bank::RecordBank bank{course, engine.text_compare};
     LastList last_list{course, form1.controls.listav, state, flags, layout, status, desktop, engine.text_compare};
-    KeyPause key_pause{clock};
-    EditorBoxes boxes{form1.controls, state, flags, display, layout, status, statistics, last_list, key_pause};
+    KeyPolicy key_policy{clock};
+    EditorBoxes boxes{form1.controls, state, flags, display, layout, status, statistics, last_list, key_policy};
     RecordEditor editor{course, state, flags,
                         bank,   boxes, {desktop, engine.text_compare, display, statistics, scoring, selection}};
-    SeenEditor view{form1, state, key_pause};
+    SeenEditor view{form1, state, key_policy};
     fakes::CourseContents before;
 };
 

@@ -21,6 +21,15 @@ TEST_F(WindowKeysTest, enter_shows_the_answer_of_the_question)
     EXPECT_EQ(desktop.beeps, 0);
 }
 
+TEST_F(WindowKeysTest, the_policy_judges_the_keys_of_all_windows)
+{
+    const char box = 0;
+    const platform::KeyEvent press{
+        .kind = platform::KeyKind::escape, .milliseconds = 10'000, .focus = &box, .in_box = true};
+    EXPECT_EQ(form1.window.on_key_event(press), platform::KeyJudgement::meant);
+    EXPECT_EQ(form1.window.on_key_event(press), platform::KeyJudgement::stray);
+}
+
 platform::KeyPress with_alt(const char* letter, bool auto_repeat = false)
 {
     return {.character = letter, .auto_repeat = auto_repeat, .modifier = platform::KeyModifier::alt};

@@ -4,9 +4,9 @@
 
 namespace cuedrill::platform::qt {
 
-QtFMsgbox::QtFMsgbox(QtGuard& guard, QWidget& main_window)
-    : window_("f_msgbox", guard, main_window), text_("Text1", window_.gate(), window_.key_filter()),
-      ok_("b_ok", window_.gate()), size_grip_(*new QSizeGrip(&window_.widget())), grip_("pic_adjust", size_grip_)
+QtFMsgbox::QtFMsgbox(QtGuard& guard, QWidget& main_window, QtKeyFilter& keys)
+    : window_("f_msgbox", guard, main_window, keys), text_("Text1", window_.gate(), keys), ok_("b_ok", window_.gate()),
+      size_grip_(*new QSizeGrip(&window_.widget())), grip_("pic_adjust", size_grip_)
 {
     QPlainTextEdit& text = text_.widget();
     text.setLineWrapMode(QPlainTextEdit::NoWrap);

@@ -13,7 +13,8 @@ namespace cuedrill::platform::qt {
 class QtFMsgbox {
 public:
     /// @param main_window must outlive this object.
-    QtFMsgbox(QtGuard& guard, QWidget& main_window);
+    /// @param keys shows the window its keys.
+    QtFMsgbox(QtGuard& guard, QWidget& main_window, QtKeyFilter& keys);
     QtFMsgbox(const QtFMsgbox&) = delete;
     QtFMsgbox& operator=(const QtFMsgbox&) = delete;
 

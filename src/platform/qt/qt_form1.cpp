@@ -38,7 +38,7 @@ Form1 interfaces_of(QtForm1Controls& c)
 } // namespace
 
 QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
-    : window("Form1", first_size, guard, std::move(state)), menu_bar(*window.widget().menuBar(), window.gate()),
+    : window("Form1", first_size, guard, state), menu_bar(*window.widget().menuBar(), window.gate()),
       screen(window.widget()), Text_q("Text_q", window.gate(), window.key_filter()),
       Text_a("Text_a", window.gate(), window.key_filter()), frame_stats("frame_stats", *new Card, guard),
       panel_lista("panel_lista", *new QWidget, guard), t_hint("t_hint", window.gate(), window.key_filter()),
@@ -55,7 +55,7 @@ QtButton QtForm1Controls::toolbar_button(const char* name)
 }
 
 QtForm1::QtForm1(QtGuard& guard, QtWindowState state)
-    : controls_(std::make_unique<QtForm1Controls>(guard, std::move(state))), form1_(interfaces_of(*controls_))
+    : controls_(std::make_unique<QtForm1Controls>(guard, state)), form1_(interfaces_of(*controls_))
 {
 }
 
@@ -69,6 +69,11 @@ Form1& QtForm1::controls()
 QMainWindow& QtForm1::widget()
 {
     return controls_->window.widget();
+}
+
+QtKeyFilter& QtForm1::key_filter()
+{
+    return controls_->window.key_filter();
 }
 
 void QtForm1::save_picture(const std::string& path)

@@ -2,6 +2,7 @@
 
 #include "platform/form1.h"
 #include "platform/qt/qt_guard.h"
+#include "platform/qt/qt_key_filter.h"
 #include "platform/qt/qt_window_state.h"
 
 #include <memory>
@@ -26,6 +27,9 @@ public:
     [[nodiscard]] Form1& controls();
 
     [[nodiscard]] QMainWindow& widget();
+
+    /// Shows all windows of the program their keys.
+    [[nodiscard]] QtKeyFilter& key_filter();
 
     /// Writes the window as it looks now to a picture file; the kind goes by the name (".png").
     /// @throws common::Error when the file cannot be written.

@@ -13,7 +13,7 @@ QtHintBox::QtHintBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, Hi
     : QtControl(edit, name), edit_(edit)
 {
     edit_.clicked = [this, &gate] { gate.run(on_click); };
-    keys.add_control(edit_, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
+    keys.add(edit_, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
 }
 
 void QtHintBox::set_text(std::string_view text)

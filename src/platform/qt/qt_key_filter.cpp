@@ -64,15 +64,36 @@ QString text_of(const QKeyEvent& event, KeyModifier modifier)
                          : QString();
 }
 
+KeyKind kind_of(int key)
+{
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return KeyKind::enter;
+    case Qt::Key_Escape:
+        return KeyKind::escape;
+    case Qt::Key_Space:
+        return KeyKind::blank;
+    default:
+        return KeyKind::other;
+    }
+}
+
 bool is_menu(const QWidget& widget)
 {
     return qobject_cast<const QMenuBar*>(&widget) != nullptr || qobject_cast<const QMenu*>(&widget) != nullptr;
 }
 
-/// The widget to which a key in whichever window goes first, if that is the one; from there it may wander to others.
-const QWidget* first_station(const QObject& watched)
+/// Whether what is typed there changes a text.
+bool is_edited(const QWidget& widget)
 {
-    const auto* const widget = qobject_cast<const QWidget*>(&watched);
+    return widget.testAttribute(Qt::WA_InputMethodEnabled);
+}
+
+/// The widget to which a key in whichever window goes first, if that is the one; from there it may wander to others.
+QWidget* first_station(QObject& watched)
+{
+    auto* const widget = qobject_cast<QWidget*>(&watched);
     if (widget == nullptr || is_menu(*widget))
         return widget;
     const QWidget* const focus = widget->window()->focusWidget();
@@ -88,21 +109,18 @@ std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing)
         return std::nullopt;
     KeyPress press;
     press.modifier = *modifier;
-    press.auto_repeat = event.isAutoRepeat();
-    switch (event.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
+    const KeyKind kind = kind_of(event.key());
+    if (kind == KeyKind::enter) {
         if (typing && event.modifiers().testFlag(Qt::ShiftModifier))
             return std::nullopt;
         press.key = Key::enter;
         return press;
-    case Qt::Key_Escape:
+    }
+    if (kind == KeyKind::escape) {
         if (press.modifier != KeyModifier::none)
             return std::nullopt;
         press.key = Key::escape;
         return press;
-    default:
-        break;
     }
     const QString text = text_of(event, press.modifier);
     if (single_character(text) == 0)
@@ -121,15 +139,20 @@ bool swallows(const KeyHook& hook, const KeyPress& press, QtActionGate& gate)
     return swallowed;
 }
 
-QtKeyFilter::QtKeyFilter(QWidget& window, KeyHook hook) : window_(window), hook_(std::move(hook))
+KeyJudgement as_sent(const KeyEvent& event)
+{
+    return event.auto_repeat ? KeyJudgement::held : KeyJudgement::meant;
+}
+
+QtKeyFilter::QtKeyFilter(KeyJudge judge) : judge_(std::move(judge))
 {
     clock_.start();
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-void QtKeyFilter::add_control(QWidget& control, KeyHook hook)
+void QtKeyFilter::add(QWidget& widget, KeyHook hook)
 {
-    controls_.push_back({&control, std::move(hook)});
+    entries_.push_back({&widget, std::move(hook)});
 }
 
 /// Gives the event the time at which the key went down or came up.
@@ -143,44 +166,62 @@ void QtKeyFilter::settle_time(QKeyEvent& event)
         this, [this] { QCoreApplication::instance()->installEventFilter(this); }, Qt::QueuedConnection);
 }
 
+KeyJudgement QtKeyFilter::judge(const QKeyEvent& event, const QWidget* station)
+{
+    return judge_({.down = event.type() == QEvent::KeyPress,
+                   .kind = kind_of(event.key()),
+                   .scan_code = event.nativeScanCode(),
+                   .milliseconds = event.timestamp() != 0 ? static_cast<qint64>(event.timestamp()) : clock_.elapsed(),
+                   .auto_repeat = event.isAutoRepeat(),
+                   .focus = station,
+                   .in_box = station != nullptr && station->window()->isModal(),
+                   .typing = station != nullptr && is_edited(*station)});
+}
+
 bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
 {
-    const bool is_window = qobject_cast<QWindow*>(watched) != nullptr;
-    if (is_window && (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease))
+    const bool press = event->type() == QEvent::KeyPress;
+    const bool release = event->type() == QEvent::KeyRelease;
+    if ((press || release) && qobject_cast<QWindow*>(watched) != nullptr)
         settle_time(static_cast<QKeyEvent&>(*event));
-    if (event->type() == QEvent::KeyRelease)
-        memory_.note_release(static_cast<QKeyEvent&>(*event));
-    const bool is_key = event->type() == QEvent::KeyPress;
-    if (!is_key && event->type() != QEvent::InputMethod)
+    if (release)
+        judge(static_cast<QKeyEvent&>(*event), nullptr);
+    if (!press && event->type() != QEvent::InputMethod)
         return false;
-    const QWidget* const station = first_station(*watched);
-    if (is_key && station != nullptr && memory_.is_stray(*station, static_cast<QKeyEvent&>(*event)))
-        return true;
-    // A key that a control leaves alone wanders up to its parents; the hook sees it only at its first station.
-    QWidget* focus = window_.focusWidget() != nullptr ? window_.focusWidget() : &window_;
-    if (watched != focus || is_menu(*focus))
+    // A key that a control leaves alone wanders up to its parents; it counts only at its first station.
+    QWidget* const station = first_station(*watched);
+    if (station == nullptr)
         return false;
-    return is_key ? filter_key(*focus, static_cast<QKeyEvent&>(*event))
-                  : filter_commit(*focus, static_cast<QInputMethodEvent&>(*event));
+    return press ? filter_key(*station, static_cast<QKeyEvent&>(*event))
+                 : filter_commit(*station, static_cast<QInputMethodEvent&>(*event));
+}
+
+bool QtKeyFilter::has_hook(const QWidget& focus) const
+{
+    return !is_menu(focus) && std::any_of(entries_.begin(), entries_.end(), [&](const Entry& entry) {
+        return entry.widget == &focus || entry.widget == focus.window();
+    });
 }
 
 bool QtKeyFilter::is_swallowed(const QWidget& focus, const KeyPress& press) const
 {
-    if (hook_(press))
-        return true;
-    if (press.modifier != KeyModifier::none)
-        return false;
-    // The window's hook may have moved the focus; the key still belongs to the control at which it was aimed.
-    return std::any_of(controls_.begin(), controls_.end(),
-                       [&](const ControlHook& entry) { return entry.control == &focus && entry.hook(press); });
+    // A hook may move the focus; the key still belongs to the control at which it was aimed.
+    return std::any_of(entries_.begin(), entries_.end(), [&](const Entry& entry) {
+        const bool asked =
+            entry.widget == focus.window() || (entry.widget == &focus && press.modifier == KeyModifier::none);
+        return asked && entry.hook(press);
+    });
 }
 
 bool QtKeyFilter::filter_key(QWidget& focus, const QKeyEvent& event)
 {
-    std::optional<KeyPress> press = to_key_press(event, focus.testAttribute(Qt::WA_InputMethodEnabled));
+    const KeyJudgement judgement = judge(event, &focus);
+    if (judgement == KeyJudgement::stray)
+        return true;
+    std::optional<KeyPress> press = has_hook(focus) ? to_key_press(event, is_edited(focus)) : std::nullopt;
     if (!press)
         return false;
-    press->auto_repeat = memory_.is_repeated(event);
+    press->auto_repeat = judgement == KeyJudgement::held;
     if (is_swallowed(focus, *press))
         return true;
     // A button by itself acts when Space is released, and would so take each release of a held key for the last one.
@@ -195,7 +236,7 @@ bool QtKeyFilter::filter_key(QWidget& focus, const QKeyEvent& event)
 
 bool QtKeyFilter::filter_commit(QWidget& focus, const QInputMethodEvent& event)
 {
-    if (single_character(event.commitString()) == 0)
+    if (!has_hook(focus) || single_character(event.commitString()) == 0)
         return false;
     KeyPress press;
     press.character = from_qt(event.commitString());

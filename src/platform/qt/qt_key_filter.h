@@ -2,7 +2,6 @@
 
 #include "platform/controls.h"
 #include "platform/qt/qt_guard.h"
-#include "platform/qt/qt_key_memory.h"
 #include "platform/qt/qt_key_times.h"
 
 #include <QElapsedTimer>
@@ -18,8 +17,9 @@ class QKeyEvent;
 
 namespace cuedrill::platform::qt {
 
-/// What the program's key rules see of a key press; nothing for keys that are none of theirs (cursor and function keys,
-/// combinations with Meta or several modifiers, and Shift+Enter where text is typed: it makes a line there).
+/// What the program's key rules see of a key press, but for whether it is held; nothing for keys that are none of
+/// theirs (cursor and function keys, combinations with Meta or several modifiers, and Shift+Enter where text is typed:
+/// it makes a line there).
 /// @param typing whether the key goes into editable text.
 std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing);
 
@@ -30,37 +30,45 @@ using KeyHook = std::function<bool(const KeyPress&)>;
 /// fails, is swallowed.
 bool swallows(const KeyHook& hook, const KeyPress& press, QtActionGate& gate);
 
-/// Shows the keys of one window to a hook, and then to the one of the control that has the focus, before that control
-/// gets them. Keys of the window's menus, and of other windows, go their way, but for those that nobody meant. Enter
-/// and Space that the hooks leave alone click the button that has the focus, once however long they are held.
+/// Says what a press of a key is.
+using KeyJudge = std::function<KeyJudgement(const KeyEvent&)>;
+
+/// The judge that believes the system.
+KeyJudgement as_sent(const KeyEvent& event);
+
+/// Tells each key of the program to a judge, and shows those that are not stray to the hooks of the window and of the
+/// control that it goes to, before that control gets them. Keys of menus, and of windows without a hook, then go their
+/// way. Enter and Space that the hooks leave alone click the button that has the focus, once however long they are
+/// held.
 class QtKeyFilter : public QObject {
 public:
-    QtKeyFilter(QWidget& window, KeyHook hook);
+    explicit QtKeyFilter(KeyJudge judge = as_sent);
 
-    /// Calls `hook` for the keys that the window's hook leaves alone while `control` has the focus; no longer than
-    /// `control` lives.
-    void add_control(QWidget& control, KeyHook hook);
+    /// Calls `hook` for the keys that go to `widget`, and where that is a window, to any of its controls; no longer
+    /// than `widget` lives. The hook that was added first is called first, and sees a key alone that it swallows.
+    /// Combinations are shown to windows only.
+    void add(QWidget& widget, KeyHook hook);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    struct Entry {
+        QPointer<QWidget> widget;
+        KeyHook hook;
+    };
+
     void settle_time(QKeyEvent& event);
+    KeyJudgement judge(const QKeyEvent& event, const QWidget* station);
+    [[nodiscard]] bool has_hook(const QWidget& focus) const;
     /// Whether one of the hooks swallows the key.
     [[nodiscard]] bool is_swallowed(const QWidget& focus, const KeyPress& press) const;
     bool filter_key(QWidget& focus, const QKeyEvent& event);
     bool filter_commit(QWidget& focus, const QInputMethodEvent& event);
 
-    struct ControlHook {
-        QPointer<QWidget> control;
-        KeyHook hook;
-    };
-
-    QWidget& window_;
-    KeyHook hook_;
-    std::vector<ControlHook> controls_;
+    KeyJudge judge_;
+    std::vector<Entry> entries_;
     QElapsedTimer clock_;
     QtKeyTimes times_;
-    QtKeyMemory memory_{[this] { return clock_.elapsed(); }};
 };
 
 } // namespace cuedrill::platform::qt

@@ -22,9 +22,7 @@ bool QtKeyTimes::lacks_time(QKeyEvent& event, qint64 now)
     while (!originals_.empty() && now - originals_.front().seen > longest_wait)
         originals_.pop_front();
     if (event.timestamp() != 0) {
-        // Copies do not come from the system; one that has its time was seen by the filter of another window.
-        if (event.spontaneous())
-            originals_.push_back({key_of(event), event.timestamp(), now});
+        originals_.push_back({key_of(event), event.timestamp(), now});
         return false;
     }
     const auto found = std::find_if(originals_.begin(), originals_.end(),

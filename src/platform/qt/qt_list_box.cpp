@@ -18,7 +18,7 @@ QtListBox::QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, Li
                 on_click(line);
         });
     };
-    keys.add_control(view_, [this](const KeyPress& press) { return take_key(press); });
+    keys.add(view_, [this](const KeyPress& press) { return take_key(press); });
 }
 
 bool QtListBox::take_key(const KeyPress& press)

@@ -12,16 +12,16 @@ constexpr Qt::WindowStates filling = Qt::WindowMaximized | Qt::WindowFullScreen;
 
 } // namespace
 
-QtMessageWindow::QtMessageWindow(const char* name, QtGuard& guard, QWidget& main_window)
-    : main_window_(main_window), gate_(guard, window_),
-      key_filter_(window_, [this](const KeyPress& press) { return swallows(on_key, press, gate_); }),
-      context_help_(window_, gate_, {}), watcher_(window_, [this, &guard](QEvent::Type event) {
+QtMessageWindow::QtMessageWindow(const char* name, QtGuard& guard, QWidget& main_window, QtKeyFilter& keys)
+    : main_window_(main_window), gate_(guard, window_), context_help_(window_, gate_, {}),
+      watcher_(window_, [this, &guard](QEvent::Type event) {
           if (event == QEvent::Resize || event == QEvent::WindowStateChange)
               guard.run(on_resize);
       })
 {
     window_.setObjectName(QString::fromLatin1(name));
     window_.setMinimumSize(smallest_window);
+    keys.add(window_, [this](const KeyPress& press) { return swallows(on_key, press, gate_); });
     window_.close_asked = [this, &guard] { guard.run(on_close); };
 }
 

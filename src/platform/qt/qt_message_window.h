@@ -16,7 +16,8 @@ namespace cuedrill::platform::qt {
 class QtMessageWindow final : public MessageWindow {
 public:
     /// @param main_window must outlive this one.
-    QtMessageWindow(const char* name, QtGuard& guard, QWidget& main_window);
+    /// @param keys shows this window its keys.
+    QtMessageWindow(const char* name, QtGuard& guard, QWidget& main_window, QtKeyFilter& keys);
     QtMessageWindow(const QtMessageWindow&) = delete;
     QtMessageWindow& operator=(const QtMessageWindow&) = delete;
 
@@ -36,7 +37,6 @@ public:
     [[nodiscard]] QWidget& widget() { return window_; }
     /// The gate for user actions in this window.
     [[nodiscard]] QtActionGate& gate() { return gate_; }
-    [[nodiscard]] QtKeyFilter& key_filter() { return key_filter_; }
 
 private:
     struct Entry {
@@ -47,7 +47,6 @@ private:
     QWidget& main_window_;
     AskingWindow window_;
     QtActionGate gate_;
-    QtKeyFilter key_filter_;
     QtContextHelp context_help_;
     EventWatcher watcher_;
     std::vector<Entry> controls_;

@@ -48,7 +48,7 @@ QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QP
     : QtControl(edit, name), edit_(edit)
 {
     set_up_text_area(edit_);
-    keys.add_control(edit_, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
+    keys.add(edit_, [this, &gate](const KeyPress& press) { return swallows(on_key, press, gate); });
 }
 
 void QtTextBox::set_text(std::string_view text)

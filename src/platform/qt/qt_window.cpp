@@ -8,17 +8,17 @@
 namespace cuedrill::platform::qt {
 
 QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState state)
-    : guard_(guard), size_(size), state_(std::move(state)), gate_(guard, window_),
-      key_filter_(window_, [this](const KeyPress& press) { return swallows(on_key, press, gate_); }),
-      context_help_(window_, gate_,
-                    [this] {
-                        if (on_help)
-                            on_help();
-                    }),
+    : guard_(guard), size_(size), state_(state), gate_(guard, window_),
+      key_filter_([this](const KeyEvent& event) { return judge(event); }), context_help_(window_, gate_,
+                                                                                         [this] {
+                                                                                             if (on_help)
+                                                                                                 on_help();
+                                                                                         }),
       announcer_(window_)
 {
     window_.setObjectName(QString::fromLatin1(name));
     window_.resize(size);
+    key_filter_.add(window_, [this](const KeyPress& press) { return swallows(on_key, press, gate_); });
     window_.close_asked = [this] { ask_to_close(); };
 }
 
@@ -66,6 +66,17 @@ void QtWindow::end_session()
     // At once, because the system may not wait for an orderly shutdown.
     keep_state();
     guard_.run(on_session_end);
+}
+
+KeyJudgement QtWindow::judge(const KeyEvent& event)
+{
+    KeyJudgement judgement = as_sent(event);
+    // Not through the gate: a key does not wait for what another one does.
+    guard_.run([&] {
+        if (on_key_event)
+            judgement = on_key_event(event);
+    });
+    return judgement;
 }
 
 void QtWindow::place_on_screen()

@@ -37,9 +37,11 @@ public:
     [[nodiscard]] AskingWindow& widget() { return window_; }
     /// The gate for user actions in this window.
     [[nodiscard]] QtActionGate& gate() { return gate_; }
+    /// That of all windows of the program.
     [[nodiscard]] QtKeyFilter& key_filter() { return key_filter_; }
 
 private:
+    KeyJudgement judge(const KeyEvent& event);
     void place_on_screen();
     void keep_state();
 

@@ -1,24 +1,24 @@
 #pragma once
 
+#include "platform/settings_store.h"
+
 #include <QList>
 #include <QRect>
 #include <QSize>
-#include <optional>
-#include <string>
 
 class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// Keeps the place and the size of a window, and whether it is maximised, in a file from one run of the program to the
-/// next. A file that cannot be read or written, or that holds something else, stops nothing.
+/// Keeps the place and the size of a window, and whether it is maximised, from one run of the program to the next. A
+/// store that cannot be read or written, or that holds something else, stops nothing.
 class QtWindowState {
 public:
-    /// @param path the full path of the file; "" when nothing is to be kept.
-    explicit QtWindowState(std::string path = {}) : path_(std::move(path)) {}
+    /// @param store where they are kept, in the section "window"; null when they are not to be kept.
+    explicit QtWindowState(SettingsStore* store = nullptr) : store_(store) {}
 
-    /// Gives `window`, which must not have been shown yet, what was kept, so that all of it is on the screens that
-    /// there are now.
+    /// Gives `window`, which must not have been shown yet, what was kept, so that all of it is on a screen that there
+    /// is now.
     /// @return false when nothing usable was kept; the window is as it was then.
     bool restore(QWidget& window) const;
 
@@ -27,15 +27,7 @@ public:
     void save(const QWidget& window) const;
 
 private:
-    struct State {
-        QRect place;
-        bool maximized = false;
-    };
-
-    [[nodiscard]] std::optional<State> read() const;
-    [[nodiscard]] static std::optional<State> parse(const std::string& text);
-
-    std::string path_;
+    SettingsStore* store_;
 };
 
 /// Room for the frame, which the system draws around a window and tells only afterwards; both sides together, in

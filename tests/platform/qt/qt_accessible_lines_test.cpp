@@ -33,7 +33,7 @@ protected:
     QtGuard guard;
     Card card;
     QtActionGate gate{guard, card};
-    QtKeyFilter keys{card, [](const KeyPress&) { return false; }};
+    QtKeyFilter keys;
     QtListBox box{"listav", gate, keys};
     LineView& view = box.widget();
     std::vector<std::string> clicked;

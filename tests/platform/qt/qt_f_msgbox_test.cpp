@@ -39,7 +39,8 @@ protected:
 
     QtGuard guard;
     QMainWindow main_window;
-    QtFMsgbox box{guard, main_window};
+    QtKeyFilter keys;
+    QtFMsgbox box{guard, main_window, keys};
     FMsgbox& f_msgbox = box.controls();
 };
 

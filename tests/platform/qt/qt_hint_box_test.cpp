@@ -62,7 +62,7 @@ protected:
     QtGuard guard;
     Card card;
     QtActionGate gate{guard, card};
-    QtKeyFilter keys{card, [](const KeyPress&) { return false; }};
+    QtKeyFilter keys;
     QtHintBox box{"t_hint", gate, keys};
     HintEdit& edit = box.widget();
     QWidget& viewport = *edit.viewport();

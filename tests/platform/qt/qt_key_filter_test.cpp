@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <QInputMethodEvent>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -23,6 +24,10 @@ protected:
         text.setParent(window.centralWidget());
         button.setParent(window.centralWidget());
         QObject::connect(&button, &QPushButton::clicked, &button, [this] { ++clicks; });
+        filter.add(window, [this](const KeyPress& press) {
+            seen.push_back(press);
+            return swallow;
+        });
         window.show();
         text.setFocus();
     }
@@ -39,10 +44,12 @@ protected:
     int clicks = 0;
     bool swallow = false;
     std::vector<KeyPress> seen;
-    QtKeyFilter filter{window, [this](const KeyPress& press) {
-                           seen.push_back(press);
-                           return swallow;
-                       }};
+    std::vector<KeyEvent> judged;
+    KeyJudge judge = as_sent;
+    QtKeyFilter filter{[this](const KeyEvent& event) {
+        judged.push_back(event);
+        return judge(event);
+    }};
 };
 
 TEST_F(QtKeyFilterTest, SeesAKeyBeforeTheControlWhichThenGetsIt)
@@ -99,155 +106,120 @@ TEST_F(QtKeyFilterTest, TellsThatAKeyIsHeldDown)
     EXPECT_TRUE(seen[0].auto_repeat);
 }
 
-TEST_F(QtKeyFilterTest, AKeyHeldOnWhileTheFocusMovesTypesAndPressesNothing)
+TEST_F(QtKeyFilterTest, AStrayKeyReachesNobody)
 {
+    judge = [](const KeyEvent&) { return KeyJudgement::stray; };
+    EXPECT_TRUE(press_key(text, Qt::Key_X, "x"));
     button.setFocus();
     press_key(button, Qt::Key_Space, " ");
-    ASSERT_EQ(clicks, 1);
-    text.setFocus();
-    press_key(text, Qt::Key_Space, " ", true);
+    release_key(button, Qt::Key_Space, " ");
+    EXPECT_TRUE(seen.empty());
     EXPECT_EQ(text.toPlainText(), "");
-    EXPECT_EQ(seen.size(), 1U);
-    press_key(text, Qt::Key_Space, " ");
-    press_key(text, Qt::Key_Space, " ", true);
-    EXPECT_EQ(text.toPlainText(), "  ");
+    EXPECT_EQ(clicks, 0);
 }
 
-TEST_F(QtKeyFilterTest, AKeyHeldOnWhileABoxOpensDoesNotAnswerIt)
+TEST_F(QtKeyFilterTest, AStrayKeyReachesNoBoxOfTheToolkit)
 {
-    press_key(text, Qt::Key_Return, "\r");
     QDialog box(&window);
     box.setModal(true);
     QPushButton ok("OK", &box);
-    ok.setAutoDefault(true);
-    int answers = 0;
-    QObject::connect(&ok, &QPushButton::clicked, &ok, [&] { ++answers; });
+    QObject::connect(&ok, &QPushButton::clicked, &box, &QDialog::accept);
     box.show();
     ok.setFocus();
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape})
-        press_key(ok, key, {}, true);
-    EXPECT_EQ(answers, 0);
+    judge = [](const KeyEvent&) { return KeyJudgement::stray; };
+    for (const int key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Escape}) {
+        press_key(ok, key);
+        release_key(ok, key);
+    }
     EXPECT_TRUE(box.isVisible());
+    judge = as_sent;
     press_key(ok, Qt::Key_Return, "\r");
-    EXPECT_EQ(answers, 1);
+    EXPECT_FALSE(box.isVisible());
 }
 
-/// A press at a moment of the system's clock, in milliseconds.
-void press_at(QWidget& widget, quint64 moment, int key, const QString& text = {})
+TEST_F(QtKeyFilterTest, AKeyThatTheJudgeCallsHeldIsToldAsSuchAndClicksNothing)
 {
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
-    event.setTimestamp(moment);
-    QCoreApplication::sendEvent(&widget, &event);
-}
-
-TEST_F(QtKeyFilterTest, AButtonIsPressedOnceByABlankThatBounces)
-{
+    judge = [](const KeyEvent&) { return KeyJudgement::held; };
     button.setFocus();
-    press_at(button, 10'000, Qt::Key_Space, " ");
-    press_at(button, 10'149, Qt::Key_Space, " ");
-    EXPECT_EQ(clicks, 1);
-    press_at(button, 10'300, Qt::Key_Space, " ");
-    EXPECT_EQ(clicks, 2);
+    press_key(button, Qt::Key_Return, "\r");
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_TRUE(seen[0].auto_repeat);
+    EXPECT_EQ(clicks, 0);
 }
 
-TEST_F(QtKeyFilterTest, AKeyThatBouncesDoesNotReachTheNextWindow)
+TEST_F(QtKeyFilterTest, TheJudgeIsToldWhichKeyGoesDownAndWhen)
 {
+    const struct {
+        int key;
+        KeyKind kind;
+    } cases[] = {{Qt::Key_Return, KeyKind::enter}, {Qt::Key_Enter, KeyKind::enter}, {Qt::Key_Escape, KeyKind::escape},
+                 {Qt::Key_Space, KeyKind::blank},  {Qt::Key_X, KeyKind::other},     {Qt::Key_Tab, KeyKind::other}};
+    for (const auto& c : cases) {
+        QKeyEvent event(QEvent::KeyPress, c.key, Qt::NoModifier, 36, 0, 0, {}, true);
+        event.setTimestamp(10'000);
+        QCoreApplication::sendEvent(&text, &event);
+        const KeyEvent& told = judged.back();
+        EXPECT_TRUE(told.down);
+        EXPECT_EQ(told.kind, c.kind) << c.key;
+        EXPECT_EQ(told.scan_code, 36U);
+        EXPECT_EQ(told.milliseconds, 10'000);
+        EXPECT_TRUE(told.auto_repeat);
+    }
+    text.setFocus();
+    press_key(text, Qt::Key_X, "x");
+    EXPECT_FALSE(judged.back().auto_repeat);
+}
+
+TEST_F(QtKeyFilterTest, TheJudgeIsToldWhichKeyComesUpAndWhen)
+{
+    QKeyEvent event(QEvent::KeyRelease, Qt::Key_Return, Qt::NoModifier, 36, 0, 0);
+    event.setTimestamp(10'050);
+    QCoreApplication::sendEvent(&text, &event);
+    ASSERT_FALSE(judged.empty());
+    EXPECT_FALSE(judged.back().down);
+    EXPECT_EQ(judged.back().scan_code, 36U);
+    EXPECT_EQ(judged.back().milliseconds, 10'050);
+}
+
+TEST_F(QtKeyFilterTest, TheJudgeIsToldWhereAKeyGoes)
+{
+    press_key(text, Qt::Key_X, "x");
+    button.setFocus();
+    press_key(button, Qt::Key_X, "x");
     QDialog box(&window);
-    QPushButton ok("OK", &box);
+    box.setModal(true);
+    QLineEdit edit(&box);
     box.show();
-    ok.setFocus();
-    press_at(ok, 10'000, Qt::Key_Escape);
+    edit.setFocus();
+    press_key(edit, Qt::Key_X, "x");
+    ASSERT_EQ(judged.size(), 3U) << "each press is judged once";
+    EXPECT_EQ(judged[0].focus, &text);
+    EXPECT_EQ(judged[1].focus, &button);
+    EXPECT_EQ(judged[2].focus, &edit);
+    EXPECT_TRUE(judged[0].typing);
+    EXPECT_FALSE(judged[1].typing);
+    EXPECT_TRUE(judged[2].typing);
+    EXPECT_FALSE(judged[0].in_box);
+    EXPECT_TRUE(judged[2].in_box);
+    text.setReadOnly(true);
     text.setFocus();
-    press_at(text, 10'100, Qt::Key_Escape);
-    EXPECT_TRUE(seen.empty());
-    press_at(text, 10'300, Qt::Key_Escape);
-    EXPECT_EQ(seen.size(), 1U);
+    press_key(text, Qt::Key_X, "x");
+    EXPECT_FALSE(judged[3].typing) << "a text that is locked";
 }
 
-/// A modal box with one button that closes it.
-class ClosingBox : public QDialog {
-public:
-    explicit ClosingBox(QWidget& parent) : QDialog(&parent)
-    {
-        setModal(true);
-        connect(&ok, &QPushButton::clicked, this, &QDialog::accept);
-        show();
-        ok.setFocus();
-    }
-
-    QPushButton ok{"OK", this};
-};
-
-TEST_F(QtKeyFilterTest, AnEnterThatHasClosedABoxIsFollowedByAnotherOneAtOnce)
+TEST_F(QtKeyFilterTest, AKeyWithoutATimeIsMeasuredByAClockThatGoesForward)
 {
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-        for (const quint64 gap : {50ULL, 100ULL, 149ULL}) {
-            for (QWidget* const target : {static_cast<QWidget*>(&text), static_cast<QWidget*>(&button)}) {
-                ClosingBox box(window);
-                const quint64 closed = next_moment();
-                press_at(box.ok, closed, key, "\r");
-                ASSERT_FALSE(box.isVisible());
-                target->setFocus();
-                seen.clear();
-                press_at(*target, closed + gap, key, "\r");
-                EXPECT_EQ(seen.size(), 1U) << gap;
-            }
-        }
-    }
-}
-
-TEST_F(QtKeyFilterTest, TheContactThatClosesABoxMayChatter)
-{
-    button.setFocus();
-    ClosingBox box(window);
-    press_at(box.ok, 10'000, Qt::Key_Return, "\r");
-    for (const quint64 moment : {10'008ULL, 10'057ULL})
-        press_at(button, moment, Qt::Key_Return, "\r");
-    EXPECT_TRUE(seen.empty());
-    EXPECT_EQ(clicks, 0);
-    press_at(button, 10'107, Qt::Key_Return, "\r");
-    EXPECT_EQ(seen.size(), 1U);
-    EXPECT_EQ(clicks, 1);
-}
-
-TEST_F(QtKeyFilterTest, AnEnterThatClosesABoxAndIsHeldDoesNothingMore)
-{
-    button.setFocus();
-    ClosingBox box(window);
-    press_at(box.ok, 10'000, Qt::Key_Return, "\r");
-    press_key(button, Qt::Key_Return, "\r", true);
-    EXPECT_TRUE(seen.empty());
-    EXPECT_EQ(clicks, 0);
-}
-
-TEST_F(QtKeyFilterTest, AnEnterThatClosesABoxDoesNotCloseTheNextOneUnseen)
-{
-    ClosingBox box(window);
-    press_at(box.ok, 10'000, Qt::Key_Return, "\r");
-    ClosingBox next(window);
-    press_at(next.ok, 10'149, Qt::Key_Return, "\r");
-    EXPECT_TRUE(next.isVisible());
-    press_at(next.ok, 10'299, Qt::Key_Return, "\r");
-    EXPECT_FALSE(next.isVisible());
-}
-
-TEST_F(QtKeyFilterTest, AnEscapeThatClosesABoxDoesNothingElseUnseen)
-{
-    ClosingBox box(window);
-    press_at(box.ok, 10'000, Qt::Key_Escape);
-    text.setFocus();
-    press_at(text, 10'149, Qt::Key_Escape);
-    EXPECT_TRUE(seen.empty());
-}
-
-TEST_F(QtKeyFilterTest, EveryKeyCountsInTextThatIsBeingEdited)
-{
-    for (const quint64 moment : {10000ULL, 10020ULL, 10040ULL})
-        press_at(text, moment, Qt::Key_Return, "\r");
-    EXPECT_EQ(text.toPlainText(), "\n\n\n");
-    press_at(text, 10'050, Qt::Key_X, "x");
-    press_at(text, 10'060, Qt::Key_X, "x");
-    EXPECT_EQ(text.toPlainText(), "\n\n\nxx");
+    const auto press_without_time = [this] {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, "x");
+        QCoreApplication::sendEvent(&text, &event);
+        return judged.back().milliseconds;
+    };
+    const std::int64_t first = press_without_time();
+    EXPECT_GE(first, 0);
+    QTest::qWait(3);
+    const std::int64_t later = press_without_time() - first;
+    EXPECT_GE(later, 2);
+    EXPECT_LT(later, 60'000);
 }
 
 TEST_F(QtKeyFilterTest, CombinationsOfOtherKeysAndKeysWithoutACharacterAreNotTold)
@@ -299,28 +271,6 @@ TEST_F(QtKeyFilterTest, SpaceClicksTheButtonWithTheFocusOnceHoweverLongItIsHeld)
     EXPECT_EQ(clicks, 1);
 }
 
-// As X11 sends a held key where the toolkit has not noticed that it is one.
-TEST_F(QtKeyFilterTest, APressAtTheTimeOfTheReleaseOfTheSameKeyIsARepeatedOne)
-{
-    constexpr quint32 return_key = 36;
-    const auto send = [this](QEvent::Type type, quint64 time, quint32 scan_code) {
-        QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier, scan_code, 0, 0, "\r");
-        event.setTimestamp(time);
-        QCoreApplication::sendEvent(&button, &event);
-    };
-    button.setFocus();
-    send(QEvent::KeyPress, 1000, return_key);
-    send(QEvent::KeyRelease, 1500, return_key);
-    send(QEvent::KeyPress, 1500, return_key);
-    send(QEvent::KeyRelease, 1530, return_key);
-    EXPECT_EQ(clicks, 1);
-    send(QEvent::KeyPress, 1600, return_key);
-    EXPECT_EQ(clicks, 2);
-    ASSERT_EQ(seen.size(), 3U);
-    EXPECT_TRUE(seen[1].auto_repeat);
-    EXPECT_FALSE(seen[2].auto_repeat);
-}
-
 TEST_F(QtKeyFilterTest, AnEnterThatIsNotSwallowedStartsANewLine)
 {
     press_key(text, Qt::Key_Return, "\r");
@@ -345,7 +295,7 @@ TEST_F(QtKeyFilterTest, ShiftAndEnterIsALineInTextAndEnterElsewhere)
 TEST_F(QtKeyFilterTest, AControlSeesTheKeysThatTheWindowLeavesAlone)
 {
     std::string seen_by_text;
-    filter.add_control(text, [&](const KeyPress& press) {
+    filter.add(text, [&](const KeyPress& press) {
         EXPECT_EQ(seen.back().character, press.character) << "the window is asked first";
         seen_by_text += press.character;
         return press.character == "b";
@@ -361,9 +311,18 @@ TEST_F(QtKeyFilterTest, AControlSeesTheKeysThatTheWindowLeavesAlone)
 TEST_F(QtKeyFilterTest, AControlSeesNoKeysOfOthers)
 {
     int seen_by_text = 0;
-    filter.add_control(text, [&](const KeyPress&) { return ++seen_by_text > 0; });
+    filter.add(text, [&](const KeyPress&) { return ++seen_by_text > 0; });
     button.setFocus();
     press_key(button, Qt::Key_Q, "q");
+    EXPECT_EQ(seen.size(), 1U);
+    EXPECT_EQ(seen_by_text, 0);
+}
+
+TEST_F(QtKeyFilterTest, AControlSeesNoCombinations)
+{
+    int seen_by_text = 0;
+    filter.add(text, [&](const KeyPress&) { return ++seen_by_text > 0; });
+    press_key(text, Qt::Key_S, "\x13", false, Qt::ControlModifier);
     EXPECT_EQ(seen.size(), 1U);
     EXPECT_EQ(seen_by_text, 0);
 }
@@ -371,7 +330,7 @@ TEST_F(QtKeyFilterTest, AControlSeesNoKeysOfOthers)
 TEST_F(QtKeyFilterTest, AControlIsToldThatAKeyIsHeldDown)
 {
     std::vector<bool> held;
-    filter.add_control(text, [&](const KeyPress& press) {
+    filter.add(text, [&](const KeyPress& press) {
         held.push_back(press.auto_repeat);
         return true;
     });
@@ -383,7 +342,7 @@ TEST_F(QtKeyFilterTest, AControlIsToldThatAKeyIsHeldDown)
 TEST_F(QtKeyFilterTest, ACharacterOfAnInputMethodIsToldAsComposedToTheControlToo)
 {
     std::vector<KeyPress> seen_by_text;
-    filter.add_control(text, [&](const KeyPress& press) {
+    filter.add(text, [&](const KeyPress& press) {
         seen_by_text.push_back(press);
         return true;
     });
@@ -459,51 +418,10 @@ TEST_F(SwallowsTest, AKeyWhoseHandlingFailsIsSwallowed)
     EXPECT_EQ(reported, "key failed");
 }
 
-/// While assistive technology listens, keys come as copies without their time.
-class KeysWithoutTime : public QtTest {
-protected:
-    static QKeyEvent event(QEvent::Type type, int key = Qt::Key_Space)
-    {
-        return {type, key, Qt::NoModifier, 65, 0, 0, " "};
-    }
-
-    QPushButton button;
-    qint64 now = 5000;
-    QtKeyMemory memory{[this] { return now; }};
-};
-
-TEST_F(KeysWithoutTime, AreNoRepetitionOfTheOneBeforeUnlessTheyFollowItAtOnce)
-{
-    memory.note_release(event(QEvent::KeyRelease));
-    now += 1;
-    EXPECT_TRUE(memory.is_repeated(event(QEvent::KeyPress)));
-    now += 5;
-    EXPECT_FALSE(memory.is_repeated(event(QEvent::KeyPress)));
-}
-
-TEST_F(KeysWithoutTime, AreStrayWhenTheyBounce)
-{
-    EXPECT_FALSE(memory.is_stray(button, event(QEvent::KeyPress)));
-    now += 149;
-    EXPECT_TRUE(memory.is_stray(button, event(QEvent::KeyPress)));
-    now += 150;
-    EXPECT_FALSE(memory.is_stray(button, event(QEvent::KeyPress)));
-}
-
-TEST_F(KeysWithoutTime, AreNotMeasuredByTheClockOfOthers)
-{
-    QKeyEvent timed = event(QEvent::KeyPress);
-    timed.setTimestamp(9'000'000);
-    EXPECT_FALSE(memory.is_stray(button, timed));
-    EXPECT_FALSE(memory.is_stray(button, event(QEvent::KeyPress)));
-}
-
-std::unique_ptr<QKeyEvent> key_event(QEvent::Type type, quint64 time, int key = Qt::Key_Return, bool from_system = true)
+std::unique_ptr<QKeyEvent> key_event(QEvent::Type type, quint64 time, int key = Qt::Key_Return)
 {
     auto event = std::make_unique<QKeyEvent>(type, key, Qt::NoModifier, 36, 0, 0, "\r");
     event->setTimestamp(time);
-    if (from_system)
-        QSpontaneKeyEvent::setSpontaneous(event.get());
     return event;
 }
 
@@ -512,14 +430,14 @@ protected:
     /// The time that a copy gets; 0 for none.
     quint64 time_of_copy(QEvent::Type type, int key = Qt::Key_Return)
     {
-        const auto copy = key_event(type, 0, key, false);
+        const auto copy = key_event(type, 0, key);
         const bool lacks = times.lacks_time(*copy, now);
         EXPECT_EQ(lacks, copy->timestamp() == 0);
         return copy->timestamp();
     }
-    void see(QEvent::Type type, quint64 time, bool from_system = true)
+    void see(QEvent::Type type, quint64 time)
     {
-        const auto event = key_event(type, time, Qt::Key_Return, from_system);
+        const auto event = key_event(type, time);
         EXPECT_FALSE(times.lacks_time(*event, now));
         EXPECT_EQ(event->timestamp(), time);
     }
@@ -545,8 +463,7 @@ TEST_F(CopiedKeys, HaveNoTimeWhereTheOriginalWasNotSeen)
     EXPECT_EQ(time_of_copy(QEvent::KeyPress), 0U);
     see(QEvent::KeyPress, 7000);
     EXPECT_EQ(time_of_copy(QEvent::KeyPress, Qt::Key_Escape), 0U);
-    see(QEvent::KeyRelease, 7060, false);
-    EXPECT_EQ(time_of_copy(QEvent::KeyRelease), 0U) << "another filter has given it its time";
+    EXPECT_EQ(time_of_copy(QEvent::KeyRelease), 0U);
     EXPECT_EQ(time_of_copy(QEvent::KeyPress), 7000U);
 }
 
@@ -593,23 +510,33 @@ TEST_F(QtKeyFilterTest, KeysThatWaitForAssistiveTechnologyAreMeasuredByTheirOwnT
     KeyCopies copies;
     button.setFocus();
     const auto send = [this](QEvent::Type type, quint64 time) {
-        QCoreApplication::instance()->notify(window.windowHandle(), key_event(type, time).get());
+        const auto event = key_event(type, time);
+        QSpontaneKeyEvent::setSpontaneous(event.get());
+        QCoreApplication::instance()->notify(window.windowHandle(), event.get());
     };
+    // Nobody has seen the first original. From its copy on, the filter stands before the one that takes them away.
     send(QEvent::KeyPress, 10'000);
     copies.deliver();
     send(QEvent::KeyRelease, 10'050);
     copies.deliver();
     ASSERT_EQ(clicks, 1);
+    judged.clear();
     // The program was busy: it gets them all at once.
     send(QEvent::KeyPress, 10'300);
     send(QEvent::KeyRelease, 10'350);
     send(QEvent::KeyPress, 10'500);
     copies.deliver();
     EXPECT_EQ(clicks, 3);
+    std::vector<std::int64_t> pressed;
+    for (const KeyEvent& event : judged) {
+        if (event.down)
+            pressed.push_back(event.milliseconds);
+    }
+    EXPECT_EQ(pressed, (std::vector<std::int64_t>{10'300, 10'500}));
     send(QEvent::KeyRelease, 11'000);
-    send(QEvent::KeyPress, 11'000);
     copies.deliver();
-    EXPECT_EQ(clicks, 3) << "the key is held";
+    EXPECT_FALSE(judged.back().down);
+    EXPECT_EQ(judged.back().milliseconds, 11'000);
 }
 
 TEST(Combinations, TellOneModifierAndTheLetterInLowerCase)

@@ -70,12 +70,19 @@ protected:
         return viewport.grab().toImage().pixelColor(place.right() - 3, place.center().y());
     }
 
+    /// Asks the window's hook before the list's.
+    QtKeyFilter& keys_of_window()
+    {
+        keys.add(card, [this](const KeyPress& press) { return window_hook(press); });
+        return keys;
+    }
+
     QtGuard guard;
     Card card;
     QtActionGate gate{guard, card};
     std::function<bool(const KeyPress&)> window_hook = [](const KeyPress&) { return false; };
-    QtKeyFilter keys{card, [this](const KeyPress& press) { return window_hook(press); }};
-    QtListBox box{"listav", gate, keys};
+    QtKeyFilter keys;
+    QtListBox box{"listav", gate, keys_of_window()};
     LineView& view = box.widget();
     QWidget& viewport = *view.viewport();
     std::vector<std::string> clicked;

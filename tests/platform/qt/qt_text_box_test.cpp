@@ -38,7 +38,7 @@ protected:
     QtGuard guard;
     Card card;
     QtActionGate gate{guard, card};
-    QtKeyFilter keys{card, [](const KeyPress&) { return false; }};
+    QtKeyFilter keys;
     QtTextBox box{"Text_a", gate, keys};
 };
 

@@ -1,5 +1,5 @@
-#include "common/text.h"
 #include "fakes/temp_folder.h"
+#include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_test_tools.h"
 #include "platform/qt/qt_window.h"
 #include "platform/qt/qt_window_state.h"
@@ -84,7 +84,7 @@ class QtWindowStateTest : public QtTest {
 protected:
     std::unique_ptr<QtWindow> start()
     {
-        auto window = std::make_unique<QtWindow>("Form1", QSize(400, 300), guard, QtWindowState(path));
+        auto window = std::make_unique<QtWindow>("Form1", QSize(400, 300), guard, QtWindowState(&store));
         window->widget().setMinimumSize(200, 150);
         window->show();
         return window;
@@ -108,9 +108,19 @@ protected:
         EXPECT_FALSE(widget.isMaximized());
     }
 
+    /// All of it, in a size in which it can be used.
+    static void expect_on_screen(const QRect& shown)
+    {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        EXPECT_TRUE(screen.contains(shown)) << shown.left() << ", " << shown.top();
+        EXPECT_GE(shown.width(), 200);
+        EXPECT_GE(shown.height(), 150);
+    }
+
     QtGuard guard;
     fakes::TempFolder folder;
-    std::string path = folder.file("CUEDRILL/window.ini");
+    QtSettingsStore store{folder.path().string()};
+    const std::string path = folder.file("CUEDRILL/window.ini");
     const QRect chosen{37, 61, 512, 333};
 };
 
@@ -151,7 +161,12 @@ TEST_F(QtWindowStateTest, a_window_that_is_shown_again_does_not_jump)
     const auto window = start();
     window->widget().setGeometry(chosen);
     window->hide();
-    write_state("[window]\nleft=1\ntop=2\nwidth=300\nheight=200\nmaximized=0\n");
+    const std::string bytes = folder.read("CUEDRILL/window.ini");
+    window->show();
+    window->widget().setGeometry(1, 2, 300, 200);
+    window->hide();
+    window->widget().setGeometry(chosen);
+    write_state(bytes);
     window->show();
     EXPECT_EQ(window->widget().geometry(), chosen);
 }
@@ -159,7 +174,7 @@ TEST_F(QtWindowStateTest, a_window_that_is_shown_again_does_not_jump)
 TEST_F(QtWindowStateTest, a_window_that_was_never_shown_keeps_nothing)
 {
     {
-        const QtWindow window("Form1", QSize(400, 300), guard, QtWindowState(path));
+        const QtWindow window("Form1", QSize(400, 300), guard, QtWindowState(&store));
     }
     EXPECT_FALSE(std::filesystem::exists(path));
 }
@@ -217,39 +232,44 @@ TEST_F(QtWindowStateTest, a_minimised_window_that_was_maximised_comes_back_maxim
 
 TEST_F(QtWindowStateTest, a_file_of_something_else_is_ignored)
 {
-    const std::string good = "[window]\nleft=37\ntop=61\nwidth=512\nheight=333\nmaximized=0\n";
-    write_state(good);
-    ASSERT_EQ(place_at_next_start(), chosen);
-    for (const std::string& bytes :
-         {std::string(), std::string("\0\xFF\n=", 4), std::string("[General]\ngeometry=@ByteArray(abc)\n"),
-          good.substr(0, good.find("height")), common::replace_all(good, "512", "x512"),
-          common::replace_all(good, "512", "512x"), common::replace_all(good, "512", ""),
-          common::replace_all(good, "512", "-512"), common::replace_all(good, "512", "0"),
-          common::replace_all(good, "37", "-2147483648"), common::replace_all(good, "333", "2147483647"),
-          common::replace_all(good, "37", "99999999999999999999"), good + std::string(100000, '#')}) {
+    for (const std::string_view bytes :
+         {std::string_view(), std::string_view("\0\xFF\n=", 4), std::string_view("nothing that is known\n"),
+          std::string_view("[General]\ngeometry=\n"), std::string_view("[General]\ngeometry=a, list\n"),
+          std::string_view("[window]\nleft=37\ntop=61\nwidth=512\nheight=333\nmaximized=0\n")}) {
         write_state(bytes);
         expect_in_the_middle();
     }
 }
 
-TEST_F(QtWindowStateTest, lines_that_a_later_program_may_add_do_not_disturb)
+TEST_F(QtWindowStateTest, a_place_that_was_kept_in_part_is_still_on_the_screen)
 {
-    write_state("[window]\r-\nscreen=2\nleft=37\ntop=61\nwidth=512\nheight=333\nmaximized=0\nlast");
-    EXPECT_EQ(place_at_next_start(), chosen);
+    start()->widget().setGeometry(chosen);
+    const std::string whole = store.get("CUEDRILL", "window", "geometry").value();
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        store.set("CUEDRILL", "window", "geometry", whole.substr(0, length));
+        expect_on_screen(place_at_next_start());
+    }
 }
 
 TEST_F(QtWindowStateTest, a_place_off_the_screen_comes_back_onto_it)
 {
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    for (const char* place :
-         {"left=-90000\ntop=90000\nwidth=512\nheight=333\n", "left=100000\ntop=100000\nwidth=100000\nheight=100000\n",
-          "left=-100000\ntop=-100000\nwidth=1\nheight=1\n"}) {
-        write_state(std::string("[window]\n") + place + "maximized=0\n");
-        const QRect shown = place_at_next_start();
-        EXPECT_TRUE(screen.contains(shown)) << place;
-        EXPECT_GE(shown.width(), 200) << place;
-        EXPECT_GE(shown.height(), 150) << place;
+    for (const QRect& place : {QRect(-9000, 9000, 512, 333), QRect(9000, -9000, 512, 333), QRect(700, 700, 512, 333),
+                               QRect(0, 0, 5000, 4000), QRect(-300, 20, 5000, 200)}) {
+        start()->widget().setGeometry(place);
+        expect_on_screen(place_at_next_start());
     }
+}
+
+TEST_F(QtWindowStateTest, a_size_below_the_smallest_grows)
+{
+    {
+        const auto window = start();
+        window->widget().setMinimumSize(0, 0);
+        window->widget().setGeometry(300, 300, 20, 10);
+    }
+    const QRect shown = place_at_next_start();
+    EXPECT_EQ(shown.topLeft(), QPoint(300, 300));
+    EXPECT_EQ(shown.size(), QSize(200, 150));
 }
 
 // Reading a pipe would wait until somebody writes.
@@ -284,11 +304,16 @@ TEST_F(QtWindowStateTest, nothing_else_is_left_beside_the_file)
         EXPECT_EQ(entry.path(), path);
 }
 
-TEST_F(QtWindowStateTest, without_a_path_nothing_is_kept)
+TEST_F(QtWindowStateTest, without_a_store_nothing_is_kept)
 {
-    path.clear();
-    start()->widget().setGeometry(chosen);
-    expect_in_the_middle();
+    const auto start_alone = [this] {
+        auto window = std::make_unique<QtWindow>("Form1", QSize(400, 300), guard);
+        window->show();
+        return window;
+    };
+    start_alone()->widget().setGeometry(chosen);
+    EXPECT_NE(start_alone()->widget().geometry(), chosen);
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 } // namespace

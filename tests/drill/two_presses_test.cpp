@@ -1,6 +1,5 @@
 #include "drill/drill_fixture.h"
 #include "drill/drill_state.h"
-#include "drill/key_echo.h"
 #include "drill/status_line.h"
 
 namespace cuedrill::drill {
@@ -12,103 +11,6 @@ using platform::KeyPress;
 KeyPress character(const char* text, bool auto_repeat = false)
 {
     return {.key = Key::character, .character = text, .auto_repeat = auto_repeat};
-}
-
-class KeyEchoTest : public testing::Test {
-protected:
-    bool is_echo_after(double seconds, const KeyPress& press)
-    {
-        clock.steady_seconds_more += seconds;
-        return echo.is_echo(press);
-    }
-
-    fakes::FakeClock clock;
-    KeyEcho echo{clock};
-};
-
-TEST_F(KeyEchoTest, is_nothing_before_a_command)
-{
-    EXPECT_FALSE(echo.is_echo({.key = Key::enter}));
-    EXPECT_FALSE(echo.is_echo(character("+", true)));
-}
-
-TEST_F(KeyEchoTest, is_a_second_press_of_a_command_key_within_150_ms)
-{
-    for (const KeyPress& press :
-         {KeyPress{.key = Key::enter}, KeyPress{.key = Key::escape}, character("+"), character("-"), character("*")}) {
-        echo.run(press, [] {});
-        EXPECT_TRUE(is_echo_after(0.14, press)) << press.character;
-        EXPECT_FALSE(is_echo_after(0.02, press)) << press.character;
-    }
-}
-
-TEST_F(KeyEchoTest, does_not_last_longer_by_further_presses)
-{
-    echo.run({.key = Key::enter}, [] {});
-    EXPECT_TRUE(is_echo_after(0.1, {.key = Key::enter}));
-    EXPECT_FALSE(is_echo_after(0.1, {.key = Key::enter}));
-}
-
-TEST_F(KeyEchoTest, of_a_letter_is_only_its_repetition)
-{
-    echo.run(character("t"), [] {});
-    EXPECT_TRUE(is_echo_after(5, character("t", true)));
-    EXPECT_FALSE(is_echo_after(0.01, character("t")));
-    EXPECT_FALSE(echo.is_echo(character("t", true))) << "the new press is one of its own";
-}
-
-TEST_F(KeyEchoTest, is_measured_from_the_end_of_a_long_command)
-{
-    echo.run(character("+"), [this] { clock.steady_seconds_more += 3; });
-    EXPECT_TRUE(is_echo_after(0.1, character("+")));
-}
-
-TEST_F(KeyEchoTest, is_only_a_repetition_after_a_box_that_the_user_has_closed)
-{
-    const KeyPress enter{.key = Key::enter};
-    echo.run(enter, [this] {
-        clock.steady_seconds_more += 3;
-        echo.note_box_closed();
-    });
-    EXPECT_TRUE(is_echo_after(0.1, {.key = Key::enter, .auto_repeat = true}));
-    EXPECT_FALSE(is_echo_after(0.01, enter));
-    echo.run(enter, [] {});
-    EXPECT_TRUE(is_echo_after(0.1, enter)) << "the next command has closed none";
-}
-
-TEST_F(KeyEchoTest, is_not_the_same_key_with_a_modifier)
-{
-    const KeyPress combination{.key = Key::enter, .modifier = platform::KeyModifier::control};
-    echo.run(combination, [] {});
-    EXPECT_TRUE(is_echo_after(0.01, combination));
-    EXPECT_FALSE(is_echo_after(0.01, {.key = Key::enter}));
-}
-
-TEST_F(KeyEchoTest, of_a_composed_character_lasts_as_long_as_the_key_may_be_held)
-{
-    const KeyPress plus{.key = Key::character, .character = "+", .auto_repeat = false, .composed = true};
-    echo.run(plus, [] {});
-    for (int repetition = 0; repetition < 5; ++repetition)
-        EXPECT_TRUE(is_echo_after(0.5, plus));
-    EXPECT_FALSE(is_echo_after(0.8, plus));
-}
-
-TEST_F(KeyEchoTest, of_a_held_key_lasts_until_another_press)
-{
-    echo.run(character("+"), [] {});
-    EXPECT_TRUE(is_echo_after(60, character("+", true)));
-    EXPECT_FALSE(echo.is_echo(character("x", true)));
-    EXPECT_TRUE(echo.is_echo(character("+", true)));
-    EXPECT_FALSE(echo.is_echo(character("x")));
-    EXPECT_FALSE(echo.is_echo(character("+", true)));
-}
-
-TEST_F(KeyEchoTest, is_not_another_key)
-{
-    echo.run(character("+"), [] {});
-    EXPECT_FALSE(echo.is_echo(character("-")));
-    echo.run({.key = Key::enter}, [] {});
-    EXPECT_FALSE(echo.is_echo({.key = Key::escape}));
 }
 
 /// A key that is pressed twice, at the pace of a finger that trembles or of one that wants to.

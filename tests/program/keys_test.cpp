@@ -1,0 +1,139 @@
+// Which keys count, with real key events in the whole program.
+
+#include "program/program_fixture.h"
+
+#include <QDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace cuedrill::program {
+namespace {
+
+/// A press at a moment of the system's clock, in milliseconds.
+void press_at(QWidget& widget, quint64 moment, int key, const QString& text = {}, bool auto_repeat = false)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, 0, 0, 0, text, auto_repeat);
+    event.setTimestamp(moment);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+/// A modal box with one button that closes it.
+class ClosingBox : public QDialog {
+public:
+    explicit ClosingBox(QWidget& parent) : QDialog(&parent)
+    {
+        setModal(true);
+        connect(&ok, &QPushButton::clicked, this, &QDialog::accept);
+        show();
+        ok.setFocus();
+    }
+
+    QPushButton ok{"OK", this};
+};
+
+/// A button and a line of text, which no rule of the program's knows, in its window.
+struct Controls {
+    explicit Controls(QMainWindow& window) : button(&window), line(&window)
+    {
+        QObject::connect(&button, &QPushButton::clicked, &button, [this] { ++clicks; });
+        button.show();
+        line.show();
+        button.setFocus();
+    }
+
+    QPushButton button;
+    QLineEdit line;
+    int clicks = 0;
+};
+
+class KeysTest : public ProgramTest {
+protected:
+    std::string course = fakes::CourseBuilder().write(folder);
+};
+
+TEST_F(KeysTest, ABlankThatBouncesPressesAButtonOnce)
+{
+    run(course, [](Program& program) {
+        Controls controls(program.form1().widget());
+        press_at(controls.button, 10'000, Qt::Key_Space, " ");
+        press_at(controls.button, 10'149, Qt::Key_Space, " ");
+        EXPECT_EQ(controls.clicks, 1);
+        press_at(controls.button, 10'300, Qt::Key_Space, " ");
+        EXPECT_EQ(controls.clicks, 2);
+    });
+}
+
+TEST_F(KeysTest, AKeyHeldOnWhileTheFocusMovesTypesNothing)
+{
+    run(course, [](Program& program) {
+        Controls controls(program.form1().widget());
+        press_at(controls.button, 10'000, Qt::Key_Space, " ");
+        controls.line.setFocus();
+        press_at(controls.line, 10'500, Qt::Key_Space, " ", true);
+        EXPECT_EQ(controls.line.text(), "");
+        press_at(controls.line, 11'000, Qt::Key_Space, " ");
+        press_at(controls.line, 11'500, Qt::Key_Space, " ", true);
+        EXPECT_EQ(controls.line.text(), "  ");
+    });
+}
+
+TEST_F(KeysTest, AnEnterThatHasClosedABoxIsFollowedByAnotherOneButNotByTheChatterOfItsContact)
+{
+    run(course, [](Program& program) {
+        Controls controls(program.form1().widget());
+        ClosingBox box(program.form1().widget());
+        press_at(box.ok, 10'000, Qt::Key_Return, "\r");
+        ASSERT_FALSE(box.isVisible());
+        controls.button.setFocus();
+        press_at(controls.button, 10'008, Qt::Key_Return, "\r");
+        EXPECT_EQ(controls.clicks, 0);
+        press_at(controls.button, 10'060, Qt::Key_Return, "\r");
+        EXPECT_EQ(controls.clicks, 1);
+    });
+}
+
+TEST_F(KeysTest, AnEnterThatClosesABoxClosesNoNextOneUnseenAndIsNotHeldOn)
+{
+    run(course, [](Program& program) {
+        Controls controls(program.form1().widget());
+        ClosingBox box(program.form1().widget());
+        press_at(box.ok, 10'000, Qt::Key_Return, "\r");
+        {
+            ClosingBox next(program.form1().widget());
+            press_at(next.ok, 10'149, Qt::Key_Return, "\r");
+            EXPECT_TRUE(next.isVisible());
+            press_at(next.ok, 10'299, Qt::Key_Return, "\r");
+            EXPECT_FALSE(next.isVisible());
+        }
+        controls.button.setFocus();
+        press_at(controls.button, 11'000, Qt::Key_Return, "\r", true);
+        EXPECT_EQ(controls.clicks, 0);
+    });
+}
+
+TEST_F(KeysTest, AnEscapeThatBouncesDoesNotCloseTheMessageWindowUnseen)
+{
+    run(course, [](Program& program) {
+        choose(program, "m_version_history");
+        QWidget* message_window = nullptr;
+        for (QWidget* const window : QApplication::topLevelWidgets()) {
+            if (window->objectName() == "f_msgbox")
+                message_window = window;
+        }
+        ASSERT_NE(message_window, nullptr);
+        auto& text = *message_window->findChild<QPlainTextEdit*>("Text1");
+        ASSERT_TRUE(message_window->isVisible());
+        ClosingBox box(*message_window);
+        press_at(box.ok, 10'000, Qt::Key_Escape);
+        ASSERT_FALSE(box.isVisible());
+        text.setFocus();
+        press_at(text, 10'100, Qt::Key_Escape);
+        EXPECT_TRUE(message_window->isVisible());
+        press_at(text, 10'300, Qt::Key_Escape);
+        EXPECT_FALSE(message_window->isVisible());
+    });
+}
+
+} // namespace
+} // namespace cuedrill::program
