@@ -96,6 +96,7 @@ void LastList::forget_list()
 {
     list_ = {};
     last_list_kind_.clear();
+    state_.list_built = false;
 }
 
 } // namespace cuedrill::drill

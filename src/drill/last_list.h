@@ -12,8 +12,10 @@
 #include "store/course.h"
 #include "store/side_fields.h"
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace cuedrill::drill {
@@ -59,6 +61,9 @@ public:
     {
         return find_in_questions_ ? course_.Q_FIELD : course_.A_FIELD;
     }
+    /// Attaches what is done with the line that the user chooses.
+    void attach(std::function<void(const std::string& line)> choose) { listav_.on_click = std::move(choose); }
+
     [[nodiscard]] bool find_in_questions() const { return find_in_questions_; }
 
     /// The sides of the course were exchanged: what the lines are texts of has become the other side.

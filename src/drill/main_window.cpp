@@ -1,131 +1,53 @@
 #include "drill/main_window.h"
 
-#include "common/errors.h"
-#include "store/course_transaction.h"
-
-#include <chrono>
-#include <string>
-
 namespace cuedrill::drill {
-namespace {
-
-using namespace std::chrono_literals;
-
-} // namespace
 
 void MainWindow::attach()
 {
-    platform::Form1& form1 = parts_.form1;
-    parts_.display.name_boxes();
-    attach_dialog();
-    attach_boxes();
-    form1.window.on_close = [this] { close(); };
-    form1.window.on_session_end = [this] { parts_.end_of_program.end_program(); };
-
-    form1.timer_1_min.on_tick = [this] { timer_1_min_tick(); };
-    form1.timer_1_sec.on_tick = [this] { timer_1_sec_tick(); };
-    form1.timer_250_ms.on_tick = [this] { parts_.status.expire(); };
+    form1_.window.on_close = [this] { close(); };
+    form1_.window.on_session_end = [this] { end_of_program_.end_program(); };
 }
 
-void MainWindow::attach_dialog()
-{
-    platform::Form1& form1 = parts_.form1;
-    form1.bot_yes.on_click = [this] { parts_.dialog.OnYes(); };
-    form1.bot_yes.on_mouse_down = [this](platform::MouseButton button) { parts_.dialog.OnYesMouseDown(button); };
-    form1.bot_yes.on_mouse_up = [this](platform::MouseButton) { parts_.state.RightClickConsumed = false; };
-    form1.bot_no.on_click = [this] { parts_.dialog.OnNo(); };
-    form1.bot_other.on_click = [this] { parts_.dialog.OnOther(); };
-    form1.dialog_strip.on_resize = [this] { parts_.layout.lay_out_buttons(); };
-}
-
-void MainWindow::attach_boxes()
-{
-    platform::Form1& form1 = parts_.form1;
-    form1.Text_a.on_key = [this](const platform::KeyPress& press) { return parts_.typed_answer.OnAnswerKey(press); };
-    form1.t_hint.on_click = [this] { parts_.typed_answer.OnHintClick(); };
-    form1.t_hint.on_key = [this](const platform::KeyPress& press) { return parts_.typed_answer.OnHintKey(press); };
-    form1.listav.on_click = [this](const std::string& line) { parts_.lists.listav_click(line); };
-}
-
-/// What is being typed is not thrown away without a question.
+/// Asks before text that is being typed is lost.
 void MainWindow::close()
 {
-    if (parts_.editor.ask_to_save())
-        parts_.end_of_program.end_program();
+    if (editor_.ask_to_save())
+        end_of_program_.end_program();
 }
 
 void MainWindow::load()
 {
     {
-        const platform::BusyPointer busy(parts_.desktop);
+        const platform::BusyPointer busy(desktop_);
         forget_display();
-        parts_.display.ApplyTextFont();
-        parts_.options.show_course();
-        parts_.statistics.show_course();
-        timer_1_sec_tick();
-        parts_.title.set_window_title();
-        parts_.form1.window.show();
-        parts_.dialog.RefreshDialog();
-        parts_.form1.bot_yes.set_focus();
-        parts_.form1.timer_1_min.start(1min);
-        parts_.form1.timer_1_sec.start(1s);
-        parts_.form1.timer_250_ms.start(250ms);
+        display_.ApplyTextFont();
+        options_.show_course();
+        statistics_.show_course();
+        timers_.timer_1_sec_tick();
+        title_.set_window_title();
+        form1_.window.show();
+        dialog_.RefreshDialog();
+        form1_.bot_yes.set_focus();
+        timers_.start();
     }
-    parts_.statistics.announce_passed(parts_.statistics.passed_on_showing());
+    statistics_.announce_passed(statistics_.passed_on_showing());
 }
 
 void MainWindow::unload()
 {
-    for (platform::Timer* timer : {&parts_.form1.timer_1_min, &parts_.form1.timer_1_sec, &parts_.form1.timer_250_ms})
-        timer->stop();
+    timers_.stop();
     forget_display();
-    parts_.form1.window.hide();
+    form1_.window.hide();
 }
 
 void MainWindow::forget_display()
 {
-    parts_.state.dialog = DialogState::AskToStart;
-    parts_.state.RightClickConsumed = false;
-    parts_.edit_flags.clear();
-    parts_.last_list.forget_list();
-    parts_.state.list_built = false;
-    parts_.display.leave_list();
-    parts_.display.forget();
-    parts_.status.ShowStatus("", 0);
-}
-
-void MainWindow::show_stored_record(common::Int16 cnt)
-{
-    refresh_counts_or_withdraw(parts_.statistics, parts_.display);
-    parts_.display.show_record(cnt);
-}
-
-void MainWindow::timer_1_sec_tick()
-{
-    parts_.screen.told.course.time_now = common::format_clock(parts_.clock.now());
-    parts_.screen.repaint();
-}
-
-void MainWindow::timer_1_min_tick()
-{
-    parts_.statistics.refresh_work_time();
-    try {
-        parts_.params.save_work_time(parts_.clock.now());
-    } catch (const store::OutcomeUnknown& error) {
-        tell_about_work_time("It is not known whether the work time is stored.");
-        parts_.trace.write_trace(std::string("timer_1_min - not known whether the work time is stored - ") +
-                                 error.what());
-    } catch (const common::Error& error) {
-        tell_about_work_time(std::string("The work time could not be stored. ") + error.what());
-        parts_.trace.write_trace(std::string("timer_1_min - work time not stored - ") + error.what());
-    }
-}
-
-/// No box: nobody asked for anything just now, and the next minute tries again. A request for a verdict stays.
-void MainWindow::tell_about_work_time(const std::string& text)
-{
-    if (!parts_.state.AwaitingVerdict)
-        parts_.status.ShowStatus(text, status_seconds);
+    dialog_.forget();
+    editor_.forget();
+    last_list_.forget_list();
+    display_.leave_list();
+    display_.forget();
+    status_.ShowStatus("", 0);
 }
 
 } // namespace cuedrill::drill

@@ -1,60 +1,33 @@
 #pragma once
 
-#include "app/base/trace_log.h"
 #include "drill/course_options.h"
 #include "drill/course_title.h"
 #include "drill/display.h"
-#include "drill/drill_state.h"
-#include "drill/edit_flags.h"
 #include "drill/end_of_program.h"
 #include "drill/last_list.h"
 #include "drill/question_dialog.h"
 #include "drill/record_editor.h"
-#include "drill/record_lists.h"
-#include "drill/screen.h"
 #include "drill/statistics.h"
 #include "drill/status_line.h"
-#include "drill/typed_answer.h"
-#include "drill/window_layout.h"
-#include "platform/clock.h"
+#include "drill/timers.h"
 #include "platform/desktop.h"
 #include "platform/form1.h"
-#include "store/course.h"
-#include "store/course_params.h"
 
 namespace cuedrill::drill {
 
-/// The main window: how it comes and goes with a course, and what its controls and timers call.
+/// How the main window comes and goes with a course.
 class MainWindow {
 public:
-    /// Everything that the window shows or calls.
-    struct Parts {
-        platform::Form1& form1;
-        platform::Desktop& desktop;
-        platform::Clock& clock;
-        app::TraceLog& trace;
-        store::Course& course;
-        store::CourseParamsStore& params;
-        CourseTitle& title;
-        EditFlags& edit_flags;
-        RecordEditor& editor;
-        LastList& last_list;
-        RecordLists& lists;
-        Statistics& statistics;
-        EndOfProgram& end_of_program;
-        DrillState& state;
-        StatusLine& status;
-        CourseOptions& options;
-        MainScreen& screen;
-        Display& display;
-        WindowLayout& layout;
-        QuestionDialog& dialog;
-        TypedAnswer& typed_answer;
-    };
+    MainWindow(platform::Form1& form1, platform::Desktop& desktop, CourseTitle& title, CourseOptions& options,
+               Statistics& statistics, Display& display, LastList& last_list, StatusLine& status,
+               QuestionDialog& dialog, RecordEditor& editor, Timers& timers, EndOfProgram& end_of_program)
+        : form1_(form1), desktop_(desktop), title_(title), options_(options), statistics_(statistics),
+          display_(display), last_list_(last_list), status_(status), dialog_(dialog), editor_(editor), timers_(timers),
+          end_of_program_(end_of_program)
+    {
+    }
 
-    explicit MainWindow(const Parts& parts) : parts_(parts) {}
-
-    /// Attaches the controls, keys and timers, and gives the fixed texts.
+    /// Attaches the window itself: the user closes it, or the session ends.
     void attach();
 
     /// Shows the window on the course that has just been opened.
@@ -64,25 +37,22 @@ public:
     /// Puts the window away; the next `load` starts afresh.
     void unload();
 
-    /// Shows the counts after records were stored, and the last of them, `cnt`.
-    /// @throws platform::DatabaseError; no question is on display then.
-    void show_stored_record(common::Int16 cnt);
-
-    /// Brings the list of all questions up to date, where it is shown.
-    void show_all_stored() { parts_.last_list.rebuild_shown_list(); }
-
-    /// Work of the timers: the work time is shown and stored each minute, so that a crash costs no more than one.
-    void timer_1_min_tick();
-    void timer_1_sec_tick();
-
 private:
-    void attach_dialog();
-    void attach_boxes();
     void forget_display();
     void close();
-    void tell_about_work_time(const std::string& text);
 
-    Parts parts_;
+    platform::Form1& form1_;
+    platform::Desktop& desktop_;
+    CourseTitle& title_;
+    CourseOptions& options_;
+    Statistics& statistics_;
+    Display& display_;
+    LastList& last_list_;
+    StatusLine& status_;
+    QuestionDialog& dialog_;
+    RecordEditor& editor_;
+    Timers& timers_;
+    EndOfProgram& end_of_program_;
 };
 
 } // namespace cuedrill::drill

@@ -35,6 +35,22 @@ QuestionDialog::QuestionDialog(platform::Form1& form1, DrillState& state, MainSc
 {
 }
 
+void QuestionDialog::attach()
+{
+    form1_.bot_yes.on_click = [this] { OnYes(); };
+    form1_.bot_yes.on_mouse_down = [this](platform::MouseButton button) { OnYesMouseDown(button); };
+    form1_.bot_yes.on_mouse_up = [this](platform::MouseButton) { state_.RightClickConsumed = false; };
+    form1_.bot_no.on_click = [this] { OnNo(); };
+    form1_.bot_other.on_click = [this] { OnOther(); };
+    form1_.dialog_strip.on_resize = [this] { layout_.lay_out_buttons(); };
+}
+
+void QuestionDialog::forget()
+{
+    state_.dialog = DialogState::AskToStart;
+    state_.RightClickConsumed = false;
+}
+
 void QuestionDialog::RefreshDialog()
 {
     const DialogTexts texts = texts_of(state_.dialog);

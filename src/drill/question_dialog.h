@@ -26,6 +26,12 @@ public:
                    WindowLayout& layout, platform::Desktop& desktop, Selection& selection, Scoring& scoring,
                    RecordEditor& editor, EndOfProgram& end_of_program);
 
+    /// Attaches the buttons of the dialog.
+    void attach();
+
+    /// Back to the first question of the dialog: the course is another one.
+    void forget();
+
     /// Repaints prompt and buttons for the present state. The prompt is blanked first, so that every new one flashes.
     void RefreshDialog();
 

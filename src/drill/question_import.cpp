@@ -122,7 +122,8 @@ void QuestionImport::show(const Progress& progress)
     shown_ = progress.stored;
     flags_.clear();
     status_.ShowStatus(words_of(progress), 0);
-    main_window_.show_stored_record(progress.last_cnt);
+    refresh_counts_or_withdraw(statistics_, display_);
+    display_.show_record(progress.last_cnt);
 }
 
 /// An error has ended the import.
@@ -145,7 +146,7 @@ void QuestionImport::stop(const Importer& importer, const std::string& reason)
 void QuestionImport::show_all()
 {
     status_.ShowStatus("", 0);
-    main_window_.show_all_stored();
+    last_list_.rebuild_shown_list();
 }
 
 void QuestionImport::tell_report(const exchange::ImportReport& report)

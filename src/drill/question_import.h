@@ -1,8 +1,10 @@
 #pragma once
 
 #include "bank/record_bank.h"
+#include "drill/display.h"
 #include "drill/edit_flags.h"
-#include "drill/main_window.h"
+#include "drill/last_list.h"
+#include "drill/statistics.h"
 #include "drill/status_line.h"
 #include "exchange/importer.h"
 #include "platform/clock.h"
@@ -26,9 +28,10 @@ public:
         const platform::TextCompare& text_compare;
     };
 
-    QuestionImport(store::Course& course, bank::RecordBank& bank, EditFlags& flags, MainWindow& main_window,
-                   StatusLine& status, const Services& services)
-        : course_(course), bank_(bank), flags_(flags), main_window_(main_window), status_(status), services_(services)
+    QuestionImport(store::Course& course, bank::RecordBank& bank, EditFlags& flags, Display& display,
+                   Statistics& statistics, LastList& last_list, StatusLine& status, const Services& services)
+        : course_(course), bank_(bank), flags_(flags), display_(display), statistics_(statistics),
+          last_list_(last_list), status_(status), services_(services)
     {
     }
 
@@ -51,7 +54,9 @@ private:
     store::Course& course_;
     bank::RecordBank& bank_;
     EditFlags& flags_;
-    MainWindow& main_window_;
+    Display& display_;
+    Statistics& statistics_;
+    LastList& last_list_;
     StatusLine& status_;
     Services services_;
 

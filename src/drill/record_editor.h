@@ -83,6 +83,9 @@ public:
     /// stands in them.
     [[nodiscard]] bool has_changes() const;
 
+    /// Leaves the editor without a word and without a repaint: the course is another one.
+    void forget() { flags_.clear(); }
+
     [[nodiscard]] bool editing() const { return flags_.editing(); }
 
 private:

@@ -25,6 +25,11 @@ bool is_refused_statement(const common::Error& error)
 
 } // namespace
 
+void RecordLists::attach()
+{
+    list_.attach([this](const std::string& line) { listav_click(line); });
+}
+
 void RecordLists::m_show_all()
 {
     list_all("order by cnt", false);

@@ -28,6 +28,9 @@ public:
     {
     }
 
+    /// Attaches the list.
+    void attach();
+
     /// Commands: all questions, each list in the order that its name tells. An empty course ends the program.
     /// @throws what LastList::build_question_list throws.
     void m_show_all();

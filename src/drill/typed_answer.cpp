@@ -49,6 +49,13 @@ void append(std::string& message, std::vector<common::TextRange>& marked, std::s
 
 } // namespace
 
+void TypedAnswer::attach()
+{
+    form1_.Text_a.on_key = [this](const platform::KeyPress& press) { return OnAnswerKey(press); };
+    form1_.t_hint.on_click = [this] { OnHintClick(); };
+    form1_.t_hint.on_key = [this](const platform::KeyPress& press) { return OnHintKey(press); };
+}
+
 bool TypedAnswer::OnAnswerKey(const platform::KeyPress& press)
 {
     if (flags_.editing())

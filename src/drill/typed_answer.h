@@ -38,6 +38,9 @@ public:
     {
     }
 
+    /// Attaches the answer box and the hint.
+    void attach();
+
     /// A key in the answer box that the window has left alone.
     /// @return whether it is swallowed.
     bool OnAnswerKey(const platform::KeyPress& press);

@@ -5,6 +5,11 @@ namespace cuedrill::program {
 Logic::Logic(const LogicPlatform& platform) : p(platform)
 {
     main_window.attach();
+    display.name_boxes();
+    dialog.attach();
+    typed_answer.attach();
+    lists.attach();
+    timers.attach();
     big_box.attach();
     context_help.attach();
     commands.attach();

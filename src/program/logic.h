@@ -27,6 +27,8 @@
 #include "drill/screen.h"
 #include "drill/selection.h"
 #include "drill/statistics.h"
+#include "drill/timers.h"
+#include "drill/typed_answer.h"
 #include "drill/window_keys.h"
 #include "exchange/exporter.h"
 #include "platform/clock.h"
@@ -129,14 +131,15 @@ struct Logic {
         form1, course, state, {params, statistics, options, display, status, hints, layout, p.text_compare}};
     drill::ContextHelp context_help{form1, p.desktop};
     drill::CourseTitle title{course, params, form1.window, p.desktop, p.text_compare};
-    drill::MainWindow main_window{{form1,  p.desktop, p.clock, trace,      course,         params, title,  edit_flags,
-                                   editor, last_list, lists,   statistics, end_of_program, state,  status, options,
-                                   screen, display,   layout,  dialog,     typed_answer}};
+    drill::Timers timers{form1, params, statistics, screen, status, state, p.clock, trace};
+    drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
+                                  last_list, status,    dialog, editor,  timers,     end_of_program};
     drill::CourseOpener opener{course,           params,
                                main_window,      {p.files, p.clock, p.desktop, p.form2, settings, trace},
                                p.program_folder, start_time};
-    drill::QuestionImport question_import{course,      bank,   edit_flags,
-                                          main_window, status, {p.files, p.clock, p.desktop, p.text_compare}};
+    drill::QuestionImport question_import{
+        course,     bank,      edit_flags, display,
+        statistics, last_list, status,     {p.files, p.clock, p.desktop, p.text_compare}};
     drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};
     drill::DrillCommands commands{
         form1, command_controls, {course,          params,         opener, title,        selection, scoring,

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/base/trace_log.h"
+#include "drill/drill_state.h"
+#include "drill/screen.h"
+#include "drill/statistics.h"
+#include "drill/status_line.h"
+#include "platform/clock.h"
+#include "platform/form1.h"
+#include "store/course_params.h"
+
+#include <string>
+
+namespace cuedrill::drill {
+
+/// What happens as time goes by while a course is open: the clock ticks, the work time is shown and stored, and texts
+/// of the status line expire.
+class Timers {
+public:
+    Timers(platform::Form1& form1, store::CourseParamsStore& params, Statistics& statistics, MainScreen& screen,
+           StatusLine& status, const DrillState& state, platform::Clock& clock, app::TraceLog& trace)
+        : form1_(form1), params_(params), statistics_(statistics), screen_(screen), status_(status), state_(state),
+          clock_(clock), trace_(trace)
+    {
+    }
+
+    void attach();
+    void start();
+    void stop();
+
+    /// Shows and stores the work time; called each minute, so that a crash costs no more than one.
+    void timer_1_min_tick();
+    /// Shows the time of day.
+    void timer_1_sec_tick();
+
+private:
+    void tell_about_work_time(const std::string& text);
+
+    platform::Form1& form1_;
+    store::CourseParamsStore& params_;
+    Statistics& statistics_;
+    MainScreen& screen_;
+    StatusLine& status_;
+    const DrillState& state_;
+    platform::Clock& clock_;
+    app::TraceLog& trace_;
+};
+
+} // namespace cuedrill::drill
