@@ -49,65 +49,21 @@ private:
 /// answers holds in the direction of the parameter.
 class RecordEditorTest : public ScoringFixture {
 protected:
-    void open_course(bool inverted)
-    {
-        fakes::CourseBuilder builder;
-        builder.question("France?", "Paris").level(2).attempts(4).fails(1).tested_ago(one_day);
-        builder.question("Italy?", "Rome");
-        builder.question("Capital of France?", "Paris");
-        open_with_current(builder);
-        course.params.invert = inverted;
-        course.set_side_fields();
-        display.show_record(1);
-        before = file();
-    }
+    RecordEditorTest();
+    ~RecordEditorTest() override;
 
-    void begin_new(const std::string& question, const std::string& answer)
-    {
-        editor.begin_new_record();
-        view.type({question, answer});
-    }
+    void open_course(bool inverted);
 
-    void begin_change(const std::string& question, const std::string& answer)
-    {
-        editor.begin_edit();
-        view.type({question, answer});
-    }
+    void begin_new(const std::string& question, const std::string& answer);
+    void begin_change(const std::string& question, const std::string& answer);
 
-    void expect_open(const std::string& question, const std::string& answer)
-    {
-        EXPECT_TRUE(editor.editing());
-        EXPECT_TRUE(view.open());
-        EXPECT_EQ(view.typed().question, question);
-        EXPECT_EQ(view.typed().answer, answer);
-        EXPECT_NE(view.status(), saved);
-    }
-
-    void expect_left(const std::string& question, const std::string& answer)
-    {
-        EXPECT_FALSE(editor.editing());
-        EXPECT_FALSE(view.open());
-        EXPECT_EQ(view.typed().question, question);
-        EXPECT_EQ(view.typed().answer, answer);
-        EXPECT_NE(view.status(), saved);
-    }
+    void expect_open(const std::string& question, const std::string& answer);
+    void expect_left(const std::string& question, const std::string& answer);
 
     /// The texts of a record, as columns.
-    void expect_texts(std::size_t index, const std::string& q, const std::string& a) const
-    {
-        const auto rows = file().qa;
-        ASSERT_GT(rows.size(), index);
-        EXPECT_EQ(rows.at(index).q, q);
-        EXPECT_EQ(rows.at(index).a, a);
-    }
+    void expect_texts(std::size_t index, const std::string& q, const std::string& a) const;
 
-    static std::string many(const std::string& text, int times)
-    {
-        std::string result;
-        for (int i = 0; i < times; ++i)
-            result += text;
-        return result;
-    }
+    static std::string many(const std::string& text, int times);
 
     static constexpr const char* saved = "Saved.";
     static constexpr const char* surely_unsaved = "The changes are not saved.";

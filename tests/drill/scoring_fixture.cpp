@@ -22,6 +22,57 @@ ShownStatistics statistics_of(const platform::Screen& screen)
     return shown;
 }
 
+ScoringFixture::ScoringFixture()
+{
+    dead_times.init_dead_time_array();
+    // A box may stay open for hours: no transaction and no statement may be open meanwhile, nor the pointer be busy.
+    desktop.on_box = [this] {
+        EXPECT_EQ(database.transaction_depth(), 0);
+        EXPECT_EQ(database.open_recordsets(), 0);
+        EXPECT_EQ(desktop.pointer_depth, 0);
+    };
+}
+
+ScoringFixture::~ScoringFixture() = default;
+
+fakes::FakeFiles ScoringFixture::make_files()
+{
+    fakes::FakeFiles with_switch;
+    with_switch.files["/program/trace.flg"] = "";
+    return with_switch;
+}
+
+void ScoringFixture::open(const fakes::CourseBuilder& builder)
+{
+    course.db_path = builder.write(folder);
+    course.course_name = "course";
+    course.apri_db();
+    params.read_params();
+    course.set_side_fields();
+    course.record_count = course.count_records();
+    course.start_counting(clock.time);
+    database.forget();
+    form1.journal.clear();
+}
+
+void ScoringFixture::open_with_current(const fakes::CourseBuilder& builder)
+{
+    open(builder);
+    display.show_record(1);
+    database.forget();
+    form1.journal.clear();
+}
+
+fakes::CourseContents ScoringFixture::file() const
+{
+    return fakes::read_course(course.db_path);
+}
+
+fakes::SideRow ScoringFixture::stored() const
+{
+    return file().qa.at(0).q_side;
+}
+
 bool ScoringFixture::is_target(int level) const
 {
     const platform::LevelLine& line = form1.screen.panel_level.at(static_cast<std::size_t>(level));

@@ -75,39 +75,14 @@ protected:
     Selection selection{course, params, dead_times, state, display, options, {clock, random, desktop, status}};
     LevelCommands level_commands{course, params, dead_times, statistics, options, desktop};
 
-    ScoringFixture()
-    {
-        dead_times.init_dead_time_array();
-        // A box may stay for hours: no transaction and no statement may be open meanwhile, nor the pointer be busy.
-        desktop.on_box = [this] {
-            EXPECT_EQ(database.transaction_depth(), 0);
-            EXPECT_EQ(database.open_recordsets(), 0);
-            EXPECT_EQ(desktop.pointer_depth, 0);
-        };
-    }
+    ScoringFixture();
+    ~ScoringFixture() override;
 
     /// Writes the course and opens it; the target level is 5 unless the course says otherwise.
-    void open(const fakes::CourseBuilder& builder)
-    {
-        course.db_path = builder.write(folder);
-        course.course_name = "course";
-        course.apri_db();
-        params.read_params();
-        course.set_side_fields();
-        course.record_count = course.count_records();
-        course.start_counting(clock.time);
-        database.forget();
-        form1.journal.clear();
-    }
+    void open(const fakes::CourseBuilder& builder);
 
     /// A course of one record, which is the current one.
-    void open_with_current(const fakes::CourseBuilder& builder)
-    {
-        open(builder);
-        display.show_record(1);
-        database.forget();
-        form1.journal.clear();
-    }
+    void open_with_current(const fakes::CourseBuilder& builder);
 
     [[nodiscard]] common::Int16 current_cnt() const { return state.shown.current_cnt(); }
     [[nodiscard]] common::Int16 previous_cnt() const { return state.shown.previous_cnt(); }
@@ -128,18 +103,13 @@ protected:
     void expect_status(const std::string& text, int seconds);
 
     /// What the file of the course holds now, as another program sees it.
-    [[nodiscard]] fakes::CourseContents file() const { return fakes::read_course(course.db_path); }
+    [[nodiscard]] fakes::CourseContents file() const;
 
     /// The history of the first record, with the question asked.
-    [[nodiscard]] fakes::SideRow stored() const { return file().qa.at(0).q_side; }
+    [[nodiscard]] fakes::SideRow stored() const;
 
 private:
-    static fakes::FakeFiles make_files()
-    {
-        fakes::FakeFiles with_switch;
-        with_switch.files["/program/trace.flg"] = "";
-        return with_switch;
-    }
+    static fakes::FakeFiles make_files();
 };
 
 } // namespace cuedrill::drill

@@ -2,6 +2,10 @@
 
 namespace cuedrill::exchange {
 
+ExportFixture::ExportFixture() = default;
+
+ExportFixture::~ExportFixture() = default;
+
 void ExportFixture::SetUp()
 {
     course.params.course_title = "Capitals";

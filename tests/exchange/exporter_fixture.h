@@ -17,6 +17,9 @@ namespace cuedrill::exchange {
 /// may be open.
 class ExportFixture : public testing::Test {
 protected:
+    ExportFixture();
+    ~ExportFixture() override;
+
     void SetUp() override;
     void TearDown() override;
 

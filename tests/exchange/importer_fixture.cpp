@@ -22,6 +22,10 @@ void FillingDisk::commit()
     RecordingDatabase::commit();
 }
 
+ImportFixture::ImportFixture() = default;
+
+ImportFixture::~ImportFixture() = default;
+
 void ImportFixture::SetUp()
 {
     path = fakes::CourseBuilder().write(folder);

@@ -54,6 +54,9 @@ struct Outcome {
 /// counted as stored must be in the file.
 class ImportFixture : public testing::Test {
 protected:
+    ImportFixture();
+    ~ImportFixture() override;
+
     void SetUp() override;
 
     /// Imports a file with these bytes.
