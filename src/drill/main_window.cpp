@@ -47,7 +47,7 @@ void MainWindow::attach_boxes()
     form1.listav.on_click = [this](const std::string& line) { parts_.lists.listav_click(line); };
 }
 
-/// What is being typed is not thrown away without a question.
+/// Asks whether to save unsaved texts before the program ends.
 void MainWindow::close()
 {
     if (parts_.editor.ask_to_save())
@@ -121,7 +121,8 @@ void MainWindow::timer_1_min_tick()
     }
 }
 
-/// No box: nobody asked for anything just now, and the next minute tries again. A request for a verdict stays.
+/// Uses the status line, not a box: this runs without the user asking, and is retried in a minute. A request for a
+/// verdict in the status line stays.
 void MainWindow::tell_about_work_time(const std::string& text)
 {
     if (!parts_.state.AwaitingVerdict)

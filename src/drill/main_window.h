@@ -24,7 +24,7 @@
 
 namespace cuedrill::drill {
 
-/// The main window: how it comes and goes with a course, and what its controls and timers call.
+/// The main window: opens and closes with a course, and connects its controls and timers.
 class MainWindow {
 public:
     /// Everything that the window shows or calls.
@@ -54,24 +54,24 @@ public:
 
     explicit MainWindow(const Parts& parts) : parts_(parts) {}
 
-    /// Attaches the controls, keys and timers, and gives the fixed texts.
+    /// Attaches the controls, keys and timers, and sets the fixed texts.
     void attach();
 
-    /// Shows the window on the course that has just been opened.
+    /// Shows the window for the course that has just been opened.
     /// @throws platform::DatabaseError, common::OverflowError
     void load();
 
-    /// Puts the window away; the next `load` starts afresh.
+    /// Hides the window and resets its state.
     void unload();
 
-    /// Shows the counts after records were stored, and the last of them, `cnt`.
+    /// Updates the counts after records were stored, and shows the last of them, `cnt`.
     /// @throws platform::DatabaseError; no question is on display then.
     void show_stored_record(common::Int16 cnt);
 
-    /// Brings the list of all questions up to date, where it is shown.
+    /// Updates the list of all questions, if it is visible.
     void show_all_stored() { parts_.last_list.rebuild_shown_list(); }
 
-    /// Work of the timers: the work time is shown and stored each minute, so that a crash costs no more than one.
+    /// Timer handlers. The work time is shown and stored every minute, so that a crash loses at most one minute of it.
     void timer_1_min_tick();
     void timer_1_sec_tick();
 
