@@ -76,7 +76,7 @@ public:
     /// @throws platform::DatabaseError
     void refresh_figures();
 
-    /// Shows the statistics where a list stands.
+    /// If a list of records is visible, shows the statistics instead.
     void leave_list();
 
     /// Empties the question and answer boxes. There is no current record afterwards, so nothing can be judged.

@@ -50,7 +50,7 @@ struct DrillState {
     /// Empty, "+" or "-": the user's own judgement before the answer was revealed. It only selects the colour of the
     /// answer.
     std::string SelfJudgement;
-    /// The user has seen the stored answer, by the command, or a hint. A typed answer no longer counts as known.
+    /// A hint was shown, or the command has revealed the answer. A typed answer no longer counts as known.
     bool AnswerShown = false;
     /// The answer was revealed by the command, and the user must give the verdict with "+" or "-".
     bool AwaitingVerdict = false;

@@ -103,7 +103,7 @@ struct KeyEvent {
     KeyKind kind = KeyKind::other;
     /// The position on the keyboard; 0 if the system does not report it.
     std::uint32_t scan_code = 0;
-    /// The timestamp of the system. If the event has none, the time of a monotonic clock with another start.
+    /// Monotonic time: the timestamp of the system or, if the event has none, that of a clock with another start.
     std::int64_t milliseconds = 0;
     /// The system reports the event as auto-repeat. It does not always recognise auto-repeat.
     bool auto_repeat = false;

@@ -23,8 +23,8 @@ protected:
         desktop.expect_box_like(cannot_open(chosen, reason), BoxAnswer::ok);
     }
 
-    /// Opens the course, cancels the file dialog that follows, and returns the reason in the box, in the words of the
-    /// database engine.
+    /// Tries to open the course, cancels the file dialog that follows, and returns the reason that the box gives, which
+    /// is the database engine's own message.
     std::string opener_refuses(const std::string& chosen)
     {
         const std::string start = "The course " + chosen + " cannot be opened.\r\n\r\n";

@@ -44,7 +44,7 @@ protected:
 
     [[nodiscard]] Seconds now() const { return clock.time.seconds(); }
 
-    /// The limit of some rule in seconds, plus or minus one or exactly.
+    /// A dead time in seconds, or one second more or less.
     Seconds critical_time() { return SchedulerModel::dead_times.at(static_cast<std::size_t>(any(10))) + any(3) - 1; }
 
     std::optional<int> any_number(int end) { return once_in(4) ? std::nullopt : std::optional(any(end)); }

@@ -131,7 +131,7 @@ protected:
     /// The contents of the course file, as another program sees them.
     [[nodiscard]] fakes::CourseContents file() const { return fakes::read_course(course.db_path); }
 
-    /// The stored history of the first record on the side of the question.
+    /// The stored history of the first record in the straight direction.
     [[nodiscard]] fakes::SideRow stored() const { return file().qa.at(0).q_side; }
 
 private:

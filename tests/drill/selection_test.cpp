@@ -14,7 +14,7 @@ const std::string nothing_mature = "No question is mature for being asked.";
 
 class NextQuestion : public ScoringFixture {
 protected:
-    /// The number of the next question; 0 if there is none, which must be reported.
+    /// The number of the next question; 0 if there is none, which a box must say.
     common::Int16 next()
     {
         selection.next_question();
