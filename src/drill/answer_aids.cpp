@@ -23,7 +23,7 @@ void AnswerAids::m_view_hints()
         return;
     }
     services_.hints.BuildMaskedHint();
-    // The hint is one for going on with typing.
+    // The hint helps with typing, so typing can go on at once.
     form1_.Text_a.set_focus();
 }
 
@@ -51,7 +51,7 @@ void AnswerAids::ToggleListMode()
     store::CourseParams changed = course_.params;
     changed.list_mode = !changed.list_mode;
     services_.params.change_params(changed);
-    // Nobody has given the verdict yet that the status line may be asking for.
+    // The status line may be asking for a verdict; the user still owes it.
     if (state_.AwaitingVerdict)
         services_.status.ask_for_verdict();
     else

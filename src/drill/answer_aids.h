@@ -14,7 +14,7 @@
 
 namespace cuedrill::drill {
 
-/// What helps with an answer: hints, typing, and the two options that do either for every question.
+/// Commands that help with an answer: hints, typing, and the two options that turn them on for every question.
 class AnswerAids {
 public:
     struct Services {
@@ -33,20 +33,20 @@ public:
     {
     }
 
-    /// Command: shows the statistics, counted anew, in place of a hint.
+    /// Command: refreshes the statistics and shows them in place of a hint or list.
     /// @throws platform::DatabaseError
     void m_view_stats();
 
-    /// Command: shows a hint: the masked answer while the user is typing it, otherwise a list of words.
-    /// Without a question on display it only says so.
+    /// Command: shows a hint: the masked answer while the user is typing it, otherwise a list of words. If no question
+    /// is on display, the status line says so.
     /// @throws platform::DatabaseError
     void m_view_hints();
 
     /// Command: lets the user type the answer.
     void m_let_me_type();
 
-    /// Commands: the two options. They are stored with the course.
-    /// @throws platform::DatabaseError; the option is as it was then.
+    /// Commands: toggle an option and store it with the course.
+    /// @throws platform::DatabaseError; the option is unchanged then.
     void ToggleAlwaysType();
     void ToggleListMode();
 

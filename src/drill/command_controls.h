@@ -9,23 +9,23 @@
 
 namespace cuedrill::drill {
 
-/// The largest multiple of 15 twips, one pixel of a usual screen, that is not above `x`.
+/// Rounds `x` down to a multiple of 15 twips, one pixel at 96 dpi.
 common::Twips SnapToGrid(common::Twips x);
 
-/// The entries of the menus and the buttons of the toolbar, made of the table of commands.
+/// The menu entries and toolbar buttons, built from the table of commands.
 class CommandControls {
 public:
-    /// Adds the menus with their entries. `form1` outlives this object.
+    /// Adds the menus with their entries. `form1` must outlive this object.
     explicit CommandControls(platform::Form1& form1);
 
-    /// Gives each button its caption, its width and its tool tip, and attaches the commands: an entry runs its own by
-    /// `choose`, a button by `press`.
+    /// Sets the caption, width and tool tip of each button and attaches the commands: a menu entry calls `choose`, a
+    /// button calls `press`.
     void attach(const std::function<void(Command)>& choose, const std::function<void(Command)>& press);
 
-    /// Enables the command's entry and button, where it has them.
+    /// Enables or disables the command's menu entry and button, if it has them.
     void set_enabled(Command command, bool enabled);
 
-    /// Requires that the command has one.
+    /// The command's menu entry or button. The command must have one.
     [[nodiscard]] platform::MenuEntry& entry(Command command) const { return *entries_.at(command); }
     [[nodiscard]] platform::Button& button(Command command) const;
 

@@ -208,7 +208,7 @@ constexpr CommandRow commands[] = {
                          "characters fit into each."}},
 };
 
-/// The letters with which Alt opens the menus of the bar.
+/// The access letters of the menus in the menu bar.
 constexpr std::string_view letters_of_menus = "flasio";
 
 } // namespace

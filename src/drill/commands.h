@@ -17,7 +17,7 @@ struct MenuRow {
     const char* caption;
 };
 
-/// Everything that the menus, the toolbar and the single keys can ask for.
+/// All commands of the menus, the toolbar and the single keys.
 enum class Command {
     open_course,
     new_course,
@@ -75,42 +75,43 @@ struct MenuEntryRow {
     MenuName menu;
     const char* name;
     const char* caption;
-    bool checkable = false; ///< it is an option, and has a check mark while it is on
+    bool checkable = false; ///< an option, with a check mark while it is on
 };
 
 inline constexpr char no_key = 0;
 
 /// The button of a command in the toolbar.
 struct ButtonRow {
-    int number; ///< from 1, in the order of the toolbar
+    int number; ///< counted from 1, in toolbar order
     const char* caption;
-    char key;                  ///< a letter that runs the command outside of the text boxes, in lower case
+    char key;                  ///< lower-case letter that runs the command while no text box has the focus
     const char* help_text;     ///< for the tool tip
-    common::Twips extra_width; ///< beside the caption
-    const char* help;          ///< what the context help tells
+    common::Twips extra_width; ///< in addition to the width of the caption
+    const char* help;          ///< text of the context help
 };
 
-/// A command with all that the window shows of it.
+/// A command and everything that the window shows for it.
 struct CommandRow {
     Command command;
-    InModes modes; ///< in which it is enabled; some have a further condition (see WindowLayout)
+    InModes modes; ///< modes in which it is enabled; some commands have a further condition (see WindowLayout)
     std::optional<MenuEntryRow> entry{};
     std::optional<ButtonRow> button{};
 };
 
-/// The menus in their order.
+/// The menus, in order.
 std::span<const MenuRow> menu_table();
 
-/// Every command once; those of one menu in the order of its entries. A new command is a row here and a case in
+/// Every command once; the commands of one menu are in menu order. To add a command, add a row here and a case in
 /// DrillCommands::run.
 std::span<const CommandRow> command_table();
 
 const CommandRow& row_of(Command command);
 
-/// The command that has this key, a letter in lower case; nothing when none has.
+/// The command that has this key, a lower-case letter; std::nullopt if there is none.
 std::optional<Command> command_with_key(char key);
 
-/// The command that has this key also together with Alt, because no menu has the letter; nothing when none has.
+/// The command that has this key and can also be run with Alt, because no menu uses the letter; std::nullopt if there
+/// is none.
 std::optional<Command> command_with_access_letter(char key);
 
 } // namespace cuedrill::drill

@@ -20,8 +20,8 @@ constexpr const char* title = "Cuedrill - Help";
 
 } // namespace
 
-/// Adds the help to that which is told all at once.
-/// @return what tells it alone.
+/// Adds the help to the text of `show_all`.
+/// @return a function that shows this help alone.
 std::function<void()> ContextHelp::note(std::string_view name, const char* text)
 {
     all_ += std::string(name) + "\r\n" + text + "\r\n\r\n";
@@ -56,7 +56,7 @@ void ContextHelp::attach()
     attach_dialog();
     attach_question_figures();
     attach_statistics();
-    // A list takes every click for the choice of a line, so its help is told with all the rest only.
+    // A click on a list always chooses a line, so its help is shown only together with all the rest.
     note("List",
          "A line for each record, with its level on the left. Click on a line, or go to it with the arrow keys and "
          "press Enter, to have its question on display. Escape closes the list; \"Recall last list\" shows it again.");

@@ -10,18 +10,18 @@
 
 namespace cuedrill::drill {
 
-/// What the buttons and indicators of the main window tell about themselves on Shift and a click.
+/// Help for the buttons and indicators of the main window, shown on Shift+click.
 class ContextHelp {
 public:
     ContextHelp(platform::Form1& form1, platform::Desktop& desktop) : form1_(form1), desktop_(desktop) {}
 
-    /// Gives every button and indicator its help.
+    /// Sets the help of every button and indicator.
     void attach();
 
-    /// Command: tells how to get it.
+    /// Command: explains how to get the context help.
     void ShowContextHelpHint();
 
-    /// Tells all of it at once, for those who work without a mouse.
+    /// Shows all the help in one box, for those who work without a mouse.
     void show_all();
 
 private:
@@ -43,7 +43,7 @@ private:
 
     platform::Form1& form1_;
     platform::Desktop& desktop_;
-    std::string all_; ///< each name with its help
+    std::string all_; ///< all the help: each name with its text
 };
 
 } // namespace cuedrill::drill

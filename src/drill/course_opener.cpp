@@ -16,7 +16,7 @@ std::string missing_file(const std::string& path)
     return "File " + path + " does not exist.";
 }
 
-/// Some file dialogs give the pattern itself back when no name was typed.
+/// Some file dialogs return the pattern itself if no name was typed.
 constexpr const char* bare_pattern = "*.crs";
 
 } // namespace
@@ -31,14 +31,15 @@ CourseOpener::CourseOpener(store::Course& course, store::CourseParamsStore& para
 bool CourseOpener::apertura_db()
 {
     services_.trace.write_trace("apertura_db -  begin - db_path$ = " + course_.db_path);
-    // A course inherits from the one that was open before, not from one that was refused.
+    // Options that a course does not store keep the values of the course before it, but never of one that failed to
+    // open.
     const store::CourseParams earlier = course_.params;
     bool course_determined = take_command_line_course();
     bool last_attempt_failed = false;
     while (true) {
         try {
             if (!course_determined) {
-                // After a failure the remembered course may be the very one that failed: the user chooses.
+                // After a failure, ask the user: the remembered course may be the one that failed.
                 if (!choose_course(choose_file_on_open_ || last_attempt_failed))
                     return false;
                 prepare_chosen_course();
@@ -94,7 +95,7 @@ bool CourseOpener::show_file_dialog(const std::string& last, bool last_exists)
         return false;
     }
     course_.db_path = chosen.path;
-    // A title is a name without its folder; behind "/", ":" and "\\" are ordinary characters of it.
+    // The title is a plain file name. The "/" before it keeps name_of from treating ":" and "\\" in it as separators.
     course_.course_name = app::name_of("/" + chosen.title);
     return true;
 }
@@ -138,7 +139,7 @@ void CourseOpener::open_course()
     trace_unstored("parameters", params_.unstored());
     course_.set_side_fields();
     course_.record_count = course_.count_records();
-    // The first course has been worked on since the program started.
+    // For the first course the work time counts from the start of the program.
     course_.start_counting(first_course_ ? start_time_ : services_.clock.now());
     services_.settings.save_setting(last_course_key, course_.db_path);
     main_window_.load();
@@ -186,7 +187,8 @@ void CourseOpener::m_new()
     try {
         m_open();
     } catch (const common::Error&) {
-        // The present course could not be stored: nothing new is to be created by a later command either.
+        // The present course could not be stored, so the command ends here. Later commands must not create files
+        // unasked.
         create_without_asking_ = false;
         throw;
     }

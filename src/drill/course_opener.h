@@ -13,36 +13,36 @@
 
 namespace cuedrill::drill {
 
-/// Decides which course to work on, creates it when asked to, and opens it: at the start of the program and whenever
-/// the user asks for another course.
+/// Chooses the course to work on, creates it if wanted, and opens it: when the program starts and whenever the user
+/// asks for another course.
 class CourseOpener {
 public:
     struct Services {
         platform::Files& files;
         platform::Clock& clock;
         platform::Desktop& desktop;
-        platform::DialogHost& form2; ///< owns the file dialog
+        platform::DialogHost& form2; ///< owner of the file dialog
         app::Settings& settings;
         app::TraceLog& trace;
     };
 
-    /// @param program_folder where the first file dialog opens.
+    /// @param program_folder initial folder of the first file dialog.
     /// @param start_time when the program started.
     CourseOpener(store::Course& course, store::CourseParamsStore& params, MainWindow& main_window,
                  const Services& services, std::string program_folder, common::DateTime start_time);
 
-    /// Opens the course at `db_path`, or the one of the last time, or the one that the user chooses, and loads the main
-    /// window. A course that cannot be opened is named in a box with the reason, and the user chooses another one.
-    /// @return true when a course is open; false when the user cancelled the file dialog.
-    /// @throws common::ProgramEnded when the user does not want a missing course to be created.
+    /// Opens the course at `db_path`, or else the one used last time, or else one that the user chooses, and loads the
+    /// main window. If a course cannot be opened, a box tells which one and why, and the user chooses another.
+    /// @return true if a course is open; false if the user cancelled the file dialog.
+    /// @throws common::ProgramEnded if the user does not want a missing course to be created.
     bool apertura_db();
 
-    /// "&Open a course": closes the present course and lets the user choose another one; the program ends when they
-    /// cancel.
-    /// @throws platform::DatabaseError when the present course cannot be stored; it stays open then.
+    /// "&Open a course": closes the present course and lets the user choose another one. The program ends if the user
+    /// cancels.
+    /// @throws platform::DatabaseError if the present course cannot be stored; it stays open then.
     void m_open();
 
-    /// "&Create a new course": like `m_open`, and a missing file is created without asking.
+    /// "&Create a new course": like `m_open`, but creates a missing file without asking.
     void m_new();
 
 private:
@@ -62,10 +62,10 @@ private:
     std::string program_folder_;
     common::DateTime start_time_;
 
-    bool choose_file_on_open_ = false;   ///< skip the remembered course
-    bool create_without_asking_ = false; ///< a missing file is created without a question
-    bool first_course_ = true;           ///< none has been opened since the start
-    bool creating_ = false;              ///< a course is being created just now
+    bool choose_file_on_open_ = false;   ///< skip the course used last time
+    bool create_without_asking_ = false; ///< create a missing file without asking
+    bool first_course_ = true;           ///< no course has been opened since the program started
+    bool creating_ = false;              ///< a course is being created
 };
 
 } // namespace cuedrill::drill

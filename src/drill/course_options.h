@@ -5,7 +5,7 @@
 
 namespace cuedrill::drill {
 
-/// The menu entries that tell the options of the course.
+/// The menu entries that show the options of the course.
 class CourseOptions {
 public:
     CourseOptions(CommandControls& commands, const store::Course& course) : commands_(commands), course_(course) {}
@@ -13,10 +13,10 @@ public:
     /// Shows the options and the target level of a course that has just been opened.
     void show_course();
 
-    /// Repaints the check marks, after an option was changed.
+    /// Updates the check marks after an option has changed.
     void show_options();
 
-    /// Repaints the entry that names the target level, after it was changed.
+    /// Updates the entry that shows the target level after it has changed.
     void show_target_level();
 
 private:

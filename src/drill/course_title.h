@@ -8,7 +8,7 @@
 
 namespace cuedrill::drill {
 
-/// The title of the open course: in the caption of the main window, and changed by the user.
+/// The title of the open course: shows it in the caption of the main window and lets the user change it.
 class CourseTitle {
 public:
     CourseTitle(store::Course& course, store::CourseParamsStore& params, platform::Window& window,

@@ -16,7 +16,7 @@ Display::Change::~Change()
     try {
         display_.withdraw_question();
     } catch (...) {
-        // There is not enough memory to draw it now. There is no current record, so nothing can be judged all the same.
+        // Out of memory: the old texts may stay visible. No record is current any more, so nothing can be judged.
     }
 }
 
@@ -65,7 +65,7 @@ void Display::show_record_and_answer(common::Int16 cnt)
     change.keep();
 }
 
-/// Tells the verdict that waits to be told, and the question that is on display.
+/// Announces the pending verdict, if any, and the question on display.
 void Display::announce()
 {
     std::string text = std::exchange(verdict_to_tell_, {});
@@ -75,7 +75,7 @@ void Display::announce()
         form1_.window.announce(text);
 }
 
-/// Builds the hint and puts the caret into the answer box, where the course wants that for every question.
+/// Builds the hint and puts the cursor into the answer box if the options of the course ask for it.
 void Display::set_up_answer()
 {
     const bool question = state_.shown.is_question();
@@ -94,8 +94,7 @@ void Display::let_me_type()
     form1_.Text_a.set_focus();
 }
 
-/// Makes the record the current one and puts its question and figures on display; withdraws the question where there is
-/// no such record any more.
+/// Makes the record current and shows its question and figures. If the record no longer exists, withdraws the question.
 void Display::load(common::Int16 cnt)
 {
     state_.shown.current_cnt_ = cnt;
@@ -126,7 +125,7 @@ void Display::show_figures(const store::RecordSide& asked, common::DateTime now)
     QuestionFigures figures;
     figures.attempts = asked.attempts;
     figures.fails = asked.fails;
-    // Courses made elsewhere may hold any number here. It is only shown, so it need not fit the 16 bits of a verdict.
+    // A course made by another program may hold any number here. It is only displayed, so it need not fit into 16 bits.
     figures.level = std::clamp<std::int64_t>(asked.successes, 0, scheduler::highest_level);
     if (asked.date_last_test)
         figures.elapsed = common::seconds_between(*asked.date_last_test, now);

@@ -18,13 +18,12 @@
 
 namespace cuedrill::drill {
 
-/// What is on display: which record, its texts in the question and answer boxes, and its figures. Nobody else chooses
-/// the current record.
+/// Owner of what is on display: the current record, its texts in the question and answer boxes, and its figures. Only
+/// this class changes the current record.
 class Display {
 public:
-    /// A change of what is on display, or of the course that it belongs to. The question is withdrawn at the end of the
-    /// scope unless the change is kept, as a transaction is undone unless it is committed: a verdict must never go to a
-    /// question that nobody sees, nor to one that has had its verdict.
+    /// Scope guard for a change of the display, or of the course that it shows. Unless `keep` is called, the destructor
+    /// withdraws the question, so that no verdict goes to a question that is not visible or has already been judged.
     class Change {
     public:
         explicit Change(Display& display) : display_(display) {}
@@ -46,18 +45,18 @@ public:
     {
     }
 
-    /// Names the boxes for assistive technology.
+    /// Sets the accessible names of the boxes.
     void name_boxes();
 
-    /// Applies the font of the course to both boxes.
+    /// Applies the course's font to both boxes.
     void ApplyTextFont();
 
-    /// Asks the record: with its hint and the caret in the answer box where the course wants them always. Where the
-    /// record has vanished meanwhile, no question is on display afterwards.
-    /// @throws platform::DatabaseError; no question is on display then either.
+    /// Asks the record's question: shows it, with a hint and the cursor in the answer box if the options of the course
+    /// ask for it. If the record no longer exists, no question is on display afterwards.
+    /// @throws platform::DatabaseError; no question is on display then.
     void ask(common::Int16 cnt);
 
-    /// Shows the record as `ask` does, but asks nothing.
+    /// Shows the record's question and figures without asking it: no announcement, no hint.
     /// @throws platform::DatabaseError; no question is on display then.
     void show_record(common::Int16 cnt);
 
@@ -65,37 +64,39 @@ public:
     /// @throws platform::DatabaseError; no question is on display then.
     void show_record_and_answer(common::Int16 cnt);
 
-    /// What stands in the boxes is a change of this record from now on.
+    /// Makes the record current without changing the boxes: their texts become an edit of this record.
     void take_for_record(common::Int16 cnt) { state_.shown.current_cnt_ = cnt; }
 
-    /// The drill goes on from the record `previous`, 0 for none: forgets what was done about its answer, and leaves a
-    /// list of records. What is on display stays until the next question is asked.
+    /// Leaves the current question and any list of records before the next question is selected. Clears the state of
+    /// the answer and remembers `previous`, 0 for none, as the record asked last. The boxes do not change until the
+    /// next question is shown.
     void leave_question(common::Int16 previous);
 
     /// Shows the figures of the current record, if there is one, as they are now; its texts stay.
     /// @throws platform::DatabaseError
     void refresh_figures();
 
-    /// Shows the statistics where a list stands.
+    /// If a list of records is visible, shows the statistics instead.
     void leave_list();
 
-    /// Empties the question and answer boxes. From now on there is no current record, and nothing that a verdict could
-    /// be given on.
+    /// Empties the question and answer boxes. There is no current record afterwards, so nothing can be judged.
     void withdraw_question();
 
-    /// Withdraws the question, and forgets which one was asked before: the course is another one.
+    /// Withdraws the question and forgets which one was asked last, because another course is being opened.
     void forget();
 
-    /// Shows the stored answer, on light red when the user had marked it as not known, otherwise on light green.
+    /// Shows the stored answer: on light red if the user has marked it as not known, otherwise on light green.
     void RevealAnswer();
 
-    /// Announces `verdict` together with the next question: assistive technology might skip the first of two texts.
+    /// Announces `verdict` together with the next question, because assistive technology might skip the first of two
+    /// announcements.
     void announce_with_next(std::string verdict) { verdict_to_tell_ = std::move(verdict); }
 
-    /// Shows the stored answer to be changed.
+    /// Shows the stored answer for editing.
     void show_answer_for_editing();
 
-    /// Puts the caret into the answer box. Until the answer is shown, "*", "+" and "-" are ordinary characters then.
+    /// Puts the cursor into the answer box. From then on, until the answer is shown, "*", "+" and "-" are ordinary
+    /// characters.
     void let_me_type();
 
 private:

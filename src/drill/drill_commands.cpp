@@ -4,15 +4,14 @@
 
 namespace cuedrill::drill {
 
-/// Runs a command after which the next question may be due at another time, and tells that time anew where the status
-/// line tells it.
+/// Runs a command that may change when the next question is due. If the status line shows that time, it is updated.
 template <class Work>
 void DrillCommands::keep_due_true(Work work)
 {
     try {
         work();
     } catch (...) {
-        // What it was to change may be stored all the same.
+        // The change may have been stored in spite of the error, so the time shown may be wrong.
         to_.status.withdraw_about_due();
         throw;
     }
@@ -35,7 +34,7 @@ void DrillCommands::RunToolbarCommand(Command command)
     platform::TextBox* const typed_in = box_with_focus();
     form1_.bot_focus.set_focus();
     run(command);
-    // Where the record was not taken, typing goes on in the box in which it stopped.
+    // The record was not accepted: put the focus back into the box in which the user was typing.
     if (to_.editor.editing() && box_with_focus() == nullptr)
         (typed_in != nullptr ? *typed_in : form1_.Text_q).set_focus();
 }
@@ -178,7 +177,8 @@ void DrillCommands::reset_all()
     keep_due_true([this] { to_.scoring.m_reset_all(); });
 }
 
-/// Who inserts one record often inserts another one. While the editor stays open the button is disabled.
+/// Moves the focus to "Insert" after a save, because the user often inserts several records in a row. The button is
+/// disabled while the editor stays open.
 void DrillCommands::save()
 {
     to_.editor.save_record();
@@ -195,11 +195,11 @@ void DrillCommands::m_invert()
     changed.invert = !changed.invert;
     to_.params.change_params(changed);
     to_.course.set_side_fields();
-    // The last verdict was about the other direction.
+    // The last verdict belongs to the other direction.
     to_.course.last_verdict.reset();
     to_.last_list.exchange_sides();
     to_.options.show_options();
-    // The question on display was asked in the direction of before; its verdict must not go to the other one.
+    // The question on display was asked in the old direction and must not be judged in the new one.
     Display::Change change(to_.display);
     form1_.bot_focus.set_focus();
     run(Command::show_stats);

@@ -27,10 +27,10 @@
 
 namespace cuedrill::drill {
 
-/// What the entries of the menus, the buttons of the toolbar and the single keys do.
+/// Runs the commands of the menus, the toolbar buttons and the single keys.
 class DrillCommands {
 public:
-    /// Everything that commands lead to.
+    /// The objects that carry out the commands.
     struct Targets {
         store::Course& course;
         store::CourseParamsStore& params;
@@ -65,20 +65,20 @@ public:
     /// Attaches each entry and each button to its command.
     void attach();
 
-    /// @throws what the command throws.
+    /// @throws whatever the command throws.
     void run(Command command);
 
-    /// Does what a click on the command's button does; nothing while the button is disabled. No text box has the focus
-    /// afterwards, unless the command gives it to one.
-    /// @throws what the command throws.
+    /// Does what a click on the command's button does: nothing while the button is disabled. Takes the focus out of the
+    /// text boxes, unless the command puts it there.
+    /// @throws whatever the command throws.
     void RunToolbarCommand(Command command);
 
-    /// Asks the other side of the course from now on. Offers to save what is being typed first.
-    /// @throws platform::DatabaseError. When the option cannot be stored, the direction stays; after any later error no
-    ///         question is on display.
+    /// Swaps questions and answers of the course. First offers to save unsaved texts.
+    /// @throws platform::DatabaseError. If the option cannot be stored, the direction does not change; after any later
+    /// error no question is on display.
     void m_invert();
 
-    /// Tells the number of the record on display.
+    /// Shows the number of the current record in a box.
     void m_display_q_nr();
 
 private:

@@ -6,14 +6,14 @@
 
 namespace cuedrill::drill {
 
-/// What the three-button dialog is asking.
+/// State of the three-button dialog.
 enum class DialogState : common::Int16 {
-    AskToStart = 1,  ///< shall a question be asked?
-    OfferAnswer = 2, ///< a question is on display; show its answer?
-    AskKnown = 3     ///< the answer is on display; was it known?
+    AskToStart = 1,  ///< "Shall a question be asked?"
+    OfferAnswer = 2, ///< a question is on display: "Show its answer?"
+    AskKnown = 3     ///< the answer is on display: "Did you know it?"
 };
 
-/// What stands in the place that statistics, hints and lists share.
+/// What is shown in the area shared by statistics, hints and lists.
 enum class SharedPlace { statistics, hint, list };
 
 /// The record on display. Only Display writes it.
@@ -21,12 +21,12 @@ class ShownRecord {
 public:
     /// Key of the record; 0 for none.
     [[nodiscard]] common::Int16 current_cnt() const { return current_cnt_; }
-    /// Key of the record that was on display when the next question was last asked for; 0 for none.
+    /// Key of the record that was current when the next question was last requested; 0 for none.
     [[nodiscard]] common::Int16 previous_cnt() const { return previous_cnt_; }
-    /// Whether a question is on display; without one, nothing can be revealed or judged.
+    /// Whether a question is on display. Without one, nothing can be revealed or judged.
     [[nodiscard]] bool is_question() const { return current_cnt_ != 0; }
 
-    /// The texts of the record as they were loaded: the asked side, and the answer side.
+    /// The texts of the record as they were loaded: the side that is asked, and the answer.
     [[nodiscard]] const std::string& loaded_question() const { return question_; }
     [[nodiscard]] const std::string& loaded_answer() const { return answer_; }
 
@@ -39,33 +39,34 @@ private:
     std::string answer_;
 };
 
-/// What is on display, and what has been done about it.
+/// What is on display, and what the user has done about it.
 struct DrillState {
     ShownRecord shown;
 
     DialogState dialog = DialogState::AskToStart;
 
-    /// The right button went down on "Yes": the click that may follow does nothing.
+    /// The right button was pressed on "Yes" and has been handled; ignore the click that may follow.
     bool RightClickConsumed = false;
-    /// Empty, or "+" or "-": what the user thought of the answer before it was revealed. It only colours the answer.
+    /// Empty, "+" or "-": the user's own judgement before the answer was revealed. It only selects the colour of the
+    /// answer.
     std::string SelfJudgement;
-    /// The stored answer was revealed by the command, or a hint was shown: a typed answer no longer counts as known.
+    /// A hint was shown, or the command has revealed the answer. A typed answer no longer counts as known.
     bool AnswerShown = false;
-    /// The answer was revealed by the command, and the verdict is to be given with "+" or "-".
+    /// The answer was revealed by the command, and the user must give the verdict with "+" or "-".
     bool AwaitingVerdict = false;
-    /// The answer is being typed: until it is shown, "*", "+" and "-" are ordinary characters of it.
+    /// The user is typing the answer. Until it is shown, "*", "+" and "-" are ordinary characters.
     bool TypingMode = false;
-    /// The answer box shows the stored answer, in whichever way it came there; nothing is typed any more.
+    /// The answer box shows the stored answer, however it was revealed; the user can no longer type one.
     bool answer_revealed = false;
 
     SharedPlace shared_place = SharedPlace::statistics;
-    bool list_built = false;     ///< there was a list in this course, which can be recalled
-    bool hint_is_masked = false; ///< the hint that was shown last is the masked answer, not a list of words
+    bool list_built = false;     ///< a list has been built in this course and can be recalled
+    bool hint_is_masked = false; ///< the last hint was the masked answer, not a list of words
 
-    /// A list of records stands where the drill shows its statistics and hints.
+    /// Whether a list of records takes the place of the statistics and hints.
     [[nodiscard]] bool list_shown() const { return shared_place == SharedPlace::list; }
 
-    /// Forgets what was done about the answer, its hint included. A list stays.
+    /// Clears the state of the answer, and its hint. A list stays.
     void clear_answer()
     {
         SelfJudgement.clear();

@@ -2,9 +2,9 @@
 
 namespace cuedrill::drill {
 
-/// What the user is doing with the two text boxes besides drilling. At most one is set.
+/// Whether a record is being edited in the two text boxes. At most one flag is set.
 struct EditFlags {
-    bool new_mode = false;  ///< a new record is being typed
+    bool new_mode = false;  ///< a new record is being written
     bool edit_mode = false; ///< the current record is being changed
 
     [[nodiscard]] bool editing() const { return new_mode || edit_mode; }

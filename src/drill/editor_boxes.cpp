@@ -14,7 +14,7 @@ RecordTexts EditorBoxes::loaded_texts() const
     return {state_.shown.loaded_question(), state_.shown.loaded_answer()};
 }
 
-// A text that is right already is left alone, and with it the caret and what the user can undo.
+// Setting a text resets the cursor and the undo history, so it is done only if the text differs.
 void EditorBoxes::put_question(const std::string& text)
 {
     if (form1_.Text_q.text() != text)

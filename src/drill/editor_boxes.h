@@ -15,16 +15,16 @@
 
 namespace cuedrill::drill {
 
-/// The two texts of a record, the asked side first.
+/// The two texts of a record; `question` is the side that is asked.
 struct RecordTexts {
     std::string question;
     std::string answer;
 };
 
-/// What is known of texts that are left in the boxes: whether they are really not saved.
+/// Whether texts left in the boxes are unsaved for certain, or the outcome of the save is unknown.
 enum class Unsaved { surely, perhaps };
 
-/// The two text boxes of the main window as an editor of records.
+/// The two text boxes of the main window, used as an editor for records.
 class EditorBoxes {
 public:
     EditorBoxes(platform::Form1& form1, const DrillState& state, const EditFlags& edit_flags, Display& display,
@@ -35,38 +35,38 @@ public:
     {
     }
 
-    /// What stands in the boxes.
+    /// The texts in the boxes.
     [[nodiscard]] RecordTexts typed_texts() const;
-    /// The texts of the current record as they were put on display.
+    /// The texts of the current record as they were loaded.
     [[nodiscard]] RecordTexts loaded_texts() const;
     void put_question(const std::string& text);
     void put_answer(const std::string& text);
 
-    /// Empties both boxes. An undo in each brings back what stood there.
+    /// Empties both boxes. The user can undo this in each box.
     void empty_boxes();
 
-    /// Puts the answer of the current record into its box, to be changed.
+    /// Shows the answer of the current record for editing.
     void show_answer_for_editing() { display_.show_answer_for_editing(); }
 
-    /// Makes the boxes ready to be typed in, with what stands in them, and puts the caret into the question.
+    /// Makes the boxes editable, with their present texts, and puts the cursor into the question.
     void open_editor();
 
-    /// Put the caret into the question or the answer, where something is to be mended.
+    /// Puts the cursor into the question or the answer, for the user to correct it.
     void go_to_question() { form1_.Text_q.set_focus(); }
     void go_to_answer() { form1_.Text_a.set_focus(); }
 
-    /// Repaints the window for the present editing flags; the texts stay.
+    /// Repaints the window for the current editing flags. The texts stay.
     void redisplay();
 
-    /// Tells that what stands in the boxes was not saved, or may not have been, and keeps Escape from ending the
-    /// program for a second.
+    /// Shows in the status line that the texts in the boxes were not saved, or may not have been. For a second Escape
+    /// is ignored, so that it does not end the program.
     void tell_unsaved(Unsaved texts);
 
-    /// Keeps the keys from running commands for a second: who was typing a moment ago may still be at it.
+    /// Ignores the command keys for a second, because the user may still be typing.
     void pause_keys() { key_policy_.pause(KeyPolicy::Paused::all); }
 
-    /// Shows the record, its answer too, and the counts as they are in the course now. Where the course cannot be read,
-    /// the texts stay in the boxes, no question is on display, and the user is told that they are saved.
+    /// Shows the saved record with its answer, and the current counts. If the course cannot be read, the texts stay in
+    /// the boxes, no question is on display, and the status line says that they are saved.
     /// @throws platform::DatabaseError
     void show_saved_record(common::Int16 cnt);
 

@@ -7,16 +7,16 @@
 
 namespace cuedrill::drill {
 
-/// What takes the user's input besides commands: the buttons of the dialog, and the two boxes.
+/// Controls that take input besides the commands: the dialog buttons and the two text boxes.
 enum class Input { yes, no, ignore, question_box, answer_box };
 
 struct InputRow {
     Input input;
-    InModes modes; ///< in which it can be used
+    InModes modes; ///< modes in which it is enabled
 };
 
-/// "Yes" and "No" have one more condition: as a verdict they need an answer that is shown; as "shall the answer be
-/// shown" they need a question on display; and "No" ends the program only while no question is on display.
+/// "Yes" and "No" have further conditions: a verdict requires that the answer is shown, "Show the answer?" requires a
+/// question on display, and "No" ends the program only while no question is on display.
 inline constexpr std::array input_table{
     //                            empty, nothing, question, answer, new, edit
     InputRow{Input::yes, {true, true, true, true, false, false}},
@@ -26,14 +26,14 @@ inline constexpr std::array input_table{
     InputRow{Input::answer_box, {false, false, true, false, true, true}},
 };
 
-/// What is visible, and can be asked for, while something stands in the shared place.
+/// What is visible and which commands are enabled, depending on what the shared area shows.
 struct PlaceRow {
     SharedPlace place;
     bool frame_stats;
     bool panel_lista;
     bool t_hint;
     bool listav;
-    bool show_stats; ///< the command is enabled, where its mode allows it too
+    bool show_stats; ///< enabled, if the mode allows it as well
     bool show_hints;
 };
 

@@ -10,14 +10,14 @@ namespace cuedrill::drill {
 
 void EndOfProgram::end_program()
 {
-    std::string failure; // as it is traced
+    std::string failure; // text for the trace
     if (course_.is_in_use()) {
         try {
             params_.save_work_time(clock_.now());
         } catch (const store::OutcomeUnknown& error) {
             failure = std::string("not known whether the work time is stored - ") + error.what();
         } catch (const std::exception& error) {
-            // Nothing but the last minute of work time is lost, and the end of the program asks nothing.
+            // At most a minute of work time is lost, and the end of the program must not show a box.
             failure = "work time not stored - " + common::words_of(error);
         }
     }

@@ -7,7 +7,8 @@
 
 namespace cuedrill::drill {
 
-/// How the program ends, from wherever: the work counters are stored and the course is closed, without a word.
+/// Ends the program from any place: stores the work time and closes the course. It shows no box; an error goes to the
+/// trace.
 class EndOfProgram {
 public:
     EndOfProgram(store::Course& course, store::CourseParamsStore& params, platform::Clock& clock, app::TraceLog& trace)
@@ -15,7 +16,7 @@ public:
     {
     }
 
-    /// Stores and closes the open course, and throws common::ProgramEnded.
+    /// Stores the work time, closes the open course and throws common::ProgramEnded.
     [[noreturn]] void end_program();
 
 private:

@@ -8,8 +8,8 @@
 
 namespace cuedrill::drill {
 
-/// Tells an error that no command expected: one box with the reason and the course, and a line in the trace. The
-/// program goes on.
+/// Reports an error that no command handles: a box with the reason and the course, and a line in the trace. The program
+/// goes on.
 class ErrorReport {
 public:
     ErrorReport(const store::Course& course, platform::Desktop& desktop, app::TraceLog& trace)

@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::string_view word_separators = " ;,.?";
 
-/// The records that answers can be drawn from. Their numbers are listed only where some between the lowest and the
-/// highest are missing: then a number drawn at random might belong to none.
+/// The record numbers to draw answers from. They are listed only if there are gaps between the lowest and the highest;
+/// otherwise any number in that range belongs to a record.
 class RecordNumbers {
 public:
     RecordNumbers(platform::Database& database, std::int64_t record_count)
@@ -51,14 +51,14 @@ bool is_letter_or_digit(char character)
 
 } // namespace
 
-/// A position from 0 to before `count`, each as likely as any other.
+/// A random position from 0 to `count` - 1, uniformly distributed.
 std::int64_t Hints::draw_position(std::int64_t count)
 {
     const auto position = static_cast<std::int64_t>(random_.uniform() * static_cast<double>(count));
     return std::min(position, count - 1);
 }
 
-/// The right answer at a place drawn at random, and others at the remaining ones; the same one may come again.
+/// The right answer at a random position among answers drawn at random. An answer may occur more than once.
 std::vector<std::string> Hints::draw_answers()
 {
     std::vector<std::string> answers;
@@ -72,7 +72,7 @@ std::vector<std::string> Hints::draw_answers()
             answers.push_back(state_.shown.loaded_answer());
             continue;
         }
-        // Only a record that another program has just deleted is missing.
+        // The record is missing only if another program has just deleted it.
         const std::int64_t cnt = numbers.at(draw_position(numbers.count()));
         if (const auto record = store::find_record(course_.database(), cnt))
             answers.push_back(store::shown_answer(store::side_of(*record, course_.A_FIELD).text));
@@ -80,7 +80,7 @@ std::vector<std::string> Hints::draw_answers()
     return answers;
 }
 
-/// Each word once, in the spelling in which it came first.
+/// The words in order, each once, in the spelling of its first occurrence.
 std::vector<std::string> Hints::sorted_words(const std::vector<std::string>& answers) const
 {
     const auto before = [this](const std::string& a, const std::string& b) { return text_compare_.compare(a, b) < 0; };
@@ -117,7 +117,7 @@ void Hints::BuildWordListHint()
 
 void Hints::BuildMaskedHint()
 {
-    // The parts of longer characters are neither letters nor digits of ASCII, so bytes will do.
+    // Working on bytes is safe: no byte of a multi-byte UTF-8 character is an ASCII letter or digit.
     std::string text = state_.shown.loaded_answer();
     std::replace_if(text.begin(), text.end(), is_letter_or_digit, HintMask);
     show(text, true);
@@ -138,7 +138,7 @@ std::optional<std::string> Hints::chosen_word() const
     const std::optional<std::size_t> caret = form1_.t_hint.caret();
     if (!caret)
         return std::nullopt;
-    // To each word belong its brackets, and the blanks behind it as far as the next bracket.
+    // A word's clickable area includes its brackets and the blanks after it, up to the next bracket.
     const auto word = std::find_if(words_.rbegin(), words_.rend(),
                                    [caret](const Word& one) { return *caret + 1 >= one.place.begin; });
     if (word == words_.rend())

@@ -14,13 +14,13 @@
 
 namespace cuedrill::drill {
 
-/// Stands for each hidden letter or digit in a masked hint: a character that no answer contains.
+/// Takes the place of each hidden letter or digit in a masked hint. No answer contains this character.
 inline constexpr char HintMask = '\x01';
 
-/// Number of answers whose words make up a word list, the right one included.
+/// Number of answers, including the right one, whose words make up a word list.
 inline constexpr int HintSampleSize = 15;
 
-/// The hint box: words from which the answer can be put together, or the shape of the answer.
+/// The hint box: shows words from which the answer can be put together, or the masked answer.
 class Hints {
 public:
     Hints(platform::Form1& form1, store::Course& course, DrillState& state, WindowLayout& layout,
@@ -29,21 +29,21 @@ public:
     {
     }
 
-    /// Shows the words of the answer among those of answers drawn at random, in alphabetical order.
-    /// @throws platform::DatabaseError; what stood in the shared place stays.
+    /// Shows the words of the answer mixed with those of answers drawn at random, in alphabetical order.
+    /// @throws platform::DatabaseError; the shared area is unchanged then.
     void BuildWordListHint();
 
-    /// Shows the answer with a mask in place of each letter and digit.
+    /// Shows the answer with a placeholder for each letter and digit.
     void BuildMaskedHint();
 
-    /// The word of the list in whose brackets, or on the blanks behind which, the user has clicked; or to which the
-    /// arrow keys have led.
+    /// The word that the user clicked on, including its brackets and the blanks after it, or went to with the arrow
+    /// keys. std::nullopt if there is none.
     [[nodiscard]] std::optional<std::string> chosen_word() const;
 
 private:
     struct Word {
         std::string text;
-        common::TextRange place; ///< in the hint, without the brackets
+        common::TextRange place; ///< range in the text of the hint, without the brackets
     };
 
     void show(const std::string& text, bool masked);
@@ -57,7 +57,7 @@ private:
     WindowLayout& layout_;
     platform::RandomSource& random_;
     const platform::TextCompare& text_compare_;
-    std::vector<Word> words_; ///< of the hint on display; none in a masked hint
+    std::vector<Word> words_; ///< words of the hint on display; empty for a masked hint
 };
 
 } // namespace cuedrill::drill

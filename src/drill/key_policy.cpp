@@ -13,33 +13,36 @@ using platform::KeyPress;
 
 namespace {
 
-/// Two presses of one key that lie closer together are one, in milliseconds: nobody has seen, or read, what the first
-/// one did.
+/// Debounce time in milliseconds: a second press of the same key within it is ignored, because the user has not yet
+/// seen what the first one did.
 constexpr std::int64_t bounce = 150;
 
-/// The same behind the Enter that has closed a box: the window to which it leads was seen before. This is the chatter
-/// of a contact.
+/// Debounce time in milliseconds after the Enter that has closed a box. It is shorter, because the user saw the window
+/// behind the box before; it only filters contact chatter.
 constexpr std::int64_t chatter = 50;
 
-/// A press that follows the release of its key so soon is none of a finger, in milliseconds. By the clock of the system
-/// both are at the very same one; our own may have gone on meanwhile.
+/// A press at most this many milliseconds after the release of the same key is auto-repeat: no finger is that fast. The
+/// system gives such a pair the same timestamp; our own clock, for events without one, may advance between the two.
 constexpr std::int64_t repetition = 2;
 
-/// An echo comes within this time of its command, in seconds.
+/// Time in seconds after a command within which another press of its key is ignored as an echo.
 constexpr double echo_seconds = static_cast<double>(bounce) / 1000;
 
-/// An input method does not tell whether a key is held down. This is more than the time before a held key is repeated.
+/// The same for a character composed by an input method, which does not report auto-repeat. Longer than the usual delay
+/// before auto-repeat starts.
 constexpr double composed_echo_seconds = 0.7;
 
 constexpr double pause_seconds = 1;
 
-/// Moments of the two clocks have nothing to do with each other; they lie far apart.
+/// Whether `to` is at most `milliseconds` after `from`. The timestamps come from two clocks (see KeyEvent); times of
+/// different clocks are so far apart that the result is false.
 bool is_within(std::int64_t milliseconds, const KeyEvent& from, const KeyEvent& to)
 {
     return to.milliseconds >= from.milliseconds && to.milliseconds - from.milliseconds <= milliseconds;
 }
 
-/// A letter that follows its command quickly may be the beginning of the answer for which it has opened the box.
+/// A letter right after its command may be the beginning of the answer: the command has moved the focus into the answer
+/// box.
 bool may_begin_answer(const KeyPress& press)
 {
     constexpr std::string_view others = "+-* ";
@@ -58,7 +61,7 @@ KeyJudgement KeyPolicy::judge(const KeyEvent& event)
     if (is_held(event))
         return goes_elsewhere(event) ? KeyJudgement::stray : KeyJudgement::held;
     if (is_bounce(event)) {
-        // It does nothing, and so leaves the focus where the press before it was made.
+        // A stray press changes nothing, so the focus recorded with the last meant press stays.
         pressed_.milliseconds = event.milliseconds;
         return KeyJudgement::stray;
     }
@@ -66,8 +69,8 @@ KeyJudgement KeyPolicy::judge(const KeyEvent& event)
     return KeyJudgement::meant;
 }
 
-/// Under X11 a held key comes as releases and presses in turn, and the toolkit does not always see that they belong
-/// together.
+/// X11 reports a held key as alternating releases and presses, and the toolkit does not always recognise them as
+/// auto-repeat.
 bool KeyPolicy::is_held(const KeyEvent& event) const
 {
     if (event.auto_repeat)
@@ -94,7 +97,7 @@ bool KeyPolicy::counts(const KeyPress& press, bool editing)
 {
     if (is_echo(press))
         return false;
-    // A new text may be begun meanwhile.
+    // The user may type a new text during the pause.
     return editing || !is_paused(press);
 }
 
@@ -111,7 +114,7 @@ bool KeyPolicy::is_echo(const KeyPress& press)
             command_at_ = now;
         return true;
     }
-    // Who holds a key and presses another one releases neither; only a new press ends the listening.
+    // A second key may go down while the first is held. Ignore repeats until a fresh press arrives.
     if (!press.auto_repeat)
         listening_ = false;
     return false;

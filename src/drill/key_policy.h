@@ -7,49 +7,48 @@
 
 namespace cuedrill::drill {
 
-/// Decides which presses of keys count. One that nobody meant, or that was meant for something else than what is on
-/// display now, does nothing: what it would act on, another question or another box, is not what the user saw when the
-/// key went down.
+/// Decides which key presses count. A press is ignored if the user did not intend it, or made it before the display
+/// changed: it would act on another question or box than the user saw.
 class KeyPolicy {
 public:
-    /// The keys that a pause holds.
+    /// The keys that are ignored during a pause.
     enum class Paused { escape, all };
 
     explicit KeyPolicy(platform::Clock& clock) : clock_(clock) {}
 
-    /// To be told once of each key that goes down, in whichever window of the program, and of those that come up. What
-    /// it says of the latter means nothing.
+    /// Judges a key event. Call it once for each key that goes down or up, in any window of the program. The result for
+    /// a key that goes up has no meaning.
     ///
-    /// A press is stray when its key is held on while the focus has moved, or when it is Enter, Escape or the blank a
-    /// second time so soon that nobody has seen what the first one did. In text that is being edited the second one
-    /// counts. An Enter that has closed a box is followed so soon only by the chatter of its contact.
+    /// A press is stray if its key is held while the focus moves, or if it is a second Enter, Escape or blank within
+    /// the debounce time. In text that is being edited, the second press counts. After an Enter that has closed a box,
+    /// the debounce time is shorter and only filters contact chatter.
     [[nodiscard]] platform::KeyJudgement judge(const platform::KeyEvent& event);
 
-    /// To be asked first about each press that the window's rules see. It does not count while a pause holds it, nor
-    /// when it is an echo of the key that has last run a command: sent because that is held down, or made by a finger
-    /// that trembles.
-    /// @param editing whether a record is being typed; the pause holds nothing then.
+    /// Whether a press counts. Call it first for each press that the window handles. A press is ignored during a pause,
+    /// or if it is an echo of the key that ran the last command: an auto-repeat event, or an accidental second press.
+    /// @param editing whether a record is being edited; a pause has no effect then.
     [[nodiscard]] bool counts(const platform::KeyPress& press, bool editing);
 
-    /// Runs the command of a key.
+    /// Runs the command of a key and then ignores echoes of the key.
     template <class Command>
     void run(const platform::KeyPress& press, Command command)
     {
         listen(press);
         box_closed_ = false;
         command();
-        // A press that has waited for the end of a long command is an echo as well. After a box it is not: the user has
-        // seen what the first press did, and has released the key to close it.
+        // A press that was queued during a long command is an echo, too, so the time counts from the end of the
+        // command. After a box this does not apply: the user has seen the effect of the first press and has released
+        // the key to close the box.
         if (!box_closed_)
             listen(press);
     }
 
-    /// To be told within a command when the user has closed a box. From then on only the repetitions of the command's
-    /// key, which is held down, are echoes.
+    /// Call it when the user has closed a box during a command. From then on only auto-repeat events of the command's
+    /// key are echoes.
     void note_box_closed() { box_closed_ = true; }
 
-    /// To be told when the editor was left with texts that are not saved: these keys do nothing for a second. Whoever
-    /// presses Escape once more than needed, or types on because the program has left the editor, would lose the texts.
+    /// Ignores these keys for a second. Call it after the editor was left with unsaved texts: an extra Escape, or
+    /// typing that goes on, would lose them.
     void pause(Paused keys);
 
 private:
@@ -62,16 +61,16 @@ private:
 
     platform::Clock& clock_;
 
-    platform::KeyEvent pressed_;  ///< the last press that was meant, with the time of the last one of all
+    platform::KeyEvent pressed_;  ///< the last press that was meant, with the time of the latest bounce of that key
     platform::KeyEvent released_; ///< the last release
 
-    platform::KeyPress command_key_; ///< the one that has last run a command
-    double command_at_ = 0;          ///< steady seconds
-    bool listening_ = false;         ///< for echoes of it
-    bool box_closed_ = false;        ///< in the command that runs, or has run last
+    platform::KeyPress command_key_; ///< key of the last command
+    double command_at_ = 0;          ///< monotonic time in seconds
+    bool listening_ = false;         ///< whether echoes of the command's key are ignored
+    bool box_closed_ = false;        ///< a box was closed during the current or last command
 
     Paused paused_ = Paused::all;
-    std::optional<double> pause_begun_; ///< steady seconds
+    std::optional<double> pause_begun_; ///< monotonic time in seconds
 };
 
 } // namespace cuedrill::drill

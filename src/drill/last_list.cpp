@@ -32,7 +32,7 @@ void LastList::rebuild_shown_list()
     }
 }
 
-/// Nothing when the course has no records. Tells what is missing in the list.
+/// std::nullopt if the course has no records. Shows a box if the list is incomplete.
 std::optional<bank::QuestionList> LastList::list_questions(const std::string& clause, bool with_answers)
 {
     std::optional<bank::QuestionList> questions = read_questions(clause, with_answers);
@@ -80,14 +80,14 @@ void LastList::recall_find_list()
     status_.show_about_list("Lines of the last list: " + std::to_string(list_.list_count()), 0);
 }
 
-/// Shows the lines in the place of statistics and hints.
+/// Shows the lines in the shared area.
 void LastList::set_for_list(std::vector<std::string> lines)
 {
     listav_.set_lines(std::move(lines));
     state_.shared_place = SharedPlace::list;
     state_.list_built = true;
     layout_.RelayoutWindow();
-    // Who is typing a record goes on typing it.
+    // While a record is being edited, the focus stays in its text box.
     if (!edit_flags_.editing())
         listav_.set_focus();
 }

@@ -20,16 +20,16 @@
 
 namespace cuedrill::drill {
 
-/// What is told where a list had to end early.
+/// Message about a list that was cut off.
 inline constexpr const char* list_not_complete = "Too many items found, the list is not complete.";
 
-/// What kind of list was built last: the values of `last_list_kind`.
+/// The kind of the last list: values of `last_list_kind`.
 inline constexpr const char* select_questions = "select_questions";
 inline constexpr const char* find_question = "find_question";
 inline constexpr const char* find_answer = "find_answer";
 inline constexpr const char* similar_list = "list_similar";
 
-/// The list of records built last, and `listav`, where it is shown. It is kept until the next one is complete.
+/// The list of records built last, and `listav`, the control that shows it. It is kept until the next list is complete.
 class LastList {
 public:
     LastList(store::Course& course, platform::ListBox& listav, DrillState& state, const EditFlags& edit_flags,
@@ -40,23 +40,23 @@ public:
     {
     }
 
-    /// Lists all questions in the order of `clause`, with their answers where they are wanted, and shows them.
-    /// @return false when the course has no records; the list before stays then.
-    /// @throws platform::DatabaseError, common::OverflowError; the list before stays then too.
+    /// Lists all questions in the order of `clause`, with their answers if `with_answers` is set, and shows the list.
+    /// @return false if the course has no records; the previous list stays then.
+    /// @throws platform::DatabaseError, common::OverflowError; the previous list stays then.
     [[nodiscard]] bool build_question_list(const std::string& clause, bool with_answers);
 
-    /// Builds the list of all questions anew, as it was built last, where it is what the user sees: a record has come
-    /// or was changed. What goes wrong is told in a box; the list stays as it is then.
+    /// If a list of all questions is visible, builds it again after a record was added or changed. An error is reported
+    /// in a box; the list stays as it is then.
     void rebuild_shown_list();
 
-    /// Shows the records that were found.
-    /// @param of_questions whether their lines are questions, not answers.
+    /// Shows the records found by a search.
+    /// @param of_questions whether the lines show questions; otherwise they show answers.
     void show_found(bank::ListLines found, const char* kind, bool of_questions);
 
-    /// Command: shows the list once more, without reading the course; answers are not shown again.
+    /// Command: shows the last list again without reading the course; answers are not shown again.
     void recall_find_list();
 
-    /// The side of the course that the lines are texts of.
+    /// The side of the course whose texts are in the lines.
     [[nodiscard]] const store::SideFields& side() const
     {
         return find_in_questions_ ? course_.Q_FIELD : course_.A_FIELD;
@@ -66,10 +66,10 @@ public:
 
     [[nodiscard]] bool find_in_questions() const { return find_in_questions_; }
 
-    /// The sides of the course were exchanged: what the lines are texts of has become the other side.
+    /// Call it when questions and answers are swapped: the lines then belong to the other side.
     void exchange_sides() { find_in_questions_ = !find_in_questions_; }
 
-    /// Forgets the list; its records are those of a course that is no longer open.
+    /// Clears the list when its course is closed.
     void forget_list();
 
 private:
@@ -89,10 +89,10 @@ private:
     const platform::TextCompare& text_compare_;
 
     bank::ListLines list_;
-    std::string last_list_kind_; ///< empty before the first list
+    std::string last_list_kind_; ///< empty until the first list is built
     std::string last_list_clause_;
     bool last_list_with_answers_ = false;
-    bool find_in_questions_ = true; ///< the lines list questions, not answers
+    bool find_in_questions_ = true; ///< whether the lines show questions; otherwise they show answers
 };
 
 } // namespace cuedrill::drill

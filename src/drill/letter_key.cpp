@@ -13,15 +13,15 @@ bool is_ascii_letter(char character)
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
-/// The Turkish layouts have two keys for it, a letter with a dot and one without.
+/// The Turkish "i": these layouts have two keys for it, one with a dot and one without.
 bool is_letter_i(std::string_view character)
 {
     constexpr std::array turkish{"\u0131"sv, "\u0130"sv};
     return character == turkish[0] || character == turkish[1];
 }
 
-/// Letters with accents and the like, U+00C0 to U+024F and U+1E00 to U+1EFF. Where a layout has one in the place of a
-/// plain letter, the plain letter has another place.
+/// Accented and similar letters, U+00C0 to U+024F and U+1E00 to U+1EFF. If a layout has one of them at the position of
+/// a plain letter, that letter is at another position.
 bool is_other_latin_letter(std::string_view character)
 {
     const auto byte = [&](std::size_t place) { return static_cast<unsigned char>(character[place]); };
@@ -30,8 +30,8 @@ bool is_other_latin_letter(std::string_view character)
     return character.size() == 3 && byte(0) == 0xE1 && byte(1) >= 0xB8 && byte(1) <= 0xBB;
 }
 
-/// Signs and digits that mean themselves, also in the place of a letter. The Dvorak layouts, which are Latin, have
-/// their quotes and their full stop in the places of "q" and "e".
+/// Signs and digits that never stand for a letter, even at the position of one. The Dvorak layouts, which are Latin,
+/// have quotes and the full stop at the positions of "q" and "e".
 bool means_itself(char character, char place)
 {
     if (character >= '0' && character <= '9')

@@ -4,8 +4,8 @@
 
 namespace cuedrill::drill {
 
-/// The letter, "a" to "z", that a key means as a command; 0 for none. A key that gives a Latin letter means that one;
-/// with another script, or a sign in the place of a letter, it means the letter at its place on a Latin keyboard.
+/// The command letter of a key, "a" to "z"; 0 for none. A key that types a Latin letter stands for that letter. In
+/// another script, or if the key types a sign, it stands for the letter at its position on a Latin keyboard.
 [[nodiscard]] char command_letter(const platform::KeyPress& press);
 
 } // namespace cuedrill::drill

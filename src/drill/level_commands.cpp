@@ -17,7 +17,7 @@ std::string minutes(double days)
     return common::format_fixed(days * minutes_per_day, 1) + " minutes";
 }
 
-/// Below half a day in minutes, otherwise in days.
+/// In minutes below half a day, otherwise in days.
 std::string at_least(double days)
 {
     return "At least " + (days < 0.5 ? minutes(days) : common::format_fixed(days, 1) + " days");

@@ -9,7 +9,7 @@
 
 namespace cuedrill::drill {
 
-/// The commands about levels: the table of dead times, and the target.
+/// Commands about levels: the table of dead times and the target level.
 class LevelCommands {
 public:
     LevelCommands(store::Course& course, store::CourseParamsStore& params, const scheduler::DeadTimes& dead_times,
@@ -22,7 +22,7 @@ public:
     /// Shows the table of dead times.
     void m_score_elapsed_table();
 
-    /// Asks for a new target level, until it is valid or empty, and stores it.
+    /// Asks for a new target level until the input is valid or empty, and stores it.
     /// @throws platform::DatabaseError; the target is unchanged then.
     void m_change_target_level();
 

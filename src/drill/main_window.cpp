@@ -8,7 +8,7 @@ void MainWindow::attach()
     form1_.window.on_session_end = [this] { end_of_program_.end_program(); };
 }
 
-/// Asks before text that is being typed is lost.
+/// Asks whether to save unsaved texts before the program ends.
 void MainWindow::close()
 {
     if (editor_.ask_to_save())

@@ -15,7 +15,7 @@
 
 namespace cuedrill::drill {
 
-/// How the main window comes and goes with a course.
+/// Shows and hides the main window with a course.
 class MainWindow {
 public:
     MainWindow(platform::Form1& form1, platform::Desktop& desktop, CourseTitle& title, CourseOptions& options,
@@ -27,14 +27,14 @@ public:
     {
     }
 
-    /// Attaches the window itself: the user closes it, or the session ends.
+    /// Attaches the hooks of the window itself: the user closes it, or the session ends.
     void attach();
 
-    /// Shows the window on the course that has just been opened.
+    /// Shows the window for the course that has just been opened.
     /// @throws platform::DatabaseError, common::OverflowError
     void load();
 
-    /// Puts the window away; the next `load` starts afresh.
+    /// Hides the window and resets its state.
     void unload();
 
 private:

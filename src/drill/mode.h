@@ -9,21 +9,21 @@ namespace cuedrill::drill {
 struct DrillState;
 struct EditFlags;
 
-/// What the user is doing, as far as it decides what can be done next.
+/// What the user is doing; decides which controls are enabled.
 enum class Mode : std::size_t {
-    empty_course, ///< there are no questions
+    empty_course, ///< the course has no questions
     nothing,      ///< no question is on display
-    question,     ///< a question is on display, its answer is not
-    answer,       ///< the answer is on display too
-    new_record,   ///< a record is being typed
-    edit_record   ///< the record on display is being changed
+    question,     ///< a question is on display without its answer
+    answer,       ///< the answer is on display, too
+    new_record,   ///< a new record is being written
+    edit_record   ///< the current record is being changed
 };
 inline constexpr std::size_t modes = 6;
 
-/// For each mode, whether something can be done in it.
+/// For each mode, whether something is enabled in it.
 using InModes = std::array<bool, modes>;
 
-/// What is going on in a course of so many records.
+/// The mode in a course with `records` records.
 [[nodiscard]] Mode mode_of(std::int64_t records, const EditFlags& flags, const DrillState& state);
 
 } // namespace cuedrill::drill

@@ -77,8 +77,8 @@ void QuestionDialog::enter(DialogState state)
     RefreshDialog();
 }
 
-/// Takes a step that may put another question on display, and then offers its answer. Meanwhile the buttons stay as
-/// they are: in the state of before they would be disabled for a moment, which shows, and moves the focus.
+/// Runs a step that may show another question, and then offers its answer. During the step the buttons stay as they
+/// are: in the old state they would be disabled for a moment, which flickers and moves the focus.
 template <class Step>
 void QuestionDialog::go_on(Step step)
 {
@@ -171,7 +171,7 @@ void QuestionDialog::NextQuestionCommand()
         return;
     if (editor_.editing())
         editor_.close_editor();
-    // Texts that were rejected have taken the record off the display.
+    // A rejected save may have withdrawn the record.
     selection_.next_question_after(state_.shown.is_question() ? state_.shown.current_cnt() : edited);
 }
 
@@ -190,12 +190,12 @@ void QuestionDialog::FailAndNext()
     try {
         scoring_.set_failure();
     } catch (const std::exception&) {
-        // The status line was emptied for a verdict that is still awaited.
+        // The verdict is still missing, but set_failure has cleared the request for it.
         if (state_.AwaitingVerdict)
             status_.ask_for_verdict();
         throw;
     }
-    // A success is told by the status line.
+    // A success is announced by the status line.
     display_.announce_with_next("Not known. Level 0.");
     selection_.next_question();
 }

@@ -16,10 +16,10 @@
 
 namespace cuedrill::drill {
 
-/// The three-button dialog that leads through the drill.
+/// The three-button dialog that guides the user through the drill.
 ///
-/// Any function that asks for the next question may throw what `Selection::next_question` throws; one that
-/// judges, what `Scoring` throws. The dialog keeps its state then.
+/// Every function that asks for the next question may throw what `Selection::next_question` throws; every function that
+/// judges, what `Scoring` throws. The state of the dialog is unchanged then.
 class QuestionDialog {
 public:
     QuestionDialog(platform::Form1& form1, DrillState& state, MainScreen& screen, Display& display, StatusLine& status,
@@ -29,28 +29,29 @@ public:
     /// Attaches the buttons of the dialog.
     void attach();
 
-    /// Back to the first question of the dialog: the course is another one.
+    /// Resets the dialog to its first question, for another course.
     void forget();
 
-    /// Repaints prompt and buttons for the present state. The prompt is blanked first, so that every new one flashes.
+    /// Repaints the prompt and the buttons for the current state. The prompt is blanked first, so that the user notices
+    /// a new one.
     void RefreshDialog();
 
-    /// What the buttons say in the present state. A verdict is taken only on an answer that is on display, and "No"
-    /// ends the program only while no question is.
+    /// Click on a button; the effect depends on the state. A verdict counts only while the answer is on display, and
+    /// "No" ends the program only while no question is on display.
     void OnYes();
     void OnNo();
     void OnOther();
     /// The right button on "Yes" means "No".
     void OnYesMouseDown(platform::MouseButton button);
 
-    /// Shows the answer and asks for the verdict with "+" or "-".
+    /// Shows the answer and asks for a verdict with "+" or "-".
     void ShowAnswerCommand();
 
-    /// Leaves the question without a verdict. Where a record is being typed or changed, asks whether to save it first;
-    /// a record that the course then refuses stays in the editor, and nothing else happens.
+    /// Leaves the question without a verdict and asks the next one. While a record is being edited, first asks whether
+    /// to save it; if the course refuses the record, the editor stays open and nothing else happens.
     void NextQuestionCommand();
 
-    /// Judge the question on display and ask the next one; the dialog's state stays.
+    /// Judges the question on display and asks the next one. The state of the dialog does not change.
     void SucceedAndNext();
     void FailAndNext();
 

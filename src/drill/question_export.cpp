@@ -13,7 +13,7 @@ using platform::BoxAnswer;
 using platform::BoxButtons;
 using platform::BoxIcon;
 
-/// What the engine puts behind a course's name to name its own files.
+/// Endings that the database engine appends to a course's file name for its own files.
 constexpr std::array<std::string_view, 3> engine_endings{"-journal", "-wal", "-shm"};
 
 } // namespace
@@ -61,8 +61,8 @@ bool QuestionExport::may_export(const std::string& path)
     return false;
 }
 
-/// The engine's files come and go while it works, so most of the time only the name can tell. The course in it may be
-/// reached by another folder or link than its own.
+/// Whether the database engine uses this name for a file of the open course. Such files are temporary, so usually only
+/// the name can be compared. The path may lead to the course through another folder or a link.
 bool QuestionExport::is_name_of_the_engine(const std::string& path) const
 {
     return std::any_of(engine_endings.begin(), engine_endings.end(), [&](std::string_view ending) {
@@ -72,7 +72,7 @@ bool QuestionExport::is_name_of_the_engine(const std::string& path) const
     });
 }
 
-/// Nothing when it has failed, which was told then.
+/// std::nullopt if the export failed; the user has been told.
 std::optional<exchange::Exported> QuestionExport::try_export(const std::string& path, bool numbered)
 {
     std::string failure;

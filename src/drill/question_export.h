@@ -11,7 +11,7 @@
 
 namespace cuedrill::drill {
 
-/// The command that writes the records of the open course to a question text file.
+/// Command that writes the records of the open course to a question text file.
 class QuestionExport {
 public:
     QuestionExport(const store::Course& course, exchange::Exporter& exporter, support::Documents& documents,
@@ -20,8 +20,8 @@ public:
     {
     }
 
-    /// The command: asks for the file and for numbers, writes the file, offers to open it, and names the records that
-    /// would come back changed. Every failure to write is told in a box.
+    /// The command: asks for the file and whether to write numbers, writes the file, offers to open it, and lists the
+    /// records that an import would change. Every write error is reported in a box.
     void Export_QA();
 
 private:

@@ -96,7 +96,7 @@ void QuestionImport::import_file(const std::string& path)
     }
 }
 
-/// Takes the steps, and lets the window paint between them.
+/// Runs the steps of the import and lets the window repaint between them.
 void QuestionImport::run(Importer& importer)
 {
     for (;;) {
@@ -113,8 +113,7 @@ void QuestionImport::run(Importer& importer)
     }
 }
 
-/// Shows the last record, where there is a new one. The display never tells of a record that a crash could still take
-/// back.
+/// Shows the last record if there is a new one. Only records that are durably stored are shown.
 void QuestionImport::show(const Progress& progress)
 {
     if (progress.stored == shown_)
@@ -126,15 +125,15 @@ void QuestionImport::show(const Progress& progress)
     display_.show_record(progress.last_cnt);
 }
 
-/// An error has ended the import.
+/// Reports the error that ended the import.
 void QuestionImport::stop(const Importer& importer, const std::string& reason)
 {
     try {
         show(importer.progress());
     } catch (const common::Error&) {
-        // The box below tells of the error that came first.
+        // The box below reports the error that came first.
     } catch (const std::bad_alloc&) {
-        // The same.
+        // Likewise.
     }
     show_all();
     services_.desktop.message_box(
@@ -142,7 +141,7 @@ void QuestionImport::stop(const Importer& importer, const std::string& reason)
     tell_report(importer.report());
 }
 
-/// There are no more records: clears the status line, and brings the list up to date that they may belong to.
+/// After the last record: clears the status line and updates the list if it is visible.
 void QuestionImport::show_all()
 {
     status_.ShowStatus("", 0);

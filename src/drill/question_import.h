@@ -18,7 +18,7 @@
 
 namespace cuedrill::drill {
 
-/// The command that adds the records of a question text file to the open course.
+/// Command that adds the records of a question text file to the open course.
 class QuestionImport {
 public:
     struct Services {
@@ -35,11 +35,11 @@ public:
     {
     }
 
-    /// The command: explains, asks for the file, asks again, and imports it. Every failure is told in a box; what was
-    /// stored until then stays.
+    /// The command: explains the import, asks for the file, asks for confirmation, and imports it. Every error is
+    /// reported in a box; records stored before it stay.
     void Import_questions_and_answers();
 
-    /// Imports the file at `path`, shows each step, and tells the result.
+    /// Imports the file at `path`, showing the progress of each step and the result.
     void import_file(const std::string& path);
 
 private:
@@ -60,7 +60,7 @@ private:
     StatusLine& status_;
     Services services_;
 
-    std::int64_t shown_ = 0; ///< how many stored records of the present import the window has told of
+    std::int64_t shown_ = 0; ///< number of stored records of this import that the window has shown
 };
 
 } // namespace cuedrill::drill

@@ -18,7 +18,7 @@ void RecordEditor::begin_new_record()
 {
     save_is_unknown_ = false;
     flags_ = {.new_mode = true, .edit_mode = false};
-    // What stands in the boxes without a current record was typed and not saved.
+    // Without a current record the boxes hold unsaved texts; emptying them this way can be undone.
     if (!state_.shown.is_question())
         boxes_.empty_boxes();
     else
@@ -36,7 +36,8 @@ void RecordEditor::begin_edit()
     boxes_.open_editor();
 }
 
-/// A text as it is stored: composed, like every text that enters the program, and without blanks around it.
+/// The text in the form in which it is stored: in NFC, like every text that enters the program, and without surrounding
+/// blanks.
 std::string RecordEditor::entered(const std::string& text) const
 {
     return std::string(common::trim_blanks(services_.text_compare.nfc(text)));
@@ -67,8 +68,8 @@ SaveResult RecordEditor::save(Rejection rejection)
     }
 }
 
-/// What stands in the boxes, as it is stored; the boxes show it so, too. Without a question the answer stays as it was
-/// typed.
+/// The texts in the form in which they are stored; the boxes are updated to show that form. If the question is empty,
+/// the answer stays as it was typed.
 RecordTexts RecordEditor::entered_texts()
 {
     RecordTexts texts = boxes_.typed_texts();
@@ -90,7 +91,7 @@ bank::Draft RecordEditor::draft_of(const RecordTexts& texts) const
     return draft;
 }
 
-/// The record `cnt` holds the texts.
+/// Ends editing after the texts were stored in the record `cnt`.
 SaveResult RecordEditor::finish_save(common::Int16 cnt)
 {
     save_is_unknown_ = false;
@@ -103,7 +104,7 @@ SaveResult RecordEditor::finish_save(common::Int16 cnt)
 SaveResult RecordEditor::reject(const bank::Refusal& refusal, const RecordTexts& texts, Rejection rejection)
 {
     services_.desktop.message_box({.text = refusal.words});
-    // An answer that is missing, and a question that is there already, are to be mended in any case.
+    // The editor always stays open for a missing answer or a duplicate question.
     const bool about_answer = refusal.about == bank::WhichText::answer;
     const bool is_missing = bank::is_blank(about_answer ? texts.answer : texts.question);
     if (is_missing != about_answer && rejection == Rejection::leaves_editor) {
@@ -117,9 +118,9 @@ SaveResult RecordEditor::reject(const bank::Refusal& refusal, const RecordTexts&
     return SaveResult::rejected;
 }
 
-/// Finds out what has become of a save of unknown outcome. Where it is stored, what stands in the boxes is a change of
-/// that record from now on, so that a new one is not saved twice, nor refused for its own sake.
-/// @return the record that has these very texts already; nothing where something is left to be saved.
+/// Finds out whether a save of unknown outcome was stored. If it was, the boxes become an edit of that record, so that
+/// a new record is not stored twice or refused as a duplicate of itself.
+/// @return the record, if it has exactly these texts; std::nullopt if something is left to save.
 std::optional<common::Int16> RecordEditor::saved_after_all(const RecordTexts& texts)
 {
     if (!save_is_unknown_ || bank::is_blank(texts.question) || bank::is_blank(texts.answer))
@@ -134,7 +135,7 @@ std::optional<common::Int16> RecordEditor::saved_after_all(const RecordTexts& te
     return saved ? cnt : std::nullopt;
 }
 
-/// Offers to keep the texts of a record that another program has deleted.
+/// Offers to save the texts as a new record, because another program has deleted the old one.
 SaveResult RecordEditor::keep_as_new(const RecordTexts& texts, const store::RecordGone& error, Rejection rejection)
 {
     const auto answer = services_.desktop.message_box(
@@ -151,7 +152,7 @@ SaveResult RecordEditor::keep_as_new(const RecordTexts& texts, const store::Reco
     return save(rejection);
 }
 
-/// The record is stored, so an error here must not look like one of saving.
+/// Shows the saved record. The record is stored, so an error here must not be reported as a failed save.
 void RecordEditor::show_saved(common::Int16 cnt)
 {
     try {
@@ -164,7 +165,8 @@ void RecordEditor::show_saved(common::Int16 cnt)
     }
 }
 
-/// For a change that turns out later to be stored: its record has no verdict to be undone.
+/// Callback for a change whose outcome is unknown. It is called if the change turns out to be stored: the record's last
+/// verdict can no longer be undone.
 std::function<void()> RecordEditor::forget_verdict(common::Int16 cnt)
 {
     return [this, cnt] { course_.forget_last_verdict_on(cnt); };
@@ -210,7 +212,7 @@ void RecordEditor::leave_editor()
 {
     const bool unsaved = has_changes();
     if (unsaved) {
-        // The texts are no record, so there is nothing to be judged or changed.
+        // The texts belong to no record, so nothing can be judged or edited.
         const RecordTexts texts = boxes_.typed_texts();
         services_.display.withdraw_question();
         boxes_.put_question(texts.question);

@@ -19,14 +19,14 @@
 
 namespace cuedrill::drill {
 
-/// What has become of the texts in the boxes.
+/// Result of a save.
 enum class SaveResult {
     saved,
-    rejected, ///< a text is empty or already there; a box says so, and whether the editor stays open depends on which
-    refused   ///< the course did not take them; a box says why, and the editor stays open with everything in it
+    rejected, ///< a text is empty or is a duplicate; a box says so, and the case decides whether the editor stays open
+    refused   ///< the course did not store the texts; a box says why, and the editor stays open with them
 };
 
-/// How a person writes, changes and deletes records in the two text boxes of the main window.
+/// Lets the user add, change and delete records in the two text boxes of the main window.
 class RecordEditor {
 public:
     struct Services {
@@ -44,43 +44,42 @@ public:
     {
     }
 
-    /// Empties both boxes for a new record; no question is on display any more. Texts that were typed and not saved can
-    /// be brought back with an undo in each box.
+    /// Empties both boxes for a new record; no question is on display afterwards. Emptying unsaved texts can be undone
+    /// in each box.
     void begin_new_record();
 
-    /// Lets the current record be changed; its answer is shown. Without a current record it does nothing.
+    /// Opens the current record for editing and shows its answer. Without a current record it does nothing.
     void begin_edit();
 
-    /// Stores what stands in the boxes as a new record or in place of the current one, which then starts its history
-    /// again. The record stored becomes the current one. Where another program has deleted the record that was changed,
-    /// the user is asked whether to keep the texts as a new one. Where nobody can tell whether the texts are stored,
-    /// the editor stays open; the next call finds out.
+    /// Stores the texts in the boxes as a new record, or in place of the current one, whose history then starts again.
+    /// The stored record becomes the current one. If another program has deleted the record being changed, the user is
+    /// asked whether to save the texts as a new one. If it is unknown whether the texts are stored, the editor stays
+    /// open, and the next call finds out.
     SaveResult save_record();
 
-    /// Asks whether to save, where something was typed, and leaves the editor. Where the texts are not taken, it stays
-    /// open with them.
-    /// @return whether the texts in the boxes may go: they are saved, or the user does not want them to be.
-    /// @throws what `save_record` throws.
+    /// If there are unsaved changes, asks whether to save them; then leaves the editor. If the texts are not accepted,
+    /// the editor stays open with them.
+    /// @return whether the texts in the boxes may be replaced: they are saved, or the user does not want to save them.
+    /// @throws whatever `save_record` throws.
     bool ask_to_save();
 
-    /// The question of `ask_to_save`, also where nothing was typed; on Yes it saves as `save_record` does.
-    /// @return what `save_record` said; saved also when the user does not want to save.
+    /// Asks the question of `ask_to_save` even if nothing was changed; on Yes it saves as `save_record` does.
+    /// @return the result of `save_record`; `saved` if the user does not want to save.
     SaveResult offer_to_save();
 
-    /// Leaves the editor without saving. Changed texts stay in the boxes, to be read and copied; as they are no record,
-    /// no question is on display then, and the user is told, also where nobody can tell whether they are saved.
+    /// Leaves the editor without saving. Changed texts stay in the boxes for reading and copying. They belong to no
+    /// record, so no question is on display then, and the status line says that they are not saved, or may not be.
     void leave_editor();
 
-    /// Leaves the editor without saving, for a caller that fills the boxes anew.
+    /// Leaves the editor without saving. The caller fills the boxes afterwards.
     void close_editor();
 
     /// After a confirmation, deletes the current record and asks the next question. Without a current record it only
     /// empties the boxes.
-    /// @throws platform::DatabaseError; before the record is deleted, nothing has changed.
+    /// @throws platform::DatabaseError; until the record is deleted, nothing has changed.
     void delete_record();
 
-    /// Whether the boxes hold something that would have to be saved. After a save of unknown outcome they do, whatever
-    /// stands in them.
+    /// Whether the boxes hold unsaved changes; always true after a save whose outcome is unknown.
     [[nodiscard]] bool has_changes() const;
 
     /// Leaves the editor without a word and without a repaint: the course is another one.
@@ -89,7 +88,7 @@ public:
     [[nodiscard]] bool editing() const { return flags_.editing(); }
 
 private:
-    /// What becomes of the editor where an empty question, or an answer that is there already, is rejected.
+    /// Whether the editor stays open when a save is rejected for an empty question or a duplicate answer.
     enum class Rejection { leaves_editor, keeps_editor };
 
     SaveResult save(Rejection rejection);
@@ -111,7 +110,7 @@ private:
     bank::RecordBank& bank_;
     EditorBoxes& boxes_;
     Services services_;
-    bool save_is_unknown_ = false; ///< whether the texts in the boxes are stored already
+    bool save_is_unknown_ = false; ///< the outcome of the last save is unknown
 };
 
 } // namespace cuedrill::drill

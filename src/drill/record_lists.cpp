@@ -8,7 +8,7 @@
 namespace cuedrill::drill {
 namespace {
 
-/// A word as a box shows it: one without an end would leave no room for the box.
+/// The word, shortened so that it fits into a message box.
 std::string shown_word(std::string_view word)
 {
     constexpr std::size_t most_characters = 50;
@@ -16,7 +16,7 @@ std::string shown_word(std::string_view word)
     return std::string(beginning) + (beginning.size() < word.size() ? "..." : "");
 }
 
-/// Whether the engine has refused what it was asked, not failed to read the course.
+/// Whether the database engine has rejected the statement itself, as opposed to failing to read the course.
 bool is_refused_statement(const common::Error& error)
 {
     const auto* const refusal = dynamic_cast<const platform::DatabaseError*>(&error);
@@ -90,7 +90,7 @@ void RecordLists::find_text(bool in_questions)
     status_.show_about_list(std::to_string(count) + (in_questions ? " questions found." : " answers found."), 0);
 }
 
-/// Nothing when the search has failed, which is told.
+/// std::nullopt if the search failed; the user has been told.
 std::optional<bank::FoundRecords> RecordLists::search(bool in_questions, const std::string& text)
 {
     try {
@@ -150,8 +150,9 @@ void RecordLists::listav_click(const std::string& line)
     const std::optional<std::int64_t> cnt = bank::record_of_line(course_, list_.side(), line);
     if (!cnt) {
         tell("nomatch in listav_click.");
-        // Marks and line breaks of a text cannot be told from those of its line. The other text of the record may have
-        // none. What became of typed texts is told already, and matters more.
+        // The text of a line cannot be found if the record's text contains the marks or line breaks that lines use.
+        // Searching for the record's other text may find it. The status line is left alone if it reports on typed
+        // texts, which matters more.
         if (!had_changes)
             status_.show_about_list(list_.find_in_questions() ? "Use Find, Find answer to reach it."
                                                               : "Use Find, Find question to reach it.",

@@ -17,7 +17,7 @@
 
 namespace cuedrill::drill {
 
-/// The commands that list records, and the click that leads from a line to its record.
+/// The commands that list records, and the click on a line that shows its record.
 class RecordLists {
 public:
     RecordLists(store::Course& course, const DrillState& state, LastList& list, Display& display, StatusLine& status,
@@ -28,11 +28,11 @@ public:
     {
     }
 
-    /// Attaches the list.
+    /// Attaches the click on a line of the list.
     void attach();
 
-    /// Commands: all questions, each list in the order that its name tells. An empty course ends the program.
-    /// @throws what LastList::build_question_list throws.
+    /// Commands: list all questions, in the order that the name of the command says. An empty course ends the program.
+    /// @throws whatever LastList::build_question_list throws.
     void m_show_all();
     void m_view_all_q() { m_show_all(); }
     void m_show_all_alphabetically();
@@ -42,18 +42,18 @@ public:
     void m_history();
     void m_view_history() { m_history(); }
 
-    /// Commands: ask for a text and list the questions, or the answers, that hold it. What goes wrong is told in a box;
-    /// the list shown before stays then.
+    /// Commands: ask for a text and list the questions, or the answers, that contain it. An error is reported in a box;
+    /// the previous list stays then.
     void m_find_q() { find_text(true); }
     void m_find_a() { find_text(false); }
 
-    /// Command: lists, for each word of the question on display, the other questions that have it. What goes wrong, or
-    /// takes too long, is told in a box; what was found until then is listed.
+    /// Command: for each word of the question on display, lists the other questions that contain it. If an error occurs
+    /// or the search takes too long, a box says so, and the records found so far are listed.
     void list_similar();
 
-    /// Puts the record of a line on display: the first one with its text. Offers to save what is being typed first.
-    /// Where no record is found, tells which search leads to it.
-    /// @throws common::OverflowError when the record's number does not fit 16 bits
+    /// Shows the record of a line: the first one with its text. First offers to save unsaved texts. If no record is
+    /// found, tells which search leads to it.
+    /// @throws common::OverflowError if the record's number does not fit 16 bits
     /// @throws platform::DatabaseError
     void listav_click(const std::string& line);
 

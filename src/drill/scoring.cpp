@@ -23,7 +23,7 @@ scheduler::Verdict Scoring::judge_current(bool known)
     try {
         return scheduler::judge(course_, dead_times_, state_.shown.current_cnt(), known, clock_.now());
     } catch (const store::OutcomeUnknown&) {
-        // It may have had its verdict, so it must not be given one again.
+        // The verdict may have been stored, so the question must not be judged again.
         display_.withdraw_question();
         throw;
     }

@@ -13,36 +13,36 @@
 
 namespace cuedrill::drill {
 
-/// Records verdicts and moves the levels. The day's score is stored together with the verdict that changed it, so that
-/// neither is ever there without the other.
+/// Records verdicts and updates the levels. A verdict and the day's score that it changes are stored in one
+/// transaction.
 class Scoring {
 public:
     Scoring(store::Course& course, const scheduler::DeadTimes& dead_times, const DrillState& state, Display& display,
             Statistics& statistics, StatusLine& status, platform::Clock& clock, platform::Desktop& desktop,
             EndOfProgram& end_of_program);
 
-    /// The current question was known: its level rises to what the time since its last test proves.
+    /// Judges the current question as known: its level rises as far as the time since its last test allows.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
     /// @throws store::OutcomeUnknown; no question is on display then.
-    /// @throws common::ProgramEnded after a notice when the record has vanished: the course is not what it was.
+    /// @throws common::ProgramEnded, after a message, if the record has vanished: another program has changed the
+    /// course.
     void set_success();
 
-    /// The current question was not known: its level falls to 0. The status line is emptied first; where the verdict
-    /// fails, it is up to the caller to ask for it again.
+    /// Judges the current question as not known: its level falls to 0. Clears the status line first; if this throws,
+    /// the caller has to ask for the verdict again.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
-    /// @throws store::OutcomeUnknown, and store::RecordGone when the record has vanished; no question is on display
-    /// then.
+    /// @throws store::OutcomeUnknown, or store::RecordGone if the record has vanished; no question is on display then.
     void set_failure();
 
-    /// Marks the current question, if there is one, as shown now, so that it is not asked again at once.
+    /// Stores that the current question, if any, was shown now, so that it is not asked again at once.
     /// @throws platform::DatabaseError
     void StampLastShow();
 
-    /// Command: gives the question that was last judged the level that it had before, and shows it again. Only the
-    /// level comes back. Nothing happens without a verdict since the course was opened. An error is told in a box.
+    /// Command: gives the question judged last its previous level and shows it again. Only the level is restored.
+    /// Without a verdict since the course was opened it does nothing. An error is reported in a box.
     void m_undo();
 
-    /// Command: after a confirmation, sends every question back to level 0 and forgets its history in both directions.
+    /// Command: after a confirmation, resets every question to level 0 and clears its history in both directions.
     /// @throws platform::DatabaseError; nothing has changed then.
     void m_reset_all();
 

@@ -9,8 +9,8 @@ namespace {
 using platform::Line;
 using platform::Screen;
 
-/// What the colour of a revealed answer tells, the heading tells too; and what a typed answer is worth, before it is
-/// typed.
+/// Heading of the answer area. It says in words what the colour of a revealed answer means, and, before an answer is
+/// typed, whether it will count.
 const char* answer_heading(const DrillState& state, Mode mode)
 {
     const bool can_type = mode == Mode::question;
@@ -29,8 +29,8 @@ const char* answer_heading(const DrillState& state, Mode mode)
 struct Figure {
     platform::ScreenLine caption;
     platform::ScreenLine value;
-    const char* text;        ///< of the caption
-    const char* description; ///< of the value
+    const char* text;        ///< text of the caption
+    const char* description; ///< accessible description of the value
 };
 
 void put(Screen& screen, const Figure& figure, std::string value)
@@ -64,7 +64,7 @@ void put_levels(Screen& screen, const CourseFigures& figures, common::Int16 targ
         line.caption = line.description;
         if (level == scheduler::last_counted_level)
             line.caption += "+";
-        // The target is told by a sign as well as by its colour.
+        // A sign marks the target as well as a colour, for users who cannot tell colours apart.
         if (is_target) {
             line.caption += " \u25CE";
             line.background = common::light_cyan;
@@ -96,13 +96,13 @@ Screen render(const Told& told, const DrillState& state, Mode mode, common::Int1
     Screen screen;
     screen.lab_q.text = "Question";
     screen.panel_a.text = answer_heading(state, mode);
-    // The status line asks for the verdict then.
+    // While a verdict is awaited, the status line asks for it.
     screen.panel_a.visible = !state.AwaitingVerdict;
     put_question_figures(screen, told.question);
     put_levels(screen, told.course, target_level);
     put_course_figures(screen, told.course, target_level);
     screen.panel_dialog = told.prompt;
-    // Nothing is asked while a record is being typed.
+    // The dialog is disabled while a record is being edited.
     screen.panel_dialog.enabled = mode != Mode::new_record && mode != Mode::edit_record;
     screen.P_status = told.status;
     return screen;

@@ -19,22 +19,22 @@ struct QuestionFigures {
     std::int64_t level = 0;
     std::int64_t attempts = 0;
     std::int64_t fails = 0;
-    std::optional<std::int64_t> elapsed; ///< seconds since the last test; nothing for a question never tested
+    std::optional<std::int64_t> elapsed; ///< seconds since the last test; std::nullopt if never tested
 };
 
-/// The figures of the course, as they were last counted.
+/// The figures of the course, as last counted.
 struct CourseFigures {
     std::int64_t records = 0;
     scheduler::Counts counts;
     common::Int16 score = 0;
-    std::optional<int> marked_level; ///< the level panel, 0 to 5, that the last verdict led to
+    std::optional<int> marked_level; ///< the level panel, 0 to 5, of the last verdict
     std::string open_time;
     std::string time_today;
     std::string time_ever;
     std::string time_now;
 };
 
-/// What the window tells beside the texts of the record.
+/// What the window shows besides the texts of the record.
 struct Told {
     platform::Line prompt{.description = "Prompt"};
     platform::Line status{.description = "Status"};
@@ -42,10 +42,10 @@ struct Told {
     CourseFigures course;
 };
 
-/// Everything that the window shows and nobody can answer.
+/// Everything in the window that is display only.
 [[nodiscard]] platform::Screen render(const Told& told, const DrillState& state, Mode mode, common::Int16 target_level);
 
-/// What the window tells, and the one way to draw it: whoever changes a part of `told` or of the state repaints.
+/// The data to be shown, and the one way to draw it: after changing `told` or the state, call `repaint`.
 class MainScreen {
 public:
     MainScreen(platform::ScreenView& view, const store::Course& course, const EditFlags& flags, const DrillState& state)

@@ -30,7 +30,7 @@ void Selection::next_question_after(common::Int16 previous)
     show_next_due(now);
 }
 
-/// Whether there was a question to be asked; otherwise none is on display.
+/// Asks the next question. Returns false if none is mature; no question is on display then.
 bool Selection::ask_next(common::DateTime now)
 {
     Display::Change change(display_);
@@ -47,7 +47,7 @@ void Selection::tell_next_due()
     show_next_due(std::nullopt);
 }
 
-/// @param searched_at when a search has found nothing, where there was one
+/// @param searched_at time of the search that found no mature question, if there was one.
 void Selection::show_next_due(std::optional<common::DateTime> searched_at)
 {
     const common::DateTime now = services_.clock.now();
@@ -58,8 +58,8 @@ void Selection::show_next_due(std::optional<common::DateTime> searched_at)
     }
     if (!due)
         return;
-    // Of what was due when a search found nothing, it had passed over the last question. What is due since then, or
-    // what somebody has put into the course meanwhile, is another one.
+    // A question that was due during the search, but was not found, is the one asked last: the search skips it. One
+    // that became due later, or that another program has added since, is a different question.
     due->was_just_shown = searched_at && state_.shown.previous_cnt() != 0 && due->at <= std::min(*searched_at, now);
     services_.status.show_about_due(scheduler::next_due_text(*due, now), 0);
 }

@@ -14,7 +14,7 @@
 
 namespace cuedrill::drill {
 
-/// Decides which question comes next.
+/// Selects the next question.
 class Selection {
 public:
     struct Services {
@@ -27,23 +27,23 @@ public:
     Selection(store::Course& course, store::CourseParamsStore& params, const scheduler::DeadTimes& dead_times,
               const DrillState& state, Display& display, CourseOptions& options, const Services& services);
 
-    /// Puts the next mature question on display, higher levels first and not the same one twice in a row, or says
-    /// that there is none, and in the status line when the next one is due; then no question is on display and the
-    /// current record is 0.
+    /// Shows the next mature question: higher levels first, and never the same one twice in a row. If there is none, a
+    /// box says so, the status line shows when the next one is due, no question is on display and the current record is
+    /// 0.
     /// @throws platform::DatabaseError, common::OverflowError, common::OutOfRangeError; no question is on display then.
     void next_question() { next_question_after(state_.shown.current_cnt()); }
 
-    /// The same where the last question was the record `previous`; 0 for none.
+    /// Likewise, with the record `previous` as the last question; 0 for none.
     void next_question_after(common::Int16 previous);
 
-    /// Tells in the status line when the next question is due; nothing when none will ever be.
+    /// Shows in the status line when the next question is due. Does nothing if none will ever be.
     /// @throws platform::DatabaseError
     void tell_next_due();
 
-    /// Command: turns the random extraction on or off.
+    /// Command: turns random extraction on or off.
     void m_random_extraction();
 
-    /// Command: tells the number of mature questions.
+    /// Command: shows the number of mature questions.
     void m_disp_nr_mature();
 
 private:

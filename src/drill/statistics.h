@@ -13,37 +13,38 @@
 
 namespace cuedrill::drill {
 
-/// The figures beside the drill: counted anew at each refresh.
+/// The figures beside the drill. Each refresh counts them anew.
 class Statistics {
 public:
-    /// @param start_time when the program started: the open time runs from there.
+    /// @param start_time when the program started; the open time counts from there.
     Statistics(store::Course& course, store::CourseParamsStore& params, MainScreen& screen, platform::Clock& clock,
                platform::Desktop& desktop, common::DateTime start_time);
 
-    /// Shows the figures of a course that has just been opened: no level is marked.
+    /// Shows the figures of a course that has just been opened. No level is marked.
     /// @throws platform::DatabaseError
     void show_course();
 
-    /// Shows the total, the score, the work times, the number of questions of each level and of those not yet passed.
+    /// Shows the total, the score, the work times, and the numbers of questions of each level and of questions not yet
+    /// passed.
     /// @throws platform::DatabaseError
     void refresh_counts();
 
-    /// Shows the score, and marks the level, 0 to 5, that the last verdict led to, and no other.
+    /// Shows the score and marks only this level, 0 to 5, the result of the last verdict.
     void show_verdict(int level);
 
-    /// Shows the score after it was set back.
+    /// Shows the score after it was reset.
     void show_score();
 
-    /// Shows the open time and the work times of the day and of the course's life, the running time included.
+    /// Shows the open time and the work times of the day and of the course as a whole, including the current run.
     void refresh_work_time();
 
-    /// The number of questions not yet passed, as it was last shown.
+    /// The number of questions not yet passed, as last shown.
     [[nodiscard]] std::int64_t unpassed() const { return screen_.told.course.counts.unpassed; }
 
-    /// Tells once for the target level that every question has passed it, when that is so.
+    /// If every question has passed the target level, says so once per target level.
     void announce_passed(const std::string& text);
 
-    /// Text of the notice when the window is shown, and after a success.
+    /// Text of that message when the window opens, and after a success.
     [[nodiscard]] std::string passed_on_showing() const;
     [[nodiscard]] std::string passed_after_success() const;
 
@@ -56,9 +57,9 @@ private:
     common::DateTime start_time_;
 };
 
-/// Counts anew after a change that is stored. When that fails no question is on display: what stands in the boxes must
-/// not be given a verdict that belongs to another moment, or to another record.
-/// @throws what `Statistics::refresh_counts` throws.
+/// Refreshes the counts after a stored change. If that fails, withdraws the question: the boxes may be out of date and
+/// must not be judged.
+/// @throws whatever `Statistics::refresh_counts` throws.
 void refresh_counts_or_withdraw(Statistics& statistics, Display& display);
 
 } // namespace cuedrill::drill

@@ -10,13 +10,13 @@ void StatusLine::ShowStatus(std::string_view text, int seconds)
     tell();
 }
 
-/// Puts a text into the line that stays for so many seconds, or for 0 until the next one. Nothing is drawn yet.
+/// Sets the text and how many seconds it stays; 0 means until the next text. Draws nothing yet.
 platform::Line& StatusLine::prepare(std::string_view text, int seconds)
 {
     until_question_ = false;
     about_list_ = false;
     about_due_ = false;
-    // Not the time of day: a text must neither stay nor go because somebody puts the clock.
+    // Monotonic, so that setting the system clock does not affect how long a text stays.
     expiry_ = seconds != 0 ? std::optional(clock_.steady_seconds() + seconds) : std::nullopt;
     platform::Line& line = screen_.told.status;
     line.text = text;
@@ -26,7 +26,7 @@ platform::Line& StatusLine::prepare(std::string_view text, int seconds)
     return line;
 }
 
-/// Draws the line, and has assistive technology read it out.
+/// Draws the line and has assistive technology read it out.
 void StatusLine::tell()
 {
     ++screen_.told.status.news;

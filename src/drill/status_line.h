@@ -8,7 +8,7 @@
 
 namespace cuedrill::drill {
 
-/// How long a message of the status line stays that belongs to no verdict, in seconds.
+/// How long a message stays in the status line, in seconds, unless it belongs to a verdict.
 inline constexpr int status_seconds = 5;
 
 /// The status line `P_status`.
@@ -16,38 +16,38 @@ class StatusLine {
 public:
     StatusLine(MainScreen& screen, platform::Clock& clock) : screen_(screen), clock_(clock) {}
 
-    /// Shows `text` for `seconds` seconds; 0 is until the next text.
+    /// Shows `text` for `seconds` seconds; 0 means until the next text.
     void ShowStatus(std::string_view text, int seconds);
 
-    /// Asks, with emphasis, for the verdict on the answer that has been revealed.
+    /// Asks, with emphasis, for the verdict on the revealed answer.
     void ask_for_verdict();
 
-    /// Shows, on green, that the answer was right; it stays for a second. Whoever reads the line when assistive
-    /// technology gets to it finds the score there already, so it is not told from here.
+    /// Shows, on green for a second, that the answer was right. It is not read out: by the time assistive technology
+    /// reads the line, the score has replaced it.
     void show_right();
 
-    /// Shows nothing but a red line, while a box tells what was wrong.
+    /// Shows an empty red line while a box says what was wrong.
     void show_wrong();
 
     /// Clears the line.
     void reset_status() { ShowStatus("", 0); }
 
-    /// Shows a text that another question makes untrue; it goes with that.
+    /// Shows a text that holds only until the next question; it is cleared then.
     void show_until_question(std::string_view text, int seconds);
 
-    /// Takes the request of `ask_for_verdict` away, and what `show_until_question` told, if it is still there.
+    /// Clears the text of `ask_for_verdict` or `show_until_question`, if it is still there.
     void withdraw_request();
 
-    /// Shows a text about the list of records; it goes with the list.
+    /// Shows a text about the list of records; it is cleared when the list is closed.
     void show_about_list(std::string_view text, int seconds);
     void withdraw_about_list();
 
-    /// Shows when the next question is due; it goes with the next question.
+    /// Shows when the next question is due; the text is cleared when the next question is asked.
     void show_about_due(std::string_view text, int seconds);
     void withdraw_about_due();
     [[nodiscard]] bool about_due() const { return about_due_; }
 
-    /// Clears the line when its time has passed; called a few times a second.
+    /// Clears the line when its time is over. Call it several times a second.
     void expire();
 
 private:
@@ -59,7 +59,7 @@ private:
     bool until_question_ = false;
     bool about_list_ = false;
     bool about_due_ = false;
-    std::optional<double> expiry_; ///< in steady seconds; nothing for a text that stays
+    std::optional<double> expiry_; ///< monotonic time in seconds; std::nullopt for a text that stays
 };
 
 } // namespace cuedrill::drill

@@ -7,7 +7,7 @@
 namespace cuedrill::drill {
 namespace {
 
-/// Texts of more characters are not compared one by one: the effort grows with the product of both lengths.
+/// Longer texts, in characters, are not compared: time and memory grow with the product of both lengths.
 constexpr std::size_t longest_compared = 1000;
 
 std::vector<std::string_view> characters(std::string_view text)
@@ -20,7 +20,7 @@ std::vector<std::string_view> characters(std::string_view text)
     return result;
 }
 
-/// Marks the character at `place`, together with those marked right before it.
+/// Adds the character at `place` to the marks, extending the last range if it ends there.
 void mark(std::vector<common::TextRange>& marks, std::size_t place)
 {
     if (!marks.empty() && marks.back().end == place)
@@ -29,7 +29,7 @@ void mark(std::vector<common::TextRange>& marks, std::size_t place)
         marks.push_back({place, place + 1});
 }
 
-/// The length of the longest common subsequence of what follows each pair of places.
+/// For each pair of positions, the length of the longest common subsequence of what follows them.
 class CommonLengths {
 public:
     CommonLengths(std::size_t rows, std::size_t columns) : columns_(columns + 1), lengths_((rows + 1) * columns_) {}
@@ -43,8 +43,8 @@ private:
 
 } // namespace
 
-// The classical table of longest common subsequences (Wagner and Fischer, 1974), filled from the ends of the texts so
-// that it can be read off from their beginnings.
+// The classical table of longest common subsequences (Wagner and Fischer, 1974), filled from the end so that it can be
+// read from the beginning.
 TextDifference difference(std::string_view first, std::string_view second, const platform::TextCompare& text_compare)
 {
     if (text_compare.nfc(first) != first || text_compare.nfc(second) != second)
@@ -54,8 +54,8 @@ TextDifference difference(std::string_view first, std::string_view second, const
     const auto a = characters(folded_first);
     const auto b = characters(folded_second);
     TextDifference result;
-    // In a few languages a character has a different number of small ones; then the places would not be those of the
-    // texts as they are shown.
+    // In a few languages lower-casing changes the number of characters; positions would then not match the displayed
+    // texts.
     if (a.size() != common::code_points(first) || b.size() != common::code_points(second))
         return result;
     if (std::max(a.size(), b.size()) > longest_compared)

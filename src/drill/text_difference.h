@@ -8,9 +8,9 @@
 
 namespace cuedrill::drill {
 
-/// The characters of two texts that the other one does not have at that place, as places in code points, each list in
-/// order. What both have in common is as long as it can be, without regard to case. Texts with accents that are put
-/// together in another way than usual have no characters to be compared one by one: then both lists are empty.
+/// The characters in which two texts differ: for each text, the ranges that are not part of a longest common
+/// subsequence, in code points and in order. Case is ignored. Both lists are empty if a text is not in NFC, because
+/// accented letters in another form cannot be compared one by one, and if a text is too long to be compared.
 struct TextDifference {
     std::vector<common::TextRange> in_first;
     std::vector<common::TextRange> in_second;

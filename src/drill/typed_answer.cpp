@@ -16,15 +16,14 @@ bool is_sign(const platform::KeyPress& press)
     return press.character == "+" || press.character == "-";
 }
 
-/// A single character of ASCII that is neither a letter nor a digit and sorts before the letters. It follows a word
-/// without a blank.
+/// A single ASCII character that sorts before the letters and is not a digit. It is appended to a word without a blank.
 bool is_punctuation(std::string_view word)
 {
     const auto code = word.size() == 1 ? static_cast<unsigned char>(word.front()) : 'A';
     return code < '0' || (code > '9' && code < 'A');
 }
 
-/// What is worth being marked: texts with little in common differ as a whole, and single letters that they happen to
+/// The differences that are worth marking. Texts with little in common get no marks: a few letters that they happen to
 /// share would only confuse.
 TextDifference telling_difference(std::string_view typed, std::string_view correct,
                                   const platform::TextCompare& text_compare)
@@ -72,7 +71,7 @@ bool TypedAnswer::OnAnswerKey(const platform::KeyPress& press)
     return insert_before_end(press);
 }
 
-/// Runs the command of a key once, however long the key is held.
+/// Runs the command of a key once, however long the key is held down.
 bool TypedAnswer::run(const platform::KeyPress& press, void (TypedAnswer::*command)())
 {
     if (!press.auto_repeat)
@@ -89,7 +88,7 @@ void TypedAnswer::reveal()
 {
     if (services_.layout.question_on_display())
         services_.display.RevealAnswer();
-    // Nothing is scored yet.
+    // No verdict has been stored yet.
     if (services_.layout.answer_on_display() && state_.SelfJudgement == "-")
         services_.status.ask_for_verdict();
 }
@@ -101,18 +100,18 @@ void TypedAnswer::on_enter()
     else if (services_.layout.can_type() || marked_as_known())
         JudgeTypedAnswer();
     else
-        // What stands there was not typed, so there is nothing to be judged.
+        // The text was not typed by the user, so it cannot be judged.
         services_.desktop.beep();
 }
 
-/// Whether the answer was revealed because the user said that it was known. Enter then agrees with that, and is judged
-/// as if the answer was typed: after a hint it counts as not known.
+/// Whether the answer was revealed after the user marked it as known. Enter then confirms that and is judged like a
+/// typed answer: after a hint it counts as not known.
 bool TypedAnswer::marked_as_known() const
 {
     return services_.layout.mode() == Mode::answer && state_.SelfJudgement == "+";
 }
 
-/// A character in the middle of the text goes before a selection, which stays in the text.
+/// Inserts a character typed in the middle of the text before the selection, which is kept.
 bool TypedAnswer::insert_before_end(const platform::KeyPress& press)
 {
     platform::TextBox& box = form1_.Text_a;
@@ -141,13 +140,13 @@ void TypedAnswer::JudgeTypedAnswer()
     }
     msgbox_incorrect_answer(typed, state_.shown.loaded_answer());
     services_.dialog.FailAndNext();
-    // The box has shown the same words twice.
+    // The box showed the same text twice, so say why it does not count.
     if (right)
         services_.status.ShowStatus("An answer that is typed after a hint or the answer itself counts as not known.",
                                     status_seconds);
 }
 
-/// @param answer_before stands in the box again where the verdict is not stored and the answer can be given again.
+/// @param answer_before text for the answer box if the verdict is not stored and the user can answer again.
 void TypedAnswer::succeed(const std::string* answer_before)
 {
     services_.status.show_right();

@@ -17,7 +17,7 @@
 
 namespace cuedrill::drill {
 
-/// The answer as the user types it into the answer box, or puts it together from the words of a hint.
+/// The answer that the user types into the answer box or puts together from the words of a hint.
 ///
 /// Functions that judge may throw what `QuestionDialog::SucceedAndNext` and `FailAndNext` throw.
 class TypedAnswer {
@@ -38,24 +38,23 @@ public:
     {
     }
 
-    /// Attaches the answer box and the hint.
+    /// Attaches the keys of the answer box, and the clicks and keys of the hint.
     void attach();
 
-    /// A key in the answer box that the window has left alone.
-    /// @return whether it is swallowed.
+    /// Handles a key in the answer box that the window did not consume.
+    /// @return whether the key is consumed.
     bool OnAnswerKey(const platform::KeyPress& press);
 
-    /// Takes the text of the answer box for the user's answer, gives the verdict on it and asks the next question. It
-    /// must be the stored answer, but for its case and the blanks around it; after the answer or a hint was shown it
-    /// counts as not known in any case.
+    /// Judges the text of the answer box and asks the next question. It is right if it equals the stored answer,
+    /// ignoring case and surrounding white space. After the answer or a hint was shown it always counts as not known.
     void JudgeTypedAnswer();
 
     /// Adds the chosen word of the hint to the answer. The first word that does not continue the stored answer ends the
-    /// question as not known, and the one that completes it as known.
+    /// question as not known; the word that completes it ends it as known.
     void OnHintClick();
 
-    /// A key in the hint box: Enter and the blank choose a word; nothing changes the hint.
-    /// @return whether it is swallowed: always.
+    /// Handles a key in the hint box: Enter and blank choose a word; other keys are ignored.
+    /// @return whether the key is consumed: always true, because the hint is read-only.
     bool OnHintKey(const platform::KeyPress& press);
 
 private:

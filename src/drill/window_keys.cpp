@@ -30,8 +30,8 @@ bool WindowKeys::OnWindowKey(const platform::KeyPress& press)
     return on_letter(press);
 }
 
-/// Enter shows the answer that nobody has begun to type. In the editor it makes a line, in the hint it chooses a word,
-/// and in the list a record.
+/// Enter reveals the answer if the answer box is empty. In the editor it inserts a line break, in the hint it chooses a
+/// word, and in the list a record.
 bool WindowKeys::on_enter(const platform::KeyPress& press)
 {
     if (services_.editor.editing() || form1_.t_hint.has_focus() || form1_.listav.has_focus())
@@ -49,7 +49,7 @@ bool WindowKeys::on_enter(const platform::KeyPress& press)
     return true;
 }
 
-/// One press, one step: out of the editor or the box, out of the hint or the list, out of the program.
+/// Each press takes one step: out of the editor or text box, out of the hint or list, out of the program.
 bool WindowKeys::on_escape(const platform::KeyPress& press)
 {
     if (press.auto_repeat)
@@ -79,7 +79,7 @@ void WindowKeys::close_shared_place()
 {
     state_.shared_place = SharedPlace::statistics;
     services_.layout.RelayoutWindow();
-    // Who was typing an answer goes on typing it.
+    // If the user was typing an answer, typing can go on.
     if (state_.TypingMode && services_.layout.can_type())
         form1_.Text_a.set_focus();
 }
@@ -89,15 +89,15 @@ bool WindowKeys::answer_is_shown() const
     return bank::same_text(form1_.Text_a.text(), state_.shown.loaded_answer(), services_.text_compare);
 }
 
-/// The verdict on an answer that is on display. Anywhere else "+" and "-" are ordinary characters; while an answer is
-/// being typed, too, until the stored one is shown, in whichever way.
+/// Gives the verdict on an answer on display. Otherwise "+" and "-" are ordinary characters, as they are while an
+/// answer is being typed, until the stored one is revealed.
 bool WindowKeys::on_sign(const platform::KeyPress& press)
 {
     if (services_.editor.editing() || (state_.TypingMode && !state_.answer_revealed))
         return false;
     if (!services_.layout.question_on_display() || form1_.Text_q.text().empty() || !answer_is_shown())
         return false;
-    // An empty answer equals an empty box before anything was shown.
+    // If the stored answer is empty, the empty box equals it before anything is revealed.
     if (state_.shown.loaded_answer().empty() && !state_.answer_revealed)
         return false;
     if (press.auto_repeat)
@@ -124,7 +124,7 @@ bool WindowKeys::on_letter(const platform::KeyPress& press)
     return true;
 }
 
-/// With Ctrl or Alt some buttons of the toolbar can be pressed from anywhere, also out of a text.
+/// With Ctrl or Alt, some toolbar commands can be run from anywhere, even from a text box.
 bool WindowKeys::on_combination(const platform::KeyPress& press)
 {
     const std::optional<Command> command = command_of_combination(press);

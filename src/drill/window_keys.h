@@ -15,7 +15,7 @@
 
 namespace cuedrill::drill {
 
-/// The keys that the main window takes before its controls see them.
+/// The keys that the main window handles before its controls.
 class WindowKeys {
 public:
     struct Services {
@@ -34,10 +34,10 @@ public:
     {
     }
 
-    /// From now on the window asks the policy which keys count, and this object about those that do.
+    /// Connects the window: the policy judges key events, and this object handles the presses that count.
     void attach();
 
-    /// @return whether the key is swallowed. A key that is held down never runs a command.
+    /// @return whether the key is consumed. Auto-repeat never runs a command.
     bool OnWindowKey(const platform::KeyPress& press);
 
 private:

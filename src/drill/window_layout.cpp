@@ -5,7 +5,7 @@
 namespace cuedrill::drill {
 namespace {
 
-/// Room left of, between and right of the buttons, in twips.
+/// Space to the left and right of the buttons and between them, in twips.
 constexpr common::Twips margin = 100;
 
 const PlaceRow& row_of(SharedPlace place)
@@ -44,7 +44,7 @@ void WindowLayout::relayout_boxes()
 void WindowLayout::relayout_shared_place()
 {
     const PlaceRow& shown = row_of(state_.shared_place);
-    // The toolkit would give the focus to whatever comes next.
+    // Otherwise the toolkit would move the focus to whichever control comes next.
     if ((!shown.t_hint && form1_.t_hint.has_focus()) || (!shown.listav && form1_.listav.has_focus()))
         form1_.bot_focus.set_focus();
     const bool list_goes = form1_.listav.visible() && !shown.listav;
@@ -55,7 +55,7 @@ void WindowLayout::relayout_shared_place()
     if (!list_goes)
         return;
     status_.withdraw_about_list();
-    // The list may have covered the request.
+    // The list's status text may have replaced the request for a verdict.
     if (state_.AwaitingVerdict)
         status_.ask_for_verdict();
 }
@@ -81,14 +81,14 @@ bool WindowLayout::is_enabled(const CommandRow& row) const
     return row.modes.at(static_cast<std::size_t>(mode())) && further_condition(row.command);
 }
 
-/// What a command needs beside its mode.
+/// The condition that a command has besides its mode.
 bool WindowLayout::further_condition(Command command) const
 {
     switch (command) {
     case Command::show_stats:
         return row_of(state_.shared_place).show_stats;
     case Command::show_hints:
-        // While the answer is being typed, the command means the other kind of hint.
+        // While the answer is being typed, the command shows the masked hint instead.
         return row_of(state_.shared_place).show_hints || (state_.TypingMode && !state_.hint_is_masked);
     case Command::let_me_type:
         return !course_.params.always_type;
@@ -107,8 +107,8 @@ bool WindowLayout::is_enabled(Input input) const
            (input != Input::no || dialog_takes_no());
 }
 
-/// The dialog takes no verdict on an answer that nobody has seen. It may ask for one: commands that go on to another
-/// question leave its state as it is.
+/// A verdict requires that the answer is on display. The dialog can be in the state AskKnown without it, because
+/// commands that show another question do not change the state.
 bool WindowLayout::dialog_takes_yes() const
 {
     switch (state_.dialog) {
@@ -122,7 +122,8 @@ bool WindowLayout::dialog_takes_yes() const
     return answer_on_display();
 }
 
-/// Before the first question of the dialog "No" ends the program; beside a question it would be taken for an answer.
+/// In the state AskToStart "No" ends the program. It is disabled while a question is on display, because the user might
+/// take it for an answer.
 bool WindowLayout::dialog_takes_no() const
 {
     switch (state_.dialog) {
@@ -145,8 +146,8 @@ platform::Button* WindowLayout::focused_button() const
     return nullptr;
 }
 
-/// Who drills with the keyboard goes on with it: where the button with the focus has become unusable, the first usable
-/// one gets it. It stands in for one that is only disabled, until that can be used again.
+/// Keeps the keyboard focus on the dialog buttons: if the focused button becomes unusable, the first usable one gets
+/// the focus. If the old one is only disabled, it gets the focus back when it is enabled again.
 void WindowLayout::keep_focus(platform::Button* focused)
 {
     if (focused == nullptr)

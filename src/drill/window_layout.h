@@ -21,8 +21,8 @@ public:
     {
     }
 
-    /// Shows, hides, locks, enables and disables everything for what is going on now. Called last by every command that
-    /// changes what is shown.
+    /// Shows, hides, locks, enables and disables all controls for the current state. Every command that changes what is
+    /// shown calls it last.
     void RelayoutWindow();
 
     /// Places the two or three buttons of the dialog strip side by side.
@@ -30,17 +30,17 @@ public:
 
     [[nodiscard]] Mode mode() const { return mode_of(course_.record_count, flags_, state_); }
 
-    /// Whether a question is on display; without one, nothing can be revealed or judged.
+    /// Whether a question is on display. Without one, nothing can be revealed or judged.
     [[nodiscard]] bool question_on_display() const { return state_.shown.is_question(); }
 
-    /// Whether its answer is on display too.
+    /// Whether the answer is on display, too.
     [[nodiscard]] bool answer_on_display() const { return mode() == Mode::answer; }
 
-    /// Whether the answer box waits for an answer.
+    /// Whether the user can type an answer.
     [[nodiscard]] bool can_type() const { return mode() == Mode::question; }
 
-    /// Keeps the buttons of the dialog as they are for a while. Unless it is released, the window is laid out again at
-    /// the end.
+    /// Scope guard that keeps the dialog buttons as they are. Unless `release` is called, the destructor lays out the
+    /// window again.
     class DialogHold {
     public:
         explicit DialogHold(WindowLayout& layout) : layout_(layout) { layout_.dialog_held_ = true; }
@@ -75,8 +75,8 @@ private:
     MainScreen& screen_;
     StatusLine& status_;
     bool dialog_held_ = false;
-    platform::Button* displaced_ = nullptr; ///< lost the focus because it could not be used
-    platform::Button* stand_in_ = nullptr;  ///< got it instead
+    platform::Button* displaced_ = nullptr; ///< button that lost the focus because it became unusable
+    platform::Button* stand_in_ = nullptr;  ///< button that has the focus in its place
 };
 
 } // namespace cuedrill::drill

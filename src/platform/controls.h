@@ -94,25 +94,25 @@ struct KeyPress {
     KeyModifier modifier = KeyModifier::none;
 };
 
-/// The keys of which the policy about presses knows something.
+/// Kinds of keys that the key policy distinguishes.
 enum class KeyKind { other, enter, escape, blank };
 
-/// A key that goes down or comes up, in whichever window of the program, before anybody acts on it.
+/// A key that goes down or up in any window of the program, reported before anything else handles it.
 struct KeyEvent {
-    bool down = true; ///< else it comes up
+    bool down = true; ///< whether the key goes down; otherwise it goes up
     KeyKind kind = KeyKind::other;
-    /// The place on the keyboard; 0 where the system does not tell it.
+    /// The position on the keyboard; 0 if the system does not report it.
     std::uint32_t scan_code = 0;
-    /// By the clock of the system; by another one, which only goes forward too, where the event has lost its time.
+    /// Monotonic time: the timestamp of the system or, if the event has none, that of a clock with another start.
     std::int64_t milliseconds = 0;
-    /// The system says that the key is held down. It does not always know.
+    /// The system reports the event as auto-repeat. It does not always recognise auto-repeat.
     bool auto_repeat = false;
-    const void* focus = nullptr; ///< whom a press goes to; only compared
-    bool in_box = false;         ///< in a window that holds up the others
+    const void* focus = nullptr; ///< the control that gets the press; only for comparison
+    bool in_box = false;         ///< in a modal window
     bool typing = false;         ///< into text that is being edited
 };
 
-/// What a press of a key is: made by a finger, sent again because the key is held down, or what must do nothing.
+/// Whether a press was made by the user, is auto-repeat, or must be ignored.
 enum class KeyJudgement { meant, held, stray };
 
 struct Font {
@@ -231,8 +231,8 @@ public:
     /// Has assistive technology announce `text` immediately. Nothing is visible.
     virtual void announce(std::string_view text) = 0;
 
-    /// Told once of each key that goes down or comes up, in whichever window of the program, boxes too. Its answer
-    /// about a key that comes up is ignored. Without it each press counts as the system sends it.
+    /// Called once for each key that goes down or up in any window of the program, including boxes. The result for a
+    /// key that goes up is ignored. If the hook is empty, each press is taken as the system reports it.
     std::function<KeyJudgement(const KeyEvent&)> on_key_event;
     /// Returns whether the key is consumed.
     std::function<bool(const KeyPress&)> on_key;

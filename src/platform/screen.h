@@ -10,21 +10,21 @@
 
 namespace cuedrill::platform {
 
-/// How a text is placed in its line.
+/// Alignment and emphasis of the text in its line.
 enum class Alignment { left, emphasised };
 
-/// A line of text that the main window shows: a caption, a prompt, a figure, the status.
+/// A line of text in the main window: a caption, the prompt, a figure, the status.
 struct Line {
     std::string text{};
-    /// What the line tells, for assistive technology ("Status"); its name is its text.
+    /// The accessible description, such as "Status". The accessible name is the text.
     std::string description{};
-    /// Nothing for the window's own background. On a colour the text is dark.
+    /// std::nullopt means the background of the window. On a background of its own the text is dark.
     std::optional<common::Colour> background{};
     bool bold = false;
     Alignment alignment = Alignment::left;
     bool visible = true;
     bool enabled = true;
-    /// The prompt and the status line are read out by assistive technology each time this number has changed.
+    /// For the prompt and the status line: whenever this number changes, assistive technology reads the text out.
     int news = 0;
 
     friend bool operator==(const Line&, const Line&) = default;
@@ -32,24 +32,24 @@ struct Line {
 
 inline constexpr int level_panels = 6;
 
-/// The number of questions of one level, as a figure with a bar.
+/// The number of questions of one level, with a bar.
 struct LevelLine {
     std::string caption{};
-    std::string description{}; ///< for assistive technology
+    std::string description{}; ///< accessible description
     std::int64_t count = 0;
-    std::int64_t total = 0; ///< the bar is filled by the share `count` of it; it is empty when this is 0
+    std::int64_t total = 0; ///< the bar shows the share count / total; it is empty if this is 0
     std::optional<common::Colour> background{};
-    bool marked = false; ///< the last verdict led here
+    bool marked = false; ///< the level of the last verdict
 
     friend bool operator==(const LevelLine&, const LevelLine&) = default;
 };
 
-/// Everything that the main window tells and nobody can answer, by the names of its controls.
+/// Everything in the main window that is display only, by the names of its controls.
 struct Screen {
     Line lab_q;   ///< heading of the question area
     Line panel_a; ///< heading and typing prompt of the answer area
 
-    // The question's own figures, each with its caption.
+    // The figures of the question on display, each with its caption.
     Line lab_q_level;
     Line PANEL_Q_LEVEL;
     Line lab_q_attempts;
@@ -118,7 +118,7 @@ inline constexpr std::array screen_lines{
     NamedLine{"P_status", &Screen::P_status},
 };
 
-/// The part of the main window that draws a Screen.
+/// Draws a Screen in the main window.
 class ScreenView {
 public:
     ScreenView() = default;
@@ -126,12 +126,12 @@ public:
     ScreenView& operator=(const ScreenView&) = delete;
     virtual ~ScreenView() = default;
 
-    /// Draws what differs from the screen before.
+    /// Draws what has changed since the last call.
     virtual void show(const Screen& screen) = 0;
 
-    /// From now on Shift and a click on the line calls `ask`. The pointer over the line becomes an upright arrow.
+    /// Calls `ask` on Shift+click on the line. The pointer over the line becomes an upright arrow.
     virtual void offer_help(ScreenLine line, const std::function<void()>& ask) = 0;
-    /// The same for each of the level panels.
+    /// The same for every level panel.
     virtual void offer_level_help(const std::function<void()>& ask) = 0;
 };
 

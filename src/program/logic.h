@@ -52,7 +52,7 @@
 
 namespace cuedrill::program {
 
-/// What the logic depends on: the adapters, or fakes of them. All must outlive the logic.
+/// What the logic depends on: the adapters or their fakes. All must outlive the logic.
 struct LogicPlatform {
     platform::Form1& form1;
     platform::FMsgbox& f_msgbox;
@@ -69,9 +69,9 @@ struct LogicPlatform {
     std::string web_page;       ///< the product's web page: an address or a full path
 };
 
-/// The logic, from the lowest layer to the highest; each member may use those above it.
+/// All objects of the logic, from the lowest layer to the highest; each member may use those above it.
 struct Logic {
-    /// Builds everything and connects it to the controls; from then on their hooks call into this object.
+    /// Builds all objects and connects them to the controls, whose hooks call into this object from then on.
     explicit Logic(const LogicPlatform& platform);
     Logic(const Logic&) = delete;
     Logic& operator=(const Logic&) = delete;

@@ -67,7 +67,7 @@ Program::Program()
 
 Program::~Program()
 {
-    // The controls outlive the logic; ending the guard keeps their hooks from calling it.
+    // The controls outlive the logic; once the guard has ended, their hooks no longer call it.
     platform_->guard.end();
 }
 

@@ -12,11 +12,11 @@ namespace cuedrill::program {
 
 struct Logic;
 
-/// The whole program: the adapters, the values with the program's lifetime, and the logic connected to them.
+/// The whole program: the adapters, the objects that live as long as the program, and the logic connected to them.
 class Program {
 public:
     /// Requires a QApplication.
-    /// @throws common::Error when the platform is not usable.
+    /// @throws common::Error if the platform cannot be used.
     Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;

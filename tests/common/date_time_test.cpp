@@ -39,7 +39,7 @@ TEST(DayNumber, CountsDaysSinceTheEndOf1899)
 
 TEST(DayNumber, TheSameSecondHasTheSameNumberHoweverItWasReached)
 {
-    // Every second of a day, reached in four ways whose raw sums differ in the last bits.
+    // Every second of a day, computed in four ways whose floating-point sums differ in the last bits.
     const std::int64_t midnight = 46341 * day_seconds;
     for (std::int64_t s = 0; s < day_seconds; ++s) {
         const DateTime direct = DateTime::from_seconds(midnight + s);

@@ -29,7 +29,7 @@ TEST(FixedFormat, RoundsHalvesUp)
     EXPECT_EQ(format_fixed(0.124999, 2), "0.12");
 }
 
-/// Proves that the number is rounded as it is written, not as a double keeps it: none of these has an exact double.
+/// The decimal value is rounded, not the double nearest to it: no double represents any of these values exactly.
 TEST(FixedFormat, RoundsTheDecimalValue)
 {
     EXPECT_EQ(format_fixed(0.015, 2), "0.02");
@@ -39,7 +39,7 @@ TEST(FixedFormat, RoundsTheDecimalValue)
     EXPECT_EQ(format_fixed(1296 / 86400.0, 2), "0.02") << "a length of time in days";
 }
 
-/// Every whole number of seconds whose length in days ends in a 5 behind the second decimal.
+/// All whole seconds whose length in days has a 5 as its third and last decimal.
 TEST(FixedFormat, RoundsUpEachLengthOfTimeThatIsAHalf)
 {
     for (int half = 1; half < 20000; half += 2) {

@@ -12,7 +12,7 @@ struct IllFormed {
     std::string_view bytes;
 };
 
-// Each is ill-formed for one reason of its own; every byte counts as one code point.
+// Each is ill-formed for a different reason; every byte counts as one code point.
 constexpr IllFormed ill_formed[] = {
     {"a continuation alone", "\x80"},
     {"a lead byte alone", "\xC3"},
@@ -29,7 +29,7 @@ constexpr IllFormed ill_formed[] = {
     {"a byte that is never used", "\xFF"},
 };
 
-// The ends of all ranges of well-formed sequences.
+// The first and last code points of all ranges of well-formed sequences.
 constexpr std::string_view single_points[] = {
     "\x01",
     "\x7F",
@@ -149,7 +149,7 @@ TEST(EqualAscii, TakesTheLettersOfEitherCaseForTheSame)
     EXPECT_FALSE(equal_ascii("abc", "abd"));
 }
 
-// These are 32 apart, as the letters of either case are, and beside them.
+// Pairs of bytes that differ by 32, like an upper and a lower case letter, but are not ASCII letters.
 TEST(EqualAscii, TellsAllOtherBytesApart)
 {
     EXPECT_FALSE(equal_ascii("@", "`"));

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""dev/check_floors finds the includes that break the direction of the floors, and nothing else."""
+"""dev/check_floors reports the includes that go against the order of the folders, and nothing else."""
 
 import subprocess
 import sys

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """dev/setup.sh installs exactly what is missing, as root or through sudo, and says clearly when it cannot.
 
-The tools of the system are replaced by small scripts in a folder that is the whole PATH beside a few harmless ones.
+PATH contains a single folder: small scripts that stand in for the system's tools, and links to a few harmless tools.
 """
 
 import os

@@ -341,7 +341,7 @@ TEST_F(AlwaysHints, leave_the_request_for_a_verdict_in_the_status_line)
     EXPECT_NE(form1.screen.P_status.background, common::pure_red);
 }
 
-/// An option that cannot be stored.
+/// The option cannot be stored.
 class OptionFailure : public HintsFixture, public testing::WithParamInterface<fakes::Operation> {
 protected:
     void SetUp() override

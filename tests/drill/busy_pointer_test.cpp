@@ -1,4 +1,4 @@
-// The pointer is busy whenever a command works on the database. That it is normal at every box, the fixture sees to.
+// The pointer is busy whenever a command works on the database. The fixture checks that it is normal at every box.
 #include "drill/scoring_fixture.h"
 
 #include <gtest/gtest.h>

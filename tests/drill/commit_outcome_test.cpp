@@ -1,4 +1,5 @@
-// A commit that reports an error has stored the verdict or not; what is told and what memory holds follow the course.
+// A commit that reports an error may or may not have stored the verdict. Messages and memory must agree with the
+// course.
 #include "drill/scoring.h"
 #include "drill/scoring_fixture.h"
 #include "store/course_transaction.h"
@@ -30,7 +31,7 @@ protected:
             scoring.set_failure();
     }
 
-    /// The seek that looks for the verdict comes behind those for the record and the four counters.
+    /// Fails the query that looks for the verdict. The queries for the record and the four counters come before it.
     void make_unreadable() { database.fail_at(Operation::query, 2); }
 };
 

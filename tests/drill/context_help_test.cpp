@@ -12,7 +12,7 @@ class Help : public DrillFixture {
 protected:
     void SetUp() override { start_with_three_questions(); }
 
-    /// What Shift and a click on the control tells.
+    /// The help text shown on Shift+click on the control.
     std::string help_of(const fakes::FakeButton& button)
     {
         return told_by([&] { button.shift_click(); });

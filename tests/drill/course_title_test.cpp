@@ -81,7 +81,7 @@ TEST_F(Title, is_unchanged_after_an_answer_of_blanks_or_none)
     expect_unchanged();
 }
 
-/// Proves that title, file and caption are as before when the title cannot be stored.
+/// Title, file and caption are unchanged.
 TEST_F(Title, is_unchanged_when_it_cannot_be_stored)
 {
     desktop.expect_input("New title?", "Strong verbs");

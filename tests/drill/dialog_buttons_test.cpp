@@ -74,7 +74,7 @@ protected:
     {
         user([this] { form1.bot_yes.right_click(); });
     }
-    /// As on a system where the right button clicks too.
+    /// As on a system where the right button also makes a click.
     void right_click_with_a_click()
     {
         user([this] {

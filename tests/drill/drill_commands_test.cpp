@@ -184,7 +184,7 @@ TEST_F(Inversion, that_cannot_be_stored_changes_nothing)
     EXPECT_EQ(fakes::read_course(path).number("invert"), 0);
 }
 
-// The direction is changed and stored; the question on display belongs to the old one.
+// The new direction is stored; the question on display belongs to the old one.
 TEST_F(Inversion, whose_counts_fail_leaves_no_question_that_could_be_judged)
 {
     yes();

@@ -57,7 +57,7 @@ class StatusLine;
 class TypedAnswer;
 class WindowLayout;
 
-/// What tests use of the logic. A test includes the header of the part that it uses.
+/// The parts of the logic that tests use. A test includes the header of each part that it uses.
 struct LogicParts {
     store::Course& course;
     store::CourseParamsStore& params;
@@ -82,15 +82,15 @@ struct LogicParts {
     app::StartRoutine& start;
 };
 
-/// The whole logic of the program, wired as the program wires it, on a real course and a window without a toolkit.
-/// Tests use the controls as the user does; what a handler throws is treated as the program's event guard does.
+/// The whole logic of the program, wired as in the program, with a real course and a fake window. Tests operate the
+/// controls like a user; exceptions from handlers are treated as the program's event guard treats them.
 class DrillFixture : public testing::Test {
 protected:
     DrillFixture();
     ~DrillFixture() override;
 
     /// The course has three questions, asked in this order: "France?" of level 2, tested a day ago; "Italy?" of level
-    /// 0, tested an hour ago; "Spain?", never tested. Two of them count as not passed.
+    /// 0, tested an hour ago; "Spain?", never tested. Two of them are not passed.
     void describe_three_questions();
 
     /// Writes the course that `builder` describes, and starts the program on it.
@@ -98,7 +98,7 @@ protected:
     void start_with_three_questions();
     void make_program();
 
-    /// Runs what the user does. To compile this for each action takes less than to make a std::function of it.
+    /// Runs a user action. A template compiles faster here than a std::function per action.
     template <class Action>
     void user(Action action)
     {
@@ -110,14 +110,14 @@ protected:
             report(error);
         }
     }
-    /// Tells the user of an error, as the program's event guard does.
+    /// Reports an error to the user, as the program's event guard does.
     void report(const std::exception& error);
 
     void yes();
     void no();
     void ignore();
     void choose(std::string_view menu_entry);
-    /// Returns whether the window swallowed the key.
+    /// Returns whether the window consumed the key.
     bool press(const platform::KeyPress& key);
     bool press(platform::Key key, bool auto_repeat = false);
     bool press(const std::string& character, bool auto_repeat = false);
@@ -125,9 +125,9 @@ protected:
     void press_in_answer(const platform::KeyPress& key);
     void press_in_answer(const char* character);
     void enter_in_answer();
-    /// Types into the answer box, behind what stands there.
+    /// Types into the answer box, after the text in it.
     void type_answer(std::string_view text);
-    /// Clicks the button of the toolbar with that number.
+    /// Clicks the toolbar button with that number.
     void toolbar(int number);
 
     [[nodiscard]] fakes::FakeMenuEntry& entry(std::string_view name) const;
@@ -139,7 +139,7 @@ protected:
     /// The record as another program would read it from the file now.
     [[nodiscard]] fakes::QaRow stored(std::int64_t cnt) const;
 
-    /// The places in the journal where an entry stands.
+    /// The index of an entry in the journal of the fake window, and how often it is there.
     [[nodiscard]] std::ptrdiff_t place_of(const std::string& noted) const;
     [[nodiscard]] std::ptrdiff_t times_noted(const std::string& noted) const;
 
@@ -163,7 +163,7 @@ protected:
     bool started = false;
     bool ended = false; ///< the program has ended
 
-    const LogicParts* logic = nullptr; ///< none before the program was made
+    const LogicParts* logic = nullptr; ///< null until the program is created
 
 private:
     struct Program;

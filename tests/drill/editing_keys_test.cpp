@@ -22,7 +22,7 @@ protected:
         before = fakes::read_course(path);
     }
 
-    /// Types over what stands in the box.
+    /// Replaces the text of the box by typing.
     void retype(fakes::FakeTextBox& box, std::string_view text)
     {
         box.selection = {0, common::code_points(box.text_value)};
@@ -267,7 +267,7 @@ TEST_F(KeysOfTheEditor, options_and_statistics_leave_the_texts_alone)
     EXPECT_FALSE(logic->state.TypingMode);
 }
 
-/// The editor was left a moment ago with texts that are not saved.
+/// The editor was left a moment ago with unsaved texts.
 class PauseOfTheKeys : public KeysOfTheEditor {
 protected:
     void leave_with_escape()
@@ -288,7 +288,7 @@ protected:
         ASSERT_FALSE(logic->editor.editing());
     }
 
-    /// Presses a key so many seconds after the last one.
+    /// Presses a key this many seconds after the last one.
     template <class... Press>
     bool press_after(double seconds, const Press&... key)
     {
@@ -359,7 +359,7 @@ TEST_F(PauseOfTheKeys, is_none_after_a_rejection_that_keeps_the_editor)
     EXPECT_FALSE(logic->editor.editing());
 }
 
-/// Texts that were left unsaved can be brought back after "Insert" has emptied the boxes.
+/// "Insert" empties the boxes, but unsaved texts in them can be restored by undo.
 class UndoOfInsert : public PauseOfTheKeys {};
 
 TEST_F(UndoOfInsert, brings_back_what_was_left)

@@ -57,13 +57,13 @@ protected:
 
 struct Way {
     const char* name;
-    const char* menu_entry; ///< empty for the window's own close button
+    const char* menu_entry; ///< empty for the close button of the window
     bool asks_for_file = false;
 
     friend void PrintTo(const Way& way, std::ostream* out) { *out << way.name; }
 };
 
-/// What ends the display of the record at hand.
+/// An action that ends the display of the current record.
 class WayOut : public LeavingTheEditor, public testing::WithParamInterface<Way> {
 protected:
     void go()
@@ -74,7 +74,7 @@ protected:
             choose(GetParam().menu_entry);
     }
 
-    /// Goes, and chooses a new file where one is asked for.
+    /// Runs the action, and chooses a new file if it asks for one.
     void go_to_the_end()
     {
         if (GetParam().asks_for_file) {
@@ -126,7 +126,7 @@ TEST_P(WayOut, goes_on_when_the_texts_are_saved)
 {
     write_new("Norway?", "Oslo");
     expect_offer(BoxAnswer::yes);
-    // The record just saved is the only one with a level in the other direction, and none is asked twice in a row.
+    // The record just saved is the only one with a level in the other direction, and no record is asked twice in a row.
     if (GetParam().name == std::string_view("inverting"))
         desktop.expect_box(nothing_mature);
     go_to_the_end();
@@ -162,7 +162,7 @@ TEST_P(WayOut, stays_with_a_question_that_is_missing)
 TEST_P(WayOut, asks_nothing_where_nothing_was_typed)
 {
     toolbar(8);
-    // The record that was open is the first one in the other direction too, and none is asked twice in a row.
+    // The current record is the first one in the other direction, too, and no record is asked twice in a row.
     if (GetParam().name == std::string_view("inverting"))
         desktop.expect_box(nothing_mature);
     go_to_the_end();
@@ -217,7 +217,7 @@ TEST_P(WayOut, stays_in_the_editor_when_the_texts_cannot_be_stored)
     EXPECT_EQ(database.transaction_depth(), 0);
 }
 
-/// The record that is being changed has been deleted by another program, which has given its answer to another record.
+/// Another program has deleted the record being changed and given its answer to another record.
 class WayOutInverted : public WayOut {
 protected:
     void SetUp() override

@@ -7,7 +7,7 @@ namespace {
 
 using platform::BoxAnswer;
 
-/// The first of two questions is on display, and each of them would be asked first.
+/// The first of two questions is on display; either of them could be asked first.
 class UntestedCourse : public DrillFixture {
 protected:
     void start_and_ask(bool inverted)

@@ -299,7 +299,7 @@ TEST_F(SaveInTheWindow, begun_before_the_first_question_leaves_the_dialog_as_it_
 
 class UndoAfterEditing : public SaveInTheWindow {
 protected:
-    /// The first question is judged, and on display again months later.
+    /// Judges the first question and shows it again months later.
     void judge_first_and_ask_it_again()
     {
         yes();

@@ -9,7 +9,7 @@ using platform::BoxAnswer;
 
 constexpr const char* offer = "Do you want to save the changes?";
 
-/// A list is shown while a record is written.
+/// A list is shown while a record is being edited.
 class LineClickedInTheEditor : public DrillFixture {
 protected:
     void SetUp() override

@@ -29,8 +29,8 @@ struct Case {
     const char* name;
     Situation situation;
     Mode mode;
-    std::set<int> buttons;         ///< of the toolbar that are enabled
-    std::set<std::string> entries; ///< of the menus that are enabled, beside those that always are
+    std::set<int> buttons;         ///< enabled toolbar buttons
+    std::set<std::string> entries; ///< enabled menu entries, except those that always are
 };
 
 void PrintTo(const Case& one, std::ostream* out)
@@ -178,7 +178,7 @@ protected:
         }
     }
 
-    /// Whether the third condition of a command holds, besides that of the mode.
+    /// Whether the condition that the command has besides its mode is met.
     [[nodiscard]] bool further_condition(Command command) const
     {
         if (command == Command::show_stats)
@@ -238,7 +238,8 @@ TEST_P(Enabling, of_the_dialog_and_the_boxes_follows_its_table_too)
         ADD_FAILURE() << "the table has no row for it";
         return false;
     };
-    // No situation of these is behind the last question, where a verdict has nothing to be about.
+    // "Yes" and "No" have further conditions, which hold in all these situations: none is after the last question,
+    // where there is nothing to judge.
     EXPECT_EQ(form1.bot_yes.is_enabled, enabled(Input::yes));
     EXPECT_EQ(form1.bot_no.is_enabled, enabled(Input::no));
     EXPECT_EQ(form1.bot_other.is_enabled, enabled(Input::ignore));

@@ -52,7 +52,7 @@ TEST_F(EndOfTheProgram, a_second_time_stores_nothing)
     EXPECT_EQ(file(), before);
 }
 
-/// Proves that the course is closed before the trace can ask anything of the user.
+/// The course is closed before the trace can show a box.
 TEST_F(EndOfTheProgram, closes_the_course_before_a_trace_that_is_too_long_says_so)
 {
     open(CourseBuilder());
@@ -68,7 +68,7 @@ TEST_F(EndOfTheProgram, closes_the_course_before_a_trace_that_is_too_long_says_s
     EXPECT_FALSE(database.is_open());
 }
 
-/// Proves that counters that cannot be stored neither keep the program from ending nor ask anything; they are traced.
+/// Counters that cannot be stored do not keep the program from ending and cause no box; the error is traced.
 class FailingEnd : public EndOfTheProgram, public testing::WithParamInterface<Operation> {};
 
 TEST_P(FailingEnd, closes_the_course_silently)
@@ -101,7 +101,7 @@ TEST_F(EndOfTheProgram, traces_that_nobody_can_tell_whether_the_work_time_is_sto
     EXPECT_EQ(traced().find("not stored"), std::string::npos);
 }
 
-/// Proves the same of an error that does not come of the engine.
+/// The same for an error that does not come from the database engine.
 TEST_F(EndOfTheProgram, closes_the_course_though_the_memory_is_used_up)
 {
     open(CourseBuilder());

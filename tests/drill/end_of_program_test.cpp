@@ -19,7 +19,7 @@ const End ends[] = {
     {"escape", [](fakes::FakeForm1& form1) { form1.window.press(platform::Key::escape); }},
 };
 
-/// No end of the program asks or says anything: a box would fail the test.
+/// No end of the program shows a box; an unexpected box fails the test.
 class EndsOfTheProgram : public DrillFixture, public testing::WithParamInterface<End> {
 protected:
     void SetUp() override
@@ -103,8 +103,8 @@ TEST_F(VanishedRecord, that_is_skipped_is_no_matter)
     EXPECT_EQ(database.transaction_depth(), 0);
 }
 
-/// The program is ended in the box that the full trace shows between the opening of a course and the reading of its
-/// parameters.
+/// The program ends while a box about the full trace is open, after a course was opened and before its parameters are
+/// read.
 class EndWhileOpening : public DrillFixture {
 protected:
     void SetUp() override
@@ -114,7 +114,8 @@ protected:
         start_with_three_questions();
     }
 
-    /// Fills the trace so that it is full when the opening that it tells from `begin` on has reached this place again.
+    /// Fills the trace so that the next opening, which writes the same lines as the one traced from `begin` on, reaches
+    /// the size limit at this message.
     void fill_trace_for_the_same_opening(std::size_t begin)
     {
         const std::string text = folder.read("trace.txt");

@@ -4,10 +4,10 @@
 namespace cuedrill::drill {
 namespace {
 
-/// Who drills with the keyboard goes on with it, though buttons come and go.
+/// The keyboard focus stays on a usable button while buttons appear, disappear and are disabled.
 class KeyboardDrill : public DrillFixture {
 protected:
-    /// The space bar presses a button that the user has gone to.
+    /// Presses the focused button with the space bar.
     void press_with_keyboard(fakes::FakeButton& button)
     {
         ASSERT_TRUE(button.usable()) << button.name;
@@ -39,7 +39,7 @@ TEST_F(Focus, goes_from_ignore_to_yes_when_ignore_disappears)
     press_with_keyboard(form1.bot_other);
     ASSERT_FALSE(form1.bot_other.is_visible);
     EXPECT_TRUE(form1.bot_yes.has_focus());
-    // And stays there when the next answer brings "Ignore" back.
+    // It stays there when the next answer brings "Ignore" back.
     press_with_keyboard(form1.bot_yes);
     ASSERT_TRUE(form1.bot_other.usable());
     EXPECT_TRUE(form1.bot_yes.has_focus());
@@ -64,7 +64,7 @@ TEST_F(Focus, outside_of_the_buttons_is_left_there)
         EXPECT_EQ(times_noted(button->name + ".focus"), 0) << button->name;
 }
 
-/// A course of one question that was tested this moment.
+/// A course with one question that was tested this second.
 class FocusWithoutQuestion : public KeyboardDrill {
 protected:
     void SetUp() override

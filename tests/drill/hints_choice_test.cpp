@@ -139,7 +139,7 @@ struct Pair {
     const char* second;
 };
 
-/// An answer that is put together from two words, one of which may come from another answer.
+/// An answer put together from two words, one of which may belong to another answer.
 class TwoWords : public ChosenWord, public testing::WithParamInterface<Pair> {};
 
 TEST_P(TwoWords, stand_with_a_blank_between_them_unless_the_second_one_is_punctuation)

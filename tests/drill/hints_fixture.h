@@ -14,25 +14,25 @@ class HintsFixture : public DrillFixture {
 protected:
     using Words = std::vector<std::string>;
 
-    /// Shows the hint, with these random numbers for it.
+    /// Shows the hint; `numbers` are the random numbers it gets.
     void show_hint(std::deque<double> numbers = {});
 
     [[nodiscard]] std::string hint() const;
 
-    /// What stands in the brackets, in order.
+    /// The words in brackets, in order.
     [[nodiscard]] Words words() const;
 
-    /// The place of the first character of a word of the hint.
+    /// The position of the first character of a word in the hint.
     [[nodiscard]] std::size_t word_place(const std::string& word) const;
 
     void click_hint(std::size_t place);
     void click_word(const std::string& word);
 
-    /// Leads the caret to a word with the arrow keys.
+    /// Moves the cursor to a word with the arrow keys.
     void go_to_word(const std::string& word);
     void press_in_hint(const platform::KeyPress& key);
 
-    /// A course whose first question has this answer, and the others those.
+    /// Starts on a course whose first question has the answer `first`, and the others `others`.
     void start_with_answers(const std::string& first, const Words& others);
 };
 

@@ -192,7 +192,7 @@ protected:
         yes();
     }
 
-    /// Draws every record but the one on display, one after the other.
+    /// Random numbers that draw every record except the current one, in order.
     [[nodiscard]] std::deque<double> others() const
     {
         std::deque<double> numbers;
@@ -207,7 +207,7 @@ protected:
 TEST_P(SampleOf, answers_is_as_large_as_the_course_allows)
 {
     std::deque<double> numbers = others();
-    numbers.push_front(0); // the place of the answer
+    numbers.push_front(0); // the position of the answer
     show_hint(std::move(numbers));
     EXPECT_EQ(words().size(), static_cast<std::size_t>(GetParam().sample));
     EXPECT_EQ(random.calls, GetParam().sample);
@@ -259,7 +259,7 @@ TEST_F(WordList, draws_each_record_alike_whatever_gaps_are_between_their_numbers
         std::sort(listed.begin(), listed.end());
         EXPECT_EQ(listed, expected);
         EXPECT_EQ(random.calls, 4);
-        EXPECT_EQ(database.count(fakes::Operation::query), 1 + 3); // the numbers, and three records
+        EXPECT_EQ(database.count(fakes::Operation::query), 1 + 3); // the record numbers, and three records
     }
 }
 

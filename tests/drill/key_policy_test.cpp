@@ -18,7 +18,7 @@ KeyPress character(const char* text, bool auto_repeat = false)
     return {.key = Key::character, .character = text, .auto_repeat = auto_repeat};
 }
 
-/// Keys that go down at two places of the main window, and in a box.
+/// Keys pressed in two controls of the main window, and in a box.
 class KeyJudgements : public testing::Test {
 protected:
     static KeyEvent at(std::int64_t milliseconds, KeyKind kind, const void* focus)
@@ -113,7 +113,7 @@ TEST_F(KeyJudgements, let_other_keys_follow_each_other_at_once)
     EXPECT_EQ(press_at(10'020, KeyKind::other, &button), KeyJudgement::meant);
     EXPECT_EQ(press_at(10'030, KeyKind::other, &button), KeyJudgement::meant);
     EXPECT_EQ(press_at(10'040, KeyKind::escape, &button), KeyJudgement::meant);
-    // The second Enter of the keyboard.
+    // The second Enter key of the keyboard.
     EXPECT_EQ(policy.judge({.kind = KeyKind::enter, .scan_code = 36, .milliseconds = 10'050, .focus = &button}),
               KeyJudgement::meant);
     EXPECT_EQ(policy.judge({.kind = KeyKind::enter, .scan_code = 104, .milliseconds = 10'060, .focus = &button}),
@@ -176,7 +176,7 @@ TEST_F(KeyJudgements, count_every_key_in_text_that_is_being_edited)
     }
 }
 
-// As X11 sends a held key where the toolkit has not noticed that it is one.
+// X11 sends a held key like this if the toolkit does not recognise auto-repeat.
 TEST_F(KeyJudgements, take_a_press_at_the_time_of_the_release_of_the_same_key_for_a_held_one)
 {
     const auto press = [this](std::int64_t moment, std::uint32_t scan_code) {
@@ -207,7 +207,7 @@ TEST_F(KeyJudgements, do_not_measure_one_clock_by_the_other)
     EXPECT_EQ(press_at(9'000'010, KeyKind::blank, &button), KeyJudgement::meant);
 }
 
-/// Of the key that has last run a command.
+/// Echoes of the key that ran the last command.
 class KeyEchoes : public testing::Test {
 protected:
     bool is_echo(const KeyPress& press) { return !policy.counts(press, false); }

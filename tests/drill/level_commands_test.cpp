@@ -41,7 +41,7 @@ protected:
         options.show_course();
     }
 
-    /// What the menu says of the target level.
+    /// The menu entry with the target level.
     [[nodiscard]] std::string target_entry() const { return command_controls.entry(Command::change_target).caption(); }
 
     const std::string entry_before = "Change &target level  (now 5)";
@@ -134,7 +134,7 @@ TEST_F(TargetLevel, when_lowered_or_kept_leaves_the_notice_alone)
     EXPECT_TRUE(course.all_passed_announced);
 }
 
-/// Proves that level, notice, file and window are as before when the level cannot be stored.
+/// Level, notice, file and window are unchanged.
 TEST_F(TargetLevel, is_unchanged_when_it_cannot_be_stored)
 {
     const auto before = file();

@@ -11,7 +11,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// The main window while lists of records are shown in it.
+/// Lists of records in the main window.
 class ListsInTheWindow : public DrillFixture {
 protected:
     void SetUp() override { start_with_three_questions(); }

@@ -104,7 +104,7 @@ TEST_F(MainWindowTest, that_cannot_show_the_counts_gives_way_to_the_file_dialog)
     describe_three_questions();
     path = builder.write(folder);
     make_program();
-    // The first query counts the records when the course is opened, the second is the first of the window.
+    // The first query counts the records when the course is opened; the second is the first one of the window.
     database.fail_at(fakes::Operation::open_recordset, 2, platform::DatabaseErrorKind::input_output, "It is gone.");
     desktop.on_box = [this] {
         EXPECT_FALSE(form1.window.shown);

@@ -9,7 +9,7 @@ namespace {
 
 using fakes::CourseBuilder;
 
-/// The present is 15 November 2026, 05:47:17.
+/// Now is 15 November 2026, 05:47:17.
 class NextDueTold : public ScoringFixture {
 protected:
     void expect_told(const std::string& text)
@@ -96,7 +96,7 @@ TEST_F(NextDueTold, is_told_of_no_question_just_shown_where_there_was_none)
 {
     builder.question("a").level(1).tested_ago(0s);
     open(builder);
-    // Another program puts it into the course.
+    // Another program adds a question.
     desktop.on_box = [this] { engine.database.execute("Insert into qa (q, a, q_successes) values ('b', 'B', 0)"); };
     expect_told("The next question is due now. 2 questions are due by the end of the day.");
     selection.next_question();
@@ -114,7 +114,7 @@ TEST_F(NextDueTold, is_a_time_to_come_where_the_clock_was_put_back_while_the_box
 
 TEST_F(NextDueTold, has_seconds_in_the_last_minute_before_midnight)
 {
-    builder.question("a").level(4).tested_ago(48h - (18h + 12min + 13s)); // a last time at 23:59:30
+    builder.question("a").level(4).tested_ago(48h - (18h + 12min + 13s)); // dead time ends at 23:59:30
     open(builder);
     expect_told("The next question is due at 23:59:31. 1 question is due by the end of the day.");
 }
@@ -122,14 +122,14 @@ TEST_F(NextDueTold, has_seconds_in_the_last_minute_before_midnight)
 TEST_F(NextDueTold, has_seconds_in_the_last_minute_of_another_day)
 {
     builder.question("a").level(4).tested_ago(24h - (18h + 12min + 13s));
-    builder.question("b").level(4).tested_ago(24h - (18h + 12min + 44s)); // one second after midnight
+    builder.question("b").level(4).tested_ago(24h - (18h + 12min + 44s)); // dead time ends one second after midnight
     open(builder);
     expect_told("The next question is due on 16/Nov/2026 at 23:59:31. 1 question is due by the end of that day.");
 }
 
 TEST_F(NextDueTold, may_be_midnight_itself)
 {
-    builder.question("a").level(4).tested_ago(24h - (18h + 12min + 42s)); // a last time at 23:59:59
+    builder.question("a").level(4).tested_ago(24h - (18h + 12min + 42s)); // dead time ends at 23:59:59
     builder.question("b").level(4).tested_ago(24h - (18h + 12min + 43s));
     open(builder);
     expect_told("The next question is due on 17/Nov/2026 at 00:00. 2 questions are due by the end of that day.");
@@ -165,14 +165,14 @@ TEST_F(NextDueTold, counts_to_the_last_second_of_the_day)
 {
     builder.question("a").level(2).tested_ago(17s);
     for (const auto before_midnight : {1s, 2s, 0s}) {
-        const auto asked = 18h + 12min + 43s - before_midnight; // from now to that long before midnight
+        const auto asked = 18h + 12min + 43s - before_midnight; // time from now to that long before midnight
         builder.question("b").level(4).tested_ago(48h - asked);
     }
     open(builder);
     expect_told("The next question is due at 06:47. 2 questions are due by the end of the day.");
 }
 
-/// Proves that the sentence is right for each level, to the second.
+/// The time is right for each level, to the second.
 TEST_F(NextDueTold, is_when_the_selection_finds_it)
 {
     for (int level = 0; level < DeadTimes::count; ++level) {

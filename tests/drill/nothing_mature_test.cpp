@@ -6,7 +6,7 @@
 namespace cuedrill::drill {
 namespace {
 
-/// A course of one question that was tested this moment.
+/// A course with one question that was tested this second.
 class NothingMature : public DrillFixture {
 protected:
     void SetUp() override

@@ -13,7 +13,7 @@ const std::string last_course = fakes::FakeSettings::full_key("CUEDRILL", "gener
 
 OpenerFixture::OpenerFixture() : course(make_traced_program().course), params(logic->params), opener(logic->opener)
 {
-    // A box may stay for hours: no transaction and no statement may be open meanwhile.
+    // A box may stay open for hours, so no transaction and no statement may be open meanwhile.
     desktop.on_box = [this] {
         EXPECT_EQ(database.transaction_depth(), 0);
         EXPECT_EQ(database.open_recordsets(), 0);

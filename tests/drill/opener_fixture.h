@@ -9,26 +9,26 @@ namespace cuedrill::drill {
 
 inline const std::string opener_title = "Specify name of Cuedrill file to open or create";
 
-/// The opening of courses, with the trace switched on and every box under the test's control. The courses are not in
-/// the program's folder.
+/// Opening of courses, with the trace switched on and every box checked by the test. The courses are outside the
+/// program's folder.
 class OpenerFixture : public DrillFixture {
 protected:
     OpenerFixture();
 
-    /// A course with one question, passed in neither direction.
+    /// A course with one question that is passed in neither direction.
     static fakes::CourseBuilder unpassed_course();
 
     void remember(const std::string& course_path);
     [[nodiscard]] std::string remembered() const;
 
     void expect_dialog_answer(const std::string& chosen);
-    /// The box that comes up with the window of a course without questions.
+    /// Expects the box that appears when the window shows a course without questions.
     void expect_notice_of_empty_course(int target_level = 5);
 
     /// The messages of the trace so far.
     [[nodiscard]] std::vector<std::string> traced() const;
 
-    /// What the file of the course holds now, as another program sees it.
+    /// The contents of the course file, as another program sees them.
     [[nodiscard]] fakes::CourseContents file() const;
 
     [[nodiscard]] std::ptrdiff_t times_shown() const;

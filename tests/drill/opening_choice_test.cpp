@@ -1,4 +1,4 @@
-// Which course is opened: the one of the command line, the remembered one, or the one that the user chooses.
+// Which course is opened: the one on the command line, the one used last time, or the one that the user chooses.
 #include "drill/course_opener.h"
 #include "drill/opener_fixture.h"
 #include "store/course.h"

@@ -1,4 +1,4 @@
-// A course that cannot be opened is named with the reason, is not changed, and never keeps the program from starting.
+// If a course cannot be opened, a box names it with the reason, its file is unchanged, and the program still starts.
 #include "drill/course_opener.h"
 #include "drill/opener_fixture.h"
 #include "store/course.h"
@@ -23,7 +23,8 @@ protected:
         desktop.expect_box_like(cannot_open(chosen, reason), BoxAnswer::ok);
     }
 
-    /// Opens, cancels the dialog that follows, and gives the reason that the box told in the engine's own words.
+    /// Tries to open the course, cancels the file dialog that follows, and returns the reason that the box gives, which
+    /// is the database engine's own message.
     std::string opener_refuses(const std::string& chosen)
     {
         const std::string start = "The course " + chosen + " cannot be opened.\r\n\r\n";
@@ -177,7 +178,7 @@ TEST_F(OpeningFailure, is_traced_with_path_and_reason)
 TEST_F(OpeningFailure, while_the_window_loads_puts_the_window_away)
 {
     remember(sound);
-    // The first query counts the records, the second is the first of the window.
+    // The first query counts the records; the second is the first one of the window.
     database.fail_at(Operation::open_recordset, 2, platform::DatabaseErrorKind::input_output,
                      "The disk could not be read.");
     expect_refusal_box(sound, "The disk could not be read.");
@@ -198,7 +199,7 @@ TEST_F(OpeningFailure, does_not_use_up_the_start_of_the_program_as_the_beginning
     EXPECT_EQ(course.elapsed_seconds(clock.time), 20);
 }
 
-/// Proves that a creation that fails ends in the box and leaves no file.
+/// A box reports the error, and no file is left.
 TEST_F(OpeningFailure, of_a_creation_leaves_no_file)
 {
     const std::string chosen = courses.file("new.crs");
@@ -213,7 +214,7 @@ TEST_F(OpeningFailure, of_a_creation_leaves_no_file)
     EXPECT_FALSE(std::filesystem::exists(chosen));
 }
 
-/// Proves that every step of an opening that fails ends in the box, with nothing left open.
+/// Whichever step of an opening fails, a box reports it and nothing is left open.
 class FailingStep : public OpeningFailure, public testing::WithParamInterface<std::pair<Operation, int>> {};
 
 TEST_P(FailingStep, is_told_in_a_box_and_leaves_nothing_open)

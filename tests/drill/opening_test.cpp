@@ -1,4 +1,4 @@
-// What an opened course brings into memory.
+// What opening a course loads into memory.
 #include "drill/course_opener.h"
 #include "drill/opener_fixture.h"
 #include "store/course.h"

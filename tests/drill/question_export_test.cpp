@@ -13,7 +13,7 @@ using exchange::Texts;
 using platform::BoxAnswer;
 using platform::BoxIcon;
 
-/// Whenever a box is shown, no transaction or recordset may be open and the pointer must be the normal one.
+/// While a box is open, no transaction or recordset may be open and the pointer must be normal.
 class ExportDialogue : public exchange::ExportFixture {
 protected:
     void SetUp() override
@@ -28,7 +28,7 @@ protected:
         EXPECT_EQ(desktop.pointer_depth, 0);
     }
 
-    /// What the command asks.
+    /// The questions of the command.
     void expect_file_dialog(const std::string& chosen) { desktop.expect_save_file({.path = chosen, .title = "title"}); }
     void expect_question(const std::string& text, BoxAnswer answer)
     {
@@ -47,7 +47,7 @@ protected:
 
     void run() { question_export.Export_QA(); }
 
-    /// What another program was told to open.
+    /// The targets that the shell was asked to open.
     const std::vector<std::string>& opened() const { return shell.calls; }
     const std::vector<std::string> opened_target{"open " + target + " in /home/anna"};
 
@@ -222,7 +222,7 @@ TEST_F(ExportCommand, names_what_would_come_back_changed_after_its_question)
     EXPECT_EQ(opened(), opened_target);
 }
 
-/// Whatever stops an export: the file of that name is as it was, and one box tells why.
+/// Whatever stops an export, the file of that name is unchanged, and one box gives the reason.
 class StoppedExport : public ExportDialogue {
 protected:
     void SetUp() override
@@ -281,7 +281,7 @@ TEST_F(StoppedExport, works_again_when_the_reason_is_gone)
     EXPECT_EQ(files.files.at(target), heading() + record("Norway?", "Oslo") + record("Peru?", "Lima") + ending(2));
 }
 
-/// The program ends while the command is at work; nobody is asked anything more.
+/// The program ends during the command; no further box appears.
 class EndedExport : public StoppedExport {
 protected:
     void end_at_box(std::size_t number)

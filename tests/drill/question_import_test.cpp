@@ -21,14 +21,13 @@ using platform::BoxButtons;
 using platform::BoxIcon;
 using Texts = std::vector<std::pair<std::string, std::string>>;
 
-/// Imports into a course that is empty at first. Whenever a box is shown or events are pumped, no transaction may be
-/// open.
+/// Imports into a course that is empty at first. While a box is open or events are pumped, no transaction may be open.
 class ImportDialogue : public DrillFixture {
 protected:
     void SetUp() override
     {
         builder.text_param("course_title", "Capitals");
-        desktop.expect_box("You have passed level 5 for all questions."); // as there are none
+        desktop.expect_box("You have passed level 5 for all questions."); // true of a course without questions
         start();
         desktop.boxes.clear();
         desktop.pumps = 0;
@@ -43,14 +42,14 @@ protected:
         EXPECT_EQ(database.open_recordsets(), 0);
     }
 
-    /// Imports a file of these bytes.
+    /// Imports a file with these bytes.
     void import(std::string_view bytes) { import_file(folder.write("questions.txt", bytes)); }
     void import_file(const std::string& file)
     {
         user([&] { logic->question_import.import_file(file); });
     }
 
-    /// From now on each record takes this long to be stored.
+    /// From now on storing a record takes this long.
     void let_a_record_take(double seconds)
     {
         database.at_each_call([this, seconds](Operation operation) {
@@ -59,7 +58,7 @@ protected:
         });
     }
 
-    /// The questions and answers of the file, as another program would read them now.
+    /// The questions and answers in the file, as another program reads them.
     [[nodiscard]] Texts texts() const
     {
         Texts texts;
@@ -68,7 +67,7 @@ protected:
         return texts;
     }
 
-    /// What the status line has shown.
+    /// The texts that the status line has shown.
     [[nodiscard]] std::vector<std::string> statuses() const
     {
         const std::string caption = "P_status.caption=";
@@ -80,7 +79,7 @@ protected:
         return found;
     }
 
-    /// A text of `count` records "q1"/"a1", "q2"/"a2" and so on.
+    /// A text with the `count` records "q1"/"a1", "q2"/"a2" and so on.
     static std::string records(int count)
     {
         std::string text;
@@ -134,7 +133,7 @@ protected:
     }
     void expect_plain(const std::string& text) { desktop.expect_box_like({.text = text}, BoxAnswer::ok); }
 
-    /// The command, up to the choice of the file and what follows it.
+    /// Runs the command: the boxes before the file dialog, and the choice of `file`.
     void choose_file(const std::string& file)
     {
         expect_explanation(BoxAnswer::yes);
@@ -321,7 +320,7 @@ TEST_F(ImportInTheWindow, leaves_the_editor)
     EXPECT_FALSE(logic->edit_flags.editing());
 }
 
-/// What is in the file, and what the window shows, whenever events are pumped.
+/// Compares the file with the window whenever events are pumped.
 TEST_F(ImportInTheWindow, lets_the_window_paint_many_times_a_second)
 {
     let_a_record_take(0.03);
@@ -359,7 +358,7 @@ TEST_F(ImportInTheWindow, shows_how_far_it_is_in_a_long_file)
               (std::vector<std::string>{importing(1), importing(1) + ", 1 % of the file read", importing(2), ""}));
 }
 
-/// What stops an import is told in one box, and what the box says to be stored is in the file and on display.
+/// Whatever stops an import, one box reports it, and the records that it calls stored are in the file and on display.
 class StoppedImportInTheWindow : public ImportDialogue {
 protected:
     void expect_stopped(const std::string& reason, int stored)
@@ -426,7 +425,7 @@ TEST_F(StoppedImportInTheWindow, shows_no_message_about_a_record_before_what_cam
 TEST_F(StoppedImportInTheWindow, says_of_how_many_records_nobody_can_tell)
 {
     database.fail_commit(true);
-    database.fail_at(Operation::query, 6); // those before tell the numbers of the records
+    database.fail_at(Operation::query, 6); // earlier queries determine the numbers of the records
     desktop.expect_box_like({.text = stopped("The commit failed. It is not known whether the change is stored, because "
                                              "the course cannot be read again.",
                                              0) +

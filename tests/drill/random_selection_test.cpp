@@ -18,7 +18,7 @@ class RandomSelection : public ScoringFixture {
 protected:
     [[nodiscard]] fakes::FakeMenuEntry& random_entry() const { return form1.menu_bar.entry("m_random_extraction"); }
 
-    /// New questions, `count` of them.
+    /// `count` new questions.
     void open_with(int count)
     {
         CourseBuilder builder;
@@ -110,7 +110,7 @@ TEST_F(RandomSelection, is_turned_on_and_off_by_its_command)
     EXPECT_FALSE(random_entry().checked);
 }
 
-/// Proves that the option is as before, in memory, file and menu, when it cannot be stored.
+/// The option is unchanged in memory, file and menu.
 TEST_F(RandomSelection, is_unchanged_when_it_cannot_be_stored)
 {
     open(CourseBuilder());

@@ -11,7 +11,7 @@
 
 namespace cuedrill::drill {
 
-/// What the user sees of the editor, and types into it.
+/// The editor as the user sees and uses it.
 class SeenEditor {
 public:
     SeenEditor(fakes::FakeForm1& form1, const DrillState& state, KeyPolicy& key_policy)
@@ -26,7 +26,7 @@ public:
         form1_.Text_a.text_value = texts.answer;
     }
     [[nodiscard]] RecordTexts loaded() const { return {state_.shown.loaded_question(), state_.shown.loaded_answer()}; }
-    /// What an undo in the boxes brings back.
+    /// The texts that undo in the boxes restores.
     [[nodiscard]] RecordTexts emptied() const
     {
         return {form1_.Text_q.cleared.value_or(""), form1_.Text_a.cleared.value_or("")};
@@ -45,8 +45,8 @@ private:
     KeyPolicy& key_policy_;
 };
 
-/// The first of three records is the current one; the third repeats its answer. What is said about questions and
-/// answers holds in the direction of the parameter.
+/// The first of three records is the current one; the third repeats its answer. "Question" and "answer" depend on the
+/// direction, which is the parameter.
 class RecordEditorTest : public ScoringFixture {
 protected:
     RecordEditorTest();

@@ -9,7 +9,7 @@ class EitherDirection : public RecordEditorTest, public testing::WithParamInterf
 protected:
     void SetUp() override { open_course(GetParam()); }
 
-    /// The record as it is stored in this direction.
+    /// Expects these texts in the stored record, in the current direction.
     void expect_record(std::size_t index, const std::string& question, const std::string& answer) const
     {
         if (GetParam())
@@ -258,7 +258,7 @@ TEST_F(Inverted, question_may_repeat_and_the_record_stored_is_the_current_one)
     expect_texts(1, "Italy?", "Rome");
 }
 
-/// The records of other programs may repeat a question.
+/// Records from other programs may contain duplicate questions.
 TEST_F(Straight, second_of_two_records_of_one_question_is_changed_and_stays_the_current_one)
 {
     ASSERT_EQ(bank.insert_record("France?", "Lyon"), 4);

@@ -26,7 +26,7 @@ protected:
         open_course_on_first();
     }
 
-    /// A click that leads to nothing: the record on display and the list stay.
+    /// Clicks on a line without a record: the record on display and the list stay.
     void expect_no_match(const std::string& line)
     {
         const common::Int16 current_before = logic->state.shown.current_cnt();
@@ -281,7 +281,7 @@ TEST_P(ListClick, stays_with_a_record_that_the_course_refuses)
     EXPECT_EQ(question(), "Greece?");
 }
 
-/// The first line leads to nothing.
+/// The first line has no record.
 class FruitlessClickInEditor : public EitherDirectionLists {
 protected:
     void SetUp() override

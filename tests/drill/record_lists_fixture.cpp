@@ -12,7 +12,8 @@ namespace cuedrill::drill {
 
 RecordListsTest::RecordListsTest()
 {
-    // A box may stay for hours: no transaction and no statement may be open meanwhile, nor the pointer be busy.
+    // A box may stay open for hours, so no transaction and no statement may be open meanwhile, and the pointer must be
+    // normal.
     desktop.on_box = [this] {
         EXPECT_EQ(database.transaction_depth(), 0);
         EXPECT_EQ(database.open_recordsets(), 0);

@@ -11,13 +11,13 @@ namespace cuedrill::drill {
 
 using Lines = std::vector<std::string>;
 
-/// Lists of a course that the test describes. "Question" and "asked" go by the direction of the test.
+/// Lists of a course that the test describes. "Question" and "asked" depend on the direction of the test.
 class RecordListsTest : public DrillFixture {
 protected:
     RecordListsTest();
     ~RecordListsTest() override;
 
-    /// A record of the course to be opened, to be described on either side.
+    /// A record of the course; each side can be described.
     struct NewRecord {
         fakes::QuestionBuilder asked;
         fakes::QuestionBuilder answered;
@@ -27,7 +27,7 @@ protected:
 
     /// Starts the program on the course. No question is on display.
     void open_course();
-    /// Starts it on the course with more records: "item 1", "item 2" ... on both sides.
+    /// Starts the program on the course with more records: "item 1", "item 2" ... on both sides.
     void open_course_with_items(int count);
     /// Changes the course as another program would.
     void change_course(const std::string& sql) { engine.database.execute(sql); }
@@ -37,7 +37,7 @@ protected:
     /// Types the two texts of a new record.
     void begin_new(const std::string& question, const std::string& answer);
 
-    /// Answers the input box of a search; nothing is Cancel.
+    /// Answers the input box of a search; std::nullopt means Cancel.
     void find_question(std::optional<std::string> text);
     void find_answer(std::optional<std::string> text);
 
@@ -48,22 +48,22 @@ protected:
 
     void expect_question_about_saving(platform::BoxAnswer answer);
     void expect_warning(const std::string& text);
-    /// What is told when a planned failure has kept the course from being read.
+    /// The message after a planned failure to read the course.
     [[nodiscard]] std::string unreadable() const;
-    /// Why the database does not run the statement, in its own words.
+    /// The database's own error message for the statement.
     [[nodiscard]] std::string refusal_of(const std::string& sql);
 
-    /// The status line has this text, and keeps it.
+    /// Expects this text in the status line, without a time limit.
     void expect_status(const std::string& text);
-    /// A record was put on display, and the list left.
+    /// Expects that a record is on display and the list is closed.
     void expect_chosen(common::Int16 cnt);
 
     [[nodiscard]] const Lines& lines() const { return form1.listav.lines; }
     [[nodiscard]] bool list_shown() const { return form1.listav.is_visible; }
-    /// How often lines were shown from the first one on, and how often in the place of others.
+    /// How often a new list was shown, and how often the lines of a list were replaced.
     [[nodiscard]] std::ptrdiff_t lists_shown() const { return times_begun("listav.lines="); }
     [[nodiscard]] std::ptrdiff_t lists_replaced() const { return times_begun("listav.replaced_lines="); }
-    /// The list built last, as recalling it shows it.
+    /// The list built last, as recalled by the command.
     [[nodiscard]] Lines recalled();
 
     [[nodiscard]] fakes::CourseContents file() const { return fakes::read_course(path); }
@@ -80,7 +80,7 @@ private:
     [[nodiscard]] std::ptrdiff_t times_begun(std::string_view noted) const;
 };
 
-/// The same in both directions; the parameter is whether the course is inverted.
+/// The same test in both directions; the parameter is whether the course is inverted.
 class EitherDirectionLists : public RecordListsTest, public testing::WithParamInterface<bool> {
 protected:
     void SetUp() override { inverted = GetParam(); }

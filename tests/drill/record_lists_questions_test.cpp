@@ -13,7 +13,7 @@ using fakes::Operation;
 using platform::BoxAnswer;
 
 struct Order {
-    const char* entry;  ///< of the menus
+    const char* entry;  ///< menu entry
     const char* clause; ///< with "SIDE" for the letter of the side that is asked
     Lines lines;
 };
@@ -41,7 +41,7 @@ protected:
 
     void show() { choose(std::get<Order>(GetParam()).entry); }
 
-    /// Four records whose order differs with what they are sorted by.
+    /// Four records, in a different order for each sort key.
     void open_four()
     {
         add_with_level("Delta?", "four", 3).asked.shown_ago(48h);
@@ -142,7 +142,7 @@ TEST_P(EachOrder, that_cannot_be_read_leaves_the_list_before)
     EXPECT_EQ(desktop.pointer_depth, 0);
     EXPECT_EQ(recalled(), before);
     click(0);
-    expect_chosen(2); // its lines are answers still
+    expect_chosen(2); // its lines are still answers
 }
 
 class QuestionLists : public EitherDirectionLists {};

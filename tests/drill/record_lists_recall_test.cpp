@@ -66,7 +66,7 @@ TEST_P(RecalledList, of_a_course_that_is_forgotten_is_empty)
     EXPECT_TRUE(recalled().empty());
 }
 
-/// A list that stands while the sides of the course are exchanged.
+/// A list that is visible while questions and answers are swapped.
 class ExchangedSides : public EitherDirectionLists {
 protected:
     void exchange_sides()
@@ -127,7 +127,7 @@ TEST_P(ExchangedSides, are_those_of_now_in_a_list_that_is_built_anew)
     expect_to_lead_to("00 - Paris", 1);
 }
 
-/// Proves that a list whose order is that of the other side now has the answer of the first record beside each.
+/// The list is still sorted by the other side. Each line now shows the answer of the first of several equal questions.
 TEST_P(ExchangedSides, leave_the_answer_of_the_first_one_beside_equal_questions)
 {
     add("Seine", "River?");

@@ -13,7 +13,7 @@ using platform::BoxAnswer;
 struct Searched {
     const char* name;
     bool inverted;
-    bool questions; ///< the questions are searched, not the answers
+    bool questions; ///< search the questions; otherwise the answers
 };
 
 const Searched all_searched[] = {{"questions", false, true},
@@ -21,8 +21,7 @@ const Searched all_searched[] = {{"questions", false, true},
                                  {"questions_of_an_inverted_course", true, true},
                                  {"answers_of_an_inverted_course", true, false}};
 
-/// What is said about texts is about the side that is searched. The text of the n-th record on the other side is
-/// "other n".
+/// "Text" refers to the side that is searched. The n-th record has "other n" on the other side.
 class SearchCommand : public RecordListsTest, public testing::WithParamInterface<Searched> {
 protected:
     void SetUp() override { inverted = GetParam().inverted; }
@@ -50,7 +49,7 @@ protected:
             find_answer(std::move(text));
     }
 
-    /// A search that ends with this box.
+    /// A search that ends with this box and finds nothing.
     void find_in_vain(const std::string& text, const platform::MessageBox& box)
     {
         desktop.expect_input("String?", text);
@@ -151,7 +150,7 @@ TEST_P(SearchCommand, in_an_empty_course_finds_nothing_and_goes_on)
     EXPECT_FALSE(ended);
 }
 
-/// How a search ends without a list of its own. The list before is one of the other side.
+/// Searches that produce no list. The previous list shows the other side.
 class FruitlessSearch : public SearchCommand {
 protected:
     void SetUp() override
@@ -175,7 +174,7 @@ protected:
         return {.text = "The search was given up.\r\n\r\n" + reason, .icon = platform::BoxIcon::exclamation};
     }
 
-    /// Told about a statement that the database refuses for its pattern.
+    /// The message about a statement that the database rejects because of its pattern.
     [[nodiscard]] platform::MessageBox malformed(const std::string& statement)
     {
         return given_up(refusal_of(statement) + "\r\n\r\nTo find [ itself, type [[].");
@@ -226,7 +225,7 @@ TEST_P(FruitlessSearch, leaves_the_list_before_when_the_course_cannot_be_read)
     expect_list_before();
 }
 
-/// The words about the bracket are for a string that the course was not able to understand.
+/// The advice about brackets is only for patterns that the database rejects.
 TEST_P(FruitlessSearch, says_nothing_of_a_bracket_when_the_course_cannot_be_read)
 {
     open_with_list();
@@ -263,14 +262,14 @@ TEST_P(FruitlessSearch, may_be_repeated)
     expect_chosen(2);
 }
 
-/// A course made elsewhere, whose texts are far longer than a course gives them.
+/// A course from another program, with texts far longer than this program allows.
 class SearchOfLongTexts : public RecordListsTest {};
 
 TEST_F(SearchOfLongTexts, says_that_the_list_is_not_complete)
 {
     open_course();
     change_course("PRAGMA ignore_check_constraints = ON");
-    // Keeping long texts in order is what takes the time.
+    // Sorting long texts is what takes the time.
     change_course("Drop index qa_q");
     change_course("Insert into qa (q, a) with recursive numbers (n) as (select 1 union all select n + 1 from numbers "
                   "where n < 37) select n || ' item ' || replace(hex(zeroblob(450000)), '0', 'x'), 'x' from numbers");

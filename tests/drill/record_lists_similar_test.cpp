@@ -144,7 +144,7 @@ TEST_P(SimilarQuestions, are_looked_for_two_seconds)
     EXPECT_EQ(lines(), (Lines{"00 - y a*"}));
 }
 
-/// A course made elsewhere, whose texts are far longer than a course gives them.
+/// A course from another program, with texts far longer than this program allows.
 TEST_P(SimilarQuestions, with_long_texts_say_that_the_list_is_not_complete)
 {
     open_questions({"item other"});

@@ -47,7 +47,7 @@ TEST_P(FailingSave, of_a_change_changes_nothing_and_may_be_repeated)
     expect_texts(0, "Gaul?", "Lutetia");
 }
 
-// The first seek looks for the question among those that are there.
+// The first query looks for a duplicate question.
 INSTANTIATE_TEST_SUITE_P(Steps, FailingSave,
                          testing::Values(Operation::query, Operation::begin, Operation::execute, Operation::commit));
 
@@ -173,7 +173,7 @@ TEST_F(FailedCommitOfARecord, of_unknown_outcome_is_not_saved_twice_nor_refused_
         const int before_it = stored ? 3 : 4;
         begin_new(question, "Madrid");
         database.fail_commit(stored);
-        database.fail_at(Operation::query, 3); // those before look for a duplicate and for the number
+        database.fail_at(Operation::query, 3); // earlier queries look for a duplicate and for the record number
         expect_unknown();
         EXPECT_EQ(course.record_count, before_it);
         EXPECT_EQ(editor.save_record(), SaveResult::saved);
@@ -220,7 +220,7 @@ TEST_F(FailedCommitOfARecord, of_two_new_records_of_unknown_outcome_does_not_giv
     expect_unknown();
     begin_new("Portugal?", "Lisbon");
     database.fail_commit(false);
-    database.fail_at(Operation::query, 4); // the second one settles the record before
+    database.fail_at(Operation::query, 4); // the second query settles the earlier record
     expect_unknown();
     EXPECT_EQ(editor.save_record(), SaveResult::saved);
     EXPECT_EQ(course.record_count, 5);
@@ -233,7 +233,7 @@ TEST_F(FailedCommitOfARecord, of_a_change_of_unknown_outcome_may_be_repeated)
 {
     begin_change("Gaul?", "Lutetia");
     database.fail_commit(true);
-    database.fail_at(Operation::query, 2); // the first one looks for a duplicate
+    database.fail_at(Operation::query, 2); // the first query looks for a duplicate
     expect_unknown();
     database.fail_at(Operation::query); // it is still unknown
     expect_unknown();
@@ -300,7 +300,7 @@ TEST_F(FailedCommitOfARecord, of_unknown_outcome_is_told_when_the_editor_is_left
     EXPECT_EQ(view.status(), surely_unsaved) << "nobody has tried to save that";
 }
 
-/// The course may hold the other texts.
+/// The outcome is unknown, so the course may contain the other texts.
 TEST_F(FailedCommitOfARecord, of_unknown_outcome_is_told_also_where_the_texts_of_before_stand_in_the_boxes_again)
 {
     begin_change("Gaul?", "Lutetia");
@@ -314,7 +314,7 @@ TEST_F(FailedCommitOfARecord, of_unknown_outcome_is_told_also_where_the_texts_of
     EXPECT_EQ(current_cnt(), 0);
 }
 
-/// What is stored after all takes the verdict with it, however late that comes to light.
+/// If the change turns out to be stored, however late, the record's verdict can no longer be undone.
 TEST_F(FailedCommitOfARecord, of_a_change_or_deletion_leaves_no_verdict_to_be_undone_where_it_is_stored)
 {
     for (const bool deletion : {false, true}) {
@@ -503,7 +503,7 @@ protected:
     void SetUp() override { open_course(true); }
 };
 
-/// Another program has deleted the record and written its answer into another one.
+/// Another program has deleted the record and given its answer to another one.
 TEST_F(AskToSaveInverted, stays_in_the_editor_when_the_texts_kept_as_a_new_record_are_rejected)
 {
     begin_change("Lutetia", "France?");

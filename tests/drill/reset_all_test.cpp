@@ -57,7 +57,7 @@ TEST_F(ResetAll, sends_every_record_back_to_level_0_in_both_directions)
     EXPECT_EQ(file().qa.at(0).q, "a");
 }
 
-/// Proves that a crash after the reset does not bring the old score and times back.
+/// A crash after the reset does not restore the old score and times.
 TEST_F(ResetAll, stores_the_counters_at_once)
 {
     clock.advance_seconds(20);
@@ -110,7 +110,7 @@ TEST_F(ResetAll, does_nothing_after_a_no)
     expect_unchanged_counters();
 }
 
-/// Proves that records, figures and the verdict to undo are as before when the statement fails.
+/// Records, figures and the verdict to undo are unchanged if the statement fails.
 TEST_F(ResetAll, changes_nothing_when_the_engine_refuses_it)
 {
     scoring.set_failure();
@@ -137,7 +137,7 @@ TEST_F(ResetAll, refreshes_the_figures_of_the_question_on_display)
     EXPECT_EQ(current_cnt(), 1);
 }
 
-/// Proves that a question is not left to be judged beside counts from before.
+/// A question must not be judged next to outdated counts.
 TEST_F(ResetAll, takes_the_question_away_when_the_counts_cannot_be_refreshed)
 {
     expect_question(BoxAnswer::yes);
@@ -150,7 +150,7 @@ TEST_F(ResetAll, takes_the_question_away_when_the_counts_cannot_be_refreshed)
     EXPECT_EQ(panels().score, 0);
 }
 
-/// Proves that records and counters are reset together or not at all.
+/// Records and counters are reset together or not at all.
 TEST_F(ResetAll, changes_nothing_when_the_counters_cannot_be_stored)
 {
     const auto before = file();

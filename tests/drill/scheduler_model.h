@@ -10,8 +10,8 @@
 
 namespace cuedrill::drill {
 
-/// The rules of the drill once more, in the plainest way and without an engine: what the scheduler must do, worked out
-/// from lists in memory and whole seconds. It shares nothing with the program.
+/// A second implementation of the drill's rules for comparison, as simple as possible and without a database: it works
+/// on lists in memory and whole seconds. It shares no code with the program.
 class SchedulerModel {
 public:
     using Seconds = std::int64_t;
@@ -25,7 +25,7 @@ public:
     };
     struct Record {
         int cnt = 0;
-        std::array<Side, 2> sides{}; ///< asked straight, asked inverted
+        std::array<Side, 2> sides{}; ///< straight, then inverted
     };
     struct Verdict {
         int cnt = 0;
@@ -42,7 +42,7 @@ public:
     static constexpr std::array<Seconds, 10> dead_times{8,       5 * 60,   hour,     12 * hour, 2 * day,
                                                         7 * day, 20 * day, 60 * day, 120 * day, 365 * day};
 
-    std::vector<Record> records; ///< in the order of their numbers
+    std::vector<Record> records; ///< ordered by record number
     int target = 5;
     bool inverted = false;
     bool random_mode = false;
@@ -52,7 +52,7 @@ public:
     bool all_passed_announced = false;
     std::optional<Verdict> last_verdict;
     std::optional<int> marked; ///< level panel
-    std::string status;        ///< what the last verdict has put there
+    std::string status;        ///< text of the last verdict in the status line
     std::vector<std::string> boxes;
 
     [[nodiscard]] Side& asked(Record& record) const { return record.sides.at(inverted ? 1 : 0); }
@@ -79,8 +79,8 @@ public:
             const Side& a = asked(*one);
             const Side& b = asked(*other);
             if (a.level != b.level)
-                return a.level > b.level; // nothing is below every level
-            return a.tested < b.tested;   // nothing is before every date
+                return a.level > b.level; // a missing level sorts below every level
+            return a.tested < b.tested;   // a missing date sorts before every date
         });
         std::vector<int> numbers;
         for (const Record* record : found)
@@ -88,7 +88,7 @@ public:
         return numbers;
     }
 
-    /// @param chance decides the draws, from 0 to below 1.
+    /// @param chance random number from 0 to below 1.
     void next_question(Seconds now, double chance)
     {
         if (records.empty()) {
@@ -193,7 +193,7 @@ public:
         last_verdict.reset();
     }
 
-    /// Takes a record away, as after its deletion.
+    /// Removes a deleted record.
     void remove(int cnt)
     {
         std::erase_if(records, [cnt](const Record& one) { return one.cnt == cnt; });
@@ -203,7 +203,7 @@ public:
             current = 0;
     }
 
-    /// The six panels: the last one for its level and all above.
+    /// The counts of the six panels; the last one counts its level and all above.
     [[nodiscard]] std::vector<std::int64_t> counts() const
     {
         std::vector<std::int64_t> panels(6);
@@ -223,7 +223,7 @@ public:
         return sum;
     }
 
-    /// Questions that were never tested are not counted.
+    /// Questions never tested are not counted.
     [[nodiscard]] std::int64_t mature_count(Seconds now) const
     {
         return std::count_if(records.begin(), records.end(), [&](const Record& record) {
@@ -232,7 +232,7 @@ public:
         });
     }
 
-    /// When a question can be asked first, from `now` on; nothing when none ever can.
+    /// The earliest time, from `now` on, at which a question can be asked; std::nullopt if there is none.
     [[nodiscard]] std::optional<Due> next_due(Seconds now) const
     {
         std::optional<Seconds> first;

@@ -18,9 +18,8 @@ namespace {
 
 using Seconds = SchedulerModel::Seconds;
 
-/// The scheduler on the real engine beside the model: whatever is done to both, they agree in every row, figure, box
-/// and text after each step. The steps are drawn at random, always the same ones; the parameter is the target level at
-/// the start.
+/// Runs the scheduler with the real database engine next to the model. After each step they agree in every row, figure,
+/// box and text. The steps are random with a fixed seed; the parameter is the initial target level.
 class BesideTheModel : public ScoringFixture, public testing::WithParamInterface<int> {
 protected:
     static constexpr int steps = 300;
@@ -31,7 +30,7 @@ protected:
     void SetUp() override
     {
         open(fakes::CourseBuilder().number_param("target_level", GetParam()));
-        // The order of writing is not what is looked at here, and waiting for the disk takes most of the time.
+        // Durability is not tested here, and waiting for the disk would take most of the time.
         database.execute("PRAGMA synchronous = OFF");
         model.target = GetParam();
         for (int i = 0; i < most_records / 2; ++i)
@@ -45,12 +44,13 @@ protected:
 
     [[nodiscard]] Seconds now() const { return clock.time.seconds(); }
 
-    /// A length of time at which some rule turns over, a second more, or less.
+    /// A dead time in seconds, or one second more or less.
     Seconds critical_time() { return SchedulerModel::dead_times.at(static_cast<std::size_t>(any(10))) + any(3) - 1; }
 
     std::optional<int> any_number(int end) { return once_in(4) ? std::nullopt : std::optional(any(end)); }
 
-    /// A moment at which some rule turns over now; some are equal, some lie ahead, some are missing.
+    /// A date at which some rule changes its result now. Some dates are equal, some are in the future, some are
+    /// missing.
     std::optional<Seconds> any_moment()
     {
         if (once_in(4))
@@ -62,7 +62,7 @@ protected:
     {
         const auto due = model.next_due(now());
         if (due && due->at > now() && once_in(2)) {
-            // The last second in which nothing can be asked, or the first in which something can.
+            // The last second in which no question is due, or the first in which one is.
             clock.advance_seconds(due->at - now() - any(2));
             return;
         }
@@ -118,7 +118,7 @@ protected:
         statistics.refresh_counts();
     }
 
-    /// The boxes that the model has shown, which the program shows next.
+    /// Expects the boxes that the model has shown.
     void expect_boxes()
     {
         for (const std::string& text : std::exchange(model.boxes, {}))
@@ -270,7 +270,7 @@ protected:
             EXPECT_EQ(is_target(level), level == model.target);
     }
 
-    /// What could be asked now at some level, in order, how many questions are mature, and when the next one is.
+    /// Compares the mature questions of each level, in order, their number, and when the next question is due.
     void expect_same_maturity()
     {
         const int level = any(10);

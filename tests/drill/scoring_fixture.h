@@ -30,9 +30,9 @@ using namespace scheduler;
 
 inline constexpr std::chrono::seconds one_day = 24h;
 
-/// The statistics as the window shows them.
+/// The statistics that the window shows.
 struct ShownStatistics {
-    std::optional<int> score; ///< nothing before it was ever shown
+    std::optional<int> score; ///< std::nullopt until it is shown
     std::int64_t total = 0;
     std::vector<std::int64_t> counts;
     std::int64_t unpassed = 0;
@@ -44,8 +44,8 @@ struct ShownStatistics {
 
 ShownStatistics statistics_of(const platform::Screen& screen);
 
-/// Verdicts, the choice of questions and the statistics on a window without a toolkit and a course in a folder of its
-/// own, with the real engine, whose failures a test can plan.
+/// Verdicts, the selection of questions and the statistics, with a fake window and a course in a temporary folder. The
+/// database engine is real; a test can plan failures of it.
 class ScoringFixture : public testing::Test {
 protected:
     fakes::TempFolder folder;
@@ -89,17 +89,17 @@ protected:
 
     [[nodiscard]] ShownStatistics panels() const { return statistics_of(form1.screen); }
 
-    /// Whether the panel of that level, 0 to 5, is told to be the target, by its colour and by a sign.
+    /// Whether the panel of that level, 0 to 5, is marked as the target by colour and by a sign.
     [[nodiscard]] bool is_target(int level) const;
 
-    /// How often a question was asked.
+    /// How many questions were asked.
     [[nodiscard]] std::size_t shows() const { return form1.window.announcements.size(); }
 
-    /// The texts that the status line has shown since the course was opened, empty ones too.
+    /// The texts that the status line has shown since the course was opened, including empty ones.
     [[nodiscard]] std::vector<std::string> status_texts() const;
 
-    /// The status line shows `text` and will do so for that many seconds, or until the next text where that is 0. Lets
-    /// this time go by.
+    /// Expects that the status line shows `text` for `seconds` seconds, or until the next text if `seconds` is 0. Lets
+    /// this time pass.
     void expect_status(const std::string& text, int seconds);
 
     /// What the file of the course holds now, as another program sees it.

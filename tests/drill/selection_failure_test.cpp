@@ -1,4 +1,4 @@
-// A search for the next question that fails leaves no question that could be given a second verdict.
+// If a search for the next question fails, no question is left that could be judged a second time.
 #include "common/errors.h"
 #include "drill/scoring_fixture.h"
 #include "drill/selection.h"
@@ -53,7 +53,7 @@ TEST_F(SelectionFailure, for_want_of_memory_takes_the_question_away)
     expect_no_question();
 }
 
-/// Proves that a number that does not fit 16 bits is refused before anything is written.
+/// A number that does not fit 16 bits is rejected before anything is written.
 TEST_F(SelectionFailure, of_a_number_beyond_16_bits_writes_nothing)
 {
     CourseBuilder builder;

@@ -14,7 +14,7 @@ const std::string nothing_mature = "No question is mature for being asked.";
 
 class NextQuestion : public ScoringFixture {
 protected:
-    /// The number of the next question; 0 when there is none, which must be told.
+    /// The number of the next question; 0 if there is none, which a box must say.
     common::Int16 next()
     {
         selection.next_question();
@@ -78,7 +78,7 @@ TEST_F(NextQuestion, is_looked_for_from_just_below_the_target_down_to_level_0)
     next_is_none();
     const auto asked = course.Q_FIELD;
     std::vector<std::string> statements = database.statements();
-    statements.resize(6); // what follows asks when the next one is due
+    statements.resize(6); // the rest determines when the next one is due
     EXPECT_EQ(statements, (std::vector<std::string>{mature_query(asked, dead_times, 4, false, clock.time),
                                                     mature_query(asked, dead_times, 3, false, clock.time),
                                                     mature_query(asked, dead_times, 2, false, clock.time),
@@ -95,7 +95,7 @@ TEST_F(NextQuestion, stops_looking_at_the_first_level_that_has_one)
     builder.question("never");
     open(builder);
     EXPECT_EQ(next(), 2);
-    // Level 4, level 3, and the record that is shown.
+    // Level 4, level 3, and the record on display.
     EXPECT_EQ(database.statements().size(), 3U);
 }
 
@@ -162,7 +162,7 @@ TEST_F(NextQuestion, looks_at_the_asked_side_only)
     EXPECT_EQ(next(), 1);
 }
 
-/// Dates are compared strictly: at exactly the dead time a question is not yet mature, a second later it is.
+/// The comparison of dates is strict: exactly at the dead time a question is not mature, one second later it is.
 TEST_F(NextQuestion, is_mature_one_second_after_its_dead_time)
 {
     const std::chrono::seconds dead[] = {8s,          5min,         1h,           12h,           48h,

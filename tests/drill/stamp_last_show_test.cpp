@@ -62,7 +62,7 @@ TEST_F(StampLastShow, does_nothing_without_a_question_or_on_one_that_has_vanishe
     }
 }
 
-/// Proves that the record is as before when stamping it fails at any step.
+/// The record is unchanged, whichever step fails.
 class FailingStamp : public StampLastShow, public testing::WithParamInterface<Operation> {};
 
 TEST_P(FailingStamp, changes_nothing)

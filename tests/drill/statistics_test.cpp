@@ -79,7 +79,7 @@ TEST_F(Counts, tell_each_panel_of_what_its_number_is_a_share)
     EXPECT_EQ(form1.screen.panel_level[1].total, 3);
 }
 
-/// With a target above 5 the last panel counts passed questions as well, and they stay among the unpassed.
+/// With a target above 5, the last panel also counts passed questions, and all of its questions count as unpassed.
 TEST_F(Counts, keep_level_5_and_above_among_the_unpassed_for_a_higher_target)
 {
     open_levels({5, 9, 10}, 6);

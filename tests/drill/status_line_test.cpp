@@ -11,14 +11,14 @@ namespace {
 
 class StatusLineTest : public testing::Test {
 protected:
-    /// So many seconds after the test began.
+    /// Sets the monotonic time to this many seconds after the test began.
     void at(double seconds)
     {
         clock.steady_seconds_more = seconds;
         line.expire();
     }
 
-    /// Puts the clock of the machine elsewhere, without any time passing.
+    /// Sets the system clock to another date; no time passes.
     void put_clock_by_days(int days)
     {
         constexpr int day_seconds = 86400;

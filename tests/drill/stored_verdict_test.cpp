@@ -1,4 +1,4 @@
-// A verdict that cannot be stored changes nothing; one that is stored is never given twice.
+// A verdict that cannot be stored changes nothing; a stored one is never given twice.
 #include "common/errors.h"
 #include "drill/scoring.h"
 #include "drill/scoring_fixture.h"
@@ -50,8 +50,8 @@ protected:
     }
 };
 
-/// Proves that memory, file and window are as before when storing the verdict fails at any step, and that it can be
-/// given again.
+/// Whichever step of storing the verdict fails, memory, file and window are unchanged, and the verdict can be given
+/// again.
 class UnstoredVerdict : public VerdictFailure,
                         public testing::WithParamInterface<std::tuple<Verdict, std::pair<Operation, int>>> {};
 
@@ -83,7 +83,7 @@ TEST_F(VerdictFailure, of_a_failure_comes_after_the_status_line_was_emptied)
     expect_status("", 0);
 }
 
-/// Proves that a counter that has reached the end of 16 bits refuses the verdict before anything is written.
+/// If a counter has reached the 16-bit limit, the verdict is rejected before anything is written.
 TEST_F(VerdictFailure, of_a_full_counter_of_attempts_changes_nothing)
 {
     open_course(32767, 2);
@@ -117,8 +117,7 @@ TEST_F(VerdictFailure, of_a_score_at_the_end_of_16_bits_changes_nothing)
     EXPECT_EQ(file(), before);
 }
 
-/// Proves that a verdict that is stored, though the counts cannot be refreshed, leaves no question that could be given
-/// another one.
+/// A verdict that is stored although the counts cannot be refreshed leaves no question that could be judged again.
 class UnrefreshedVerdict : public VerdictFailure, public testing::WithParamInterface<Verdict> {};
 
 TEST_P(UnrefreshedVerdict, is_kept_and_takes_the_question_away)

@@ -14,7 +14,7 @@ const std::string precocity = "score of previous question not increased due to p
 
 class Success : public ScoringFixture {
 protected:
-    /// A course of a question of this history, which is the current one, and another one, not passed.
+    /// Opens a course with a question of this history, which is current, and another one, not passed.
     void open_with_history(int level, std::chrono::seconds tested_ago)
     {
         CourseBuilder builder;
@@ -167,7 +167,7 @@ struct CapCase {
 
 class SuccessCap : public Success, public testing::WithParamInterface<CapCase> {};
 
-/// Exactly the dead time proves the next level; one second less does not.
+/// Exactly the dead time is enough for the next level; one second less is not.
 TEST_P(SuccessCap, is_what_the_elapsed_time_proves)
 {
     open_with_history(0, GetParam().elapsed);
@@ -207,7 +207,7 @@ TEST_F(Success, of_the_last_question_below_the_target_is_congratulated_once)
     EXPECT_EQ(desktop.boxes.size(), 1U);
 }
 
-/// Proves that a crash after the verdict costs neither the level nor the score.
+/// A crash after the verdict loses neither the level nor the score.
 TEST_F(Success, stores_the_score_of_the_day_with_the_verdict)
 {
     open_with_history(2, 2h);
@@ -230,7 +230,7 @@ TEST_F(Success, is_eight_statements)
     EXPECT_EQ(database.count(fakes::Operation::commit), 1);
 }
 
-/// Proves that neither is stored, nor kept in memory, when the counters cannot be stored.
+/// If the counters cannot be stored, neither the verdict nor the score is stored or kept in memory.
 TEST_F(Success, is_not_stored_when_the_score_cannot_be)
 {
     open_with_history(2, 2h);

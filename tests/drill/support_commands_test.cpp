@@ -4,7 +4,7 @@
 namespace cuedrill::drill {
 namespace {
 
-/// The entries that lead out of the main window.
+/// The menu entries that open something outside the main window.
 class SupportCommands : public DrillFixture {
 protected:
     void SetUp() override { start_with_three_questions(); }

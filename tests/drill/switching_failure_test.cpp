@@ -1,4 +1,4 @@
-// A course that cannot be stored stays open with all it holds; one that cannot be opened leaves nothing open.
+// A course that cannot be stored stays open with all its data; one that cannot be opened leaves nothing open.
 #include "drill/course_opener.h"
 #include "drill/opener_fixture.h"
 #include "store/course.h"
@@ -34,7 +34,7 @@ protected:
     }
 };
 
-/// Proves that the course stays open when storing its settings (first commit) or its counters (second) fails.
+/// The course stays open if its settings (first commit) or its counters (second commit) cannot be stored.
 TEST_F(SwitchingFailure, to_store_keeps_the_present_course_open)
 {
     for (const int commit : {1, 2}) {

@@ -1,4 +1,4 @@
-// From one course to another, by the commands to open and to create a course.
+// Switching to another course, with the commands that open and create a course.
 #include "drill/course_opener.h"
 #include "drill/opener_fixture.h"
 #include "store/course.h"
@@ -133,7 +133,7 @@ TEST_F(Switching, asks_again_before_creating_once_a_new_course_has_been_opened)
     const std::string chosen = courses.file("new.crs");
     expect_dialog_answer(chosen);
     desktop.expect_box("File " + chosen + " does not exist. Do you want to create it?", BoxAnswer::yes);
-    expect_notice_of_empty_course(7); // the level of the course that was open before
+    expect_notice_of_empty_course(7); // the target level of the course that was open before
     opener.m_open();
     expect_open(chosen);
 }

@@ -77,7 +77,7 @@ TEST_F(TextDifferenceTest, marks_texts_of_up_to_1000_characters)
     expect_between(longest, longest + "ax", {}, {});
 }
 
-/// All texts of up to `length` letters out of three.
+/// All texts of up to `length` letters from an alphabet of three.
 std::vector<std::string> short_texts(std::size_t length)
 {
     std::vector<std::string> texts{""};

@@ -198,7 +198,7 @@ TEST_F(ToolbarButton, delete_removes_the_record_after_a_question)
 
 TEST_F(ToolbarButton, takes_the_focus_out_of_the_text_box)
 {
-    desktop.expect_box(nothing_mature); // behind the last question
+    desktop.expect_box(nothing_mature); // after the last question
     for (const int number : {1, 2, 6, 7}) {
         form1.Text_a.take_focus();
         const int focused = form1.bot_focus.focused;

@@ -13,7 +13,7 @@ KeyPress character(const char* text, bool auto_repeat = false)
     return {.key = Key::character, .character = text, .auto_repeat = auto_repeat};
 }
 
-/// A key that is pressed twice, at the pace of a finger that trembles or of one that wants to.
+/// A key pressed twice: quickly, as by a trembling finger, or slowly, as on purpose.
 class TwoPresses : public DrillFixture {
 protected:
     void SetUp() override { start_with_three_questions(); }

@@ -130,7 +130,7 @@ TEST_F(JudgedAnswer, is_shown_as_it_was_typed_with_what_differs_marked)
     const std::string text = wrong_answer_text(" Poris x", "Paris");
     desktop.expect_box(text);
     enter(" Poris x");
-    // Both texts begin behind the words of the message and three blanks.
+    // In the message both texts follow a heading and three blanks.
     const std::size_t typed = std::string("Your answer is: \r\n\r\n   ").size();
     const std::size_t correct = text.size() - std::string("Paris").size();
     ASSERT_FALSE(desktop.boxes.empty());

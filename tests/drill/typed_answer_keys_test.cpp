@@ -223,7 +223,7 @@ TEST_F(AnswerKeys, of_the_editor_are_all_text)
     EXPECT_EQ(answer(), "ba\r\n") << "a selection is replaced there";
 }
 
-/// In how many ways the answer can come into the box.
+/// The parameter is the way in which the answer was revealed.
 class RevealedAnswer : public AnswerKeys, public testing::WithParamInterface<const char*> {
 protected:
     void SetUp() override
@@ -276,7 +276,7 @@ TEST_P(RevealedAnswer, gets_its_verdict_by_a_sign)
 INSTANTIATE_TEST_SUITE_P(Ways, RevealedAnswer, testing::Values("yes", "plus", "minus", "command"),
                          [](const auto& way) { return std::string(way.param); });
 
-/// The answer box holds "Genève", which is not the answer.
+/// The answer box contains "Genève", which is not the answer.
 class Insertion : public AnswerKeys {
 protected:
     void SetUp() override
@@ -285,7 +285,7 @@ protected:
         type_answer("Genève");
     }
 
-    /// Whether the logic has taken the key, so that the box does nothing with it.
+    /// Whether the logic consumes the key, so that the box ignores it.
     bool swallows(const KeyPress& key) { return form1.Text_a.on_key(key); }
 };
 
@@ -340,7 +340,7 @@ TEST_F(Insertion, puts_signs_and_letters_of_commands_in_as_well)
     EXPECT_EQ(answer(), "Gq+-enève");
 }
 
-/// The user has asked to type.
+/// The user has chosen to type the answer.
 class TypingModeTest : public AnswerKeys {
 protected:
     void SetUp() override

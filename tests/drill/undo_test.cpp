@@ -133,7 +133,7 @@ TEST_F(Undo, forgets_the_verdict_on_a_record_that_was_changed_and_no_other)
     EXPECT_EQ(stored().successes, 0);
 }
 
-/// Proves that an undo that cannot be stored is told in a box and changes nothing.
+/// If an undo cannot be stored, a box reports it and nothing changes.
 class FailingUndo : public Undo, public testing::WithParamInterface<Operation> {};
 
 TEST_P(FailingUndo, is_told_and_changes_nothing)
@@ -167,7 +167,7 @@ TEST_F(Undo, of_a_record_that_has_vanished_is_told)
     EXPECT_EQ(current_cnt(), 1);
 }
 
-/// Proves that a question whose verdict is undone, but which the window could not come to, cannot be judged unseen.
+/// The verdict is undone, but the window cannot show the question. It must not be judged unseen.
 TEST_F(Undo, that_cannot_refresh_the_counts_takes_the_question_away)
 {
     scoring.set_failure();

@@ -6,7 +6,7 @@
 namespace cuedrill::drill {
 namespace {
 
-/// The dialog asks for the verdict, but commands have gone on to the next question: "Italy?".
+/// The dialog asks for a verdict, but commands have already shown the next question: "Italy?".
 class UnseenAnswer : public DrillFixture {
 protected:
     void SetUp() override
@@ -129,7 +129,7 @@ TEST_F(StateOfTheStart, ends_the_program_again_when_the_question_is_gone)
     EXPECT_TRUE(ended);
 }
 
-/// A button that is disabled and enabled again within one step would flicker, and lose the focus.
+/// A button that is disabled and enabled again within one step would flicker and lose the focus.
 class SteadyButtons : public StateOfTheStart {
 protected:
     template <class Press>
@@ -184,7 +184,7 @@ TEST_F(SteadyButtons, follow_what_can_be_done_after_an_error)
     EXPECT_TRUE(form1.bot_yes.usable());
 }
 
-/// What an answer that is typed is worth stands above its box.
+/// The heading above the answer box says whether a typed answer will count.
 class HeadingOfTheAnswer : public DrillFixture {
 protected:
     void SetUp() override
@@ -234,7 +234,7 @@ TEST_F(HeadingOfTheAnswer, tells_nothing_of_it_when_the_option_forgives_the_hint
     EXPECT_EQ(form1.screen.panel_a.text, "Answer");
 }
 
-/// The command for hints is there from the start.
+/// The command for hints is enabled from the start.
 class HintWithoutQuestion : public DrillFixture {
 protected:
     void expect_told(const char* entry_name)

@@ -10,8 +10,8 @@ namespace {
 
 using fakes::Operation;
 
-/// The first question is on display with its answer, and something fails. Whatever fails: a verdict is stored once or
-/// not at all, and what is on display is what a further verdict would be about.
+/// The first question is on display with its answer, and something fails. In each case a verdict is stored once or not
+/// at all, and a further verdict can only be about what is on display.
 class FailingVerdict : public DrillFixture {
 protected:
     void SetUp() override
@@ -125,7 +125,7 @@ TEST_F(FailingVerdict, counts_after_a_failure_leave_one_verdict_and_no_question)
 
 TEST_F(FailingVerdict, selection_after_a_verdict_leaves_one_verdict_and_no_question)
 {
-    fail_at(Operation::open_recordset, 7); // behind the six counts
+    fail_at(Operation::open_recordset, 7); // after the six counts
     yes();
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
     expect_nothing_to_judge();
@@ -135,7 +135,7 @@ TEST_F(FailingVerdict, selection_after_a_verdict_leaves_one_verdict_and_no_quest
 
 TEST_F(FailingVerdict, display_of_the_next_question_leaves_no_question_that_nobody_has_seen)
 {
-    fail_at(Operation::query, 2); // the first one reads the record that is judged
+    fail_at(Operation::query, 2); // the first query reads the judged record
     yes();
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
     expect_nothing_to_judge();
@@ -249,7 +249,7 @@ TEST_F(FailingVerdict, no_on_a_record_that_another_program_has_deleted_says_so)
 TEST_F(FailingVerdict, of_unknown_outcome_leaves_nothing_to_judge_and_shows_what_is_found_out)
 {
     database.fail_commit(true);
-    database.fail_at(Operation::query, 2); // the first one reads the record
+    database.fail_at(Operation::query, 2); // the first query reads the record
     desktop.expect_box("The course " + path +
                        " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
                        "stored, because the course cannot be read again.");

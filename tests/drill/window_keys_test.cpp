@@ -264,7 +264,7 @@ TEST_F(EmptyAnswer, is_judged_once_the_dialog_has_shown_it)
 struct Answer {
     const char* name;
     const char* stored;
-    const char* given_back; ///< by a text box with line ends of its own
+    const char* given_back; ///< text returned by a text box that normalises line ends
 };
 
 class AnswerOfSeveralLines : public DrillFixture, public testing::WithParamInterface<Answer> {};

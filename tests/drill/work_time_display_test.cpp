@@ -84,7 +84,7 @@ TEST_F(WorkTimeDisplay, is_part_of_every_refresh_of_the_counts)
     expect_display("00:01", "00:31", "100:01");
 }
 
-/// Proves that no minute is lost where minutes become fractions of a day and come back.
+/// Converting minutes to fractions of a day and back loses no minute.
 TEST_F(WorkTimeDisplay, is_exact_at_every_whole_minute_of_three_days)
 {
     open_used(clock.time.plus_days(-1));

@@ -1,4 +1,4 @@
-// What assistive technology and the keyboard find in the real window, in each of its modes.
+// What assistive technology and the keyboard find in the real window, in each mode.
 
 #include "program/program_fixture.h"
 
@@ -13,7 +13,7 @@
 namespace cuedrill::program {
 namespace {
 
-/// What is in a tree of accessible things, invisible ones left out.
+/// What a tree of accessible objects contains, without invisible ones.
 struct Found {
     std::vector<std::string> unnamed; ///< paths of controls that should have a name
     std::set<std::string> names;
@@ -42,7 +42,8 @@ bool needs_name(QAccessible::Role role, const QAccessible::State& state)
     }
 }
 
-/// A label that shows a value has that for a name: nothing while there is none. Its description tells what it is.
+/// The name of a label is the value it shows, so it may be empty while there is no value. Its description says what the
+/// value is.
 bool may_be_empty(QAccessible::Role role)
 {
     return role == QAccessible::StaticText || role == QAccessible::Notification;
@@ -53,7 +54,7 @@ void walk(QAccessibleInterface& item, const std::string& above, Found& found)
     const QAccessible::State state = item.state();
     const QAccessible::Role role = item.role();
     const bool in_menu = role == QAccessible::PopupMenu || role == QAccessible::MenuItem;
-    // Menus are opened by those who want to see them.
+    // A closed menu is invisible but can be opened.
     const auto* const action = qobject_cast<QAction*>(item.object());
     if (state.invisible && (!in_menu || (action != nullptr && !action->isVisible())))
         return;
@@ -87,7 +88,7 @@ bool takes_tab(const QWidget& widget)
            widget.isEnabled();
 }
 
-/// The controls that can be reached with Tab, in the order in which they stand in the window.
+/// The controls that Tab can reach, in the order of their positions in the window.
 std::vector<std::string> reachable_in_order(QWidget& window)
 {
     std::vector<std::string> names;
@@ -102,7 +103,7 @@ std::vector<std::string> reachable_in_order(QWidget& window)
     return names;
 }
 
-/// Where the focus goes with Tab, from `first` on until it comes back.
+/// The controls that get the focus with Tab, from `first` until it returns there.
 std::vector<std::string> tab_round(QWidget& window, const std::string& first)
 {
     constexpr std::size_t too_many = 100;
@@ -121,8 +122,8 @@ class AccessibilityTest : public ProgramTest {
 protected:
     struct Mode {
         const char* name;
-        std::vector<const char*> buttons; ///< that lead there
-        const char* entry = "";           ///< of the menus, chosen last
+        std::vector<const char*> buttons; ///< buttons that lead there
+        const char* entry = "";           ///< menu entry chosen last
     };
 
     static std::vector<Mode> modes()
@@ -141,7 +142,7 @@ protected:
                 {"message window", {"bot_yes"}, "m_version_history"}};
     }
 
-    /// Calls `look` in each mode, and on a course without questions.
+    /// Calls `look` in each mode, including a course without questions.
     void in_each_mode(const std::function<void(QMainWindow&)>& look)
     {
         for (const Mode& mode : modes()) {

@@ -1,4 +1,4 @@
-// The programs as a user starts them: exit codes, what they print, and what they leave behind.
+// The programs as a user starts them: exit codes, output and files.
 
 #include "fakes/course_builder.h"
 #include "fakes/temp_folder.h"
@@ -30,7 +30,7 @@ protected:
     {
         setenv("XDG_CONFIG_HOME", folder.file("config").c_str(), 1);
         setenv("XDG_DATA_HOME", folder.file("data").c_str(), 1);
-        // Not on the screen of whoever runs the tests by hand, unless asked to.
+        // Keeps windows off the screen of a developer who runs the tests, unless requested.
         setenv("QT_QPA_PLATFORM", "offscreen", 0);
     }
 
@@ -51,7 +51,7 @@ protected:
         return code == 0 ? child : -1;
     }
 
-    /// The exit code; minus the signal that ended the process.
+    /// The exit code, or the negated number of the signal that ended the process.
     static int wait_for(pid_t child)
     {
         int status = 0;
@@ -62,7 +62,7 @@ protected:
 
     int run(const std::vector<std::string>& words) const { return wait_for(start(words)); }
 
-    /// Waits until the running process has done what `done` tells; false when it ended without.
+    /// Waits until `done` returns true while the process is running; false if the process ends first.
     static bool wait_until(pid_t child, const std::function<bool()>& done)
     {
         while (!done()) {
@@ -74,7 +74,7 @@ protected:
         return true;
     }
 
-    /// A question text whose import takes long enough to look at it meanwhile.
+    /// A question text whose import takes long enough to be observed.
     std::string write_many() const
     {
         std::ofstream text(folder.file("many.txt"), std::ios::binary);
@@ -83,7 +83,7 @@ protected:
         return folder.file("many.txt");
     }
 
-    /// Whether a course is being made that has got records.
+    /// Whether an unfinished course file exists and already has records.
     bool in_making() const
     {
         const std::filesystem::directory_iterator entries(folder.path());
@@ -141,7 +141,7 @@ TEST_F(CommandTest, the_course_tool_says_what_it_cannot_read)
     EXPECT_NE(printed().find("nothing.txt"), std::string::npos) << printed();
 }
 
-// What is left of a failed attempt would stand in the way of the next one.
+// The remains of a failed attempt would block the next one.
 TEST_F(CommandTest, the_course_tool_leaves_no_course_of_a_text_that_cannot_be_read)
 {
     const std::string text = folder.write("utf16.txt", std::string_view("\xFF\xFE@\0Q\0", 6));
@@ -151,7 +151,7 @@ TEST_F(CommandTest, the_course_tool_leaves_no_course_of_a_text_that_cannot_be_re
     EXPECT_EQ(run({CUEDRILL_COURSE, folder.file("elements.crs"), SAMPLE_QUESTIONS}), 0) << printed();
 }
 
-// The engine would take them for changes of the new course, and destroy it.
+// The database engine would apply them to the new course and destroy it.
 TEST_F(CommandTest, the_course_tool_makes_no_course_beside_a_journal_or_a_log)
 {
     for (const std::string ending : {"-journal", "-wal"}) {
@@ -261,14 +261,14 @@ TEST_F(CommandTest, the_demonstration_fails_without_a_course)
     EXPECT_FALSE(std::filesystem::exists(folder.file("drill.png")));
 }
 
-// A terminated program stores its work counters before it ends, as it does when it is left by its menu.
+// A terminated program stores its work time before it ends, as it does when the user chooses Exit.
 TEST_F(CommandTest, the_program_ends_in_good_order_when_it_is_terminated)
 {
     fakes::CourseBuilder builder;
     builder.question("one", "1").level(1).tested_ago(std::chrono::minutes(1));
     const std::string path = builder.write(folder);
     const pid_t child = start({CUEDRILL, path});
-    // The remembered course is written when the course is open, just before the window is shown.
+    // The course to remember is written after the course was opened, just before the window is shown.
     EXPECT_TRUE(wait_until(child, [&] { return std::filesystem::exists(folder.file("config/CUEDRILL/general.ini")); }))
         << printed();
     kill(child, SIGTERM);
@@ -276,7 +276,7 @@ TEST_F(CommandTest, the_program_ends_in_good_order_when_it_is_terminated)
     EXPECT_TRUE(fakes::read_course(path).number("time_ever").has_value());
 }
 
-// Whoever finds a course of that name must be able to rely on it.
+// A course file with the requested name must always be complete.
 TEST_F(CommandTest, a_course_tool_that_is_killed_leaves_no_course_of_that_name)
 {
     const std::string path = folder.file("many.crs");

@@ -1,4 +1,4 @@
-// Which keys count, with real key events in the whole program.
+// Which key presses count, with real key events in the whole program.
 
 #include "program/program_fixture.h"
 
@@ -10,7 +10,7 @@
 namespace cuedrill::program {
 namespace {
 
-/// A press at a moment of the system's clock, in milliseconds.
+/// Presses a key with this timestamp of the system, in milliseconds.
 void press_at(QWidget& widget, quint64 moment, int key, const QString& text = {}, bool auto_repeat = false)
 {
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, 0, 0, 0, text, auto_repeat);
@@ -32,7 +32,7 @@ public:
     QPushButton ok{"OK", this};
 };
 
-/// A button and a line of text, which no rule of the program's knows, in its window.
+/// A button and a line edit in the window that none of the program's key rules handles.
 struct Controls {
     explicit Controls(QMainWindow& window) : button(&window), line(&window)
     {

@@ -3,10 +3,10 @@
 
 int main(int argc, char** argv)
 {
-    // Not on the screen of whoever runs the tests by hand, unless asked to.
+    // Keeps windows off the screen of a developer who runs the tests, unless requested.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    // What a text measures must not depend on the fonts that are installed.
+    // Text widths must not depend on the installed fonts.
     qputenv("FONTCONFIG_FILE", CUEDRILL_TEST_FONTS);
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);

@@ -20,7 +20,7 @@
 
 namespace cuedrill::program {
 
-/// The whole program on courses of a folder of its own, without a screen.
+/// The whole program without a screen, on courses in a temporary folder.
 class ProgramTest : public testing::Test {
 protected:
     ProgramTest()
@@ -31,11 +31,12 @@ protected:
         box_watch_.start(0);
     }
 
-    /// Runs the program on a course until `use` has returned, or it has ended by itself.
+    /// Runs the program on a course until `use` returns or the program ends by itself.
     int run(const std::string& command_line, const std::function<void(Program&)>& use = {})
     {
         const int code = run_program(command_line, use);
-        // The toolkit remembers that its loops are to return; the next program of this process starts afresh.
+        // Clears the toolkit's flag that makes all event loops return, so that the next program of this process can
+        // run.
         QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
         QCoreApplication::exec();
         return code;
@@ -47,12 +48,12 @@ protected:
         return program.run(command_line, [&] {
             if (use)
                 use(program);
-            // Also where an expectation has left `use` early.
+            // Needed if a failed assertion has left `use` early.
             program.form1().widget().close();
         });
     }
 
-    /// What the label of that name shows.
+    /// The text of the label with this name.
     static std::string label(Program& program, const char* name)
     {
         const auto* const shown = program.form1().widget().findChild<QLabel*>(QString::fromLatin1(name));
@@ -67,7 +68,7 @@ protected:
         button->click();
     }
 
-    /// Chooses an entry of the menus, and waits for its command.
+    /// Chooses a menu entry and waits for its command.
     static void choose(Program& program, const char* name)
     {
         auto* const entry = program.form1().widget().findChild<QAction*>(QString::fromLatin1(name));
@@ -77,7 +78,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    /// Presses a button that has the focus with the space bar.
+    /// Presses a button with the space bar. The button must have the focus.
     static void press_with_keyboard(QWidget& button)
     {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
@@ -88,7 +89,7 @@ protected:
 
     fakes::TempFolder folder;
     std::vector<std::string> boxes; ///< texts of the message boxes that were shown
-    int file_dialogs = 0;           ///< each was cancelled
+    int file_dialogs = 0;           ///< number of file dialogs, all cancelled
 
 private:
     void close_box()

@@ -1,5 +1,5 @@
-// The real window, the real engine and the real settings together: that the wiring holds, and that what is told to the
-// user is in the course afterwards.
+// The real window, database engine and settings together: they are wired correctly, and the course contains what the
+// window shows.
 
 #include "program/program_fixture.h"
 
@@ -43,7 +43,7 @@ TEST_F(ProgramTest, drills_a_course_and_finds_every_verdict_again)
     EXPECT_EQ(contents.qa.at(2).q_side.attempts, std::nullopt);
     EXPECT_EQ(contents.number("score_TODAY"), 1);
 
-    // The course is remembered: the second start needs no path.
+    // The second start needs no path, because the course is remembered.
     EXPECT_EQ(run("",
                   [](Program& program) {
                       platform::Form1& form1 = program.form1().controls();
@@ -155,7 +155,7 @@ TEST_F(ProgramTest, reports_a_course_that_fails_in_the_middle_and_goes_on)
                       ASSERT_EQ(boxes.size(), 1U);
                       EXPECT_TRUE(boxes.at(0).starts_with("The course " + path + " could not be read or written."))
                           << boxes.at(0);
-                      // Nothing was scored, and the same question can be judged when the file is back.
+                      // No verdict was stored; the same question can be judged once the file is back.
                       EXPECT_EQ(label(program, "panel_dialog"), "Did you know the answer?");
                       std::filesystem::rename(path + ".away", path);
                       press(program, "bot_yes");

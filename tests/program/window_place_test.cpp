@@ -1,4 +1,4 @@
-// The window stands where it was left, from one run of the whole program to the next.
+// The window opens where it was left by the previous run of the whole program.
 
 #include "program/program_fixture.h"
 
@@ -34,7 +34,7 @@ TEST_F(WindowPlaceTest, the_window_comes_back_where_it_was_when_the_session_ende
         program.form1().controls().window.on_session_end = {};
         std::raise(SIGTERM);
         QCoreApplication::processEvents();
-        // Kept before the program has been cleared away.
+        // The state is stored before the program is destroyed.
         EXPECT_TRUE(std::filesystem::exists(folder.file("config/CUEDRILL/window.ini")));
     });
     EXPECT_EQ(place_at_start(), chosen);

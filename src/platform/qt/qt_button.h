@@ -9,7 +9,7 @@
 
 namespace cuedrill::platform::qt {
 
-/// A push button that reports mouse buttons: going down on it, before it acts on that, and coming up, after it has
+/// A push button that reports mouse buttons: a press before the button acts on it, and a release after the button has
 /// acted.
 class PressButton : public QPushButton {
 public:

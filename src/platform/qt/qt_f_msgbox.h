@@ -13,7 +13,7 @@ namespace cuedrill::platform::qt {
 class QtFMsgbox {
 public:
     /// @param main_window must outlive this object.
-    /// @param keys shows the window its keys.
+    /// @param keys the key filter for all windows of the program.
     QtFMsgbox(QtGuard& guard, QWidget& main_window, QtKeyFilter& keys);
     QtFMsgbox(const QtFMsgbox&) = delete;
     QtFMsgbox& operator=(const QtFMsgbox&) = delete;

@@ -14,11 +14,11 @@ namespace cuedrill::platform::qt {
 
 struct QtForm1Controls;
 
-/// The main window. When the session ends or the process is told to end, its window's `on_session_end` is called, and
-/// the program ends in any case.
+/// The main window. If the session ends or the process gets a signal to terminate, it calls its window's
+/// `on_session_end`, and the program ends in any case.
 class QtForm1 {
 public:
-    /// @param state keeps place and size of the window.
+    /// @param state stores position and size of the window.
     explicit QtForm1(QtGuard& guard, QtWindowState state = QtWindowState());
     QtForm1(const QtForm1&) = delete;
     QtForm1& operator=(const QtForm1&) = delete;
@@ -28,11 +28,11 @@ public:
 
     [[nodiscard]] QMainWindow& widget();
 
-    /// Shows all windows of the program their keys.
+    /// The key filter for all windows of the program.
     [[nodiscard]] QtKeyFilter& key_filter();
 
-    /// Writes the window as it looks now to a picture file; the kind goes by the name (".png").
-    /// @throws common::Error when the file cannot be written.
+    /// Writes the window as it looks now to a picture file in the format of the extension (".png").
+    /// @throws common::Error if the file cannot be written.
     void save_picture(const std::string& path);
 
 private:

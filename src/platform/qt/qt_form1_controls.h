@@ -16,7 +16,7 @@
 
 namespace cuedrill::platform::qt {
 
-/// The adapters of all controls of the main window. The widgets belong to the window once they are laid out.
+/// The adapters of all controls of the main window. After `lay_out` the window owns the widgets.
 struct QtForm1Controls {
     QtForm1Controls(QtGuard& guard, QtWindowState state);
 
@@ -55,7 +55,7 @@ private:
     QtButton toolbar_button(const char* name);
 };
 
-/// Puts the controls into their places in the window.
+/// Arranges the controls in the window.
 void lay_out(QtForm1Controls& controls);
 
 } // namespace cuedrill::platform::qt

@@ -14,8 +14,8 @@ namespace {
 constexpr int window_margin = 14;
 constexpr int wide_gap = 12;
 constexpr int narrow_gap = 5;
-constexpr int row_gap = 2; // bars and figures stand on the same lines
-// All buttons of the toolbar stand in one row of a window 800 pixels wide.
+constexpr int row_gap = 2; // for the bars and for the figures beside them, so that they align
+// Narrow enough for all toolbar buttons to fit into one row of a window 800 pixels wide.
 constexpr int toolbar_gap = 1;
 constexpr int button_padding = 12;
 constexpr QSize smallest_window{640, 480};
@@ -34,7 +34,7 @@ QBoxLayout* column(int gap)
     return layout;
 }
 
-/// The room of a hidden widget stays empty, so that its neighbours do not jump.
+/// Reserves the space of a widget while it is hidden, so that its neighbours do not move.
 void keep_room_when_hidden(QWidget& widget)
 {
     QSizePolicy policy = widget.sizePolicy();
@@ -42,7 +42,7 @@ void keep_room_when_hidden(QWidget& widget)
     widget.setSizePolicy(policy);
 }
 
-/// Lets a label take the width that there is, however long its text is.
+/// Lets a label take all the available width, whatever the length of its text.
 void fill_width(QWidget& label)
 {
     label.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -81,7 +81,7 @@ void add_figure(QBoxLayout& figures, CaptionLabel& caption, CaptionLabel& value)
 {
     keep_room_when_hidden(caption);
     keep_room_when_hidden(value);
-    // The captions stay in their places when figures come and go.
+    // A fixed minimum width keeps the captions in place when figures appear and disappear.
     value.setMinimumWidth(value.fontMetrics().averageCharWidth() * 6);
     figures.addWidget(&caption);
     figures.addWidget(&value);
@@ -159,7 +159,7 @@ QWidget* statistics(QtForm1Controls& c)
     return &frame;
 }
 
-/// Hint and list in one place, of which one is visible at a time.
+/// Hint and list in the same place; only one is visible at a time.
 QWidget* hint_and_list(QtForm1Controls& c)
 {
     QWidget& panel = c.panel_lista.widget();
@@ -171,13 +171,13 @@ QWidget* hint_and_list(QtForm1Controls& c)
         inside->addWidget(card, 0, 0);
     }
     c.listav.set_visible(false);
-    // As high as the statistics, whose place it takes.
+    // As high as the statistics, which it replaces.
     panel.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     return &panel;
 }
 
-/// Statistics, and hint or list, in one area, of which one is visible at a time. Both keep their room, so that nothing
-/// moves when the one takes the place of the other.
+/// Statistics, and hint or list, in the same place; only one is visible at a time. Both keep their space while hidden,
+/// so that nothing moves when one replaces the other.
 QGridLayout* shared_place(QtForm1Controls& c)
 {
     auto* place = new QGridLayout;
@@ -189,7 +189,7 @@ QGridLayout* shared_place(QtForm1Controls& c)
     return place;
 }
 
-/// The prompt, and beside it the strip in which the logic places the buttons.
+/// The prompt, and beside it the strip in which the logic positions the buttons.
 QBoxLayout* dialog_line(QtForm1Controls& c)
 {
     QWidget& strip = c.dialog_strip.widget();
@@ -205,7 +205,8 @@ QBoxLayout* dialog_line(QtForm1Controls& c)
     return line;
 }
 
-/// Shares the height between the two boxes and the list while that is shown: it is there to be looked through.
+/// Gives the list a share of the window's height while it is visible, because the user scrolls through it. Otherwise
+/// the text boxes get it all.
 class RoomForList : public QObject {
 public:
     RoomForList(QWidget& list, QBoxLayout& lines, QLayout& place) : QObject(&list), lines_(lines), place_(place)
@@ -236,7 +237,8 @@ void lay_out(QtForm1Controls& c)
     lines->addLayout(toolbar(c));
     lines->addLayout(question_and_answer(c), 1);
     lines->addLayout(question_figures(c));
-    // From here Tab leads to the hint or list, or where there is none to the dialog: what comes after most commands.
+    // The tab order from here: the hint or list if visible, otherwise the dialog, which is the next thing to use after
+    // most commands.
     c.bot_focus.widget().setParent(content);
     QLayout* const place = shared_place(c);
     lines->addLayout(place);
@@ -250,7 +252,7 @@ void lay_out(QtForm1Controls& c)
     QMainWindow& window = c.window.widget();
     window.setCentralWidget(content);
     window.setMinimumSize(smallest_window);
-    // Placed at once, so that the strip has its width before the window is first shown.
+    // Lays out now, so that the strip has its width before the window is first shown.
     window.layout()->activate();
     content->layout()->activate();
 }

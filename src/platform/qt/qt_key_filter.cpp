@@ -16,8 +16,8 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// The letter at the place of the key on a Latin keyboard; 0 for a key that is no letter there. X11 and Wayland number
-/// the keys by their place: the three rows of letters begin at 24, 38 and 52.
+/// The letter at the key's position on a Latin keyboard; 0 if there is no letter there. X11 and Wayland number the keys
+/// by position: the three rows of letters begin at 24, 38 and 52.
 char latin_letter(quint32 scan_code)
 {
     struct Row {
@@ -32,7 +32,7 @@ char latin_letter(quint32 scan_code)
     return 0;
 }
 
-/// The only code point of `text`, when it can be seen or is a blank; 0 otherwise.
+/// The only code point of `text` if it is printable, blank included; 0 otherwise.
 char32_t single_character(const QString& text)
 {
     const QList<uint> code_points = text.toUcs4();
@@ -41,7 +41,7 @@ char32_t single_character(const QString& text)
     return code_points.front();
 }
 
-/// Nothing for combinations that are none of the program's.
+/// std::nullopt for combinations that the program does not use.
 std::optional<KeyModifier> to_modifier(Qt::KeyboardModifiers modifiers)
 {
     modifiers &= Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier | Qt::ShiftModifier;
@@ -54,7 +54,8 @@ std::optional<KeyModifier> to_modifier(Qt::KeyboardModifiers modifiers)
     return std::nullopt;
 }
 
-/// The text of the event; with Ctrl that may be a control character, so then the character is that of the key.
+/// The text of the event. With Ctrl the event may contain a control character, so with a modifier it is taken from the
+/// key.
 QString text_of(const QKeyEvent& event, KeyModifier modifier)
 {
     if (modifier == KeyModifier::none)
@@ -84,13 +85,14 @@ bool is_menu(const QWidget& widget)
     return qobject_cast<const QMenuBar*>(&widget) != nullptr || qobject_cast<const QMenu*>(&widget) != nullptr;
 }
 
-/// Whether what is typed there changes a text.
+/// Whether typing changes text there.
 bool is_edited(const QWidget& widget)
 {
     return widget.testAttribute(Qt::WA_InputMethodEnabled);
 }
 
-/// The widget to which a key in whichever window goes first, if that is the one; from there it may wander to others.
+/// `watched` if it is the widget that gets a key event first, in whichever window; otherwise null. A widget that
+/// ignores the event passes it on to its parents.
 QWidget* first_station(QObject& watched)
 {
     auto* const widget = qobject_cast<QWidget*>(&watched);
@@ -155,13 +157,13 @@ void QtKeyFilter::add(QWidget& widget, KeyHook hook)
     entries_.push_back({&widget, std::move(hook)});
 }
 
-/// Gives the event the time at which the key went down or came up.
+/// Restores the event's timestamp.
 void QtKeyFilter::settle_time(QKeyEvent& event)
 {
     if (!times_.lacks_time(event, clock_.elapsed()))
         return;
-    // The filter that was installed last comes first, and so sees the next keys in time. Later, because the filters are
-    // being called just now.
+    // Reinstall the filter: the one installed last runs first, and so sees the next keys before they are taken away.
+    // Queued, because the filters are being called now.
     QMetaObject::invokeMethod(
         this, [this] { QCoreApplication::instance()->installEventFilter(this); }, Qt::QueuedConnection);
 }
@@ -188,7 +190,7 @@ bool QtKeyFilter::eventFilter(QObject* watched, QEvent* event)
         judge(static_cast<QKeyEvent&>(*event), nullptr);
     if (!press && event->type() != QEvent::InputMethod)
         return false;
-    // A key that a control leaves alone wanders up to its parents; it counts only at its first station.
+    // A key that a control ignores is sent to its parents, too; only the first delivery counts.
     QWidget* const station = first_station(*watched);
     if (station == nullptr)
         return false;
@@ -205,7 +207,7 @@ bool QtKeyFilter::has_hook(const QWidget& focus) const
 
 bool QtKeyFilter::is_swallowed(const QWidget& focus, const KeyPress& press) const
 {
-    // A hook may move the focus; the key still belongs to the control at which it was aimed.
+    // A hook may move the focus; the key still belongs to the control that had it before.
     return std::any_of(entries_.begin(), entries_.end(), [&](const Entry& entry) {
         const bool asked =
             entry.widget == focus.window() || (entry.widget == &focus && press.modifier == KeyModifier::none);
@@ -224,7 +226,7 @@ bool QtKeyFilter::filter_key(QWidget& focus, const QKeyEvent& event)
     press->auto_repeat = judgement == KeyJudgement::held;
     if (is_swallowed(focus, *press))
         return true;
-    // A button by itself acts when Space is released, and would so take each release of a held key for the last one.
+    // By default a button clicks when Space is released, and an auto-repeat may send a release each time.
     auto* button = qobject_cast<QAbstractButton*>(&focus);
     const bool clicks = press->modifier == KeyModifier::none && (press->key == Key::enter || press->character == " ");
     if (!clicks || button == nullptr)
@@ -243,7 +245,7 @@ bool QtKeyFilter::filter_commit(QWidget& focus, const QInputMethodEvent& event)
     press.composed = true;
     if (!is_swallowed(focus, press))
         return false;
-    // The text that was being composed is gone with the character that it came to.
+    // The composed character was consumed, so clear the text of the input method.
     QInputMethodEvent nothing_composed;
     QCoreApplication::sendEvent(&focus, &nothing_composed);
     return true;

@@ -17,36 +17,36 @@ class QKeyEvent;
 
 namespace cuedrill::platform::qt {
 
-/// What the program's key rules see of a key press, but for whether it is held; nothing for keys that are none of
-/// theirs (cursor and function keys, combinations with Meta or several modifiers, and Shift+Enter where text is typed:
-/// it makes a line there).
+/// Converts a key event to the form that the key rules use, except for auto-repeat. std::nullopt for keys that they do
+/// not handle: cursor and function keys, combinations with Meta or several modifiers, and Shift+Enter in text that is
+/// being edited, which inserts a line break.
 /// @param typing whether the key goes into editable text.
 std::optional<KeyPress> to_key_press(const QKeyEvent& event, bool typing);
 
-/// Returns whether the key is swallowed.
+/// Returns whether the key is consumed.
 using KeyHook = std::function<bool(const KeyPress&)>;
 
-/// Calls `hook` through `gate`. A hook that is not set swallows nothing; a key that the gate drops, or whose handling
-/// fails, is swallowed.
+/// Calls `hook` through `gate` and returns whether the key is consumed. An empty hook consumes nothing. If the gate
+/// drops the key, or handling it fails, the key is consumed.
 bool swallows(const KeyHook& hook, const KeyPress& press, QtActionGate& gate);
 
-/// Says what a press of a key is.
+/// Judges a key event.
 using KeyJudge = std::function<KeyJudgement(const KeyEvent&)>;
 
-/// The judge that believes the system.
+/// A judge that takes each event as the system reports it.
 KeyJudgement as_sent(const KeyEvent& event);
 
-/// Tells each key of the program to a judge, and shows those that are not stray to the hooks of the window and of the
-/// control that it goes to, before that control gets them. Keys of menus, and of windows without a hook, then go their
-/// way. Enter and Space that the hooks leave alone click the button that has the focus, once however long they are
-/// held.
+/// Reports every key event of the program to a judge. A press that is not stray is offered to the hooks of the window
+/// and of the control with the focus, before that control gets it. Keys in menus, and in windows without a hook, are
+/// then handled as usual. If the hooks do not consume Enter or Space, the button that has the focus is clicked, once
+/// however long the key is held.
 class QtKeyFilter : public QObject {
 public:
     explicit QtKeyFilter(KeyJudge judge = as_sent);
 
-    /// Calls `hook` for the keys that go to `widget`, and where that is a window, to any of its controls; no longer
-    /// than `widget` lives. The hook that was added first is called first, and sees a key alone that it swallows.
-    /// Combinations are shown to windows only.
+    /// Calls `hook` for keys that go to `widget` or, if `widget` is a window, to any of its controls, for as long as
+    /// `widget` exists. Hooks are called in the order in which they were added; if one consumes a key, the later ones
+    /// are not called. Combinations with Ctrl or Alt are offered to windows only.
     void add(QWidget& widget, KeyHook hook);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,7 +60,7 @@ private:
     void settle_time(QKeyEvent& event);
     KeyJudgement judge(const QKeyEvent& event, const QWidget* station);
     [[nodiscard]] bool has_hook(const QWidget& focus) const;
-    /// Whether one of the hooks swallows the key.
+    /// Whether a hook consumes the key.
     [[nodiscard]] bool is_swallowed(const QWidget& focus, const KeyPress& press) const;
     bool filter_key(QWidget& focus, const QKeyEvent& event);
     bool filter_commit(QWidget& focus, const QInputMethodEvent& event);

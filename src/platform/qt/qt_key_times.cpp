@@ -7,7 +7,7 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// How long a copy is waited for, in milliseconds. Assistive technology keeps some keys for itself.
+/// How long to wait for a copy, in milliseconds. Some keys never come back, because assistive technology consumes them.
 constexpr qint64 longest_wait = 1000;
 
 } // namespace
@@ -30,7 +30,7 @@ bool QtKeyTimes::lacks_time(QKeyEvent& event, qint64 now)
     if (found == originals_.end())
         return true;
     event.setTimestamp(found->at);
-    // Copies come in the order of their originals; those before it have none.
+    // Copies arrive in the order of their originals; earlier originals will not get one.
     originals_.erase(originals_.begin(), found + 1);
     return false;
 }

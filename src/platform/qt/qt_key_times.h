@@ -7,19 +7,20 @@ class QKeyEvent;
 
 namespace cuedrill::platform::qt {
 
-/// Gives key events back the time that they have lost. While assistive technology listens to the keys, the toolkit
-/// takes each event away when it reaches its window, asks who wants it, and sends a copy that has no time. Two copies
-/// may arrive at once although seconds lie between the keys: the program was busy meanwhile.
+/// Restores lost timestamps of key events. While assistive technology listens to the keyboard, the toolkit withholds
+/// each event that reaches a window, asks who consumes it, and later sends a copy without a timestamp. Two copies may
+/// arrive together although the keys were pressed seconds apart, if the program was busy meanwhile.
 class QtKeyTimes {
 public:
-    /// To be told of every key event that reaches a window, in their order. A copy gets the time of its original.
-    /// @param now milliseconds of a clock that only goes forward.
-    /// @return whether it has none: the original was not seen, because the toolkit took it away before.
+    /// Call it for every key event that reaches a window, in order. A copy gets the timestamp of its original.
+    /// @param now monotonic time in milliseconds.
+    /// @return true if the event has no timestamp and no original is known, because the toolkit withheld it before this
+    /// filter.
     [[nodiscard]] bool lacks_time(QKeyEvent& event, qint64 now);
 
 private:
     struct Key {
-        int type = 0; ///< pressed or released
+        int type = 0; ///< press or release
         quint32 place = 0;
         int key = 0;
 
@@ -27,13 +28,13 @@ private:
     };
     struct Original {
         Key key;
-        quint64 at = 0;  ///< by the clock of the system
-        qint64 seen = 0; ///< by our own
+        quint64 at = 0;  ///< timestamp of the system
+        qint64 seen = 0; ///< our own monotonic time
     };
 
     static Key key_of(const QKeyEvent& event);
 
-    std::deque<Original> originals_; ///< the oldest one first
+    std::deque<Original> originals_; ///< oldest first
 };
 
 } // namespace cuedrill::platform::qt

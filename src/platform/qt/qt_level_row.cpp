@@ -14,7 +14,7 @@ constexpr double bar_height = 10;
 constexpr int mark_width = 10;
 constexpr int caption_characters = 14;
 constexpr int count_characters = 7;
-constexpr double thinnest_bar = 4.0; // a single question of thousands must still be seen
+constexpr double thinnest_bar = 4.0; // keeps one question in thousands visible
 
 } // namespace
 
@@ -95,7 +95,7 @@ void LevelRow::paint_bar(QPainter& painter, const QRect& area) const
     if (share_ <= 0.0)
         return;
 
-    // The filled part keeps the round end of the whole bar at the left, however short it is.
+    // Clipping keeps the rounded left end of the bar, however short the filled part is.
     painter.save();
     painter.setClipRect(QRectF(bar.left(), bar.top(), std::max(bar.width() * share_, thinnest_bar), bar.height()));
     painter.setBrush(palette().color(QPalette::Highlight));

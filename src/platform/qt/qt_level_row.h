@@ -6,13 +6,13 @@ class QPainter;
 
 namespace cuedrill::platform::qt {
 
-/// One row: caption, bar, count. Its text is the count.
+/// One row with caption, bar and count. The text of the label is the count.
 class LevelRow : public QLabel {
 public:
     LevelRow();
 
     void set_caption(const QString& caption);
-    /// Fills the bar by `share`, 0 to 1.
+    /// Sets the filled part of the bar, 0 to 1.
     void set_share(double share);
     void set_marked(bool marked);
 

@@ -49,7 +49,7 @@ struct LineParts {
     QString rest;
 };
 
-/// Swallows the second press of a double click near `place`, because the line chosen by the first one may have put
+/// Consumes the second press of a double click near `place`, because the line chosen by the first one may have put
 /// another control or a box under the pointer. The list itself still gets the press and recognises the double click.
 class SecondPress : public QObject {
 public:

@@ -14,7 +14,7 @@ void set_up_application()
     // Fusion is available on every desktop and follows the palette completely, so that light, dark and high-contrast
     // themes come out right and the fixed colours of status, answer and levels are visible.
     QApplication::setStyle(QStringLiteral("Fusion"));
-    // At the start boxes open and close before there is a main window.
+    // While the program starts, boxes open and close before there is a main window.
     QApplication::setQuitOnLastWindowClosed(false);
 }
 

@@ -16,7 +16,7 @@ namespace cuedrill::platform::qt {
 class QtMessageWindow final : public MessageWindow {
 public:
     /// @param main_window must outlive this one.
-    /// @param keys shows this window its keys.
+    /// @param keys the key filter for all windows of the program.
     QtMessageWindow(const char* name, QtGuard& guard, QWidget& main_window, QtKeyFilter& keys);
     QtMessageWindow(const QtMessageWindow&) = delete;
     QtMessageWindow& operator=(const QtMessageWindow&) = delete;

@@ -10,12 +10,12 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-/// How much a label stands out where the logic asks for nothing special.
+/// Default look of a label.
 enum class Kind {
     value,   ///< a figure
-    caption, ///< names the figure beside it
-    heading, ///< stands above an area
-    prompt   ///< asks the user something
+    caption, ///< caption of the figure beside it
+    heading, ///< heading of an area
+    prompt   ///< question to the user
 };
 
 Kind kind_of(ScreenLine line)
@@ -32,7 +32,7 @@ Kind kind_of(ScreenLine line)
                                                                                            : Kind::value;
 }
 
-/// Whether assistive technology tells a new text at once.
+/// Whether assistive technology reads a new text out at once.
 bool is_announced(ScreenLine line)
 {
     return line == &Screen::panel_dialog || line == &Screen::P_status;
@@ -111,7 +111,7 @@ void QtScreen::draw(CaptionLabel& label, const Line& line, const Line& before) c
     if (line.description != before.description)
         label.setAccessibleDescription(to_qt(line.description));
     if (line.text != before.text)
-        label.setText(to_qt(line.text)); // assistive technology learns that the name has changed
+        label.setText(to_qt(line.text)); // this also tells assistive technology about the new name
     if (line.background != before.background)
         set_fixed_background(label, line.background);
     if (line.alignment != before.alignment)
@@ -125,7 +125,7 @@ void QtScreen::draw(CaptionLabel& label, const Line& line, const Line& before) c
         label.setEnabled(line.enabled);
 }
 
-/// The same text once more is news too: something has happened a second time.
+/// Announces a line whose `news` has changed, even if the text is the same: the same thing has happened again.
 void QtScreen::tell(CaptionLabel& label, const Line& line, const Line& before) const
 {
     if (line.news != before.news && !line.text.empty())

@@ -10,11 +10,11 @@
 
 namespace cuedrill::platform::qt {
 
-/// The labels and level rows of the main window. A layout gives them their places.
+/// The labels and level rows of the main window. The caller puts them into a layout.
 class QtScreen final : public ScreenView {
 public:
-    /// @param parent owns the labels, and outlives this object's last use.
-    /// @param tell tells assistive technology that a label has something new to say.
+    /// @param parent owns the labels; it must outlive the last use of this object.
+    /// @param tell announces a label to assistive technology; a parameter for tests.
     explicit QtScreen(QWidget& parent, std::function<void(QLabel&)> tell = qt::announce);
 
     void show(const Screen& screen) override;

@@ -71,7 +71,7 @@ void QtWindow::end_session()
 KeyJudgement QtWindow::judge(const KeyEvent& event)
 {
     KeyJudgement judgement = as_sent(event);
-    // Not through the gate: a key does not wait for what another one does.
+    // Bypasses the gate, which drops events while an action is running: every key event must be judged.
     guard_.run([&] {
         if (on_key_event)
             judgement = on_key_event(event);

@@ -37,7 +37,7 @@ public:
     [[nodiscard]] AskingWindow& widget() { return window_; }
     /// The gate for user actions in this window.
     [[nodiscard]] QtActionGate& gate() { return gate_; }
-    /// That of all windows of the program.
+    /// The key filter for all windows of the program.
     [[nodiscard]] QtKeyFilter& key_filter() { return key_filter_; }
 
 private:

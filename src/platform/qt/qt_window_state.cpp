@@ -35,7 +35,7 @@ bool QtWindowState::restore(QWidget& window) const
     } catch (const common::Error&) {
         return false;
     }
-    // The toolkit is content where a part of the window can be seen, and would have it fill the whole screen again.
+    // restoreGeometry is satisfied if part of the window is visible, and would restore full screen, too.
     const QRect place = window.normalGeometry();
     const Qt::WindowStates states = window.windowState() & Qt::WindowMaximized;
     QList<QRect> screens;
@@ -54,7 +54,7 @@ void QtWindowState::save(const QWidget& window) const
     try {
         store_->set(application, section, key, window.saveGeometry().toBase64().toStdString());
     } catch (const common::Error&) {
-        // The window appears in the middle of the screen the next time.
+        // Not an error for the user: next time the window opens at its default position.
         return;
     }
 }
@@ -73,7 +73,7 @@ QRect brought_onto_screen(const QRect& place, QSize smallest, const QList<QRect>
     if (outside.isEmpty() && size == place.size() && size.boundedTo(screen.size()) == size)
         return place;
 
-    // The frame's sides are equally wide, and its bottom is as wide as they are: the rest is the title.
+    // The sides and the bottom of the frame have the same width; the rest of the height is the title bar.
     const int side = frame_room.width() / 2;
     const QRect room = screen.adjusted(side, frame_room.height() - side, -side, -side);
     QRect moved(place.topLeft(), size.boundedTo(room.size()));

@@ -10,33 +10,32 @@ class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// Keeps the place and the size of a window, and whether it is maximised, from one run of the program to the next. A
-/// store that cannot be read or written, or that holds something else, stops nothing.
+/// Stores position and size of a window, and whether it is maximised, between runs of the program. Errors of the store
+/// and unusable values are ignored.
 class QtWindowState {
 public:
-    /// @param store where they are kept, in the section "window"; null when they are not to be kept.
+    /// @param store where to store them, in the section "window"; null if they are not stored.
     explicit QtWindowState(SettingsStore* store = nullptr) : store_(store) {}
 
-    /// Gives `window`, which must not have been shown yet, what was kept, so that all of it is on a screen that there
-    /// is now.
-    /// @return false when nothing usable was kept; the window is as it was then.
+    /// Restores the stored state of `window`, which must not have been shown yet, and moves it so that all of it is on
+    /// a screen.
+    /// @return false if nothing usable was stored; the window is unchanged then.
     bool restore(QWidget& window) const;
 
-    /// Keeps what `window` is like now. Of one that fills the screen, or is minimised, that is the place which it has
-    /// otherwise.
+    /// Stores the state of `window`. For a window that is full screen or minimised, that is its normal position and
+    /// size.
     void save(const QWidget& window) const;
 
 private:
     SettingsStore* store_;
 };
 
-/// Room for the frame, which the system draws around a window and tells only afterwards; both sides together, in
-/// pixels.
+/// Space for the window frame, which the system draws and reports only later; both sides together, in pixels.
 inline constexpr QSize frame_room{16, 48};
 
-/// `place` itself when it lies on `screens` and is neither smaller than `smallest` nor larger than a screen; otherwise
-/// the nearest such place on the screen that has most of it, or on the first one. On a screen too small even for
-/// `smallest` it is as large as the screen.
+/// `place` itself if it is on `screens` and neither smaller than `smallest` nor larger than a screen. Otherwise the
+/// nearest such place on the screen that contains most of it, or on the first screen. On a screen smaller than
+/// `smallest`, the size of the screen.
 QRect brought_onto_screen(const QRect& place, QSize smallest, const QList<QRect>& screens);
 
 } // namespace cuedrill::platform::qt

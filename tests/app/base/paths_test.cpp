@@ -60,7 +60,7 @@ constexpr PathCase path_cases[] = {
     {"/home/anna/", "/home/anna", "", ""},
     {"./b.crs", ".", "b.crs", "b"},
     {"/home/anna.x/course", "/home/anna.x", "course", "course"},
-    // Behind a "/" the other separators are letters of a name.
+    // After a "/", the other separators are ordinary characters of a name.
     {"/home/anna/physics: part 1.crs", "/home/anna", "physics: part 1.crs", "physics: part 1"},
     {"/home/anna/a\\b.crs", "/home/anna", "a\\b.crs", "a\\b"},
     {"/home/a:b/c.crs", "/home/a:b", "c.crs", "c"},

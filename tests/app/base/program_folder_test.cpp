@@ -45,7 +45,7 @@ TEST_F(ProgramFolder, IsTheExecutablesFolderForAUserWithoutAHome)
     EXPECT_EQ(program_folder(files, "/opt/cuedrill", ""), "/opt/cuedrill");
 }
 
-// The data folder cannot be created: the start goes on, and writing into it fails later in its own words.
+// If the data folder cannot be created, the program still starts; writing into the folder reports its own error later.
 TEST_F(ProgramFolder, IsTheDataFolderEvenWhenThatCannotBeCreated)
 {
     files.read_only_folders.insert("/opt/cuedrill");

@@ -37,7 +37,7 @@ TEST_F(SettingsTest, AreEmptyWhenAbsent)
     EXPECT_EQ(settings.get_setting("last_db_path"), "");
 }
 
-// The store holds the value but cannot be read.
+// The store contains the value but cannot be read.
 TEST_F(SettingsTest, AreEmptyWhenTheStoreCannotBeRead)
 {
     TraceLog trace(files, clock, desktop, "/opt/cuedrill");
@@ -47,7 +47,7 @@ TEST_F(SettingsTest, AreEmptyWhenTheStoreCannotBeRead)
     EXPECT_EQ(settings.get_setting("last_db_path"), "");
 }
 
-// Writing waits for the disk, and most starts remember the course that is remembered already.
+// Writing waits for the disk, and most starts open the same course as the last time.
 TEST_F(SettingsTest, AreNotWrittenAgainWhenTheyAreUnchanged)
 {
     TraceLog trace(files, clock, desktop, "/opt/cuedrill");
@@ -58,7 +58,7 @@ TEST_F(SettingsTest, AreNotWrittenAgainWhenTheyAreUnchanged)
     EXPECT_FALSE(files.files.contains("/opt/cuedrill/trace.txt"));
 }
 
-// The store cannot be written: the program goes on, and the trace says what was lost.
+// If the store cannot be written, the program goes on, and the trace says what was lost.
 TEST_F(SettingsTest, ThatCannotBeSavedAreNotedInTheTraceOnly)
 {
     TraceLog trace(files, clock, desktop, "/opt/cuedrill");

@@ -130,7 +130,7 @@ TEST_F(TraceLimit, TheTraceStaysOffWhenTheFileIsDeletedAfterTheWarning)
     EXPECT_FALSE(files.exists(trace_path));
 }
 
-// Timers tick while the box is open, and what they do is traced.
+// Timers run while the box is open and write to the trace.
 TEST_F(TraceLimit, ATraceBehindTheOpenBoxOpensNoSecondOne)
 {
     files.files[trace_path] = std::string(100000, 'x');
@@ -149,7 +149,7 @@ TEST_F(TraceLimit, TheEndOfTheProgramBehindTheBoxIsPassedOn)
     EXPECT_THROW(log.write_trace("one too many"), common::ProgramEnded);
 }
 
-// The file cannot be written: no error, no box, no further try.
+// If the file cannot be written, there is no error, no box and no further attempt.
 TEST_F(TraceFailure, TurnsTheTraceOffAndDisturbsNothing)
 {
     TraceLog& log = start_with_switch();

@@ -10,7 +10,7 @@
 namespace cuedrill::app {
 namespace {
 
-/// The program that is being started, with the course "My course" to work on.
+/// The start of the program, with the course "My course" to open.
 class StartRoutineTest : public drill::DrillFixture {
 protected:
     void SetUp() override
@@ -28,7 +28,7 @@ protected:
 
     [[nodiscard]] store::Course& course() const { return logic->course; }
 
-    /// What the trace tells, without the times before.
+    /// The lines of the trace without their times.
     [[nodiscard]] std::vector<std::string> traced() const
     {
         const std::string text = folder.read("trace.txt");

@@ -73,7 +73,7 @@ protected:
     QtWindow window{"Form1", QSize(400, 300), guard};
     QtButton button{"bot_yes", window.gate()};
     QtButton tool{"pb_1", window.gate(), QtButton::Kind::toolbar};
-    QWidget other_labels; ///< of which no test wants anything
+    QWidget other_labels; ///< parent of the labels that no test uses
     QtScreen screen{other_labels};
     QWidget& label = screen.label(&Screen::panel_total);
     QWidget& panel = screen.level_row(2);
@@ -302,7 +302,7 @@ TEST_F(QtContextHelpTest, ThePointerStaysWhileTheControlBelowItIsDisabledAndEnab
         QCoreApplication::processEvents();
         EXPECT_EQ(pointer(), Qt::UpArrowCursor) << enabled;
     }
-    panel.setEnabled(false); // another one
+    panel.setEnabled(false); // not the widget under the pointer
     QCoreApplication::processEvents();
     EXPECT_EQ(pointer(), Qt::UpArrowCursor);
     point_beside();

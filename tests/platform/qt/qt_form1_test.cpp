@@ -221,7 +221,7 @@ TEST_F(QtForm1Test, TheListTakesThePlaceOfTheHintAndGetsHalfOfTheHeight)
     EXPECT_GT(place_of("listav").height(), hint.height());
     EXPECT_EQ(place_of("Text_a").top(), answer.top());
     EXPECT_NEAR(place_of("Text_a").height(), place_of("listav").height(), 40);
-    // Only the card around the list is seen.
+    // Only the card around the list is visible.
     EXPECT_TRUE(widget("listav").parentWidget()->isVisible());
     EXPECT_FALSE(widget("t_hint").parentWidget()->isVisible());
     form1.listav.set_visible(false);

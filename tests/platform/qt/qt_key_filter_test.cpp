@@ -427,7 +427,7 @@ std::unique_ptr<QKeyEvent> key_event(QEvent::Type type, quint64 time, int key = 
 
 class CopiedKeys : public QtTest {
 protected:
-    /// The time that a copy gets; 0 for none.
+    /// The timestamp that a copy gets; 0 for none.
     quint64 time_of_copy(QEvent::Type type, int key = Qt::Key_Return)
     {
         const auto copy = key_event(type, 0, key);
@@ -476,7 +476,7 @@ TEST_F(CopiedKeys, DoNotHaveTheTimeOfAKeyThatAssistiveTechnologyHasKept)
     EXPECT_EQ(time_of_copy(QEvent::KeyPress), 8000U);
 }
 
-/// Takes the keys away and sends copies without their time later, as the toolkit does for assistive technology.
+/// Withholds key events and sends copies without timestamps later, as the toolkit does for assistive technology.
 class KeyCopies : public QObject {
 public:
     KeyCopies() { QCoreApplication::instance()->installEventFilter(this); }
@@ -514,14 +514,14 @@ TEST_F(QtKeyFilterTest, KeysThatWaitForAssistiveTechnologyAreMeasuredByTheirOwnT
         QSpontaneKeyEvent::setSpontaneous(event.get());
         QCoreApplication::instance()->notify(window.windowHandle(), event.get());
     };
-    // Nobody has seen the first original. From its copy on, the filter stands before the one that takes them away.
+    // The filter does not see the first original. After its copy, the filter runs before the one that withholds events.
     send(QEvent::KeyPress, 10'000);
     copies.deliver();
     send(QEvent::KeyRelease, 10'050);
     copies.deliver();
     ASSERT_EQ(clicks, 1);
     judged.clear();
-    // The program was busy: it gets them all at once.
+    // The program was busy and gets them all at once.
     send(QEvent::KeyPress, 10'300);
     send(QEvent::KeyRelease, 10'350);
     send(QEvent::KeyPress, 10'500);

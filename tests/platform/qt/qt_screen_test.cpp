@@ -13,7 +13,7 @@ class QtScreenTest : public QtTest {
 protected:
     void show() { view.show(screen); }
 
-    /// Shows the line as P_status; `news` where it is to be told.
+    /// Shows the line as P_status. If its `news` has changed, it is announced.
     void show_status(const Line& line)
     {
         screen.P_status = line;
@@ -165,7 +165,7 @@ protected:
         show();
     }
 
-    /// The colour at the left (0) to right (1) of the row, in its middle line.
+    /// The colour in the vertical middle of the row, from left (0) to right (1).
     QColor colour_at(double place)
     {
         const QImage picture = row.grab().toImage();

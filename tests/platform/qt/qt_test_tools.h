@@ -13,7 +13,7 @@
 
 namespace cuedrill::platform::qt {
 
-/// A timestamp of the system's clock, in milliseconds, one second after the last one.
+/// A timestamp of the system clock in milliseconds, one second after the previous one.
 inline quint64 next_moment()
 {
     static quint64 moment = 1'000'000;
@@ -77,8 +77,7 @@ void when_box_opens(std::function<void(Box&)> inspect)
     });
 }
 
-/// A guard that records errors, and a clean-up so that later tests can run an event loop although a test has ended the
-/// program.
+/// A guard that records errors. A clean-up lets later tests run an event loop even if a test has ended the program.
 class QtTest : public testing::Test {
 protected:
     /// Runs an event loop once; this clears the toolkit's flag that makes all loops return.

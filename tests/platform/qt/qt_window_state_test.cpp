@@ -49,7 +49,7 @@ TEST_F(BroughtOntoScreenTest, a_place_beyond_the_edge_comes_onto_the_nearest_scr
 
 TEST_F(BroughtOntoScreenTest, a_place_half_on_a_gap_between_screens_is_moved)
 {
-    // Below the left screen, which is less high than the right one, nothing can be seen.
+    // The left screen is lower than the right one; below it nothing is visible.
     const QRect moved = brought_onto_screen(QRect(900, 400, 700, 670), smallest, screens);
     EXPECT_TRUE(left_screen.contains(moved));
 }
@@ -79,7 +79,7 @@ TEST_F(BroughtOntoScreenTest, without_any_screen_the_place_stays)
     EXPECT_EQ(brought_onto_screen(QRect(1, 2, 3, 4), smallest, {}), QRect(1, 2, 3, 4));
 }
 
-/// One window after the other, as in one run of the program after the other. The screen of the tests is 800 x 800.
+/// Windows created one after another, like consecutive runs of the program. The test screen is 800 x 800.
 class QtWindowStateTest : public QtTest {
 protected:
     std::unique_ptr<QtWindow> start()
@@ -108,7 +108,7 @@ protected:
         EXPECT_FALSE(widget.isMaximized());
     }
 
-    /// All of it, in a size in which it can be used.
+    /// Expects that all of the window is visible and large enough to be used.
     static void expect_on_screen(const QRect& shown)
     {
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
@@ -133,7 +133,7 @@ TEST_F(QtWindowStateTest, place_and_size_come_back_after_the_window_has_gone)
 {
     start()->widget().setGeometry(chosen);
     EXPECT_EQ(place_at_next_start(), chosen);
-    // What is not touched is not moved, however often the program starts.
+    // A window that is not moved stays where it is, however often the program starts.
     EXPECT_EQ(place_at_next_start(), chosen);
 }
 
@@ -272,7 +272,7 @@ TEST_F(QtWindowStateTest, a_size_below_the_smallest_grows)
     EXPECT_EQ(shown.size(), QSize(200, 150));
 }
 
-// Reading a pipe would wait until somebody writes.
+// Reading a pipe would block until somebody writes.
 TEST_F(QtWindowStateTest, what_is_no_file_is_not_waited_for)
 {
     std::filesystem::create_directories(folder.file("CUEDRILL"));
@@ -288,7 +288,7 @@ TEST_F(QtWindowStateTest, a_folder_in_the_place_of_the_file_stops_nothing)
     EXPECT_TRUE(std::filesystem::is_directory(path));
 }
 
-// It stops the superuser too, whom missing rights do not.
+// A file in the way stops even root, who ignores missing permissions.
 TEST_F(QtWindowStateTest, a_folder_that_cannot_be_made_stops_nothing)
 {
     folder.write("CUEDRILL", "in the way");
