@@ -54,7 +54,7 @@ void CommandControls::SetToolbarCaptions()
             continue;
         platform::Button& button = pb(*row.button);
         button.set_caption(row.button->caption);
-        button.show_access_letter(command_with_access_letter(row.button->key).has_value());
+        button.show_access_letter(command_with_access_letter(row.key).has_value());
         button.set_width(button.width() + SnapToGrid(row.button->extra_width));
     }
 }
@@ -74,6 +74,11 @@ void CommandControls::set_enabled(Command command, bool enabled)
         pb(*row.button).set_enabled(enabled);
     if (row.entry)
         entry(command).set_enabled(enabled);
+}
+
+bool CommandControls::enabled(Command command) const
+{
+    return row_of(command).button ? button(command).enabled() : entry(command).enabled();
 }
 
 platform::Button& CommandControls::button(Command command) const

@@ -24,6 +24,7 @@ public:
 
     /// Enables or disables the command's menu entry and button, if it has them.
     void set_enabled(Command command, bool enabled);
+    [[nodiscard]] bool enabled(Command command) const;
 
     /// The command's menu entry or button. The command must have one.
     [[nodiscard]] platform::MenuEntry& entry(Command command) const { return *entries_.at(command); }

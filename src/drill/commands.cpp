@@ -95,41 +95,44 @@ constexpr CommandRow commands[] = {
     {.command = Command::show_answer,
      .modes = with_question,
      .entry = MenuEntryRow{MenuName::actions, "m_show_answer", "Show answer (A or *)"},
-     .button = ButtonRow{2, "Show &Answer", 'a', "display answer", 300,
-                         "Shows the answer. Then press + if you knew it, or - if you did not.\r\n\r\nKeys: A, or Enter "
-                         "while the answer box is empty; * in the answer box, unless you are typing the answer"}},
+     .button = ButtonRow{2, "Show &Answer", "display answer", 300},
+     .key = 'a',
+     .help = "Shows the answer. Then press + if you knew it, or - if you did not.\r\n\r\nKeys: A, or Enter "
+             "while the answer box is empty; * in the answer box, unless you are typing the answer"},
     {.command = Command::success,
      .modes = with_question,
      .entry = MenuEntryRow{MenuName::actions, "m_set_success", "Set success (+)"},
-     .button = ButtonRow{6, "+", no_key, "set success", 200,
-                         "You knew the answer: the question's level rises as far as the time since its last test "
-                         "allows, and the next question is asked.\r\n\r\nKey: +, once the answer is shown"}},
+     .button = ButtonRow{6, "+", "set success", 200},
+     .help = "You knew the answer: the question's level rises as far as the time since its last test "
+             "allows, and the next question is asked.\r\n\r\nKey: +, once the answer is shown"},
     {.command = Command::failure,
      .modes = with_question,
      .entry = MenuEntryRow{MenuName::actions, "m_set_failure", "Set failure (-)"},
-     .button = ButtonRow{7, "-", no_key, "set failure", 200,
-                         "You did not know the answer: the question goes back to level 0, and the next question is "
-                         "asked.\r\n\r\nKey: -, once the answer is shown"}},
+     .button = ButtonRow{7, "-", "set failure", 200},
+     .help = "You did not know the answer: the question goes back to level 0, and the next question is "
+             "asked.\r\n\r\nKey: -, once the answer is shown"},
     {.command = Command::next_question,
      .modes = always,
      .entry = MenuEntryRow{MenuName::actions, "m_display_next_question", "Display next question (Q)"},
-     .button = ButtonRow{1, "Next &Question", 'q', "display next question", 300,
-                         "Asks the next question. The one on display gets no verdict; it is marked as shown, so that "
-                         "it does not come again at once. While you are typing or changing a record, you are asked "
-                         "whether to save it first.\r\n\r\nKey: Q"}},
+     .button = ButtonRow{1, "Next &Question", "display next question", 300},
+     .key = 'q',
+     .help = "Asks the next question. The one on display gets no verdict; it is marked as shown, so that "
+             "it does not come again at once. While you are typing or changing a record, you are asked "
+             "whether to save it first.\r\n\r\nKey: Q"},
     {.command = Command::edit,
      .modes = with_question,
      .entry = MenuEntryRow{MenuName::actions, "m_edit", "&Edit current question/answer (E)"},
-     .button =
-         ButtonRow{8, "&Edit", 'e', "modify question or answer", 100,
-                   "Lets you change the question on display and its answer. When you save it, the question starts its "
-                   "history again: attempts, failures and level go back to 0, in both directions.\r\n\r\nKey: E"}},
+     .button = ButtonRow{8, "&Edit", "modify question or answer", 100},
+     .key = 'e',
+     .help = "Lets you change the question on display and its answer. When you save it, the question starts its "
+             "history again: attempts, failures and level go back to 0, in both directions.\r\n\r\nKey: E"},
     {.command = Command::delete_record,
      .modes = outside_editor,
      .entry = MenuEntryRow{MenuName::actions, "m_delete", "&Delete current question/answer (D)"},
-     .button = ButtonRow{11, "&Delete", 'd', "delete question and answer", 220,
-                         "Deletes the question on display and its answer, after asking you. This cannot be undone. "
-                         "Without a question on display it only empties the boxes.\r\n\r\nKey: D"}},
+     .button = ButtonRow{11, "&Delete", "delete question and answer", 220},
+     .key = 'd',
+     .help = "Deletes the question on display and its answer, after asking you. This cannot be undone. "
+             "Without a question on display it only empties the boxes.\r\n\r\nKey: D"},
     {.command = Command::undo,
      .modes = outside_editor_with_records,
      .entry = MenuEntryRow{MenuName::actions, "m_undo", "Undo &previous question result"}},
@@ -140,17 +143,19 @@ constexpr CommandRow commands[] = {
     {.command = Command::show_stats,
      .modes = always,
      .entry = MenuEntryRow{MenuName::show, "m_view_stats", "Show &statistics"},
-     .button = ButtonRow{3, "Show &Stats", 's', "display statistics", 100,
-                         "Shows the statistics of the course in place of the hint or the list.\r\n\r\nKey: S"}},
+     .button = ButtonRow{3, "Show &Stats", "display statistics", 100},
+     .key = 's',
+     .help = "Shows the statistics of the course in place of the hint or the list.\r\n\r\nKey: S"},
     {.command = Command::show_hints,
      .modes = before_answer,
      .entry = MenuEntryRow{MenuName::show, "m_view_hints", "Show &hints"},
-     .button = ButtonRow{4, "Show &Hints", 'h', "display hint", 200,
-                         "Shows words from which you can put the answer together: click them in their order, or go to "
-                         "them with Tab and the arrow keys and choose with Enter. One wrong word ends the question as "
-                         "not known.\r\n\r\nWhile you are typing the answer, shows its shape instead: the letters A to "
-                         "Z and the digits are hidden.\r\n\r\nAn answer that you type after a hint counts as not "
-                         "known.\r\n\r\nKey: H, outside of the boxes; Escape leaves them"}},
+     .button = ButtonRow{4, "Show &Hints", "display hint", 200},
+     .key = 'h',
+     .help = "Shows words from which you can put the answer together: click them in their order, or go to "
+             "them with Tab and the arrow keys and choose with Enter. One wrong word ends the question as "
+             "not known.\r\n\r\nWhile you are typing the answer, shows its shape instead: the letters A to "
+             "Z and the digits are hidden.\r\n\r\nAn answer that you type after a hint counts as not "
+             "known.\r\n\r\nKey: H, outside of the boxes; Escape leaves them"},
     {.command = Command::count_mature,
      .modes = always,
      .entry = MenuEntryRow{MenuName::show, "m_disp_nr_mature", "Show number of &mature questions"}},
@@ -190,22 +195,22 @@ constexpr CommandRow commands[] = {
     {.command = Command::about, .modes = always, .entry = MenuEntryRow{MenuName::help, "m_about", "&About Cuedrill"}},
     {.command = Command::let_me_type,
      .modes = typing,
-     .button =
-         ButtonRow{
-             5, "Let me &Type", 't', "let me type the answer", 200,
-             "Puts the caret into the answer box. Type the answer and press Enter to have it judged; upper and lower "
+     .button = ButtonRow{5, "Let me &Type", "let me type the answer", 200},
+     .key = 't',
+     .help = "Puts the caret into the answer box. Type the answer and press Enter to have it judged; upper and lower "
              "case do not matter. Until the answer is shown or the next question comes, *, + and - are ordinary "
-             "characters.\r\n\r\nKey: T"}},
+             "characters.\r\n\r\nKey: T"},
     {.command = Command::insert,
      .modes = outside_editor,
-     .button = ButtonRow{9, "&Insert", 'i', "insert new question and answer", 200,
-                         "Empties both boxes for a new question and its answer. Texts that you left unsaved come back "
-                         "with Ctrl+Z in each box.\r\n\r\nKey: I"}},
+     .button = ButtonRow{9, "&Insert", "insert new question and answer", 200},
+     .key = 'i',
+     .help = "Empties both boxes for a new question and its answer. Texts that you left unsaved come back "
+             "with Ctrl+Z in each box.\r\n\r\nKey: I"},
     {.command = Command::save,
      .modes = in_editor,
-     .button = ButtonRow{10, "&Save", no_key, "save edited question and answer", 200,
-                         "Stores the question and the answer that you have typed. Blanks around them are dropped; 200 "
-                         "characters fit into each."}},
+     .button = ButtonRow{10, "&Save", "save edited question and answer", 200},
+     .help = "Stores the question and the answer that you have typed. Blanks around them are dropped; 200 "
+             "characters fit into each."},
 };
 
 /// The access letters of the menus in the menu bar.
@@ -232,7 +237,7 @@ const CommandRow& row_of(Command command)
 std::optional<Command> command_with_key(char key)
 {
     for (const CommandRow& row : commands) {
-        if (key != no_key && row.button && row.button->key == key)
+        if (key != no_key && row.key == key)
             return row.command;
     }
     return std::nullopt;
@@ -240,7 +245,10 @@ std::optional<Command> command_with_key(char key)
 
 std::optional<Command> command_with_access_letter(char key)
 {
-    return letters_of_menus.find(key) == std::string_view::npos ? command_with_key(key) : std::nullopt;
+    if (letters_of_menus.find(key) != std::string_view::npos)
+        return std::nullopt;
+    const std::optional<Command> command = command_with_key(key);
+    return command && row_of(*command).button ? command : std::nullopt;
 }
 
 } // namespace cuedrill::drill

@@ -84,10 +84,8 @@ inline constexpr char no_key = 0;
 struct ButtonRow {
     int number; ///< counted from 1, in toolbar order
     const char* caption;
-    char key;                  ///< lower-case letter that runs the command while no text box has the focus
     const char* help_text;     ///< for the tool tip
     common::Twips extra_width; ///< in addition to the width of the caption
-    const char* help;          ///< text of the context help
 };
 
 /// A command and everything that the window shows for it.
@@ -96,13 +94,15 @@ struct CommandRow {
     InModes modes; ///< modes in which it is enabled; some commands have a further condition (see WindowLayout)
     std::optional<MenuEntryRow> entry{};
     std::optional<ButtonRow> button{};
+    char key = no_key;          ///< lower-case letter that runs the command while no text box has the focus
+    const char* help = nullptr; ///< text of the context help; null for none
 };
 
 /// The menus, in order.
 std::span<const MenuRow> menu_table();
 
-/// Every command once; the commands of one menu are in menu order. To add a command, add a row here and a case in
-/// DrillCommands::run.
+/// Every command once; the commands of one menu are in menu order. To add a command, add its name to the enumeration, a
+/// row here and a case in DrillCommands::run; CONTRIBUTING.md says which documents and tests name it, too.
 std::span<const CommandRow> command_table();
 
 const CommandRow& row_of(Command command);
@@ -110,8 +110,8 @@ const CommandRow& row_of(Command command);
 /// The command that has this key, a lower-case letter; std::nullopt if there is none.
 std::optional<Command> command_with_key(char key);
 
-/// The command that has this key and can also be run with Alt, because no menu uses the letter; std::nullopt if there
-/// is none.
+/// The command that has this key and a button, and can also be run with Alt, because no menu uses the letter;
+/// std::nullopt if there is none.
 std::optional<Command> command_with_access_letter(char key);
 
 } // namespace cuedrill::drill

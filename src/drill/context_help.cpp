@@ -64,13 +64,16 @@ void ContextHelp::attach()
 
 void ContextHelp::attach_toolbar()
 {
-    std::map<int, const ButtonRow*> buttons;
+    std::map<int, const CommandRow*> buttons;
     for (const CommandRow& row : command_table()) {
         if (row.button)
-            buttons[row.button->number] = &*row.button;
+            buttons[row.button->number] = &row;
+        else if (row.help != nullptr)
+            // A click on a menu entry chooses it, so its help is shown with all the rest only.
+            note(common::replace_all(row.entry->caption, "&", ""), row.help);
     }
     for (const auto& [number, row] : buttons)
-        offer(common::replace_all(row->caption, "&", ""), *form1_.pb.at(static_cast<std::size_t>(number - 1)),
+        offer(common::replace_all(row->button->caption, "&", ""), *form1_.pb.at(static_cast<std::size_t>(number - 1)),
               row->help);
 }
 

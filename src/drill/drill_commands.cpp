@@ -29,7 +29,7 @@ void DrillCommands::attach()
 
 void DrillCommands::RunToolbarCommand(Command command)
 {
-    if (!controls_.button(command).enabled())
+    if (!controls_.enabled(command))
         return;
     platform::TextBox* const typed_in = box_with_focus();
     form1_.bot_focus.set_focus();

@@ -68,8 +68,8 @@ public:
     /// @throws whatever the command throws.
     void run(Command command);
 
-    /// Does what a click on the command's button does: nothing while the button is disabled. Takes the focus out of the
-    /// text boxes, unless the command puts it there.
+    /// Does what a click on the command's button, or its key, does: nothing while the command is disabled. Takes the
+    /// focus out of the text boxes, unless the command puts it there.
     /// @throws whatever the command throws.
     void RunToolbarCommand(Command command);
 

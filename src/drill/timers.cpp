@@ -52,7 +52,8 @@ void Timers::timer_1_min_tick()
     }
 }
 
-/// No box: the user asked for nothing, and the next minute tries again. A request for a verdict stays.
+/// Uses the status line, not a box: this runs without the user asking, and is retried in a minute. A request for a
+/// verdict in the status line stays.
 void Timers::tell_about_work_time(const std::string& text)
 {
     if (!state_.AwaitingVerdict)

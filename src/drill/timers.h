@@ -13,8 +13,7 @@
 
 namespace cuedrill::drill {
 
-/// What happens as time goes by while a course is open: the clock ticks, the work time is shown and stored, and texts
-/// of the status line expire.
+/// The timers that run while a course is open: the clock, the work time, and the expiry of the status line.
 class Timers {
 public:
     Timers(platform::Form1& form1, store::CourseParamsStore& params, Statistics& statistics, MainScreen& screen,
@@ -28,7 +27,7 @@ public:
     void start();
     void stop();
 
-    /// Shows and stores the work time; called each minute, so that a crash costs no more than one.
+    /// Shows and stores the work time. Runs every minute, so that a crash loses at most one minute of it.
     void timer_1_min_tick();
     /// Shows the time of day.
     void timer_1_sec_tick();

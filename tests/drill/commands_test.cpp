@@ -1,6 +1,10 @@
+#include "common/text.h"
 #include "drill/commands.h"
 
+#include <cctype>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <set>
 #include <string>
 
@@ -50,9 +54,37 @@ TEST(CommandTable, gives_no_key_twice)
 {
     std::set<char> keys;
     for (const CommandRow& row : command_table()) {
-        if (row.button && row.button->key != no_key) {
-            EXPECT_TRUE(keys.insert(row.button->key).second) << row.button->key;
+        if (row.key != no_key) {
+            EXPECT_TRUE(keys.insert(row.key).second) << row.key;
         }
+    }
+}
+
+TEST(CommandTable, gives_each_key_a_help_that_names_it)
+{
+    for (const CommandRow& row : command_table()) {
+        if (row.key == no_key)
+            continue;
+        ASSERT_NE(row.help, nullptr) << row.key;
+        const std::string help = row.help;
+        const std::size_t keys = help.rfind("\r\n\r\nKey");
+        ASSERT_NE(keys, std::string::npos) << row.key;
+        EXPECT_NE(help.find(static_cast<char>(std::toupper(row.key)), keys), std::string::npos) << row.key;
+    }
+}
+
+TEST(CommandTable, is_told_in_the_manual)
+{
+    std::ifstream file(CUEDRILL_MANUAL);
+    const std::string manual{std::istreambuf_iterator<char>(file), {}};
+    ASSERT_FALSE(manual.empty());
+    for (const CommandRow& row : command_table()) {
+        if (!row.entry)
+            continue;
+        std::string caption = common::replace_all(row.entry->caption, "&", "");
+        // What changes while the program runs is not told.
+        caption = std::string(common::trim_blanks(caption.substr(0, caption.find("(now"))));
+        EXPECT_NE(manual.find("<td>" + caption), std::string::npos) << caption;
     }
 }
 
