@@ -58,11 +58,18 @@ public:
     explicit CommitError(const DatabaseError& error) : DatabaseError(error) {}
 };
 
+/// An index that a course is quicker with and complete without.
+struct AidIndex {
+    std::string name;
+    std::string statement; ///< CREATE INDEX
+};
+
 /// A table as the statements that make it.
 struct TableSchema {
     std::string name;
     std::string table;                ///< CREATE TABLE
     std::vector<std::string> indexes; ///< CREATE INDEX, one each
+    std::vector<AidIndex> aids{};     ///< made with the table, and at opening where they are not there
 };
 
 /// The rows of a query, read forward. It keeps a statement of the engine open: it must be gone before a box is shown,
@@ -157,7 +164,8 @@ public:
     virtual void finish_creation() = 0;
 
     /// Opens an existing file for reading and writing after checking that it is sound, writable, and holds
-    /// plain tables with exactly the columns of `expected`. A file that is refused is not changed.
+    /// plain tables with exactly the columns of `expected`. A file that is refused is not changed. Aid indexes that it
+    /// lacks are made, in one transaction; where they cannot be written, it is open without them.
     virtual void open(const std::string& path, std::span<const TableSchema> expected) = 0;
 
     /// What opening wanted to store and found no room for, in words for the trace; empty where nothing is missing. It
