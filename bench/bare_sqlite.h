@@ -2,13 +2,15 @@
 
 #include "platform/text_compare.h"
 
+#include <cstdint>
 #include <sqlite3.h>
 #include <string>
+#include <string_view>
 
 namespace cuedrill::bench {
 
 /// The engine used with as little as possible around it: the floor that the program is measured against. It has the
-/// same order of texts and the same durability.
+/// same order of texts, the same durability and the same room for pages.
 class BareSqlite {
 public:
     BareSqlite(const std::string& path, const platform::TextCompare& text_compare);
@@ -17,18 +19,44 @@ public:
     ~BareSqlite();
 
     /// Runs a statement to its end and gives the first column of its first row as a whole number, or 0.
-    sqlite3_int64 run(const std::string& sql);
+    std::int64_t run(const std::string& sql);
 
-    /// Runs only up to the first row.
-    sqlite3_int64 first(const std::string& sql);
-
-    [[nodiscard]] sqlite3_stmt* prepare(const std::string& sql);
+    /// @throws common::Error unless `code` stands for success.
     void check(int code);
+    [[nodiscard]] sqlite3* handle() { return db_; }
 
 private:
-    sqlite3_int64 step(const std::string& sql, bool all_rows);
-
     sqlite3* db_ = nullptr;
+};
+
+/// A prepared statement of the bare engine.
+class BareStatement {
+public:
+    BareStatement(BareSqlite& sqlite, const std::string& sql);
+    BareStatement(const BareStatement&) = delete;
+    BareStatement& operator=(const BareStatement&) = delete;
+    ~BareStatement();
+
+    BareStatement& bind(int position, std::int64_t number);
+    BareStatement& bind(int position, double number);
+    /// The text must live until the statement has run.
+    BareStatement& bind(int position, std::string_view text);
+
+    /// To the next row; behind the last one it is false, and the statement is reset.
+    bool step();
+    void reset() { sqlite3_reset(statement_); }
+    /// Runs it to its end and gives the first column of its first row as a whole number, or 0.
+    std::int64_t run();
+    /// The same up to the first row.
+    std::int64_t first();
+
+    [[nodiscard]] std::int64_t integer(int column) { return sqlite3_column_int64(statement_, column); }
+    [[nodiscard]] double number(int column) { return sqlite3_column_double(statement_, column); }
+    [[nodiscard]] std::string_view text(int column);
+
+private:
+    BareSqlite& sqlite_;
+    sqlite3_stmt* statement_ = nullptr;
 };
 
 } // namespace cuedrill::bench

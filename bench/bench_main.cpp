@@ -1,66 +1,89 @@
-#include "bench_names.h"
+#include "memory.h"
+#include "operations.h"
 #include "platform/qt/qt_look.h"
+#include "timing.h"
 
 #include <QApplication>
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <cstdlib>
-#include <map>
-#include <string>
+#include <cstring>
+#include <string_view>
 #include <vector>
 
 namespace {
 
-/// Remembers the times, to set each against its floor. Of repetitions the quickest counts: what else runs on the
-/// machine only adds to the time.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            if (run.error_occurred || run.run_type != Run::RT_Iteration)
-                continue;
-            double& time = times_.try_emplace(run.run_name.function_name, run.GetAdjustedRealTime()).first->second;
-            time = std::min(time, run.GetAdjustedRealTime());
-        }
-    }
+using cuedrill::bench::Operation;
 
-    void print_ratios() const
-    {
-        std::printf("\n%-40s %12s %12s %8s\n", "", "program/ms", "floor/ms", "ratio");
-        for (const auto& [name, time] : times_) {
-            const std::string suffix = "/program";
-            if (!name.ends_with(suffix))
-                continue;
-            const std::string base = name.substr(0, name.size() - suffix.size());
-            const auto floor = times_.find(cuedrill::bench::floor_name(base));
-            if (floor != times_.end())
-                std::printf("%-40s %12.3f %12.3f %8.2f\n", base.c_str(), time, floor->second, time / floor->second);
-        }
-    }
+/// The largest course that can be drilled: record numbers have 16 bits.
+constexpr int full_course = 32767;
 
-private:
-    std::map<std::string, double> times_; ///< milliseconds
+struct Plan {
+    std::vector<int> sizes{300, 3000, 30000};
+    int memory_size = full_course;
+    double min_time = 0; ///< of one measurement, seconds; 0 for that of the command line
 };
+
+/// Only shows that all of it still works: the figures mean little.
+Plan brief_plan()
+{
+    return {.sizes = {300}, .memory_size = 300, .min_time = 0.001};
+}
+
+/// Takes the argument out, where it is there.
+bool take_argument(int& argc, char** argv, const char* argument)
+{
+    char** const end = argv + argc;
+    char** const rest = std::remove_if(argv, end, [&](const char* one) { return std::strcmp(one, argument) == 0; });
+    argc = static_cast<int>(rest - argv);
+    return rest != end;
+}
+
+std::vector<Operation> all_operations()
+{
+    std::vector<Operation> all;
+    for (const auto& some :
+         {cuedrill::bench::drill_operations(), cuedrill::bench::course_operations(), cuedrill::bench::list_operations(),
+          cuedrill::bench::window_operations(), cuedrill::bench::start_operations()})
+        all.insert(all.end(), some.begin(), some.end());
+    return all;
+}
 
 } // namespace
 
+/// --brief runs everything once on a small course; --memory measures memory alone; --in-turn measures
+/// each operation and its floor in turn, for a machine that is not quiet. All other arguments are those of
+/// Google Benchmark.
 int main(int argc, char** argv)
 {
+    const Plan plan = take_argument(argc, argv, "--brief") ? brief_plan() : Plan{};
+    const bool in_turn = take_argument(argc, argv, "--in-turn");
+    const bool memory_alone = take_argument(argc, argv, "--memory");
+    const bool filtered = std::any_of(
+        argv, argv + argc, [](const char* one) { return std::string_view(one).starts_with("--benchmark_filter="); });
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return EXIT_FAILURE;
+    const std::vector<Operation> operations = all_operations();
+    static_cast<void>(cuedrill::bench::sample_folder());
+    // Who measures some operations wants their times.
+    const bool memory_good = filtered || cuedrill::bench::print_memory(operations, plan.memory_size);
+    if (memory_alone)
+        return memory_good ? EXIT_SUCCESS : EXIT_FAILURE;
+
+    if (in_turn) {
+        cuedrill::bench::TimeTable times;
+        times.measure_in_turn(operations, plan.sizes);
+        times.print(operations, plan.sizes);
+        return memory_good && !times.any_failed() ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     if (std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") == nullptr)
         setenv("QT_QPA_PLATFORM", "offscreen", 0);
     const QApplication application(argc, argv);
     cuedrill::platform::qt::set_up_application();
-    cuedrill::bench::register_course_benchmarks();
-    cuedrill::bench::register_list_benchmarks();
-    cuedrill::bench::register_start_benchmarks();
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    reporter.print_ratios();
-    return EXIT_SUCCESS;
+    cuedrill::bench::register_operations(operations, plan.sizes, plan.min_time);
+    cuedrill::bench::TimeTable times;
+    benchmark::RunSpecifiedBenchmarks(&times);
+    times.print(operations, plan.sizes);
+    return memory_good && !times.any_failed() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -53,7 +53,7 @@ std::string answer_of(int number)
     return "It means " + word(n + 104729) + ", " + word(n + 1299709) + ".";
 }
 
-void write_question_text(const std::string& path)
+void write_question_text(const std::string& path, int records)
 {
     std::ofstream file(path, std::ios::binary);
     for (int number = 1; number <= records; ++number)
@@ -62,7 +62,7 @@ void write_question_text(const std::string& path)
         throw common::Error("The question text for the benchmark cannot be written.");
 }
 
-void make_sample_course(const std::string& path, const platform::TextCompare& text_compare, int count)
+void make_sample_course(const std::string& path, const platform::TextCompare& text_compare, int records)
 {
     platform::sqlite::SqliteDatabase database(text_compare);
     store::create_course_db(database, path);
@@ -70,7 +70,7 @@ void make_sample_course(const std::string& path, const platform::TextCompare& te
     database.open(path, store::course_tables());
     const common::DateTime now = platform::system::SystemClock().now();
     platform::Transaction transaction(database);
-    for (int number = 1; number <= count; ++number) {
+    for (int number = 1; number <= records; ++number) {
         const bool tested = number % 3 != 0;
         const double age = 0.001 * (number % 4000);
         database.execute("Insert into qa (q, a, q_attempts, a_attempts, q_fails, a_fails, a_successes, q_successes, "
@@ -81,10 +81,19 @@ void make_sample_course(const std::string& path, const platform::TextCompare& te
     transaction.commit();
 }
 
-std::string fresh_sample(const WorkFolder& folder)
+const WorkFolder& sample_folder()
 {
+    static const WorkFolder folder;
+    return folder;
+}
+
+std::string fresh_sample(const WorkFolder& folder, int records)
+{
+    const std::string made = sample_folder().file(std::to_string(records) + ".crs");
+    if (!std::filesystem::exists(made))
+        make_sample_course(made, platform::icu::IcuTextCompare(), records);
     std::string path = folder.file("sample.crs");
-    make_sample_course(path, platform::icu::IcuTextCompare());
+    std::filesystem::copy_file(made, path);
     return path;
 }
 

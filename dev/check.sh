@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Checks everything: format, floors, scripts, build, tests. dev/check.sh --quick leaves out the build and the tests.
+# Checks everything: format, floors, scripts, build, tests, benchmarks. dev/check.sh --quick leaves out the build and what
+# needs it.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -34,4 +35,8 @@ step Scripts shellcheck --external-sources run test .ci/run dev/lib.sh dev/check
 [[ $failed == 0 ]] || exit 1
 if [[ $# == 0 ]]; then
     ./test
+    # Every operation once, on a small course: only that it still works. The figures mean nothing.
+    need_utf8
+    step Benchmarks quietly build/dev/bench/cuedrill-bench --brief
+    [[ $failed == 0 ]] || exit 1
 fi

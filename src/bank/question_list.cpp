@@ -25,6 +25,8 @@ std::optional<QuestionList> read_questions(store::Course& course, const std::str
 {
     QuestionList questions;
     questions.clause = clause;
+    // By text, by level and by number the rows come in the order of an index. By the date of the last show they are
+    // sorted: an index of its own would be kept up to date by each verdict, for a list that is seldom asked for.
     const auto rows = course.database().open_recordset("Select * from qa " + clause);
     if (rows->bof() && rows->eof())
         return std::nullopt;

@@ -58,11 +58,18 @@ public:
     explicit CommitError(const DatabaseError& error) : DatabaseError(error) {}
 };
 
+/// An index that makes a course faster; the course is complete without it.
+struct AidIndex {
+    std::string name;
+    std::string statement; ///< CREATE INDEX
+};
+
 /// A table, given by the statements that create it.
 struct TableSchema {
     std::string name;
     std::string table;                ///< CREATE TABLE
     std::vector<std::string> indexes; ///< CREATE INDEX, one each
+    std::vector<AidIndex> aids{};     ///< created with the table, and at opening if they are missing
 };
 
 /// The rows of a query, read forward. It keeps a statement of the engine open: destroy it before showing a box, pumping
@@ -157,7 +164,8 @@ public:
     virtual void finish_creation() = 0;
 
     /// Opens an existing file for reading and writing after checking that it is sound, writable, and holds plain tables
-    /// with exactly the columns of `expected`. A rejected file is not changed.
+    /// with exactly the columns of `expected`. A rejected file is not changed. Creates the aid indexes that the file
+    /// lacks, in one transaction; if they cannot be written, the file is open without them.
     virtual void open(const std::string& path, std::span<const TableSchema> expected) = 0;
 
     /// What opening could not store because the disk was full, in words for the trace log; empty if nothing is missing.

@@ -1,26 +1,54 @@
 #include "scheduler/counts.h"
 
+#include <cstddef>
+#include <string>
+
 namespace cuedrill::scheduler {
 namespace {
 
-std::int64_t count_level(store::Course& course, int level)
+std::string count_of(const std::string& condition)
 {
-    const char* const comparison = level < last_counted_level ? " = " : " >= ";
-    return store::single_number(course.database(), "Select count(0) from qa WHERE " + course.Q_FIELD.successes +
-                                                       comparison + std::to_string(level));
+    return "(Select count(*) from qa" + (condition.empty() ? "" : " WHERE " + condition) + ")";
+}
+
+/// All records, those of no level, and those of each level from 1 on. One statement: all figures are of one moment.
+///
+/// Each count but the first is one run of entries of the side's index, and no two of them have an entry in common. The
+/// engine has all records from the sizes of the index's pages, without a look at the entries.
+std::string count_query(const std::string& successes)
+{
+    std::string sql =
+        "Select " + count_of("") + ", " + count_of(successes + " is null") + ", " + count_of(successes + " < 0") + ", ";
+    for (int level = 1; level < last_counted_level; ++level)
+        sql += count_of(successes + " = " + std::to_string(level)) + ", ";
+    return sql + count_of(successes + " >= " + std::to_string(last_counted_level));
 }
 
 } // namespace
 
 Counts count(store::Course& course)
 {
+    // Where the columns stand.
+    constexpr int all = 0;
+    constexpr int no_level = 1;
+    constexpr int below_levels = 2; // in courses made elsewhere
+    constexpr int before_level_1 = 2;
+
+    const auto row = course.database().open_recordset(count_query(course.Q_FIELD.successes));
+    const auto number = [&row](int column) { return std::get<std::int64_t>(row->field(column)); };
     Counts counts;
+    // Level 0 is what the others leave. It is the largest for long, and a question that need not be counted costs
+    // nothing.
+    std::int64_t rest = number(all) - number(no_level) - number(below_levels);
+    for (int level = 1; level <= last_counted_level; ++level) {
+        counts.level.at(static_cast<std::size_t>(level)) = number(before_level_1 + level);
+        rest -= number(before_level_1 + level);
+    }
+    counts.level.at(0) = rest;
     for (int level = 0; level <= last_counted_level; ++level) {
-        const std::int64_t questions = count_level(course, level);
-        counts.level.at(static_cast<std::size_t>(level)) = questions;
         // With a target above 5 the last group counts passed questions as well; six groups cannot tell more.
         if (level < course.params.target_level)
-            counts.unpassed += questions;
+            counts.unpassed += counts.level.at(static_cast<std::size_t>(level));
     }
     return counts;
 }

@@ -1,5 +1,7 @@
 #include "scheduler/maturity.h"
 
+#include <vector>
+
 namespace cuedrill::scheduler {
 namespace {
 
@@ -17,30 +19,48 @@ std::string not_just_shown(const store::SideFields& asked, const DeadTimes& dead
 
 } // namespace
 
+// Each combination of "this level, or none" and "tested before, or never" is a statement of its own: one run of entries
+// that stand together in the side's index, already in the order that is asked for. With "or" between the conditions the
+// engine would walk through all of a level to find that nothing of it is mature, or sort. It merges the runs by that
+// order as their rows are fetched, so the first row costs a look-up in each run. The columns are those of the index and
+// no others, so that the rows of the table are not read.
 std::string mature_query(const store::SideFields& asked, const DeadTimes& dead_times, int level, bool tested_only,
                          common::DateTime now)
 {
-    std::string sql = "Select * from qa where (" + asked.successes + "=" + std::to_string(level);
+    std::vector<std::string> levels{"=" + std::to_string(level)};
     if (level == 0 && !tested_only)
-        sql += " or " + asked.successes + " is null";
-    sql += ") and (" + asked.date_last_test + " < " + literal_before(now, dead_times.dead_time(level));
-    sql += tested_only ? ")" : " or " + asked.date_last_test + " is null)";
-    sql += not_just_shown(asked, dead_times, now);
-    sql += " order by " + asked.successes + " desc, " + asked.date_last_test + " asc, cnt asc";
-    return sql;
+        levels.emplace_back(" is null");
+    std::vector<std::string> tests{" < " + literal_before(now, dead_times.dead_time(level))};
+    if (!tested_only)
+        tests.emplace_back(" is null");
+    std::string sql;
+    for (const std::string& of_level : levels) {
+        for (const std::string& tested : tests) {
+            sql += sql.empty() ? "" : " union all ";
+            sql += "Select cnt, " + asked.successes + ", " + asked.date_last_test + " from qa where (" +
+                   asked.successes + of_level + ") and (" + asked.date_last_test + tested + ")" +
+                   not_just_shown(asked, dead_times, now);
+        }
+    }
+    return sql + " order by " + asked.successes + " desc, " + asked.date_last_test + " asc, cnt asc";
 }
 
+// One statement a level again: with "or" between them the engine would keep the rows that it has met, to meet none
+// twice.
 std::string all_mature_query(const store::SideFields& asked, const DeadTimes& dead_times, common::Int16 target_level,
                              MatureResult result, common::DateTime now)
 {
-    std::string sql = std::string("Select ") + (result == MatureResult::count ? "count(0)" : "*") + " from qa where (";
+    const bool counted = result == MatureResult::count;
+    std::string sql = counted ? "Select " : "";
     for (int level = target_level - 1; level >= 0; --level) {
-        sql += level == target_level - 1 ? "(" : " or (";
-        sql += asked.successes + " = " + std::to_string(level) + " and " + asked.date_last_test + " < " +
-               literal_before(now, dead_times.dead_time(level)) + ")";
+        if (level < target_level - 1)
+            sql += counted ? " + " : " union all ";
+        sql += std::string(counted ? "(Select count(0)" : "Select *") + " from qa where (" + asked.successes + " = " +
+               std::to_string(level) + " and " + asked.date_last_test + " < " +
+               literal_before(now, dead_times.dead_time(level)) + ")" + not_just_shown(asked, dead_times, now) +
+               (counted ? ")" : "");
     }
-    sql += ")" + not_just_shown(asked, dead_times, now);
-    if (result == MatureResult::rows)
+    if (!counted)
         sql += " order by " + asked.successes + " desc," + asked.date_last_test + " asc";
     return sql;
 }

@@ -9,7 +9,8 @@
 
 namespace cuedrill::scheduler {
 
-/// The statement that gives the mature questions of one level, those to be asked first at the top.
+/// The statement that gives the mature questions of one level, those to be asked first at the top: the number `cnt` of
+/// each, its level and the date of its last test.
 /// @param tested_only leaves out questions that were never tested.
 /// @throws common::OutOfRangeError for a level outside 0 to 9.
 std::string mature_query(const store::SideFields& asked, const DeadTimes& dead_times, int level, bool tested_only,

@@ -3,6 +3,7 @@
 #include "common/number_format.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace cuedrill::scheduler {
 namespace {
@@ -10,19 +11,75 @@ namespace {
 constexpr std::int64_t minute_seconds = 60;
 constexpr std::int64_t day_seconds = 86400;
 
-/// The rows of `qa` that can become mature, each with the moment `due` that has to have passed, as a day number. What
-/// is null never kept a question from being asked.
-std::string due_rows(const store::SideFields& asked, const DeadTimes& dead_times, common::Int16 target_level)
+/// What the statements about one group of questions have in common: those of one level, or of none, which counts as 0.
+struct Group {
+    std::string rows;  ///< "from qa where …"
+    std::string test;  ///< name of the date of the last test
+    std::string due;   ///< moment that has to have passed since the last test, as a day number
+    std::string shown; ///< the same since the last show
+    double rest = 0;   ///< days of the dead time
+};
+
+std::vector<Group> groups_below(const store::SideFields& asked, const DeadTimes& dead_times, common::Int16 target_level)
 {
-    std::string sql = "(Select max(ifnull(" + asked.date_last_test + " + case ifnull(" + asked.successes + ", 0)";
+    std::vector<Group> groups;
+    const auto add = [&](const std::string& of_level, double rest) {
+        groups.push_back(
+            {.rows = " from qa where " + asked.successes + of_level,
+             .test = asked.date_last_test,
+             .due = asked.date_last_test + " + " + common::format_general(rest),
+             .shown = asked.date_last_show + " + " + common::format_general(dead_times.unanswered_dead_time()),
+             .rest = rest});
+    };
+    add(" is null", dead_times.dead_time(0));
     for (int level = 0; level < target_level; ++level)
-        sql += " when " + std::to_string(level) + " then " + common::format_general(dead_times.dead_time(level));
-    sql += " end, 0), ifnull(" + asked.date_last_show + " + " +
-           common::format_general(dead_times.unanswered_dead_time()) + ", 0)) as due from qa where ifnull(" +
-           asked.successes + ", 0) in (0";
-    for (int level = 1; level < target_level; ++level)
-        sql += ", " + std::to_string(level);
-    return sql + "))";
+        add(" = " + std::to_string(level), dead_times.dead_time(level));
+    return groups;
+}
+
+/// The moments among which the first one of a group stands. What is null never kept a question from being asked.
+///
+/// The entries of the side's index are followed in the order of the last test, up to the first question that has not
+/// been shown since: it is due after its dead time, and those behind it are due no sooner. Before it stand only
+/// questions that wait for the time since their last show.
+std::string first_moments(const Group& group)
+{
+    const std::string not_shown_since = "(" + group.shown + " <= " + group.due + " or " + group.shown + " is null)";
+    const std::string first = group.rows + " and " + group.test + " is not null and " + not_shown_since + " order by " +
+                              group.test + " limit 1";
+    const std::string beyond_all_dates = "9e999";
+    return "Select min(ifnull(" + group.shown + ", 0)) as due" + group.rows + " and " + group.test +
+           " is null union all Select (Select " + group.due + first + ") union all Select min(" + group.shown + ")" +
+           group.rows + " and " + group.test + " < ifnull((Select " + group.test + first + "), " + beyond_all_dates +
+           ")";
+}
+
+/// The statement that gives the first moment of all, as a day number; null where there is none. Nothing is due before
+/// day 0.
+std::string first_moment_query(const std::vector<Group>& groups)
+{
+    std::string moments;
+    for (const Group& group : groups)
+        moments += (moments.empty() ? "" : " union all ") + first_moments(group);
+    return "Select max(min(due), 0) from (" + moments + ")";
+}
+
+/// The statement that counts the questions that are due before the day number `end`.
+std::string due_before_query(const std::vector<Group>& groups, double end)
+{
+    const std::string before_end = " < " + common::format_general(end);
+    std::string sum;
+    for (const Group& group : groups) {
+        const std::string count = "(Select count(0)" + group.rows + " and ";
+        const std::string shown = " and (" + group.shown + before_end + " or " + group.shown + " is null))";
+        // The bare date is what the index can be entered with. It is a second too wide, so that the sum decides, whose
+        // last bits are not those of a difference.
+        const std::string entered =
+            group.test + " < " + common::format_general(end - group.rest + 1.0 / day_seconds) + " and ";
+        sum += (sum.empty() ? "" : " + ") + count + group.test + " is null" + shown;
+        sum.append(" + ").append(count).append(entered).append(group.due).append(before_end).append(shown);
+    }
+    return "Select " + sum;
 }
 
 common::DateTime end_of_day(common::DateTime instant)
@@ -70,10 +127,10 @@ std::string due_text(const NextDue& due, common::DateTime now)
 
 std::optional<NextDue> find_next_due(store::Course& course, const DeadTimes& dead_times, common::DateTime now)
 {
-    const std::string rows = due_rows(course.Q_FIELD, dead_times, course.params.target_level);
+    const std::vector<Group> groups = groups_below(course.Q_FIELD, dead_times, course.params.target_level);
     NextDue due;
     {
-        const auto first = course.database().open_recordset("Select min(due) from " + rows);
+        const auto first = course.database().open_recordset(first_moment_query(groups));
         const std::optional<common::DateTime> moment = store::stored_date(first->field(0));
         if (!moment)
             return std::nullopt;
@@ -81,8 +138,7 @@ std::optional<NextDue> find_next_due(store::Course& course, const DeadTimes& dea
     }
     // Half a second before: the sums of days and fractions differ in their last bits.
     const double end = (static_cast<double>(end_of_day(std::max(due.at, now)).seconds()) - 0.5) / day_seconds;
-    due.by_end_of_day = store::single_number(course.database(), "Select count(0) from " + rows + " where due < " +
-                                                                    common::format_general(end));
+    due.by_end_of_day = store::single_number(course.database(), due_before_query(groups, end));
     return due;
 }
 

@@ -14,6 +14,9 @@ using common::Int16;
 /// The most questions that are drawn from at random.
 constexpr std::size_t most_candidates = 10000;
 
+/// Of the statement that gives the mature questions of a level.
+constexpr int cnt_column = 0;
+
 Int16 record_number(const platform::Value& cnt)
 {
     return store::nz_int16(cnt, "record number");
@@ -26,7 +29,7 @@ Int16 draw(platform::Recordset& rows, platform::RandomSource& random)
         if (candidates.size() == most_candidates)
             throw common::OutOfRangeError("Subscript out of range: more than 10000 mature questions of one level "
                                           "cannot be drawn from at random.");
-        candidates.push_back(rows.field("cnt"));
+        candidates.push_back(rows.field(cnt_column));
     }
     const double position = std::floor(random.uniform() * static_cast<double>(candidates.size()));
     // A number beyond 16 bits is an error only when it is the one that is drawn.
@@ -63,7 +66,7 @@ std::optional<Int16> select_mature(store::Course& course, const DeadTimes& dead_
         course.database().open_recordset(mature_query(course.Q_FIELD, dead_times, level, tested_only, now));
     if (rows->bof() && rows->eof())
         return std::nullopt;
-    return course.params.random_mode ? draw(*rows, random) : record_number(rows->field("cnt"));
+    return course.params.random_mode ? draw(*rows, random) : record_number(rows->field(cnt_column));
 }
 
 std::int64_t count_mature(store::Course& course, const DeadTimes& dead_times, common::DateTime now)

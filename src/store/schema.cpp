@@ -43,7 +43,15 @@ const platform::TableSchema& qa_table()
                  R"("q_date_last_show" REAL, )"
                  R"("a_date_last_show" REAL) STRICT)",
         // Index names are one namespace in a file, so the table's name stands before them.
-        .indexes = {R"(CREATE INDEX "qa_q" ON "qa" ("q"))", R"(CREATE INDEX "qa_a" ON "qa" ("a"))"}};
+        .indexes = {R"(CREATE INDEX "qa_q" ON "qa" ("q"))", R"(CREATE INDEX "qa_a" ON "qa" ("a"))"},
+        // The next question of a direction and its figures are read from one of these alone: in the order in which
+        // questions are asked, level by level, with the date that can keep one from being asked.
+        .aids = {{.name = "qa_q_due",
+                  .statement = R"(CREATE INDEX "qa_q_due" ON "qa" ()"
+                               R"("q_successes", "q_date_last_test", "cnt", "q_date_last_show"))"},
+                 {.name = "qa_a_due",
+                  .statement = R"(CREATE INDEX "qa_a_due" ON "qa" ()"
+                               R"("a_successes", "a_date_last_test", "cnt", "a_date_last_show"))"}}};
     return table;
 }
 

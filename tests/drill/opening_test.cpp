@@ -39,7 +39,8 @@ TEST_F(Opening, counts_the_records_by_one_query)
     const auto& statements = database.statements();
     EXPECT_EQ(std::count(statements.begin(), statements.end(), "Select count(0) from qa"), 1);
     EXPECT_TRUE(std::none_of(statements.begin(), statements.end(), [](const std::string& statement) {
-        return statement.find("from qa") != std::string::npos && !statement.starts_with("Select count(0) from qa");
+        return statement.find("from qa") != std::string::npos && !statement.starts_with("Select count(0) from qa") &&
+               !statement.starts_with("Select (Select count(*) from qa)");
     })) << "nothing but counts is asked about the records";
 }
 

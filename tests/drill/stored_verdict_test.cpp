@@ -123,7 +123,7 @@ class UnrefreshedVerdict : public VerdictFailure, public testing::WithParamInter
 TEST_P(UnrefreshedVerdict, is_kept_and_takes_the_question_away)
 {
     open_course();
-    database.fail_at(Operation::open_recordset, 3);
+    database.fail_at(Operation::open_recordset);
     EXPECT_THROW(give(GetParam()), platform::DatabaseError);
     EXPECT_EQ(stored().attempts, 5);
     EXPECT_EQ(course.params.score_today, GetParam() == Verdict::success ? 7 : 5);

@@ -117,7 +117,7 @@ TEST_F(FailingVerdict, counts_after_a_success_leave_one_verdict_and_no_question)
 
 TEST_F(FailingVerdict, counts_after_a_failure_leave_one_verdict_and_no_question)
 {
-    fail_at(Operation::open_recordset, 3);
+    fail_at(Operation::open_recordset);
     no();
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 2, 0, clock.time, clock.time}));
     expect_nothing_to_judge();
@@ -125,7 +125,7 @@ TEST_F(FailingVerdict, counts_after_a_failure_leave_one_verdict_and_no_question)
 
 TEST_F(FailingVerdict, selection_after_a_verdict_leaves_one_verdict_and_no_question)
 {
-    fail_at(Operation::open_recordset, 7); // after the six counts
+    fail_at(Operation::open_recordset, 2); // after the counts
     yes();
     EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
     expect_nothing_to_judge();

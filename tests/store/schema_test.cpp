@@ -35,6 +35,10 @@ constexpr const char* qa_ddl = R"(CREATE TABLE "qa" ()"
                                R"(CREATE INDEX "qa_q" ON "qa" ("q"); )"
                                R"(CREATE INDEX "qa_a" ON "qa" ("a"))";
 
+constexpr const char* aids_ddl =
+    R"(CREATE INDEX "qa_q_due" ON "qa" ("q_successes", "q_date_last_test", "cnt", "q_date_last_show"); )"
+    R"(CREATE INDEX "qa_a_due" ON "qa" ("a_successes", "a_date_last_test", "cnt", "a_date_last_show"))";
+
 using fakes::Operation;
 using platform::DatabaseError;
 using platform::DatabaseErrorKind;
@@ -69,7 +73,7 @@ TEST_F(Schema, the_texts_of_its_statements_are_what_the_file_holds)
     for (const platform::Row row :
          engine.database.query("Select sql from sqlite_schema where name not like 'sqlite_*' order by rowid"))
         texts += std::get<std::string>(row.field(0)) + "; ";
-    EXPECT_EQ(texts, std::string(params_ddl) + "; " + std::string(qa_ddl) + "; ");
+    EXPECT_EQ(texts, std::string(params_ddl) + "; " + qa_ddl + "; " + aids_ddl + "; ");
 }
 
 TEST_F(Schema, the_same_question_is_stored_twice)

@@ -1,5 +1,6 @@
 #include "platform/sqlite/sqlite_database.h"
 
+#include "platform/sqlite/aid_indexes.h"
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite/course_check.h"
 #include "platform/sqlite/engine_error.h"
@@ -143,6 +144,8 @@ void SqliteDatabase::append_table(const TableSchema& table)
         connection.run(table.table);
         for (const std::string& index : table.indexes)
             connection.run(index);
+        for (const AidIndex& aid : table.aids)
+            connection.run(aid.statement);
         new_tables_.push_back(table);
     } catch (...) {
         close();
@@ -206,6 +209,9 @@ void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const
         accept_log(*connection);
     connection->set_up_for_work();
     order_now_or_later(*connection, expected);
+    // What is put off for want of room comes first, and the next opening makes the rest.
+    if (unstored_.empty())
+        make_aid_indexes(*connection, expected);
     connection->allow_any_time();
     connection_ = connection;
 }

@@ -94,6 +94,8 @@ std::vector<ExpectedTable> expected_tables(std::span<const TableSchema> schemas,
         Statement(db.get(), rules, schema.table).run();
         for (const std::string& index : schema.indexes)
             Statement(db.get(), rules, index).run();
+        for (const AidIndex& aid : schema.aids)
+            Statement(db.get(), rules, aid.statement).run();
         tables.push_back({.schema = schema,
                           .columns = columns_of(db.get(), rules, schema.name),
                           .collation_of_key = collation_of_key(db.get(), rules, schema.name)});

@@ -97,6 +97,8 @@ bool has_own_definitions(Connection& connection, std::span<const ExpectedTable> 
     for (const ExpectedTable& table : tables) {
         expected.insert(table.schema.table);
         expected.insert(table.schema.indexes.begin(), table.schema.indexes.end());
+        for (const AidIndex& aid : table.schema.aids)
+            expected.insert(aid.statement);
     }
     // What has no text of its own is an index that the engine makes for a key.
     Statement found = connection.prepare("SELECT sql FROM main.sqlite_schema WHERE sql IS NOT NULL");

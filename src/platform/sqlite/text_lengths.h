@@ -11,7 +11,8 @@ namespace cuedrill::platform::sqlite {
 /// The most characters of a text with which a course made elsewhere is opened.
 inline constexpr std::int64_t longest_readable_text = 10'000;
 
-/// Whether the file holds the tables and indexes of `tables`, word for word, and nothing else. The rules of its tables
+/// Whether the file holds the tables and indexes of `tables`, word for word, and nothing else. The aid indexes may be
+/// there or not. The rules of its tables
 /// then bound its texts, and a look through it takes no longer than its size asks for.
 [[nodiscard]] bool has_own_definitions(Connection& connection, std::span<const ExpectedTable> tables);
 

@@ -1,0 +1,299 @@
+#include "bare_sqlite.h"
+#include "common/errors.h"
+#include "engine.h"
+#include "operations.h"
+#include "scheduler/counts.h"
+#include "scheduler/next_due.h"
+#include "scheduler/next_question.h"
+#include "scheduler/verdict.h"
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+namespace cuedrill::bench {
+namespace {
+
+constexpr int target_level = 5;
+
+/// Seconds between two verdicts: the least after which a question that was not known can come again.
+constexpr std::int64_t pace = 9;
+
+std::shared_ptr<Engine> open_engine(const std::string& path)
+{
+    auto engine = std::make_shared<Engine>(path);
+    engine->open();
+    return engine;
+}
+
+/// The bare engine on a course, and what its statements are given.
+struct Floor {
+    explicit Floor(const std::string& path) : sqlite(path, text_compare) { dead_times.init_dead_time_array(); }
+
+    /// The day number before which something must lie to be `days` old.
+    [[nodiscard]] double before(double days) const { return now.plus_days(-days).day_number(); }
+
+    platform::icu::IcuTextCompare text_compare;
+    BareSqlite sqlite;
+    scheduler::DeadTimes dead_times;
+    common::DateTime now = platform::system::SystemClock().now();
+};
+
+/// Verdicts one after another: two of three are "not known", so that the course never runs out of questions.
+struct Drill {
+    explicit Drill(std::shared_ptr<Engine> opened) : engine(std::move(opened)) { current = next(); }
+
+    common::Int16 next()
+    {
+        const auto found = scheduler::next_question(engine->course, engine->dead_times, current, now, engine->random);
+        if (!found)
+            throw common::Error("the course has run out of questions");
+        return *found;
+    }
+
+    void judge()
+    {
+        now = common::DateTime::from_seconds(now.seconds() + pace);
+        scheduler::judge(engine->course, engine->dead_times, current, ++verdicts % 3 == 0, now);
+    }
+
+    std::shared_ptr<Engine> engine;
+    common::DateTime now = engine->clock.now();
+    common::Int16 current = 0;
+    int verdicts = 0;
+};
+
+Work whole_verdict(const WorkFolder& folder, int records)
+{
+    const auto drill = std::make_shared<Drill>(open_engine(fresh_sample(folder, records)));
+    return {.run = [drill] {
+        drill->judge();
+        benchmark::DoNotOptimize(scheduler::count(drill->engine->course));
+        drill->current = drill->next();
+    }};
+}
+
+Work random_verdict(const WorkFolder& folder, int records)
+{
+    const auto engine = open_engine(fresh_sample(folder, records));
+    engine->course.params.random_mode = true;
+    const auto drill = std::make_shared<Drill>(engine);
+    return {.run = [drill] {
+        drill->judge();
+        benchmark::DoNotOptimize(scheduler::count(drill->engine->course));
+        drill->current = drill->next();
+    }};
+}
+
+Work stored_verdict(const WorkFolder& folder, int records)
+{
+    const auto drill = std::make_shared<Drill>(open_engine(fresh_sample(folder, records)));
+    return {.prepare = [drill] { drill->current = drill->next(); }, .run = [drill] { drill->judge(); }};
+}
+
+/// One durable commit of a row with another level and other dates: the rows in turn, scattered over the file.
+Work bare_commit(const WorkFolder& folder, int records)
+{
+    struct Commit : Floor {
+        using Floor::Floor;
+        BareStatement update{sqlite, "update qa set q_successes=?2, q_attempts=q_attempts+1, q_date_last_test=?3, "
+                                     "q_date_last_show=?3 where cnt=?1"};
+        std::int64_t place = 0;
+    };
+    const auto floor = std::make_shared<Commit>(fresh_sample(folder, records));
+    return {.run = [floor, records] {
+        constexpr std::int64_t stride = 7919; // a prime, so that all rows have their turn
+        floor->now = common::DateTime::from_seconds(floor->now.seconds() + pace);
+        floor->update.bind(1, ++floor->place * stride % records + 1)
+            .bind(2, floor->place % 3)
+            .bind(3, floor->now.day_number())
+            .run();
+    }};
+}
+
+Work choosing(const WorkFolder& folder, int records)
+{
+    const auto engine = open_engine(fresh_sample(folder, records));
+    return {.run = [engine, now = engine->clock.now()] {
+        benchmark::DoNotOptimize(scheduler::next_question(engine->course, engine->dead_times, 0, now, engine->random));
+    }};
+}
+
+Work choosing_at_random(const WorkFolder& folder, int records)
+{
+    const auto engine = open_engine(fresh_sample(folder, records));
+    engine->course.params.random_mode = true;
+    return {.run = [engine, now = engine->clock.now()] {
+        benchmark::DoNotOptimize(scheduler::next_question(engine->course, engine->dead_times, 0, now, engine->random));
+    }};
+}
+
+/// The look-ups that a choice takes: level by level the never tested ones, then the one tested longest ago.
+struct Choice : Floor {
+    using Floor::Floor;
+
+    /// The first of each run of entries that holds a mature question; 0 where none does.
+    std::int64_t first()
+    {
+        for (int level = target_level - 1; level >= 0; --level) {
+            never.bind(1, std::int64_t{level}).bind(2, before(dead_times.unanswered_dead_time()));
+            tested.bind(1, std::int64_t{level}).bind(2, before(dead_times.unanswered_dead_time()));
+            tested.bind(3, before(dead_times.dead_time(level)));
+            // At level 0 those that were tested come first.
+            const std::int64_t found = level == 0 ? tested.first() : never.first();
+            const std::int64_t other = found != 0 ? found : level == 0 ? never.first() : tested.first();
+            if (other != 0)
+                return other;
+        }
+        return 0;
+    }
+
+    BareStatement never{sqlite, "select cnt from qa where q_successes=?1 and q_date_last_test is null and "
+                                "(q_date_last_show<?2 or q_date_last_show is null) order by cnt"};
+    BareStatement tested{sqlite, "select cnt from qa where q_successes=?1 and q_date_last_test<?3 and "
+                                 "(q_date_last_show<?2 or q_date_last_show is null) order by q_date_last_test, cnt"};
+};
+
+Work choosing_floor(const WorkFolder& folder, int records)
+{
+    const auto floor = std::make_shared<Choice>(fresh_sample(folder, records));
+    return {.run = [floor] { benchmark::DoNotOptimize(floor->first()); }};
+}
+
+/// All candidates of the first level that has one are read, and one is drawn.
+Work choosing_at_random_floor(const WorkFolder& folder, int records)
+{
+    const auto floor = std::make_shared<Choice>(fresh_sample(folder, records));
+    return {.run = [floor] {
+        for (int level = target_level - 1; level >= 0; --level) {
+            std::vector<std::int64_t> candidates;
+            for (BareStatement* const one : {&floor->never, &floor->tested}) {
+                one->bind(1, std::int64_t{level}).bind(2, floor->before(floor->dead_times.unanswered_dead_time()));
+                if (one == &floor->tested)
+                    one->bind(3, floor->before(floor->dead_times.dead_time(level)));
+                while (one->step())
+                    candidates.push_back(one->integer(0));
+            }
+            if (!candidates.empty()) {
+                benchmark::DoNotOptimize(candidates[candidates.size() / 2]);
+                return;
+            }
+        }
+    }};
+}
+
+Work counting(const WorkFolder& folder, int records)
+{
+    const auto engine = open_engine(fresh_sample(folder, records));
+    return {.run = [engine] { benchmark::DoNotOptimize(scheduler::count(engine->course)); }};
+}
+
+/// One pass over the entries of the index, each looked at once.
+Work counting_floor(const WorkFolder& folder, int records)
+{
+    struct Count : Floor {
+        using Floor::Floor;
+        BareStatement one{sqlite, "select count(*) from qa where q_successes=?1"};
+        BareStatement from{sqlite, "select count(*) from qa where q_successes>=5"};
+    };
+    const auto floor = std::make_shared<Count>(fresh_sample(folder, records));
+    return {.run = [floor] {
+        for (std::int64_t level = 0; level < 5; ++level)
+            benchmark::DoNotOptimize(floor->one.bind(1, level).run());
+        benchmark::DoNotOptimize(floor->from.run());
+    }};
+}
+
+Work counting_mature(const WorkFolder& folder, int records)
+{
+    const auto engine = open_engine(fresh_sample(folder, records));
+    return {.run = [engine, now = engine->clock.now()] {
+        benchmark::DoNotOptimize(scheduler::count_mature(engine->course, engine->dead_times, now));
+    }};
+}
+
+Work counting_mature_floor(const WorkFolder& folder, int records)
+{
+    struct Count : Floor {
+        using Floor::Floor;
+        BareStatement mature{sqlite, "select count(*) from qa where q_successes=?1 and q_date_last_test<?2 and "
+                                     "(q_date_last_show<?3 or q_date_last_show is null)"};
+    };
+    const auto floor = std::make_shared<Count>(fresh_sample(folder, records));
+    return {.run = [floor] {
+        std::int64_t sum = 0;
+        for (int level = 0; level < target_level; ++level) {
+            floor->mature.bind(1, std::int64_t{level}).bind(2, floor->before(floor->dead_times.dead_time(level)));
+            sum += floor->mature.bind(3, floor->before(floor->dead_times.unanswered_dead_time())).run();
+        }
+        benchmark::DoNotOptimize(sum);
+    }};
+}
+
+/// A course whose questions have all been tested just now, one second after the other.
+std::string freshly_tested(const WorkFolder& folder, int records)
+{
+    std::string path = fresh_sample(folder, records);
+    const platform::icu::IcuTextCompare text_compare;
+    BareSqlite sqlite(path, text_compare);
+    BareStatement(sqlite, "update qa set q_date_last_test=?1+cnt/86400.0, q_date_last_show=?1+cnt/86400.0")
+        .bind(1, platform::system::SystemClock().now().day_number())
+        .run();
+    return path;
+}
+
+Work looking_ahead(const WorkFolder& folder, int records)
+{
+    const auto engine = open_engine(freshly_tested(folder, records));
+    return {.run = [engine, now = engine->clock.now()] {
+        if (!scheduler::find_next_due(engine->course, engine->dead_times, now))
+            throw common::Error("no question is ever due");
+    }};
+}
+
+/// Of each level the test that is longest ago, and those that come to an end before the end of the day.
+Work looking_ahead_floor(const WorkFolder& folder, int records)
+{
+    struct Ahead : Floor {
+        using Floor::Floor;
+        BareStatement first{sqlite, "select q_date_last_test from qa where q_successes=?1 and q_date_last_test>=0 "
+                                    "order by q_date_last_test limit 1"};
+        BareStatement due{sqlite, "select count(*) from qa where q_successes=?1 and q_date_last_test<?2 and "
+                                  "(q_date_last_show<?3 or q_date_last_show is null)"};
+    };
+    const auto floor = std::make_shared<Ahead>(freshly_tested(folder, records));
+    return {.run = [floor] {
+        double at = 1e9;
+        for (int level = 0; level < target_level; ++level) {
+            if (floor->first.bind(1, std::int64_t{level}).step())
+                at = std::min(at, floor->first.number(0) + floor->dead_times.dead_time(level));
+            floor->first.reset();
+        }
+        const double end = std::floor(at) + 1;
+        std::int64_t sum = 0;
+        for (int level = 0; level < target_level; ++level) {
+            floor->due.bind(1, std::int64_t{level}).bind(2, end - floor->dead_times.dead_time(level));
+            sum += floor->due.bind(3, end - floor->dead_times.unanswered_dead_time()).run();
+        }
+        benchmark::DoNotOptimize(sum);
+    }};
+}
+
+} // namespace
+
+std::vector<Operation> drill_operations()
+{
+    return {
+        {.name = "verdict, counts and next question", .program = whole_verdict, .floor = bare_commit},
+        {.name = "the same, drawn at random", .program = random_verdict, .floor = bare_commit},
+        {.name = "a verdict alone", .program = stored_verdict, .floor = bare_commit},
+        {.name = "next question", .program = choosing, .floor = choosing_floor},
+        {.name = "next question, drawn at random", .program = choosing_at_random, .floor = choosing_at_random_floor},
+        {.name = "counting the levels", .program = counting, .floor = counting_floor},
+        {.name = "counting the mature questions", .program = counting_mature, .floor = counting_mature_floor},
+        {.name = "when the next one is due", .program = looking_ahead, .floor = looking_ahead_floor}};
+}
+
+} // namespace cuedrill::bench
