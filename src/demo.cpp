@@ -4,6 +4,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTemporaryDir>

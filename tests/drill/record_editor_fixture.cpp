@@ -1,8 +1,12 @@
 #include "drill/record_editor_fixture.h"
 
+#include "program/logic.h"
+
 namespace cuedrill::drill {
 
-RecordEditorTest::RecordEditorTest() = default;
+RecordEditorTest::RecordEditorTest() : bank(logic.bank), editor(logic.editor), view(form1, state, logic.key_policy)
+{
+}
 
 RecordEditorTest::~RecordEditorTest() = default;
 

@@ -69,13 +69,9 @@ protected:
     static constexpr const char* surely_unsaved = "The changes are not saved.";
     static constexpr const char* perhaps_unsaved = "It is not known whether the changes are saved.";
 
-    bank::RecordBank bank{course, engine.text_compare};
-    LastList last_list{course, form1.controls.listav, state, flags, layout, status, desktop, engine.text_compare};
-    KeyPolicy key_policy{clock};
-    EditorBoxes boxes{form1.controls, state, flags, display, layout, status, statistics, last_list, key_policy};
-    RecordEditor editor{course, state, flags,
-                        bank,   boxes, {desktop, engine.text_compare, display, statistics, scoring, selection}};
-    SeenEditor view{form1, state, key_policy};
+    bank::RecordBank& bank;
+    RecordEditor& editor;
+    SeenEditor view;
     fakes::CourseContents before;
 };
 

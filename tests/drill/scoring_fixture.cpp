@@ -1,5 +1,11 @@
 #include "drill/scoring_fixture.h"
 
+#include "fakes/fake_dialog_host.h"
+#include "fakes/fake_f_msgbox.h"
+#include "fakes/fake_settings.h"
+#include "fakes/fake_shell.h"
+#include "program/logic.h"
+
 namespace cuedrill::drill {
 
 ShownStatistics statistics_of(const platform::Screen& screen)
@@ -22,7 +28,37 @@ ShownStatistics statistics_of(const platform::Screen& screen)
     return shown;
 }
 
+struct ScoringFixture::Program {
+    explicit Program(ScoringFixture& fixture)
+        : logic({.form1 = fixture.form1.controls,
+                 .f_msgbox = f_msgbox.controls,
+                 .form2 = form2,
+                 .desktop = fixture.desktop,
+                 .settings = settings,
+                 .shell = shell,
+                 .clock = fixture.clock,
+                 .files = fixture.files,
+                 .random = fixture.random,
+                 .text_compare = fixture.engine.text_compare,
+                 .database = fixture.database,
+                 .program_folder = "/program",
+                 .web_page = "https://example.org/cuedrill"})
+    {
+    }
+
+    fakes::FakeDialogHost form2;
+    fakes::FakeFMsgbox f_msgbox;
+    fakes::FakeSettings settings;
+    fakes::FakeShell shell;
+    program::Logic logic;
+};
+
 ScoringFixture::ScoringFixture()
+    : program_(std::make_unique<Program>(*this)), logic(program_->logic), course(logic.course), params(logic.params),
+      command_controls(logic.command_controls), options(logic.options), flags(logic.edit_flags), state(logic.state),
+      status(logic.status), display(logic.display), dead_times(logic.dead_times), statistics(logic.statistics),
+      end_of_program(logic.end_of_program), scoring(logic.scoring), selection(logic.selection),
+      level_commands(logic.levels)
 {
     dead_times.init_dead_time_array();
     // A box may stay open for hours: no transaction and no statement may be open meanwhile, nor the pointer be busy.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/base/trace_log.h"
 #include "drill/display.h"
 #include "drill/end_of_program.h"
 #include "drill/level_commands.h"
@@ -19,9 +18,14 @@
 #include <chrono>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+namespace cuedrill::program {
+struct Logic;
+} // namespace cuedrill::program
 
 namespace cuedrill::drill {
 
@@ -53,27 +57,31 @@ protected:
     fakes::FakeRandom random;
     fakes::FakeDesktop desktop;
     fakes::FakeFiles files{make_files()};
-    app::TraceLog trace{files, clock, desktop, "/program"};
     fakes::FakeForm1 form1;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
-    store::Course course{database};
-    store::CourseParamsStore params{course, clock};
-    CommandControls command_controls{form1.controls};
-    CourseOptions options{command_controls, course};
-    EditFlags flags;
-    DrillState state;
-    MainScreen screen{form1.controls.screen, course, flags, state};
-    StatusLine status{screen, clock};
-    WindowLayout layout{form1.controls, command_controls, course, flags, state, screen, status};
-    Hints hints{form1.controls, course, state, layout, random, engine.text_compare};
-    Display display{form1.controls, course, state, screen, status, layout, hints, clock};
-    DeadTimes dead_times;
-    Statistics statistics{course, params, screen, clock, desktop, clock.time};
-    EndOfProgram end_of_program{course, params, clock, trace};
-    Scoring scoring{course, dead_times, state, display, statistics, status, clock, desktop, end_of_program};
-    Selection selection{course, params, dead_times, state, display, options, {clock, random, desktop, status}};
-    LevelCommands level_commands{course, params, dead_times, statistics, options, desktop};
+
+private:
+    struct Program;
+    std::unique_ptr<Program> program_;
+
+protected:
+    // The parts of the program, wired as the program wires them.
+    program::Logic& logic;
+    store::Course& course;
+    store::CourseParamsStore& params;
+    CommandControls& command_controls;
+    CourseOptions& options;
+    EditFlags& flags;
+    DrillState& state;
+    StatusLine& status;
+    Display& display;
+    DeadTimes& dead_times;
+    Statistics& statistics;
+    EndOfProgram& end_of_program;
+    Scoring& scoring;
+    Selection& selection;
+    LevelCommands& level_commands;
 
     ScoringFixture();
     ~ScoringFixture() override;
