@@ -11,11 +11,12 @@ namespace cuedrill::drill {
 ShownStatistics statistics_of(const platform::Screen& screen)
 {
     const auto number = [](const std::string& text) { return text.empty() ? 0 : std::stoll(text); };
-    ShownStatistics shown{.total = number(screen.panel_total.text),
-                          .unpassed = number(screen.panel_nr_unpassed.text),
-                          .open_time = screen.panel_open_time.text,
-                          .today = screen.panel_time_today.text,
-                          .ever = screen.panel_time_ever.text};
+    ShownStatistics shown;
+    shown.total = number(screen.panel_total.text);
+    shown.unpassed = number(screen.panel_nr_unpassed.text);
+    shown.open_time = screen.panel_open_time.text;
+    shown.today = screen.panel_time_today.text;
+    shown.ever = screen.panel_time_ever.text;
     if (!screen.Panel_score.text.empty())
         shown.score = std::stoi(screen.Panel_score.text);
     for (std::size_t level = 0; level < screen.panel_level.size(); ++level) {
