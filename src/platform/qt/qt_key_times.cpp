@@ -8,7 +8,8 @@ namespace cuedrill::platform::qt {
 namespace {
 
 /// How long to wait for a copy, in milliseconds. Some keys never come back, because assistive technology consumes them.
-constexpr qint64 longest_wait = 1000;
+/// On a busy machine copies come seconds late, and one without its time would end the auto-repeat of a held key.
+constexpr qint64 longest_wait = 10'000;
 
 } // namespace
 

@@ -451,7 +451,7 @@ TEST_F(CopiedKeys, HaveTheTimesOfTheirOriginals)
     see(QEvent::KeyPress, 7000);
     see(QEvent::KeyRelease, 7060);
     see(QEvent::KeyPress, 7160);
-    now = 400;
+    now = 9000; // the machine is busy
     EXPECT_EQ(time_of_copy(QEvent::KeyPress), 7000U);
     EXPECT_EQ(time_of_copy(QEvent::KeyRelease), 7060U);
     EXPECT_EQ(time_of_copy(QEvent::KeyPress), 7160U);
@@ -470,7 +470,7 @@ TEST_F(CopiedKeys, HaveNoTimeWhereTheOriginalWasNotSeen)
 TEST_F(CopiedKeys, DoNotHaveTheTimeOfAKeyThatAssistiveTechnologyHasKept)
 {
     see(QEvent::KeyPress, 7000);
-    now = 1001;
+    now = 10'001;
     EXPECT_EQ(time_of_copy(QEvent::KeyPress), 0U);
     see(QEvent::KeyPress, 8000);
     EXPECT_EQ(time_of_copy(QEvent::KeyPress), 8000U);
