@@ -11,10 +11,11 @@ std::string count_of(const std::string& condition)
     return "(Select count(*) from qa" + (condition.empty() ? "" : " WHERE " + condition) + ")";
 }
 
-/// All records, those of no level, and those of each level from 1 on. One statement: all figures are of one moment.
+/// Counts all records, those without a level, and those of each level from 1 on. It is one statement, so that all
+/// figures are of one moment.
 ///
-/// Each count but the first is one run of entries of the side's index, and no two of them have an entry in common. The
-/// engine has all records from the sizes of the index's pages, without a look at the entries.
+/// Each count but the first is one range of the side's index, and the ranges do not overlap. To count all records the
+/// engine adds up the entries page by page, without decoding them.
 std::string count_query(const std::string& successes)
 {
     std::string sql =
@@ -28,7 +29,7 @@ std::string count_query(const std::string& successes)
 
 Counts count(store::Course& course)
 {
-    // Where the columns stand.
+    // Columns of the statement.
     constexpr int all = 0;
     constexpr int no_level = 1;
     constexpr int below_levels = 2; // in courses made elsewhere
@@ -37,8 +38,7 @@ Counts count(store::Course& course)
     const auto row = course.database().open_recordset(count_query(course.Q_FIELD.successes));
     const auto number = [&row](int column) { return std::get<std::int64_t>(row->field(column)); };
     Counts counts;
-    // Level 0 is what the others leave. It is the largest for long, and a question that need not be counted costs
-    // nothing.
+    // Level 0 is computed as the remainder: it is the largest level for a long time, and would cost most to count.
     std::int64_t rest = number(all) - number(no_level) - number(below_levels);
     for (int level = 1; level <= last_counted_level; ++level) {
         counts.level.at(static_cast<std::size_t>(level)) = number(before_level_1 + level);
@@ -46,7 +46,7 @@ Counts count(store::Course& course)
     }
     counts.level.at(0) = rest;
     for (int level = 0; level <= last_counted_level; ++level) {
-        // With a target above 5 the last group counts passed questions as well; six groups cannot tell more.
+        // With a target above 5 the last group includes passed questions, because it is not split by level.
         if (level < course.params.target_level)
             counts.unpassed += counts.level.at(static_cast<std::size_t>(level));
     }

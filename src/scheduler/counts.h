@@ -10,9 +10,9 @@ namespace cuedrill::scheduler {
 /// The last group counts its level and all above it.
 inline constexpr int last_counted_level = 5;
 
-/// How the questions of a course stand in the direction that is asked.
+/// Number of questions by level, in the direction that is asked.
 struct Counts {
-    std::array<std::int64_t, last_counted_level + 1> level{}; ///< questions of each level; those of no level in none
+    std::array<std::int64_t, last_counted_level + 1> level{}; ///< questions of each level; a null level counts in none
     std::int64_t unpassed = 0;                                ///< questions below the target level
 };
 

@@ -19,11 +19,10 @@ std::string not_just_shown(const store::SideFields& asked, const DeadTimes& dead
 
 } // namespace
 
-// Each combination of "this level, or none" and "tested before, or never" is a statement of its own: one run of entries
-// that stand together in the side's index, already in the order that is asked for. With "or" between the conditions the
-// engine would walk through all of a level to find that nothing of it is mature, or sort. It merges the runs by that
-// order as their rows are fetched, so the first row costs a look-up in each run. The columns are those of the index and
-// no others, so that the rows of the table are not read.
+// Each combination of "this level or null" and "tested before or null" is a SELECT of its own: one range of the side's
+// index, already in the required order. With OR the engine would scan the whole level, or sort. It merges the ranges
+// while rows are fetched, so the first row costs one index look-up per range. Only columns of the index are selected,
+// so the table is not read.
 std::string mature_query(const store::SideFields& asked, const DeadTimes& dead_times, int level, bool tested_only,
                          common::DateTime now)
 {
@@ -45,8 +44,7 @@ std::string mature_query(const store::SideFields& asked, const DeadTimes& dead_t
     return sql + " order by " + asked.successes + " desc, " + asked.date_last_test + " asc, cnt asc";
 }
 
-// One statement a level again: with "or" between them the engine would keep the rows that it has met, to meet none
-// twice.
+// One SELECT per level again: with OR the engine would remember every row, in order to return none twice.
 std::string all_mature_query(const store::SideFields& asked, const DeadTimes& dead_times, common::Int16 target_level,
                              MatureResult result, common::DateTime now)
 {

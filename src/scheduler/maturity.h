@@ -9,8 +9,8 @@
 
 namespace cuedrill::scheduler {
 
-/// The statement that gives the mature questions of one level, those to be asked first at the top: the number `cnt` of
-/// each, its level and the date of its last test.
+/// The statement that selects the mature questions of one level in the order in which they are asked: `cnt`, the level
+/// and the date of the last test.
 /// @param tested_only leaves out questions that were never tested.
 /// @throws common::OutOfRangeError for a level outside 0 to 9.
 std::string mature_query(const store::SideFields& asked, const DeadTimes& dead_times, int level, bool tested_only,
@@ -18,8 +18,8 @@ std::string mature_query(const store::SideFields& asked, const DeadTimes& dead_t
 
 enum class MatureResult { count, rows };
 
-/// The statement that counts, or gives, the mature questions of all levels below the target. Questions that were never
-/// tested are not among them.
+/// The statement that counts or selects the mature questions of all levels below the target, except those that were
+/// never tested.
 std::string all_mature_query(const store::SideFields& asked, const DeadTimes& dead_times, common::Int16 target_level,
                              MatureResult result, common::DateTime now);
 

@@ -11,7 +11,8 @@ namespace {
 constexpr std::int64_t minute_seconds = 60;
 constexpr std::int64_t day_seconds = 86400;
 
-/// What the statements about one group of questions have in common: those of one level, or of none, which counts as 0.
+/// Parts of the statements about one group of questions: those of one level, or those with a null level, which counts
+/// as level 0.
 struct Group {
     std::string rows;  ///< "from qa where …"
     std::string test;  ///< name of the date of the last test
@@ -37,11 +38,11 @@ std::vector<Group> groups_below(const store::SideFields& asked, const DeadTimes&
     return groups;
 }
 
-/// The moments among which the first one of a group stands. What is null never kept a question from being asked.
+/// Selects the candidates for the first due moment of a group. A null date never delays a question.
 ///
-/// The entries of the side's index are followed in the order of the last test, up to the first question that has not
-/// been shown since: it is due after its dead time, and those behind it are due no sooner. Before it stand only
-/// questions that wait for the time since their last show.
+/// The side's index is read in the order of the last test, up to the first question that has not been shown since: it
+/// is due after its dead time, and later entries are due no sooner. Earlier entries only wait for the time since their
+/// last show.
 std::string first_moments(const Group& group)
 {
     const std::string not_shown_since = "(" + group.shown + " <= " + group.due + " or " + group.shown + " is null)";
@@ -54,8 +55,7 @@ std::string first_moments(const Group& group)
            ")";
 }
 
-/// The statement that gives the first moment of all, as a day number; null where there is none. Nothing is due before
-/// day 0.
+/// The statement that selects the first due moment of all groups as a day number, at least 0; null if there is none.
 std::string first_moment_query(const std::vector<Group>& groups)
 {
     std::string moments;
@@ -72,8 +72,8 @@ std::string due_before_query(const std::vector<Group>& groups, double end)
     for (const Group& group : groups) {
         const std::string count = "(Select count(0)" + group.rows + " and ";
         const std::string shown = " and (" + group.shown + before_end + " or " + group.shown + " is null))";
-        // The bare date is what the index can be entered with. It is a second too wide, so that the sum decides, whose
-        // last bits are not those of a difference.
+        // The condition on the bare date lets the engine use the index. It is one second too wide, because a sum and a
+        // difference round differently; the exact comparison follows.
         const std::string entered =
             group.test + " < " + common::format_general(end - group.rest + 1.0 / day_seconds) + " and ";
         sum += (sum.empty() ? "" : " + ") + count + group.test + " is null" + shown;
@@ -136,7 +136,7 @@ std::optional<NextDue> find_next_due(store::Course& course, const DeadTimes& dea
             return std::nullopt;
         due.at = common::DateTime::from_seconds(moment->seconds() + 1);
     }
-    // Half a second before: the sums of days and fractions differ in their last bits.
+    // Half a second earlier, because sums of days and fractions have rounding errors.
     const double end = (static_cast<double>(end_of_day(std::max(due.at, now)).seconds()) - 0.5) / day_seconds;
     due.by_end_of_day = store::single_number(course.database(), due_before_query(groups, end));
     return due;

@@ -14,7 +14,7 @@ using common::Int16;
 /// The most questions that are drawn from at random.
 constexpr std::size_t most_candidates = 10000;
 
-/// Of the statement that gives the mature questions of a level.
+/// Column of the statement that selects the mature questions of a level.
 constexpr int cnt_column = 0;
 
 Int16 record_number(const platform::Value& cnt)
@@ -42,7 +42,7 @@ std::optional<Int16> next_question(store::Course& course, const DeadTimes& dead_
                                    common::DateTime now, platform::RandomSource& random)
 {
     const auto other = [&](Int16 level, bool tested_only) {
-        // The question that was just asked may be found; it may come again later.
+        // The question that was just asked may be found; it is skipped, and may come again later.
         const auto found = select_mature(course, dead_times, level, tested_only, now, random);
         return found != not_this ? found : std::nullopt;
     };

@@ -16,13 +16,13 @@ using store::Course;
 /// A question that was never tested counts as tested so many days ago: a first success leads to level 3.
 constexpr double elapsed_of_untested = 0.4;
 
-/// Levels of courses made elsewhere are shown inside their range.
+/// Clamps the level, because courses made elsewhere may hold any number.
 std::string shown_level(Int16 level)
 {
     return std::to_string(std::clamp<int>(level, 0, highest_level));
 }
 
-/// A stored counter with one more.
+/// A stored counter plus one.
 Int16 counted_up(std::int64_t count, const char* what)
 {
     return common::to_int16(std::int64_t{common::to_int16(count, what)} + 1, what);
@@ -105,8 +105,8 @@ std::string success_text(const Verdict& verdict)
 
 std::optional<store::LastVerdict> undo_last_verdict(Course& course)
 {
-    // A change of unknown outcome may turn out to be a verdict, or the end of one. The beginning settles it, and only
-    // then it is known which verdict was the last.
+    // Beginning the transaction settles a change of unknown outcome, which may have been a verdict or an undo. Only
+    // then is it known which verdict was the last.
     if (!course.last_verdict && !course.unsettled)
         return std::nullopt;
     store::CourseTransaction transaction(course);

@@ -18,7 +18,7 @@ namespace cuedrill::store {
 inline constexpr common::Int16 lowest_target_level = 1;
 inline constexpr common::Int16 highest_target_level = 10;
 
-/// What a course keeps in its table `params`, as it stands in memory.
+/// The parameters of a course in memory; they are stored in its table `params`.
 struct CourseParams {
     std::string course_title;
     bool invert = false;      ///< the answer side is asked
@@ -39,22 +39,22 @@ struct LastVerdict {
     common::Int16 old_level = 0; ///< before the verdict
 };
 
-/// How to find out what has become of a transaction whose end has failed.
+/// How to find out the outcome of a transaction whose commit has failed.
 struct Change {
-    /// Whether the course holds what was written. It reads the course; what it throws means that nobody can tell now.
+    /// Reads the course and returns whether it holds what was written. If it throws, the outcome is still unknown.
     std::function<bool()> is_stored;
-    /// Brings memory in line with the course, where that could only be told later. Throws nothing; may be empty. It is
-    /// not called for a transaction that `commit` has told to be stored.
+    /// Updates memory if the change turns out to be stored only later; not called if `commit` returned normally. Throws
+    /// nothing; may be empty.
     std::function<void()> when_stored_after_all{};
 };
 
-/// A change that is stored or not; nobody could tell yet.
+/// A change whose outcome is not known yet.
 struct UnsettledChange {
     Change change;
     platform::DatabaseError failure; ///< of the commit
 };
 
-/// The record that was to be judged, changed or deleted is no longer there.
+/// The record to be judged, changed or deleted no longer exists.
 class RecordGone : public common::Error {
 public:
     RecordGone() : Error("The question is no longer in the course; another program has deleted it.") {}
@@ -81,7 +81,7 @@ public:
     /// The last verdict since the course was opened, while it can be undone.
     std::optional<LastVerdict> last_verdict;
 
-    /// There is no verdict to be undone when the last one was about this record: it has been changed or deleted.
+    /// Forgets the last verdict if it was about this record, because the record was changed or deleted.
     void forget_last_verdict_on(common::Int16 cnt);
 
     /// For `settle` (see course_transaction.h).
@@ -98,13 +98,13 @@ public:
     /// Counts the work time of the open course from `from` on. Requires that its parameters have been read.
     void start_counting(common::DateTime from);
 
-    /// Whether work time is being counted. A course that is open but not yet read has no counters to be stored.
+    /// Whether work time is being counted. A course that is open but not yet read has no counters to store.
     [[nodiscard]] bool is_in_use() const { return in_use_; }
 
     /// Closes the file, if it is open.
     void close() noexcept;
 
-    /// Fixes which columns are asked, by `params.invert`.
+    /// Sets the columns of both sides from `params.invert`.
     void set_side_fields();
 
     /// The number of rows of `qa`, counted now.
@@ -121,7 +121,7 @@ private:
     bool in_use_ = false;
 };
 
-/// What the user is told of `error`. Where its words are about the course's file, they name it.
+/// The text that tells the user of `error`. It names the course's file if the error is about it.
 std::string words_about(const common::Error& error, const Course& course);
 
 /// The first value of the first row that the statement gives, as a whole number; null counts as 0.
@@ -137,7 +137,7 @@ double nz(const platform::Value& value);
 /// @throws platform::DatabaseError (damaged) for a text; common::OverflowError
 common::Int16 nz_int16(const platform::Value& value, std::string_view what);
 
-/// A stored date; nothing when it is null.
+/// A stored date; std::nullopt if it is null.
 /// @throws platform::DatabaseError (damaged) for a text
 std::optional<common::DateTime> stored_date(const platform::Value& value);
 
@@ -145,7 +145,7 @@ std::optional<common::DateTime> stored_date(const platform::Value& value);
 std::string stored_text(const platform::Value& value);
 std::string stored_text(platform::Value&& value);
 
-/// A stored answer as it is shown: without the line end that may stand behind it.
+/// A stored answer as it is shown: without a line end at its end.
 std::string shown_answer(std::string answer);
 
 } // namespace cuedrill::store

@@ -16,8 +16,8 @@ struct StoredParam {
     platform::Value value;
 };
 
-/// Writes the counters and the score of `counters` and the work time since opening, for a caller that stores them
-/// together with something else, and takes them into memory when they are stored. Requires a transaction.
+/// Writes the counters and the score of `counters` and the work time since opening, within the caller's transaction.
+/// The caller updates memory once that is stored.
 /// @throws platform::DatabaseError
 void write_counters(Course& course, const CourseParams& counters, common::DateTime now);
 

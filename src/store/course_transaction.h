@@ -5,26 +5,26 @@
 
 namespace cuedrill::store {
 
-/// The end of a transaction failed, and the course could not be read again to see whether it is stored.
+/// A commit failed, and the course could not be read to find out whether it is stored.
 class OutcomeUnknown : public platform::DatabaseError {
 public:
     explicit OutcomeUnknown(const platform::DatabaseError& failure);
 };
 
-/// A transaction of the open course that is undone unless it is committed, and whose outcome is found out where the
-/// engine cannot tell it.
+/// A transaction of the open course. It is rolled back unless it is committed. If the commit fails, the course is read
+/// to find out whether it is stored.
 class CourseTransaction {
 public:
-    /// Settles what an earlier transaction has left open, and begins.
+    /// Settles the outcome of an earlier transaction, if it is unknown, and begins.
     /// @throws platform::DatabaseError, also when the earlier one cannot be settled.
     explicit CourseTransaction(Course& course);
 
-    /// Ends the transaction. What it wrote is stored when this returns, also where the engine has reported an error.
+    /// Commits. When this returns, the changes are stored, even if the engine has reported an error.
     /// @throws platform::DatabaseError when nothing is stored
     /// @throws OutcomeUnknown when the course cannot be read. `change` is then kept for `settle`.
     void commit(Change change);
 
-    /// Undoes it now.
+    /// Rolls it back now.
     void undo() noexcept { transaction_.undo(); }
 
 private:
@@ -32,9 +32,8 @@ private:
     platform::Transaction transaction_;
 };
 
-/// Finds out what has become of the last change whose outcome was unknown, if there is one, and takes it into memory
-/// when it is stored.
-/// @throws OutcomeUnknown when the course still cannot be read.
+/// Finds out the outcome of the last change if it is unknown, and updates memory if the change is stored.
+/// @throws OutcomeUnknown if the course still cannot be read.
 void settle(Course& course);
 
 } // namespace cuedrill::store

@@ -33,7 +33,7 @@ struct QaRecord {
     friend bool operator==(const QaRecord&, const QaRecord&) = default;
 };
 
-/// What a record holds about one of its sides.
+/// One side of a record.
 struct RecordSide {
     std::string text{};
     std::int64_t attempts = 0;
@@ -55,7 +55,7 @@ struct QaTexts {
 /// The texts of the asked side and of the answer side, by their columns.
 QaTexts texts_by_column(const SideFields& asked, std::string question, std::string answer);
 
-/// What a verdict leaves on the side that was asked.
+/// Values that a verdict stores on the asked side.
 struct StoredVerdict {
     common::Int16 successes = 0;
     common::Int16 attempts = 0;
@@ -78,8 +78,7 @@ QaRecord record_of(const platform::Row& row);
                                                       const std::string& text);
 
 /// Adds a record whose counters are 0 and whose dates are null.
-/// @return the number that the engine gave it. It may need more than 16 bits; a transaction of the caller can take the
-/// record back then.
+/// @return the number that the engine assigned. It may exceed 16 bits; the caller can then roll back its transaction.
 std::int64_t insert_record(platform::Database& database, const QaTexts& texts);
 
 /// Gives a record other texts. Its six counters become 0; its dates stay.
