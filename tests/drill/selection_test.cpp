@@ -32,8 +32,10 @@ protected:
 TEST_F(NextQuestion, is_refused_in_a_course_without_questions)
 {
     open(CourseBuilder());
+    state.AnswerShown = true;
     desktop.expect_box_like({.text = "There are no questions in the database."}, platform::BoxAnswer::ok);
     selection.next_question();
+    EXPECT_TRUE(state.AnswerShown) << "nothing is forgotten about the answer";
     EXPECT_EQ(shows(), 0);
     EXPECT_TRUE(form1.journal.empty());
     EXPECT_TRUE(database.statements().empty());
@@ -45,8 +47,12 @@ TEST_F(NextQuestion, of_a_new_course_is_the_one_of_the_lowest_number)
     for (const char* text : {"c", "b", "a"})
         builder.question(text);
     open(builder);
+    state.AnswerShown = true;
+    state.shared_place = SharedPlace::list;
     EXPECT_EQ(next(), 1);
     EXPECT_EQ(shows(), 1);
+    EXPECT_FALSE(state.AnswerShown) << "what was done about the answer before is forgotten";
+    EXPECT_FALSE(state.list_shown());
 }
 
 TEST_F(NextQuestion, makes_the_current_one_the_previous_one)
@@ -66,8 +72,10 @@ TEST_F(NextQuestion, is_none_when_all_have_reached_the_target)
     builder.question("a").level(5).tested_ago(900 * one_day);
     builder.question("b").level(10).tested_ago(900 * one_day);
     open(builder);
+    display.show_record(2);
+    ASSERT_EQ(form1.Text_q.text_value, "b");
     EXPECT_EQ(next_is_none(), 0);
-    EXPECT_EQ(form1.Text_q.text_value, "");
+    EXPECT_EQ(form1.Text_q.text_value, "") << "the question before is withdrawn";
 }
 
 TEST_F(NextQuestion, is_looked_for_from_just_below_the_target_down_to_level_0)
