@@ -8,7 +8,7 @@
 namespace cuedrill::platform::sqlite {
 namespace {
 
-/// The statements that bring one index about; none where it is there.
+/// The statements that create one index; none if it exists.
 std::vector<std::string> statements_for(Connection& connection, const std::string& table, const AidIndex& aid)
 {
     Statement objects =
@@ -17,15 +17,14 @@ std::vector<std::string> statements_for(Connection& connection, const std::strin
     objects.bind(1, name);
     if (!objects.step())
         return {aid.statement};
-    // Something else of this name is somebody's own. It stays, and the course is worked with without the index.
+    // Something else has this name. It stays, and the course is used without the index.
     if (objects.text(0) != "index" || !common::equal_ascii(objects.text(1), table))
         return {};
     if (objects.text(2) == aid.statement)
         return {};
-    // An index of the table with another definition is built anew. That is safe, because it holds nothing that the
-    // table does not hold, and another version of the program, with another definition, does the same. To refuse the
-    // course would keep the user from it for the sake of an aid, and to keep the index could slow each verdict down for
-    // nothing.
+    // Rebuild an index of the table that has another definition. That loses nothing, because an index holds only what
+    // the table holds. Refusing the course would lock the user out over an optimisation, and keeping the index could
+    // slow down each verdict for nothing.
     return {"DROP INDEX main." + quoted_name(aid.name), aid.statement};
 }
 

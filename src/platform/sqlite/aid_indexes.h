@@ -7,10 +7,10 @@
 
 namespace cuedrill::platform::sqlite {
 
-/// Makes the aid indexes of `tables` that the file lacks, or has with another definition, in one transaction. A file
-/// that has them all is not written. Where they cannot be written, for want of room or for any other reason but damage,
-/// the file stays as it is, and is good to be worked with all the same.
-/// @throws DatabaseError (damaged) when the rows cannot be read; what the list of the file's objects throws.
+/// Creates the aid indexes of `tables` that the file lacks or has with another definition, in one transaction. A file
+/// that has them all is not written. If they cannot be written, because the disk is full or for any reason other than
+/// damage, the file stays as it is and can be used without them.
+/// @throws DatabaseError (damaged) if the rows cannot be read; whatever reading the file's schema throws.
 void make_aid_indexes(Connection& connection, std::span<const ExpectedTable> tables);
 
 } // namespace cuedrill::platform::sqlite

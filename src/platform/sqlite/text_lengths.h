@@ -11,9 +11,8 @@ namespace cuedrill::platform::sqlite {
 /// The most characters of a text with which a course made elsewhere is opened.
 inline constexpr std::int64_t longest_readable_text = 10'000;
 
-/// Whether the file holds the tables and indexes of `tables`, word for word, and nothing else. The aid indexes may be
-/// there or not. The rules of its tables
-/// then bound its texts, and a look through it takes no longer than its size asks for.
+/// Whether the file holds the tables and indexes of `tables`, word for word, and nothing else; aid indexes may be
+/// missing. Its constraints then bound its texts, so the time to check it is proportional to its size.
 [[nodiscard]] bool has_own_definitions(Connection& connection, std::span<const ExpectedTable> tables);
 
 /// Whether a text has more bytes than `longest_readable_text`, in spite of the rules of its column: the engine counts
