@@ -74,7 +74,9 @@ TEST_F(NextQuestion, is_none_when_all_have_reached_the_target)
     open(builder);
     display.show_record(2);
     ASSERT_EQ(form1.Text_q.text_value, "b");
+    state.shared_place = SharedPlace::list;
     EXPECT_EQ(next_is_none(), 0);
+    EXPECT_FALSE(state.list_shown());
     EXPECT_EQ(form1.Text_q.text_value, "") << "the question before is withdrawn";
 }
 
