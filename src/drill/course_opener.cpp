@@ -28,6 +28,11 @@ CourseOpener::CourseOpener(store::Course& course, store::CourseParamsStore& para
 {
 }
 
+void CourseOpener::attach()
+{
+    services_.window.on_first_picture = [this] { finish_check(); };
+}
+
 bool CourseOpener::apertura_db()
 {
     services_.trace.write_trace("apertura_db -  begin - db_path$ = " + course_.db_path);
@@ -192,6 +197,22 @@ void CourseOpener::m_new()
         create_without_asking_ = false;
         throw;
     }
+}
+
+void CourseOpener::finish_check()
+{
+    try {
+        course_.database().finish_check();
+        return;
+    } catch (const platform::DatabaseError& error) {
+        // The check waits for the other program then, and comes before the first write.
+        if (error.kind() == platform::DatabaseErrorKind::locked)
+            return;
+        report_failure(error.what());
+    }
+    choose_file_on_open_ = true;
+    if (!apertura_db())
+        throw common::ProgramEnded{};
 }
 
 } // namespace cuedrill::drill

@@ -4,6 +4,7 @@
 #include "app/base/trace_log.h"
 #include "drill/main_window.h"
 #include "platform/clock.h"
+#include "platform/controls.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
 #include "store/course.h"
@@ -20,6 +21,7 @@ public:
     struct Services {
         platform::Files& files;
         platform::Clock& clock;
+        platform::Window& window;
         platform::Desktop& desktop;
         platform::DialogHost& form2; ///< owner of the file dialog
         app::Settings& settings;
@@ -30,6 +32,8 @@ public:
     /// @param start_time when the program started.
     CourseOpener(store::Course& course, store::CourseParamsStore& params, MainWindow& main_window,
                  const Services& services, std::string program_folder, common::DateTime start_time);
+
+    void attach();
 
     /// Opens the course at `db_path`, or else the one used last time, or else one that the user chooses, and loads the
     /// main window. If a course cannot be opened, a box tells which one and why, and the user chooses another.
@@ -44,6 +48,10 @@ public:
 
     /// "&Create a new course": like `m_open`, but creates a missing file without asking.
     void m_new();
+
+    /// Does what opening the course has put off: reads the whole file to see whether it is sound. If it is not, a box
+    /// says so, the course is closed, and the user chooses another one. The program ends if the user cancels.
+    void finish_check();
 
 private:
     bool take_command_line_course();

@@ -238,6 +238,9 @@ public:
     std::function<bool(const KeyPress&)> on_key;
     /// The user asks the window to close.
     std::function<void()> on_close;
+    /// Called once after each `show`, when the picture of the window is on the screen and no action of the user is
+    /// running.
+    std::function<void()> on_first_picture;
     /// F1 was pressed and the control with the focus has no help of its own.
     std::function<void()> on_help;
     /// The session or the system ends the program; there is no time to ask the user anything.

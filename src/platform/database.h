@@ -165,8 +165,13 @@ public:
 
     /// Opens an existing file for reading and writing after checking that it is sound, writable, and holds plain tables
     /// with exactly the columns of `expected`. A rejected file is not changed. Creates the aid indexes that the file
-    /// lacks, in one transaction; if they cannot be written, the file is open without them.
+    /// lacks, in one transaction; if they cannot be written, the file is open without them. Whether the whole file is
+    /// sound may be checked only later, before the first write (see `finish_check`).
     virtual void open(const std::string& path, std::span<const TableSchema> expected) = 0;
+
+    /// Does the part of the check that `open` has put off, if any: it reads the whole file. A write does it first, too.
+    /// @throws DatabaseError if the file is not sound. It stays open and cannot be written; close it.
+    virtual void finish_check() = 0;
 
     /// What opening could not store because the disk was full, in words for the trace log; empty if nothing is missing.
     /// It is stored before the next write.

@@ -10,6 +10,7 @@ Logic::Logic(const LogicPlatform& platform) : p(platform)
     typed_answer.attach();
     lists.attach();
     timers.attach();
+    opener.attach();
     big_box.attach();
     context_help.attach();
     commands.attach();

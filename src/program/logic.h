@@ -135,7 +135,7 @@ struct Logic {
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
     drill::CourseOpener opener{course,           params,
-                               main_window,      {p.files, p.clock, p.desktop, p.form2, settings, trace},
+                               main_window,      {p.files, p.clock, form1.window, p.desktop, p.form2, settings, trace},
                                p.program_folder, start_time};
     drill::QuestionImport question_import{
         course,     bank,      edit_flags, display,

@@ -1,6 +1,7 @@
 #include "program/program.h"
 
 #include "app/base/program_folder.h"
+#include "app/base/sound_courses.h"
 #include "platform/icu/icu_text_compare.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_dialog_host.h"
@@ -18,10 +19,17 @@
 #include "support/web_page.h"
 
 #include <QApplication>
+#include <chrono>
 #include <cstdlib>
 #include <optional>
 
 namespace cuedrill::program {
+namespace {
+
+/// How long another program that is writing the course is waited for.
+constexpr std::chrono::seconds longest_wait{3};
+
+} // namespace
 
 /// The adapters.
 struct Program::Platform {
@@ -36,7 +44,8 @@ struct Program::Platform {
     platform::system::SystemFiles files;
     platform::system::SystemRandom random;
     platform::icu::IcuTextCompare text_compare;
-    platform::sqlite::SqliteDatabase database{text_compare};
+    app::SoundCourses sound_courses{settings};
+    platform::sqlite::SqliteDatabase database{text_compare, longest_wait, &sound_courses};
 
     LogicPlatform for_logic()
     {

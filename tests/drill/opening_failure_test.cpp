@@ -199,6 +199,51 @@ TEST_F(OpeningFailure, does_not_use_up_the_start_of_the_program_as_the_beginning
     EXPECT_EQ(course.elapsed_seconds(clock.time), 20);
 }
 
+TEST_F(OpeningFailure, that_shows_only_after_the_first_picture_leads_to_the_dialog)
+{
+    const std::string other = unpassed_course().write(courses, "other.crs");
+    remember(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    database.fail_check(platform::DatabaseErrorKind::damaged, "It is damaged (row 2 missing).");
+    expect_refusal_box(sound, "It is damaged (row 2 missing).");
+    expect_dialog_answer(other);
+    form1.window.paint_first_picture();
+    expect_open(other);
+    EXPECT_EQ(times_put_away(), 1);
+    EXPECT_EQ(traced().back().find("damaged"), std::string::npos) << "the other course is open";
+}
+
+TEST_F(OpeningFailure, after_the_first_picture_ends_the_program_when_the_user_cancels_the_dialog)
+{
+    remember(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    const auto before = courses.read("sound.crs");
+    database.fail_check(platform::DatabaseErrorKind::damaged, "It is damaged (row 2 missing).");
+    expect_refusal_box(sound, "It is damaged (row 2 missing).");
+    desktop.expect_file({});
+    EXPECT_THROW(form1.window.paint_first_picture(), common::ProgramEnded);
+    expect_nothing_open();
+    EXPECT_EQ(courses.read("sound.crs"), before);
+}
+
+TEST_F(OpeningFailure, is_none_where_another_program_writes_during_the_check)
+{
+    remember(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    database.fail_check(platform::DatabaseErrorKind::locked, "Another program is using it.");
+    form1.window.paint_first_picture();
+    expect_open(sound);
+}
+
+TEST_F(OpeningFailure, is_none_where_the_check_finds_nothing)
+{
+    remember(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    form1.window.paint_first_picture();
+    expect_open(sound);
+    EXPECT_EQ(times_put_away(), 0);
+}
+
 /// A box reports the error, and no file is left.
 TEST_F(OpeningFailure, of_a_creation_leaves_no_file)
 {

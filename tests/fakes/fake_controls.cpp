@@ -409,6 +409,12 @@ void FakeWindow::close()
         on_close();
 }
 
+void FakeWindow::paint_first_picture()
+{
+    if (on_first_picture)
+        on_first_picture();
+}
+
 void FakeWindow::end_session()
 {
     if (on_session_end)

@@ -268,6 +268,8 @@ public:
     bool press(const std::string& character, bool auto_repeat = false);
 
     void close();
+    /// The window is painted for the first time since it was shown.
+    void paint_first_picture();
     /// The session ends.
     void end_session();
 

@@ -208,6 +208,18 @@ std::string RecordingDatabase::unstored() const
     return unstored_.empty() ? database_.unstored() : unstored_;
 }
 
+void RecordingDatabase::finish_check()
+{
+    if (const auto failure = std::exchange(check_failure_, std::nullopt))
+        throw *failure;
+    database_.finish_check();
+}
+
+void RecordingDatabase::fail_check(platform::DatabaseErrorKind kind, const std::string& words)
+{
+    check_failure_.emplace(kind, 0, words);
+}
+
 void RecordingDatabase::close() noexcept
 {
     record_->transaction_depth = 0;

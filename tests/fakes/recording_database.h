@@ -46,6 +46,9 @@ public:
     /// The next commit of an outermost transaction throws CommitError; `stored` tells whether its writes are stored.
     void fail_commit(bool stored);
 
+    /// The next `finish_check` throws.
+    void fail_check(platform::DatabaseErrorKind kind, const std::string& words);
+
     /// Makes `unstored` return `words`, as if opening had found the disk full.
     void leave_unstored(std::string words) { unstored_ = std::move(words); }
 
@@ -69,6 +72,7 @@ public:
     void finish_creation() override;
     void open(const std::string& path, std::span<const platform::TableSchema> expected) override;
     [[nodiscard]] std::string unstored() const override;
+    void finish_check() override;
     void close() noexcept override;
     [[nodiscard]] bool is_open() const override;
 
@@ -88,6 +92,7 @@ private:
 
     platform::Database& database_;
     std::optional<bool> commit_stored_;
+    std::optional<platform::DatabaseError> check_failure_;
     std::string unstored_;
     std::shared_ptr<DatabaseRecord> record_;
 };

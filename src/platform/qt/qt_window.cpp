@@ -4,6 +4,8 @@
 
 #include <QScreen>
 #include <QStyle>
+#include <chrono>
+#include <utility>
 
 namespace cuedrill::platform::qt {
 
@@ -14,8 +16,13 @@ QtWindow::QtWindow(const char* name, QSize size, QtGuard& guard, QtWindowState s
                                                                                              if (on_help)
                                                                                                  on_help();
                                                                                          }),
-      announcer_(window_)
+      announcer_(window_), paint_watcher_(window_, [this](QEvent::Type type) {
+          if (type == QEvent::Paint && std::exchange(shown_anew_, false))
+              after_paint_.start(0);
+      })
 {
+    after_paint_.setSingleShot(true);
+    QObject::connect(&after_paint_, &QTimer::timeout, &after_paint_, [this] { tell_first_picture(); });
     window_.setObjectName(QString::fromLatin1(name));
     window_.resize(size);
     key_filter_.add(window_, [this](const KeyPress& press) { return swallows(on_key, press, gate_); });
@@ -42,12 +49,14 @@ void QtWindow::show()
 {
     if (!placed_)
         place_on_screen();
+    shown_anew_ = true;
     window_.show_in_front();
 }
 
 void QtWindow::hide()
 {
     keep_state();
+    after_paint_.stop();
     window_.hide();
 }
 
@@ -87,6 +96,18 @@ void QtWindow::place_on_screen()
     const QRect available = window_.screen()->availableGeometry();
     const QSize size = size_.boundedTo(available.size() - frame_room);
     window_.setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
+}
+
+void QtWindow::tell_first_picture()
+{
+    constexpr std::chrono::milliseconds until_next_try{50};
+    // A box that is shown at the start, or an action of the user, comes first.
+    const bool told = gate_.run([this] {
+        if (on_first_picture)
+            on_first_picture();
+    });
+    if (!told)
+        after_paint_.start(until_next_try);
 }
 
 /// The state of a hidden window was saved when it was hidden.

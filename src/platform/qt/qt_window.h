@@ -4,11 +4,13 @@
 #include "platform/qt/qt_announcement.h"
 #include "platform/qt/qt_asking_window.h"
 #include "platform/qt/qt_context_help.h"
+#include "platform/qt/qt_event_watcher.h"
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_key_filter.h"
 #include "platform/qt/qt_window_state.h"
 
 #include <QSize>
+#include <QTimer>
 
 namespace cuedrill::platform::qt {
 
@@ -44,6 +46,7 @@ private:
     KeyJudgement judge(const KeyEvent& event);
     void place_on_screen();
     void keep_state();
+    void tell_first_picture();
 
     QtGuard& guard_;
     QSize size_;
@@ -53,6 +56,9 @@ private:
     QtKeyFilter key_filter_;
     QtContextHelp context_help_;
     QtAnnouncer announcer_;
+    EventWatcher paint_watcher_;
+    QTimer after_paint_;      ///< runs out when the events after the first paint event are done
+    bool shown_anew_ = false; ///< not painted yet since `show`
     std::string caption_;
     bool placed_ = false;
 };

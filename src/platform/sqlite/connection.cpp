@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <new>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <utility>
 
 namespace cuedrill::platform::sqlite {
@@ -145,6 +146,22 @@ std::array<unsigned char, Connection::header_size> Connection::header()
     if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ)
         throw database_error(code, 0, sqlite3_errstr(code));
     return bytes;
+}
+
+std::string Connection::mark()
+{
+    constexpr std::size_t place_of_change_counter = 24;
+    // The name may lead to another file by now.
+    require_not_moved();
+    const auto bytes = header();
+    struct stat status {};
+    if (::stat(sqlite3_db_filename(db_, "main"), &status) != 0)
+        throw database_error(SQLITE_IOERR_FSTAT, errno, "");
+    std::string result = std::to_string(status.st_size) + "." + std::to_string(status.st_ctim.tv_sec) + "." +
+                         std::to_string(status.st_ctim.tv_nsec) + "." + std::to_string(status.st_ino);
+    for (std::size_t i = 0; i < 4; ++i)
+        result += "." + std::to_string(bytes[place_of_change_counter + i]);
+    return result;
 }
 
 void Connection::set_checkpoint_at_close(bool checkpoint)

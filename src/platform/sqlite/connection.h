@@ -41,8 +41,13 @@ public:
 
     /// The first bytes of the file (zeros where it is shorter), read without a lock or a look into the journal.
     [[nodiscard]] std::array<unsigned char, header_size> header();
+    /// Differs from the mark of every earlier state of the file: its size, the time when its contents or its inode
+    /// changed last, its inode, and the engine's count of changes. It has no blank and no line end.
+    [[nodiscard]] std::string mark();
     /// Whether a read of the file, its journal or its log has failed so far.
     [[nodiscard]] bool read_failed() const noexcept { return files_.read_failed(); }
+    /// Whether a statement has met a malformed page so far.
+    [[nodiscard]] bool damage_met() const noexcept { return rules_.damage_met; }
     /// Whether a tree of pages that goes deeper than any sound one is damage.
     void limit_depth(bool limited) noexcept { files_.limit_depth(limited); }
     /// Whether closing the last connection carries a write-ahead log over into the file.
@@ -51,8 +56,10 @@ public:
     /// its pages in memory. Requires a file that has been checked: the engine looks into it.
     void set_up_for_work();
 
-    /// Lifts the bound on processor time under which a file is looked at that has just been opened.
+    /// Lifts the bound on processor time under which a file is read that has not been checked yet.
     void allow_any_time() noexcept;
+    /// Measures the processor time from now on.
+    void restart_time() noexcept { started_ = std::clock(); }
 
     /// Prepares a statement that is used once.
     [[nodiscard]] Statement prepare(std::string_view sql);
@@ -98,7 +105,7 @@ private:
     CourseFiles files_; ///< outlives the engine's connection, which works through it
     sqlite3* db_ = nullptr;
     std::unique_ptr<StatementPool> pool_;
-    std::clock_t started_; ///< processor time of the process when the file was opened
+    std::clock_t started_; ///< processor time of the process from which on the bound counts
     std::function<void()> put_off_;
     int depth_ = 0;
     int open_recordsets_ = 0;

@@ -139,6 +139,18 @@ void check_soundness(Connection& connection)
     throw own_error(DatabaseErrorKind::damaged, "It is damaged (" + finding + ").");
 }
 
+/// Holds the write lock, under which the file stays as it is.
+class LockedForCheck {
+public:
+    explicit LockedForCheck(Connection& connection) : connection_(connection) { connection_.begin(); }
+    LockedForCheck(const LockedForCheck&) = delete;
+    LockedForCheck& operator=(const LockedForCheck&) = delete;
+    ~LockedForCheck() { connection_.rollback(); }
+
+private:
+    Connection& connection_;
+};
+
 } // namespace
 
 std::int32_t packed_version(std::uint32_t order_version)
@@ -162,15 +174,19 @@ FileHeader check_header(Connection& connection)
             header[place_of_read_version] == write_ahead_log_version};
 }
 
-void check_contents(Connection& connection, std::span<const ExpectedTable> expected)
+void check_tables(Connection& connection, std::span<const ExpectedTable> expected)
 {
-    // The write lock shows at once whether the file can be written and nobody else holds it, and keeps it as it is
-    // while it is checked.
-    connection.begin();
+    // The write lock shows at once whether the file can be written and no other program holds it.
+    const LockedForCheck lock(connection);
     for (const ExpectedTable& table : expected) {
         check_is_ordinary_table(connection, table.schema.name);
         check_columns(connection, table);
     }
+}
+
+void check_contents(Connection& connection, std::span<const ExpectedTable> expected)
+{
+    const LockedForCheck lock(connection);
     // The rules of a course's own tables are part of the check for soundness, so its texts need not be measured unless
     // one gets round them.
     const bool own = has_own_definitions(connection, expected);
@@ -179,7 +195,6 @@ void check_contents(Connection& connection, std::span<const ExpectedTable> expec
     if (!own || has_long_texts(connection, expected))
         check_text_lengths(connection, expected);
     check_soundness(connection);
-    connection.rollback();
 }
 
 void bring_to_order(Connection& connection, std::uint32_t order_version)

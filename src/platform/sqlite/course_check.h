@@ -25,7 +25,13 @@ struct FileHeader {
 /// @throws DatabaseError when the file is no course, or of a newer version.
 FileHeader check_header(Connection& connection);
 
-/// Checks that the file is sound, not held by anybody else, and holds the tables of `expected`. Writes nothing.
+/// Checks that the file can be written, is held by no other program, and has the tables of `expected`. The time does
+/// not depend on the number of rows. Writes nothing.
+/// @throws DatabaseError naming the first thing that is not as it must be.
+void check_tables(Connection& connection, std::span<const ExpectedTable> expected);
+
+/// Reads the whole file and checks that it is sound and that no text is too long to be read. Requires the tables of
+/// `expected`. Writes nothing.
 /// @throws DatabaseError naming the first thing that is not as it must be.
 void check_contents(Connection& connection, std::span<const ExpectedTable> expected);
 

@@ -8,6 +8,7 @@
 #include "platform/sqlite/new_file.h"
 #include "platform/sqlite/sqlite_recordset.h"
 #include "platform/sqlite/table_columns.h"
+#include "platform/sqlite/text_lengths.h"
 
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -91,8 +92,9 @@ private:
 
 } // namespace
 
-SqliteDatabase::SqliteDatabase(const TextCompare& compare, std::chrono::milliseconds busy_timeout)
-    : compare_(compare), busy_timeout_(busy_timeout)
+SqliteDatabase::SqliteDatabase(const TextCompare& compare, std::chrono::milliseconds busy_timeout,
+                               SoundFiles* sound_files)
+    : compare_(compare), busy_timeout_(busy_timeout), sound_files_(sound_files)
 {
 }
 
@@ -198,13 +200,16 @@ void SqliteDatabase::open_checked(const std::string& file, std::span<const Expec
 
 void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const ExpectedTable> expected)
 {
+    checked_ = false;
     const LogFile log(file);
     const auto connection = std::make_shared<Connection>(file, compare_, busy_timeout_);
     const FileHeader header = check_header(*connection);
     const bool with_log = header.has_write_ahead_log || log.existed();
     if (with_log)
         keep_log_untouched(*connection);
-    check_contents(*connection, expected);
+    check_tables(*connection, expected);
+    path_ = file;
+    check_now_or_later(*connection, expected, with_log);
     if (with_log)
         accept_log(*connection);
     connection->set_up_for_work();
@@ -212,8 +217,54 @@ void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const
     // What is put off for want of room comes first, and the next opening makes the rest.
     if (unstored_.empty())
         make_aid_indexes(*connection, expected);
-    connection->allow_any_time();
     connection_ = connection;
+}
+
+void SqliteDatabase::check_now_or_later(Connection& connection, std::span<const ExpectedTable> tables, bool with_log)
+{
+    const bool may_be_later = sound_files_ != nullptr && !with_log;
+    checked_ = may_be_later && sound_files_->is_noted(path_, connection.mark());
+    if (checked_) {
+        connection.allow_any_time();
+        return;
+    }
+    const auto check = [this, &connection, tables = std::vector(tables.begin(), tables.end())] {
+        check_contents(connection, tables);
+        connection.allow_any_time();
+        checked_ = true;
+    };
+    // Definitions made elsewhere may let a small file take long to read, and its texts be of any length.
+    if (may_be_later && has_own_definitions(connection, tables))
+        connection.put_off(check);
+    else
+        check();
+}
+
+/// A malformed file can make any statement run for as long as it likes, so each one has its own share of time until the
+/// file has been checked.
+void SqliteDatabase::bound_time(Connection& connection) const
+{
+    if (!checked_)
+        connection.restart_time();
+}
+
+void SqliteDatabase::finish_check()
+{
+    Connection& connection = require_course();
+    if (!checked_)
+        connection.require_ready_to_write();
+}
+
+/// A course that was not checked, or in which a statement has met damage since, is checked when it is opened again.
+void SqliteDatabase::note_if_sound() noexcept
+{
+    if (sound_files_ == nullptr || !checked_ || connection_->damage_met())
+        return;
+    try {
+        sound_files_->note(path_, connection_->mark());
+    } catch (const std::exception&) {
+        return;
+    }
 }
 
 /// Without room on the disk a course can still be looked at. Its indexes then keep the order in which they are, and
@@ -243,9 +294,13 @@ void SqliteDatabase::order_now_or_later(Connection& connection, std::span<const 
 void SqliteDatabase::close() noexcept
 {
     // Cursors and recordsets may still share the connection, so it is closed and not only let go.
-    if (connection_ != nullptr)
+    if (connection_ != nullptr) {
+        note_if_sound();
         connection_->close();
+    }
     connection_.reset();
+    path_.clear();
+    checked_ = false;
     new_file_.reset();
     new_path_.clear();
     new_tables_.clear();
@@ -254,13 +309,13 @@ void SqliteDatabase::close() noexcept
 
 std::unique_ptr<Recordset> SqliteDatabase::open_recordset(std::string_view sql)
 {
-    static_cast<void>(require_course());
+    bound_time(require_course());
     return std::make_unique<SqliteRecordset>(connection_, sql);
 }
 
 void SqliteDatabase::read(std::string_view sql, std::span<const Value> values, const RowVisitor& visit)
 {
-    static_cast<void>(require_course());
+    bound_time(require_course());
     const StatementLease lease(connection_, sql);
     require_reading(lease.get());
     lease.get().bind_all(values);

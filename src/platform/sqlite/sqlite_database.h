@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/database.h"
+#include "platform/sound_files.h"
 #include "platform/text_compare.h"
 
 #include <chrono>
@@ -22,8 +23,12 @@ class SqliteDatabase final : public Database {
 public:
     /// @param compare gives the order of all texts in the file; must outlive the object and its cursors.
     /// @param busy_timeout how long another program's lock is waited for.
+    /// @param sound_files if given, a file that was sound when it was closed and has not changed since is not checked
+    /// again, and the check of any other file of this program's own making is put off until after it is opened. It must
+    /// outlive the object.
     explicit SqliteDatabase(const TextCompare& compare,
-                            std::chrono::milliseconds busy_timeout = std::chrono::seconds(3));
+                            std::chrono::milliseconds busy_timeout = std::chrono::seconds(3),
+                            SoundFiles* sound_files = nullptr);
     SqliteDatabase(const SqliteDatabase&) = delete;
     SqliteDatabase& operator=(const SqliteDatabase&) = delete;
     ~SqliteDatabase() override;
@@ -34,6 +39,7 @@ public:
     void finish_creation() override;
 
     void open(const std::string& path, std::span<const TableSchema> expected) override;
+    void finish_check() override;
     [[nodiscard]] std::string unstored() const override { return unstored_; }
     void close() noexcept override;
     [[nodiscard]] bool is_open() const override { return connection_ != nullptr && new_file_ == nullptr; }
@@ -54,12 +60,18 @@ private:
     [[nodiscard]] Connection& require_creation() const;
     void open_checked(const std::string& file, std::span<const ExpectedTable> expected);
     void open_within_bounds(const std::string& file, std::span<const ExpectedTable> expected);
+    void check_now_or_later(Connection& connection, std::span<const ExpectedTable> tables, bool with_log);
+    void bound_time(Connection& connection) const;
+    void note_if_sound() noexcept;
     void order_now_or_later(Connection& connection, std::span<const ExpectedTable> tables);
 
     const TextCompare& compare_;
     std::chrono::milliseconds busy_timeout_;
+    SoundFiles* sound_files_;
     std::shared_ptr<Connection> connection_;
+    std::string path_; ///< of the open course
     std::string unstored_;
+    bool checked_ = false; ///< the whole file was read and is sound, now or when it was closed unchanged
 
     std::unique_ptr<TemporaryFile> new_file_; ///< only while a file is being created
     std::string new_path_;

@@ -40,7 +40,7 @@ Statement::Statement(sqlite3* db, TextRules& rules, std::string_view sql) : db_(
     const int code = sqlite3_prepare_v3(db, sql_.c_str(), checked_length(sql_.size()), SQLITE_PREPARE_PERSISTENT,
                                         &statement_, &tail);
     if (code != SQLITE_OK)
-        throw_engine_error(db, code);
+        fail(code);
     if (statement_ == nullptr)
         throw own_error(DatabaseErrorKind::other, "There is no statement to run.");
     const auto used = static_cast<std::size_t>(tail - sql_.c_str());
@@ -53,6 +53,14 @@ Statement::Statement(sqlite3* db, TextRules& rules, std::string_view sql) : db_(
 Statement::~Statement()
 {
     sqlite3_finalize(statement_);
+}
+
+void Statement::fail(int code) const
+{
+    constexpr int primary = 0xFF;
+    if ((code & primary) == SQLITE_CORRUPT)
+        rules_.damage_met = true;
+    throw_engine_error(db_, code);
 }
 
 bool Statement::reads_only() const
@@ -98,7 +106,7 @@ bool Statement::step()
     if (rules_.failure != nullptr)
         throw_function_error(rules_.failure);
     if (code != SQLITE_ROW && code != SQLITE_DONE)
-        throw_engine_error(db_, code);
+        fail(code);
     return code == SQLITE_ROW;
 }
 

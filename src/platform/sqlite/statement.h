@@ -50,6 +50,8 @@ public:
     [[nodiscard]] std::string text(int column) const;
 
 private:
+    [[noreturn]] void fail(int code) const;
+
     sqlite3* db_;
     TextRules& rules_;
     std::string sql_;

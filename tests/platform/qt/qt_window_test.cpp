@@ -3,9 +3,11 @@
 #include "platform/qt/qt_window.h"
 
 #include <QAccessible>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
 namespace cuedrill::platform::qt {
@@ -49,6 +51,75 @@ TEST_F(QtWindowTest, ShowsWhichButtonHasTheFocusFromTheStart)
     button->setFocus();
     ASSERT_TRUE(button->hasFocus());
     EXPECT_NE(button->grab().toImage(), without);
+}
+
+/// Handles events until `done`, for at most ten seconds.
+bool handle_events_until(const std::function<bool()>& done)
+{
+    QElapsedTimer time;
+    time.start();
+    while (!done() && time.elapsed() < 10'000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    return done();
+}
+
+TEST_F(QtWindowTest, TellsOfItsFirstPictureOnceAfterEachShow)
+{
+    int painted = 0;
+    int told = 0;
+    EventWatcher watcher(window.widget(), [&](QEvent::Type type) { painted += type == QEvent::Paint ? 1 : 0; });
+    window.on_first_picture = [&] {
+        EXPECT_GT(painted, 0);
+        ++told;
+    };
+    window.show();
+    EXPECT_EQ(told, 0);
+    EXPECT_TRUE(handle_events_until([&] { return told == 1; }));
+    const int before = painted;
+    window.widget().update();
+    EXPECT_TRUE(handle_events_until([&] { return painted > before; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(told, 1);
+    window.hide();
+    window.show();
+    EXPECT_TRUE(handle_events_until([&] { return told == 2; }));
+}
+
+TEST_F(QtWindowTest, TellsOfItsFirstPictureWhenNoActionIsRunning)
+{
+    bool running = false;
+    bool told = false;
+    window.on_first_picture = [&] {
+        EXPECT_FALSE(running);
+        told = true;
+    };
+    bool painted = false;
+    EventWatcher watcher(window.widget(), [&](QEvent::Type type) { painted = painted || type == QEvent::Paint; });
+    EXPECT_TRUE(window.gate().run([&] {
+        running = true;
+        window.show();
+        EXPECT_TRUE(handle_events_until([&] { return painted; }));
+        for (int i = 0; i < 10; ++i)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        running = false;
+    }));
+    EXPECT_FALSE(told);
+    EXPECT_TRUE(handle_events_until([&] { return told; }));
+}
+
+TEST_F(QtWindowTest, TellsOfNoPictureOnceItIsHidden)
+{
+    bool told = false;
+    window.on_first_picture = [&] { told = true; };
+    EventWatcher watcher(window.widget(), [&](QEvent::Type type) {
+        if (type == QEvent::Paint)
+            QTimer::singleShot(0, &window.widget(), [&] { window.hide(); });
+    });
+    window.show();
+    EXPECT_TRUE(handle_events_until([&] { return !window.widget().isVisible(); }));
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_FALSE(told);
 }
 
 TEST_F(QtWindowTest, IsNeverLargerThanTheScreen)
