@@ -18,7 +18,7 @@ int compare_texts(void* context, int length_a, const void* a, int length_b, cons
 BareSqlite::BareSqlite(const std::string& path, const platform::TextCompare& text_compare)
 {
     check(sqlite3_open_v2(path.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr));
-    // The interface is C: what it hands back to the function is never written to.
+    // The C interface takes a pointer to non-const; compare_texts does not write through it.
     void* const context = const_cast<platform::TextCompare*>(&text_compare);
     check(sqlite3_create_collation(db_, "CUEDRILL", SQLITE_UTF8, context, compare_texts));
     run("pragma journal_mode=DELETE");

@@ -9,8 +9,8 @@
 
 namespace cuedrill::bench {
 
-/// The engine used with as little as possible around it: the floor that the program is measured against. It has the
-/// same order of texts, the same durability and the same room for pages.
+/// The engine used directly, as the floor that the program is measured against. It has the program's text order,
+/// durability and cache size.
 class BareSqlite {
 public:
     BareSqlite(const std::string& path, const platform::TextCompare& text_compare);
@@ -18,10 +18,11 @@ public:
     BareSqlite& operator=(const BareSqlite&) = delete;
     ~BareSqlite();
 
-    /// Runs a statement to its end and gives the first column of its first row as a whole number, or 0.
+    /// Runs a statement to its end.
+    /// @return the first column of its first row as an integer; 0 if there is no row.
     std::int64_t run(const std::string& sql);
 
-    /// @throws common::Error unless `code` stands for success.
+    /// @throws common::Error if the result code `code` is an error.
     void check(int code);
     [[nodiscard]] sqlite3* handle() { return db_; }
 
@@ -42,12 +43,13 @@ public:
     /// The text must live until the statement has run.
     BareStatement& bind(int position, std::string_view text);
 
-    /// To the next row; behind the last one it is false, and the statement is reset.
+    /// Goes to the next row. After the last one it resets the statement and returns false.
     bool step();
     void reset() { sqlite3_reset(statement_); }
-    /// Runs it to its end and gives the first column of its first row as a whole number, or 0.
+    /// Runs the statement to its end.
+    /// @return the first column of its first row as an integer; 0 if there is no row.
     std::int64_t run();
-    /// The same up to the first row.
+    /// The same, but stops at the first row.
     std::int64_t first();
 
     [[nodiscard]] std::int64_t integer(int column) { return sqlite3_column_int64(statement_, column); }

@@ -21,16 +21,16 @@ constexpr int full_course = 32767;
 struct Plan {
     std::vector<int> sizes{300, 3000, 30000};
     int memory_size = full_course;
-    double min_time = 0; ///< of one measurement, seconds; 0 for that of the command line
+    double min_time = 0; ///< least time of one measurement, seconds; 0 for that of the command line
 };
 
-/// Only shows that all of it still works: the figures mean little.
+/// A short run that only shows that everything still works; its figures mean little.
 Plan brief_plan()
 {
     return {.sizes = {300}, .memory_size = 300, .min_time = 0.001};
 }
 
-/// Takes the argument out, where it is there.
+/// Removes `argument` from the arguments. Returns whether it was among them.
 bool take_argument(int& argc, char** argv, const char* argument)
 {
     char** const end = argv + argc;
@@ -51,9 +51,8 @@ std::vector<Operation> all_operations()
 
 } // namespace
 
-/// --brief runs everything once on a small course; --memory measures memory alone; --in-turn measures
-/// each operation and its floor in turn, for a machine that is not quiet. All other arguments are those of
-/// Google Benchmark.
+/// --brief runs everything briefly on a small course. --memory measures memory only. --in-turn alternates between each
+/// operation and its floor, for a machine with other load. All other arguments are those of Google Benchmark.
 int main(int argc, char** argv)
 {
     const Plan plan = take_argument(argc, argv, "--brief") ? brief_plan() : Plan{};
@@ -66,7 +65,7 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     const std::vector<Operation> operations = all_operations();
     static_cast<void>(cuedrill::bench::sample_folder());
-    // Who measures some operations wants their times.
+    // A filter asks for the times of some operations, so memory is not measured.
     const bool memory_good = filtered || cuedrill::bench::print_memory(operations, plan.memory_size);
     if (memory_alone)
         return memory_good ? EXIT_SUCCESS : EXIT_FAILURE;

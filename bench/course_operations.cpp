@@ -41,7 +41,8 @@ Work opening(const WorkFolder& folder, int records)
     }};
 }
 
-/// Reads what the program reads, behind the same check.
+/// Runs the engine's integrity check and reads what the program reads.
+/// @param makes_indexes creates the aid indexes, too.
 void open_bare(const std::string& path, const platform::TextCompare& text_compare, bool makes_indexes)
 {
     BareSqlite sqlite(path, text_compare);
@@ -61,7 +62,7 @@ void open_bare(const std::string& path, const platform::TextCompare& text_compar
 Work opening_floor(const WorkFolder& folder, int records)
 {
     const std::string path = fresh_sample(folder, records);
-    Engine(path).open(); // the parameters are there, as they are in the course of the program
+    Engine(path).open(); // stores the parameters, which are then read as in the program's course
     return {.run = [path] { open_bare(path, platform::icu::IcuTextCompare(), false); }};
 }
 
@@ -136,8 +137,8 @@ Work importing(const WorkFolder& folder, int records)
             }};
 }
 
-/// The texts are in memory already. They are committed as often as the program commits: what it tells to be stored is
-/// durable, and no transaction is open while the window works.
+/// Inserts texts that are in memory already. It commits as often as the program, which reports only what is durable and
+/// keeps no transaction open while the window processes events.
 Work importing_floor(const WorkFolder& folder, int records)
 {
     struct Import : EmptyCourse {
@@ -183,7 +184,7 @@ Work exporting(const WorkFolder& folder, int records)
     }};
 }
 
-/// Writes the same texts behind their marks, durably.
+/// Writes the same texts with their markers, durably.
 Work exporting_floor(const WorkFolder& folder, int records)
 {
     struct Export : Floor {
@@ -209,7 +210,7 @@ Work exporting_floor(const WorkFolder& folder, int records)
     }};
 }
 
-/// Something to be reset.
+/// Gives all records counters and dates that a reset clears.
 void mark_as_tested(BareSqlite& sqlite)
 {
     sqlite.run("update qa set q_successes=cnt%11, q_attempts=1, q_date_last_test=46000+cnt/1000.0, "

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int target_level = 5;
 
-/// Seconds between two verdicts: the least after which a question that was not known can come again.
+/// Seconds between two verdicts: the shortest time after which a failed question can be asked again.
 constexpr std::int64_t pace = 9;
 
 std::shared_ptr<Engine> open_engine(const std::string& path)
@@ -28,11 +28,11 @@ std::shared_ptr<Engine> open_engine(const std::string& path)
     return engine;
 }
 
-/// The bare engine on a course, and what its statements are given.
+/// The bare engine on a course, with the dates that its statements need.
 struct Floor {
     explicit Floor(const std::string& path) : sqlite(path, text_compare) { dead_times.init_dead_time_array(); }
 
-    /// The day number before which something must lie to be `days` old.
+    /// The day number that is `days` before `now`.
     [[nodiscard]] double before(double days) const { return now.plus_days(-days).day_number(); }
 
     platform::icu::IcuTextCompare text_compare;
@@ -41,7 +41,7 @@ struct Floor {
     common::DateTime now = platform::system::SystemClock().now();
 };
 
-/// Verdicts one after another: two of three are "not known", so that the course never runs out of questions.
+/// Gives verdicts one after another. Two of three are "not known", so that the course never runs out of questions.
 struct Drill {
     explicit Drill(std::shared_ptr<Engine> opened) : engine(std::move(opened)) { current = next(); }
 
@@ -93,7 +93,7 @@ Work stored_verdict(const WorkFolder& folder, int records)
     return {.prepare = [drill] { drill->current = drill->next(); }, .run = [drill] { drill->judge(); }};
 }
 
-/// One durable commit of a row with another level and other dates: the rows in turn, scattered over the file.
+/// One durable commit that sets the level and the dates of a row. The rows take turns, scattered over the file.
 Work bare_commit(const WorkFolder& folder, int records)
 {
     struct Commit : Floor {
@@ -104,7 +104,7 @@ Work bare_commit(const WorkFolder& folder, int records)
     };
     const auto floor = std::make_shared<Commit>(fresh_sample(folder, records));
     return {.run = [floor, records] {
-        constexpr std::int64_t stride = 7919; // a prime, so that all rows have their turn
+        constexpr std::int64_t stride = 7919; // a prime, so that every row gets its turn
         floor->now = common::DateTime::from_seconds(floor->now.seconds() + pace);
         floor->update.bind(1, ++floor->place * stride % records + 1)
             .bind(2, floor->place % 3)
@@ -130,18 +130,18 @@ Work choosing_at_random(const WorkFolder& folder, int records)
     }};
 }
 
-/// The look-ups that a choice takes: level by level the never tested ones, then the one tested longest ago.
+/// The look-ups of a choice in one level: questions never tested, by number, and tested ones, by date of the last test.
 struct Choice : Floor {
     using Floor::Floor;
 
-    /// The first of each run of entries that holds a mature question; 0 where none does.
+    /// The first mature question, from the highest level down; 0 if there is none.
     std::int64_t first()
     {
         for (int level = target_level - 1; level >= 0; --level) {
             never.bind(1, std::int64_t{level}).bind(2, before(dead_times.unanswered_dead_time()));
             tested.bind(1, std::int64_t{level}).bind(2, before(dead_times.unanswered_dead_time()));
             tested.bind(3, before(dead_times.dead_time(level)));
-            // At level 0 those that were tested come first.
+            // At level 0 tested questions come first; at higher levels those never tested.
             const std::int64_t found = level == 0 ? tested.first() : never.first();
             const std::int64_t other = found != 0 ? found : level == 0 ? never.first() : tested.first();
             if (other != 0)
@@ -162,7 +162,7 @@ Work choosing_floor(const WorkFolder& folder, int records)
     return {.run = [floor] { benchmark::DoNotOptimize(floor->first()); }};
 }
 
-/// All candidates of the first level that has one are read, and one is drawn.
+/// Reads all candidates of the highest level that has any, and picks one.
 Work choosing_at_random_floor(const WorkFolder& folder, int records)
 {
     const auto floor = std::make_shared<Choice>(fresh_sample(folder, records));
@@ -190,7 +190,7 @@ Work counting(const WorkFolder& folder, int records)
     return {.run = [engine] { benchmark::DoNotOptimize(scheduler::count(engine->course)); }};
 }
 
-/// One pass over the entries of the index, each looked at once.
+/// Reads each entry of the index once.
 Work counting_floor(const WorkFolder& folder, int records)
 {
     struct Count : Floor {
@@ -232,7 +232,8 @@ Work counting_mature_floor(const WorkFolder& folder, int records)
     }};
 }
 
-/// A course whose questions have all been tested just now, one second after the other.
+/// A course in which no question is mature: the dates of the last tests begin now and are one second apart, so all of
+/// them are in the future.
 std::string freshly_tested(const WorkFolder& folder, int records)
 {
     std::string path = fresh_sample(folder, records);
@@ -253,7 +254,8 @@ Work looking_ahead(const WorkFolder& folder, int records)
     }};
 }
 
-/// Of each level the test that is longest ago, and those that come to an end before the end of the day.
+/// Finds the moment at which the first question becomes mature, by the oldest test of each level, and then counts the
+/// questions that become mature by the end of that day.
 Work looking_ahead_floor(const WorkFolder& folder, int records)
 {
     struct Ahead : Floor {

@@ -14,7 +14,7 @@
 
 namespace cuedrill::bench {
 
-/// A course, and what the program works on it with.
+/// A course with the adapters and services that the program uses for it.
 struct Engine {
     explicit Engine(const std::string& path)
     {

@@ -8,7 +8,7 @@
 
 namespace cuedrill::bench {
 
-/// Ends the process as soon as `window` has been painted for the first time and nothing is left to be done at once.
+/// Ends the process after `window` has been painted for the first time and the pending events have been processed.
 class EndAtFirstPaint : public QObject {
 public:
     explicit EndAtFirstPaint(QWidget& window) { window.installEventFilter(this); }

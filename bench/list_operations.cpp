@@ -17,7 +17,7 @@
 namespace cuedrill::bench {
 namespace {
 
-/// A part of a word that a question in a hundred has.
+/// A part of a word that occurs in 4 % of the questions.
 constexpr const char* searched_text = "neka";
 
 std::shared_ptr<Engine> open_sample(const WorkFolder& folder, int records)
@@ -67,7 +67,7 @@ Work search(const WorkFolder& folder, int records)
     }};
 }
 
-/// Steps through the rows of a query and copies both texts and the level of each.
+/// Steps through the rows of a query and copies both texts and the level of each row.
 Work copied_rows(const WorkFolder& folder, int records, const std::string& clauses)
 {
     struct Reading {

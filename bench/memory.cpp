@@ -10,7 +10,7 @@
 namespace cuedrill::bench {
 namespace {
 
-/// What stays in memory shows in the second run.
+/// More than one, so that memory that a run does not release adds to the peak.
 constexpr int runs = 3;
 
 [[noreturn]] void run_in_this_process(const Operation& operation, int records)

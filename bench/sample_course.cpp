@@ -15,7 +15,7 @@ namespace {
 const char* const syllables[] = {"ka", "lo", "mi",     "re",   "su",       "ta",
                                  "ne", "vo", "\u00E9", "schi", "br\u00FC", "\u00F1a"};
 
-/// A word that looks the same for the same number, and scattered for neighbouring ones.
+/// A word that depends only on `number`. The words of neighbouring numbers are unrelated.
 std::string word(unsigned number)
 {
     unsigned state = number * 2654435761U; // Knuth's multiplicative hash

@@ -7,7 +7,7 @@
 
 namespace cuedrill::bench {
 
-/// A folder of its own, removed at the end.
+/// A temporary folder, removed on destruction.
 class WorkFolder {
 public:
     WorkFolder();
@@ -21,22 +21,23 @@ private:
     std::filesystem::path path_;
 };
 
-/// The question and answer of record `number`, about as long and as varied as those of a language course.
+/// The question and the answer of record `number`, about as long and as varied as in a language course.
 std::string question_of(int number);
 std::string answer_of(int number);
 
 /// Writes a question text file of `records` records.
 void write_question_text(const std::string& path, int records);
 
-/// Makes a course of `records` records: a third never tested, the others at all levels and ages.
+/// Creates a course of `records` records. A third were never tested; the others are at levels 0 to 10 and were last
+/// tested up to 4 days ago.
 void make_sample_course(const std::string& path, const platform::TextCompare& text_compare, int records);
 
-/// Where the sample courses are kept from which all others are copied. It goes with the process that has asked for it
-/// first; those that are forked from it use it, too.
+/// The folder of the sample courses that `fresh_sample` copies. The first call creates it, and the process of that call
+/// removes it at its end. Call it once before forking, so that the processes share it.
 const WorkFolder& sample_folder();
 
-/// Makes such a course in the folder and gives its path: each measured side has one of its own, so that all start from
-/// the same.
+/// Copies a sample course of `records` records into `folder` and returns the path of the copy. Each side of a
+/// measurement has its own copy, so that all start from the same state.
 std::string fresh_sample(const WorkFolder& folder, int records);
 
 } // namespace cuedrill::bench

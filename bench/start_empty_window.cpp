@@ -4,7 +4,7 @@
 #include <QMainWindow>
 #include <cstdlib>
 
-/// The least that a program with a window can do.
+/// The floor of the program's start: shows an empty window.
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);

@@ -10,7 +10,7 @@
 namespace cuedrill::bench {
 namespace {
 
-/// Runs a program to its end; whether it ended well.
+/// Runs a program to its end. Returns whether it succeeded.
 bool run_to_end(const char* program, const std::string& argument)
 {
     std::string path = program;
@@ -22,11 +22,11 @@ bool run_to_end(const char* program, const std::string& argument)
            waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-/// The program that is started on a sample course.
+/// Starts `program` on a sample course.
 Work start(const WorkFolder& folder, int records, const char* program)
 {
     const std::string course = fresh_sample(folder, records);
-    // The remembered course of whoever runs this is left alone.
+    // Keeps the settings of the user who runs the benchmark unchanged, such as the remembered course.
     setenv("XDG_CONFIG_HOME", folder.file("config").c_str(), 1);
     return {.run = [program, course] {
         if (!run_to_end(program, course))

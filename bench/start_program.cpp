@@ -5,7 +5,7 @@
 #include <QMainWindow>
 #include <cstdlib>
 
-/// The whole program on the course that is named on the command line.
+/// Runs the whole program on the course given on the command line, until its window is painted.
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);

@@ -46,7 +46,7 @@ void register_side(const std::string& name, MakeWork make, int records, double m
         registered->MinTime(min_time);
 }
 
-/// Milliseconds that one run takes.
+/// The time of one run in milliseconds.
 double run_once(const Work& work)
 {
     if (work.prepare)
@@ -56,7 +56,7 @@ double run_once(const Work& work)
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begun).count();
 }
 
-/// The time that a tenth of the times are below.
+/// The 10th percentile. Changes the order of the times.
 double quick_time(std::vector<double>& times)
 {
     const auto place = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 10);
@@ -152,7 +152,7 @@ void TimeTable::print(const std::vector<Operation>& operations, const std::vecto
         std::printf("| %s |", operation.name.c_str());
         for (const int records : sizes)
             std::printf(" %.3f |", time_of(program_name(operation, records)));
-        // Of the power law through the first and the last.
+        // The exponent is that of the power law through the times of the smallest and the largest course.
         if (largest > smallest)
             std::printf(" %.2f | %.2f |", last / first,
                         std::log(last / first) / std::log(static_cast<double>(largest) / smallest));

@@ -48,7 +48,7 @@ public:
         form1.listav.set_focus();
     }
 
-    /// Statistics stand in the place of the list again.
+    /// Shows the statistics in the place of the list.
     void put_away()
     {
         platform::Form1& form1 = form1_.controls();
@@ -58,7 +58,7 @@ public:
         QCoreApplication::processEvents();
     }
 
-    /// Requires that there is something to be scrolled to.
+    /// Scrolls to the end or to the start. Requires that the position changes, because nothing is painted otherwise.
     void scroll_to(bool end)
     {
         painted_ = false;
@@ -66,7 +66,8 @@ public:
         bar.setValue(end ? bar.maximum() : 0);
     }
 
-    /// Lets the window work until the list is painted and nothing is left to be done at once.
+    /// Processes events until the list has been painted, and then those that are pending.
+    /// @throws common::Error if it is not painted within 10 seconds.
     void wait_until_painted() const
     {
         const QDeadlineTimer deadline(std::chrono::seconds(10));

@@ -17,12 +17,12 @@ using platform::Value;
 
 constexpr common::Int16 default_target_level = 5;
 
-/// The columns of `params` that hold values.
+/// The columns of `params` that hold a value; each key uses one of them.
 constexpr const char* number_column = "number_value";
 constexpr const char* text_column = "string_value";
 constexpr const char* date_column = "date_value";
 
-/// The column of the row `key`, whatever its case; nothing when there is no such row.
+/// A column of the row with this key, ignoring case; std::nullopt if there is no such row.
 std::optional<Value> read_value(Course& course, const std::string& key, const std::string& column)
 {
     const auto rows = course.database().query("Select " + column + " from params where param=?1", {key});
@@ -37,7 +37,7 @@ void read_option(Course& course, const std::string& key, bool& option)
         option = nz(*value) == 1;
 }
 
-/// Gives the column of the row `key` its value. A missing row is added; the key of one that is there keeps its case.
+/// Stores a value in a column of the row with this key. Adds the row if it is missing; an existing key keeps its case.
 void store_value(Course& course, const std::string& key, const std::string& column, const Value& value)
 {
     course.database().execute("Insert into params (param, " + column +
@@ -77,7 +77,7 @@ double time_ever(const Course& course, const CourseParams& counters, common::Dat
 
 std::vector<StoredParam> counters_of(const Course& course, const CourseParams& counters, common::DateTime now)
 {
-    // Courses carry the two keys of the day in capitals since their first rows.
+    // New rows get the keys of the day in capitals, as in existing courses.
     return {{"time_ever", number_column, time_ever(course, counters, now)},
             {"time_TODAY", number_column, time_today(course, counters, now)},
             {"score_TODAY", number_column, static_cast<double>(counters.score_today)},
@@ -140,7 +140,7 @@ void CourseParamsStore::store_target_level()
     try {
         write_params();
     } catch (const platform::DatabaseError& error) {
-        // A course can be looked at without room on the disk.
+        // With a full disk the course can still be read.
         if (error.kind() != platform::DatabaseErrorKind::full)
             throw;
         unstored_ = error.what();
@@ -173,7 +173,7 @@ void CourseParamsStore::write_params()
 void CourseParamsStore::change_params(const CourseParams& changed)
 {
     store_settings(changed);
-    // The counters may have become known meanwhile.
+    // Beginning the transaction may have settled an earlier verdict, which updates the counters in memory.
     CourseParams params = changed;
     params.time_ever = course_.params.time_ever;
     params.time_today = course_.params.time_today;
@@ -197,7 +197,7 @@ void CourseParamsStore::store_settings(const CourseParams& params)
     CourseTransaction transaction(course_);
     const std::vector<StoredParam> settings = settings_of(params);
     store_values(course_, settings);
-    // Where nobody can tell, the settings in memory stay, as the window shows them; the next change stores all six.
+    // If the outcome stays unknown, the settings in memory are not changed. The next change stores all six again.
     transaction.commit({.is_stored = [this, settings] { return holds_values(course_, settings); }});
 }
 

@@ -19,7 +19,8 @@ bool find_out(const UnsettledChange& unsettled)
     }
 }
 
-/// Nothing of the transaction that is about to begin is stored, so its caller must not be told what `settle` says.
+/// Settles an earlier transaction. If that fails, throws a plain DatabaseError instead of OutcomeUnknown: the new
+/// transaction has not begun, so its caller knows that nothing of it is stored.
 Course& settled(Course& course)
 {
     try {
@@ -51,7 +52,7 @@ void CourseTransaction::commit(Change change)
     try {
         transaction_.commit();
     } catch (const CommitError& error) {
-        // The engine brings the file in order when it is next read, and only after the transaction has been let go.
+        // Roll back before reading: only then does the engine restore the file from its journal.
         transaction_.undo();
         course_.unsettled = UnsettledChange{std::move(change), error};
         if (!find_out(*course_.unsettled)) {

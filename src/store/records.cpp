@@ -59,7 +59,7 @@ QaTexts texts_by_column(const SideFields& asked, std::string question, std::stri
 
 QaRecord record_of(const platform::Row& row)
 {
-    // A course is opened only when its columns stand in this order.
+    // Opening a course checks that its columns are in this order.
     return {.cnt = whole_number(row.field(0)),
             .q = stored_text(row.field(1)),
             .a = stored_text(row.field(2)),
@@ -83,7 +83,8 @@ std::optional<QaRecord> find_record(platform::Database& database, std::int64_t c
 std::optional<QaRecord> first_with_text(platform::Database& database, const std::string& column,
                                         const std::string& text)
 {
-    // The column's collation makes this a look-up in its index, whose entries of equal text stand in the order of cnt.
+    // The comparison uses the column's collation, as the column's index does, so this is a look-up in the index. Its
+    // entries with equal texts are ordered by cnt.
     return first_record(database.query("Select * from qa where " + column + "=?1 order by cnt limit 1", {text}));
 }
 

@@ -7,8 +7,9 @@
 namespace cuedrill::store {
 namespace {
 
-// Courses hold these very texts, so a change of a blank makes another kind of course of them. STRICT keeps each column
-// to its type. The collation CUEDRILL orders texts without regard to case; AUTOINCREMENT never gives a number twice.
+// Existing courses hold these statements word for word, and opening a course compares them literally: do not change
+// even a blank. STRICT enforces the types of columns. The collation CUEDRILL ignores case. AUTOINCREMENT never assigns
+// a number twice.
 const platform::TableSchema& params_table()
 {
     static const platform::TableSchema table{
@@ -23,7 +24,7 @@ const platform::TableSchema& params_table()
     return table;
 }
 
-// Questions may repeat, as answers may: a row is known by its number alone.
+// Questions and answers may occur more than once; only the number identifies a row.
 const platform::TableSchema& qa_table()
 {
     static const platform::TableSchema table{
@@ -42,10 +43,11 @@ const platform::TableSchema& qa_table()
                  R"("a_date_last_test" REAL, )"
                  R"("q_date_last_show" REAL, )"
                  R"("a_date_last_show" REAL) STRICT)",
-        // Index names are one namespace in a file, so the table's name stands before them.
+        // All indexes of a file share one namespace, so each name begins with that of the table.
         .indexes = {R"(CREATE INDEX "qa_q" ON "qa" ("q"))", R"(CREATE INDEX "qa_a" ON "qa" ("a"))"},
-        // The next question of a direction and its figures are read from one of these alone: in the order in which
-        // questions are asked, level by level, with the date that can keep one from being asked.
+        // One index per direction, from which the next question and the counts are read without the table. Its entries
+        // are in the order in which questions are asked, level by level, and hold the date of the last show, which can
+        // delay a question.
         .aids = {{.name = "qa_q_due",
                   .statement = R"(CREATE INDEX "qa_q_due" ON "qa" ()"
                                R"("q_successes", "q_date_last_test", "cnt", "q_date_last_show"))"},
@@ -65,7 +67,7 @@ const std::vector<platform::TableSchema>& course_tables()
 
 void check_length(std::string_view column, std::string_view text)
 {
-    // No text has more characters than bytes, so most need not be counted.
+    // A text never has more characters than bytes, so short ones need not be counted.
     const std::size_t length = text.size() > std::size_t{longest_text} ? common::code_points(text) : 0;
     if (length > std::size_t{longest_text})
         throw platform::DatabaseError(platform::DatabaseErrorKind::constraint, 0,

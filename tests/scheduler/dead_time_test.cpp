@@ -32,7 +32,7 @@ TEST(Duration, adds_its_parts_in_days)
     EXPECT_DOUBLE_EQ(duration(1, 6, 72, 864), 1 + 0.25 + 0.05 + 0.01);
 }
 
-/// A level is proven by exactly its dead time and not by one second less.
+// A level is proven after exactly its dead time, and not one second earlier.
 TEST_F(DeadTime, proves_a_level_from_its_last_second_on)
 {
     const std::int64_t seconds[] = {8, 300, 3600, 43200, 172800, 604800, 1728000, 5184000, 10368000, 31536000};

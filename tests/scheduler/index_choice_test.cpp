@@ -1,4 +1,4 @@
-// The choice and the counts on courses at random, against the rules in their plainest form, read without any index.
+// Compares the choice of questions and the counts on random courses with plain statements that use no index.
 #include "index_course.h"
 #include "scheduler/counts.h"
 #include "scheduler/next_due.h"
@@ -48,7 +48,7 @@ protected:
         return sql + ")" + not_just_shown();
     }
 
-    /// One of the candidates by the drawn number, or the first.
+    /// In random mode, the candidate that the random number selects; otherwise the first one.
     [[nodiscard]] std::optional<std::int64_t> chosen(const std::vector<std::int64_t>& candidates) const
     {
         if (candidates.empty())
@@ -71,7 +71,8 @@ protected:
         return std::nullopt;
     }
 
-    /// The moments, as day numbers, that have to have passed before the questions below the target can be asked.
+    /// For each question below the target level, the day number after which it can be asked; 0 for one never tested or
+    /// shown.
     [[nodiscard]] std::vector<double> plain_moments()
     {
         std::vector<double> moments;
@@ -104,12 +105,12 @@ protected:
                   std::count_if(moments.begin(), moments.end(), [end](double moment) { return moment < end; }));
     }
 
-    /// Calls `compare` for many courses, in both directions.
+    /// Calls `compare` for that many random courses, in both directions.
     template <typename Compare>
     void on_random_courses(int courses, Compare compare)
     {
         for (int i = 0; i < courses; ++i) {
-            // From a handful of questions, some with nothing mature, to many with the same history.
+            // From 1 to 120 questions: some small courses have nothing mature, large ones many equal histories.
             fill(1 + i * i % 120, static_cast<unsigned>(i));
             for (const bool inverted : {false, true}) {
                 SCOPED_TRACE("course " + std::to_string(i) + (inverted ? ", inverted" : ""));
@@ -185,7 +186,7 @@ TEST_F(IndexChoice, looks_ahead_to_the_moment_that_comes_first_for_every_target)
     });
 }
 
-// What holds questions back here is the time since their last show, behind that since their last test.
+// In these courses the last show delays questions, too, and some of them for longer than the last test does.
 TEST_F(IndexChoice, looks_ahead_among_questions_that_were_only_shown)
 {
     for (const char* const history :

@@ -15,8 +15,8 @@
 
 namespace cuedrill::scheduler {
 
-/// Courses of many records with whatever a history can be: nulls, equal dates, levels that the program never gives, and
-/// dates a second before and behind every border.
+/// Courses of random records with all kinds of histories: nulls, equal dates, levels that the program never stores, and
+/// dates one second before, at and one second after the limit at which a question becomes mature.
 class IndexCourse : public testing::Test {
 protected:
     IndexCourse()
@@ -27,14 +27,14 @@ protected:
         ask(false);
     }
 
-    /// The direction that is asked.
+    /// Sets the direction in which questions are asked.
     void ask(bool inverted)
     {
         course.params.invert = inverted;
         course.set_side_fields();
     }
 
-    /// Other records in place of those that are there.
+    /// Replaces all records by `records` random ones.
     void fill(int records, unsigned seed)
     {
         chance_.seed(seed);
@@ -50,7 +50,7 @@ protected:
         database.forget();
     }
 
-    /// What the statement gives in its first column, with 0 for null.
+    /// The first column of all rows of the statement, with 0 for null.
     [[nodiscard]] std::vector<std::int64_t> numbers(const std::string& sql)
     {
         std::vector<std::int64_t> found;
@@ -78,7 +78,7 @@ private:
         return one > 11 ? platform::Value() : platform::Value(std::int64_t{one - 1});
     }
 
-    /// Often null, often the same, and around the moment at which a question becomes mature.
+    /// Null, a date tomorrow, or a date within a second of the limit at which a question becomes mature.
     platform::Value date()
     {
         const int kind = any(13);

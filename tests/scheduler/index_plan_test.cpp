@@ -1,4 +1,4 @@
-// What is asked of a course while it is drilled is read from the index of the direction alone.
+// Checks by their query plans that the statements of the drill read only the index of the direction.
 #include "index_course.h"
 #include "scheduler/counts.h"
 #include "scheduler/maturity.h"
@@ -26,7 +26,7 @@ protected:
 
     [[nodiscard]] std::string index() const { return "qa_" + course.Q_FIELD.text + "_due"; }
 
-    /// Requires look-ups in the index, of which the rows of the table are not read, and nothing that is sorted.
+    /// Expects that the statement searches the index, reads no rows of the table and sorts nothing.
     void expect_look_ups(const std::string& sql)
     {
         int look_ups = 0;
@@ -41,7 +41,7 @@ protected:
         EXPECT_GT(look_ups, 0) << sql;
     }
 
-    /// The same of all statements that were asked since the last time.
+    /// Expects the same of all statements since the last call, and that there are `statements` of them.
     void expect_all_look_ups(std::size_t statements)
     {
         EXPECT_EQ(database.statements().size(), statements);
@@ -64,7 +64,7 @@ TEST_P(IndexPlan, of_the_choice_at_each_level_is_a_look_up)
     }
 }
 
-// With a bound on the date, so that a level is not walked through to find that nothing of it is mature.
+// The search must include the date: otherwise a level without mature questions would be scanned to its end.
 TEST_P(IndexPlan, of_the_choice_enters_the_index_by_level_and_date)
 {
     for (int level = 0; level < DeadTimes::count; ++level) {
@@ -99,7 +99,7 @@ TEST_P(IndexPlan, of_the_look_ahead_is_look_ups_for_every_target)
     }
 }
 
-// All records are counted from the sizes of an index's pages; everything else is looked up.
+// The count of all records adds up the entries of an index page by page; everything else is a search.
 TEST_P(IndexPlan, of_the_counts_reads_the_index_of_the_direction)
 {
     static_cast<void>(count(course));

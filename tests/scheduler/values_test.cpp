@@ -1,4 +1,5 @@
-// The rules of the drill as values: no window, no box, no clock of their own.
+// Tests the rules of the drill by the values that they return. No window and no box is needed, and the tests set the
+// time.
 #include "common/errors.h"
 #include "fakes/course_builder.h"
 #include "fakes/fake_clock.h"

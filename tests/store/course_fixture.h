@@ -12,7 +12,7 @@
 
 namespace cuedrill::store {
 
-/// A course in a folder of its own, on the real engine, whose failures a test can plan.
+/// A course in a temporary folder, on the real engine. Tests can make its database operations fail.
 class CourseFixture : public testing::Test {
 protected:
     fakes::TempFolder folder;
@@ -22,7 +22,7 @@ protected:
     Course course{database};
     CourseParamsStore params{course, clock};
 
-    /// Writes the course and opens it, its parameters not yet read.
+    /// Writes the course and opens it, without reading its parameters.
     void open(const fakes::CourseBuilder& builder, const std::string& name = "course")
     {
         course.close();
@@ -32,7 +32,7 @@ protected:
         course.start_counting(clock.time);
     }
 
-    /// What the file of the course holds now, as another program sees it.
+    /// The stored contents of the course, read as by another program.
     [[nodiscard]] fakes::CourseContents file() const { return fakes::read_course(course.db_path); }
 };
 

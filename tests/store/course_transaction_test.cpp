@@ -7,7 +7,7 @@
 namespace cuedrill::store {
 namespace {
 
-/// A course of one record without an answer, into which a transaction writes one.
+/// A course with one record, whose answer a transaction changes.
 class CommitOrFindOut : public CourseFixture {
 protected:
     void SetUp() override
@@ -32,8 +32,8 @@ protected:
 
     [[nodiscard]] std::string answer() const { return file().qa.at(0).a; }
 
-    int questions = 0; ///< how often the course was asked
-    int late = 0;
+    int questions = 0; ///< number of calls of `is_stored`
+    int late = 0;      ///< number of calls of `when_stored_after_all`
 };
 
 TEST_F(CommitOrFindOut, asks_nothing_when_the_commit_succeeds)

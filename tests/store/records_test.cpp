@@ -35,7 +35,7 @@ protected:
         return common::DateTime::from_seconds(clock.time.seconds() - std::chrono::seconds(time).count());
     }
 
-    /// How the engine finds the rows of the last statement, whose parameter is a text.
+    /// The engine's query plan for the last statement, which must have one text parameter.
     [[nodiscard]] std::string plan_of_last_statement()
     {
         std::string plan;
@@ -210,7 +210,7 @@ TEST_F(Records, texts_that_are_too_long_are_refused_before_anything_is_written)
               "The text in column q has 201 characters; 200 fit.");
     EXPECT_EQ(refused([&] { insert_record(database, {.q = "q", .a = fits + "x"}); }),
               "The text in column a has 201 characters; 200 fit.");
-    // The engine itself counts no character behind a zero.
+    // The engine's own check counts characters only up to the first NUL.
     EXPECT_EQ(refused([&] { insert_record(database, {.q = "q", .a = std::string(201, '\0')}); }),
               "The text in column a has 201 characters; 200 fit.");
     EXPECT_EQ(refused([&] { static_cast<void>(change_texts(database, 1, {.q = fits + "x", .a = "a"})); }),

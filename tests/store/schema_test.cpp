@@ -10,7 +10,7 @@
 namespace cuedrill::store {
 namespace {
 
-// Courses that were made earlier hold these very texts.
+// Existing courses hold these statements word for word.
 constexpr const char* params_ddl = R"(CREATE TABLE "params" ()"
                                    R"("param" TEXT COLLATE CUEDRILL CHECK (length("param") <= 20), )"
                                    R"("date_value" REAL, )"

@@ -14,7 +14,7 @@ using platform::DatabaseError;
 
 class WorkTime : public CourseFixture {
 protected:
-    /// A course that was last used an hour ago, with 100 seconds today, 1000 ever and a score of 7.
+    /// Opens a course that was last used an hour ago, with 100 s of work today, 1000 s ever, and a score of 7.
     void open_used_today()
     {
         open(CourseBuilder()

@@ -16,7 +16,8 @@ struct Limit {
     int value;
 };
 
-// Far above what the program's own statements and rows need, far below what a hostile file could do harm with.
+// Limits on the engine: well above what the program's own statements and rows need, but too low for a malicious file to
+// do harm.
 constexpr std::array<Limit, 10> limits{{{SQLITE_LIMIT_LENGTH, 1'000'000},
                                         {SQLITE_LIMIT_SQL_LENGTH, 1'000'000},
                                         {SQLITE_LIMIT_COLUMN, 100},
@@ -28,11 +29,11 @@ constexpr std::array<Limit, 10> limits{{{SQLITE_LIMIT_LENGTH, 1'000'000},
                                         {SQLITE_LIMIT_TRIGGER_DEPTH, 1},
                                         {SQLITE_LIMIT_WORKER_THREADS, 0}}};
 
-/// For the whole engine: far more than the pages and the sorting of a full course take.
+/// Heap limit of the engine for the whole process, in bytes. Caching and sorting a full course needs far less.
 constexpr sqlite3_int64 most_memory = 160 * 1024 * 1024;
 
-/// A hostile file can make a look into it as long as it likes, also without being large. Processor time, so that a slow
-/// disk does not count.
+/// Limit on the time for reading a file that has not been checked, because even a small malicious file can make a
+/// statement endless. It is processor time (1.5 s), so waiting for a slow disk does not count.
 constexpr std::clock_t most_time = 3 * CLOCKS_PER_SEC / 2;
 constexpr int steps_between_looks_at_the_clock = 1000;
 
@@ -70,7 +71,7 @@ Connection::Connection(const std::string& file, const TextCompare& compare, std:
 
 void Connection::open_file(const std::string& file)
 {
-    // No SQLITE_OPEN_URI: a name that begins with "file:" is a name. The path is absolute, so it never does.
+    // The path is never taken for a URI: SQLITE_OPEN_URI is not set, and an absolute path does not begin with "file:".
     constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(file.c_str(), &db_, flags, files_.name());
     if (code == SQLITE_OK)
@@ -100,7 +101,7 @@ void Connection::harden()
         sqlite3_limit(db_, limit.id, limit.value);
     run("PRAGMA cell_size_check = ON");
     run("PRAGMA mmap_size = 0");
-    // No file of the engine's own besides the course's: what it sorts and keeps for undoing stays in memory.
+    // The engine creates no temporary files: sorting and the undo data of statements and savepoints stay in memory.
     run("PRAGMA temp_store = MEMORY");
 }
 
@@ -136,8 +137,8 @@ StatementPool& Connection::pool()
 
 std::array<unsigned char, Connection::header_size> Connection::header()
 {
-    // Through the engine's own descriptor: opening and closing the file a second time in one process would drop the
-    // locks that another connection holds on it.
+    // Reads through the engine's file descriptor. Opening the file a second time and closing it would release the POSIX
+    // locks that other connections of this process hold on it.
     sqlite3_file* file = nullptr;
     int code = sqlite3_file_control(handle(), "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&file));
     std::array<unsigned char, header_size> bytes{};
@@ -151,7 +152,7 @@ std::array<unsigned char, Connection::header_size> Connection::header()
 std::string Connection::mark()
 {
     constexpr std::size_t place_of_change_counter = 24;
-    // The name may lead to another file by now.
+    // Another file may have this path by now.
     require_not_moved();
     const auto bytes = header();
     struct stat status {};
@@ -176,14 +177,14 @@ void Connection::allow_any_time() noexcept
 
 void Connection::set_up_for_work()
 {
-    // Where the engine cannot leave another mode, it says so by naming the old one.
+    // If the engine cannot leave another mode, it returns the name of that mode.
     Statement mode = prepare("PRAGMA main.journal_mode = DELETE");
     if (!mode.step() || mode.text(0) != "delete")
         throw own_error(DatabaseErrorKind::locked, "Another program is using it.");
     mode.reset();
     run("PRAGMA main.synchronous = EXTRA");
-    // In KiB: room for the pages of a full course. The engine's own is too small for them, and each list of all records
-    // would read every page anew.
+    // 16 MiB (negative values are KiB), enough for the pages of a full course. With the smaller default, each list of
+    // all records would read every page from the file again.
     run("PRAGMA main.cache_size = -16384");
 }
 
@@ -253,7 +254,7 @@ void Connection::require_ready_to_write()
 
 void Connection::do_what_was_put_off()
 {
-    // Taken out meanwhile: the job begins a transaction itself.
+    // Removed while it runs: the job begins a transaction, which would run it again.
     std::function<void()> job = std::exchange(put_off_, nullptr);
     try {
         job();
@@ -293,13 +294,13 @@ void Connection::commit()
         throw own_error(DatabaseErrorKind::other, "There is no transaction to end.");
     if (!in_transaction())
         throw own_error(DatabaseErrorKind::other, undone);
-    // On an error the depth stays: the caller's guard still has to roll back.
+    // On an error the depth stays the same, because the caller's guard still rolls back.
     try {
         run_pooled(depth_ == 1 ? std::string("COMMIT") : "RELEASE " + savepoint_name(depth_ - 1));
     } catch (const DatabaseError& error) {
-        // A commit that another program blocks leaves the transaction open, to be rolled back. After any other error
-        // the engine has closed it, and where it came to deleting the journal the file holds what was written: a
-        // failing fsync of the folder, or a failing unlock, comes behind that point.
+        // If another program blocks the commit, the transaction stays open and can be rolled back. After any other
+        // error the engine has closed it. The writes are in the file if the engine got as far as deleting the journal:
+        // the fsync of the folder and the release of the lock come after that, and can fail.
         if (depth_ == 1 && !in_transaction())
             throw CommitError(error);
         throw;
@@ -312,15 +313,16 @@ void Connection::rollback() noexcept
     if (db_ == nullptr || depth_ == 0)
         return;
     --depth_;
-    // After a full disk or an I/O error the engine has undone everything already.
+    // After a full disk or an I/O error the engine may have rolled back the whole transaction already.
     if (in_transaction()) {
         if (depth_ > 0 && undo_savepoint(depth_))
             return;
-        // Also where a part could not be undone by itself: the outer commit then fails instead of keeping half.
+        // A savepoint that cannot be rolled back takes the whole transaction with it: the outer commit then fails,
+        // instead of storing half of the changes.
         try_run("ROLLBACK");
     }
-    // After such an error the engine restores the file only when it is next read. That is now, so that no half-written
-    // file lies on the disk while the user reads a box.
+    // After such an error the engine restores the file only when it is next read. Read it now, so that the file on disk
+    // is not left half-written while the user reads a box.
     if (depth_ == 0)
         try_run("SELECT 1 FROM sqlite_schema LIMIT 1");
 }

@@ -21,69 +21,72 @@ struct sqlite3;
 
 namespace cuedrill::platform::sqlite {
 
-/// One open file with its statements and transactions. Cursors and recordsets share it; after `close` each of its
-/// functions throws, so that those that outlive the course fail in words. Every function but `close` and `rollback`
-/// may throw DatabaseError.
+/// An open file with its prepared statements and its transaction. Recordsets share ownership of it. After `close`, what
+/// still uses it gets a DatabaseError with a text for the user. Functions that are not noexcept may throw
+/// DatabaseError.
 class Connection {
 public:
     static constexpr std::size_t header_size = 100;
 
-    /// Opens the existing file `file`, a canonical absolute path, with every defence of the engine raised.
-    /// The file itself is not read yet.
+    /// Opens the existing file `file`, a canonical absolute path, with all of the engine's defences against malicious
+    /// files turned on. The file is not read yet.
     Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout);
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
     ~Connection() { close(); }
 
-    /// Rolls back what is open, drops all statements and closes the file. May be called again.
+    /// Rolls back an open transaction, finalizes the statements of the pool and closes the file. May be called again.
     void close() noexcept;
     [[nodiscard]] bool is_open() const noexcept { return db_ != nullptr; }
 
-    /// The first bytes of the file (zeros where it is shorter), read without a lock or a look into the journal.
+    /// The first bytes of the file, padded with zeros if it is shorter. Takes no lock and ignores the journal.
     [[nodiscard]] std::array<unsigned char, header_size> header();
-    /// Differs from the mark of every earlier state of the file: its size, the time when its contents or its inode
-    /// changed last, its inode, and the engine's count of changes. It has no blank and no line end.
+    /// A mark of the file's present state that differs from the mark of every earlier state: the size, the time of the
+    /// last change of the contents or the inode, the inode number, and the engine's change counter. It contains no
+    /// blank and no line end.
     [[nodiscard]] std::string mark();
-    /// Whether a read of the file, its journal or its log has failed so far.
+    /// Whether any read of the file, its journal or its write-ahead log has failed.
     [[nodiscard]] bool read_failed() const noexcept { return files_.read_failed(); }
-    /// Whether a statement has met a malformed page so far.
+    /// Whether any statement has failed because of a malformed page.
     [[nodiscard]] bool damage_met() const noexcept { return rules_.damage_met; }
-    /// Whether a tree of pages that goes deeper than any sound one is damage.
+    /// While `limited`, reading a page tree that is deeper than in any sound file fails with SQLITE_CORRUPT.
     void limit_depth(bool limited) noexcept { files_.limit_depth(limited); }
-    /// Whether closing the last connection carries a write-ahead log over into the file.
+    /// Whether closing the last connection copies the write-ahead log into the file.
     void set_checkpoint_at_close(bool checkpoint);
-    /// The settings under which a course is worked with: rollback journal, durable when a commit returns, and room for
-    /// its pages in memory. Requires a file that has been checked: the engine looks into it.
+    /// Applies the settings for work: a rollback journal, commits that are durable when they return, and a page cache
+    /// for a full course. It reads the file, so call it only after the file has been checked.
+    /// @throws DatabaseError (locked) if another program keeps the file in write-ahead log mode.
     void set_up_for_work();
 
-    /// Lifts the bound on processor time under which a file is read that has not been checked yet.
+    /// Lifts the limit on processor time that applies while the file has not been checked.
     void allow_any_time() noexcept;
-    /// Measures the processor time from now on.
+    /// Measures the processor time for this limit from now on.
     void restart_time() noexcept { started_ = std::clock(); }
 
-    /// Prepares a statement that is used once.
+    /// Prepares a statement outside the pool, for a single use.
     [[nodiscard]] Statement prepare(std::string_view sql);
-    /// Runs one of the adapter's own statements, ignoring rows.
+    /// Runs one of the adapter's own statements and ignores its rows.
     void run(std::string_view sql);
-    /// The first column of the first row.
+    /// The first column of the first row; 0 if there is no row.
     [[nodiscard]] std::int64_t query_integer(std::string_view sql);
     [[nodiscard]] std::vector<TableColumn> columns_of(const std::string& table);
     [[nodiscard]] std::string collation_of_key(const std::string& table);
     [[nodiscard]] StatementPool& pool();
     [[nodiscard]] sqlite3* handle();
-    /// Rows that all writing statements so far have changed.
+    /// The number of rows added, changed or deleted since the file was opened.
     [[nodiscard]] std::int64_t total_changes();
 
     void begin();
     void commit();
     void rollback() noexcept;
 
-    /// Puts off what must be written before anything else is: it runs before the next write outside a transaction, and
-    /// again before each one until it succeeds.
+    /// Defers `job` until just before the next transaction or single write. If it throws, that write fails with its
+    /// error, and the job runs again before the following one.
     void put_off(std::function<void()> job) { put_off_ = std::move(job); }
 
-    /// Throws when rows of a recordset are still being read, or when the transaction that the caller believes open was
-    /// undone by the engine: a write would stand alone. Then does what was put off.
+    /// Call it before each write. Runs the deferred job, unless a transaction is open.
+    /// @throws DatabaseError (other) if rows are still being read, or if the engine has rolled back the transaction
+    /// that the caller believes open: the write would then be committed on its own. What the job throws.
     void require_ready_to_write();
     void recordset_opened() { ++open_recordsets_; }
     void recordset_closed() noexcept { --open_recordsets_; }
@@ -97,21 +100,21 @@ private:
     void do_what_was_put_off();
     [[nodiscard]] bool in_transaction() const noexcept;
     void run_pooled(std::string_view sql);
-    /// Runs without throwing; false on an error.
+    /// Runs a statement without throwing; returns false on an error.
     bool try_run(const char* sql) noexcept;
     bool undo_savepoint(int depth) noexcept;
 
     TextRules rules_;
-    CourseFiles files_; ///< outlives the engine's connection, which works through it
+    CourseFiles files_; ///< must outlive the engine's connection, which accesses all files through it
     sqlite3* db_ = nullptr;
     std::unique_ptr<StatementPool> pool_;
-    std::clock_t started_; ///< processor time of the process from which on the bound counts
+    std::clock_t started_; ///< processor time of the process from which the limit is measured
     std::function<void()> put_off_;
     int depth_ = 0;
     int open_recordsets_ = 0;
 };
 
-/// A statement of the pool, held for one user.
+/// Borrows a statement from the pool of a connection and gives it back on destruction.
 class StatementLease {
 public:
     StatementLease(std::shared_ptr<Connection> connection, std::string_view sql)
@@ -131,7 +134,7 @@ public:
             connection_->pool().give_back(*statement_);
     }
 
-    /// @throws DatabaseError when the connection was closed, which ended the statement.
+    /// @throws DatabaseError if the connection was closed, which finalizes the statement.
     [[nodiscard]] Statement& get() const
     {
         static_cast<void>(connection_->handle());

@@ -20,7 +20,8 @@ constexpr unsigned char write_ahead_log_version = 2;
 
 constexpr unsigned stamp_bits = 24;
 constexpr std::uint32_t stamp_mask = (1U << stamp_bits) - 1U;
-/// Counts changes of how the program itself orders texts, beside those of the collation data.
+/// Revision of the program's own rules for ordering texts; `order_version` covers the collation data. Increase it
+/// whenever these rules change.
 constexpr std::uint32_t own_order_revision = 1;
 
 using Header = std::array<unsigned char, Connection::header_size>;
@@ -38,7 +39,7 @@ DatabaseError no_course(const std::string& details)
     return own_error(DatabaseErrorKind::not_a_course, "It is not a course (" + details + ").");
 }
 
-/// FNV-1a over the bytes of both numbers, folded to the bits of the stamp.
+/// FNV-1a hash over the bytes of both numbers, folded to the bits of the stamp; never 0.
 std::uint32_t order_stamp(std::uint32_t order_version)
 {
     std::uint32_t hash = 2166136261U;
@@ -50,8 +51,8 @@ std::uint32_t order_stamp(std::uint32_t order_version)
     return folded == 0 ? 1 : folded;
 }
 
-/// The engine is asked for its list of objects first: of a virtual table it would load the module, of a view the
-/// columns.
+/// Reads the schema table first, because PRAGMA table_list would load the module of a virtual table and compute the
+/// columns of a view.
 void check_is_ordinary_table(Connection& connection, const std::string& table)
 {
     Statement objects = connection.prepare("SELECT type, rootpage FROM main.sqlite_schema "
@@ -103,13 +104,13 @@ void check_columns(Connection& connection, const ExpectedTable& expected)
         if (!is_of_kind(columns[i], expected.columns[i]))
             throw no_course("the column " + columns[i].name + " of its table " + table + " is of another kind");
     }
-    // Rows are stored by their key, so it must find texts as the columns do.
+    // A key can declare a collation of its own. It must be that of the column, because rows are stored by their key.
     if (!common::equal_ascii(connection.collation_of_key(table), expected.collation_of_key))
         throw another_key;
 }
 
-/// The code of the engine that a report of its check names; 0 for none. The check goes on where a page cannot be read,
-/// but a disk that fails is no damaged file.
+/// The engine's error code that a report of its integrity check names; 0 if it names none. The check continues after a
+/// page that cannot be read, but a failing disk does not mean that the file is damaged.
 int code_in(std::string_view report)
 {
     constexpr std::string_view mark = "error code=";
@@ -128,18 +129,18 @@ void check_soundness(Connection& connection)
     connection.limit_depth(false);
     if (report == "ok")
         return;
-    // Its first line only says which database is meant.
+    // The first line of a finding only names the database.
     const std::string finding = report.substr(report.find('\n') + 1);
     const int code = code_in(report);
     if ((code & 0xFF) == SQLITE_IOERR || (code & 0xFF) == SQLITE_NOMEM)
         throw database_error(code, 0, finding);
-    // Of some pages it only says that it did not get them.
+    // For some pages that cannot be read, the report names no error code.
     if (connection.read_failed())
         throw database_error(SQLITE_IOERR_READ, 0, finding);
     throw own_error(DatabaseErrorKind::damaged, "It is damaged (" + finding + ").");
 }
 
-/// Holds the write lock, under which the file stays as it is.
+/// Holds the write lock, which prevents changes of the file by other programs.
 class LockedForCheck {
 public:
     explicit LockedForCheck(Connection& connection) : connection_(connection) { connection_.begin(); }
@@ -176,7 +177,7 @@ FileHeader check_header(Connection& connection)
 
 void check_tables(Connection& connection, std::span<const ExpectedTable> expected)
 {
-    // The write lock shows at once whether the file can be written and no other program holds it.
+    // Taking the write lock shows whether the file can be written and is not locked by another program.
     const LockedForCheck lock(connection);
     for (const ExpectedTable& table : expected) {
         check_is_ordinary_table(connection, table.schema.name);
@@ -187,8 +188,8 @@ void check_tables(Connection& connection, std::span<const ExpectedTable> expecte
 void check_contents(Connection& connection, std::span<const ExpectedTable> expected)
 {
     const LockedForCheck lock(connection);
-    // The rules of a course's own tables are part of the check for soundness, so its texts need not be measured unless
-    // one gets round them.
+    // The CHECK constraints of the program's own tables limit the length of texts, and the check for soundness includes
+    // them. So the texts of such a file are measured only if one has got round the constraints.
     const bool own = has_own_definitions(connection, expected);
     if (own)
         connection.allow_any_time();

@@ -15,8 +15,8 @@
 namespace cuedrill::platform::sqlite {
 namespace {
 
-// Results of our own among the engine's extended ones. As input or output errors they make it drop what it was doing
-// without a try to clear up; it hands them on as they are.
+// Our own result codes, outside the range of the engine's extended codes. Because they are I/O errors, the engine stops
+// at once, without trying to clean up, and passes them on unchanged.
 constexpr int own_result(int number)
 {
     return SQLITE_IOERR | (number << 8);
@@ -30,23 +30,24 @@ constexpr const char* log_ending = "-wal";
 
 struct Neighbour {
     std::string path;
-    int unusable; ///< the result where something else has its name
+    int unusable; ///< the result code if something else has this name
 };
 
-/// What the open files of a system have in common.
+/// State shared by the open files of one course.
 struct Common {
     std::string course;
     bool read_failed = false;
-    int write_error = 0; ///< errno of the last write, or creation of a journal, that failed
+    int write_error = 0; ///< errno of the last failed write or failed creation of a journal; 0 if there is none
     bool limits_depth = false;
-    int inner_pages = 0; ///< pages above other pages that were read one after the other
+    int inner_pages = 0; ///< number of interior pages read in a row, without a leaf page between them
 };
 
-/// The start of every file that the engine opens through `CourseFiles`; the file of the real system stands behind it.
+/// The start of each file object that the engine opens through `CourseFiles`. In memory, the file object of the real
+/// VFS follows it.
 struct CourseFile {
     sqlite3_file base;
     Common* common;
-    int flags; ///< with which it was opened
+    int flags; ///< the SQLITE_OPEN flags it was opened with
 };
 
 CourseFile& opened(sqlite3_file* file)
@@ -64,12 +65,13 @@ int close_file(sqlite3_file* file)
     return real(file)->pMethods == nullptr ? SQLITE_OK : real(file)->pMethods->xClose(real(file));
 }
 
-// No tree of a course is deeper than a few pages, and its leaves are read in between, where they are not in memory.
+// The page trees of a course are only a few pages deep, and leaf pages that are not cached are read in between. A sound
+// file stays far below this number.
 constexpr int most_inner_pages = 2000;
 constexpr int smallest_page = 512;
 
-/// The engine's check goes down a tree by calling itself: a chain of pages, each above the next one, would take all of
-/// the stack.
+/// Counts interior pages that are read in a row. The engine's integrity check recurses into page trees: a long chain of
+/// pages, each the parent of the next one, would overflow the stack.
 int check_depth(Common& common, const void* page)
 {
     constexpr unsigned char inner_page_of_index = 2;
@@ -90,7 +92,8 @@ int read_file(sqlite3_file* file, void* bytes, int count, sqlite3_int64 place)
     return code;
 }
 
-/// A journal that found no room is as good a reason as the course: each file's last error is that of all.
+/// Writes, and keeps the errno of a failure for all files of the course: the disk may be full when the journal is
+/// written, but the engine's last errno is requested from the course file.
 int write_file(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 place)
 {
     const int code = real(file)->pMethods->xWrite(real(file), bytes, count, place);
@@ -99,7 +102,8 @@ int write_file(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 p
     return code;
 }
 
-/// The real system takes every failure of a look at the name for a file that is gone.
+/// Like the real VFS, except that other failures than a missing path are errors; the real VFS takes any failure of
+/// stat() for a moved file.
 int tell_whether_moved(const char* course, sqlite3_file* inner, void* moved)
 {
     struct stat status {};
@@ -122,8 +126,8 @@ int control_file(sqlite3_file* file, int operation, void* argument)
     return real(file)->pMethods->xFileControl(real(file), operation, argument);
 }
 
-/// The first version of the methods: no memory shared with other programs, which would be one more file, and none
-/// mapped from the file, whose loss would be a signal.
+/// Version 1 of the methods. It has no shared memory, which would be one more file, and no memory mapping, where a
+/// failing read is a signal instead of an error code.
 constexpr sqlite3_io_methods file_methods()
 {
     sqlite3_io_methods methods{};
@@ -154,11 +158,11 @@ std::uint32_t number_at(const unsigned char* bytes)
     return std::uint32_t{bytes[0]} << 24U | std::uint32_t{bytes[1]} << 16U | std::uint32_t{bytes[2]} << 8U | bytes[3];
 }
 
-/// A journal that belongs to a change of several files ends with the name of the file that lists their journals: the
-/// name, its length, its sum, and these bytes. After a crash the engine deletes the file of that name once it takes it
-/// for used up. The sum is not looked at: this program's journals never end like this.
+/// The journal of a transaction over several files ends with the name of the file that lists all their journals: the
+/// name, its length, its checksum, and these bytes. After a crash the engine deletes the file of that name once it
+/// considers it used up. The checksum is not verified here, because this program's journals never end like this.
 constexpr std::array<unsigned char, 8> end_of_name{0xD9, 0xD5, 0x05, 0xF9, 0x20, 0xA1, 0x63, 0xD7};
-constexpr std::size_t size_of_record = 16; // without the name
+constexpr std::size_t size_of_record = 16; // bytes, without the name
 
 int check_end_of_journal(sqlite3_file* file, sqlite3_int64 size)
 {
@@ -174,7 +178,8 @@ int check_end_of_journal(sqlite3_file* file, sqlite3_int64 size)
     return has_name && length > 0 && length <= size - sqlite3_int64{size_of_record} ? journal_names_a_file : SQLITE_OK;
 }
 
-/// Another course may be called like this one's journal. The engine would take it for a spoilt one and delete it.
+/// Refuses a database that has the name of this course's journal. The engine would take it for an invalid journal and
+/// delete it.
 int check_start_of_journal(sqlite3_file* file)
 {
     std::array<char, 16> start{};
@@ -184,7 +189,8 @@ int check_start_of_journal(sqlite3_file* file)
     return std::memcmp(start.data(), "SQLite format 3", start.size()) == 0 ? journal_is_unusable : SQLITE_OK;
 }
 
-/// A journal tells how large the file was, and the engine makes it as large again, with nothing in it.
+/// Refuses a journal that states a far larger file size. When the engine rolls a journal back, it extends the file to
+/// the size that the journal states.
 int check_stated_size(sqlite3_file* file, const std::string& course)
 {
     constexpr std::array<unsigned char, 8> start_of_journal{0xD9, 0xD5, 0x05, 0xF9, 0x20, 0xA1, 0x63, 0xD7};
@@ -217,8 +223,8 @@ int check_journal(sqlite3_file* file, const std::string& course)
     return start == SQLITE_OK ? check_stated_size(file, course) : start;
 }
 
-/// Why a new journal cannot be created, as an errno; 0 where nothing is in the way any more. Where the real system
-/// cannot create a file it tries to open it for reading, and only tells why that fails.
+/// The errno with which creating a journal fails; 0 if it succeeds now. If the real VFS cannot create a file, it tries
+/// to open it for reading and only reports why that fails.
 int obstacle_to_creating(sqlite3_vfs* real_system, const char* path)
 {
     using OpenCall = int (*)(const char*, int, int);
@@ -231,8 +237,9 @@ int obstacle_to_creating(sqlite3_vfs* real_system, const char* path)
     return 0;
 }
 
-/// A link would lead the engine to another file, a second name means that the file is somebody else's too, and a pipe
-/// would keep it waiting.
+/// Accepts only a missing file or a regular file with a single hard link. A symbolic link would lead the engine to
+/// another file, a second hard link means that the file is not only the course's, and a pipe would block.
+/// @param exists set to true if the file exists and is not empty.
 int check_kind(const Neighbour& neighbour, bool& exists)
 {
     struct stat status {};
@@ -241,7 +248,7 @@ int check_kind(const Neighbour& neighbour, bool& exists)
         return errno == ENOENT ? SQLITE_OK : SQLITE_IOERR_ACCESS;
     if (!S_ISREG(status.st_mode) || status.st_nlink > 1)
         return neighbour.unusable;
-    exists = status.st_size > 0; // the engine asks for files that hold something
+    exists = status.st_size > 0; // for the engine, an empty journal or log does not exist
     return SQLITE_OK;
 }
 
@@ -251,7 +258,7 @@ struct CourseFiles::System {
     explicit System(const std::string& course_path)
         : journal{course_path + journal_ending, journal_is_unusable}, log{course_path + log_ending, log_is_unusable},
           real_system(sqlite3_vfs_find(nullptr)),
-          // Several courses may be open at once, so each system has a name of its own.
+          // Several courses may be open at once, so each one needs a VFS name of its own.
           name("cuedrill-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)))
     {
         common.course = course_path;
@@ -322,7 +329,7 @@ int CourseFiles::System::open(const char* path, sqlite3_file* file, int flags, i
 void CourseFiles::System::make_interface()
 {
     interface = *real_system;
-    interface.iVersion = 2; // without a way to exchange calls of the system
+    interface.iVersion = 2; // version 3 would let callers replace system calls
     interface.zName = name.c_str();
     interface.pNext = nullptr;
     interface.pAppData = this;

@@ -9,30 +9,31 @@
 
 namespace cuedrill::platform::sqlite {
 
-/// The view of the file system that the engine gets while it works on one course: the course, its own journal and its
-/// own write-ahead log. Any other path is neither opened nor looked for nor deleted, whatever the course or a file
-/// beside it says. Temporary files and memory shared with other programs are refused too.
+/// The file system (VFS) that the engine uses for one course. It contains the course, its own journal and its own
+/// write-ahead log. No other path is opened, looked for or deleted, whatever the course or a file next to it contains.
+/// Temporary files and memory shared with other programs are refused, too.
 ///
-/// What stands beside the course under the name of its journal or its log is taken for it only when it is an ordinary
-/// file with no other name. A journal that names another file is refused.
+/// A file next to the course that has the name of its journal or log is accepted only if it is a regular file with a
+/// single hard link. A journal is also refused if it names another file, is a database itself, or states that the
+/// course was far larger.
 class CourseFiles {
 public:
     /// @param course the course's canonical absolute path.
-    /// @throws DatabaseError when the engine does not take it.
+    /// @throws DatabaseError if it cannot be registered with the engine.
     explicit CourseFiles(const std::string& course);
     CourseFiles(const CourseFiles&) = delete;
     CourseFiles& operator=(const CourseFiles&) = delete;
-    /// Requires that the connection that uses it is closed.
+    /// The connection that uses it must be closed.
     ~CourseFiles();
 
-    /// What the engine knows it by.
+    /// The name under which it is registered with the engine.
     [[nodiscard]] const char* name() const noexcept;
 
-    /// Whether a read of one of the files has failed so far. The engine's check does not always say so.
+    /// Whether any read of one of the files has failed. The engine's integrity check does not always report that.
     [[nodiscard]] bool read_failed() const noexcept;
 
-    /// Whether a tree of pages that goes deeper than any sound one is damage. For the engine's check, which would
-    /// follow it to the end of the stack.
+    /// While `limited`, reading a page tree that is deeper than in any sound file fails with SQLITE_CORRUPT. Turn it on
+    /// during the engine's integrity check, which is recursive and would overflow the stack.
     void limit_depth(bool limited) noexcept;
 
 private:
@@ -40,7 +41,7 @@ private:
     std::unique_ptr<System> system_;
 };
 
-/// The error for a result of the engine by which `CourseFiles` refused a file; nothing for another result.
+/// The error for a result code with which `CourseFiles` refuses a file; std::nullopt for any other code.
 /// @param course the path of the course.
 [[nodiscard]] std::optional<DatabaseError> error_of_course_files(int code, std::string_view course);
 

@@ -21,7 +21,7 @@ struct Meaning {
     std::string reason;
 };
 
-/// The part of `text` between the first pair of double quotes; all of it when there is none.
+/// The part of `text` between the first pair of double quotes; the whole text if there is no pair.
 std::string quoted_part(std::string_view text)
 {
     const std::size_t first = text.find('"');
@@ -37,8 +37,8 @@ std::string behind_last(std::string_view text, char separator)
     return std::string(place == std::string_view::npos ? text : text.substr(place + 1));
 }
 
-/// Words for a CHECK of a course's own tables. The engine names it by its expression: `length("q") <= 200`, but of one
-/// that begins with a quoted name, as those of numbers do, it tells no more than that name.
+/// The text for a failed CHECK of the course's own tables. The engine's message gives the expression of the CHECK, such
+/// as `length("q") <= 200`. If it begins with a quoted name, as those of numbers do, the message gives only that name.
 std::string check_words(std::string_view engine_words)
 {
     const std::size_t colon = engine_words.find(": ");
@@ -69,10 +69,11 @@ std::string constraint_words(int code, std::string_view engine_words)
 
 Meaning input_output_meaning(int code, int system_error)
 {
-    // The code comes from EIO and its like, so SQLITE_IOERR_CORRUPTFS is a disk that fails too, no damaged course.
+    // SQLITE_IOERR_CORRUPTFS is treated as a failing disk, too, not as a damaged course: it comes from EIO and similar
+    // errors of the system.
     if (code == SQLITE_IOERR_NOMEM)
         return {DatabaseErrorKind::other, std::string(no_memory)};
-    // A quota is no ENOSPC, but to the user it is the same: nothing more fits.
+    // To the user, an exceeded quota is the same as a full disk.
     if (system_error == ENOSPC || system_error == EDQUOT)
         return {DatabaseErrorKind::full, std::string(no_room)};
     if (system_error == EFBIG)
@@ -135,8 +136,8 @@ Meaning meaning_of(int code, int system_error, std::string_view engine_words)
     }
 }
 
-/// Whether another program has put the file into the mode with a write-ahead log, which needs memory shared with it.
-/// The engine then only says that it cannot open something.
+/// Whether another program has switched the file to write-ahead log mode. That mode needs shared memory, which
+/// `CourseFiles` does not provide, and the engine then only reports that it cannot open something.
 bool was_put_into_log_mode(sqlite3* db)
 {
     constexpr sqlite3_int64 place_of_versions = 18;
@@ -160,7 +161,7 @@ DatabaseError database_error(int code, int system_error, std::string_view engine
 
 void throw_engine_error(sqlite3* db, int code)
 {
-    // The connection knows the extended code; where its last error is another one, the given code is all there is.
+    // The connection has the extended code of its last error. If that is another error, only the given code is known.
     const int last = sqlite3_extended_errcode(db);
     const bool same = (last & 0xFF) == (code & 0xFF);
     const int extended = same ? last : code;
@@ -170,7 +171,7 @@ void throw_engine_error(sqlite3* db, int code)
     if (extended == SQLITE_CANTOPEN && was_put_into_log_mode(db))
         throw database_error(SQLITE_BUSY, 0, "");
     const std::string words = same ? sqlite3_errmsg(db) : sqlite3_errstr(code);
-    // The files remember their own errno; that of the connection may come from the clearing up after the failure.
+    // `CourseFiles` keeps the errno of the failed call; that of the connection may come from the cleanup afterwards.
     int system_error = sqlite3_system_errno(db);
     if (extended == SQLITE_IOERR_WRITE || extended == SQLITE_CANTOPEN)
         sqlite3_file_control(db, "main", SQLITE_FCNTL_LAST_ERRNO, &system_error);

@@ -18,7 +18,7 @@ std::string_view view_of(const void* bytes, int length)
                       : std::string_view();
 }
 
-/// A number as its text; null as an empty one.
+/// The text of a value: that of a number as the engine writes it; empty for null.
 std::string_view text_of(sqlite3_value* value)
 {
     const void* const bytes = sqlite3_value_text(value);
@@ -32,8 +32,9 @@ bool is_null(sqlite3_value* value)
 
 } // namespace
 
-// Nothing may be thrown through the engine. A failed comparison still needs an answer; what was thrown makes the
-// statement fail afterwards, so that no row is kept that was put at a wrong place.
+// Exceptions must not pass through the engine. A comparison that fails still returns a result, but its exception is
+// kept and makes the statement fail afterwards. The rollback of the transaction then removes rows that have got to a
+// wrong place of an index.
 extern "C" {
 static int cuedrill_compare(void* context, int length_a, const void* a, int length_b, const void* b) noexcept
 {
@@ -80,7 +81,7 @@ static void cuedrill_like(sqlite3_context* context, int /*count*/, sqlite3_value
             pattern = compiled.get();
         }
         sqlite3_result_int(context, pattern->matches(rules.compare.fold(text_of(arguments[1]))) ? 1 : 0);
-        // The engine drops it at once where the pattern is another one in each row.
+        // The engine deletes it at once if the pattern is not the same for all rows.
         if (compiled != nullptr)
             sqlite3_set_auxdata(context, 0, compiled.release(), cuedrill_drop_pattern);
     } catch (...) {
@@ -99,7 +100,8 @@ void register_functions(sqlite3* db, TextRules& rules)
                                       cuedrill_cvdate, nullptr, nullptr, nullptr);
     if (code != SQLITE_OK)
         throw_engine_error(db, code);
-    // Not in the file itself: an index or a rule of its own that goes by "like" was made with other rules.
+    // SQLITE_DIRECTONLY: not allowed within the file's schema. An index or a CHECK there that uses "like" was made with
+    // the rules of another program.
     code = sqlite3_create_function_v2(db, "like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, &rules,
                                       cuedrill_like, nullptr, nullptr, nullptr);
     if (code != SQLITE_OK)

@@ -8,19 +8,19 @@ struct sqlite3;
 
 namespace cuedrill::platform::sqlite {
 
-/// How the functions of a connection compare texts, and what its statements have met.
+/// How the functions of a connection compare texts, and what has gone wrong in its statements.
 struct TextRules {
     const TextCompare& compare;
-    /// What a function has thrown, for whoever has called the engine; null for nothing.
+    /// The exception that a function has caught, for the caller of the engine; null if there is none.
     std::exception_ptr failure = nullptr;
-    /// Whether a statement of the connection has met a malformed page so far.
+    /// Whether any statement of the connection has failed because of a malformed page.
     bool damage_met = false;
 };
 
-/// Gives `db` the collation CUEDRILL, the function cvdate(text), the day number of "15/Nov/2026 05:47:17", and the
-/// rules of LikePattern for "text like pattern", without regard to case.
+/// Registers the collation CUEDRILL, the function cvdate(text), which returns the day number of a date such as
+/// "15/Nov/2026 05:47:17", and the operator "text like pattern", which follows LikePattern and ignores case.
 /// `rules` must outlive the connection.
-/// @throws DatabaseError when the engine refuses.
+/// @throws DatabaseError if the engine refuses one of them.
 void register_functions(sqlite3* db, TextRules& rules);
 
 } // namespace cuedrill::platform::sqlite

@@ -36,7 +36,7 @@ struct stat status_of(const std::string& path)
     return status;
 }
 
-/// For the superuser every access is granted, so a file on which nobody has the permission is told by its mode.
+/// access() grants everything to the superuser, so a path without any write permission is recognised by its mode.
 bool nobody_may_write(const std::string& path, mode_t mode)
 {
     return (mode & any_write_bit) == 0 || ::access(path.c_str(), W_OK) != 0;
@@ -47,13 +47,13 @@ void require_writable_folder(const std::string& folder)
     const struct stat status = status_of(folder);
     if (!S_ISDIR(status.st_mode))
         throw file_error(ENOTDIR, "");
-    // The engine puts its journal beside the file.
+    // The engine creates its journal in this folder.
     if (nobody_may_write(folder, status.st_mode))
         throw own_error(DatabaseErrorKind::read_only, "Its folder cannot be written.");
 }
 
-/// Whether a file of that name is there.
-/// @throws DatabaseError when the name is too long for the folder.
+/// Whether anything has this name.
+/// @throws DatabaseError (other) if the name is too long for the file system.
 bool has_neighbour(const std::string& path)
 {
     struct stat status {};
@@ -96,7 +96,7 @@ std::string existing_course_file(const std::string& path)
     if (nobody_may_write(file, status.st_mode))
         throw own_error(DatabaseErrorKind::read_only, "It cannot be written.");
     require_writable_folder(folder_of(file));
-    static_cast<void>(has_neighbour(file + "-journal")); // the longest of the names that the engine needs beside it
+    static_cast<void>(has_neighbour(file + "-journal")); // throws if the longest name that the engine needs is too long
     return file;
 }
 

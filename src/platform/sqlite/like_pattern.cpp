@@ -67,7 +67,7 @@ void LikePattern::add_list(std::string_view list, std::string_view shown)
     elements_.push_back(std::move(element));
 }
 
-/// Takes the first character away from a text that has one.
+/// Removes the first character of `text`, which must not be empty, and returns it.
 LikePattern::Character LikePattern::take(std::string_view& text)
 {
     const auto byte = [&](std::size_t place) { return static_cast<unsigned char>(text[place]); };
@@ -109,7 +109,7 @@ bool LikePattern::Element::skip_to(std::string_view& text) const
 bool LikePattern::matches(std::string_view folded) const
 {
     auto element = elements_.begin();
-    // The last run so far is the only one that need ever be made longer: what an earlier one could take besides, it can
+    // On a mismatch only the last run is made longer: whatever an earlier run could take in addition, the last one can
     // take as well.
     auto behind_run = elements_.end();
     std::string_view behind_run_text;

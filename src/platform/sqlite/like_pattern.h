@@ -6,24 +6,24 @@
 
 namespace cuedrill::platform::sqlite {
 
-/// A pattern for whole texts: "*" stands for any run of characters, none and line ends included; "?" for one character;
-/// "#" for one digit; "[abx-z]" for one of these characters, "[!abx-z]" for one that is none of them. "[]" stands for
-/// nothing, "[!]" for "!". "-" is ordinary first and last in brackets; "*", "?", "#" and "[" are ordinary in brackets,
-/// "]", "!" and "-" outside of them; so is every other character anywhere. Case counts: pattern and texts are folded
-/// beforehand.
+/// A pattern that is matched against a whole text. "*" matches any run of characters, including line ends and the empty
+/// run; "?" matches one character; "#" one digit from 0 to 9; "[abx-z]" one of these characters; "[!abx-z]" one
+/// character that is none of these. "[]" matches the empty text, "[!]" matches "!". Within brackets "-" is literal in
+/// the first and last place, and "*", "?", "#" and "[" are always literal. Outside brackets "]", "!" and "-" are
+/// literal, and so is every other character. Matching is case-sensitive: the caller folds pattern and texts.
 class LikePattern {
 public:
-    /// @param folded the pattern in UTF-8.
-    /// @param shown the pattern as error texts name it.
-    /// @throws DatabaseError (other) for a "[" that is not closed, and for a range whose end lies before its beginning.
+    /// @param folded the folded pattern in UTF-8.
+    /// @param shown the pattern as error texts show it.
+    /// @throws DatabaseError (other) for a "[" without a "]", and for a range whose end comes before its start.
     LikePattern(std::string_view folded, std::string_view shown);
 
-    /// Whether the pattern stands for the whole of `folded`, a text in UTF-8. Takes no longer than reading the text
-    /// once for each character of the pattern.
+    /// Whether the pattern matches the whole of `folded`, a folded text in UTF-8. The time is at most proportional to
+    /// the length of the text times that of the pattern.
     [[nodiscard]] bool matches(std::string_view folded) const;
 
 private:
-    /// The bytes of a character in UTF-8 as one number. These sort as the code points do.
+    /// The UTF-8 bytes of a character as one number. Such numbers sort like code points.
     using Character = char32_t;
 
     struct Range {
@@ -33,15 +33,16 @@ private:
 
     enum class Kind { run, characters, one_of, none_of };
 
-    /// Any run, these characters in a row, or one character in or outside of the ranges.
+    /// A run, a sequence of literal characters, or one character inside or outside the ranges.
     struct Element {
         Kind kind = Kind::run;
         std::string characters = {};
         std::vector<Range> ranges = {};
 
-        /// Takes away what the element stands for at the start of `text`; false where it does not stand for that.
+        /// Removes what the element matches from the start of `text`; false if it does not match there. Not for runs.
         bool take_from(std::string_view& text) const;
-        /// Takes away what surely lies before the element; false where it stands for nothing in `text`.
+        /// Removes what comes before the first place where literal characters match; false if they match nowhere in
+        /// `text`. Does nothing for other kinds.
         bool skip_to(std::string_view& text) const;
     };
 

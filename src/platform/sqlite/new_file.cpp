@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::string_view name_start = ".cuedrill-new-";
 constexpr int most_attempts = 100;
-constexpr mode_t usual_mode = 0666; // less what the user's mask takes away
+constexpr mode_t usual_mode = 0666; // restricted by the umask
 
 int rename_without_replacing(const char* from, const char* to)
 {
@@ -35,14 +35,14 @@ int bring_folder_to_disk(const char* folder)
     const int error = errno;
     ::close(descriptor);
     errno = error;
-    // A file system that knows no such call has nothing to bring to the disk.
+    // EINVAL: the file system does not support fsync on folders.
     return result != 0 && error == EINVAL ? 0 : result;
 }
 
 enum class Lock { taken, held_by_another, not_supported };
 
-/// Locks the first byte for this descriptor. The engine locks places far behind it, in the name of the process; it
-/// would be in the way of a lock on the whole file where the file system is another machine's.
+/// Locks the first byte for this descriptor. The engine's locks belong to the process and are at far higher offsets;
+/// they would conflict with a lock on the whole file.
 Lock lock(int descriptor)
 {
     struct flock range {};
@@ -60,7 +60,7 @@ bool is_temporary_name(std::string_view name)
            name.find_first_not_of("0123456789", name_start.size()) == std::string_view::npos;
 }
 
-/// A file that cannot be opened or locked may be somebody's: it stays.
+/// Keeps a file that cannot be opened or locked, because it may be in use.
 void remove_unless_held(const std::string& path)
 {
     const int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
@@ -74,12 +74,12 @@ void remove_unless_held(const std::string& path)
     ::close(descriptor);
 }
 
-/// @param start what stands before a name in the folder.
+/// @param start the folder with a "/" at its end.
 void remove_leftovers(const std::string& folder, const std::string& start)
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
     if (entries == nullptr)
-        return; // a folder that can be written but not listed
+        return; // the folder can be written but not listed
     while (const dirent* const entry = ::readdir(entries.get())) {
         if (is_temporary_name(entry->d_name))
             remove_unless_held(start + entry->d_name);
@@ -114,7 +114,7 @@ TemporaryFile::TemporaryFile(const std::string& folder, Start start)
     throw own_error(DatabaseErrorKind::other, "It cannot be created.");
 }
 
-/// False where the name is taken, or was taken away again by somebody who found the file before it was locked.
+/// Returns false if the name is taken, or if another program found the file before it was locked and removes it.
 bool TemporaryFile::create(const std::string& path)
 {
     descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, usual_mode);
@@ -135,8 +135,8 @@ void TemporaryFile::hold()
         throw own_error(DatabaseErrorKind::other, "It cannot be created.");
 }
 
-/// False, with the file closed, where somebody else has found it before it was locked. Without locks on the file
-/// system nobody takes it for a leftover.
+/// Returns false, with the file closed, if another program found it before it was locked. On a file system without
+/// locks no program removes leftovers, so the file counts as held.
 bool TemporaryFile::hold_opened()
 {
     struct stat status {};
@@ -151,7 +151,7 @@ TemporaryFile::~TemporaryFile()
 {
     ::unlink((path_ + "-journal").c_str());
     ::unlink(path_.c_str());
-    // The lock goes last: closing any descriptor of a file ends the locks that the engine has on it.
+    // Closed last, because that releases the lock. Closing any descriptor also releases the engine's locks on the file.
     if (descriptor_ >= 0)
         ::close(descriptor_);
 }
@@ -172,7 +172,7 @@ void give_name(const std::string& from, const std::string& to, const NamingCalls
         if (calls.rename_no_replace(from.c_str(), to.c_str()) != 0)
             throw file_error(errno, "It cannot be created.");
     }
-    // The file has its name: to call that a failure would be untrue.
+    // The result is ignored: the file already has its name.
     calls.sync_folder(folder_of(to).c_str());
 }
 

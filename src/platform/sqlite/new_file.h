@@ -5,18 +5,17 @@
 
 namespace cuedrill::platform::sqlite {
 
-/// A file of a name of its own in a folder, removed with its journal when the object goes. While the object lives the
-/// file is locked, which tells others of this program's that somebody holds it.
+/// A temporary file with a unique name in a folder. The destructor removes it and its journal. It is locked until then,
+/// which tells other instances of this program that it is in use.
 class TemporaryFile {
 public:
     enum class Start {
-        empty,      ///< an empty file, which is held
-        only_a_name ///< the caller creates the file, and then calls `hold`
+        empty,      ///< create an empty file and lock it
+        only_a_name ///< choose a free name; the caller creates the file and then calls `hold`
     };
 
-    /// Also removes the files of this kind in the folder that nobody holds: what a program that was ended by force has
-    /// left behind.
-    /// @throws DatabaseError when it cannot be created.
+    /// Also removes files of this kind in the folder that are not locked: a killed program has left them behind.
+    /// @throws DatabaseError if the file cannot be created.
     explicit TemporaryFile(const std::string& folder, Start start = Start::empty);
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -25,7 +24,7 @@ public:
     [[nodiscard]] const std::string& path() const { return path_; }
 
     /// Locks the file that the caller has created.
-    /// @throws DatabaseError when it is gone again, or somebody else is just removing it.
+    /// @throws DatabaseError if it does not exist or another program is removing it.
     void hold();
 
 private:
@@ -36,7 +35,7 @@ private:
     int descriptor_ = -1;
 };
 
-/// The calls of the system by which a file gets its name; each returns 0, or -1 with errno.
+/// The system calls that give a file its name; tests replace them. Each returns 0, or -1 and sets errno.
 struct NamingCalls {
     int (*link)(const char* from, const char* to);
     int (*rename_no_replace)(const char* from, const char* to);
@@ -45,13 +44,14 @@ struct NamingCalls {
     [[nodiscard]] static NamingCalls of_system();
 };
 
-/// Gives the complete file `from` the name `to` in the same folder, durably and never over something of that name.
-/// `from` is gone afterwards. A folder that does not reach the disk is no failure: the file has its name then.
-/// @throws DatabaseError (exists) when the name is taken, or for what the system reports; then `from` is still there.
+/// Renames the complete file `from` to `to` in the same folder, durably, and never replaces anything. A failing sync of
+/// the folder is ignored, because the file has its name by then.
+/// @throws DatabaseError (exists) if the name is taken; otherwise for the error of the system. `from` still exists
+/// then.
 void give_name(const std::string& from, const std::string& to, const NamingCalls& calls = NamingCalls::of_system());
 
-/// A file that has just been given its name. It is removed when the object goes, unless it is kept, or another file has
-/// the name by then, or somebody has written to it.
+/// A file that has just been given its name. The destructor removes it unless `keep` was called, another file has the
+/// name by then, or the file has been written to.
 class GivenName {
 public:
     explicit GivenName(std::string path);

@@ -17,8 +17,8 @@
 namespace cuedrill::platform::sqlite {
 namespace {
 
-/// A look into a file with a write-ahead log makes the log's own file beside it. This one takes it away again when the
-/// file is refused and had none before. It must be destroyed after the connection.
+/// The write-ahead log next to a file. Reading a file in write-ahead log mode creates an empty log. The destructor
+/// removes it if there was none before. It must be destroyed after the connection.
 class LogFile {
 public:
     explicit LogFile(const std::string& file) : path_(file + "-wal"), existed_(size() >= 0) {}
@@ -43,8 +43,8 @@ private:
     bool existed_;
 };
 
-/// What opens a file that may have a write-ahead log without changing it: no carrying over when the file is closed
-/// again, and no index of the log shared with other programs, which would be one more file.
+/// Makes sure that reading a file does not change it or its write-ahead log: the log is not copied into the file on
+/// closing, and exclusive mode keeps the index of the log in memory instead of in another file.
 void keep_log_untouched(Connection& connection)
 {
     connection.set_checkpoint_at_close(false);
@@ -56,13 +56,13 @@ void accept_log(Connection& connection)
     connection.set_checkpoint_at_close(true);
     connection.set_up_for_work();
     connection.run("PRAGMA main.locking_mode = NORMAL");
-    // The engine gives the lock back at the next look into the file.
+    // The engine releases the exclusive lock only when it next reads the file.
     static_cast<void>(connection.query_integer("PRAGMA main.user_version"));
 }
 
-/// From now on statements that read these tables do so without their indexes: a look-up in an index of another order
-/// misses rows. Temporary views of the same names, which the engine keeps in memory, stand before the tables.
-/// @param tables as SQL names them.
+/// Makes statements read these tables without their indexes, because a look-up in an index with another text order
+/// misses rows. It creates temporary views (in memory) that have the names of the tables and take precedence over them.
+/// @param tables quoted names.
 void hide_indexes(Connection& connection, const std::vector<std::string>& tables)
 {
     for (const std::string& table : tables)
@@ -75,7 +75,7 @@ void show_indexes(Connection& connection, const std::vector<std::string>& tables
         connection.run("DROP VIEW IF EXISTS temp." + table);
 }
 
-/// While it lives, nothing can be written on the connection.
+/// Prevents writing through the connection while an object of this class exists.
 class RowsBeingRead {
 public:
     explicit RowsBeingRead(std::shared_ptr<Connection> connection) : connection_(std::move(connection))
@@ -163,7 +163,7 @@ void SqliteDatabase::finish_creation()
         connection.run("PRAGMA user_version = " + std::to_string(packed_version(compare_.order_version())));
         connection.commit();
         connection.close();
-        // Whatever has come there since the creation began: the engine would take it for changes of the new course.
+        // Check again for files that have appeared since the creation began: the engine would apply them to the course.
         require_no_files_of_earlier_course(new_path_);
         give_name(new_file_->path(), new_path_);
         const std::vector<ExpectedTable> expected = expected_tables(new_tables_, compare_);
@@ -190,7 +190,7 @@ void SqliteDatabase::open_checked(const std::string& file, std::span<const Expec
     try {
         open_within_bounds(file, expected);
     } catch (const DatabaseError& error) {
-        // The engine has a share of the memory only, and needs little of it for a course.
+        // The engine's heap is limited (see connection.cpp), and a course needs only a small part of it.
         if ((error.code() & 0xFF) != SQLITE_NOMEM && error.code() != SQLITE_IOERR_NOMEM)
             throw;
         throw DatabaseError(DatabaseErrorKind::not_a_course, error.code(),
@@ -214,7 +214,7 @@ void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const
         accept_log(*connection);
     connection->set_up_for_work();
     order_now_or_later(*connection, expected);
-    // What is put off for want of room comes first, and the next opening makes the rest.
+    // If the disk was too full to rebuild the indexes, create no others; the next opening does that.
     if (unstored_.empty())
         make_aid_indexes(*connection, expected);
     connection_ = connection;
@@ -233,15 +233,15 @@ void SqliteDatabase::check_now_or_later(Connection& connection, std::span<const 
         connection.allow_any_time();
         checked_ = true;
     };
-    // Definitions made elsewhere may let a small file take long to read, and its texts be of any length.
+    // With definitions made elsewhere, even a small file may take long to read, and its texts may have any length.
     if (may_be_later && has_own_definitions(connection, tables))
         connection.put_off(check);
     else
         check();
 }
 
-/// A malformed file can make any statement run for as long as it likes, so each one has its own share of time until the
-/// file has been checked.
+/// A malformed file can make any statement endless, so each reading statement has its own limit of processor time until
+/// the file has been checked.
 void SqliteDatabase::bound_time(Connection& connection) const
 {
     if (!checked_)
@@ -255,7 +255,8 @@ void SqliteDatabase::finish_check()
         connection.require_ready_to_write();
 }
 
-/// A course that was not checked, or in which a statement has met damage since, is checked when it is opened again.
+/// Notes the mark of a sound course. A course that was not checked, or in which a statement has found damage, gets no
+/// mark, so it is checked when it is opened again.
 void SqliteDatabase::note_if_sound() noexcept
 {
     if (sound_files_ == nullptr || !checked_ || connection_->damage_met())
@@ -267,8 +268,8 @@ void SqliteDatabase::note_if_sound() noexcept
     }
 }
 
-/// Without room on the disk a course can still be looked at. Its indexes then keep the order in which they are, and
-/// nothing is read or written by them before they are rebuilt.
+/// Rebuilds the indexes if the text order has changed. With a full disk the course can still be read: the rebuild is
+/// then deferred until the next write, and no statement uses the indexes before it.
 void SqliteDatabase::order_now_or_later(Connection& connection, std::span<const ExpectedTable> tables)
 {
     const std::uint32_t version = compare_.order_version();
@@ -293,7 +294,7 @@ void SqliteDatabase::order_now_or_later(Connection& connection, std::span<const 
 
 void SqliteDatabase::close() noexcept
 {
-    // Cursors and recordsets may still share the connection, so it is closed and not only let go.
+    // Recordsets may still share ownership of the connection, so close it explicitly.
     if (connection_ != nullptr) {
         note_if_sound();
         connection_->close();
@@ -322,7 +323,7 @@ void SqliteDatabase::read(std::string_view sql, std::span<const Value> values, c
     const RowsBeingRead rows(connection_);
     const std::vector<std::string> columns = lease.get().column_names();
     std::vector<Value> fields(columns.size());
-    // The lease is asked each time: a visitor may end the program, which closes the course.
+    // Calls lease.get() each time, which throws if the visitor has closed the course.
     while (lease.get().step()) {
         for (std::size_t i = 0; i < fields.size(); ++i)
             lease.get().read(static_cast<int>(i), fields[i]);

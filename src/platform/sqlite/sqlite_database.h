@@ -18,14 +18,14 @@ class Connection;
 class TemporaryFile;
 struct ExpectedTable;
 
-/// A course in a file of the SQLite engine. For one thread only.
+/// A course in an SQLite file. Use it from one thread only.
 class SqliteDatabase final : public Database {
 public:
-    /// @param compare gives the order of all texts in the file; must outlive the object and its cursors.
-    /// @param busy_timeout how long another program's lock is waited for.
+    /// @param compare the order of all texts in the file; must outlive this object and its recordsets.
+    /// @param busy_timeout how long to wait for another program's lock.
     /// @param sound_files if given, a file that was sound when it was closed and has not changed since is not checked
-    /// again, and the check of any other file of this program's own making is put off until after it is opened. It must
-    /// outlive the object.
+    /// again, and the check of any other file with only the program's own definitions is deferred until after it is
+    /// opened. It must outlive this object.
     explicit SqliteDatabase(const TextCompare& compare,
                             std::chrono::milliseconds busy_timeout = std::chrono::seconds(3),
                             SoundFiles* sound_files = nullptr);
@@ -33,7 +33,7 @@ public:
     SqliteDatabase& operator=(const SqliteDatabase&) = delete;
     ~SqliteDatabase() override;
 
-    /// An error here, in `append_table` or in `finish_creation` ends the creation: nothing is left behind then.
+    /// An error here, in `append_table` or in `finish_creation` ends the creation and leaves nothing behind.
     void create(const std::string& path) override;
     void append_table(const TableSchema& table) override;
     void finish_creation() override;
@@ -69,9 +69,9 @@ private:
     std::chrono::milliseconds busy_timeout_;
     SoundFiles* sound_files_;
     std::shared_ptr<Connection> connection_;
-    std::string path_; ///< of the open course
+    std::string path_; ///< path of the open course
     std::string unstored_;
-    bool checked_ = false; ///< the whole file was read and is sound, now or when it was closed unchanged
+    bool checked_ = false; ///< the whole file was found sound, since it was opened or before it was closed last time
 
     std::unique_ptr<TemporaryFile> new_file_; ///< only while a file is being created
     std::string new_path_;

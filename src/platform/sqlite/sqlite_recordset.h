@@ -10,11 +10,11 @@
 
 namespace cuedrill::platform::sqlite {
 
-/// The rows of a query, fetched one by one. While it stands on a row, nothing can be written on its connection; its
-/// hold ends behind the last row, or with the object.
+/// The rows of a query, fetched one by one. While it is on a row, nothing can be written through its connection; that
+/// ends after the last row, or with the object.
 class SqliteRecordset final : public Recordset {
 public:
-    /// @throws DatabaseError when `sql` is not a single statement that reads rows.
+    /// @throws DatabaseError if `sql` is not a single statement that reads rows.
     SqliteRecordset(std::shared_ptr<Connection> connection, std::string_view sql);
     SqliteRecordset(const SqliteRecordset&) = delete;
     SqliteRecordset& operator=(const SqliteRecordset&) = delete;

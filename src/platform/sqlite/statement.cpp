@@ -18,7 +18,7 @@ int checked_length(std::size_t length)
     return static_cast<int>(length);
 }
 
-/// Throws what one of the connection's functions has thrown, in words for the user.
+/// Rethrows the exception of one of the connection's functions as a DatabaseError with a text for the user.
 [[noreturn]] void throw_function_error(const std::exception_ptr& failure)
 {
     try {
@@ -91,7 +91,7 @@ void Statement::bind_all(std::span<const Value> values)
                                                       " values; it was given " + std::to_string(values.size()) + ".");
     int position = 0;
     for (const Value& value : values) {
-        // The engine would store what is not a number as null, in silence.
+        // The engine would silently store NaN as null. Infinity is refused with it.
         const auto* const number = std::get_if<double>(&value);
         if (number != nullptr && !std::isfinite(*number))
             throw own_error(DatabaseErrorKind::constraint, "Only finite numbers can be stored.");
@@ -119,7 +119,7 @@ void Statement::run()
 
 void Statement::reset() noexcept
 {
-    // The result repeats the error of the last step, which was reported there.
+    // The result is ignored: it repeats the error of the last step, which has thrown it.
     sqlite3_reset(statement_);
     sqlite3_clear_bindings(statement_);
 }

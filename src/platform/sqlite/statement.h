@@ -14,10 +14,11 @@ struct sqlite3_stmt;
 
 namespace cuedrill::platform::sqlite {
 
-/// A prepared statement. Every function but `reset` may throw DatabaseError.
+/// A prepared statement. Functions that are not noexcept may throw DatabaseError.
 class Statement {
 public:
-    /// Prepares the single statement in `sql`; a blank text or anything behind the statement is an error.
+    /// Prepares the single statement in `sql`. A blank text is an error, and so is anything but blanks and semicolons
+    /// after the statement.
     /// `db` and `rules` must outlive the object.
     Statement(sqlite3* db, TextRules& rules, std::string_view sql);
     Statement(const Statement&) = delete;
@@ -28,23 +29,23 @@ public:
     /// Whether it writes nothing to the file.
     [[nodiscard]] bool reads_only() const;
 
-    /// Gives the parameter at `position` (from 1) its value. A text is not copied: it must live until `reset`.
+    /// Binds the parameter at `position` (from 1). A text is not copied: it must live until `reset`.
     void bind(int position, const Value& value);
-    /// Gives each parameter its value. Texts are not copied.
-    /// @throws DatabaseError when there are more values or fewer than parameters, or a number is not finite.
+    /// Binds all parameters in order. Texts are not copied.
+    /// @throws DatabaseError if the number of values is not that of the parameters, or a number is not finite.
     void bind_all(std::span<const Value> values);
-    /// Runs to the next row; false behind the last one.
+    /// Goes to the next row; false after the last one.
     bool step();
-    /// Runs a statement that gives no rows, and resets it.
+    /// Runs the statement to its end, ignoring rows, and resets it.
     void run();
-    /// Back to the start, without any bound value. Ends its hold on the database.
+    /// Goes back to the start, clears the bound values and releases the statement's locks.
     void reset() noexcept;
 
     [[nodiscard]] int column_count() const;
     [[nodiscard]] std::vector<std::string> column_names() const;
     /// The column (from 0) of the current row.
     [[nodiscard]] Value value(int column) const;
-    /// The same, into a value that is used again.
+    /// The same, into an existing value, whose memory is reused.
     void read(int column, Value& into) const;
     [[nodiscard]] std::int64_t integer(int column) const;
     [[nodiscard]] std::string text(int column) const;
@@ -58,10 +59,10 @@ private:
     sqlite3_stmt* statement_ = nullptr;
 };
 
-/// @throws DatabaseError when the statement gives no rows, or writes too.
+/// @throws DatabaseError if the statement returns no rows, or if it writes.
 void require_reading(const Statement& statement);
 
-/// Resets a statement at the end of a scope, so that none stays open after an error.
+/// Resets a statement at the end of a scope, also after an error.
 class ResetAtExit {
 public:
     explicit ResetAtExit(Statement& statement) : statement_(statement) {}

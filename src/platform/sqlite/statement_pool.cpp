@@ -33,7 +33,7 @@ void StatementPool::drop_oldest_idle() noexcept
     const auto is_idle = [](const Entry& entry) { return !entry.taken; };
     if (static_cast<std::size_t>(std::count_if(entries_.begin(), entries_.end(), is_idle)) <= most_idle)
         return;
-    // Those in use count as newest, so the smallest is an idle one.
+    // Statements in use sort last, so the smallest entry is an idle one.
     const auto oldest = std::min_element(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) {
         return std::pair(a.taken, a.last_use) < std::pair(b.taken, b.last_use);
     });

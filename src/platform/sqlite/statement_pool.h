@@ -9,19 +9,19 @@
 
 namespace cuedrill::platform::sqlite {
 
-/// The prepared statements of one connection, kept by their texts for the next use.
+/// Caches the prepared statements of one connection by their SQL texts.
 class StatementPool {
 public:
-    /// The most statements that wait for another use.
+    /// The most statements that are kept while nobody uses them.
     static constexpr std::size_t most_idle = 32;
 
     StatementPool(sqlite3* db, TextRules& rules) : db_(db), rules_(rules) {}
 
-    /// A statement that nobody else uses until it is given back.
-    /// @throws DatabaseError when it cannot be prepared.
+    /// A statement for this SQL text that nobody else gets until it is given back.
+    /// @throws DatabaseError if it cannot be prepared.
     [[nodiscard]] Statement& take(std::string_view sql);
     void give_back(Statement& statement) noexcept;
-    /// All statements, those in use included, are gone afterwards.
+    /// Finalizes all statements, including those in use.
     void clear() noexcept { entries_.clear(); }
     [[nodiscard]] std::size_t size() const { return entries_.size(); }
 

@@ -25,7 +25,7 @@ std::unique_ptr<sqlite3, CloseDatabase> open_in_memory()
     return opened;
 }
 
-/// Adds what only the declaration of the column tells.
+/// Fills in the declared type, the collation and whether the column is AUTOINCREMENT.
 void read_declaration(sqlite3* db, const std::string& table, TableColumn& column)
 {
     const char* type = nullptr;

@@ -13,7 +13,7 @@ namespace {
 
 using Piece = std::array<char, 65536>;
 
-/// The bytes of a full piece without its last character, which may go on behind it.
+/// The number of bytes of a full piece without its last character, which may continue in the next piece.
 std::size_t whole_characters(const Piece& piece)
 {
     constexpr std::size_t longest_character = 4;
@@ -23,7 +23,7 @@ std::size_t whole_characters(const Piece& piece)
     return end;
 }
 
-/// One stored text at a time, read without its row.
+/// Reads one stored text at a time, piece by piece, without loading its row.
 class StoredTexts {
 public:
     StoredTexts(Connection& connection, const std::string& table, const std::string& column)
@@ -71,7 +71,7 @@ private:
 
 void check_column(Connection& connection, const std::string& table, const std::string& column)
 {
-    // The type is known without the text.
+    // typeof() does not load the text.
     Statement rows = connection.prepare("SELECT rowid FROM main." + quoted_name(table) + " WHERE typeof(" +
                                         quoted_name(column) + ") = 'text'");
     StoredTexts texts(connection, table, column);
@@ -79,7 +79,7 @@ void check_column(Connection& connection, const std::string& table, const std::s
         const std::int64_t row = rows.integer(0);
         texts.go_to(row);
         if (texts.bytes() <= longest_readable_text)
-            continue; // no text has more characters than bytes
+            continue; // a text never has more characters than bytes
         const std::int64_t characters = texts.characters();
         if (characters > longest_readable_text)
             throw own_error(DatabaseErrorKind::damaged, "The text in column " + column + " of record " +
@@ -100,7 +100,7 @@ bool has_own_definitions(Connection& connection, std::span<const ExpectedTable> 
         for (const AidIndex& aid : table.schema.aids)
             expected.insert(aid.statement);
     }
-    // What has no text of its own is an index that the engine makes for a key.
+    // Objects without an SQL text are indexes that the engine creates for keys.
     Statement found = connection.prepare("SELECT sql FROM main.sqlite_schema WHERE sql IS NOT NULL");
     while (found.step()) {
         if (!expected.contains(found.text(0)))

@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-// Indexes that a course is quicker with and complete without.
+// Tests aid indexes, which make a course faster. A course is complete without them.
 namespace cuedrill::platform::sqlite::test {
 namespace {
 
@@ -30,7 +30,7 @@ protected:
 
     void open_with_aid() { database.open(path, tables_with_aid()); }
 
-    /// The definition of what has the name in the file; "" for nothing.
+    /// The definition of the object with this name in the file; "" if there is none.
     [[nodiscard]] std::string definition(const std::string& name = "qa_level") const
     {
         return RawConnection(path).query("SELECT sql FROM sqlite_schema WHERE name = '" + name + "'");
@@ -93,7 +93,7 @@ TEST_F(AidIndexes, ThatNobodyAsksForAreAccepted)
     expect_as_before(bytes);
 }
 
-// Other programs know the tables only, and keep every index up to date all the same.
+// The engine updates every index, also for programs that only know the tables.
 TEST_F(AidIndexes, FollowWhatAnotherProgramWrites)
 {
     open_with_aid();
@@ -134,7 +134,7 @@ TEST_F(AidIndexes, AreLeftOutWhereTheJournalCannotBeMade)
     expect_as_before(bytes);
 }
 
-// One transaction: a course never has one of two indexes.
+// They are created in one transaction, so a course never has only some of them.
 TEST_F(AidIndexes, AreMadeAllOrNone)
 {
     std::vector<TableSchema> two = tables_with_aid();
@@ -142,7 +142,7 @@ TEST_F(AidIndexes, AreMadeAllOrNone)
         {.name = "qa_second", .statement = R"(CREATE INDEX "qa_second" ON "qa" ("a_fails", "a"))"});
     const std::string bytes = bytes_of(path);
     {
-        // Room for the first one only.
+        // There is room for the first one only.
         constexpr std::size_t page = 4096;
         const FileSizeLimit limit(bytes.size() + 3 * page);
         database.open(path, two);
@@ -182,7 +182,7 @@ TEST_F(AidIndexes, WithAnotherDefinitionStayWhereTheyCannotBeWritten)
     expect_as_before(bytes);
 }
 
-// What is not an index of the table is somebody's own.
+// An object of this name that is not an index of the table belongs to another program.
 TEST_F(AidIndexes, LeaveAloneWhatElseHasTheirName)
 {
     for (const char* const other : {"CREATE TABLE qa_level (x)", "CREATE INDEX qa_level ON params (number_value)"}) {
@@ -198,7 +198,7 @@ TEST_F(AidIndexes, LeaveAloneWhatElseHasTheirName)
     }
 }
 
-// Where not even the order of the texts could be stored, nothing else is begun.
+// While the rebuild for another text order is deferred, aid indexes are not created either.
 TEST_F(AidIndexes, WaitForTheOrderOfTheTexts)
 {
     const std::string bytes = bytes_of(path);

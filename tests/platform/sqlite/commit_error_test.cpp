@@ -3,8 +3,8 @@
 #include <cstring>
 #include <sqlite3.h>
 
-// A file system for the engine whose calls report an error after they have done their work, as a device with a late
-// answer does. It proves after which errors of a commit the written data are in the file.
+// A VFS for the engine whose calls do their work and then report an error, as some devices do. It proves after which
+// errors of a commit the written data are in the file.
 namespace cuedrill::platform::sqlite::test {
 namespace {
 
@@ -87,7 +87,7 @@ int unlink_through(sqlite3_vfs*, const char* name, int sync_folder)
     return behind(real_system->xDelete(real_system, name, sync_folder), Step::unlink, SQLITE_IOERR_DIR_FSYNC);
 }
 
-/// Makes the late file system the engine's default while an object of this class lives.
+/// Makes the late file system the engine's default while an object of this class exists.
 class LateSystem {
 public:
     LateSystem()
@@ -118,7 +118,7 @@ private:
 struct LateError {
     const char* name;
     Step step;
-    int call; ///< number of the call of this step, counted from the commit
+    int call; ///< which call of this step fails, counted from 1 at the commit
     bool stored;
 };
 
@@ -161,8 +161,8 @@ TEST_P(CommitErrors, AreToldApartAndTheSameConnectionReadsWhatIsStored)
     EXPECT_EQ(count(database), rows + 1);
 }
 
-// The engine syncs the journal twice (its pages, then its header) and the file, deletes the journal and its folder
-// entry, and releases the lock.
+// A commit syncs the journal twice (its pages, then its header) and then the file, deletes the journal and syncs its
+// folder, and releases the lock.
 INSTANTIATE_TEST_SUITE_P(OfEachStep, CommitErrors,
                          testing::Values(LateError{"journal_sync", Step::sync, 1, false},
                                          LateError{"file_sync", Step::sync, 3, false},

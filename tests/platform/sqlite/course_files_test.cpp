@@ -22,7 +22,8 @@ std::string big_endian(std::size_t number)
     return bytes;
 }
 
-/// What the engine appends to a journal that is one of several: the name of the file that lists them all.
+/// What the engine appends to the journal of a transaction over several files: the name of the file that lists their
+/// journals.
 std::string naming(const std::string& name)
 {
     std::size_t sum = 0;
@@ -43,7 +44,7 @@ protected:
         write_bytes(precious, "precious");
     }
 
-    /// Leaves the course half changed, with the hot journal of a transaction that a crash has interrupted.
+    /// Leaves the course half changed, with the hot journal of a transaction that was interrupted by a crash.
     void leave_hot_journal()
     {
         const TemporaryFolder elsewhere;
@@ -108,7 +109,7 @@ TEST_F(Neighbours, AHotJournalThatNamesAFileRefusesTheCourse)
     EXPECT_TRUE(bytes_of(journal) == bytes);
 }
 
-// The engine ignores such a journal at first, but trusts its end at the next rollback.
+// The engine ignores such a journal at first, but deletes the file that its end names at the next rollback.
 TEST_F(Neighbours, AJournalThatIsUsedUpAndNamesAFileRefusesTheCourse)
 {
     write_bytes(journal, std::string(1024, '\0') + naming(precious));

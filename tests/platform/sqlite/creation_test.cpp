@@ -80,7 +80,7 @@ TEST_F(Creation, DestructionBeforeTheEndLeavesNothingBehind)
     EXPECT_EQ(folder.names(), Names{});
 }
 
-// Nobody holds a lock on the leftovers of a killed program; a file that another program is making is locked.
+// The leftovers of a killed program are not locked; a file that another program is creating is.
 TEST_F(Creation, RemovesWhatEarlierOnesLeftBehindAndNobodyHolds)
 {
     const std::string left = folder / ".cuedrill-new-17";
@@ -161,7 +161,7 @@ TEST_F(Creation, NeverReplacesAFileThatCameMeanwhile)
     EXPECT_FALSE(database.is_open());
 }
 
-// The engine would take them for changes of the new course.
+// The engine would apply them to the new course.
 TEST_F(Creation, GivesNoNameBesideAJournalOrALogThatCameMeanwhile)
 {
     for (const std::string ending : {"-journal", "-wal"}) {

@@ -74,7 +74,7 @@ int open_through(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int fl
     return code;
 }
 
-/// Makes the failing file system the engine's default while an object of this class lives.
+/// Makes the failing file system the engine's default while an object of this class exists.
 class FaultSystem {
 public:
     FaultSystem()
@@ -102,7 +102,8 @@ private:
 
 class Fault : public testing::TestWithParam<std::pair<int, DatabaseErrorKind>> {
 protected:
-    /// Runs `action` with the n-th operation failing, for n = 0, 1, …, until it succeeds; returns how often it failed.
+    /// Runs `action` with the n-th operation failing, for n = 0, 1, …, and `check` after each run, until `action` has
+    /// no n-th operation. Returns the number of its operations; -1 if there are 1000 or more.
     template <typename Action, typename Check>
     int fail_at_each_point(Action action, Check check)
     {

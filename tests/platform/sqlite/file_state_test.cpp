@@ -37,7 +37,7 @@ TEST_F(FileState, ADeletedFileTakesNoMoreWrites)
     EXPECT_TRUE(folder.names().empty());
 }
 
-// The folder exists but cannot be searched: the course may well still be there.
+// The folder's path leads to a loop of links. stat() then fails, but that does not mean that the course is gone.
 TEST_F(FileState, APlaceThatCannotBeLookedAtIsNoMovedFile)
 {
     add("one");

@@ -181,7 +181,7 @@ TEST(Pattern, WithARangeThatRunsBackwardsIsRefused)
     EXPECT_EQ(refusal("[!\u00E9-e]", "[!\u00E9-e]"), "The pattern \"[!\u00E9-e]\" has a range that runs backwards.");
 }
 
-// Trying every branch would take longer than the age of the universe.
+// Backtracking into every run would take exponential time.
 TEST(Pattern, OfManyRunsIsDecidedAtOnce)
 {
     EXPECT_FALSE(matches("*a*a*a*a*a*a*a*b", std::string(200, 'a')));
@@ -192,7 +192,7 @@ TEST(Pattern, OfManyRunsIsDecidedAtOnce)
     EXPECT_TRUE(matches(pattern, std::string(2000, 'a')));
 }
 
-/// Whether `pattern`, of "a", "b", "?" and "*" only, matches `text`: tries the rules one by one.
+/// Whether `pattern`, which has only "a", "b", "?" and "*", matches `text`. Applies the rules by plain recursion.
 bool matches_slowly(std::string_view pattern, std::string_view text)
 {
     if (pattern.empty())

@@ -55,7 +55,7 @@ TEST_F(Order, WithoutTheStampRowsWouldBeLost)
     EXPECT_FALSE(finds_all()) << "proves that the test above can fail";
 }
 
-// Indexes in another order must not be written to: rows that cannot be found in them again would be lost for good.
+// Indexes in another order must not be written: rows that get to a wrong place in them could not be found again.
 TEST_F(Order, WithoutRoomOnTheDiskIsBroughtAboutBeforeTheNextWrite)
 {
     fill();

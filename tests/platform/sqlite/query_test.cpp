@@ -96,7 +96,7 @@ TEST_F(Query, NeedsAnOpenCourse)
 
 TEST_F(Query, IsVisitedRowByRowUntilTheVisitorHasEnough)
 {
-    // Reading the third row fails; a visitor that stops before never gets there.
+    // Reading the third row fails, because abs() overflows. A visitor that stops before never reads it.
     for (const char* q : {"a", "b", "xyz"})
         add(q);
     const std::string sql =

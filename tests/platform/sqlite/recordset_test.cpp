@@ -62,7 +62,7 @@ TEST_F(Rows, TheSameQueryCanBeOpenTwice)
 
 TEST_F(Rows, AreFetchedOneByOne)
 {
-    // The second row divides by its text's length minus 3: reading it fails, reading the first one does not.
+    // abs() of the smallest integer overflows, so reading the second row fails; reading the first one does not.
     add("x");
     add("xyz");
     const auto rows = database.open_recordset("select abs(case length(q) when 3 then -9223372036854775808 else 1 end) "

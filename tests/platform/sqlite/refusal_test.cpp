@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// Each test proves two things: the file is rejected with the right words, and it stays unchanged, with no new file next
+// Each test proves two things: the file is rejected with the right error, and it stays unchanged, with no new file next
 // to it.
 namespace cuedrill::platform::sqlite::test {
 namespace {
@@ -240,7 +240,7 @@ TEST_F(Refusal, AKeyThatTellsUpperAndLowerCaseApart)
     EXPECT_EQ(refused(DatabaseErrorKind::not_a_course), "It is not a course (its table params has another key).");
 }
 
-// Made with another program's rules for "like".
+// Such an index was made with another program's rules for "like".
 TEST_F(Refusal, AnIndexThatGoesByAPattern)
 {
     rewrite("CREATE INDEX some ON qa (a) WHERE q LIKE 'o%'");
@@ -277,7 +277,7 @@ TEST_F(Refusal, ATextThatBreaksTheLengthRule)
     refused(DatabaseErrorKind::damaged);
 }
 
-/// The definition of `qa` as another program may make it: without checks of the text length.
+// Another program may define `qa` without the CHECK constraints on text lengths.
 TEST_F(Refusal, ATextThatIsFarTooLongByItsRecordAndLength)
 {
     std::string loose = definition_of_qa();
@@ -314,7 +314,7 @@ TEST_F(Refusal, AChainOfPagesThatWouldTakeTheWholeStack)
             bytes += static_cast<char>((number >> (shift - 8)) & 0xFFU);
         return bytes;
     };
-    // A table page with a single child page and no cells; at the end of the chain comes an empty page without a child.
+    // An interior table page without cells, which has a single child page. The chain ends with an empty leaf page.
     const auto inner = [&](std::size_t below) {
         return (std::string("\x05\0\0\0\0\x02\0\0", 8) + big_endian(below)).append(page - 12, '\0');
     };
@@ -328,7 +328,7 @@ TEST_F(Refusal, AChainOfPagesThatWouldTakeTheWholeStack)
     EXPECT_TRUE(words.starts_with("It is damaged (")) << words;
 }
 
-// The engine reports lack of memory also if its check would compile to too many steps.
+// The engine also reports a lack of memory if its integrity check compiles to too many instructions.
 TEST_F(Refusal, AFileWhoseRulesAreTooMany)
 {
     std::string rule = "CASE a";

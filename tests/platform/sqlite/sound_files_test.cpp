@@ -1,4 +1,4 @@
-// The check of the whole file is put off or skipped at opening, but no write comes before it.
+// Tests when the check of the whole file is deferred or skipped at opening. A deferred check comes before any write.
 #include "platform/sqlite/support.h"
 
 #include <map>
@@ -17,7 +17,7 @@ public:
     void note(const std::string& path, const std::string& mark) noexcept override { marks[path] = mark; }
 
     std::map<std::string, std::string> marks;
-    bool knows_everything = false; ///< takes every file for noted
+    bool knows_everything = false; ///< treats every file as noted
 };
 
 class SoundFile : public CourseTest {
@@ -31,7 +31,7 @@ protected:
 
     void rewrite(const std::string& sql) { RawConnection(path).run(sql); }
 
-    /// Makes a text longer than its column allows, which nothing but a check of the whole file finds.
+    /// Stores a text that is longer than its column allows, which only a check of the whole file finds.
     void damage()
     {
         rewrite("PRAGMA ignore_check_constraints = ON; UPDATE qa SET q = printf('%.*c', 201, 'x') WHERE cnt = 2");
@@ -159,7 +159,7 @@ TEST_F(SoundFile, InWhichAStatementMeetsDamageIsNotNotedAgain)
     EXPECT_TRUE(noted.marks.empty());
 }
 
-// The name may lead to a copy made earlier, with the same count of changes.
+// An earlier copy with the same change counter may have the name by then.
 TEST_F(SoundFile, WhoseNameLeadsElsewhereIsNotNoted)
 {
     late.open(path, tables());

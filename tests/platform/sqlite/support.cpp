@@ -80,7 +80,7 @@ std::string FoldingCompare::lower(std::string_view text) const
 
 TemporaryFolder::TemporaryFolder()
 {
-    // In memory where available: the many syncs of small files then cost nothing.
+    // Prefer a file system in memory, where the many syncs of small files cost nothing.
     const std::filesystem::path memory = "/dev/shm";
     const bool has_memory = ::access(memory.c_str(), W_OK) == 0;
     std::string name =

@@ -34,7 +34,7 @@ public:
     bool ignore_case = true;
     std::uint32_t version = 1;
     mutable bool fail = false;        ///< makes every comparison and folding throw
-    bool out_of_memory = false;       ///< makes them throw for lack of memory
+    bool out_of_memory = false;       ///< makes them throw std::bad_alloc
     mutable std::size_t foldings = 0; ///< number of folded texts; a comparison folds two
 };
 
@@ -75,7 +75,7 @@ private:
     sqlite3* db_ = nullptr;
 };
 
-/// Limits the size of all files of the process while an object of this class lives.
+/// Limits the size of all files that this process writes while an object of this class exists.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
@@ -97,7 +97,7 @@ private:
     void (*handler_)(int);
 };
 
-/// Makes the engine fail to open files with this name ending while an object of this class lives; with ENOSPC it only
+/// Makes the engine fail to open files with this name ending while an object of this class exists. With ENOSPC it only
 /// fails to create them.
 class FailingOpen {
 public:
@@ -111,7 +111,7 @@ public:
 [[nodiscard]] TableSchema qa_table();
 [[nodiscard]] std::vector<TableSchema> tables();
 
-/// Creates a course with these tables; it is open afterwards.
+/// Creates a course with these tables and leaves it open.
 void create_course(Database& database, const std::string& path);
 
 [[nodiscard]] std::string bytes_of(const std::string& path);
