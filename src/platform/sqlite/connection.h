@@ -76,6 +76,9 @@ public:
     /// The number of rows added, changed or deleted since the file was opened.
     [[nodiscard]] std::int64_t total_changes();
 
+    /// Changes when another connection commits, but not when this one does.
+    [[nodiscard]] std::int64_t data_version() { return query_integer("PRAGMA main.data_version"); }
+
     void begin();
     void commit();
     void rollback() noexcept;

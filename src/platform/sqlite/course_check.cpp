@@ -140,16 +140,27 @@ void check_soundness(Connection& connection)
     throw own_error(DatabaseErrorKind::damaged, "It is damaged (" + finding + ").");
 }
 
-/// Holds the write lock, which prevents changes of the file by other programs.
-class LockedForCheck {
+/// A transaction of `connection`, which prevents changes of the file by other programs; rolled back unless committed.
+class LockedFile {
 public:
-    explicit LockedForCheck(Connection& connection) : connection_(connection) { connection_.begin(); }
-    LockedForCheck(const LockedForCheck&) = delete;
-    LockedForCheck& operator=(const LockedForCheck&) = delete;
-    ~LockedForCheck() { connection_.rollback(); }
+    explicit LockedFile(Connection& connection) : connection_(connection) { connection_.begin(); }
+    LockedFile(const LockedFile&) = delete;
+    LockedFile& operator=(const LockedFile&) = delete;
+    ~LockedFile()
+    {
+        if (!committed_)
+            connection_.rollback();
+    }
+
+    void commit()
+    {
+        connection_.commit();
+        committed_ = true;
+    }
 
 private:
     Connection& connection_;
+    bool committed_ = false;
 };
 
 } // namespace
@@ -178,7 +189,7 @@ FileHeader check_header(Connection& connection)
 void check_tables(Connection& connection, std::span<const ExpectedTable> expected)
 {
     // Taking the write lock shows whether the file can be written and is not locked by another program.
-    const LockedForCheck lock(connection);
+    const LockedFile locked(connection);
     for (const ExpectedTable& table : expected) {
         check_is_ordinary_table(connection, table.schema.name);
         check_columns(connection, table);
@@ -187,15 +198,20 @@ void check_tables(Connection& connection, std::span<const ExpectedTable> expecte
 
 void check_contents(Connection& connection, std::span<const ExpectedTable> expected)
 {
-    const LockedForCheck lock(connection);
-    // The CHECK constraints of the program's own tables limit the length of texts, and the check for soundness includes
-    // them. So the texts of such a file are measured only if one has got round the constraints.
-    const bool own = has_own_definitions(connection, expected);
-    if (own)
-        connection.allow_any_time();
-    if (!own || has_long_texts(connection, expected))
+    const LockedFile locked(connection);
+    if (!has_own_definitions(connection, expected)) {
         check_text_lengths(connection, expected);
+        check_soundness(connection);
+        return;
+    }
+    // The CHECK constraints of the program's own tables limit the length of texts, and the check for soundness includes
+    // them. It visits each page once, however the pages refer to each other, and it comes first: a statement that
+    // follows the references of a malformed file may never end. The texts are measured only if one has got round the
+    // constraints.
+    connection.allow_any_time();
     check_soundness(connection);
+    if (has_long_texts(connection, expected))
+        check_text_lengths(connection, expected);
 }
 
 void bring_to_order(Connection& connection, std::uint32_t order_version)
@@ -203,13 +219,12 @@ void bring_to_order(Connection& connection, std::uint32_t order_version)
     const std::int32_t version = packed_version(order_version);
     if (connection.query_integer("PRAGMA main.user_version") == version)
         return;
-    connection.begin();
     try {
+        LockedFile locked(connection);
         connection.run("REINDEX CUEDRILL");
         connection.run("PRAGMA main.user_version = " + std::to_string(version));
-        connection.commit();
+        locked.commit();
     } catch (const DatabaseError& error) {
-        connection.rollback();
         if (error.kind() != DatabaseErrorKind::constraint)
             throw;
         throw own_error(DatabaseErrorKind::damaged, "It is damaged (two rows have the same key).");

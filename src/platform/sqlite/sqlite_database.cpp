@@ -165,9 +165,9 @@ void SqliteDatabase::finish_creation()
         connection.close();
         // Check again for files that have appeared since the creation began: the engine would apply them to the course.
         require_no_files_of_earlier_course(new_path_);
-        give_name(new_file_->path(), new_path_);
         const std::vector<ExpectedTable> expected = expected_tables(new_tables_, compare_);
         const std::string file = new_path_;
+        give_name(new_file_->path(), file);
         GivenName name(file);
         close();
         open_checked(file, expected);
@@ -201,6 +201,7 @@ void SqliteDatabase::open_checked(const std::string& file, std::span<const Expec
 void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const ExpectedTable> expected)
 {
     checked_ = false;
+    unstored_.clear();
     const LogFile log(file);
     const auto connection = std::make_shared<Connection>(file, compare_, busy_timeout_);
     const FileHeader header = check_header(*connection);
@@ -223,12 +224,15 @@ void SqliteDatabase::open_within_bounds(const std::string& file, std::span<const
 void SqliteDatabase::check_now_or_later(Connection& connection, std::span<const ExpectedTable> tables, bool with_log)
 {
     const bool may_be_later = sound_files_ != nullptr && !with_log;
+    // Read before the mark and before the check: a later commit of another program is one that they have not seen.
+    checked_version_ = connection.data_version();
     checked_ = may_be_later && sound_files_->is_noted(path_, connection.mark());
     if (checked_) {
         connection.allow_any_time();
         return;
     }
     const auto check = [this, &connection, tables = std::vector(tables.begin(), tables.end())] {
+        checked_version_ = connection.data_version();
         check_contents(connection, tables);
         connection.allow_any_time();
         checked_ = true;
@@ -255,14 +259,16 @@ void SqliteDatabase::finish_check()
         connection.require_ready_to_write();
 }
 
-/// Notes the mark of a sound course. A course that was not checked, or in which a statement has found damage, gets no
-/// mark, so it is checked when it is opened again.
+/// Notes the file only if it is as it was when it was checked, except for this connection's own changes, and no
+/// statement has met damage since.
 void SqliteDatabase::note_if_sound() noexcept
 {
     if (sound_files_ == nullptr || !checked_ || connection_->damage_met())
         return;
     try {
-        sound_files_->note(path_, connection_->mark());
+        const std::string mark = connection_->mark();
+        if (connection_->data_version() == checked_version_)
+            sound_files_->note(path_, mark);
     } catch (const std::exception&) {
         return;
     }
@@ -277,7 +283,8 @@ void SqliteDatabase::order_now_or_later(Connection& connection, std::span<const 
         bring_to_order(connection, version);
         return;
     } catch (const DatabaseError& error) {
-        if (error.kind() != DatabaseErrorKind::full)
+        // Nothing may be put off in place of the check.
+        if (error.kind() != DatabaseErrorKind::full || !checked_)
             throw;
         unstored_ = error.what();
     }

@@ -71,6 +71,7 @@ private:
     std::shared_ptr<Connection> connection_;
     std::string path_; ///< path of the open course
     std::string unstored_;
+    std::int64_t checked_version_ = 0; ///< the engine's data version at the check
     bool checked_ = false; ///< the whole file was found sound, since it was opened or before it was closed last time
 
     std::unique_ptr<TemporaryFile> new_file_; ///< only while a file is being created

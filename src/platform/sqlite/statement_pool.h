@@ -21,8 +21,6 @@ public:
     /// @throws DatabaseError if it cannot be prepared.
     [[nodiscard]] Statement& take(std::string_view sql);
     void give_back(Statement& statement) noexcept;
-    /// Finalizes all statements, including those in use.
-    void clear() noexcept { entries_.clear(); }
     [[nodiscard]] std::size_t size() const { return entries_.size(); }
 
 private:

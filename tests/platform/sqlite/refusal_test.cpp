@@ -271,6 +271,45 @@ TEST_F(Refusal, AFileThatWasCutShort)
     refused(DatabaseErrorKind::damaged);
 }
 
+/// Five levels of pages, each of which refers 500 times to the same page below: as many rows as nobody can read, in a
+/// file of a few pages.
+TEST_F(Refusal, PagesThatAreReferredToManyTimes)
+{
+    constexpr std::size_t page = 4096;
+    constexpr std::size_t references = 500;
+    constexpr std::size_t levels = 5;
+    const auto root = std::stoul(RawConnection(path).query("SELECT rootpage FROM sqlite_schema WHERE name = 'qa'"));
+    std::string all = bytes_of(path);
+    const std::string leaf = all.substr((root - 1) * page, page);
+    ASSERT_EQ(leaf[0], 13);
+    const auto big_endian = [](std::size_t number, unsigned bytes) {
+        std::string text;
+        for (unsigned i = bytes; i > 0; --i)
+            text += static_cast<char>((number >> (8 * (i - 1))) & 0xFFU);
+        return text;
+    };
+    const auto inner = [&](std::size_t below) {
+        std::string places;
+        std::string cells;
+        for (std::size_t i = 1; i <= references; ++i) {
+            places += big_endian(page - 5 * i, 2);
+            cells += big_endian(below, 4) + '\x01'; // the page and a key
+        }
+        const std::string start = '\x05' + big_endian(0, 2) + big_endian(references, 2) +
+                                  big_endian(page - cells.size(), 2) + '\0' + big_endian(below, 4) + places;
+        return start + std::string(page - start.size() - cells.size(), '\0') + cells;
+    };
+    const std::size_t last = all.size() / page;
+    all.replace((root - 1) * page, page, inner(last + 1));
+    for (std::size_t i = 1; i < levels; ++i)
+        all += inner(last + i + 1);
+    all += leaf;
+    all.replace(28, 4, big_endian(last + levels, 4));
+    write_bytes(path, all);
+    const std::string words = refused(DatabaseErrorKind::damaged);
+    EXPECT_TRUE(words.starts_with("It is damaged (")) << words;
+}
+
 TEST_F(Refusal, ATextThatBreaksTheLengthRule)
 {
     rewrite("PRAGMA ignore_check_constraints = ON; UPDATE qa SET q = printf('%.*c', 201, 'x')");

@@ -77,6 +77,27 @@ TEST_F(SoundFile, HasAnotherMarkAfterEachChange)
     EXPECT_NE(noted.marks.at(path), second);
 }
 
+TEST_F(SoundFile, ThatAnotherProgramChangesAfterTheCheckIsNotNoted)
+{
+    late.open(path, tables());
+    late.finish_check();
+    damage();
+    late.close();
+    EXPECT_TRUE(noted.marks.empty());
+}
+
+TEST_F(SoundFile, ThatIsNotedAndThenChangedByAnotherProgramIsNotNotedAgain)
+{
+    use();
+    noted.marks.clear();
+    noted.knows_everything = true;
+    late.open(path, tables());
+    damage();
+    add_row(late, "three");
+    late.close();
+    EXPECT_TRUE(noted.marks.empty());
+}
+
 TEST_F(SoundFile, ThatIsNotedIsNotReadAsAWhole)
 {
     damage();
