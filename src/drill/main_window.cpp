@@ -25,8 +25,9 @@ void MainWindow::load()
         statistics_.show_course();
         timers_.timer_1_sec_tick();
         title_.set_window_title();
-        form1_.window.show();
+        // The dialog's refresh lets windows paint. The window is shown only after it, so it is painted once.
         dialog_.RefreshDialog();
+        form1_.window.show();
         form1_.bot_yes.set_focus();
         timers_.start();
     }

@@ -22,7 +22,6 @@ Twips at_most(Twips wish, Twips available)
 
 void BigBox::attach()
 {
-    f_msgbox_.Text1.set_font({.name = "Courier New", .points = 9});
     f_msgbox_.Text1.set_locked(true);
     f_msgbox_.Text1.set_name("Text");
     f_msgbox_.b_ok.set_caption("OK");
@@ -39,6 +38,8 @@ void BigBox::big_box(std::string_view text, std::string_view caption)
     f_msgbox_.window.set_caption(caption);
     if (!created_) {
         created_ = true;
+        // Only now, because loading a font takes time that the start of the program is spared.
+        f_msgbox_.Text1.set_font({.name = "Courier New", .points = 9});
         f_msgbox_.window.cover_main_window();
         // A window that already has the right size sends no resize event.
         place_controls();

@@ -93,10 +93,18 @@ TEST_F(MainWindowTest, tells_on_loading_that_everything_is_passed)
 
 TEST_F(MainWindowTest, is_busy_while_it_loads)
 {
-    desktop.on_pump = [this] { EXPECT_EQ(desktop.pointer_depth, form1.window.shown ? 1 : 0); };
+    desktop.on_pump = [this] { EXPECT_EQ(desktop.pointer_depth, 1); };
     start_with_three_questions();
     EXPECT_GT(desktop.pumps, 0);
     EXPECT_EQ(desktop.pointer_depth, 0);
+}
+
+TEST_F(MainWindowTest, is_shown_with_its_prompt)
+{
+    desktop.on_pump = [this] { EXPECT_FALSE(form1.window.shown) << "it would be painted without its prompt"; };
+    start_with_three_questions();
+    EXPECT_TRUE(form1.window.shown);
+    EXPECT_EQ(prompt(), "Shall I ask you a question?");
 }
 
 TEST_F(MainWindowTest, that_cannot_show_the_counts_gives_way_to_the_file_dialog)

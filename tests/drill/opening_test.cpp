@@ -86,7 +86,7 @@ TEST_F(Opening, ends_the_program_when_the_window_asks_for_it_while_it_loads)
 {
     remember(unpassed_course().write(courses));
     desktop.on_pump = [this] {
-        if (form1.window.shown)
+        if (course.is_open())
             throw common::ProgramEnded{};
     };
     EXPECT_THROW((void)opener.apertura_db(), common::ProgramEnded);

@@ -30,6 +30,7 @@ protected:
 
 TEST_F(BigBoxTest, has_a_locked_text_in_a_fixed_pitch_font_with_a_name)
 {
+    box.big_box("A text.", "A title");
     EXPECT_EQ(f_msgbox.Text1.font.name, "Courier New");
     EXPECT_EQ(f_msgbox.Text1.font.points, 9);
     EXPECT_FALSE(f_msgbox.Text1.font.bold);

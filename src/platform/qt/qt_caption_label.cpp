@@ -44,7 +44,8 @@ QSize CaptionLabel::sizeHint() const
 QSize CaptionLabel::minimumSizeHint() const
 {
     const int narrowest = fontMetrics().averageCharWidth() * 6;
-    return {std::min(sizeHint().width(), narrowest), sizeHint().height()};
+    const QSize hint = sizeHint();
+    return {std::min(hint.width(), narrowest), hint.height()};
 }
 
 QString CaptionLabel::shown_text() const

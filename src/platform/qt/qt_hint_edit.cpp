@@ -10,6 +10,7 @@
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace cuedrill::platform::qt {
 
@@ -47,9 +48,17 @@ HintEdit::HintEdit() : cells_(*new PlaceholderCells(*document()))
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    cells_.set_font(font());
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { moved_ = true; });
+}
+
+void HintEdit::showEvent(QShowEvent* event)
+{
+    // Loading a font takes a millisecond, which the start of the program is spared.
+    if (!std::exchange(has_own_font_, true)) {
+        setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+        cells_.set_font(font());
+    }
+    QPlainTextEdit::showEvent(event);
 }
 
 void HintEdit::show_text(const QString& text)

@@ -50,6 +50,7 @@ public:
     std::function<void()> clicked;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -77,6 +78,7 @@ private:
     std::vector<Word> words_;
     std::optional<Press> press_;
     bool moved_ = false;
+    bool has_own_font_ = false;
 };
 
 } // namespace cuedrill::platform::qt

@@ -135,8 +135,6 @@ LineView::LineView() : model_(*new LineModel(this))
     setFrameShape(QFrame::NoFrame);
     setMinimumSize(smallest_text_area);
     setUniformItemSizes(true);
-    // By default one step is as wide as the widest line.
-    horizontalScrollBar()->setSingleStep(fontMetrics().horizontalAdvance(QStringLiteral("step")));
     viewport()->setAttribute(Qt::WA_Hover);
     auto* const entry = new QAction(QStringLiteral("&Copy"), this);
     entry->setShortcut(QKeySequence::Copy);
@@ -144,6 +142,14 @@ LineView::LineView() : model_(*new LineModel(this))
     connect(entry, &QAction::triggered, this, [this] { copy(); });
     addAction(entry);
     setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void LineView::showEvent(QShowEvent* event)
+{
+    // By default one step is as wide as the widest line. Measuring loads the font, which takes a millisecond that the
+    // start of the program is spared.
+    horizontalScrollBar()->setSingleStep(fontMetrics().horizontalAdvance(QStringLiteral("step")));
+    QListView::showEvent(event);
 }
 
 void LineView::show_lines(std::vector<std::string> lines)

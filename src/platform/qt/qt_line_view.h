@@ -30,6 +30,7 @@ public:
     void keyboardSearch(const QString& text) override;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
