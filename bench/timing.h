@@ -4,6 +4,7 @@
 
 #include <benchmark/benchmark.h>
 #include <map>
+#include <regex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,8 +26,10 @@ public:
     void print(const std::vector<Operation>& operations, const std::vector<int>& sizes) const;
 
     /// Measures each operation that has a floor and needs no window: both sides in turn, many times, so that whatever
-    /// else the machine does meets both. Of all times of a side that counts which a tenth of them are below.
-    void measure_in_turn(const std::vector<Operation>& operations, const std::vector<int>& sizes);
+    /// else the machine does meets both. Only where the name of the program's side matches `chosen`. Of all times of a
+    /// side that counts which a tenth of them are below.
+    void measure_in_turn(const std::vector<Operation>& operations, const std::vector<int>& sizes,
+                         const std::regex& chosen);
 
     /// Whether an operation has not done what it should.
     [[nodiscard]] bool any_failed() const { return any_failed_; }
