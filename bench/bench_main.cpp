@@ -8,6 +8,7 @@
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <cstring>
+#include <regex>
 #include <string_view>
 #include <vector>
 
@@ -72,7 +73,7 @@ int main(int argc, char** argv)
 
     if (in_turn) {
         cuedrill::bench::TimeTable times;
-        times.measure_in_turn(operations, plan.sizes);
+        times.measure_in_turn(operations, plan.sizes, std::regex(benchmark::GetBenchmarkFilter()));
         times.print(operations, plan.sizes);
         return memory_good && !times.any_failed() ? EXIT_SUCCESS : EXIT_FAILURE;
     }

@@ -127,8 +127,7 @@ Work importing(const WorkFolder& folder, int records)
     };
     return {.prepare = prepare, .run = [import, text, records] {
                 Engine& engine = *import->engine;
-                exchange::Importer importer(engine.course, engine.bank, engine.files, engine.clock, engine.text_compare,
-                                            text);
+                exchange::Importer importer(engine.course, engine.files, engine.clock, engine.text_compare, text);
                 exchange::Progress progress;
                 while (!progress.finished)
                     progress = importer.step(exchange::Importer::usual_step);

@@ -89,12 +89,15 @@ void TimeTable::ReportRuns(const std::vector<Run>& runs)
     }
 }
 
-void TimeTable::measure_in_turn(const std::vector<Operation>& operations, const std::vector<int>& sizes)
+void TimeTable::measure_in_turn(const std::vector<Operation>& operations, const std::vector<int>& sizes,
+                                const std::regex& chosen)
 {
     for (const Operation& operation : operations) {
         if (operation.floor == nullptr || operation.needs_window)
             continue;
         for (const int records : sizes) {
+            if (!std::regex_search(program_name(operation, records), chosen))
+                continue;
             try {
                 measure_in_turn(operation, records);
             } catch (const std::exception& error) {

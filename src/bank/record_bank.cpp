@@ -4,19 +4,10 @@
 #include "common/errors.h"
 #include "common/text.h"
 #include "store/course_transaction.h"
-#include "store/schema.h"
 
 #include <utility>
 
 namespace cuedrill::bank {
-
-std::string too_long_text(std::string_view what, std::size_t characters)
-{
-    if (characters <= store::longest_text)
-        return {};
-    return "The " + std::string(what) + " has " + std::to_string(characters) + " characters; " +
-           std::to_string(store::longest_text) + " fit.";
-}
 
 namespace {
 
@@ -31,29 +22,6 @@ bool starts_anew(const store::QaRecord& record)
 }
 
 } // namespace
-
-std::string too_long(const std::string& question, const std::string& answer)
-{
-    const std::string about_question = too_long_text("question", common::code_points(question));
-    const std::string about_answer = too_long_text("answer", common::code_points(answer));
-    return about_question + (about_question.empty() || about_answer.empty() ? "" : " ") + about_answer;
-}
-
-std::variant<common::Int16, Refusal> RecordBank::Write_QA(const std::string& question, const std::string& answer)
-{
-    if (question.empty())
-        return Refusal{"Question empty. Record not inserted."};
-    if (answer.empty())
-        return Refusal{"Answer empty. Record not inserted."};
-    try {
-        return insert_record(question, answer);
-    } catch (const platform::DatabaseError& error) {
-        if (error.kind() != platform::DatabaseErrorKind::constraint)
-            throw;
-        const std::string words = too_long(question, answer);
-        return Refusal{words.empty() ? error.what() : words};
-    }
-}
 
 bool is_blank(const std::string& text)
 {
@@ -96,29 +64,11 @@ bool RecordBank::is_taken(const Draft& draft, const std::string& text, const std
 
 common::Int16 RecordBank::insert_record(const std::string& question, const std::string& answer)
 {
-    if (course_.record_count >= common::max_int16)
-        throw common::OverflowError("The course is full: " + std::to_string(common::max_int16) +
-                                    " questions and answers are the most that it can hold.");
-    // The database assigns the record number, so it is known only after the insert. If it does not fit 16 bits, the
-    // transaction rolls the row back.
-    store::CourseTransaction transaction(course_);
+    NewRecords records(course_);
     stored_after_all_.reset(); // beginning the transaction may have settled the previous record
-    const store::QaTexts texts = store::texts_by_column(course_.Q_FIELD, question, answer);
-    const common::Int16 cnt = common::to_int16(store::insert_record(course_.database(), texts), "record number");
-    transaction.commit({.is_stored = texts_are_stored(cnt, texts), .when_stored_after_all = [this, cnt] {
-                            ++course_.record_count;
-                            stored_after_all_ = cnt;
-                        }});
-    ++course_.record_count;
+    const common::Int16 cnt = records.add(question, answer);
+    records.commit([this, cnt] { stored_after_all_ = cnt; });
     return cnt;
-}
-
-std::function<bool()> RecordBank::texts_are_stored(common::Int16 cnt, const store::QaTexts& texts)
-{
-    return [this, cnt, texts] {
-        const auto record = store::find_record(course_.database(), cnt);
-        return record && record->q == texts.q && record->a == texts.a;
-    };
 }
 
 std::optional<common::Int16> RecordBank::stored_after_all()

@@ -1,15 +1,14 @@
 #pragma once
 
+#include "bank/new_records.h"
 #include "common/int16.h"
 #include "platform/text_compare.h"
 #include "store/course.h"
 #include "store/records.h"
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 
 namespace cuedrill::bank {
@@ -18,15 +17,6 @@ namespace cuedrill::bank {
 struct FoundRecord {
     std::int64_t cnt = 0; ///< record number; a course made elsewhere may exceed 16 bits
     std::string answer{}; ///< text on the answer side
-};
-
-/// Which of the two texts of a record.
-enum class WhichText { question, answer };
-
-/// Why a record was not stored, in words for the user.
-struct Refusal {
-    std::string words;
-    WhichText about = WhichText::question; ///< the text that is to be mended
 };
 
 /// Texts that somebody has typed, the asked side first: a new record, or a change of one.
@@ -50,14 +40,6 @@ public:
     {
     }
 
-    /// Adds a record with these texts, `question` on the asked side. It starts as never tested, even if the course
-    /// already has the same texts.
-    /// @return the record number; or a refusal, with nothing stored, when a text is empty or the course rejects the
-    /// texts.
-    /// @throws common::OverflowError when the course is full or the record number does not fit 16 bits
-    /// @throws platform::DatabaseError when the course cannot be written at all. Nothing is stored in either case.
-    [[nodiscard]] std::variant<common::Int16, Refusal> Write_QA(const std::string& question, const std::string& answer);
-
     /// Stores what was typed, unless a text is blank, or another record has the one that no record may share.
     /// @param when_stored_after_all runs when a change turns out to be stored only after an unknown outcome; throws
     ///        nothing.
@@ -66,7 +48,7 @@ public:
     [[nodiscard]] std::variant<common::Int16, Refusal> save(const Draft& draft,
                                                             std::function<void()> when_stored_after_all);
 
-    /// Adds a record as `Write_QA` does, without checking its texts.
+    /// Adds one record as `NewRecords::add` does, and stores it.
     /// @return the record number
     /// @throws common::OverflowError, platform::DatabaseError; nothing is stored then.
     /// @throws store::OutcomeUnknown
@@ -102,21 +84,11 @@ private:
     [[nodiscard]] std::optional<Refusal> refusal_of(const Draft& draft);
     [[nodiscard]] bool is_taken(const Draft& draft, const std::string& text, const std::string& before);
 
-    /// Returns a function that checks whether the record has these texts.
-    [[nodiscard]] std::function<bool()> texts_are_stored(common::Int16 cnt, const store::QaTexts& texts);
-
     [[nodiscard]] bool is_changed_to(common::Int16 cnt, const store::QaTexts& texts);
 
     store::Course& course_;
     const platform::TextCompare& text_compare_;
     std::optional<common::Int16> stored_after_all_;
 };
-
-/// A message if a text of `characters` characters is longer than a course can hold; otherwise empty.
-/// @param what "question" or "answer".
-std::string too_long_text(std::string_view what, std::size_t characters);
-
-/// A message saying which of the two texts is longer than a course can hold, and its length; empty if both fit.
-std::string too_long(const std::string& question, const std::string& answer);
 
 } // namespace cuedrill::bank

@@ -70,11 +70,12 @@ std::string_view first_code_points(std::string_view text, std::size_t count)
 
 bool is_utf8(std::string_view text)
 {
-    while (!text.empty()) {
-        const std::size_t length = sequence_length(text);
+    for (std::size_t at = 0; at < text.size();) {
+        const bool is_ascii = static_cast<unsigned char>(text[at]) < 0x80; // most characters of most texts
+        const std::size_t length = is_ascii ? 1 : sequence_length(text.substr(at));
         if (length == 0)
             return false;
-        text.remove_prefix(length);
+        at += length;
     }
     return true;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "bank/record_bank.h"
 #include "drill/display.h"
 #include "drill/edit_flags.h"
 #include "drill/last_list.h"
@@ -28,10 +27,10 @@ public:
         const platform::TextCompare& text_compare;
     };
 
-    QuestionImport(store::Course& course, bank::RecordBank& bank, EditFlags& flags, Display& display,
-                   Statistics& statistics, LastList& last_list, StatusLine& status, const Services& services)
-        : course_(course), bank_(bank), flags_(flags), display_(display), statistics_(statistics),
-          last_list_(last_list), status_(status), services_(services)
+    QuestionImport(store::Course& course, EditFlags& flags, Display& display, Statistics& statistics,
+                   LastList& last_list, StatusLine& status, const Services& services)
+        : course_(course), flags_(flags), display_(display), statistics_(statistics), last_list_(last_list),
+          status_(status), services_(services)
     {
     }
 
@@ -52,7 +51,6 @@ private:
     void tell(const std::string& text);
 
     store::Course& course_;
-    bank::RecordBank& bank_;
     EditFlags& flags_;
     Display& display_;
     Statistics& statistics_;

@@ -1,13 +1,19 @@
 #include "exchange/import_report.h"
 
-#include "bank/record_bank.h"
+#include "bank/new_records.h"
 #include "common/text.h"
+#include "store/schema.h"
+
+#include <cstddef>
 
 namespace cuedrill::exchange {
 namespace {
 
 std::string too_long_part(const char* what, const ReadText& part)
 {
+    // No text has more characters than bytes, so most need not be counted.
+    if (part.text.size() + part.cut_off <= std::size_t{store::longest_text})
+        return {};
     const std::string reason = bank::too_long_text(what, common::code_points(part.text) + part.cut_off);
     return reason.empty() ? reason : reason + " " + quoted_line(part.text);
 }

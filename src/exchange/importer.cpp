@@ -14,15 +14,10 @@ constexpr std::uint64_t longest_file = 64ULL * 1024 * 1024;
 
 } // namespace
 
-Importer::Importer(store::Course& course, bank::RecordBank& bank, platform::Files& files, platform::Clock& clock,
+Importer::Importer(store::Course& course, platform::Files& files, platform::Clock& clock,
                    const platform::TextCompare& text_compare, std::string path)
-    : course_(course), bank_(bank), files_(files), clock_(clock), text_compare_(text_compare), path_(std::move(path))
+    : course_(course), files_(files), clock_(clock), text_compare_(text_compare), path_(std::move(path))
 {
-}
-
-Importer::~Importer()
-{
-    take_group_back();
 }
 
 Progress Importer::step(std::chrono::milliseconds duration)
@@ -86,17 +81,13 @@ void Importer::hand_over(const ReadRecord& record)
         report_.add_refused(record.number, too_long(record));
         return;
     }
-    const auto written = bank_.Write_QA(record.question.text, record.answer.text);
+    const auto written = group_->Write_QA(record.question.text, record.answer.text);
     if (const auto* refusal = std::get_if<bank::Refusal>(&written)) {
         const std::string reason = too_long(record);
         report_.add_refused(record.number, reason.empty() ? refusal->words + " " + quoted_line(record.question.text) +
                                                                 " " + quoted_line(record.answer.text)
                                                           : reason);
-        return;
     }
-    ++group_->added;
-    group_->last_cnt = std::get<common::Int16>(written);
-    group_->last_question = record.question.text;
 }
 
 /// Commits the current group.
@@ -104,32 +95,16 @@ void Importer::commit()
 {
     if (!group_)
         return;
-    commit_group();
-    progress_.stored += group_->added;
-    if (group_->added != 0)
-        progress_.last_cnt = group_->last_cnt;
-    group_.reset();
-}
-
-/// A group is stored completely or not at all, so checking its last record is enough. The check may run after the
-/// importer is destroyed, so it captures no member of it.
-void Importer::commit_group()
-{
-    const auto is_stored = [&course = course_, side = course_.Q_FIELD, added = group_->added, cnt = group_->last_cnt,
-                            question = group_->last_question] {
-        if (added == 0)
-            return true;
-        const auto last = store::find_record(course.database(), cnt);
-        return last && store::side_of(*last, side).text == question;
-    };
     try {
-        group_->transaction.commit(
-            {.is_stored = is_stored,
-             .when_stored_after_all = [&course = course_, added = group_->added] { course.record_count += added; }});
+        group_->commit();
     } catch (const store::OutcomeUnknown&) {
-        progress_.unknown = group_->added;
+        progress_.unknown = group_->count();
         throw;
     }
+    progress_.stored += group_->count();
+    if (group_->count() != 0)
+        progress_.last_cnt = group_->last_cnt();
+    group_.reset();
 }
 
 /// Commits the records before the failing one, if the course still can, after an error has ended the step.
@@ -138,18 +113,10 @@ void Importer::keep_what_came_before()
     try {
         commit();
     } catch (const common::Error&) {
-        take_group_back();
+        group_.reset();
     } catch (const std::bad_alloc&) {
-        take_group_back();
+        group_.reset();
     }
-}
-
-void Importer::take_group_back() noexcept
-{
-    if (!group_)
-        return;
-    course_.record_count -= group_->added;
-    group_.reset();
 }
 
 } // namespace cuedrill::exchange

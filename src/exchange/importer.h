@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bank/record_bank.h"
+#include "bank/new_records.h"
 #include "common/int16.h"
 #include "exchange/import_report.h"
 #include "exchange/question_file.h"
@@ -8,7 +8,6 @@
 #include "platform/files.h"
 #include "platform/text_compare.h"
 #include "store/course.h"
-#include "store/course_transaction.h"
 
 #include <chrono>
 #include <cstdint>
@@ -48,12 +47,10 @@ public:
     static constexpr std::chrono::milliseconds usual_step{50};
 
     /// Reads nothing yet; the first step opens the file at `path`.
-    Importer(store::Course& course, bank::RecordBank& bank, platform::Files& files, platform::Clock& clock,
+    Importer(store::Course& course, platform::Files& files, platform::Clock& clock,
              const platform::TextCompare& text_compare, std::string path);
     Importer(const Importer&) = delete;
     Importer& operator=(const Importer&) = delete;
-    /// Rolls back the records of a step that ended with an unexpected exception.
-    ~Importer();
 
     /// Reads and stores records for about `duration`, or up to a record with an empty text, and commits.
     /// @throws common::Error when the file cannot be read, or the course is full or cannot be written; std::bad_alloc.
@@ -66,33 +63,20 @@ public:
     [[nodiscard]] const ImportReport& report() const { return report_; }
 
 private:
-    /// Records that are committed or rolled back together.
-    struct Group {
-        explicit Group(store::Course& course) : transaction(course) {}
-
-        store::CourseTransaction transaction;
-        std::int64_t added = 0;
-        common::Int16 last_cnt = 0;
-        std::string last_question{};
-    };
-
     [[nodiscard]] std::optional<EmptyRecord> read_for(std::chrono::milliseconds duration);
     [[nodiscard]] std::optional<EmptyRecord> take(ReadRecord record);
     void hand_over(const ReadRecord& record);
     void commit();
-    void commit_group();
     void keep_what_came_before();
-    void take_group_back() noexcept;
 
     store::Course& course_;
-    bank::RecordBank& bank_;
     platform::Files& files_;
     platform::Clock& clock_;
     const platform::TextCompare& text_compare_;
     std::string path_;
 
-    std::optional<QuestionFile> file_; ///< set by the first step
-    std::optional<Group> group_;       ///< records stored since the last commit
+    std::optional<QuestionFile> file_;      ///< set by the first step
+    std::optional<bank::NewRecords> group_; ///< records added since the last commit
     Progress progress_;
     ImportReport report_;
 };

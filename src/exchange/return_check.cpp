@@ -1,6 +1,6 @@
 #include "exchange/return_check.h"
 
-#include "bank/record_bank.h"
+#include "bank/new_records.h"
 #include "exchange/import_report.h"
 
 #include <algorithm>

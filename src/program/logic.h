@@ -138,8 +138,7 @@ struct Logic {
                                main_window,      {p.files, p.clock, form1.window, p.desktop, p.form2, settings, trace},
                                p.program_folder, start_time};
     drill::QuestionImport question_import{
-        course,     bank,      edit_flags, display,
-        statistics, last_list, status,     {p.files, p.clock, p.desktop, p.text_compare}};
+        course, edit_flags, display, statistics, last_list, status, {p.files, p.clock, p.desktop, p.text_compare}};
     drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};
     drill::DrillCommands commands{
         form1, command_controls, {course,          params,         opener, title,        selection, scoring,

@@ -88,13 +88,24 @@ std::optional<QaRecord> first_with_text(platform::Database& database, const std:
     return first_record(database.query("Select * from qa where " + column + "=?1 order by cnt limit 1", {text}));
 }
 
-std::int64_t insert_record(platform::Database& database, const QaTexts& texts)
+std::int64_t next_cnt(platform::Database& database)
+{
+    // The largest number of the engine has no next one. It stands for itself: it does not fit 16 bits either.
+    return whole_number(database
+                            .query("Select min(max(ifnull((Select max(cnt) from qa), 0), "
+                                   "ifnull((Select cast(seq as integer) from sqlite_sequence where name='qa'), 0)), "
+                                   "9223372036854775806) + 1")[0]
+                            .field(0));
+}
+
+common::Int16 insert_record(platform::Database& database, std::int64_t cnt, const QaTexts& texts)
 {
     check_texts(texts);
-    database.execute("Insert into qa (q, a, q_attempts, a_attempts, q_fails, a_fails, q_successes, a_successes) "
-                     "values (?1, ?2, 0, 0, 0, 0, 0, 0)",
-                     {texts.q, texts.a});
-    return whole_number(database.query("Select last_insert_rowid()")[0].field(0));
+    const common::Int16 number = common::to_int16(cnt, "record number");
+    database.execute("Insert into qa (cnt, q, a, q_attempts, a_attempts, q_fails, a_fails, q_successes, a_successes) "
+                     "values (?1, ?2, ?3, 0, 0, 0, 0, 0, 0)",
+                     {cnt, texts.q, texts.a});
+    return number;
 }
 
 std::int64_t change_texts(platform::Database& database, std::int64_t cnt, const QaTexts& texts)

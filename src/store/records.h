@@ -67,8 +67,9 @@ struct StoredVerdict {
 /// @throws platform::DatabaseError
 QaRecord record_of(const platform::Row& row);
 
-// Every function below may throw platform::DatabaseError; nothing is written then. Those that change a record give the
-// number of rows that they have changed: 0 when the record is not there, as after another program's deletion.
+// Every function below may throw platform::DatabaseError. After any error nothing is written. Those that change a
+// record give the number of rows that they have changed: 0 when the record is not there, as after another program's
+// deletion.
 
 /// The record of that number.
 [[nodiscard]] std::optional<QaRecord> find_record(platform::Database& database, std::int64_t cnt);
@@ -77,9 +78,14 @@ QaRecord record_of(const platform::Row& row);
 [[nodiscard]] std::optional<QaRecord> first_with_text(platform::Database& database, const std::string& column,
                                                       const std::string& text);
 
-/// Adds a record whose counters are 0 and whose dates are null.
-/// @return the number that the engine assigned. It may exceed 16 bits; the caller can then roll back its transaction.
-std::int64_t insert_record(platform::Database& database, const QaTexts& texts);
+/// The number for a new record: one above the largest that a record of the course has or has ever had. It may exceed 16
+/// bits. Read it in the transaction that adds the record; until that ends, the numbers after it are free, too.
+[[nodiscard]] std::int64_t next_cnt(platform::Database& database);
+
+/// Adds a record of that number whose counters are 0 and whose dates are null.
+/// @return `cnt`
+/// @throws common::OverflowError when the number does not fit 16 bits
+common::Int16 insert_record(platform::Database& database, std::int64_t cnt, const QaTexts& texts);
 
 /// Gives a record other texts. Its six counters become 0; its dates stay.
 [[nodiscard]] std::int64_t change_texts(platform::Database& database, std::int64_t cnt, const QaTexts& texts);

@@ -1,4 +1,3 @@
-#include "bank/record_bank.h"
 #include "common/errors.h"
 #include "exchange/import_words.h"
 #include "exchange/importer.h"
@@ -79,8 +78,7 @@ void import_into(const std::string& path, const std::string& text_path)
     course.db_path = path;
     course.apri_db();
     course.set_side_fields();
-    bank::RecordBank record_bank(course, text_compare);
-    exchange::Importer importer(course, record_bank, files, clock, text_compare, text_path);
+    exchange::Importer importer(course, files, clock, text_compare, text_path);
     run(importer);
     if (course.record_count == 0)
         throw common::Error("No course was made: " + text_path +

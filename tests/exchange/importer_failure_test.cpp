@@ -46,8 +46,7 @@ struct Failure {
 
 class FailingImport : public StoppedImport, public testing::WithParamInterface<Failure> {};
 
-// The calls for five records in one group: the group begins, each record begins and commits its savepoint, the group
-// commits.
+// The calls for five records in one group: it begins, each record is one execution, and it commits.
 TEST_P(FailingImport, tells_how_many_records_are_stored)
 {
     const Failure& failure = GetParam();
@@ -59,14 +58,13 @@ TEST_P(FailingImport, tells_how_many_records_are_stored)
 
 INSTANTIATE_TEST_SUITE_P(
     Steps, FailingImport,
-    testing::Values(
-        Failure{"full_at_the_first_record", Operation::execute, 1, DatabaseErrorKind::full, 0},
-        Failure{"full_at_the_third_record", Operation::execute, 3, DatabaseErrorKind::full, 2},
-        Failure{"input_output_at_the_last_record", Operation::execute, 5, DatabaseErrorKind::input_output, 4},
-        Failure{"locked_at_the_beginning", Operation::begin, 1, DatabaseErrorKind::locked, 0},
-        Failure{"at_the_beginning_of_the_second_record", Operation::begin, 3, DatabaseErrorKind::input_output, 1},
-        Failure{"at_the_end_of_the_second_record", Operation::commit, 2, DatabaseErrorKind::full, 1},
-        Failure{"passing_at_the_commit", Operation::commit, 6, DatabaseErrorKind::locked, 5}),
+    testing::Values(Failure{"full_at_the_first_record", Operation::execute, 1, DatabaseErrorKind::full, 0},
+                    Failure{"full_at_the_third_record", Operation::execute, 3, DatabaseErrorKind::full, 2},
+                    Failure{"input_output_at_the_last_record", Operation::execute, 5, DatabaseErrorKind::input_output,
+                            4},
+                    Failure{"locked_at_the_beginning", Operation::begin, 1, DatabaseErrorKind::locked, 0},
+                    Failure{"before_the_first_number", Operation::query, 1, DatabaseErrorKind::input_output, 0},
+                    Failure{"passing_at_the_commit", Operation::commit, 1, DatabaseErrorKind::locked, 5}),
     [](const auto& failure) { return std::string(failure.param.name); });
 
 TEST_F(StoppedImport, takes_a_group_back_that_cannot_be_committed)
@@ -115,7 +113,7 @@ TEST_F(StoppedImport, counts_nothing_of_a_group_that_is_not_stored)
 TEST_F(StoppedImport, says_of_how_many_records_nobody_can_tell_and_counts_them_later)
 {
     database.fail_commit(true);
-    database.fail_at(Operation::query, 6); // the queries before it return the record numbers
+    database.fail_at(Operation::query, 2); // the one before it gives the first number
     const Outcome outcome = import(records(5));
     EXPECT_EQ(outcome.failure,
               "The commit failed. It is not known whether the change is stored, because the course cannot be read "
@@ -186,13 +184,14 @@ TEST_F(StoppedImport, says_that_the_course_is_full)
 
 TEST_F(StoppedImport, says_that_a_record_number_is_too_large)
 {
-    database.execute("Insert into qa (cnt) values (32766)");
+    database.execute("Insert into qa (cnt) values (32764)");
     database.execute("Delete from qa");
     const Outcome outcome = import(records(5));
     EXPECT_EQ(outcome.failure, "Overflow: the record number 32768 is outside -32768 to 32767.");
-    EXPECT_EQ(outcome.progress.stored, 1);
+    EXPECT_EQ(outcome.progress.stored, 3);
     EXPECT_EQ(outcome.progress.last_cnt, 32767);
-    EXPECT_EQ(stored(), (Texts{{"q1", "a1"}}));
+    EXPECT_EQ(course.record_count, 3);
+    EXPECT_EQ(stored(), (Texts{{"q1", "a1"}, {"q2", "a2"}, {"q3", "a3"}}));
 }
 
 TEST_F(StoppedImport, says_why_the_file_cannot_be_read)
@@ -226,9 +225,7 @@ TEST_F(StoppedImport, waits_for_a_course_that_another_program_writes_and_then_gi
     locked.db_path = path;
     locked.apri_db();
     locked.set_side_fields();
-    bank::RecordBank locked_bank{locked, engine.text_compare};
-    Importer importer(locked, locked_bank, files, clock, engine.text_compare,
-                      folder.write("questions.txt", records(5)));
+    Importer importer(locked, files, clock, engine.text_compare, folder.write("questions.txt", records(5)));
     const platform::Transaction other(engine.database);
     try {
         importer.step(Importer::usual_step);
@@ -312,7 +309,7 @@ TEST_F(EndedImport, by_an_unforeseen_error_leaves_no_transaction_open)
     } broken(database);
     const std::string file = folder.write("questions.txt", records(5));
     {
-        Importer unlucky(course, bank, files, broken, engine.text_compare, file);
+        Importer unlucky(course, files, broken, engine.text_compare, file);
         EXPECT_THROW(unlucky.step(Importer::usual_step), std::logic_error);
         EXPECT_EQ(database.transaction_depth(), 1);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bank/record_bank.h"
 #include "exchange/importer.h"
 #include "exchange/texts.h"
 #include "fakes/fake_clock.h"
@@ -65,7 +66,7 @@ protected:
 
     [[nodiscard]] Importer importer_of(const std::string& file)
     {
-        return {course, bank, files, clock, engine.text_compare, file};
+        return {course, files, clock, engine.text_compare, file};
     }
 
     void expect_nothing_open() const;

@@ -1,6 +1,7 @@
 #include "platform/icu/icu_text_compare.h"
 
 #include "common/errors.h"
+#include "common/text.h"
 
 #include <algorithm>
 #include <array>
@@ -85,9 +86,13 @@ bool is_ascii(char c)
     return static_cast<unsigned char>(c) < 0x80;
 }
 
-bool is_ascii(std::string_view text)
+/// Whether `text` is plainly in normal form C: well-formed, without a character from U+0300 on. The first mark that
+/// combines with a letter is U+0300, and no character before it has another form.
+bool is_plainly_normal(std::string_view text)
 {
-    return std::all_of(text.begin(), text.end(), [](char c) { return is_ascii(c); });
+    constexpr unsigned char lead_of_0300 = 0xCC;
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < lead_of_0300; }) &&
+           common::is_utf8(text);
 }
 
 /// `c` in lower case if it is an ASCII letter.
@@ -246,7 +251,7 @@ std::string IcuTextCompare::lower(std::string_view text) const
 
 std::string IcuTextCompare::nfc(std::string_view text) const
 {
-    if (is_ascii(text))
+    if (is_plainly_normal(text))
         return std::string(text);
     UErrorCode loading = U_ZERO_ERROR;
     const UNormalizer2* const normalizer = unorm2_getNFCInstance(&loading);

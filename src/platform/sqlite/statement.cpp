@@ -103,8 +103,13 @@ bool Statement::step()
 {
     rules_.failure = nullptr;
     const int code = sqlite3_step(statement_);
-    if (rules_.failure != nullptr)
+    if (rules_.failure != nullptr) {
+        // The engine knows nothing of it, and its row may stand at a wrong place in an index. As after a full disk, the
+        // whole transaction is undone.
+        if (code == SQLITE_DONE && !reads_only())
+            sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
         throw_function_error(rules_.failure);
+    }
     if (code != SQLITE_ROW && code != SQLITE_DONE)
         fail(code);
     return code == SQLITE_ROW;

@@ -279,6 +279,21 @@ TEST(NormalForm, LeavesComposedTextsAndCompatibilityCharactersAlone)
         EXPECT_EQ(order().nfc(text), text);
 }
 
+TEST(NormalForm, ComposesWithTheFirstOfTheMarks)
+{
+    EXPECT_EQ(order().nfc("a\u0300"), "\u00E0");
+    EXPECT_EQ(order().nfc("\u02FFa"), "\u02FFa") << "the last character before the marks";
+}
+
+// Latin letters need no look into the tables, but bytes that are none do.
+TEST(NormalForm, HasNoIllFormedBytesAmongLatinLetters)
+{
+    EXPECT_EQ(order().nfc("\xC3"), "\uFFFD");
+    EXPECT_EQ(order().nfc("\xC3x\xC3\xA9"), "\uFFFDx\u00E9");
+    EXPECT_EQ(order().nfc("\xC0\x80"), "\uFFFD\uFFFD");
+    EXPECT_EQ(order().nfc("\x80"), "\uFFFD");
+}
+
 TEST(NormalForm, MayBeLongerThanItsSource)
 {
     EXPECT_EQ(order().nfc("\u0958"), "\u0915\u093C");

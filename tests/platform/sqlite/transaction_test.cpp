@@ -46,6 +46,25 @@ TEST_F(Transactions, AnInnerOneIsUndoneByItself)
     EXPECT_EQ(count(database, "Select count(0) from qa where q like 'kept*'"), 2);
 }
 
+// The engine takes the row for a good one, and its entry in an index may stand at a wrong place.
+TEST_F(Transactions, AreUndoneAsAWholeAfterAComparisonThatFailed)
+{
+    add("before");
+    {
+        Transaction transaction(database);
+        add("one");
+        compare.fail = true;
+        EXPECT_EQ(error_words(DatabaseErrorKind::other, [&] { add("two"); }), "Texts could not be compared.");
+        compare.fail = false;
+        EXPECT_EQ(error_words(DatabaseErrorKind::other, [&] { add("three"); }), "The changes before were undone.");
+        EXPECT_EQ(error_words(DatabaseErrorKind::other, [&] { transaction.commit(); }),
+                  "The changes before were undone.");
+    }
+    EXPECT_EQ(count(database), 1);
+    add("afterwards");
+    EXPECT_EQ(count(database), 2);
+}
+
 TEST_F(Transactions, HoldTheWriteLockFromTheStart)
 {
     const Transaction transaction(database);

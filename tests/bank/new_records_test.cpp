@@ -1,4 +1,4 @@
-#include "bank/record_bank.h"
+#include "bank/new_records.h"
 #include "common/errors.h"
 #include "fakes/course_builder.h"
 #include "fakes/recording_database.h"
@@ -9,6 +9,9 @@
 #include <sqlite3.h>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <variant>
+#include <vector>
 
 namespace cuedrill::bank {
 namespace {
@@ -63,10 +66,19 @@ protected:
         EXPECT_EQ(database.transaction_depth(), 0);
     }
 
+    /// Adds one record and stores it.
+    std::variant<common::Int16, Refusal> write_alone(const std::string& question, const std::string& answer)
+    {
+        NewRecords records(course);
+        auto written = records.Write_QA(question, answer);
+        records.commit();
+        return written;
+    }
+
     /// The number of the stored record; 0 if it was refused.
     common::Int16 write(const std::string& question, const std::string& answer)
     {
-        const auto written = bank.Write_QA(question, answer);
+        const auto written = write_alone(question, answer);
         const auto* cnt = std::get_if<common::Int16>(&written);
         return cnt == nullptr ? common::Int16{0} : *cnt;
     }
@@ -74,7 +86,7 @@ protected:
     /// Why the record is refused; empty if it is stored.
     std::string refusal(const std::string& question, const std::string& answer)
     {
-        const auto written = bank.Write_QA(question, answer);
+        const auto written = write_alone(question, answer);
         const auto* refused = std::get_if<Refusal>(&written);
         return refused == nullptr ? std::string() : refused->words;
     }
@@ -92,7 +104,6 @@ protected:
     fakes::RecordingDatabase database{engine.database};
     fakes::CourseBuilder builder;
     store::Course course{database};
-    RecordBank bank{course, engine.text_compare};
     std::string path;
 };
 
@@ -187,7 +198,7 @@ TEST_F(WriteQa, fills_the_course_up_to_32767_records)
     EXPECT_NE(write("last", "a"), 0);
     EXPECT_EQ(course.record_count, 32767);
     try {
-        static_cast<void>(bank.Write_QA("one more", "a"));
+        static_cast<void>(write_alone("one more", "a"));
         FAIL() << "not refused";
     } catch (const common::OverflowError& error) {
         EXPECT_STREQ(error.what(), "The course is full: 32767 questions and answers are the most that it can hold.");
@@ -200,7 +211,7 @@ TEST_F(WriteQa, stores_nothing_under_a_number_beyond_16_bits)
 {
     reopen_after("Insert into qa (cnt, q) values (32766, 'x'); Delete from qa");
     EXPECT_EQ(write("last", "a"), 32767);
-    EXPECT_THROW(static_cast<void>(bank.Write_QA("one more", "a")), common::OverflowError);
+    EXPECT_THROW(static_cast<void>(write_alone("one more", "a")), common::OverflowError);
     EXPECT_EQ(stored().qa.size(), 1U);
     EXPECT_EQ(course.record_count, 1);
     EXPECT_EQ(database.transaction_depth(), 0);
@@ -211,7 +222,7 @@ class FailingStore : public WriteQa, public testing::WithParamInterface<Operatio
 TEST_P(FailingStore, leaves_nothing_behind_and_may_be_repeated)
 {
     database.fail_at(GetParam(), 1, DatabaseErrorKind::full);
-    EXPECT_THROW(static_cast<void>(bank.Write_QA("France?", "Paris")), platform::DatabaseError);
+    EXPECT_THROW(static_cast<void>(write_alone("France?", "Paris")), platform::DatabaseError);
     expect_nothing_stored();
     EXPECT_NE(write("France?", "Paris"), 0);
     EXPECT_EQ(stored().qa.size(), 1U);
@@ -219,6 +230,105 @@ TEST_P(FailingStore, leaves_nothing_behind_and_may_be_repeated)
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, FailingStore, testing::Values(Operation::begin, Operation::execute, Operation::commit));
+
+class SeveralNewRecords : public WriteQa {
+protected:
+    [[nodiscard]] std::vector<std::pair<int, std::string>> numbers_and_questions() const
+    {
+        std::vector<std::pair<int, std::string>> found;
+        for (const fakes::QaRow& row : stored().qa)
+            found.emplace_back(row.cnt, row.q);
+        return found;
+    }
+};
+
+TEST_F(SeveralNewRecords, are_stored_by_the_commit_and_counted_from_then_on)
+{
+    NewRecords records(course);
+    EXPECT_EQ(records.add("France?", "Paris"), 1);
+    EXPECT_EQ(records.add("Italy?", "Rome"), 2);
+    EXPECT_EQ(course.record_count, 0);
+    records.commit();
+    EXPECT_EQ(numbers_and_questions(), (std::vector<std::pair<int, std::string>>{{1, "France?"}, {2, "Italy?"}}));
+    EXPECT_EQ(course.record_count, 2);
+    EXPECT_EQ(records.count(), 2);
+    EXPECT_EQ(records.last_cnt(), 2);
+}
+
+TEST_F(SeveralNewRecords, go_with_the_transaction_that_is_not_committed)
+{
+    {
+        NewRecords records(course);
+        records.add("France?", "Paris");
+    }
+    expect_nothing_stored();
+    EXPECT_EQ(write("Italy?", "Rome"), 1);
+}
+
+TEST_F(SeveralNewRecords, may_be_none)
+{
+    NewRecords records(course);
+    EXPECT_EQ(records.last_cnt(), 0);
+    records.commit();
+    expect_nothing_stored();
+}
+
+TEST_F(SeveralNewRecords, are_numbered_without_a_gap_where_one_is_refused)
+{
+    reopen_after("Drop index qa_q; Create unique index qa_q on qa (q)");
+    NewRecords records(course);
+    records.add("France?", "Paris");
+    for (const auto& [question, answer] : {std::pair<std::string, std::string>{repeated("q", 201), "a"},
+                                           std::pair<std::string, std::string>{"France?", "Lyon"}})
+        EXPECT_TRUE(std::holds_alternative<Refusal>(records.Write_QA(question, answer)));
+    records.add("Italy?", "Rome");
+    records.commit();
+    EXPECT_EQ(numbers_and_questions(), (std::vector<std::pair<int, std::string>>{{1, "France?"}, {2, "Italy?"}}));
+    EXPECT_EQ(course.record_count, 2);
+}
+
+TEST_F(SeveralNewRecords, get_numbers_above_that_of_a_deleted_one)
+{
+    reopen_after("Insert into qa (cnt, q) values (5, 'x'), (9, 'x'); Delete from qa where cnt=9");
+    NewRecords records(course);
+    EXPECT_EQ(records.add("France?", "Paris"), 10);
+    EXPECT_EQ(records.add("Italy?", "Rome"), 11);
+    records.commit();
+    EXPECT_EQ(stored().qa.size(), 3U);
+}
+
+TEST_F(SeveralNewRecords, keep_those_before_a_number_beyond_16_bits)
+{
+    reopen_after("Insert into qa (cnt, q) values (32765, 'x'); Delete from qa");
+    NewRecords records(course);
+    records.add("France?", "Paris");
+    records.add("Italy?", "Rome");
+    EXPECT_THROW(records.add("Spain?", "Madrid"), common::OverflowError);
+    EXPECT_EQ(std::get<Refusal>(records.Write_QA(repeated("q", 201), "a")).words,
+              "The question has 201 characters; 200 fit.");
+    records.commit();
+    EXPECT_EQ(numbers_and_questions(),
+              (std::vector<std::pair<int, std::string>>{{32766, "France?"}, {32767, "Italy?"}}));
+    EXPECT_EQ(course.record_count, 2);
+}
+
+TEST_F(SeveralNewRecords, of_unknown_outcome_are_counted_when_they_turn_out_to_be_stored)
+{
+    int told = 0;
+    {
+        NewRecords records(course);
+        records.add("France?", "Paris");
+        records.add("Italy?", "Rome");
+        database.fail_commit(true);
+        database.fail_at(Operation::query);
+        EXPECT_THROW(records.commit([&told] { ++told; }), store::OutcomeUnknown);
+    }
+    EXPECT_EQ(course.record_count, 0);
+    EXPECT_EQ(told, 0);
+    store::settle(course);
+    EXPECT_EQ(course.record_count, 2);
+    EXPECT_EQ(told, 1);
+}
 
 } // namespace
 } // namespace cuedrill::bank
