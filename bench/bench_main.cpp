@@ -66,8 +66,8 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     const std::vector<Operation> operations = all_operations();
     static_cast<void>(cuedrill::bench::sample_folder());
-    // A filter asks for the times of some operations, so memory is not measured.
-    const bool memory_good = filtered || cuedrill::bench::print_memory(operations, plan.memory_size);
+    // A filter asks for the times of some operations, so memory is measured only if that is asked for, too.
+    const bool memory_good = (filtered && !memory_alone) || cuedrill::bench::print_memory(operations, plan.memory_size);
     if (memory_alone)
         return memory_good ? EXIT_SUCCESS : EXIT_FAILURE;
 
