@@ -19,6 +19,12 @@ std::string missing_file(const std::string& path)
 /// Some file dialogs return the pattern itself if no name was typed.
 constexpr const char* bare_pattern = "*.crs";
 
+constexpr const char* open_elsewhere =
+    "This course is also open in another window. Records are safe; the work counters of "
+    "the one closed last count.";
+/// Time to read three lines.
+constexpr int seconds_of_warning = 20;
+
 } // namespace
 
 CourseOpener::CourseOpener(store::Course& course, store::CourseParamsStore& params, MainWindow& main_window,
@@ -108,7 +114,7 @@ bool CourseOpener::show_file_dialog(const std::string& last, bool last_exists)
 void CourseOpener::prepare_chosen_course()
 {
     services_.trace.write_trace("apertura_db -  db_determined ");
-    course_.close();
+    close_course();
     services_.form2.unload();
     if (app::file_exists(services_.files, course_.db_path))
         return;
@@ -121,6 +127,12 @@ void CourseOpener::prepare_chosen_course()
             throw common::ProgramEnded{};
     }
     create_course();
+}
+
+void CourseOpener::close_course()
+{
+    course_.close();
+    services_.open_courses.leave();
 }
 
 void CourseOpener::create_course()
@@ -147,7 +159,10 @@ void CourseOpener::open_course()
     // For the first course the work time counts from the start of the program.
     course_.start_counting(first_course_ ? start_time_ : services_.clock.now());
     services_.settings.save_setting(last_course_key, course_.db_path);
+    const bool also_open_elsewhere = services_.open_courses.enter(course_.db_path);
     main_window_.load();
+    if (also_open_elsewhere)
+        services_.status.ShowStatus(open_elsewhere, seconds_of_warning);
     course_.all_passed_announced = false;
     first_course_ = false;
 }
@@ -161,7 +176,7 @@ void CourseOpener::trace_unstored(const std::string& what, const std::string& re
 void CourseOpener::report_failure(const std::string& reason)
 {
     main_window_.unload();
-    course_.close();
+    close_course();
     const std::string failure =
         "The course " + course_.db_path + (creating_ ? " cannot be created." : " cannot be opened.");
     creating_ = false;
@@ -176,7 +191,7 @@ void CourseOpener::m_open()
     if (!course_.db_path.empty()) {
         params_.write_params();
         params_.save_work_time(services_.clock.now());
-        course_.close();
+        close_course();
     }
     course_.db_path.clear();
     course_.course_name.clear();

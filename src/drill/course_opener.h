@@ -3,10 +3,12 @@
 #include "app/base/settings.h"
 #include "app/base/trace_log.h"
 #include "drill/main_window.h"
+#include "drill/status_line.h"
 #include "platform/clock.h"
 #include "platform/controls.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
+#include "platform/open_courses.h"
 #include "store/course.h"
 #include "store/course_params.h"
 
@@ -20,10 +22,12 @@ class CourseOpener {
 public:
     struct Services {
         platform::Files& files;
+        platform::OpenCourses& open_courses;
         platform::Clock& clock;
         platform::Window& window;
         platform::Desktop& desktop;
         platform::DialogHost& form2; ///< owner of the file dialog
+        StatusLine& status;
         app::Settings& settings;
         app::TraceLog& trace;
     };
@@ -60,6 +64,7 @@ private:
     void prepare_chosen_course();
     void open_course();
     void create_course();
+    void close_course();
     void trace_unstored(const std::string& what, const std::string& reason);
     void report_failure(const std::string& reason);
 

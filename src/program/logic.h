@@ -37,6 +37,7 @@
 #include "platform/f_msgbox.h"
 #include "platform/files.h"
 #include "platform/form1.h"
+#include "platform/open_courses.h"
 #include "platform/random_source.h"
 #include "platform/settings_store.h"
 #include "platform/shell.h"
@@ -62,6 +63,7 @@ struct LogicPlatform {
     platform::Shell& shell;
     platform::Clock& clock;
     platform::Files& files;
+    platform::OpenCourses& open_courses;
     platform::RandomSource& random;
     const platform::TextCompare& text_compare;
     platform::Database& database;
@@ -134,9 +136,10 @@ struct Logic {
     drill::Timers timers{form1, params, statistics, screen, status, state, p.clock, trace};
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
-    drill::CourseOpener opener{course,           params,
-                               main_window,      {p.files, p.clock, form1.window, p.desktop, p.form2, settings, trace},
-                               p.program_folder, start_time};
+    drill::CourseOpener opener{
+        course,           params,
+        main_window,      {p.files, p.open_courses, p.clock, form1.window, p.desktop, p.form2, status, settings, trace},
+        p.program_folder, start_time};
     drill::QuestionImport question_import{
         course, edit_flags, display, statistics, last_list, status, {p.files, p.clock, p.desktop, p.text_compare}};
     drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};

@@ -14,6 +14,7 @@
 #include "platform/system/system_clock.h"
 #include "platform/system/system_files.h"
 #include "platform/system/system_folders.h"
+#include "platform/system/system_open_courses.h"
 #include "platform/system/system_random.h"
 #include "program/logic.h"
 #include "support/web_page.h"
@@ -42,6 +43,7 @@ struct Program::Platform {
     platform::qt::QtShell shell;
     platform::system::SystemClock clock;
     platform::system::SystemFiles files;
+    platform::system::SystemOpenCourses open_courses{platform::system::runtime_folder()};
     platform::system::SystemRandom random;
     platform::icu::IcuTextCompare text_compare;
     app::SoundCourses sound_courses{settings};
@@ -58,6 +60,7 @@ struct Program::Platform {
                 .shell = shell,
                 .clock = clock,
                 .files = files,
+                .open_courses = open_courses,
                 .random = random,
                 .text_compare = text_compare,
                 .database = database,

@@ -69,6 +69,7 @@ void DrillFixture::make_program()
                                                                 .shell = shell,
                                                                 .clock = clock,
                                                                 .files = files,
+                                                                .open_courses = open_courses,
                                                                 .random = random,
                                                                 .text_compare = engine.text_compare,
                                                                 .database = database,

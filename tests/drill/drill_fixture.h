@@ -7,6 +7,7 @@
 #include "fakes/fake_dialog_host.h"
 #include "fakes/fake_f_msgbox.h"
 #include "fakes/fake_form1.h"
+#include "fakes/fake_open_courses.h"
 #include "fakes/fake_random.h"
 #include "fakes/fake_settings.h"
 #include "fakes/fake_shell.h"
@@ -155,6 +156,7 @@ protected:
     fakes::FakeShell shell;
     fakes::FakeSettings settings_store;
     platform::system::SystemFiles files;
+    fakes::FakeOpenCourses open_courses;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
     fakes::CourseBuilder builder;

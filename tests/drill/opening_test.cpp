@@ -82,6 +82,40 @@ TEST_F(Opening, counts_the_work_time_of_the_first_course_from_the_start_of_the_p
     EXPECT_EQ(course.elapsed_seconds(clock.time), 40);
 }
 
+TEST_F(Opening, tells_when_another_window_has_the_course_open)
+{
+    const std::string chosen = unpassed_course().write(courses);
+    open_courses.elsewhere.insert(chosen);
+    remember(chosen);
+    EXPECT_TRUE(opener.apertura_db());
+    EXPECT_EQ(form1.screen.P_status.text,
+              "This course is also open in another window. Records are safe; the work counters of the one closed last "
+              "count.");
+    EXPECT_EQ(open_courses.entered, chosen);
+}
+
+TEST_F(Opening, tells_nothing_when_no_other_window_has_the_course_open)
+{
+    const std::string chosen = unpassed_course().write(courses);
+    open_courses.elsewhere.insert(courses.file("other.crs"));
+    remember(chosen);
+    EXPECT_TRUE(opener.apertura_db());
+    EXPECT_EQ(form1.screen.P_status.text, "");
+    EXPECT_EQ(open_courses.entered, chosen);
+}
+
+TEST_F(Opening, of_a_course_that_fails_leaves_it_to_other_windows)
+{
+    const std::string chosen = unpassed_course().write(courses);
+    remember(chosen);
+    EXPECT_TRUE(opener.apertura_db());
+    database.fail_check(platform::DatabaseErrorKind::damaged, "It is damaged (row 2 missing).");
+    desktop.on_box = [this] { EXPECT_EQ(open_courses.entered, ""); };
+    desktop.expect_box_like(cannot_open(chosen, "It is damaged (row 2 missing)."), platform::BoxAnswer::ok);
+    desktop.expect_file({});
+    EXPECT_THROW(form1.window.paint_first_picture(), common::ProgramEnded);
+}
+
 TEST_F(Opening, ends_the_program_when_the_window_asks_for_it_while_it_loads)
 {
     remember(unpassed_course().write(courses));

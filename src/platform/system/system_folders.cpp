@@ -44,4 +44,10 @@ std::string data_home()
     return home.empty() ? std::string() : home + "/.local/share";
 }
 
+std::string runtime_folder()
+{
+    const std::string runtime = path_variable("XDG_RUNTIME_DIR");
+    return runtime.empty() ? "/tmp/cuedrill-" + std::to_string(getuid()) : runtime + "/cuedrill";
+}
+
 } // namespace cuedrill::platform::system

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
 
 namespace cuedrill::platform::system {
 namespace {
@@ -13,6 +14,18 @@ TEST(ExecutableFolder, HoldsTheRunningProgram)
     const std::filesystem::path folder = executable_folder();
     EXPECT_TRUE(folder.is_absolute());
     EXPECT_TRUE(std::filesystem::is_regular_file(folder / "test_platform_system"));
+}
+
+TEST(RuntimeFolder, IsWhereTheEnvironmentSays)
+{
+    const ScopedVariable runtime("XDG_RUNTIME_DIR", "/run/user/1000");
+    EXPECT_EQ(runtime_folder(), "/run/user/1000/cuedrill");
+}
+
+TEST(RuntimeFolder, IsOneOfTheUserWithoutASession)
+{
+    const ScopedVariable runtime("XDG_RUNTIME_DIR", nullptr);
+    EXPECT_EQ(runtime_folder(), "/tmp/cuedrill-" + std::to_string(getuid()));
 }
 
 TEST(DataHome, IsWhereTheEnvironmentSays)
