@@ -42,6 +42,7 @@ struct ScoringFixture::Program {
                  .random = fixture.random,
                  .text_compare = fixture.engine.text_compare,
                  .database = fixture.database,
+                 .data_folder = "/data",
                  .program_folder = "/program",
                  .web_page = "https://example.org/cuedrill"})
     {
