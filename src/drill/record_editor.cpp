@@ -212,7 +212,7 @@ bool RecordEditor::has_changes() const
 void RecordEditor::leave_editor()
 {
     const bool unsaved = has_changes();
-    const bool kept = end_editing();
+    const bool kept = keep_unsaved_texts();
     if (unsaved) {
         // The texts belong to no record, so nothing can be judged or edited.
         const RecordTexts texts = boxes_.typed_texts();
@@ -220,6 +220,7 @@ void RecordEditor::leave_editor()
         boxes_.put_question(texts.question);
         boxes_.put_answer(texts.answer);
     }
+    flags_.clear();
     boxes_.redisplay();
     if (unsaved)
         boxes_.tell_unsaved(save_is_unknown_ ? Unsaved::perhaps : Unsaved::surely);
@@ -229,7 +230,8 @@ void RecordEditor::leave_editor()
 
 void RecordEditor::close_editor()
 {
-    const bool kept = end_editing();
+    const bool kept = keep_unsaved_texts();
+    flags_.clear();
     boxes_.redisplay();
     if (kept)
         services_.kept.tell_unsaved();
@@ -237,16 +239,15 @@ void RecordEditor::close_editor()
 
 void RecordEditor::forget()
 {
-    end_editing();
+    keep_unsaved_texts();
+    flags_.clear();
 }
 
-/// Every way of leaving the editor without saving comes here, with the typed texts still in the boxes.
+/// Every way of leaving the editor without saving comes here, while the typed texts are still in the boxes.
 /// @return whether there were unsaved texts, and they are kept.
-bool RecordEditor::end_editing()
+bool RecordEditor::keep_unsaved_texts()
 {
-    const bool worth_keeping = has_unsaved_texts();
-    flags_.clear();
-    if (worth_keeping)
+    if (has_unsaved_texts())
         return services_.kept.keep_unsaved(boxes_.typed_texts());
     services_.kept.drop_draft();
     return false;

@@ -99,7 +99,7 @@ private:
     /// Whether the editor stays open when a save is rejected for an empty question or a duplicate answer.
     enum class Rejection { leaves_editor, keeps_editor };
 
-    bool end_editing();
+    bool keep_unsaved_texts();
     [[nodiscard]] bool has_unsaved_texts() const;
     SaveResult save(Rejection rejection);
     SaveResult reject(const bank::Refusal& refusal, const RecordTexts& texts, Rejection rejection);
