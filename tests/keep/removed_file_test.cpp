@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace cuedrill::keep {
@@ -168,10 +169,23 @@ TEST_F(Removed, is_set_aside_when_its_encoding_was_changed)
     }
 }
 
-TEST(RemovedOnDisk, is_shared_by_two_programs)
-{
-    const fakes::TempFolder folder;
+class RemovedOnDisk : public testing::Test {
+protected:
+    [[nodiscard]] std::string contents(const std::string& name)
+    {
+        const auto file = files.begin_reading(folder.file("new/data/" + name), 4 * full_removed_file);
+        std::string all;
+        for (std::string piece = file->read(65536); !piece.empty(); piece = file->read(65536))
+            all += piece;
+        return all;
+    }
+
+    fakes::TempFolder folder;
     platform::system::SystemFiles files;
+};
+
+TEST_F(RemovedOnDisk, is_shared_by_two_programs)
+{
     RemovedFile first(files, folder.file("new/data"));
     RemovedFile second(files, folder.file("new/data"));
     const std::string long_text(full_removed_file, 'x');
@@ -179,15 +193,50 @@ TEST(RemovedOnDisk, is_shared_by_two_programs)
     EXPECT_EQ(second.append(entry(long_text)), "");
     EXPECT_EQ(first.append(entry("b")), "");
     EXPECT_EQ(second.append(entry("c")), "");
-    const auto contents = [&](const std::string& name) {
-        const auto file = files.begin_reading(folder.file("new/data/" + name), 2 * full_removed_file + 1000);
-        std::string all;
-        for (std::string piece = file->read(65536); !piece.empty(); piece = file->read(65536))
-            all += piece;
-        return all;
-    };
     EXPECT_EQ(contents("removed.txt"), mark + entry("b") + entry("c"));
     EXPECT_EQ(contents("removed.1.txt"), mark + entry("a") + entry(long_text));
+}
+
+/// The lock belongs to the open file, so threads exclude each other as processes do.
+TEST_F(RemovedOnDisk, loses_nothing_when_several_programs_fill_it_at_the_same_time)
+{
+    constexpr int programs = 3;
+    constexpr int entries = 12;
+    const std::string filling(200'000, 'x');
+    const auto text = [](int program, int number) {
+        return "program " + std::to_string(program) + " number " + std::to_string(number) + ".";
+    };
+    const auto fill = [&](int program) {
+        RemovedFile removed(files, folder.file("new/data"));
+        for (int number = 0; number < entries;) {
+            try {
+                EXPECT_EQ(removed.append(entry(text(program, number) + filling)), "");
+                ++number;
+            } catch (const common::Error& error) {
+                // The machine may be so slow that another one has the lock for a second.
+                EXPECT_TRUE(std::string(error.what()).ends_with("another program is writing it.")) << error.what();
+            }
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int program = 0; program < programs; ++program)
+        threads.emplace_back(fill, program);
+    for (std::thread& thread : threads)
+        thread.join();
+    std::string all;
+    for (const std::string& name : files.names_in(folder.file("new/data"))) {
+        const std::string file = contents(name);
+        if (name != "removed.lock") {
+            EXPECT_TRUE(file.starts_with(mark)) << name;
+            EXPECT_TRUE(file.ends_with(entry_end)) << name;
+        }
+        all += file;
+    }
+    EXPECT_TRUE(files.exists(folder.file("new/data/removed.2.txt")));
+    for (int program = 0; program < programs; ++program) {
+        for (int number = 0; number < entries; ++number)
+            EXPECT_NE(all.find("@A@\r\n" + text(program, number)), std::string::npos) << text(program, number);
+    }
 }
 
 } // namespace

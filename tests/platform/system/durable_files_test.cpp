@@ -154,6 +154,32 @@ TEST_F(Holding, IsWaitedFor)
     EXPECT_EQ(hold(), nullptr) << "the second hold is of the file that has the name now";
 }
 
+// A file that is opened just before its holder removes it is not the one that the next holder locks.
+TEST_F(Holding, IsForOneAtATimeAlsoWhereEachRemovesTheFile)
+{
+    constexpr int turns = 2000;
+    std::atomic<int> holders = 0;
+    std::atomic<int> most = 0;
+    const auto take_turns = [&] {
+        for (int turn = 0; turn < turns; ++turn) {
+            const std::unique_ptr<FileHold> held = files.hold(path, 0ms);
+            if (!held)
+                continue;
+            if (++holders > 1)
+                most = 2;
+            std::this_thread::yield();
+            --holders;
+            files.remove(path);
+        }
+    };
+    std::thread second(take_turns);
+    std::thread third(take_turns);
+    take_turns();
+    second.join();
+    third.join();
+    EXPECT_EQ(most, 0);
+}
+
 TEST_F(Holding, NamesThePathAndTheReasonOfAnError)
 {
     path = folder.file("missing/lock");
