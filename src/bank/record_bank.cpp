@@ -83,8 +83,11 @@ void RecordBank::change_record(common::Int16 cnt, const std::string& question, c
     const store::QaTexts texts = store::texts_by_column(course_.Q_FIELD, question, answer);
     store::CourseTransaction transaction(course_);
     stored_after_all_.reset();
+    const std::optional<store::QaTexts> before = texts_to_lose(cnt);
     if (store::change_texts(course_.database(), cnt, texts) == 0)
         throw store::RecordGone();
+    if (before && (before->q != texts.q || before->a != texts.a))
+        before_loss(Loss::replaced, *before);
     transaction.commit({.is_stored = [this, cnt, texts] { return is_changed_to(cnt, texts); },
                         .when_stored_after_all =
                             [this, cnt, tell = std::move(when_stored_after_all)] {
@@ -92,6 +95,16 @@ void RecordBank::change_record(common::Int16 cnt, const std::string& question, c
                                 if (tell)
                                     tell();
                             }});
+}
+
+/// The texts of the record as they are stored now, for `before_loss`; nothing if nobody wants them. No other program
+/// can change them before the transaction ends.
+std::optional<store::QaTexts> RecordBank::texts_to_lose(common::Int16 cnt)
+{
+    if (!before_loss)
+        return std::nullopt;
+    const auto record = store::find_record(course_.database(), cnt);
+    return record ? std::optional(store::QaTexts{.q = record->q, .a = record->a}) : std::nullopt;
 }
 
 bool RecordBank::has_new_texts(common::Int16 cnt, const std::string& question, const std::string& answer)
@@ -109,8 +122,11 @@ bool RecordBank::is_changed_to(common::Int16 cnt, const store::QaTexts& texts)
 void RecordBank::delete_record(common::Int16 cnt, std::function<void()> when_stored_after_all)
 {
     store::CourseTransaction transaction(course_);
+    const std::optional<store::QaTexts> before = texts_to_lose(cnt);
     if (store::delete_record(course_.database(), cnt) == 0)
         throw store::RecordGone();
+    if (before)
+        before_loss(Loss::deleted, *before);
     const auto is_stored = [this, cnt] { return !store::find_record(course_.database(), cnt); };
     transaction.commit(
         {.is_stored = is_stored, .when_stored_after_all = [this, tell = std::move(when_stored_after_all)] {

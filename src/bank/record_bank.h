@@ -28,6 +28,9 @@ struct Draft {
     std::string answer_before;
 };
 
+/// How a course loses the texts of a record.
+enum class Loss { deleted, replaced };
+
 /// Whether a text would not be seen: there is nothing in it but blanks and line ends.
 [[nodiscard]] bool is_blank(const std::string& text);
 
@@ -80,7 +83,12 @@ public:
     /// @throws platform::DatabaseError
     [[nodiscard]] std::optional<FoundRecord> find(const std::string& column, const std::string& text);
 
+    /// Called with the stored texts of a record, by their columns, before a deletion of it or a change of at least one
+    /// of them is committed. It runs within the transaction, so it may neither throw nor show a box nor use the course.
+    std::function<void(Loss loss, const store::QaTexts& texts)> before_loss;
+
 private:
+    [[nodiscard]] std::optional<store::QaTexts> texts_to_lose(common::Int16 cnt);
     [[nodiscard]] std::optional<Refusal> refusal_of(const Draft& draft);
     [[nodiscard]] bool is_taken(const Draft& draft, const std::string& text, const std::string& before);
 

@@ -11,6 +11,13 @@ namespace cuedrill::drill {
 void EndOfProgram::end_program()
 {
     std::string failure; // text for the trace
+    std::string unkept;
+    try {
+        if (before_end)
+            unkept = before_end();
+    } catch (const std::exception& error) {
+        unkept = common::words_of(error);
+    }
     if (course_.is_in_use()) {
         try {
             params_.save_work_time(clock_.now());
@@ -22,6 +29,8 @@ void EndOfProgram::end_program()
         }
     }
     course_.close();
+    if (!unkept.empty())
+        trace_.write_trace("end_program - " + unkept);
     if (!failure.empty())
         trace_.write_trace("end_program - " + failure);
     throw common::ProgramEnded{};

@@ -5,6 +5,9 @@
 #include "store/course.h"
 #include "store/course_params.h"
 
+#include <functional>
+#include <string>
+
 namespace cuedrill::drill {
 
 /// Ends the program from any place: stores the work time and closes the course. It shows no box; an error goes to the
@@ -15,6 +18,9 @@ public:
         : course_(course), params_(params), clock_(clock), trace_(trace)
     {
     }
+
+    /// Called first, while the course is open. Returns words for the trace, or nothing; must show no box.
+    std::function<std::string()> before_end;
 
     /// Stores the work time, closes the open course and throws common::ProgramEnded.
     [[noreturn]] void end_program();

@@ -96,6 +96,7 @@ SaveResult RecordEditor::finish_save(common::Int16 cnt)
 {
     save_is_unknown_ = false;
     flags_.clear();
+    services_.kept.drop_draft();
     course_.forget_last_verdict_on(cnt);
     show_saved(cnt);
     return SaveResult::saved;
@@ -211,6 +212,7 @@ bool RecordEditor::has_changes() const
 void RecordEditor::leave_editor()
 {
     const bool unsaved = has_changes();
+    const bool kept = keep_unsaved_texts();
     if (unsaved) {
         // The texts belong to no record, so nothing can be judged or edited.
         const RecordTexts texts = boxes_.typed_texts();
@@ -218,15 +220,50 @@ void RecordEditor::leave_editor()
         boxes_.put_question(texts.question);
         boxes_.put_answer(texts.answer);
     }
-    close_editor();
+    flags_.clear();
+    boxes_.redisplay();
     if (unsaved)
         boxes_.tell_unsaved(save_is_unknown_ ? Unsaved::perhaps : Unsaved::surely);
+    if (kept)
+        services_.kept.tell_unsaved();
 }
 
 void RecordEditor::close_editor()
 {
+    const bool kept = keep_unsaved_texts();
     flags_.clear();
     boxes_.redisplay();
+    if (kept)
+        services_.kept.tell_unsaved();
+}
+
+void RecordEditor::forget()
+{
+    keep_unsaved_texts();
+    flags_.clear();
+}
+
+/// Every way of leaving the editor without saving comes here, while the typed texts are still in the boxes.
+/// @return whether there were unsaved texts, and they are kept.
+bool RecordEditor::keep_unsaved_texts()
+{
+    if (has_unsaved_texts())
+        return services_.kept.keep_unsaved(boxes_.typed_texts());
+    services_.kept.drop_draft();
+    return false;
+}
+
+void RecordEditor::write_draft()
+{
+    if (flags_.editing())
+        services_.kept.note_typed(boxes_.typed_texts(), [this] { return has_unsaved_texts(); });
+}
+
+/// Whether something would be lost with the boxes: they differ from the record, and are not merely emptied.
+bool RecordEditor::has_unsaved_texts() const
+{
+    const RecordTexts typed = boxes_.typed_texts();
+    return has_changes() && !(bank::is_blank(typed.question) && bank::is_blank(typed.answer));
 }
 
 void RecordEditor::delete_record()
@@ -255,6 +292,7 @@ void RecordEditor::delete_record()
         throw;
     }
     course_.forget_last_verdict_on(cnt);
+    services_.kept.tell_deleted();
     services_.display.leave_list();
     services_.display.withdraw_question();
     services_.statistics.refresh_counts();

@@ -6,6 +6,7 @@
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
 #include "drill/editor_boxes.h"
+#include "drill/kept_texts.h"
 #include "drill/scoring.h"
 #include "drill/selection.h"
 #include "drill/statistics.h"
@@ -36,6 +37,7 @@ public:
         Statistics& statistics;
         Scoring& scoring;
         Selection& selection;
+        KeptTexts& kept;
     };
 
     RecordEditor(store::Course& course, const DrillState& state, EditFlags& flags, bank::RecordBank& bank,
@@ -67,11 +69,13 @@ public:
     /// @return the result of `save_record`; `saved` if the user does not want to save.
     SaveResult offer_to_save();
 
-    /// Leaves the editor without saving. Changed texts stay in the boxes for reading and copying. They belong to no
-    /// record, so no question is on display then, and the status line says that they are not saved, or may not be.
+    /// Leaves the editor without saving. Changed texts are kept in "removed.txt"; they stay in the boxes for reading
+    /// and copying. They belong to no record, so no question is on display then, and the status line says that they are
+    /// not saved, or may not be.
     void leave_editor();
 
-    /// Leaves the editor without saving. The caller fills the boxes afterwards.
+    /// Leaves the editor without saving; changed texts are kept in "removed.txt". The caller fills the boxes
+    /// afterwards.
     void close_editor();
 
     /// After a confirmation, deletes the current record and asks the next question. Without a current record it only
@@ -82,8 +86,12 @@ public:
     /// Whether the boxes hold unsaved changes; always true after a save whose outcome is unknown.
     [[nodiscard]] bool has_changes() const;
 
-    /// Leaves the editor without a word and without a repaint: the course is another one.
-    void forget() { flags_.clear(); }
+    /// Leaves the editor without a repaint, because the course is closed or the program ends; changed texts are kept in
+    /// "removed.txt".
+    void forget();
+
+    /// Writes changed texts to the draft of this process soon after they were typed. Call it several times a second.
+    void write_draft();
 
     [[nodiscard]] bool editing() const { return flags_.editing(); }
 
@@ -91,6 +99,8 @@ private:
     /// Whether the editor stays open when a save is rejected for an empty question or a duplicate answer.
     enum class Rejection { leaves_editor, keeps_editor };
 
+    bool keep_unsaved_texts();
+    [[nodiscard]] bool has_unsaved_texts() const;
     SaveResult save(Rejection rejection);
     SaveResult reject(const bank::Refusal& refusal, const RecordTexts& texts, Rejection rejection);
     SaveResult finish_save(common::Int16 cnt);

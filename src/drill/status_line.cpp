@@ -2,6 +2,8 @@
 
 #include "common/colour.h"
 
+#include <utility>
+
 namespace cuedrill::drill {
 
 void StatusLine::ShowStatus(std::string_view text, int seconds)
@@ -13,6 +15,8 @@ void StatusLine::ShowStatus(std::string_view text, int seconds)
 /// Sets the text and how many seconds it stays; 0 means until the next text. Draws nothing yet.
 platform::Line& StatusLine::prepare(std::string_view text, int seconds)
 {
+    if (!text.empty() && waiting_ && waiting_->waiting == Waiting::gives_way)
+        waiting_.reset();
     until_question_ = false;
     about_list_ = false;
     about_due_ = false;
@@ -93,10 +97,20 @@ void StatusLine::withdraw_about_due()
         reset_status();
 }
 
+void StatusLine::show_when_free(std::string text, Waiting waiting)
+{
+    if (waiting == Waiting::stays || !waiting_ || waiting_->waiting == Waiting::gives_way)
+        waiting_ = {std::move(text), waiting};
+}
+
 void StatusLine::expire()
 {
     if (expiry_ && clock_.steady_seconds() >= *expiry_)
         reset_status();
+    // An empty line with a colour is a text, too.
+    const platform::Line& line = screen_.told.status;
+    if (waiting_ && line.text.empty() && !line.background)
+        ShowStatus(std::exchange(waiting_, std::nullopt)->text, status_seconds);
 }
 
 } // namespace cuedrill::drill

@@ -4,6 +4,7 @@
 #include "platform/clock.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace cuedrill::drill {
@@ -47,10 +48,22 @@ public:
     void withdraw_about_due();
     [[nodiscard]] bool about_due() const { return about_due_; }
 
-    /// Clears the line when its time is over. Call it several times a second.
+    /// Whether a text that waits for the line is dropped when another one is shown before it.
+    enum class Waiting { gives_way, stays };
+
+    /// Shows `text` for `status_seconds` as soon as `expire` finds the line empty, so that it takes no other text away.
+    /// One text can wait; one that stays is not replaced by one that gives way.
+    void show_when_free(std::string text, Waiting waiting);
+
+    /// Clears the line when its time is over, and shows the text that waits. Call it several times a second.
     void expire();
 
 private:
+    struct WaitingText {
+        std::string text;
+        Waiting waiting = Waiting::gives_way;
+    };
+
     platform::Line& prepare(std::string_view text, int seconds);
     void tell();
 
@@ -60,6 +73,7 @@ private:
     bool about_list_ = false;
     bool about_due_ = false;
     std::optional<double> expiry_; ///< monotonic time in seconds; std::nullopt for a text that stays
+    std::optional<WaitingText> waiting_;
 };
 
 } // namespace cuedrill::drill

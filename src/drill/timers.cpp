@@ -16,7 +16,7 @@ void Timers::attach()
 {
     form1_.timer_1_min.on_tick = [this] { timer_1_min_tick(); };
     form1_.timer_1_sec.on_tick = [this] { timer_1_sec_tick(); };
-    form1_.timer_250_ms.on_tick = [this] { status_.expire(); };
+    form1_.timer_250_ms.on_tick = [this] { timer_250_ms_tick(); };
 }
 
 void Timers::start()
@@ -36,6 +36,13 @@ void Timers::timer_1_sec_tick()
 {
     screen_.told.course.time_now = common::format_clock(clock_.now());
     screen_.repaint();
+}
+
+void Timers::timer_250_ms_tick()
+{
+    editor_.write_draft();
+    kept_.tell_failures();
+    status_.expire();
 }
 
 void Timers::timer_1_min_tick()

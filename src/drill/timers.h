@@ -2,6 +2,8 @@
 
 #include "app/base/trace_log.h"
 #include "drill/drill_state.h"
+#include "drill/kept_texts.h"
+#include "drill/record_editor.h"
 #include "drill/screen.h"
 #include "drill/statistics.h"
 #include "drill/status_line.h"
@@ -13,13 +15,15 @@
 
 namespace cuedrill::drill {
 
-/// The timers that run while a course is open: the clock, the work time, and the expiry of the status line.
+/// The timers that run while a course is open: the clock, the work time, the expiry of the status line, and the draft
+/// of what is being typed.
 class Timers {
 public:
     Timers(platform::Form1& form1, store::CourseParamsStore& params, Statistics& statistics, MainScreen& screen,
-           StatusLine& status, const DrillState& state, platform::Clock& clock, app::TraceLog& trace)
-        : form1_(form1), params_(params), statistics_(statistics), screen_(screen), status_(status), state_(state),
-          clock_(clock), trace_(trace)
+           StatusLine& status, RecordEditor& editor, KeptTexts& kept, const DrillState& state, platform::Clock& clock,
+           app::TraceLog& trace)
+        : form1_(form1), params_(params), statistics_(statistics), screen_(screen), status_(status), editor_(editor),
+          kept_(kept), state_(state), clock_(clock), trace_(trace)
     {
     }
 
@@ -31,6 +35,8 @@ public:
     void timer_1_min_tick();
     /// Shows the time of day.
     void timer_1_sec_tick();
+    /// Clears an old text of the status line, and writes the draft.
+    void timer_250_ms_tick();
 
 private:
     void tell_about_work_time(const std::string& text);
@@ -40,6 +46,8 @@ private:
     Statistics& statistics_;
     MainScreen& screen_;
     StatusLine& status_;
+    RecordEditor& editor_;
+    KeptTexts& kept_;
     const DrillState& state_;
     platform::Clock& clock_;
     app::TraceLog& trace_;

@@ -55,6 +55,7 @@ void ReturnCheck::restart()
     number_ = changed_ = records_ = 0;
     read_.reset();
     lines_ = {};
+    reasons_.clear();
 }
 
 // The marker before a question ends the previous answer. If it does not, the previous answer contains a marker that
@@ -104,10 +105,12 @@ void ReturnCheck::take(ReadRecord record)
 
 void ReturnCheck::check(bool last)
 {
+    reasons_.clear();
     if (comes_back(last))
         return;
     ++changed_;
-    lines_.add(number_, reasons(last) + " " + quoted_line(question_));
+    reasons_ = reasons(last);
+    lines_.add(number_, reasons_ + " " + quoted_line(question_));
 }
 
 bool ReturnCheck::comes_back(bool last) const

@@ -38,6 +38,11 @@ public:
     /// A line for each of these records: its number in the file, the reasons and the question.
     [[nodiscard]] std::string lines() const { return lines_.text(); }
 
+    /// What an import would change about the record before the one added last, in sentences; empty if nothing.
+    [[nodiscard]] const std::string& reasons_before_last() const { return reasons_; }
+    /// Whether the record added last would become part of the one before.
+    [[nodiscard]] bool last_is_joined() const { return is_joined_; }
+
 private:
     void read(std::string_view lines);
     void take(ReadRecord record);
@@ -63,6 +68,7 @@ private:
 
     std::int64_t changed_ = 0;
     RecordLines lines_;
+    std::string reasons_; ///< for the record checked last; empty if it comes back
 };
 
 } // namespace cuedrill::exchange

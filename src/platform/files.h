@@ -1,10 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cuedrill::platform {
 
@@ -26,6 +28,11 @@ public:
     /// Goes back to the first byte.
     /// @throws common::Error with the path and the reason.
     virtual void rewind() = 0;
+
+    /// Leaves out bytes: the next `read` starts `place` bytes after the first one. A place behind the end reads as the
+    /// end.
+    /// @throws common::Error with the path and the reason.
+    virtual void go_to(std::uint64_t place) = 0;
 };
 
 /// New contents for a file. They are written to a new file next to it, which is renamed over it when complete. Until
@@ -51,6 +58,18 @@ public:
     /// Makes the contents durable, then renames the new file to the file's name. Call nothing afterwards.
     /// @throws common::Error with the path and the reason; the old file is unchanged then.
     virtual void finish() = 0;
+};
+
+/// An advisory lock on a file. It lasts until this object is destroyed or the process ends, in whatever way.
+class FileHold {
+public:
+    FileHold() = default;
+    FileHold(const FileHold&) = delete;
+    FileHold& operator=(const FileHold&) = delete;
+    virtual ~FileHold() = default;
+
+    /// Whether nobody else can hold the file now. False on a file system without locks.
+    [[nodiscard]] virtual bool is_sure() const = 0;
 };
 
 /// The files that the program reads, writes or appends to as text. Paths and contents are bytes.
@@ -100,6 +119,31 @@ public:
     /// Creates the folder and its missing parents, accessible to this user only. An existing folder is left unchanged.
     /// @throws common::Error with the path and the reason when it cannot be created.
     virtual void create_folder(const std::string& path) = 0;
+
+    /// Appends `bytes` and waits until they are on the disk (fsync). Creates a missing file. If this fails, the file
+    /// has its former size again, as far as the system permits. Two programs that append at the same time need a
+    /// `hold`.
+    /// @throws common::Error with the path and the reason.
+    virtual void append_durably(const std::string& path, std::string_view bytes) = 0;
+
+    /// Gives a file another name in the same folder, durably. Never replaces a file.
+    /// @throws common::Error with the path and the reason, also if `to` exists already; nothing has changed then.
+    virtual void rename_to_free_name(const std::string& from, const std::string& to) = 0;
+
+    /// Removes a file. A missing file counts as removed.
+    /// @throws common::Error with the path and the reason.
+    virtual void remove(const std::string& path) = 0;
+
+    /// The names of everything in the folder, without its path, sorted.
+    /// @throws common::Error with the path and the reason.
+    [[nodiscard]] virtual std::vector<std::string> names_in(const std::string& folder) const = 0;
+
+    /// Locks a file, which is created if it is missing. The holder may remove the file before releasing the lock.
+    /// @param patience how long another holder is waited for.
+    /// @return null if somebody else still holds the file then.
+    /// @throws common::Error with the path and the reason when the file cannot be created or opened.
+    [[nodiscard]] virtual std::unique_ptr<FileHold> hold(const std::string& path,
+                                                         std::chrono::milliseconds patience) = 0;
 };
 
 } // namespace cuedrill::platform

@@ -4,6 +4,11 @@ namespace cuedrill::program {
 
 Logic::Logic(const LogicPlatform& platform) : p(platform)
 {
+    bank.before_loss = [this](bank::Loss loss, const store::QaTexts& texts) { kept.keep_lost(loss, texts); };
+    end_of_program.before_end = [this] {
+        editor.forget();
+        return kept.take_failures();
+    };
     main_window.attach();
     display.name_boxes();
     dialog.attach();

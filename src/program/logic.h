@@ -16,6 +16,7 @@
 #include "drill/editor_boxes.h"
 #include "drill/end_of_program.h"
 #include "drill/error_report.h"
+#include "drill/kept_texts.h"
 #include "drill/last_list.h"
 #include "drill/level_commands.h"
 #include "drill/main_window.h"
@@ -31,6 +32,8 @@
 #include "drill/typed_answer.h"
 #include "drill/window_keys.h"
 #include "exchange/exporter.h"
+#include "keep/draft_file.h"
+#include "keep/removed_file.h"
 #include "platform/clock.h"
 #include "platform/database.h"
 #include "platform/desktop.h"
@@ -67,6 +70,7 @@ struct LogicPlatform {
     platform::RandomSource& random;
     const platform::TextCompare& text_compare;
     platform::Database& database;
+    std::string data_folder;    ///< where "removed.txt" is
     std::string program_folder; ///< where the trace, the agenda and the first file dialog are
     std::string web_page;       ///< the product's web page: an address or a full path
 };
@@ -110,11 +114,14 @@ struct Logic {
     bank::RecordBank bank{course, p.text_compare};
     drill::LastList last_list{course, form1.listav, state, edit_flags, layout, status, p.desktop, p.text_compare};
     drill::KeyPolicy key_policy{p.clock};
+    keep::RemovedFile removed_file{p.files, p.data_folder};
+    keep::DraftFile draft_file{p.files, p.data_folder};
+    drill::KeptTexts kept{course, removed_file, draft_file, {status, p.clock, p.text_compare, trace}};
     drill::EditorBoxes editor_boxes{form1,  state,      edit_flags, display,   layout,
                                     status, statistics, last_list,  key_policy};
-    drill::RecordEditor editor{course,       state,
-                               edit_flags,   bank,
-                               editor_boxes, {p.desktop, p.text_compare, display, statistics, scoring, selection}};
+    drill::RecordEditor editor{
+        course, state,        edit_flags,
+        bank,   editor_boxes, {p.desktop, p.text_compare, display, statistics, scoring, selection, kept}};
     drill::RecordLists lists{course, state,          last_list, display,        status,
                              editor, end_of_program, p.desktop, p.text_compare, p.clock};
 
@@ -133,7 +140,7 @@ struct Logic {
         form1, course, state, {params, statistics, options, display, status, hints, layout, p.text_compare}};
     drill::ContextHelp context_help{form1, p.desktop};
     drill::CourseTitle title{course, params, form1.window, p.desktop, p.text_compare};
-    drill::Timers timers{form1, params, statistics, screen, status, state, p.clock, trace};
+    drill::Timers timers{form1, params, statistics, screen, status, editor, kept, state, p.clock, trace};
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
     drill::CourseOpener opener{
@@ -151,7 +158,7 @@ struct Logic {
     drill::WindowKeys keys{
         form1, state, {dialog, commands, editor, layout, key_policy, p.desktop, p.text_compare, end_of_program}};
     drill::ErrorReport error_report{course, p.desktop, trace};
-    app::StartRoutine start{course, opener, dead_times, p.form2, p.files, trace};
+    app::StartRoutine start{course, opener, dead_times, kept, p.form2, p.files, trace};
 };
 
 } // namespace cuedrill::program

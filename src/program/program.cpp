@@ -52,6 +52,8 @@ struct Program::Platform {
     LogicPlatform for_logic()
     {
         const std::string executable_folder = platform::system::executable_folder();
+        const std::string data_home = platform::system::data_home();
+        const std::string program_folder = app::program_folder(files, executable_folder, data_home);
         return {.form1 = form1.controls(),
                 .f_msgbox = f_msgbox.controls(),
                 .form2 = form2,
@@ -64,7 +66,8 @@ struct Program::Platform {
                 .random = random,
                 .text_compare = text_compare,
                 .database = database,
-                .program_folder = app::program_folder(files, executable_folder, platform::system::data_home()),
+                .data_folder = app::data_folder(program_folder, data_home),
+                .program_folder = program_folder,
                 .web_page = support::web_page_address(support::default_web_page(), executable_folder)};
     }
 };

@@ -188,6 +188,54 @@ TEST_P(FailingDelete, deletes_nothing_and_may_be_repeated)
 INSTANTIATE_TEST_SUITE_P(Steps, FailingDelete,
                          testing::Values(Operation::begin, Operation::execute, Operation::commit));
 
+/// The hook notes what the course is about to lose.
+class LostTexts : public RecordsOfACourse {
+protected:
+    void SetUp() override
+    {
+        RecordsOfACourse::SetUp();
+        bank.before_loss = [this](Loss loss, const store::QaTexts& texts) {
+            lost.push_back((loss == Loss::deleted ? "deleted " : "replaced ") + texts.q + " " + texts.a);
+            EXPECT_EQ(database.transaction_depth(), 1) << "nothing is committed yet";
+            EXPECT_EQ(database.count(Operation::commit), commits);
+        };
+    }
+
+    int commits = 0; ///< of earlier changes
+    std::vector<std::string> lost;
+};
+
+TEST_F(LostTexts, of_a_deletion_are_those_that_are_stored)
+{
+    engine.database.execute("Update qa set a = ' Lutetia' || char(13, 10) where cnt = 1");
+    bank.delete_record(1);
+    EXPECT_EQ(lost, std::vector<std::string>{"deleted France?  Lutetia\r\n"});
+}
+
+TEST_F(LostTexts, of_a_change_are_those_before_it)
+{
+    bank.change_record(1, "France?", "Lutetia");
+    commits = 1;
+    bank.change_record(1, "Gaul?", "Lutetia");
+    EXPECT_EQ(lost, (std::vector<std::string>{"replaced France? Paris", "replaced France? Lutetia"}));
+}
+
+TEST_F(LostTexts, are_those_of_the_columns_in_an_inverted_course)
+{
+    invert();
+    bank.change_record(1, "Lutetia", "Gaul?");
+    EXPECT_EQ(lost, std::vector<std::string>{"replaced France? Paris"});
+}
+
+TEST_F(LostTexts, are_none_where_no_text_changes)
+{
+    bank.change_record(1, "France?", "Paris");
+    EXPECT_THROW(bank.change_record(1, "France?", std::string(201, 'x')), DatabaseError);
+    EXPECT_THROW(bank.change_record(4, "Spain?", "Madrid"), store::RecordGone);
+    EXPECT_THROW(bank.delete_record(4), store::RecordGone);
+    EXPECT_TRUE(lost.empty());
+}
+
 class InsertRecord : public RecordsOfACourse {};
 
 TEST_F(InsertRecord, gives_the_number_of_the_new_record)

@@ -18,7 +18,7 @@ class CheckFloors(unittest.TestCase):
         for name in ["common/text.h", "platform/clock.h", "platform/controls.h", "platform/desktop.h",
                      "platform/f_msgbox.h", "platform/form1.h", "platform/sqlite/connection.h", "platform/qt/window.h",
                      "app/base/trace.h", "app/start/start.h", "store/course.h", "drill/scoring.h", "bank/editing.h",
-                     "exchange/import.h", "support/help.h", "drill/dialog.h", "program/wiring.h"]:
+                     "exchange/import.h", "keep/removed.h", "support/help.h", "drill/dialog.h", "program/wiring.h"]:
             self.write(name)
 
     def write(self, name, *lines):
@@ -47,6 +47,11 @@ class CheckFloors(unittest.TestCase):
     def test_an_include_upwards_is_named_with_its_line(self):
         self.assert_bad("scheduler/scoring.cpp", '#include "drill/dialog.h"',
                         "scheduler may not include drill (drill/dialog.h)")
+
+    def test_what_is_kept_may_use_the_text_files_and_not_the_other_way_round(self):
+        self.assert_good("keep/file.cpp", '#include "exchange/import.h"')
+        self.assert_bad("exchange/export.cpp", '#include "keep/removed.h"',
+                        "exchange may not include keep (keep/removed.h)")
 
     def test_rooms_of_one_floor_do_not_see_each_other(self):
         self.assert_bad("exchange/import.cpp", '#include "support/help.h"',

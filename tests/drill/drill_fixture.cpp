@@ -73,6 +73,7 @@ void DrillFixture::make_program()
                                                                 .random = random,
                                                                 .text_compare = engine.text_compare,
                                                                 .database = database,
+                                                                .data_folder = folder.file("data"),
                                                                 .program_folder = folder.path().string(),
                                                                 .web_page = "https://example.org/cuedrill"});
     logic = &program_->parts;

@@ -263,7 +263,7 @@ TEST_F(SaveInTheWindow, of_unknown_outcome_is_told_once_the_editor_is_left)
 {
     change_to("Gaul?", "Lutetia");
     database.fail_commit(true);
-    database.fail_at(Operation::query, 2);
+    database.fail_at(Operation::query, 3);
     desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
                        "\r\n\r\nThe course " +
                        path +

@@ -2,6 +2,7 @@
 
 #include "fakes/fake_dialog_host.h"
 #include "fakes/fake_f_msgbox.h"
+#include "fakes/fake_open_courses.h"
 #include "fakes/fake_settings.h"
 #include "fakes/fake_shell.h"
 #include "program/logic.h"
@@ -39,9 +40,11 @@ struct ScoringFixture::Program {
                  .shell = shell,
                  .clock = fixture.clock,
                  .files = fixture.files,
+                 .open_courses = open_courses,
                  .random = fixture.random,
                  .text_compare = fixture.engine.text_compare,
                  .database = fixture.database,
+                 .data_folder = "/data",
                  .program_folder = "/program",
                  .web_page = "https://example.org/cuedrill"})
     {
@@ -51,6 +54,7 @@ struct ScoringFixture::Program {
     fakes::FakeFMsgbox f_msgbox;
     fakes::FakeSettings settings;
     fakes::FakeShell shell;
+    fakes::FakeOpenCourses open_courses;
     program::Logic logic;
 };
 

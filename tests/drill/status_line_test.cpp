@@ -114,5 +114,55 @@ TEST_F(StatusLineTest, withdraws_the_request_and_nothing_else)
     EXPECT_EQ(shown.text, "other");
 }
 
+TEST_F(StatusLineTest, shows_a_text_that_waits_when_the_line_is_empty)
+{
+    line.ShowStatus("text", 5);
+    line.show_when_free("kept", StatusLine::Waiting::gives_way);
+    at(4.9);
+    EXPECT_EQ(shown.text, "text");
+    at(5);
+    EXPECT_EQ(shown.text, "kept");
+    at(9.9);
+    EXPECT_EQ(shown.text, "kept");
+    at(10);
+    EXPECT_EQ(shown.text, "");
+    at(20);
+    EXPECT_EQ(shown.text, "") << "it is shown once";
+}
+
+TEST_F(StatusLineTest, takes_a_colour_without_words_for_a_text)
+{
+    line.show_wrong();
+    line.show_when_free("kept", StatusLine::Waiting::gives_way);
+    at(1);
+    EXPECT_EQ(shown.text, "");
+    line.reset_status();
+    at(2);
+    EXPECT_EQ(shown.text, "kept");
+}
+
+TEST_F(StatusLineTest, drops_a_text_that_gives_way_to_a_later_one)
+{
+    line.show_when_free("kept", StatusLine::Waiting::gives_way);
+    line.reset_status();
+    line.ShowStatus("text", 5);
+    at(5);
+    EXPECT_EQ(shown.text, "");
+}
+
+TEST_F(StatusLineTest, keeps_a_text_that_stays_until_it_was_shown)
+{
+    line.show_when_free("kept", StatusLine::Waiting::gives_way);
+    line.show_when_free("failure", StatusLine::Waiting::stays);
+    line.show_when_free("kept", StatusLine::Waiting::gives_way);
+    line.ShowStatus("text", 5);
+    at(4);
+    EXPECT_EQ(shown.text, "text");
+    at(5);
+    EXPECT_EQ(shown.text, "failure");
+    at(10);
+    EXPECT_EQ(shown.text, "");
+}
+
 } // namespace
 } // namespace cuedrill::drill

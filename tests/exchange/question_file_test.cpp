@@ -35,6 +35,7 @@ public:
         bytes_ = later_;
         at_ = 0;
     }
+    void go_to(std::uint64_t place) override { at_ = static_cast<std::size_t>(place); }
 
 private:
     std::string bytes_;

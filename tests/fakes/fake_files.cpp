@@ -2,6 +2,7 @@
 
 #include "common/errors.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -21,6 +22,10 @@ public:
         return piece;
     }
     void rewind() override { at_ = 0; }
+    void go_to(std::uint64_t place) override
+    {
+        at_ = std::min<std::size_t>(static_cast<std::size_t>(place), bytes_.size());
+    }
 
 private:
     std::string bytes_;
@@ -57,6 +62,24 @@ private:
     std::string target_;
     std::string path_;
 };
+
+class FakeHold : public platform::FileHold {
+public:
+    FakeHold(FakeFiles& files, std::string path) : files_(files), path_(std::move(path)) { files_.held.insert(path_); }
+    ~FakeHold() override { files_.held.erase(path_); }
+
+    [[nodiscard]] bool is_sure() const override { return files_.has_locks; }
+
+private:
+    FakeFiles& files_;
+    std::string path_;
+};
+
+void fail_with(const std::string& failure)
+{
+    if (!failure.empty())
+        throw common::Error(failure);
+}
 
 } // namespace
 
@@ -134,6 +157,52 @@ void FakeFiles::create_folder(const std::string& path)
     if (!create_folder_failure.empty())
         throw common::Error(create_folder_failure);
     folders.insert(path);
+}
+
+void FakeFiles::append_durably(const std::string& path, std::string_view bytes)
+{
+    fail_with(durable_append_failure);
+    files[resolve(path)].append(bytes);
+    journal.push_back("append " + path);
+}
+
+void FakeFiles::rename_to_free_name(const std::string& from, const std::string& to)
+{
+    fail_with(rename_failure);
+    const auto file = files.find(from);
+    if (file == files.end() || exists(to))
+        throw common::Error("Cannot rename " + from + ".");
+    files[to] = file->second;
+    files.erase(from);
+    journal.push_back("rename " + from + " " + to);
+}
+
+void FakeFiles::remove(const std::string& path)
+{
+    fail_with(remove_failure);
+    if (files.erase(path) != 0)
+        journal.push_back("remove " + path);
+}
+
+std::vector<std::string> FakeFiles::names_in(const std::string& folder) const
+{
+    fail_with(names_failure);
+    std::vector<std::string> names;
+    for (const auto& file : files) {
+        const std::size_t end = file.first.rfind('/');
+        if (end != std::string::npos && file.first.substr(0, end) == folder)
+            names.push_back(file.first.substr(end + 1));
+    }
+    return names;
+}
+
+std::unique_ptr<platform::FileHold> FakeFiles::hold(const std::string& path, std::chrono::milliseconds /*patience*/)
+{
+    fail_with(hold_failure);
+    files.try_emplace(path);
+    if (has_locks && (held.contains(path) || held_elsewhere.contains(path)))
+        return nullptr;
+    return std::make_unique<FakeHold>(*this, path);
 }
 
 std::string FakeFiles::resolve(const std::string& path) const

@@ -2,12 +2,14 @@
 
 #include "platform/files.h"
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cuedrill::fakes {
 
@@ -27,7 +29,18 @@ public:
     std::string write_failure;       ///< thrown when a replacement is written to
     std::string finish_failure;
     std::string change_folder_failure;
+    std::string durable_append_failure;
+    std::string rename_failure;
+    std::string remove_failure;
+    std::string names_failure;
+    std::string hold_failure;
     std::string changed_to; ///< the working folder set last
+
+    std::set<std::string> held;           ///< by this program
+    std::set<std::string> held_elsewhere; ///< by another program
+    bool has_locks = true;                ///< of the file system
+
+    std::vector<std::string> journal; ///< of durable appends, renamings and removals, in their order
 
     [[nodiscard]] bool exists(const std::string& path) const override;
     [[nodiscard]] bool is_regular_file(const std::string& path) const override;
@@ -41,6 +54,12 @@ public:
     void change_folder(const std::string& path) override;
     [[nodiscard]] bool is_writable_folder(const std::string& path) const override;
     void create_folder(const std::string& path) override;
+    void append_durably(const std::string& path, std::string_view bytes) override;
+    void rename_to_free_name(const std::string& from, const std::string& to) override;
+    void remove(const std::string& path) override;
+    [[nodiscard]] std::vector<std::string> names_in(const std::string& folder) const override;
+    [[nodiscard]] std::unique_ptr<platform::FileHold> hold(const std::string& path,
+                                                           std::chrono::milliseconds patience) override;
 
 private:
     [[nodiscard]] std::string resolve(const std::string& path) const;

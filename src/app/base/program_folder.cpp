@@ -15,12 +15,17 @@ bool is_portable(const platform::Files& files, const std::string& executable_fol
 
 } // namespace
 
+std::string data_folder(const std::string& program_folder, const std::string& data_home)
+{
+    return data_home.empty() ? program_folder : join_path(data_home, "cuedrill");
+}
+
 std::string program_folder(platform::Files& files, const std::string& executable_folder, const std::string& data_home)
 {
     if (data_home.empty() || is_portable(files, executable_folder))
         return executable_folder;
 
-    const std::string folder = join_path(data_home, "cuedrill");
+    const std::string folder = data_folder({}, data_home);
     try {
         files.create_folder(folder);
     } catch (const common::Error&) {

@@ -14,4 +14,9 @@ namespace cuedrill::app {
 /// @param data_home the user's data folder; if "", the executable's folder is used.
 std::string program_folder(platform::Files& files, const std::string& executable_folder, const std::string& data_home);
 
+/// The folder for texts that the user may want back: "cuedrill" in `data_home`, also in a portable installation. Does
+/// not create it.
+/// @param data_home the user's data folder; if "", `program_folder` is used.
+std::string data_folder(const std::string& program_folder, const std::string& data_home);
+
 } // namespace cuedrill::app

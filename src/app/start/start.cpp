@@ -30,6 +30,7 @@ bool StartRoutine::run(std::string command_line)
     strip_quotes(command_line);
     // Absolute, because the remembered path must work from any working folder.
     course_.db_path = files_.absolute(command_line);
+    kept_.keep_left_drafts();
     frame_ = measure_frame(form2_);
     return opener_.apertura_db();
 }

@@ -3,6 +3,7 @@
 #include "app/base/trace_log.h"
 #include "common/int16.h"
 #include "drill/course_opener.h"
+#include "drill/kept_texts.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
 #include "scheduler/dead_time.h"
@@ -28,8 +29,9 @@ FrameAllowances measure_frame(const platform::DialogHost& form2);
 class StartRoutine {
 public:
     StartRoutine(store::Course& course, drill::CourseOpener& opener, scheduler::DeadTimes& dead_times,
-                 const platform::DialogHost& form2, platform::Files& files, TraceLog& trace)
-        : course_(course), opener_(opener), dead_times_(dead_times), form2_(form2), files_(files), trace_(trace)
+                 drill::KeptTexts& kept, const platform::DialogHost& form2, platform::Files& files, TraceLog& trace)
+        : course_(course), opener_(opener), dead_times_(dead_times), kept_(kept), form2_(form2), files_(files),
+          trace_(trace)
     {
     }
 
@@ -45,6 +47,7 @@ private:
     store::Course& course_;
     drill::CourseOpener& opener_;
     scheduler::DeadTimes& dead_times_;
+    drill::KeptTexts& kept_;
     const platform::DialogHost& form2_;
     platform::Files& files_;
     TraceLog& trace_;

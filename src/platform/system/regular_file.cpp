@@ -88,9 +88,9 @@ std::size_t RegularFile::read(std::span<char> buffer) const
     return checked([&] { return ::read(handle_, buffer.data(), buffer.size()); });
 }
 
-void RegularFile::rewind() const
+void RegularFile::go_to(std::uint64_t place) const
 {
-    checked([&] { return ::lseek(handle_, 0, SEEK_SET); });
+    checked([&] { return ::lseek(handle_, static_cast<off_t>(place), SEEK_SET); });
 }
 
 void RegularFile::write(std::string_view bytes) const
@@ -102,7 +102,12 @@ void RegularFile::write(std::string_view bytes) const
 void RegularFile::empty() const
 {
     checked([&] { return ::ftruncate(handle_, 0); });
-    rewind();
+    go_to(0);
+}
+
+void RegularFile::try_size(std::uint64_t size) const
+{
+    static_cast<void>(::ftruncate(handle_, static_cast<off_t>(size)));
 }
 
 void RegularFile::sync() const

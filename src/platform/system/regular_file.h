@@ -41,12 +41,14 @@ public:
     void try_permissions(mode_t permissions) const;
     /// Reads the next bytes into `buffer`. Returns their number, 0 at the end of the file.
     [[nodiscard]] std::size_t read(std::span<char> buffer) const;
-    /// Goes back to the first byte.
-    void rewind() const;
+    /// Goes to the byte at `place`, counted from 0.
+    void go_to(std::uint64_t place) const;
     /// Writes all bytes. After a short write it tries again, and that attempt reports the reason.
     void write(std::string_view bytes) const;
     /// Truncates the file and goes back to the start.
     void empty() const;
+    /// Cuts the file to that size if the system permits it; otherwise does nothing.
+    void try_size(std::uint64_t size) const;
     /// fsync: waits until everything written is on the disk.
     void sync() const;
     /// A second handle of the open file, to be closed by the caller; negative if no more handles are available.

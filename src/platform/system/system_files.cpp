@@ -1,9 +1,14 @@
 #include "platform/system/system_files.h"
 
+#include "common/errors.h"
+#include "platform/system/open_folder.h"
 #include "platform/system/regular_file.h"
+#include "platform/system/system_file_hold.h"
 #include "platform/system/system_replacement.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -39,15 +44,40 @@ public:
 
     void rewind() override
     {
-        file_.rewind();
+        go_to(0);
         room_ = longest_;
     }
+
+    void go_to(std::uint64_t place) override { file_.go_to(place); }
 
 private:
     RegularFile file_;
     std::uint64_t longest_;
     std::uint64_t room_; ///< how many more bytes are allowed
 };
+
+/// The folder of a path, for opening it.
+std::string folder_of(const std::string& path)
+{
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
+}
+
+/// rename(2) that fails if the new name is taken. Where the file system cannot do this in one step, the name is checked
+/// before.
+int rename_without_replacing(const std::string& from, const std::string& to)
+{
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return -1;
+    struct stat status {};
+    if (::lstat(to.c_str(), &status) == 0) {
+        errno = EEXIST;
+        return -1;
+    }
+    return ::rename(from.c_str(), to.c_str());
+}
 
 } // namespace
 
@@ -136,6 +166,57 @@ void SystemFiles::create_folder(const std::string& path)
         if (!S_ISDIR(status.st_mode))
             fail("create the folder", folder, ENOTDIR);
     }
+}
+
+void SystemFiles::append_durably(const std::string& path, std::string_view bytes)
+{
+    RegularFile file = RegularFile::open("write", path, O_WRONLY | O_APPEND | O_CREAT);
+    try {
+        file.write(bytes);
+        file.sync();
+    } catch (const common::Error&) {
+        file.try_size(file.size());
+        throw;
+    }
+    file.close();
+    if (file.size() == 0)
+        OpenFolder(folder_of(path)).sync(); // the name may be new
+}
+
+void SystemFiles::rename_to_free_name(const std::string& from, const std::string& to)
+{
+    if (!is_name(from) || !is_name(to))
+        fail("rename", from, EINVAL);
+    const OpenFolder folder(folder_of(to));
+    if (rename_without_replacing(from, to) != 0)
+        fail("rename", from, errno);
+    folder.sync();
+}
+
+void SystemFiles::remove(const std::string& path)
+{
+    if (!is_name(path))
+        fail("remove", path, EINVAL);
+    if (::unlink(path.c_str()) != 0 && errno != ENOENT)
+        fail("remove", path, errno);
+}
+
+std::vector<std::string> SystemFiles::names_in(const std::string& folder) const
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error);
+         !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
+        names.push_back(entry->path().filename().string());
+    if (error)
+        fail("read the folder", folder, error.value());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::unique_ptr<FileHold> SystemFiles::hold(const std::string& path, std::chrono::milliseconds patience)
+{
+    return SystemFileHold::take(path, patience);
 }
 
 } // namespace cuedrill::platform::system

@@ -2,6 +2,7 @@
 
 #include "common/errors.h"
 #include "common/text.h"
+#include "platform/system/open_folder.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -50,32 +51,6 @@ fs::path canonical(const std::string& path, const fs::path& what)
         fail(doing, path, error.value());
     return full;
 }
-
-/// An open folder, kept for an fsync after a rename.
-class OpenFolder {
-public:
-    explicit OpenFolder(const std::string& path) : handle_(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
-    OpenFolder(const OpenFolder&) = delete;
-    OpenFolder& operator=(const OpenFolder&) = delete;
-    ~OpenFolder()
-    {
-        if (handle_ >= 0)
-            ::close(handle_);
-    }
-
-    /// fsync. Does nothing if the user may not read the folder, and ignores failures: the file already has its new name
-    /// and contents.
-    void sync() const
-    {
-        int result = 0;
-        do {
-            result = handle_ < 0 ? 0 : ::fsync(handle_);
-        } while (result != 0 && errno == EINTR);
-    }
-
-private:
-    int handle_;
-};
 
 } // namespace
 

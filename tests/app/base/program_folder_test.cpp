@@ -53,5 +53,11 @@ TEST_F(ProgramFolder, IsTheDataFolderEvenWhenThatCannotBeCreated)
     EXPECT_EQ(program_folder(files, "/opt/cuedrill", "/home/anna/.local/share"), "/home/anna/.local/share/cuedrill");
 }
 
+TEST(DataFolder, IsInTheUsersDataFolderIfThereIsOne)
+{
+    EXPECT_EQ(data_folder("/opt/cuedrill", "/home/anna/.local/share"), "/home/anna/.local/share/cuedrill");
+    EXPECT_EQ(data_folder("/opt/cuedrill", ""), "/opt/cuedrill");
+}
+
 } // namespace
 } // namespace cuedrill::app

@@ -1,0 +1,132 @@
+#include "drill/kept_texts.h"
+
+#include "common/errors.h"
+
+#include <utility>
+
+namespace cuedrill::drill {
+namespace {
+
+/// How many seconds after a change the draft is written, at the most. With the quarter of a second until the timer sees
+/// the change, and another one until it sees that the time is over, a kill costs less than 2 seconds of typing.
+constexpr double draft_seconds = 1;
+
+} // namespace
+
+std::string KeptTexts::entry(keep::Reason reason, store::QaTexts texts) const
+{
+    return keep::entry_of(
+        {.when = services_.clock.now(), .course = course_.db_path, .reason = reason, .texts = std::move(texts)},
+        services_.text_compare);
+}
+
+/// @return whether the entry is in the file.
+bool KeptTexts::append(const std::string& entry)
+{
+    try {
+        if (std::string unrenamed = removed_.append(entry); !unrenamed.empty())
+            failures_.push_back(std::move(unrenamed));
+        return true;
+    } catch (const common::Error& error) {
+        failures_.emplace_back(error.what());
+        return false;
+    }
+}
+
+void KeptTexts::keep_lost(bank::Loss loss, const store::QaTexts& texts)
+{
+    const bool deleted = loss == bank::Loss::deleted;
+    const bool kept = append(entry(deleted ? keep::Reason::deleted : keep::Reason::replaced, texts));
+    deleted_kept_ = deleted && kept;
+}
+
+bool KeptTexts::keep_unsaved(const RecordTexts& typed)
+{
+    const std::string text =
+        entry(keep::Reason::unsaved, store::texts_by_column(course_.Q_FIELD, typed.question, typed.answer));
+    if (append(text)) {
+        drop_draft();
+        return true;
+    }
+    try {
+        draft_.write(text);
+    } catch (const common::Error& error) {
+        failures_.emplace_back(error.what());
+    }
+    draft_.leave();
+    noted_.reset();
+    due_.reset();
+    return false;
+}
+
+void KeptTexts::keep_left_drafts()
+{
+    const keep::LeftDrafts left = draft_.move_left_drafts(removed_);
+    failures_.insert(failures_.end(), left.failures.begin(), left.failures.end());
+    if (left.kept > 0)
+        services_.status.show_when_free("Unsaved texts found. Kept in removed.txt.", StatusLine::Waiting::gives_way);
+}
+
+void KeptTexts::note_typed(const RecordTexts& typed, const std::function<bool()>& is_unsaved)
+{
+    const double now = services_.clock.steady_seconds();
+    if (!noted_ || noted_->question != typed.question || noted_->answer != typed.answer) {
+        noted_ = typed;
+        if (!due_)
+            due_ = now + draft_seconds;
+    }
+    if (!due_ || now < *due_)
+        return;
+    due_.reset();
+    try {
+        if (is_unsaved())
+            draft_.write(
+                entry(keep::Reason::unsaved, store::texts_by_column(course_.Q_FIELD, typed.question, typed.answer)));
+        else
+            draft_.remove();
+    } catch (const common::Error& error) {
+        failures_.emplace_back(error.what());
+    }
+}
+
+void KeptTexts::drop_draft()
+{
+    noted_.reset();
+    due_.reset();
+    try {
+        draft_.remove();
+    } catch (const common::Error& error) {
+        failures_.emplace_back(error.what());
+    }
+}
+
+// Another text that the same command shows afterwards replaces this one.
+void KeptTexts::tell_deleted()
+{
+    if (deleted_kept_)
+        services_.status.ShowStatus("Deleted. Kept in removed.txt.", status_seconds);
+}
+
+void KeptTexts::tell_unsaved()
+{
+    services_.status.show_when_free("Not saved. Kept in removed.txt.", StatusLine::Waiting::gives_way);
+}
+
+void KeptTexts::tell_failures()
+{
+    if (failures_.empty())
+        return;
+    if (!std::exchange(failure_told_, true))
+        services_.status.show_when_free("Texts could not be kept. " + failures_.front(), StatusLine::Waiting::stays);
+    services_.trace.write_trace(take_failures());
+}
+
+std::string KeptTexts::take_failures()
+{
+    std::string text;
+    for (const std::string& failure : std::exchange(failures_, {}))
+        text.append(text.empty() ? "texts not kept - " : " - ").append(failure);
+    return text;
+}
+
+} // namespace cuedrill::drill
