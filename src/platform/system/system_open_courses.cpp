@@ -49,20 +49,6 @@ bool SystemOpenCourses::enter(const std::string& path) noexcept
     return others;
 }
 
-bool SystemOpenCourses::enter_alone(const std::string& path) noexcept
-{
-    try {
-        if (!open_file_of(path))
-            return true;
-    } catch (const std::bad_alloc&) {
-        return true;
-    }
-    if (::flock(handle_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
-        return true;
-    leave();
-    return false;
-}
-
 void SystemOpenCourses::leave() noexcept
 {
     if (handle_ >= 0)

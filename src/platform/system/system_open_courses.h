@@ -19,10 +19,6 @@ public:
     bool enter(const std::string& path) noexcept override;
     void leave() noexcept override;
 
-    /// Takes the course for this process alone, as long as no other process enters it.
-    /// @return false if another process has it open. True if that cannot be found out.
-    [[nodiscard]] bool enter_alone(const std::string& path) noexcept;
-
 private:
     [[nodiscard]] bool open_file_of(const std::string& path);
 

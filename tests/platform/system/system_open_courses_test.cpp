@@ -81,22 +81,10 @@ TEST_F(OpenCoursesTest, ForgetAKilledProcess)
     EXPECT_FALSE(one.enter(course));
 }
 
-TEST_F(OpenCoursesTest, GiveACourseToOneProcessAloneOnlyIfNoWindowHasIt)
-{
-    EXPECT_TRUE(one.enter_alone(course));
-    EXPECT_FALSE(other.enter_alone(course));
-    one.leave();
-    EXPECT_FALSE(one.enter(course));
-    EXPECT_FALSE(other.enter_alone(course));
-    one.leave();
-    EXPECT_TRUE(other.enter_alone(course));
-}
-
 TEST_F(OpenCoursesTest, KnowNothingWithoutAFolderOfTheUser)
 {
     SystemOpenCourses nowhere("");
     EXPECT_FALSE(nowhere.enter(course));
-    EXPECT_TRUE(nowhere.enter_alone(course));
     EXPECT_FALSE(one.enter(folder.file("missing.crs")));
 
     const std::string open_to_all = folder.file("all");
