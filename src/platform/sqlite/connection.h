@@ -21,6 +21,8 @@ struct sqlite3;
 
 namespace cuedrill::platform::sqlite {
 
+class Backup;
+
 /// One open file with its statements and transactions. Cursors and recordsets share it; after `close` each of its
 /// functions throws, so that those that outlive the course fail in words. Every function but `close` and `rollback`
 /// may throw DatabaseError.
@@ -78,6 +80,18 @@ public:
     void commit();
     void rollback() noexcept;
 
+    /// Begins to copy all pages into the empty file of `target`, which must outlive the result. Closing either
+    /// connection ends it.
+    [[nodiscard]] std::shared_ptr<Backup> begin_backup(Connection& target);
+    /// Whether a statement or a backup waits for another program's lock, for as long as the constructor was told.
+    void wait_for_locks(bool wait);
+    /// The settings for a file that only gets the pages of another one: nothing is brought to the disk, and hardly
+    /// anything is kept in memory until the end.
+    void set_up_for_backup();
+
+    /// Lets the engine read a file that is shorter than it says. Requires that nothing is written.
+    void tolerate_damage();
+
     /// Puts off what must be written before anything else is: it runs before the next write outside a transaction, and
     /// again before each one until it succeeds.
     void put_off(std::function<void()> job) { put_off_ = std::move(job); }
@@ -101,6 +115,8 @@ private:
     bool try_run(const char* sql) noexcept;
     bool undo_savepoint(int depth) noexcept;
 
+    std::chrono::milliseconds busy_timeout_;
+    std::vector<std::weak_ptr<Backup>> backups_;
     TextRules rules_;
     CourseFiles files_; ///< outlives the engine's connection, which works through it
     sqlite3* db_ = nullptr;

@@ -139,6 +139,12 @@ void check_soundness(Connection& connection)
     throw own_error(DatabaseErrorKind::damaged, "It is damaged (" + finding + ").");
 }
 
+/// The first line of a report only says which database is meant, where there is more than one line.
+std::string without_heading(const std::string& report)
+{
+    return report.starts_with("***") ? report.substr(report.find('\n') + 1) : report;
+}
+
 /// Holds the write lock, under which the file stays as it is.
 class LockedForCheck {
 public:
@@ -174,14 +180,19 @@ FileHeader check_header(Connection& connection)
             header[place_of_read_version] == write_ahead_log_version};
 }
 
-void check_tables(Connection& connection, std::span<const ExpectedTable> expected)
+void check_definitions(Connection& connection, std::span<const ExpectedTable> expected)
 {
-    // The write lock shows at once whether the file can be written and no other program holds it.
-    const LockedForCheck lock(connection);
     for (const ExpectedTable& table : expected) {
         check_is_ordinary_table(connection, table.schema.name);
         check_columns(connection, table);
     }
+}
+
+void check_tables(Connection& connection, std::span<const ExpectedTable> expected)
+{
+    // The write lock shows at once whether the file can be written and no other program holds it.
+    const LockedForCheck lock(connection);
+    check_definitions(connection, expected);
 }
 
 void check_contents(Connection& connection, std::span<const ExpectedTable> expected)
@@ -195,6 +206,38 @@ void check_contents(Connection& connection, std::span<const ExpectedTable> expec
     if (!own || has_long_texts(connection, expected))
         check_text_lengths(connection, expected);
     check_soundness(connection);
+}
+
+std::vector<std::string> integrity_findings(Connection& connection, std::span<const ExpectedTable> expected,
+                                            std::uint32_t order_version)
+{
+    std::vector<std::string> findings;
+    const auto note = [&](const auto& look) {
+        try {
+            connection.restart_time();
+            look();
+        } catch (const DatabaseError& error) {
+            findings.emplace_back(error.what());
+        }
+        connection.limit_depth(false);
+    };
+    note([&] {
+        // Indexes in another order than the present one are no damage: the next opening rebuilds them.
+        const bool same_order = connection.query_integer("PRAGMA main.user_version") == packed_version(order_version);
+        Statement check =
+            connection.prepare(same_order ? "PRAGMA main.integrity_check(100)" : "PRAGMA main.quick_check(100)");
+        connection.limit_depth(true);
+        while (check.step()) {
+            const std::string report = check.text(0);
+            if (report != "ok")
+                findings.push_back(without_heading(report));
+        }
+    });
+    note([&] {
+        if (!has_own_definitions(connection, expected) || has_long_texts(connection, expected))
+            check_text_lengths(connection, expected);
+    });
+    return findings;
 }
 
 void bring_to_order(Connection& connection, std::uint32_t order_version)

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
+#include <vector>
 
 namespace cuedrill::platform::sqlite {
 
@@ -25,6 +27,10 @@ struct FileHeader {
 /// @throws DatabaseError when the file is no course, or of a newer version.
 FileHeader check_header(Connection& connection);
 
+/// Checks that the file has the tables of `expected`. The time does not depend on the number of rows.
+/// @throws DatabaseError naming the first thing that is not as it must be.
+void check_definitions(Connection& connection, std::span<const ExpectedTable> expected);
+
 /// Checks that the file can be written, is held by no other program, and has the tables of `expected`. The time does
 /// not depend on the number of rows. Writes nothing.
 /// @throws DatabaseError naming the first thing that is not as it must be.
@@ -34,6 +40,12 @@ void check_tables(Connection& connection, std::span<const ExpectedTable> expecte
 /// `expected`. Writes nothing.
 /// @throws DatabaseError naming the first thing that is not as it must be.
 void check_contents(Connection& connection, std::span<const ExpectedTable> expected);
+
+/// Reads the whole file and gives all that is not as it must be, a sentence or a report of the engine each; empty for a
+/// sound file. Also compares each index with its table, unless the file was written under another order of texts.
+/// Requires the tables of `expected`. Writes nothing, and spends a bounded time.
+[[nodiscard]] std::vector<std::string>
+integrity_findings(Connection& connection, std::span<const ExpectedTable> expected, std::uint32_t order_version);
 
 /// Rebuilds the indexes over texts when they were built by another order than that of `order_version`.
 void bring_to_order(Connection& connection, std::uint32_t order_version);

@@ -14,10 +14,14 @@ public:
         only_a_name ///< the caller creates the file, and then calls `hold`
     };
 
+    static constexpr mode_t usual_mode = 0666;   ///< less what the user's mask takes away
+    static constexpr mode_t private_mode = 0600; ///< for this user only
+
     /// Also removes the files of this kind in the folder that nobody holds: what a program that was ended by force has
     /// left behind.
+    /// @param mode the permissions of the empty file.
     /// @throws DatabaseError when it cannot be created.
-    explicit TemporaryFile(const std::string& folder, Start start = Start::empty);
+    explicit TemporaryFile(const std::string& folder, Start start = Start::empty, mode_t mode = usual_mode);
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
@@ -28,8 +32,12 @@ public:
     /// @throws DatabaseError when it is gone again, or somebody else is just removing it.
     void hold();
 
+    /// Waits until the contents are on the disk. Requires that the file is held.
+    /// @throws DatabaseError
+    void sync() const;
+
 private:
-    bool create(const std::string& path);
+    bool create(const std::string& path, mode_t mode);
     bool hold_opened();
 
     std::string path_;
