@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bank/record_bank.h"
+#include "drill/course_copies.h"
 #include "drill/display.h"
 #include "drill/edit_flags.h"
 #include "drill/last_list.h"
@@ -26,6 +27,7 @@ public:
         platform::Clock& clock;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
+        CourseCopies& copies;
     };
 
     QuestionImport(store::Course& course, bank::RecordBank& bank, EditFlags& flags, Display& display,
@@ -39,7 +41,8 @@ public:
     /// reported in a box; records stored before it stay.
     void Import_questions_and_answers();
 
-    /// Imports the file at `path`, showing the progress of each step and the result.
+    /// Imports the file at `path` after a copy of the course was made, showing the progress of each step and the
+    /// result.
     void import_file(const std::string& path);
 
 private:

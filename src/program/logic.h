@@ -6,6 +6,7 @@
 #include "bank/record_bank.h"
 #include "drill/command_controls.h"
 #include "drill/context_help.h"
+#include "drill/course_copies.h"
 #include "drill/course_opener.h"
 #include "drill/course_options.h"
 #include "drill/course_title.h"
@@ -31,11 +32,13 @@
 #include "drill/typed_answer.h"
 #include "drill/window_keys.h"
 #include "exchange/exporter.h"
+#include "keep/copies.h"
 #include "platform/clock.h"
 #include "platform/database.h"
 #include "platform/desktop.h"
 #include "platform/f_msgbox.h"
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "platform/form1.h"
 #include "platform/random_source.h"
 #include "platform/settings_store.h"
@@ -62,10 +65,12 @@ struct LogicPlatform {
     platform::Shell& shell;
     platform::Clock& clock;
     platform::Files& files;
+    platform::Folders& folders;
     platform::RandomSource& random;
     const platform::TextCompare& text_compare;
     platform::Database& database;
     std::string program_folder; ///< where the trace, the agenda and the first file dialog are
+    std::string data_folder;    ///< "cuedrill" in the user's data folder, where copies are kept; "" for none
     std::string web_page;       ///< the product's web page: an address or a full path
 };
 
@@ -98,16 +103,21 @@ struct Logic {
     drill::Display display{form1, course, state, screen, status, layout, hints, p.clock};
 
     scheduler::DeadTimes dead_times;
+    keep::Copies copies{p.files, p.folders, p.data_folder};
+    drill::KeyPolicy key_policy{p.clock};
+    drill::CourseCopies course_copies{course,     copies, state,
+                                      key_policy, status, {form1.timer_idle, p.clock, p.desktop, trace}};
+
     drill::EndOfProgram end_of_program{course, params, p.clock, trace};
     drill::Statistics statistics{course, params, screen, p.clock, p.desktop, start_time};
     drill::Selection selection{
         course, params, dead_times, state, display, options, {p.clock, p.random, p.desktop, status}};
-    drill::Scoring scoring{course, dead_times, state, display, statistics, status, p.clock, p.desktop, end_of_program};
+    drill::Scoring scoring{course, dead_times, state,     display,        statistics,
+                           status, p.clock,    p.desktop, end_of_program, course_copies};
     drill::LevelCommands levels{course, params, dead_times, statistics, options, p.desktop};
 
     bank::RecordBank bank{course, p.text_compare};
     drill::LastList last_list{course, form1.listav, state, edit_flags, layout, status, p.desktop, p.text_compare};
-    drill::KeyPolicy key_policy{p.clock};
     drill::EditorBoxes editor_boxes{form1,  state,      edit_flags, display,   layout,
                                     status, statistics, last_list,  key_policy};
     drill::RecordEditor editor{course,       state,
@@ -134,12 +144,13 @@ struct Logic {
     drill::Timers timers{form1, params, statistics, screen, status, state, p.clock, trace};
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
-    drill::CourseOpener opener{course,           params,
-                               main_window,      {p.files, p.clock, form1.window, p.desktop, p.form2, settings, trace},
-                               p.program_folder, start_time};
+    drill::CourseOpener opener{
+        course,           params,
+        main_window,      {p.files, p.clock, form1.window, p.desktop, p.form2, settings, trace, course_copies},
+        p.program_folder, start_time};
     drill::QuestionImport question_import{
         course,     bank,      edit_flags, display,
-        statistics, last_list, status,     {p.files, p.clock, p.desktop, p.text_compare}};
+        statistics, last_list, status,     {p.files, p.clock, p.desktop, p.text_compare, course_copies}};
     drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};
     drill::DrillCommands commands{
         form1, command_controls, {course,          params,         opener, title,        selection, scoring,
@@ -148,7 +159,7 @@ struct Logic {
                                   options,         display,        state,  status,       p.desktop}};
     drill::WindowKeys keys{
         form1, state, {dialog, commands, editor, layout, key_policy, p.desktop, p.text_compare, end_of_program}};
-    drill::ErrorReport error_report{course, p.desktop, trace};
+    drill::ErrorReport error_report{course, course_copies, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, p.form2, p.files, trace};
 };
 

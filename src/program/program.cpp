@@ -1,5 +1,6 @@
 #include "program/program.h"
 
+#include "app/base/paths.h"
 #include "app/base/program_folder.h"
 #include "app/base/sound_courses.h"
 #include "platform/icu/icu_text_compare.h"
@@ -12,6 +13,7 @@
 #include "platform/qt/qt_shell.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/system/system_clock.h"
+#include "platform/system/system_directories.h"
 #include "platform/system/system_files.h"
 #include "platform/system/system_folders.h"
 #include "platform/system/system_random.h"
@@ -42,6 +44,7 @@ struct Program::Platform {
     platform::qt::QtShell shell;
     platform::system::SystemClock clock;
     platform::system::SystemFiles files;
+    platform::system::SystemDirectories folders;
     platform::system::SystemRandom random;
     platform::icu::IcuTextCompare text_compare;
     app::SoundCourses sound_courses{settings};
@@ -50,6 +53,7 @@ struct Program::Platform {
     LogicPlatform for_logic()
     {
         const std::string executable_folder = platform::system::executable_folder();
+        const std::string data_home = platform::system::data_home();
         return {.form1 = form1.controls(),
                 .f_msgbox = f_msgbox.controls(),
                 .form2 = form2,
@@ -58,10 +62,12 @@ struct Program::Platform {
                 .shell = shell,
                 .clock = clock,
                 .files = files,
+                .folders = folders,
                 .random = random,
                 .text_compare = text_compare,
                 .database = database,
-                .program_folder = app::program_folder(files, executable_folder, platform::system::data_home()),
+                .program_folder = app::program_folder(files, executable_folder, data_home),
+                .data_folder = data_home.empty() ? "" : app::join_path(data_home, "cuedrill"),
                 .web_page = support::web_page_address(support::default_web_page(), executable_folder)};
     }
 };

@@ -29,6 +29,7 @@ struct DrillFixture::Program {
                            .title = logic.title,
                            .main_window = logic.main_window,
                            .opener = logic.opener,
+                           .copies = logic.copies,
                            .question_import = logic.question_import,
                            .error_report = logic.error_report,
                            .start = logic.start};
@@ -69,10 +70,12 @@ void DrillFixture::make_program()
                                                                 .shell = shell,
                                                                 .clock = clock,
                                                                 .files = files,
+                                                                .folders = folders,
                                                                 .random = random,
                                                                 .text_compare = engine.text_compare,
                                                                 .database = database,
                                                                 .program_folder = folder.path().string(),
+                                                                .data_folder = data_folder,
                                                                 .web_page = "https://example.org/cuedrill"});
     logic = &program_->parts;
 }

@@ -6,6 +6,7 @@
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_dialog_host.h"
 #include "fakes/fake_f_msgbox.h"
+#include "fakes/fake_folders.h"
 #include "fakes/fake_form1.h"
 #include "fakes/fake_random.h"
 #include "fakes/fake_settings.h"
@@ -26,6 +27,9 @@
 namespace cuedrill::app {
 class StartRoutine;
 } // namespace cuedrill::app
+namespace cuedrill::keep {
+class Copies;
+} // namespace cuedrill::keep
 namespace cuedrill::scheduler {
 class DeadTimes;
 } // namespace cuedrill::scheduler
@@ -77,6 +81,7 @@ struct LogicParts {
     CourseTitle& title;
     MainWindow& main_window;
     CourseOpener& opener;
+    keep::Copies& copies;
     QuestionImport& question_import;
     ErrorReport& error_report;
     app::StartRoutine& start;
@@ -155,11 +160,13 @@ protected:
     fakes::FakeShell shell;
     fakes::FakeSettings settings_store;
     platform::system::SystemFiles files;
+    fakes::FakeFolders folders;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
     fakes::CourseBuilder builder;
 
-    std::string path; ///< of the course
+    std::string data_folder = folder.file("data"); ///< it does not exist at first
+    std::string path;                              ///< of the course
     bool started = false;
     bool ended = false; ///< the program has ended
 

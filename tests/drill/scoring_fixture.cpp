@@ -39,10 +39,12 @@ struct ScoringFixture::Program {
                  .shell = shell,
                  .clock = fixture.clock,
                  .files = fixture.files,
+                 .folders = fixture.folders,
                  .random = fixture.random,
                  .text_compare = fixture.engine.text_compare,
                  .database = fixture.database,
                  .program_folder = "/program",
+                 .data_folder = "",
                  .web_page = "https://example.org/cuedrill"})
     {
     }
