@@ -55,9 +55,11 @@ void CopyInMaking::make_at_once()
 void CopyInMaking::write_note() const
 {
     try {
-        const auto note = files_.begin_replacement(app::join_path(place_.folder, note_name));
+        const std::string path = app::join_path(place_.folder, note_name);
+        const auto note = files_.begin_replacement(path);
         note->write(note_text({place_.course, copy_name(place_.time), mark_}));
         note->finish();
+        folders_.make_private(path);
     } catch (const common::Error&) {
         return;
     }

@@ -31,6 +31,9 @@ public:
     /// How many bytes this user may still write to the file system of the folder; std::nullopt if it does not tell.
     [[nodiscard]] virtual std::optional<std::uint64_t> room_in(const std::string& folder) const = 0;
 
+    /// Makes a file accessible to this user only, if the file system and the file's owner allow it.
+    virtual void make_private(const std::string& path) = 0;
+
     /// Removes a file.
     /// @return false if it is still there.
     virtual bool remove(const std::string& path) = 0;

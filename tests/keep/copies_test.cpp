@@ -130,6 +130,7 @@ TEST_F(CourseCopy, lies_where_only_the_user_can_read_it)
     EXPECT_EQ(mode_of(folder.file("data")), 0700U);
     EXPECT_EQ(mode_of(copy_folder()), 0700U);
     EXPECT_EQ(mode_of(copies.newest(course.db_path)->path), 0600U);
+    EXPECT_EQ(mode_of(copy_folder() + "/course.txt"), 0600U);
 }
 
 TEST_F(CourseCopy, is_found_by_a_person_through_a_note)

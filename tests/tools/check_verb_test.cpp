@@ -1,5 +1,6 @@
 #include "tools/tool_fixture.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -37,10 +38,22 @@ TEST_F(CheckVerb, tells_what_is_wrong)
     const std::string before = folder.read("verbs.crs");
     EXPECT_EQ(run({"check", course()}), 1);
     EXPECT_TRUE(out.starts_with(course() + " is not sound:\n")) << out;
-    EXPECT_NE(out.find("Page 6"), std::string::npos) << out;
+    EXPECT_NE(out.find("Page 6 holds something else than a page of a course.\n"), std::string::npos) << out;
     EXPECT_EQ(run({"check", course(), "--json"}), 1);
     EXPECT_NE(out.find("\"sound\": false, \"records\": null, \"findings\": [\""), std::string::npos) << out;
     EXPECT_TRUE(folder.read("verbs.crs") == before);
+}
+
+TEST_F(CheckVerb, tells_that_an_index_and_its_table_differ)
+{
+    write();
+    std::string bytes = folder.read("verbs.crs");
+    const std::size_t place = bytes.find("question 123");
+    ASSERT_NE(place, std::string::npos);
+    bytes.replace(place, 12, "question abc"); // in the table or in the index, which come to differ
+    folder.write("verbs.crs", bytes);
+    EXPECT_EQ(run({"check", course()}), 1);
+    EXPECT_NE(out.find("Row 123 is missing from index qa_q."), std::string::npos) << out;
 }
 
 TEST_F(CheckVerb, tells_which_rules_of_the_program_are_broken)

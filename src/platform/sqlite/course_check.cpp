@@ -139,10 +139,18 @@ void check_soundness(Connection& connection)
     throw own_error(DatabaseErrorKind::damaged, "It is damaged (" + finding + ").");
 }
 
-/// The first line of a report only says which database is meant, where there is more than one line.
-std::string without_heading(const std::string& report)
+/// A report of the engine's full check as a sentence.
+std::string sentence_of(const std::string& report)
 {
-    return report.starts_with("***") ? report.substr(report.find('\n') + 1) : report;
+    // With more than one line, the first only says which database is meant.
+    const std::string words = report.starts_with("***") ? report.substr(report.find('\n') + 1) : report;
+    const std::size_t reason = words.find(": btreeInitPage() returns error code");
+    if (reason != std::string::npos)
+        return words.substr(0, reason) + " holds something else than a page of a course.";
+    const std::size_t missing = words.find(" missing from index ");
+    if (missing != std::string::npos && words.starts_with("row "))
+        return "R" + words.substr(1, missing - 1) + " is" + words.substr(missing) + ".";
+    return words + ".";
 }
 
 /// Holds the write lock, under which the file stays as it is.
@@ -217,7 +225,8 @@ std::vector<std::string> integrity_findings(Connection& connection, std::span<co
             connection.restart_time();
             look();
         } catch (const DatabaseError& error) {
-            findings.emplace_back(error.what());
+            if (findings.empty())
+                findings.emplace_back(error.what());
         }
         connection.limit_depth(false);
     };
@@ -230,7 +239,7 @@ std::vector<std::string> integrity_findings(Connection& connection, std::span<co
         while (check.step()) {
             const std::string report = check.text(0);
             if (report != "ok")
-                findings.push_back(without_heading(report));
+                findings.push_back(sentence_of(report));
         }
     });
     note([&] {

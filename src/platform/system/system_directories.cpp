@@ -48,6 +48,12 @@ std::optional<std::uint64_t> SystemDirectories::room_in(const std::string& folde
     return std::uint64_t{status.f_bavail} * status.f_frsize;
 }
 
+void SystemDirectories::make_private(const std::string& path)
+{
+    std::error_code error;
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, error);
+}
+
 bool SystemDirectories::remove(const std::string& path)
 {
     std::error_code error;

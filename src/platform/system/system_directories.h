@@ -11,6 +11,7 @@ public:
     [[nodiscard]] std::vector<FolderEntry> files_in(const std::string& folder) const override;
     [[nodiscard]] std::optional<std::uint64_t> size_of(const std::string& path) const override;
     [[nodiscard]] std::optional<std::uint64_t> room_in(const std::string& folder) const override;
+    void make_private(const std::string& path) override;
     bool remove(const std::string& path) override;
 };
 
