@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -21,6 +22,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -343,6 +345,40 @@ TEST_P(FailingCopy, leaves_nothing_and_the_next_one_succeeds)
 INSTANTIATE_TEST_SUITE_P(Steps, FailingCopy,
                          testing::Values(Operation::begin_copy, Operation::copy_step, Operation::copy_flush,
                                          Operation::copy_finish));
+
+/// Limits the size of all files of the process while an object of this class lives.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    rlimit before_{};
+    void (*handler_)(int);
+};
+
+TEST_F(CourseCopy, that_does_not_fit_tells_the_reason_and_leaves_nothing)
+{
+    open(large(), "large.crs");
+    {
+        const FileSizeLimit limit(100'000);
+        EXPECT_EQ(reason_of([this] { make_copy(); }), "A file would become larger than the system allows.");
+        EXPECT_EQ(names(), std::vector<std::string>{});
+    }
+    make_copy();
+    EXPECT_TRUE(copies.newest(course.db_path));
+}
 
 /// Takes each file for one that was sound when it was closed.
 class AllSound : public platform::SoundFiles {
