@@ -26,7 +26,7 @@ bool run_to_end(const char* program, const std::string& argument)
 Work start(const WorkFolder& folder, int records, const char* program)
 {
     const std::string course = fresh_sample(folder, records);
-    // The remembered course of whoever runs this is left alone, and no copy of the sample gets among the others.
+    // The remembered course of the user is left alone, and no copy of the sample gets among the others.
     setenv("XDG_CONFIG_HOME", folder.file("config").c_str(), 1);
     setenv("XDG_DATA_HOME", folder.file("data").c_str(), 1);
     return {.run = [program, course] {

@@ -18,7 +18,7 @@
 namespace cuedrill::drill {
 
 /// Has copies of the open course made: one a day, little by little while the user does nothing, and one before a change
-/// that cannot be undone. A copy that fails is told once, in the status line; the work goes on in any case.
+/// that cannot be undone. The status line reports the first copy that fails; the work goes on in any case.
 class CourseCopies {
 public:
     struct Services {
@@ -68,7 +68,7 @@ private:
     bool due_ = false;                           ///< a copy is to be begun
     std::unique_ptr<keep::CopyInMaking> making_; ///< null for none
     std::string untold_;                         ///< about a failure; "" for none
-    bool told_ = false;                          ///< a failure was told, or will be, since the program started
+    bool told_ = false;                          ///< a failure was reported, or will be, since the program started
 };
 
 } // namespace cuedrill::drill

@@ -9,11 +9,11 @@
 namespace cuedrill::keep {
 namespace {
 
-constexpr std::int64_t day = 24 * 60 * 60;
-constexpr std::int64_t age_of_all = 2 * day;
-constexpr std::int64_t age_of_daily = 14 * day;
-constexpr std::int64_t age_of_weekly = 61 * day;
-constexpr std::int64_t age_of_monthly = 366 * day;
+constexpr std::int64_t seconds_of_day = 24 * 60 * 60;
+constexpr std::int64_t age_of_all = 2 * seconds_of_day;
+constexpr std::int64_t age_of_daily = 14 * seconds_of_day;
+constexpr std::int64_t age_of_weekly = 61 * seconds_of_day;
+constexpr std::int64_t age_of_monthly = 366 * seconds_of_day;
 
 /// The days, weeks or months are numbered: one copy of each number stays.
 struct Period {
@@ -27,11 +27,11 @@ struct Period {
 std::optional<Period> period_of(common::DateTime time, std::int64_t age)
 {
     if (age <= age_of_daily)
-        return Period{Period::Kind::day, time.date_only().seconds() / day};
+        return Period{Period::Kind::day, time.date_only().seconds() / seconds_of_day};
     if (age <= age_of_weekly) {
         // 1899-12-30 was a Saturday; weeks begin on Monday.
         constexpr std::int64_t days_from_monday = 5;
-        return Period{Period::Kind::week, (time.date_only().seconds() / day + days_from_monday) / 7};
+        return Period{Period::Kind::week, (time.date_only().seconds() / seconds_of_day + days_from_monday) / 7};
     }
     if (age <= age_of_monthly) {
         const common::CalendarFields fields = time.fields();

@@ -103,7 +103,7 @@ protected:
         EXPECT_EQ(static_cast<std::int64_t>(after.qa.size()), salvaged.records());
     }
 
-    /// Whether the number is told as lost.
+    /// Whether the result lists the number as lost.
     static bool is_lost(const Salvaged& salvaged, std::int64_t number)
     {
         return std::any_of(salvaged.lost.begin(), salvaged.lost.end(), [number](const NumberRange& range) {

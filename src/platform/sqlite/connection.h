@@ -83,7 +83,7 @@ public:
     /// Begins to copy all pages into the empty file of `target`, which must outlive the result. Closing either
     /// connection ends it.
     [[nodiscard]] std::shared_ptr<Backup> begin_backup(Connection& target);
-    /// Whether a statement or a backup waits for another program's lock, for as long as the constructor was told.
+    /// Whether a statement or a backup waits for another program's lock, for as long as the constructor says.
     void wait_for_locks(bool wait);
     /// The settings for a file that only gets the pages of another one: nothing is brought to the disk, and hardly
     /// anything is kept in memory until the end.

@@ -41,7 +41,8 @@ public:
 
     void open(const std::string& path, std::span<const TableSchema> expected) override;
     /// Opens a file that may be damaged, for reading only. Only what must be known for reading is checked: that it is a
-    /// course, by its header and its tables. A file that is cut short is opened, too.
+    /// course, by its header and its tables. A file that is cut short is opened, too. As with any opening, a journal
+    /// that a crash has left beside the file is used and removed.
     /// @throws DatabaseError
     void open_for_reading(const std::string& path, std::span<const TableSchema> expected);
     /// All that is wrong with the open file; empty for a sound one.
