@@ -71,7 +71,8 @@ bool CourseOpener::take_command_line_course()
     if (course_.db_path.empty())
         return false;
     if (!app::file_exists(services_.files, course_.db_path)) {
-        services_.desktop.message_box({.text = missing_file(course_.db_path)});
+        services_.desktop.message_box(
+            {.text = missing_file(course_.db_path) + services_.copies.words_about_newest(course_.db_path)});
         return false;
     }
     course_.course_name = app::name_of(course_.db_path);
@@ -120,7 +121,8 @@ void CourseOpener::prepare_chosen_course()
         return;
     if (!create_without_asking_) {
         const auto answer =
-            services_.desktop.message_box({.text = missing_file(course_.db_path) + " Do you want to create it?",
+            services_.desktop.message_box({.text = missing_file(course_.db_path) + " Do you want to create it?" +
+                                                   services_.copies.words_about_newest(course_.db_path),
                                            .buttons = platform::BoxButtons::yes_no,
                                            .icon = platform::BoxIcon::question});
         if (answer != platform::BoxAnswer::yes)
@@ -181,7 +183,9 @@ void CourseOpener::report_failure(const std::string& reason)
         "The course " + course_.db_path + (creating_ ? " cannot be created." : " cannot be opened.");
     creating_ = false;
     services_.trace.write_trace("apertura_db - " + failure + " - " + reason);
-    services_.desktop.message_box({.text = failure + "\r\n\r\n" + reason, .icon = platform::BoxIcon::exclamation});
+    services_.desktop.message_box(
+        {.text = failure + "\r\n\r\n" + reason + services_.copies.words_about_newest(course_.db_path),
+         .icon = platform::BoxIcon::exclamation});
     course_.db_path.clear();
     course_.course_name.clear();
 }
@@ -218,6 +222,7 @@ void CourseOpener::finish_check()
 {
     try {
         course_.database().finish_check();
+        services_.copies.course_opened();
         return;
     } catch (const platform::DatabaseError& error) {
         // The check waits for the other program then, and comes before the first write.

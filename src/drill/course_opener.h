@@ -2,6 +2,7 @@
 
 #include "app/base/settings.h"
 #include "app/base/trace_log.h"
+#include "drill/course_copies.h"
 #include "drill/main_window.h"
 #include "drill/status_line.h"
 #include "platform/clock.h"
@@ -30,6 +31,7 @@ public:
         StatusLine& status;
         app::Settings& settings;
         app::TraceLog& trace;
+        CourseCopies& copies;
     };
 
     /// @param program_folder initial folder of the first file dialog.
@@ -54,7 +56,8 @@ public:
     void m_new();
 
     /// Does what opening the course has put off: reads the whole file to see whether it is sound. If it is not, a box
-    /// says so, the course is closed, and the user chooses another one. The program ends if the user cancels.
+    /// says so, the course is closed, and the user chooses another one. The program ends if the user cancels. After it,
+    /// copies of the course may be made.
     void finish_check();
 
 private:

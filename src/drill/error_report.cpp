@@ -13,6 +13,8 @@ void ErrorReport::report(const std::exception& error)
         text = "The course " + course_.db_path + " could not be read or written.\r\n\r\n" + text;
         trace_.write_trace("error - " + course_.db_path + " - code " + std::to_string(failure->code()) + " - " +
                            failure->what());
+        if (failure->kind() == platform::DatabaseErrorKind::damaged)
+            text += copies_.words_about_newest(course_.db_path);
     } else {
         trace_.write_trace("error - " + text);
     }

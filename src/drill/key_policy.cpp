@@ -58,6 +58,7 @@ KeyJudgement KeyPolicy::judge(const KeyEvent& event)
         released_ = event;
         return KeyJudgement::meant;
     }
+    down_at_ = clock_.steady_seconds();
     if (is_held(event))
         return goes_elsewhere(event) ? KeyJudgement::stray : KeyJudgement::held;
     if (is_bounce(event)) {
@@ -67,6 +68,11 @@ KeyJudgement KeyPolicy::judge(const KeyEvent& event)
     }
     pressed_ = event;
     return KeyJudgement::meant;
+}
+
+bool KeyPolicy::pressed_within(double seconds) const
+{
+    return down_at_ && clock_.steady_seconds() - *down_at_ < seconds;
 }
 
 /// X11 reports a held key as alternating releases and presses, and the toolkit does not always recognise them as

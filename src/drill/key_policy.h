@@ -51,6 +51,9 @@ public:
     /// typing that goes on, would lose them.
     void pause(Paused keys);
 
+    /// Whether a key went down in the last `seconds` seconds, in whichever window.
+    [[nodiscard]] bool pressed_within(double seconds) const;
+
 private:
     [[nodiscard]] bool is_held(const platform::KeyEvent& event) const;
     [[nodiscard]] bool is_bounce(const platform::KeyEvent& event) const;
@@ -63,6 +66,8 @@ private:
 
     platform::KeyEvent pressed_;  ///< the last press that was meant, with the time of the latest bounce of that key
     platform::KeyEvent released_; ///< the last release
+
+    std::optional<double> down_at_; ///< of any key, monotonic time in seconds
 
     platform::KeyPress command_key_; ///< key of the last command
     double command_at_ = 0;          ///< monotonic time in seconds

@@ -81,6 +81,7 @@ bool QuestionImport::may_import(const std::string& path)
 
 void QuestionImport::import_file(const std::string& path)
 {
+    services_.copies.before_change();
     Importer importer(course_, services_.files, services_.clock, services_.text_compare, path);
     shown_ = 0;
     try {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drill/course_copies.h"
 #include "drill/display.h"
 #include "drill/edit_flags.h"
 #include "drill/last_list.h"
@@ -25,6 +26,7 @@ public:
         platform::Clock& clock;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
+        CourseCopies& copies;
     };
 
     QuestionImport(store::Course& course, EditFlags& flags, Display& display, Statistics& statistics,
@@ -38,7 +40,8 @@ public:
     /// reported in a box; records stored before it stay.
     void Import_questions_and_answers();
 
-    /// Imports the file at `path`, showing the progress of each step and the result.
+    /// Imports the file at `path` after a copy of the course was made, showing the progress of each step and the
+    /// result.
     void import_file(const std::string& path);
 
 private:

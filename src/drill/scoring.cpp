@@ -12,9 +12,9 @@ namespace cuedrill::drill {
 
 Scoring::Scoring(store::Course& course, const scheduler::DeadTimes& dead_times, const DrillState& state,
                  Display& display, Statistics& statistics, StatusLine& status, platform::Clock& clock,
-                 platform::Desktop& desktop, EndOfProgram& end_of_program)
+                 platform::Desktop& desktop, EndOfProgram& end_of_program, CourseCopies& copies)
     : course_(course), dead_times_(dead_times), state_(state), display_(display), statistics_(statistics),
-      status_(status), clock_(clock), desktop_(desktop), end_of_program_(end_of_program)
+      status_(status), clock_(clock), desktop_(desktop), end_of_program_(end_of_program), copies_(copies)
 {
 }
 
@@ -103,6 +103,7 @@ void Scoring::m_reset_all()
                               .default_button = platform::BoxAnswer::no});
     if (answer == platform::BoxAnswer::no)
         return;
+    copies_.before_change();
     const platform::BusyPointer busy(desktop_);
     scheduler::reset_all(course_, clock_.now());
     statistics_.show_score();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drill/course_copies.h"
 #include "drill/display.h"
 #include "drill/drill_state.h"
 #include "drill/end_of_program.h"
@@ -19,7 +20,7 @@ class Scoring {
 public:
     Scoring(store::Course& course, const scheduler::DeadTimes& dead_times, const DrillState& state, Display& display,
             Statistics& statistics, StatusLine& status, platform::Clock& clock, platform::Desktop& desktop,
-            EndOfProgram& end_of_program);
+            EndOfProgram& end_of_program, CourseCopies& copies);
 
     /// Judges the current question as known: its level rises as far as the time since its last test allows.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
@@ -42,7 +43,8 @@ public:
     /// Without a verdict since the course was opened it does nothing. An error is reported in a box.
     void m_undo();
 
-    /// Command: after a confirmation, resets every question to level 0 and clears its history in both directions.
+    /// Command: after a confirmation and a copy of the course, resets every question to level 0 and clears its history
+    /// in both directions.
     /// @throws platform::DatabaseError; nothing has changed then.
     void m_reset_all();
 
@@ -59,6 +61,7 @@ private:
     platform::Clock& clock_;
     platform::Desktop& desktop_;
     EndOfProgram& end_of_program_;
+    CourseCopies& copies_;
 };
 
 } // namespace cuedrill::drill

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/errors.h"
+#include "platform/course_copy.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -176,6 +177,15 @@ public:
     /// What opening could not store because the disk was full, in words for the trace log; empty if nothing is missing.
     /// It is stored before the next write.
     [[nodiscard]] virtual std::string unstored() const { return {}; }
+
+    /// Differs from the mark of every earlier state of the open file. One line of text without blanks.
+    [[nodiscard]] virtual std::string mark() = 0;
+
+    /// Begins a copy of the open file that will be named `path` and be accessible to this user only. It may live
+    /// longer than the file is open, and is abandoned then.
+    /// @param expected the tables for which the copy is checked when it is complete.
+    [[nodiscard]] virtual std::unique_ptr<CourseCopy> begin_copy(const std::string& path,
+                                                                 std::span<const TableSchema> expected) = 0;
 
     /// Closes the file, if one is open. An open transaction is rolled back.
     virtual void close() noexcept = 0;

@@ -36,6 +36,7 @@ struct Form1 {
     Timer& timer_250_ms;
     Timer& timer_1_sec;
     Timer& timer_1_min;
+    Timer& timer_idle; ///< ticks only while no action of the user is running and no box is open
 };
 
 } // namespace cuedrill::platform

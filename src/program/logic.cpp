@@ -16,6 +16,7 @@ Logic::Logic(const LogicPlatform& platform) : p(platform)
     lists.attach();
     timers.attach();
     opener.attach();
+    course_copies.attach();
     big_box.attach();
     context_help.attach();
     commands.attach();

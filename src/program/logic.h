@@ -6,6 +6,7 @@
 #include "bank/record_bank.h"
 #include "drill/command_controls.h"
 #include "drill/context_help.h"
+#include "drill/course_copies.h"
 #include "drill/course_opener.h"
 #include "drill/course_options.h"
 #include "drill/course_title.h"
@@ -32,6 +33,7 @@
 #include "drill/typed_answer.h"
 #include "drill/window_keys.h"
 #include "exchange/exporter.h"
+#include "keep/copies.h"
 #include "keep/draft_file.h"
 #include "keep/removed_file.h"
 #include "platform/clock.h"
@@ -39,6 +41,7 @@
 #include "platform/desktop.h"
 #include "platform/f_msgbox.h"
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "platform/form1.h"
 #include "platform/open_courses.h"
 #include "platform/random_source.h"
@@ -67,10 +70,11 @@ struct LogicPlatform {
     platform::Clock& clock;
     platform::Files& files;
     platform::OpenCourses& open_courses;
+    platform::Folders& folders;
     platform::RandomSource& random;
     const platform::TextCompare& text_compare;
     platform::Database& database;
-    std::string data_folder;    ///< where "removed.txt" is
+    std::string data_folder;    ///< where "removed.txt" and the copies of courses are
     std::string program_folder; ///< where the trace, the agenda and the first file dialog are
     std::string web_page;       ///< the product's web page: an address or a full path
 };
@@ -104,16 +108,21 @@ struct Logic {
     drill::Display display{form1, course, state, screen, status, layout, hints, p.clock};
 
     scheduler::DeadTimes dead_times;
+    keep::Copies copies{p.files, p.folders, p.data_folder};
+    drill::KeyPolicy key_policy{p.clock};
+    drill::CourseCopies course_copies{course,     copies, state,
+                                      key_policy, status, {form1.timer_idle, p.clock, p.desktop, trace}};
+
     drill::EndOfProgram end_of_program{course, params, p.clock, trace};
     drill::Statistics statistics{course, params, screen, p.clock, p.desktop, start_time};
     drill::Selection selection{
         course, params, dead_times, state, display, options, {p.clock, p.random, p.desktop, status}};
-    drill::Scoring scoring{course, dead_times, state, display, statistics, status, p.clock, p.desktop, end_of_program};
+    drill::Scoring scoring{course, dead_times, state,     display,        statistics,
+                           status, p.clock,    p.desktop, end_of_program, course_copies};
     drill::LevelCommands levels{course, params, dead_times, statistics, options, p.desktop};
 
     bank::RecordBank bank{course, p.text_compare};
     drill::LastList last_list{course, form1.listav, state, edit_flags, layout, status, p.desktop, p.text_compare};
-    drill::KeyPolicy key_policy{p.clock};
     keep::RemovedFile removed_file{p.files, p.data_folder};
     keep::DraftFile draft_file{p.files, p.data_folder};
     drill::KeptTexts kept{course, removed_file, draft_file, {status, p.clock, p.text_compare, trace}};
@@ -144,11 +153,19 @@ struct Logic {
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
     drill::CourseOpener opener{
-        course,           params,
-        main_window,      {p.files, p.open_courses, p.clock, form1.window, p.desktop, p.form2, status, settings, trace},
-        p.program_folder, start_time};
-    drill::QuestionImport question_import{
-        course, edit_flags, display, statistics, last_list, status, {p.files, p.clock, p.desktop, p.text_compare}};
+        course,
+        params,
+        main_window,
+        {p.files, p.open_courses, p.clock, form1.window, p.desktop, p.form2, status, settings, trace, course_copies},
+        p.program_folder,
+        start_time};
+    drill::QuestionImport question_import{course,
+                                          edit_flags,
+                                          display,
+                                          statistics,
+                                          last_list,
+                                          status,
+                                          {p.files, p.clock, p.desktop, p.text_compare, course_copies}};
     drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};
     drill::DrillCommands commands{
         form1, command_controls, {course,          params,         opener, title,        selection, scoring,
@@ -157,7 +174,7 @@ struct Logic {
                                   options,         display,        state,  status,       p.desktop}};
     drill::WindowKeys keys{
         form1, state, {dialog, commands, editor, layout, key_policy, p.desktop, p.text_compare, end_of_program}};
-    drill::ErrorReport error_report{course, p.desktop, trace};
+    drill::ErrorReport error_report{course, course_copies, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, kept, p.form2, p.files, trace};
 };
 

@@ -12,6 +12,7 @@
 #include "platform/qt/qt_shell.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/system/system_clock.h"
+#include "platform/system/system_directories.h"
 #include "platform/system/system_files.h"
 #include "platform/system/system_folders.h"
 #include "platform/system/system_open_courses.h"
@@ -44,6 +45,7 @@ struct Program::Platform {
     platform::system::SystemClock clock;
     platform::system::SystemFiles files;
     platform::system::SystemOpenCourses open_courses{platform::system::runtime_folder()};
+    platform::system::SystemDirectories folders;
     platform::system::SystemRandom random;
     platform::icu::IcuTextCompare text_compare;
     app::SoundCourses sound_courses{settings};
@@ -63,6 +65,7 @@ struct Program::Platform {
                 .clock = clock,
                 .files = files,
                 .open_courses = open_courses,
+                .folders = folders,
                 .random = random,
                 .text_compare = text_compare,
                 .database = database,

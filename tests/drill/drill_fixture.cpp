@@ -29,6 +29,7 @@ struct DrillFixture::Program {
                            .title = logic.title,
                            .main_window = logic.main_window,
                            .opener = logic.opener,
+                           .copies = logic.copies,
                            .question_import = logic.question_import,
                            .error_report = logic.error_report,
                            .start = logic.start};
@@ -70,10 +71,11 @@ void DrillFixture::make_program()
                                                                 .clock = clock,
                                                                 .files = files,
                                                                 .open_courses = open_courses,
+                                                                .folders = folders,
                                                                 .random = random,
                                                                 .text_compare = engine.text_compare,
                                                                 .database = database,
-                                                                .data_folder = folder.file("data"),
+                                                                .data_folder = data_folder,
                                                                 .program_folder = folder.path().string(),
                                                                 .web_page = "https://example.org/cuedrill"});
     logic = &program_->parts;

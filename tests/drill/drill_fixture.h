@@ -6,6 +6,7 @@
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_dialog_host.h"
 #include "fakes/fake_f_msgbox.h"
+#include "fakes/fake_folders.h"
 #include "fakes/fake_form1.h"
 #include "fakes/fake_open_courses.h"
 #include "fakes/fake_random.h"
@@ -27,6 +28,9 @@
 namespace cuedrill::app {
 class StartRoutine;
 } // namespace cuedrill::app
+namespace cuedrill::keep {
+class Copies;
+} // namespace cuedrill::keep
 namespace cuedrill::scheduler {
 class DeadTimes;
 } // namespace cuedrill::scheduler
@@ -78,6 +82,7 @@ struct LogicParts {
     CourseTitle& title;
     MainWindow& main_window;
     CourseOpener& opener;
+    keep::Copies& copies;
     QuestionImport& question_import;
     ErrorReport& error_report;
     app::StartRoutine& start;
@@ -157,11 +162,13 @@ protected:
     fakes::FakeSettings settings_store;
     platform::system::SystemFiles files;
     fakes::FakeOpenCourses open_courses;
+    fakes::FakeFolders folders;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
     fakes::CourseBuilder builder;
 
-    std::string path; ///< of the course
+    std::string data_folder = folder.file("data"); ///< it does not exist at first
+    std::string path;                              ///< of the course
     bool started = false;
     bool ended = false; ///< the program has ended
 

@@ -338,5 +338,17 @@ TEST(KeyPauses, do_not_let_echoes_count)
     EXPECT_FALSE(policy.counts({.key = Key::escape}, true));
 }
 
+TEST_F(KeyJudgements, tell_for_how_long_no_key_was_pressed)
+{
+    EXPECT_FALSE(policy.pressed_within(1000));
+    static_cast<void>(press_at(5000, KeyKind::other, &text));
+    clock.steady_seconds_more += 1.5;
+    release_at(6000, 30);
+    EXPECT_TRUE(policy.pressed_within(1.6));
+    EXPECT_FALSE(policy.pressed_within(1.5));
+    static_cast<void>(hold(at(6100, KeyKind::other, &text)));
+    EXPECT_TRUE(policy.pressed_within(0.1)) << "a held key counts, too";
+}
+
 } // namespace
 } // namespace cuedrill::drill

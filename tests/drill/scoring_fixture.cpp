@@ -41,10 +41,11 @@ struct ScoringFixture::Program {
                  .clock = fixture.clock,
                  .files = fixture.files,
                  .open_courses = open_courses,
+                 .folders = fixture.folders,
                  .random = fixture.random,
                  .text_compare = fixture.engine.text_compare,
                  .database = fixture.database,
-                 .data_folder = "/data",
+                 .data_folder = "",
                  .program_folder = "/program",
                  .web_page = "https://example.org/cuedrill"})
     {

@@ -10,6 +10,7 @@
 #include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_files.h"
+#include "fakes/fake_folders.h"
 #include "fakes/fake_form1.h"
 #include "fakes/fake_random.h"
 #include "fakes/recording_database.h"
@@ -57,6 +58,7 @@ protected:
     fakes::FakeRandom random;
     fakes::FakeDesktop desktop;
     fakes::FakeFiles files{make_files()};
+    fakes::FakeFolders folders;
     fakes::FakeForm1 form1;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};

@@ -60,6 +60,7 @@ public:
     FakeTimer timer_250_ms{"timer_250_ms", &journal};
     FakeTimer timer_1_sec{"timer_1_sec", &journal};
     FakeTimer timer_1_min{"timer_1_min", &journal};
+    FakeTimer timer_idle{"timer_idle", &journal};
 
     platform::Form1 controls{
         .window = window,
@@ -80,6 +81,7 @@ public:
         .timer_250_ms = timer_250_ms,
         .timer_1_sec = timer_1_sec,
         .timer_1_min = timer_1_min,
+        .timer_idle = timer_idle,
     };
 };
 

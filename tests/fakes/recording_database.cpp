@@ -58,6 +58,10 @@ struct DatabaseRecord {
         case Operation::append_table:
         case Operation::finish_creation:
         case Operation::open:
+        case Operation::begin_copy:
+        case Operation::copy_step:
+        case Operation::copy_flush:
+        case Operation::copy_finish:
             return false;
         case Operation::open_recordset:
         case Operation::query:
@@ -93,6 +97,37 @@ public:
 
 private:
     std::unique_ptr<platform::Recordset> recordset_;
+    std::shared_ptr<DatabaseRecord> record_;
+};
+
+/// A copy whose steps are recorded.
+class RecordingCopy : public platform::CourseCopy {
+public:
+    RecordingCopy(std::unique_ptr<platform::CourseCopy> copy, std::shared_ptr<DatabaseRecord> record)
+        : copy_(std::move(copy)), record_(std::move(record))
+    {
+    }
+
+    [[nodiscard]] bool step(int most) override
+    {
+        record_->called(Operation::copy_step);
+        return copy_->step(most);
+    }
+    [[nodiscard]] std::string mark() const override { return copy_->mark(); }
+    void flush() override
+    {
+        record_->called(Operation::copy_flush);
+        copy_->flush();
+    }
+    void finish() override
+    {
+        record_->called(Operation::copy_finish);
+        copy_->finish();
+    }
+    [[nodiscard]] bool abandoned() const noexcept override { return copy_->abandoned(); }
+
+private:
+    std::unique_ptr<platform::CourseCopy> copy_;
     std::shared_ptr<DatabaseRecord> record_;
 };
 
@@ -218,6 +253,18 @@ void RecordingDatabase::finish_check()
 void RecordingDatabase::fail_check(platform::DatabaseErrorKind kind, const std::string& words)
 {
     check_failure_.emplace(kind, 0, words);
+}
+
+std::string RecordingDatabase::mark()
+{
+    return database_.mark();
+}
+
+std::unique_ptr<platform::CourseCopy> RecordingDatabase::begin_copy(const std::string& path,
+                                                                    std::span<const platform::TableSchema> expected)
+{
+    record_->called(Operation::begin_copy);
+    return std::make_unique<RecordingCopy>(database_.begin_copy(path, expected), record_);
 }
 
 void RecordingDatabase::close() noexcept

@@ -14,7 +14,21 @@
 namespace cuedrill::fakes {
 
 /// The operations of a database that a test can count and make fail.
-enum class Operation { create, append_table, finish_creation, open, open_recordset, query, execute, begin, commit };
+enum class Operation {
+    create,
+    append_table,
+    finish_creation,
+    open,
+    open_recordset,
+    query,
+    execute,
+    begin,
+    commit,
+    begin_copy,
+    copy_step,
+    copy_flush,
+    copy_finish
+};
 
 struct DatabaseRecord;
 
@@ -73,6 +87,9 @@ public:
     void open(const std::string& path, std::span<const platform::TableSchema> expected) override;
     [[nodiscard]] std::string unstored() const override;
     void finish_check() override;
+    [[nodiscard]] std::string mark() override;
+    [[nodiscard]] std::unique_ptr<platform::CourseCopy>
+    begin_copy(const std::string& path, std::span<const platform::TableSchema> expected) override;
     void close() noexcept override;
     [[nodiscard]] bool is_open() const override;
 

@@ -48,6 +48,7 @@ struct QtForm1Controls {
     QtTimer timer_250_ms;
     QtTimer timer_1_sec;
     QtTimer timer_1_min;
+    QtTimer timer_idle;
 
     QtSessionEnd session_end;
 

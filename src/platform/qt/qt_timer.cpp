@@ -1,8 +1,19 @@
 #include "platform/qt/qt_timer.h"
 
+#include <utility>
+
 namespace cuedrill::platform::qt {
 
-QtTimer::QtTimer(QtGuard& guard) : guard_(guard)
+QtTimer::QtTimer(QtGuard& guard) : QtTimer([&guard](const Handler& handler) { guard.run(handler); })
+{
+}
+
+QtTimer::QtTimer(QtActionGate& gate)
+    : QtTimer([&gate](const Handler& handler) { static_cast<void>(gate.run(handler)); })
+{
+}
+
+QtTimer::QtTimer(std::function<void(const Handler&)> run) : run_(std::move(run))
 {
     // A coarse timer may be 5 % late, and a clock of seconds would sometimes skip one.
     timer_.setTimerType(Qt::PreciseTimer);
@@ -24,7 +35,7 @@ void QtTimer::tick()
     if (ticking_)
         return;
     ticking_ = true;
-    guard_.run(on_tick);
+    run_(on_tick);
     ticking_ = false;
 }
 

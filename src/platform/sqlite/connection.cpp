@@ -1,5 +1,6 @@
 #include "platform/sqlite/connection.h"
 
+#include "platform/sqlite/backup.h"
 #include "platform/sqlite/engine_error.h"
 
 #include <cerrno>
@@ -52,12 +53,12 @@ std::string savepoint_name(int depth)
 } // namespace
 
 Connection::Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout)
-    : rules_{compare}, files_(file), started_(std::clock())
+    : busy_timeout_(busy_timeout), rules_{compare}, files_(file), started_(std::clock())
 {
     open_file(file);
     try {
         sqlite3_extended_result_codes(db_, 1);
-        sqlite3_busy_timeout(db_, static_cast<int>(busy_timeout.count()));
+        wait_for_locks(true);
         sqlite3_hard_heap_limit64(most_memory);
         sqlite3_progress_handler(db_, steps_between_looks_at_the_clock, is_out_of_time, &started_);
         harden();
@@ -109,6 +110,12 @@ void Connection::close() noexcept
 {
     if (db_ == nullptr)
         return;
+    // The engine would keep the file open for the sake of a copy that is under way.
+    for (const std::weak_ptr<Backup>& started : backups_) {
+        if (const std::shared_ptr<Backup> backup = started.lock())
+            backup->end();
+    }
+    backups_.clear();
     if (in_transaction())
         try_run("ROLLBACK");
     depth_ = 0;
@@ -186,6 +193,36 @@ void Connection::set_up_for_work()
     // 16 MiB (negative values are KiB), enough for the pages of a full course. With the smaller default, each list of
     // all records would read every page from the file again.
     run("PRAGMA main.cache_size = -16384");
+}
+
+void Connection::set_up_for_backup()
+{
+    run("PRAGMA main.journal_mode = MEMORY");
+    run("PRAGMA main.synchronous = OFF");
+    // In pages. More would be written all at once by the last step.
+    run("PRAGMA main.cache_size = 64");
+}
+
+void Connection::tolerate_damage()
+{
+    // The engine takes this switch for the wish of somebody who wants to repair the file by hand, and only without the
+    // defence against statements that write its inner tables. The program has no such statement.
+    set_switch(SQLITE_DBCONFIG_DEFENSIVE, false);
+    set_switch(SQLITE_DBCONFIG_WRITABLE_SCHEMA, true);
+}
+
+void Connection::wait_for_locks(bool wait)
+{
+    sqlite3_busy_timeout(handle(), wait ? static_cast<int>(busy_timeout_.count()) : 0);
+}
+
+std::shared_ptr<Backup> Connection::begin_backup(Connection& target)
+{
+    auto backup = std::make_shared<Backup>(*this, target);
+    std::erase_if(backups_, [](const std::weak_ptr<Backup>& started) { return started.expired(); });
+    backups_.push_back(backup);
+    target.backups_.push_back(backup);
+    return backup;
 }
 
 Statement Connection::prepare(std::string_view sql)

@@ -21,6 +21,8 @@ struct sqlite3;
 
 namespace cuedrill::platform::sqlite {
 
+class Backup;
+
 /// An open file with its prepared statements and its transaction. Recordsets share ownership of it. After `close`, what
 /// still uses it gets a DatabaseError with a text for the user. Functions that are not noexcept may throw
 /// DatabaseError.
@@ -83,6 +85,18 @@ public:
     void commit();
     void rollback() noexcept;
 
+    /// Begins to copy all pages into the empty file of `target`, which must outlive the result. Closing either
+    /// connection ends it.
+    [[nodiscard]] std::shared_ptr<Backup> begin_backup(Connection& target);
+    /// Whether a statement or a backup waits for another program's lock, for as long as the constructor says.
+    void wait_for_locks(bool wait);
+    /// The settings for a file that only gets the pages of another one: nothing is brought to the disk, and hardly
+    /// anything is kept in memory until the end.
+    void set_up_for_backup();
+
+    /// Lets the engine read a file that is shorter than it says. Requires that nothing is written.
+    void tolerate_damage();
+
     /// Defers `job` until just before the next transaction or single write. If it throws, that write fails with its
     /// error, and the job runs again before the following one.
     void put_off(std::function<void()> job) { put_off_ = std::move(job); }
@@ -107,6 +121,8 @@ private:
     bool try_run(const char* sql) noexcept;
     bool undo_savepoint(int depth) noexcept;
 
+    std::chrono::milliseconds busy_timeout_;
+    std::vector<std::weak_ptr<Backup>> backups_;
     TextRules rules_;
     CourseFiles files_; ///< must outlive the engine's connection, which accesses all files through it
     sqlite3* db_ = nullptr;

@@ -140,6 +140,20 @@ void check_soundness(Connection& connection)
     throw own_error(DatabaseErrorKind::damaged, "It is damaged (" + finding + ").");
 }
 
+/// A report of the engine's full check as a sentence.
+std::string sentence_of(const std::string& report)
+{
+    // With more than one line, the first only says which database is meant.
+    const std::string words = report.starts_with("***") ? report.substr(report.find('\n') + 1) : report;
+    const std::size_t reason = words.find(": btreeInitPage() returns error code");
+    if (reason != std::string::npos)
+        return words.substr(0, reason) + " holds something else than a page of a course.";
+    const std::size_t missing = words.find(" missing from index ");
+    if (missing != std::string::npos && words.starts_with("row "))
+        return "R" + words.substr(1, missing - 1) + " is" + words.substr(missing) + ".";
+    return words + ".";
+}
+
 /// A transaction of `connection`, which prevents changes of the file by other programs; rolled back unless committed.
 class LockedFile {
 public:
@@ -186,14 +200,19 @@ FileHeader check_header(Connection& connection)
             header[place_of_read_version] == write_ahead_log_version};
 }
 
-void check_tables(Connection& connection, std::span<const ExpectedTable> expected)
+void check_definitions(Connection& connection, std::span<const ExpectedTable> expected)
 {
-    // Taking the write lock shows whether the file can be written and is not locked by another program.
-    const LockedFile locked(connection);
     for (const ExpectedTable& table : expected) {
         check_is_ordinary_table(connection, table.schema.name);
         check_columns(connection, table);
     }
+}
+
+void check_tables(Connection& connection, std::span<const ExpectedTable> expected)
+{
+    // Taking the write lock shows whether the file can be written and is not locked by another program.
+    const LockedFile locked(connection);
+    check_definitions(connection, expected);
 }
 
 void check_contents(Connection& connection, std::span<const ExpectedTable> expected)
@@ -212,6 +231,39 @@ void check_contents(Connection& connection, std::span<const ExpectedTable> expec
     check_soundness(connection);
     if (has_long_texts(connection, expected))
         check_text_lengths(connection, expected);
+}
+
+std::vector<std::string> integrity_findings(Connection& connection, std::span<const ExpectedTable> expected,
+                                            std::uint32_t order_version)
+{
+    std::vector<std::string> findings;
+    const auto note = [&](const auto& look) {
+        try {
+            connection.restart_time();
+            look();
+        } catch (const DatabaseError& error) {
+            if (findings.empty())
+                findings.emplace_back(error.what());
+        }
+        connection.limit_depth(false);
+    };
+    note([&] {
+        // Indexes in another order than the present one are no damage: the next opening rebuilds them.
+        const bool same_order = connection.query_integer("PRAGMA main.user_version") == packed_version(order_version);
+        Statement check =
+            connection.prepare(same_order ? "PRAGMA main.integrity_check(100)" : "PRAGMA main.quick_check(100)");
+        connection.limit_depth(true);
+        while (check.step()) {
+            const std::string report = check.text(0);
+            if (report != "ok")
+                findings.push_back(sentence_of(report));
+        }
+    });
+    note([&] {
+        if (!has_own_definitions(connection, expected) || has_long_texts(connection, expected))
+            check_text_lengths(connection, expected);
+    });
+    return findings;
 }
 
 void bring_to_order(Connection& connection, std::uint32_t order_version)

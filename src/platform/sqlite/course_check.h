@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
+#include <vector>
 
 namespace cuedrill::platform::sqlite {
 
@@ -28,6 +30,10 @@ struct FileHeader {
 /// the header cannot be read.
 FileHeader check_header(Connection& connection);
 
+/// Checks that the file has the tables of `expected`. The time does not depend on the number of rows.
+/// @throws DatabaseError that names the first fault.
+void check_definitions(Connection& connection, std::span<const ExpectedTable> expected);
+
 /// Checks that the file can be written, is not locked by another program, and has the tables of `expected`. The time
 /// does not depend on the number of rows. Writes nothing.
 /// @throws DatabaseError that names the first fault.
@@ -37,6 +43,12 @@ void check_tables(Connection& connection, std::span<const ExpectedTable> expecte
 /// `expected`. Writes nothing. If all definitions in the file are the program's own, lifts the limit on processor time.
 /// @throws DatabaseError that names the first fault.
 void check_contents(Connection& connection, std::span<const ExpectedTable> expected);
+
+/// Reads the whole file and returns each fault as a sentence or as a report of the engine; nothing for a sound file.
+/// Also compares each index with its table, unless the file was written under another order of texts. Requires the
+/// tables of `expected`. Writes nothing, and its processor time is limited.
+[[nodiscard]] std::vector<std::string>
+integrity_findings(Connection& connection, std::span<const ExpectedTable> expected, std::uint32_t order_version);
 
 /// Rebuilds the indexes over texts if they were built for another order than that of `order_version`.
 /// @throws DatabaseError; the file is unchanged then. (damaged) if two rows have the same key in the new order.

@@ -19,7 +19,6 @@ namespace {
 
 constexpr std::string_view name_start = ".cuedrill-new-";
 constexpr int most_attempts = 100;
-constexpr mode_t usual_mode = 0666; // restricted by the umask
 
 int rename_without_replacing(const char* from, const char* to)
 {
@@ -99,14 +98,14 @@ bool has_no_hard_links(int error)
 
 } // namespace
 
-TemporaryFile::TemporaryFile(const std::string& folder, Start start)
+TemporaryFile::TemporaryFile(const std::string& folder, Start start, mode_t mode)
 {
     const std::string before_name = (folder == "/" ? "" : folder) + "/";
     remove_leftovers(folder, before_name);
     std::random_device random;
     for (int attempt = 0; attempt < most_attempts; ++attempt) {
         const std::string path = before_name + std::string(name_start) + std::to_string(random());
-        if (start == Start::only_a_name ? is_free(path) : create(path)) {
+        if (start == Start::only_a_name ? is_free(path) : create(path, mode)) {
             path_ = path;
             return;
         }
@@ -115,9 +114,9 @@ TemporaryFile::TemporaryFile(const std::string& folder, Start start)
 }
 
 /// Returns false if the name is taken, or if another program found the file before it was locked and removes it.
-bool TemporaryFile::create(const std::string& path)
+bool TemporaryFile::create(const std::string& path, mode_t mode)
 {
-    descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, usual_mode);
+    descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
     if (descriptor_ < 0) {
         if (errno != EEXIST)
             throw file_error(errno, "It cannot be created.");
@@ -145,6 +144,16 @@ bool TemporaryFile::hold_opened()
         return true;
     ::close(std::exchange(descriptor_, -1));
     return false;
+}
+
+void TemporaryFile::sync() const
+{
+    int result = 0;
+    do {
+        result = ::fsync(descriptor_);
+    } while (result != 0 && errno == EINTR);
+    if (result != 0)
+        throw file_error(errno, "It cannot be brought to the disk.");
 }
 
 TemporaryFile::~TemporaryFile()

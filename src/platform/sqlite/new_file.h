@@ -14,9 +14,13 @@ public:
         only_a_name ///< choose a free name; the caller creates the file and then calls `hold`
     };
 
+    static constexpr mode_t usual_mode = 0666;   ///< restricted by the umask
+    static constexpr mode_t private_mode = 0600; ///< for this user only
+
     /// Also removes files of this kind in the folder that are not locked: a killed program has left them behind.
+    /// @param mode permissions of the empty file.
     /// @throws DatabaseError if the file cannot be created.
-    explicit TemporaryFile(const std::string& folder, Start start = Start::empty);
+    explicit TemporaryFile(const std::string& folder, Start start = Start::empty, mode_t mode = usual_mode);
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
@@ -27,8 +31,12 @@ public:
     /// @throws DatabaseError if it does not exist or another program is removing it.
     void hold();
 
+    /// Waits until the contents are on the disk. Requires that the file is held.
+    /// @throws DatabaseError
+    void sync() const;
+
 private:
-    bool create(const std::string& path);
+    bool create(const std::string& path, mode_t mode);
     bool hold_opened();
 
     std::string path_;

@@ -6,6 +6,7 @@
 #include "platform/sqlite/engine_error.h"
 #include "platform/sqlite/file_checks.h"
 #include "platform/sqlite/new_file.h"
+#include "platform/sqlite/sqlite_course_copy.h"
 #include "platform/sqlite/sqlite_recordset.h"
 #include "platform/sqlite/table_columns.h"
 #include "platform/sqlite/text_lengths.h"
@@ -185,6 +186,29 @@ void SqliteDatabase::open(const std::string& path, std::span<const TableSchema> 
     open_checked(existing_course_file(path), tables);
 }
 
+void SqliteDatabase::open_for_reading(const std::string& path, std::span<const TableSchema> expected)
+{
+    require_nothing_open();
+    const std::string file = existing_course_file(path);
+    const LogFile log(file);
+    const auto connection = std::make_shared<Connection>(file, compare_, busy_timeout_);
+    if (check_header(*connection).has_write_ahead_log || log.existed())
+        throw own_error(
+            DatabaseErrorKind::other,
+            "Another program keeps changes of it in a second file. Open it once, so that they are carried over.");
+    connection->tolerate_damage();
+    check_definitions(*connection, expected_tables(expected, compare_));
+    connection->run("PRAGMA main.query_only = ON");
+    checked_ = false;
+    path_ = file;
+    connection_ = connection;
+}
+
+std::vector<std::string> SqliteDatabase::findings(std::span<const TableSchema> expected)
+{
+    return integrity_findings(require_course(), expected_tables(expected, compare_), compare_.order_version());
+}
+
 void SqliteDatabase::open_checked(const std::string& file, std::span<const ExpectedTable> expected)
 {
     try {
@@ -297,6 +321,23 @@ void SqliteDatabase::order_now_or_later(Connection& connection, std::span<const 
         show_indexes(connection, names);
         unstored_.clear();
     });
+}
+
+std::string SqliteDatabase::mark()
+{
+    return require_course().mark();
+}
+
+std::unique_ptr<CourseCopy> SqliteDatabase::begin_copy(const std::string& path, std::span<const TableSchema> expected)
+{
+    return begin_copy(path, expected, TemporaryFile::private_mode);
+}
+
+std::unique_ptr<CourseCopy> SqliteDatabase::begin_copy(const std::string& path, std::span<const TableSchema> expected,
+                                                       mode_t mode)
+{
+    static_cast<void>(require_course());
+    return std::make_unique<SqliteCourseCopy>(connection_, path, compare_, expected, mode);
 }
 
 void SqliteDatabase::close() noexcept

@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 #include <vector>
 
 namespace cuedrill::platform::sqlite {
@@ -39,8 +40,22 @@ public:
     void finish_creation() override;
 
     void open(const std::string& path, std::span<const TableSchema> expected) override;
+    /// Opens a file that may be damaged, for reading only. Only what must be known for reading is checked: that it is a
+    /// course, by its header and its tables. A file that is cut short is opened, too. As with any opening, a journal
+    /// that a crash has left beside the file is used and removed.
+    /// @throws DatabaseError
+    void open_for_reading(const std::string& path, std::span<const TableSchema> expected);
+    /// All that is wrong with the open file; empty for a sound one.
+    [[nodiscard]] std::vector<std::string> findings(std::span<const TableSchema> expected);
+
     void finish_check() override;
     [[nodiscard]] std::string unstored() const override { return unstored_; }
+    [[nodiscard]] std::string mark() override;
+    [[nodiscard]] std::unique_ptr<CourseCopy> begin_copy(const std::string& path,
+                                                         std::span<const TableSchema> expected) override;
+    /// The same for a copy with other permissions.
+    [[nodiscard]] std::unique_ptr<CourseCopy> begin_copy(const std::string& path, std::span<const TableSchema> expected,
+                                                         mode_t mode);
     void close() noexcept override;
     [[nodiscard]] bool is_open() const override { return connection_ != nullptr && new_file_ == nullptr; }
 

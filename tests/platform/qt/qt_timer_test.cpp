@@ -1,6 +1,10 @@
 #include "platform/qt/qt_test_tools.h"
 #include "platform/qt/qt_timer.h"
 
+#include <QCoreApplication>
+#include <QDialog>
+#include <QWidget>
+
 namespace cuedrill::platform::qt {
 
 namespace {
@@ -55,6 +59,52 @@ TEST_F(QtTimerTest, AFailingTickIsReportedAndTheNextOneComes)
     timer.stop();
     EXPECT_EQ(ticks, 2);
     EXPECT_EQ(reports, 2);
+}
+
+class IdleTimer : public QtTest {
+protected:
+    /// Lets the timer tick for a while if it can.
+    static void process_events()
+    {
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+    }
+
+    QtGuard guard;
+    QWidget window;
+    QtActionGate gate{guard, window};
+    QtTimer timer{gate};
+    int ticks = 0;
+};
+
+TEST_F(IdleTimer, TicksWhileNothingElseRuns)
+{
+    timer.on_tick = [this] { ++ticks; };
+    timer.start(0ms);
+    process_events();
+    EXPECT_GT(ticks, 0);
+}
+
+TEST_F(IdleTimer, RestsWhileAnActionOfTheUserIsRunning)
+{
+    timer.on_tick = [this] { ++ticks; };
+    timer.start(0ms);
+    EXPECT_TRUE(gate.run([] { process_events(); }));
+    EXPECT_EQ(ticks, 0);
+}
+
+TEST_F(IdleTimer, RestsWhileABoxIsOpen)
+{
+    timer.on_tick = [this] { ++ticks; };
+    timer.start(0ms);
+    QDialog box;
+    box.setModal(true);
+    box.show();
+    process_events();
+    EXPECT_EQ(ticks, 0);
+    box.hide();
+    process_events();
+    EXPECT_GT(ticks, 0);
 }
 
 } // namespace
