@@ -33,7 +33,7 @@ run_target() {
         folders+=("$seeds")
     fi
     # Freed memory is given back early, so that the limit on memory is one on what the target uses.
-    ASAN_OPTIONS=quarantine_size_mb=16 "$made/tests/fuzz/fuzz_$name" -max_total_time="$seconds" -timeout=10 \
+    ASAN_OPTIONS=quarantine_size_mb=4:malloc_context_size=8 "$made/tests/fuzz/fuzz_$name" -max_total_time="$seconds" -timeout=10 \
         -rss_limit_mb=1024 -max_len="$longest" -len_control=0 -print_final_stats=1 "$@" "${folders[@]}" >"$log" 2>&1
 }
 
