@@ -66,13 +66,14 @@ const platform::TextCompare& text_compare()
     return compare;
 }
 
-/// The folder of this process, in memory if the system has such a place; removed at the end.
+/// The folder of this process in TMPDIR; where that is not set, in memory, if the system has such a place. It is
+/// removed at the end, but not after a crash.
 class Folder {
 public:
     Folder()
     {
         std::error_code missing;
-        const bool in_memory = std::filesystem::is_directory("/dev/shm", missing);
+        const bool in_memory = std::getenv("TMPDIR") == nullptr && std::filesystem::is_directory("/dev/shm", missing);
         std::string name = (in_memory ? "/dev/shm" : std::filesystem::temp_directory_path().string()) + "/fuzz-XXXXXX";
         fuzz::require(::mkdtemp(name.data()) != nullptr, "a temporary folder is made");
         path_ = name;
