@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks everything: format, floors, scripts, build, tests, benchmarks, fuzz targets. dev/check.sh --quick leaves out the build and what
-# needs it.
+# Checks everything: format, floors, scripts, build, tests, benchmarks, fuzz targets. dev/check.sh --quick leaves out the
+# build and what needs it.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
