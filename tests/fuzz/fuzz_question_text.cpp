@@ -201,13 +201,15 @@ std::string expanded(std::string_view input)
 {
     constexpr char mark = '\x1F';
     constexpr std::size_t times = 33'000; // twice that is more than is kept of a text
-    constexpr std::size_t most = 4 * times;
+    std::size_t marks_left = 2;
     std::string result;
-    for (std::size_t i = 0; i < input.size() && result.size() < most; ++i) {
-        if (input[i] == mark && i + 1 < input.size())
+    for (std::size_t i = 0; i < input.size(); ++i) {
+        if (input[i] == mark && i + 1 < input.size() && marks_left > 0) {
             result.append(times, input[++i]);
-        else
+            --marks_left;
+        } else {
             result += input[i];
+        }
     }
     return result;
 }
