@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks everything: format, floors, scripts, build, tests, benchmarks. dev/check.sh --quick leaves out the build and what
-# needs it.
+# Checks everything: format, floors, scripts, build, tests, benchmarks, fuzz targets. dev/check.sh --quick leaves out the
+# build and what needs it.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -30,13 +30,15 @@ check_format() {
 dev/setup.sh check
 step Format check_format
 step Floors dev/check_floors
-step Scripts shellcheck --external-sources run test .ci/run dev/lib.sh dev/check.sh dev/format.sh dev/pictures.sh dev/setup.sh \
-    dev/tidy.sh
+step Scripts shellcheck --external-sources run test .ci/run dev/lib.sh dev/check.sh dev/format.sh dev/fuzz.sh dev/pictures.sh \
+    dev/setup.sh dev/tidy.sh
 [[ $failed == 0 ]] || exit 1
 if [[ $# == 0 ]]; then
     ./test
     # Every operation once, on a small course: only that it still works. The figures mean nothing.
     need_utf8
     step Benchmarks quietly build/dev/bench/cuedrill-bench --brief
+    # Long enough to meet a gross fault; dev/fuzz.sh by itself looks for the rare ones.
+    step Fuzzing dev/fuzz.sh 5
     [[ $failed == 0 ]] || exit 1
 fi

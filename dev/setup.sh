@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Installs the packages that a purpose needs and this computer lacks: dev/setup.sh run|test|check|tidy
+# Installs the packages that a purpose needs and this computer lacks: dev/setup.sh run|test|check|fuzz|tidy
 # Prints nothing if there is nothing to do. The list is dev/packages.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 list=${CUEDRILL_PACKAGES:-$here/packages}
-purposes=(run test check tidy)
+purposes=(run test check fuzz tidy)
 
 is_purpose() {
     local purpose
@@ -31,7 +31,7 @@ is_installed() {
 }
 
 if [[ $# != 1 ]] || ! is_purpose "$1"; then
-    echo "usage: dev/setup.sh run|test|check|tidy" >&2
+    echo "usage: dev/setup.sh run|test|check|fuzz|tidy" >&2
     exit 2
 fi
 

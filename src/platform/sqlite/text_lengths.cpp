@@ -7,6 +7,7 @@
 #include <array>
 #include <set>
 #include <sqlite3.h>
+#include <string>
 
 namespace cuedrill::platform::sqlite {
 namespace {
@@ -39,6 +40,10 @@ public:
         const int code = text_ == nullptr
                              ? sqlite3_blob_open(db_, "main", table_.c_str(), column_.c_str(), row, 0, &text_)
                              : sqlite3_blob_reopen(text_, row);
+        // The row is there, for a statement has just given it.
+        if (code == SQLITE_ERROR)
+            throw DatabaseError(DatabaseErrorKind::damaged, code,
+                                "It is damaged (" + std::string(sqlite3_errmsg(db_)) + ").");
         if (code != SQLITE_OK)
             throw_engine_error(db_, code);
     }

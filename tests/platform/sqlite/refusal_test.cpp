@@ -256,6 +256,17 @@ TEST_F(Refusal, ADamagedPage)
     EXPECT_TRUE(words.starts_with("It is damaged (")) << words;
 }
 
+// The engine finds the record when it reads one after another, but not by its number.
+TEST_F(Refusal, RecordsThatAreNotInTheirOrder)
+{
+    rewrite("CREATE INDEX other ON qa (q)");
+    const std::size_t page = 4096;
+    const auto root = std::stoul(RawConnection(path).query("SELECT rootpage FROM sqlite_schema WHERE name = 'qa'"));
+    const std::string cells = bytes_of(path).substr((root - 1) * page + 8, 4); // where the two records begin
+    put((root - 1) * page + 8, cells.substr(2) + cells.substr(0, 2));
+    EXPECT_EQ(refused(DatabaseErrorKind::damaged), "It is damaged (no such rowid: 1).");
+}
+
 TEST_F(Refusal, ADamagedListOfTables)
 {
     put(100, "\x07"); // the type of the first page
