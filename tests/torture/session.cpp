@@ -101,9 +101,20 @@ void Session::close() noexcept
     course_.close();
 }
 
+void Session::let_time_pass(const Step& step)
+{
+    constexpr std::uint64_t most_seconds = 90000;
+    clock_.advance_seconds(static_cast<std::int64_t>(1 + step.number % most_seconds));
+}
+
 void Session::perform(const Step& step)
 {
-    clock_.advance_seconds(static_cast<std::int64_t>(1 + step.number % 90000));
+    let_time_pass(step);
+    carry_out(step);
+}
+
+void Session::carry_out(const Step& step)
+{
     if (!course_.is_open())
         open();
     const std::optional<common::Int16> record = some_record(step.number);

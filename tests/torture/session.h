@@ -94,7 +94,11 @@ public:
     void open();
     void close() noexcept;
 
+    /// Lets the step's time pass and carries it out.
     void perform(const Step& step);
+    void let_time_pass(const Step& step);
+    /// Opens the course first if an earlier step has left it closed.
+    void carry_out(const Step& step);
 
     /// Of the import that the last step belonged to.
     [[nodiscard]] const exchange::Progress& import_progress() const { return progress_; }
