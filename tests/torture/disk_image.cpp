@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 
 namespace cuedrill::torture {
 
@@ -14,8 +13,9 @@ DiskImage read_image(const std::string& folder)
     DiskImage image;
     for (const auto& entry : fs::directory_iterator(folder)) {
         std::ifstream stream(entry.path(), std::ios::binary);
-        image[entry.path().filename().string()] = {std::istreambuf_iterator<char>(stream),
-                                                   std::istreambuf_iterator<char>()};
+        std::string& bytes = image[entry.path().filename().string()];
+        bytes.resize(static_cast<std::size_t>(entry.file_size()));
+        stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
     return image;
 }
