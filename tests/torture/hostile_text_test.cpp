@@ -24,10 +24,17 @@ namespace {
 constexpr std::size_t mebibyte = 1024UL * 1024;
 constexpr std::size_t longest_file = 64 * mebibyte;
 
+/// The text again and again, in whole, up to this many bytes at least.
 std::string repeated(const std::string& text, std::size_t bytes)
 {
+    constexpr std::size_t block = 4096; // appended at once, because the texts are long
+    std::string part = text;
+    while (part.size() < block && part.size() * 2 <= bytes)
+        part += part;
     std::string all;
-    all.reserve(bytes + text.size());
+    all.reserve(bytes + part.size());
+    while (all.size() + part.size() <= bytes)
+        all += part;
     while (all.size() < bytes)
         all += text;
     return all;
@@ -98,9 +105,11 @@ protected:
         } catch (const common::Error&) {
             words = "stopped ";
         }
-        if (importer.progress().stored != course.count_records() && !is_broken("lose_records"))
-            return "the import has told a falsehood";
-        return words + std::to_string(is_broken("lose_records") ? -1 : course.count_records());
+        if (is_broken("lose_records"))
+            database.execute("Delete from qa where cnt % 2 = 0");
+        const std::int64_t stored = course.count_records();
+        return importer.progress().stored == stored ? words + std::to_string(stored)
+                                                    : "the import has told a falsehood";
     }
 
     void try_text(const std::string& name, const std::string& bytes, const std::string& expected)
@@ -118,7 +127,7 @@ protected:
         const bool is_told = outcome.words.starts_with("imported ") || outcome.words.starts_with("stopped ");
         if (complaint.empty() && (!is_told || (expected != "anything" && outcome.words != expected)))
             complaint = outcome.words + " instead of " + expected;
-        if (complaint.empty() && folder.read("questions.txt") != bytes)
+        if (complaint.empty() && read_image(folder.path().string()).at("questions.txt") != bytes)
             complaint = "the file was changed";
         if (complaint.empty())
             return;

@@ -133,12 +133,13 @@ void Session::carry_out(const Step& step)
             scheduler::stamp_last_show(course_, *record, clock_.now());
         return;
     case Operation::insert:
-        static_cast<void>(bank_.save(
-            {.question = text_of(step.number, "question "), .answer = text_of(step.number / 7, "answer ")}, {}));
+        save({}, step.number);
         return;
     case Operation::change:
-        if (record)
-            change_record(*record, step.number);
+        if (record) {
+            save(record, step.number);
+            course_.forget_last_verdict_on(*record);
+        }
         return;
     case Operation::remove:
         if (record) {
@@ -183,15 +184,15 @@ void Session::reopen()
     open();
 }
 
-void Session::change_record(common::Int16 cnt, std::uint64_t number)
+/// Saves a new record, or new texts of a record. A question that another record has is refused; that is a step, too.
+void Session::save(std::optional<common::Int16> changed, std::uint64_t number)
 {
-    static_cast<void>(bank_.save({.question = text_of(number, "changed "),
-                                  .answer = text_of(number / 5, "answer "),
-                                  .changed = cnt,
+    static_cast<void>(bank_.save({.question = text_of(number, changed ? "changed " : "question "),
+                                  .answer = text_of(number / 7, "answer "),
+                                  .changed = changed,
                                   .question_before = {},
                                   .answer_before = {}},
                                  {}));
-    course_.forget_last_verdict_on(cnt);
 }
 
 void Session::change_settings(std::uint64_t number, bool invert)

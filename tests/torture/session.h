@@ -109,7 +109,7 @@ public:
 private:
     void begin_use();
     void import_group(std::uint64_t number);
-    void change_record(common::Int16 cnt, std::uint64_t number);
+    void save(std::optional<common::Int16> changed, std::uint64_t number);
     void change_settings(std::uint64_t number, bool invert);
     void reopen();
     [[nodiscard]] std::optional<common::Int16> some_record(std::uint64_t number);
