@@ -25,9 +25,9 @@ public:
     /// growth, and for the smallest and the largest course the time of the floor and the ratio to it.
     void print(const std::vector<Operation>& operations, const std::vector<int>& sizes) const;
 
-    /// Measures each operation that has a floor and needs no window, if the name of the program's side matches `chosen`.
-    /// It alternates between the two sides many times, so that other load on the machine affects both. The result of a
-    /// side is the 10th percentile of its times.
+    /// Measures each operation that has a floor and needs no window, if the name of the program's side matches
+    /// `chosen`. It alternates between the two sides many times, so that other load on the machine affects both. The
+    /// result of a side is the 10th percentile of its times.
     void measure_in_turn(const std::vector<Operation>& operations, const std::vector<int>& sizes,
                          const std::regex& chosen);
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace cuedrill::torture {
+
+/// What became of a child process.
+struct ChildOutcome {
+    std::string words{};     ///< what its work has returned; empty if it died before
+    std::string death{};     ///< how it died; empty if it ended by itself
+    double seconds = 0;      ///< processor time
+    long peak_kilobytes = 0; ///< most memory in use at once
+};
+
+/// Most processor time and memory of a child. Generous: they tell an endless loop and a text read whole into memory
+/// from work, not fast work from slow.
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr unsigned most_child_seconds = 60;
+inline constexpr long most_child_kilobytes = 4L * 1024 * 1024;
+#else
+inline constexpr unsigned most_child_seconds = 10;
+inline constexpr long most_child_kilobytes = 256L * 1024;
+#endif
+
+/// Does the work in a child process that is killed when it takes more than its processor time.
+[[nodiscard]] ChildOutcome run_bounded(const std::function<std::string()>& work);
+
+} // namespace cuedrill::torture
