@@ -1,6 +1,7 @@
 #include "fakes/fake_screen.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace cuedrill::fakes {
 namespace {
