@@ -157,7 +157,7 @@ TEST_F(Salvage, keeps_all_readable_records_whichever_page_is_lost)
         EXPECT_EQ(salvaged->records(), 300) << "the indexes have what a page of the table has lost";
         expect_true_records(*salvaged);
         expect_nothing_unmentioned(*salvaged);
-        incomplete += salvaged->complete() ? 0 : 1;
+        incomplete += salvaged->complete() ? 0U : 1U;
     }
     EXPECT_GT(incomplete, 3U);
 }
@@ -179,7 +179,7 @@ TEST_F(Salvage, tells_what_is_lost_with_two_pages)
             EXPECT_EQ(salvaged->whole, reachable());
             expect_true_records(*salvaged);
             expect_nothing_unmentioned(*salvaged);
-            with_loss += salvaged->lost.empty() ? 0 : 1;
+            with_loss += salvaged->lost.empty() ? 0U : 1U;
         }
     }
     EXPECT_GT(with_loss, 0U);
