@@ -40,5 +40,6 @@ if [[ $# == 0 ]]; then
     step Benchmarks quietly build/dev/bench/cuedrill-bench --brief
     # Long enough to meet a gross fault; dev/fuzz.sh by itself looks for the rare ones.
     step Fuzzing dev/fuzz.sh 5
+    step "Faults put into the fuzz targets" dev/fuzz.sh --self-test
     [[ $failed == 0 ]] || exit 1
 fi

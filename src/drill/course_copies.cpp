@@ -73,15 +73,13 @@ void CourseCopies::before_change()
     } catch (const std::bad_alloc& error) {
         note_failure(error);
     }
-    tell_failure();
 }
 
 void CourseCopies::tick()
 {
     if (due_ || making_ != nullptr)
         work();
-    tell_failure();
-    if (!due_ && making_ == nullptr && untold_.empty())
+    if (!due_ && making_ == nullptr)
         services_.timer.stop();
 }
 
@@ -121,17 +119,8 @@ void CourseCopies::note_failure(const std::exception& error)
     stop();
     const std::string reason = common::words_of(error);
     services_.trace.write_trace("copies - no copy of " + course_.db_path + " - " + reason);
-    if (std::exchange(told_, true))
-        return;
-    untold_ = "No copy of the course could be made. " + reason;
-    services_.timer.start(between_steps);
-}
-
-/// A request for a verdict in the status line stays; then the text comes later.
-void CourseCopies::tell_failure()
-{
-    if (!untold_.empty() && !state_.AwaitingVerdict)
-        status_.ShowStatus(std::exchange(untold_, std::string()), status_seconds);
+    if (!std::exchange(told_, true))
+        status_.show_when_free("No copy of the course could be made. " + reason, StatusLine::Waiting::stays);
 }
 
 std::string CourseCopies::words_about_newest(const std::string& course_path) const

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/base/trace_log.h"
-#include "drill/drill_state.h"
 #include "drill/key_policy.h"
 #include "drill/status_line.h"
 #include "keep/copies.h"
@@ -28,9 +27,9 @@ public:
         app::TraceLog& trace;
     };
 
-    CourseCopies(store::Course& course, keep::Copies& copies, const DrillState& state, const KeyPolicy& keys,
-                 StatusLine& status, const Services& services)
-        : course_(course), copies_(copies), state_(state), keys_(keys), status_(status), services_(services)
+    CourseCopies(store::Course& course, keep::Copies& copies, const KeyPolicy& keys, StatusLine& status,
+                 const Services& services)
+        : course_(course), copies_(copies), keys_(keys), status_(status), services_(services)
     {
     }
 
@@ -56,18 +55,15 @@ private:
     void take_step();
     void stop();
     void note_failure(const std::exception& error);
-    void tell_failure();
 
     store::Course& course_;
     keep::Copies& copies_;
-    const DrillState& state_;
     const KeyPolicy& keys_;
     StatusLine& status_;
     Services services_;
 
     bool due_ = false;                           ///< a copy is to be begun
     std::unique_ptr<keep::CopyInMaking> making_; ///< null for none
-    std::string untold_;                         ///< about a failure; "" for none
     bool told_ = false;                          ///< a failure was reported, or will be, since the program started
 };
 

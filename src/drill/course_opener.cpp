@@ -44,7 +44,7 @@ bool CourseOpener::apertura_db()
     services_.trace.write_trace("apertura_db -  begin - db_path$ = " + course_.db_path);
     // Options that a course does not store keep the values of the course before it, but never of one that failed to
     // open.
-    const store::CourseParams earlier = course_.params;
+    earlier_params_ = course_.params;
     bool course_determined = take_command_line_course();
     bool last_attempt_failed = false;
     while (true) {
@@ -58,7 +58,7 @@ bool CourseOpener::apertura_db()
             open_course();
             return true;
         } catch (const common::Error& error) {
-            course_.params = earlier;
+            course_.params = earlier_params_;
             report_failure(error.what());
             course_determined = false;
             last_attempt_failed = true;
@@ -228,6 +228,7 @@ void CourseOpener::finish_check()
         // The check waits for the other program then, and comes before the first write.
         if (error.kind() == platform::DatabaseErrorKind::locked)
             return;
+        course_.params = earlier_params_;
         report_failure(error.what());
     }
     choose_file_on_open_ = true;

@@ -78,6 +78,7 @@ private:
     std::string program_folder_;
     common::DateTime start_time_;
 
+    store::CourseParams earlier_params_; ///< of the course before the one that was opened last
     bool choose_file_on_open_ = false;   ///< skip the course used last time
     bool create_without_asking_ = false; ///< create a missing file without asking
     bool first_course_ = true;           ///< no course has been opened since the program started

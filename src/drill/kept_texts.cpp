@@ -64,7 +64,7 @@ void KeptTexts::keep_left_drafts()
     const keep::LeftDrafts left = draft_.move_left_drafts(removed_);
     failures_.insert(failures_.end(), left.failures.begin(), left.failures.end());
     if (left.kept > 0)
-        services_.status.show_when_free("Unsaved texts found. Kept in removed.txt.", StatusLine::Waiting::gives_way);
+        services_.status.show_when_free("Unsaved texts found. Kept in removed.txt.", StatusLine::Waiting::stays);
 }
 
 void KeptTexts::note_typed(const RecordTexts& typed, const std::function<bool()>& is_unsaved)

@@ -120,9 +120,9 @@ public:
     /// @throws common::Error with the path and the reason when it cannot be created.
     virtual void create_folder(const std::string& path) = 0;
 
-    /// Appends `bytes` and waits until they are on the disk (fsync). Creates a missing file. If this fails, the file
-    /// has its former size again, as far as the system permits. Two programs that append at the same time need a
-    /// `hold`.
+    /// Appends `bytes` and waits until they are on the disk (fsync). Creates a missing file, for this user only. If
+    /// this fails, the file has its former size again, as far as the system permits. Two programs that append at the
+    /// same time need a `hold`.
     /// @throws common::Error with the path and the reason.
     virtual void append_durably(const std::string& path, std::string_view bytes) = 0;
 

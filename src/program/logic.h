@@ -110,8 +110,8 @@ struct Logic {
     scheduler::DeadTimes dead_times;
     keep::Copies copies{p.files, p.folders, p.data_folder};
     drill::KeyPolicy key_policy{p.clock};
-    drill::CourseCopies course_copies{course,     copies, state,
-                                      key_policy, status, {form1.timer_idle, p.clock, p.desktop, trace}};
+    drill::CourseCopies course_copies{
+        course, copies, key_policy, status, {form1.timer_idle, p.clock, p.desktop, trace}};
 
     drill::EndOfProgram end_of_program{course, params, p.clock, trace};
     drill::Statistics statistics{course, params, screen, p.clock, p.desktop, start_time};

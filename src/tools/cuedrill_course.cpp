@@ -1,4 +1,4 @@
-#include "app/base/paths.h"
+#include "app/base/program_folder.h"
 #include "platform/system/system_folders.h"
 #include "tools/verb.h"
 
@@ -14,8 +14,8 @@ int main(int argc, char** argv)
     // program.
     std::signal(SIGXFSZ, SIG_IGN);
     const std::string data_home = cuedrill::platform::system::data_home();
-    cuedrill::tools::Surroundings around{std::cout, std::cerr,
-                                         data_home.empty() ? "" : cuedrill::app::join_path(data_home, "cuedrill")};
+    cuedrill::tools::Surroundings around{
+        std::cout, std::cerr, cuedrill::app::data_folder(cuedrill::platform::system::executable_folder(), data_home)};
     const std::vector<std::string> line(argv + (argc > 0 ? 1 : 0), argv + argc);
     return cuedrill::tools::run_tool(line, around);
 }

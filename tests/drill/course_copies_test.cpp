@@ -258,6 +258,7 @@ TEST_P(FailingSchedule, tells_it_and_the_work_goes_on)
     open_and_paint();
     database.fail_at(GetParam());
     let_idle();
+    form1.timer_250_ms.tick();
     EXPECT_EQ(status(), failure);
     EXPECT_EQ(traced_copies(), std::vector<std::string>{"copies - no copy of " + path + " - The disk is full."});
     EXPECT_EQ(made(), 0U);
@@ -274,6 +275,7 @@ TEST_F(CopySchedule, tells_of_a_failure_once)
     folders.room = 0;
     open_and_paint();
     let_idle();
+    form1.timer_250_ms.tick();
     EXPECT_EQ(status(), "No copy of the course could be made. There is no room for two copies on the disk.");
     clock.advance_seconds(10);
     form1.timer_250_ms.tick();
@@ -289,15 +291,14 @@ TEST_F(CopySchedule, tells_of_a_failure_after_a_request_for_a_verdict)
 {
     folders.room = 0;
     open_and_paint();
-    logic->state.AwaitingVerdict = true;
-    tick();
-    tick();
-    EXPECT_EQ(status(), "");
-    EXPECT_TRUE(form1.timer_idle.running);
-    logic->state.AwaitingVerdict = false;
-    tick();
-    EXPECT_NE(status(), "");
-    EXPECT_FALSE(form1.timer_idle.running);
+    logic->status.ask_for_verdict();
+    const std::string request = status();
+    let_idle();
+    form1.timer_250_ms.tick();
+    EXPECT_EQ(status(), request);
+    logic->status.withdraw_request();
+    form1.timer_250_ms.tick();
+    EXPECT_EQ(status(), "No copy of the course could be made. There is no room for two copies on the disk.");
 }
 
 TEST_F(CopySchedule, makes_a_copy_before_all_counters_are_reset)
@@ -317,6 +318,16 @@ TEST_F(CopySchedule, makes_no_copy_when_the_user_does_not_want_the_reset)
     desktop.expect_box("This will set all question at level 0; do you really want to do this?", BoxAnswer::no);
     choose("m_reset_all");
     EXPECT_EQ(made(), 0U);
+}
+
+TEST_F(CopySchedule, tells_of_a_failure_before_an_import_when_the_import_is_done)
+{
+    open(large());
+    folders.room = 0;
+    import();
+    EXPECT_EQ(status(), "") << "the import has the line";
+    form1.timer_250_ms.tick();
+    EXPECT_EQ(status(), "No copy of the course could be made. There is no room for two copies on the disk.");
 }
 
 TEST_F(CopySchedule, makes_a_copy_before_an_import)

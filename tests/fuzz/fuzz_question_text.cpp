@@ -40,6 +40,10 @@ public:
         return std::string(part);
     }
     void rewind() override { place_ = 0; }
+    void go_to(std::uint64_t place) override
+    {
+        place_ = static_cast<std::size_t>(std::min<std::uint64_t>(place, size()));
+    }
 
 private:
     std::string_view bytes_;

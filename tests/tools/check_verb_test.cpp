@@ -107,6 +107,14 @@ TEST_F(CheckVerb, never_salvages_over_a_file)
     EXPECT_EQ(run({"check", course(), "--salvage", course()}), 2);
 }
 
+TEST_F(CheckVerb, says_why_the_new_course_cannot_be_written)
+{
+    write();
+    EXPECT_EQ(run({"check", course(), "--salvage", "/proc/salvaged.crs"}), 1);
+    EXPECT_NE(err.find("The course " + course() + " could not be salvaged to /proc/salvaged.crs. "), std::string::npos)
+        << err;
+}
+
 TEST_F(CheckVerb, makes_no_course_where_nothing_can_be_read)
 {
     write(fakes::CourseBuilder());

@@ -34,13 +34,12 @@ void require_regular(std::string_view doing, const std::string& path, const stru
         fail(doing, path, std::string("it is not a regular file"));
 }
 
-RegularFile RegularFile::open(std::string_view doing, const std::string& path, int flags)
+RegularFile RegularFile::open(std::string_view doing, const std::string& path, int flags, mode_t mode)
 {
     if (!is_name(path))
         fail(doing, path, EINVAL);
     // Without O_NONBLOCK, opening a pipe blocks until its other end is opened.
-    const int handle =
-        ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
+    const int handle = ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode);
     if (handle < 0)
         fail(doing, path, errno);
     return {doing, path, handle};

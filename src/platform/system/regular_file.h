@@ -25,7 +25,9 @@ class RegularFile {
 public:
     /// Opens `path` without blocking, even on a pipe, and rejects anything but a regular file.
     /// @param doing what the file is opened for, for the error text: a string literal.
-    [[nodiscard]] static RegularFile open(std::string_view doing, const std::string& path, int flags);
+    /// @param mode permissions of a file that is created, restricted by the umask.
+    [[nodiscard]] static RegularFile open(std::string_view doing, const std::string& path, int flags,
+                                          mode_t mode = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
 
     /// Takes over `handle`, which was opened from `path`.
     RegularFile(std::string_view doing, std::string path, int handle);

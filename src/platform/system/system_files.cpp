@@ -170,7 +170,7 @@ void SystemFiles::create_folder(const std::string& path)
 
 void SystemFiles::append_durably(const std::string& path, std::string_view bytes)
 {
-    RegularFile file = RegularFile::open("write", path, O_WRONLY | O_APPEND | O_CREAT);
+    RegularFile file = RegularFile::open("write", path, O_WRONLY | O_APPEND | O_CREAT, S_IRUSR | S_IWUSR);
     try {
         file.write(bytes);
         file.sync();

@@ -18,6 +18,13 @@ bool is_own_folder(const std::string& path)
            (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
+/// Takes a shared lock. An exclusive one is held only for as long as it takes to exchange it for a shared one.
+void share(int handle)
+{
+    while (::flock(handle, LOCK_SH) != 0 && errno == EINTR) {
+    }
+}
+
 } // namespace
 
 bool SystemOpenCourses::open_file_of(const std::string& path)
@@ -42,10 +49,13 @@ bool SystemOpenCourses::enter(const std::string& path) noexcept
     } catch (const std::bad_alloc&) {
         return false;
     }
-    // An exclusive lock shows that nobody else has one; it then becomes a shared one, beside which others are possible.
+    // Of two processes that come at once, both have a shared lock before either tries for an exclusive one, so at least
+    // one of them learns of the other.
+    share(handle_);
     const bool alone = ::flock(handle_, LOCK_EX | LOCK_NB) == 0;
     const bool others = !alone && errno == EWOULDBLOCK;
-    ::flock(handle_, LOCK_SH | LOCK_NB);
+    // Either way the shared lock is gone.
+    share(handle_);
     return others;
 }
 

@@ -21,7 +21,8 @@ constexpr std::array<Option, 2> options{
      {"--json", "", "Prints the result in JSON."}}};
 
 constexpr std::string_view help =
-    "Reads the whole course, compares its indexes with its tables, and says what is wrong. The course is not changed.\n"
+    "Reads the whole course, compares its indexes with its tables, and says what is wrong. The course is not changed,\n"
+    "except that a journal that a crash has left is applied, as by any opening.\n"
     "With --salvage, the records that can be read get into a new course, with their numbers, levels and dates, and "
     "the\n"
     "parameters; the numbers of the others are listed. What stands on a damaged page is put together from the indexes\n"
@@ -61,7 +62,7 @@ std::string json_of(const std::vector<keep::NumberRange>& ranges)
 void print_salvaged(const Result& result, std::ostream& out)
 {
     const keep::Salvaged& salvaged = *result.salvaged;
-    out << salvaged.records() << " records were read";
+    out << salvaged.records() << (salvaged.records() == 1 ? " record was read" : " records were read");
     if (!result.salvaged_to.empty())
         out << " into " << result.salvaged_to;
     out << ".\n";
@@ -125,6 +126,19 @@ void salvage_into(const std::string& target, CourseReading& source, Result& resu
     result.salvaged_to = target;
 }
 
+/// An error that is not about what the source holds is one of writing the new course.
+void salvage_or_say_why(const std::string& target, CourseReading& source, Result& result)
+{
+    try {
+        salvage_into(target, source, result);
+    } catch (const platform::DatabaseError& error) {
+        if (error.kind() == platform::DatabaseErrorKind::damaged && !result.salvaged)
+            throw;
+        throw common::Error("The course " + result.course + " could not be salvaged to " + target + ". " +
+                            error.what());
+    }
+}
+
 int run(const Arguments& arguments, Surroundings& around)
 {
     Result result{absolute(arguments.word(0)), {}, {}, {}, {}};
@@ -134,7 +148,7 @@ int run(const Arguments& arguments, Surroundings& around)
         if (result.findings.empty())
             result.records = course.records();
         if (const std::optional<std::string> target = arguments.value("--salvage"))
-            salvage_into(absolute(*target), course, result);
+            salvage_or_say_why(absolute(*target), course, result);
     } catch (const platform::DatabaseError& error) {
         if (error.kind() != platform::DatabaseErrorKind::damaged || result.salvaged)
             throw Refusal("The course " + result.course + " cannot be checked. " + error.what());

@@ -36,6 +36,8 @@ TEST_F(DurableAppending, CreatesAMissingFileAndThenAddsToIt)
     files.append_durably(path, "one\r\n");
     files.append_durably(path, std::string("\0two", 4));
     EXPECT_EQ(folder.read("removed.txt"), std::string("one\r\n\0two", 9));
+    EXPECT_EQ(std::filesystem::status(path).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 }
 
 TEST_F(DurableAppending, LeavesTheFileAsItWasWhenTheDiskIsFull)
