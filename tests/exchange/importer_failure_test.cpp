@@ -1,12 +1,11 @@
 #include "common/errors.h"
 #include "exchange/importer_fixture.h"
+#include "fakes/file_size_limit.h"
 #include "platform/sqlite/sqlite_database.h"
 
-#include <csignal>
 #include <filesystem>
 #include <new>
 #include <stdexcept>
-#include <sys/resource.h>
 
 namespace cuedrill::exchange {
 namespace {
@@ -237,30 +236,6 @@ TEST_F(StoppedImport, waits_for_a_course_that_another_program_writes_and_then_gi
     EXPECT_EQ(locked.record_count, 0);
 }
 
-/// Limits the size of every file that this process writes, like a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(std::uintmax_t bytes)
-    {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        signal_before_ = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit = before_;
-        limit.rlim_cur = bytes;
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, signal_before_);
-    }
-
-private:
-    rlimit before_{};
-    void (*signal_before_)(int) = nullptr;
-};
-
 // When the disk is really full, the engine rolls back the whole transaction, not only the failed statement.
 TEST_F(StoppedImport, on_a_disk_that_fills_up_keeps_exactly_what_it_says)
 {
@@ -268,7 +243,7 @@ TEST_F(StoppedImport, on_a_disk_that_fills_up_keeps_exactly_what_it_says)
     clock.step = 0.01;
     Outcome outcome;
     {
-        const FileSizeLimit limit(std::filesystem::file_size(path) + 40000);
+        const fakes::FileSizeLimit limit(std::filesystem::file_size(path) + 40000);
         outcome = import_file(file);
     }
     EXPECT_EQ(outcome.failure, "A file would become larger than the system allows.");

@@ -3,6 +3,7 @@
 #include "fakes/course_builder.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_folders.h"
+#include "fakes/file_size_limit.h"
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
 #include "keep/copies.h"
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -22,7 +22,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -346,33 +345,11 @@ INSTANTIATE_TEST_SUITE_P(Steps, FailingCopy,
                          testing::Values(Operation::begin_copy, Operation::copy_step, Operation::copy_flush,
                                          Operation::copy_finish));
 
-/// Limits the size of all files of the process while an object of this class lives.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
-
 TEST_F(CourseCopy, that_does_not_fit_tells_the_reason_and_leaves_nothing)
 {
     open(large(), "large.crs");
     {
-        const FileSizeLimit limit(100'000);
+        const fakes::FileSizeLimit limit(100'000);
         EXPECT_EQ(reason_of([this] { make_copy(); }), "A file would become larger than the system allows.");
         EXPECT_EQ(names(), std::vector<std::string>{});
     }

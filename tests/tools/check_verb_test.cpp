@@ -1,3 +1,4 @@
+#include "fakes/file_size_limit.h"
 #include "tools/tool_fixture.h"
 
 #include <cstddef>
@@ -110,9 +111,13 @@ TEST_F(CheckVerb, never_salvages_over_a_file)
 TEST_F(CheckVerb, says_why_the_new_course_cannot_be_written)
 {
     write();
-    EXPECT_EQ(run({"check", course(), "--salvage", "/proc/salvaged.crs"}), 1);
-    EXPECT_NE(err.find("The course " + course() + " could not be salvaged to /proc/salvaged.crs. "), std::string::npos)
+    {
+        const fakes::FileSizeLimit full(8192);
+        EXPECT_EQ(run({"check", course(), "--salvage", target()}), 1);
+    }
+    EXPECT_NE(err.find("The course " + course() + " could not be salvaged to " + target() + ". "), std::string::npos)
         << err;
+    EXPECT_FALSE(std::filesystem::exists(target()));
 }
 
 TEST_F(CheckVerb, makes_no_course_where_nothing_can_be_read)

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "fakes/file_size_limit.h"
 #include "platform/database.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/text_compare.h"
 
 #include <chrono>
-#include <csignal>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -13,7 +13,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <sys/resource.h>
 #include <vector>
 
 struct sqlite3;
@@ -75,27 +74,7 @@ private:
     sqlite3* db_ = nullptr;
 };
 
-/// Limits the size of all files that this process writes while an object of this class exists.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
+using fakes::FileSizeLimit;
 
 /// Makes the engine fail to open files with this name ending while an object of this class exists. With ENOSPC it only
 /// fails to create them.

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "common/errors.h"
+#include "fakes/file_size_limit.h"
 #include "fakes/temp_folder.h"
 #include "platform/system/system_files.h"
 
-#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -48,28 +47,7 @@ protected:
     SystemFiles files;
 };
 
-/// Limits the size of files to `bytes` while an object of this class lives.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before_), 0);
-        rlimit limit = before_;
-        limit.rlim_cur = bytes;
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
+using fakes::FileSizeLimit;
 
 /// Restores the working folder on destruction.
 class KeptWorkingFolder {
