@@ -151,6 +151,20 @@ void DrillFixture::toolbar(int number)
     user([&] { form1.toolbar(number).click(); });
 }
 
+void DrillFixture::write_new(std::string_view question_text, std::string_view answer_text)
+{
+    toolbar(9);
+    form1.type(form1.Text_q, question_text);
+    form1.type(form1.Text_a, answer_text);
+}
+
+void DrillFixture::change_to(std::string_view question_text, std::string_view answer_text)
+{
+    toolbar(8);
+    form1.Text_q.text_value = question_text;
+    form1.Text_a.text_value = answer_text;
+}
+
 fakes::FakeMenuEntry& DrillFixture::entry(std::string_view name) const
 {
     return form1.menu_bar.entry(name);

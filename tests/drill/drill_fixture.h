@@ -133,6 +133,10 @@ protected:
     void enter_in_answer();
     /// Types into the answer box, after the text in it.
     void type_answer(std::string_view text);
+    /// Begins a new record and types its texts.
+    void write_new(std::string_view question_text, std::string_view answer_text);
+    /// Begins to change the record on display and replaces its texts.
+    void change_to(std::string_view question_text, std::string_view answer_text);
     /// Clicks the toolbar button with that number.
     void toolbar(int number);
 

@@ -23,20 +23,6 @@ protected:
         before = fakes::read_course(path);
     }
 
-    void write_new(std::string_view question_text, std::string_view answer_text)
-    {
-        toolbar(9);
-        form1.type(form1.Text_q, question_text);
-        form1.type(form1.Text_a, answer_text);
-    }
-
-    void change_to(std::string_view question_text, std::string_view answer_text)
-    {
-        toolbar(8);
-        form1.Text_q.text_value = question_text;
-        form1.Text_a.text_value = answer_text;
-    }
-
     void expect_offer(BoxAnswer answer)
     {
         desktop.expect_box_like({.text = offer,
