@@ -25,8 +25,8 @@ struct Copy {
 /// they are found also when the course is gone.
 class Copies {
 public:
-    /// @param data_folder the program's folder in the user's data folder, in which "copies" lies; "" for a user without
-    /// one, for whom no copies are made.
+    /// @param data_folder the program's folder for the user's data, in which "copies" lies; "" if there is none. No
+    /// copies are made then.
     Copies(platform::Files& files, platform::Folders& folders, const std::string& data_folder);
 
     /// Whether there is a place for copies.

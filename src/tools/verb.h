@@ -19,7 +19,7 @@ inline constexpr int refused = 2;      ///< also for a command line that is not 
 struct Surroundings {
     std::ostream& out;       ///< data
     std::ostream& err;       ///< messages
-    std::string data_folder; ///< "cuedrill" in the user's data folder; "" for none
+    std::string data_folder; ///< the program's folder for the user's data; "" for none
 };
 
 /// Something that the tool does with a course. Each verb has a file of its own in verbs/ and a line in the table of

@@ -213,6 +213,21 @@ TEST_F(OpeningFailure, that_shows_only_after_the_first_picture_leads_to_the_dial
     EXPECT_EQ(traced().back().find("damaged"), std::string::npos) << "the other course is open";
 }
 
+TEST_F(OpeningFailure, after_the_first_picture_lends_nothing_to_the_next_course)
+{
+    remember(
+        unpassed_course().number_param("always_type", 1).number_param("target_level", 7).write(courses, "odd.crs"));
+    EXPECT_TRUE(opener.apertura_db());
+    EXPECT_TRUE(course.params.always_type);
+    database.fail_check(platform::DatabaseErrorKind::damaged, "It is damaged (row 2 missing).");
+    expect_refusal_box(course.db_path, "It is damaged (row 2 missing).");
+    expect_dialog_answer(sound);
+    form1.window.paint_first_picture();
+    expect_open(sound);
+    EXPECT_FALSE(course.params.always_type);
+    EXPECT_EQ(course.params.target_level, 5);
+}
+
 TEST_F(OpeningFailure, after_the_first_picture_ends_the_program_when_the_user_cancels_the_dialog)
 {
     remember(sound);
