@@ -4,6 +4,7 @@
 #include "common/text.h"
 #include "store/schema.h"
 
+#include <chrono>
 #include <utility>
 
 namespace cuedrill::drill {
@@ -25,6 +26,9 @@ constexpr const char* open_elsewhere =
 /// Time to read three lines.
 constexpr int seconds_of_warning = 20;
 
+/// Until a check that another program has prevented is tried again. An attempt may wait some seconds for it.
+constexpr std::chrono::minutes next_attempt{1};
+
 } // namespace
 
 CourseOpener::CourseOpener(store::Course& course, store::CourseParamsStore& params, MainWindow& main_window,
@@ -37,6 +41,7 @@ CourseOpener::CourseOpener(store::Course& course, store::CourseParamsStore& para
 void CourseOpener::attach()
 {
     services_.window.on_first_picture = [this] { finish_check(); };
+    services_.timer.on_tick = [this] { finish_check(); };
 }
 
 bool CourseOpener::apertura_db()
@@ -133,6 +138,7 @@ void CourseOpener::prepare_chosen_course()
 
 void CourseOpener::close_course()
 {
+    services_.timer.stop();
     course_.close();
     services_.open_courses.leave();
 }
@@ -222,12 +228,15 @@ void CourseOpener::finish_check()
 {
     try {
         course_.database().finish_check();
+        services_.timer.stop();
         services_.copies.course_opened();
         return;
     } catch (const platform::DatabaseError& error) {
-        // The check waits for the other program then, and comes before the first write.
-        if (error.kind() == platform::DatabaseErrorKind::locked)
+        // A write before the next attempt makes the check, too.
+        if (error.kind() == platform::DatabaseErrorKind::locked) {
+            services_.timer.start(next_attempt);
             return;
+        }
         course_.params = earlier_params_;
         report_failure(error.what());
     }

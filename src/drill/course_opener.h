@@ -26,6 +26,7 @@ public:
         platform::OpenCourses& open_courses;
         platform::Clock& clock;
         platform::Window& window;
+        platform::Timer& timer; ///< ticks while no action of the user is running and no box is open
         platform::Desktop& desktop;
         platform::DialogHost& form2; ///< owner of the file dialog
         StatusLine& status;
@@ -57,7 +58,8 @@ public:
 
     /// Does what opening the course has put off: reads the whole file to see whether it is sound. If it is not, a box
     /// says so, the course is closed, and the user chooses another one. The program ends if the user cancels. After it,
-    /// copies of the course may be made.
+    /// copies of the course may be made. Where another program writes to the course meanwhile, the check comes a minute
+    /// later.
     void finish_check();
 
 private:

@@ -36,7 +36,9 @@ struct Form1 {
     Timer& timer_250_ms;
     Timer& timer_1_sec;
     Timer& timer_1_min;
-    Timer& timer_idle; ///< ticks only while no action of the user is running and no box is open
+    // These tick only while no action of the user is running and no box is open.
+    Timer& timer_idle;  ///< while a copy of the course is being made
+    Timer& timer_check; ///< while a check of the course waits for another program
 };
 
 } // namespace cuedrill::platform

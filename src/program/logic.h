@@ -152,13 +152,13 @@ struct Logic {
     drill::Timers timers{form1, params, statistics, screen, status, editor, kept, state, p.clock, trace};
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
-    drill::CourseOpener opener{
-        course,
-        params,
-        main_window,
-        {p.files, p.open_courses, p.clock, form1.window, p.desktop, p.form2, status, settings, trace, course_copies},
-        p.program_folder,
-        start_time};
+    drill::CourseOpener opener{course,
+                               params,
+                               main_window,
+                               {p.files, p.open_courses, p.clock, form1.window, form1.timer_check, p.desktop, p.form2,
+                                status, settings, trace, course_copies},
+                               p.program_folder,
+                               start_time};
     drill::QuestionImport question_import{course,
                                           edit_flags,
                                           display,

@@ -175,12 +175,17 @@ TEST_F(CopySchedule, makes_none_of_a_course_that_is_damaged)
     EXPECT_FALSE(form1.timer_idle.running);
 }
 
-TEST_F(CopySchedule, makes_none_where_another_program_prevents_the_check)
+TEST_F(CopySchedule, begins_when_another_program_no_longer_prevents_the_check)
 {
     open(large());
     database.fail_check(platform::DatabaseErrorKind::locked, "Another program is using it.");
     user([this] { form1.window.paint_first_picture(); });
     EXPECT_FALSE(form1.timer_idle.running);
+    database.fail_check(platform::DatabaseErrorKind::locked, "Another program is using it.");
+    form1.timer_check.tick();
+    EXPECT_FALSE(form1.timer_idle.running);
+    form1.timer_check.tick();
+    EXPECT_TRUE(form1.timer_idle.running);
 }
 
 TEST_F(CopySchedule, pauses_while_the_user_types)

@@ -248,6 +248,33 @@ TEST_F(OpeningFailure, is_none_where_another_program_writes_during_the_check)
     database.fail_check(platform::DatabaseErrorKind::locked, "Another program is using it.");
     form1.window.paint_first_picture();
     expect_open(sound);
+    EXPECT_TRUE(form1.timer_check.running);
+    EXPECT_EQ(form1.timer_check.period, std::chrono::minutes(1));
+}
+
+TEST_F(OpeningFailure, is_found_by_a_later_attempt_where_another_program_has_written_during_the_check)
+{
+    remember(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    database.fail_check(platform::DatabaseErrorKind::locked, "Another program is using it.");
+    form1.window.paint_first_picture();
+    database.fail_check(platform::DatabaseErrorKind::damaged, "It is damaged (row 2 missing).");
+    expect_refusal_box(sound, "It is damaged (row 2 missing).");
+    desktop.expect_file({});
+    EXPECT_THROW(form1.timer_check.tick(), common::ProgramEnded);
+    expect_nothing_open();
+    EXPECT_FALSE(form1.timer_check.running);
+}
+
+TEST_F(OpeningFailure, is_looked_for_no_more_once_a_later_attempt_has_found_nothing)
+{
+    remember(sound);
+    EXPECT_TRUE(opener.apertura_db());
+    database.fail_check(platform::DatabaseErrorKind::locked, "Another program is using it.");
+    form1.window.paint_first_picture();
+    form1.timer_check.tick();
+    EXPECT_FALSE(form1.timer_check.running);
+    expect_open(sound);
 }
 
 TEST_F(OpeningFailure, is_none_where_the_check_finds_nothing)

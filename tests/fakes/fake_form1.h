@@ -61,6 +61,7 @@ public:
     FakeTimer timer_1_sec{"timer_1_sec", &journal};
     FakeTimer timer_1_min{"timer_1_min", &journal};
     FakeTimer timer_idle{"timer_idle", &journal};
+    FakeTimer timer_check{"timer_check", &journal};
 
     platform::Form1 controls{
         .window = window,
@@ -82,6 +83,7 @@ public:
         .timer_1_sec = timer_1_sec,
         .timer_1_min = timer_1_min,
         .timer_idle = timer_idle,
+        .timer_check = timer_check,
     };
 };
 

@@ -33,7 +33,8 @@ Form1 interfaces_of(QtForm1Controls& c)
                  .timer_250_ms = c.timer_250_ms,
                  .timer_1_sec = c.timer_1_sec,
                  .timer_1_min = c.timer_1_min,
-                 .timer_idle = c.timer_idle};
+                 .timer_idle = c.timer_idle,
+                 .timer_check = c.timer_check};
 }
 
 } // namespace
@@ -46,7 +47,7 @@ QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
       listav("listav", window.gate(), window.key_filter()), dialog_strip("dialog_strip", *new QWidget, guard),
       bot_yes("bot_yes", window.gate()), bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()),
       timer_250_ms(guard), timer_1_sec(guard), timer_1_min(guard), timer_idle(window.gate()),
-      session_end(guard, [this] { window.end_session(); })
+      timer_check(window.gate()), session_end(guard, [this] { window.end_session(); })
 {
     lay_out(*this);
 }
