@@ -53,14 +53,14 @@ std::string savepoint_name(int depth)
 } // namespace
 
 Connection::Connection(const std::string& file, const TextCompare& compare, std::chrono::milliseconds busy_timeout)
-    : busy_timeout_(busy_timeout), rules_{compare}, files_(file), started_(std::clock())
+    : busy_timeout_(busy_timeout), rules_{compare}, files_(file)
 {
     open_file(file);
     try {
         sqlite3_extended_result_codes(db_, 1);
         wait_for_locks(true);
         sqlite3_hard_heap_limit64(most_memory);
-        sqlite3_progress_handler(db_, steps_between_looks_at_the_clock, is_out_of_time, &started_);
+        limit_time();
         harden();
         register_functions(db_, rules_);
         pool_ = std::make_unique<StatementPool>(db_, rules_);
@@ -175,6 +175,12 @@ std::string Connection::mark()
 void Connection::set_checkpoint_at_close(bool checkpoint)
 {
     set_switch(SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, !checkpoint);
+}
+
+void Connection::limit_time() noexcept
+{
+    started_ = std::clock();
+    sqlite3_progress_handler(db_, steps_between_looks_at_the_clock, is_out_of_time, &started_);
 }
 
 void Connection::allow_any_time() noexcept

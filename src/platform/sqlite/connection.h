@@ -60,9 +60,11 @@ public:
     /// @throws DatabaseError (locked) if another program keeps the file in write-ahead log mode.
     void set_up_for_work();
 
-    /// Lifts the limit on processor time that applies while the file has not been checked.
+    /// Limits the processor time of statements, measured from now on. So it is while the file has not been checked.
+    void limit_time() noexcept;
+    /// Lifts this limit.
     void allow_any_time() noexcept;
-    /// Measures the processor time for this limit from now on.
+    /// Measures the processor time for the limit from now on.
     void restart_time() noexcept { started_ = std::clock(); }
 
     /// Prepares a statement outside the pool, for a single use.
@@ -127,7 +129,7 @@ private:
     CourseFiles files_; ///< must outlive the engine's connection, which accesses all files through it
     sqlite3* db_ = nullptr;
     std::unique_ptr<StatementPool> pool_;
-    std::clock_t started_; ///< processor time of the process from which the limit is measured
+    std::clock_t started_ = 0; ///< processor time of the process from which the limit is measured
     std::function<void()> put_off_;
     int depth_ = 0;
     int open_recordsets_ = 0;

@@ -46,7 +46,8 @@ void check_contents(Connection& connection, std::span<const ExpectedTable> expec
 
 /// Reads the whole file and returns each fault as a sentence or as a report of the engine; nothing for a sound file.
 /// Also compares each index with its table, unless the file was written under another order of texts. Requires the
-/// tables of `expected`. Writes nothing, and its processor time is limited.
+/// tables of `expected`. Writes nothing. Its processor time is limited, unless all definitions in the file are the
+/// program's own and its structure is sound.
 [[nodiscard]] std::vector<std::string>
 integrity_findings(Connection& connection, std::span<const ExpectedTable> expected, std::uint32_t order_version);
 
