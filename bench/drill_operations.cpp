@@ -1,11 +1,13 @@
 #include "bare_sqlite.h"
 #include "common/errors.h"
+#include "drill/course_copies.h"
 #include "engine.h"
 #include "operations.h"
 #include "scheduler/counts.h"
 #include "scheduler/next_due.h"
 #include "scheduler/next_question.h"
 #include "scheduler/verdict.h"
+#include "store/schema.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -73,6 +75,38 @@ Work whole_verdict(const WorkFolder& folder, int records)
         benchmark::DoNotOptimize(scheduler::count(drill->engine->course));
         drill->current = drill->next();
     }};
+}
+
+/// The same while a copy of the course is being made, as the program makes it: a step between two verdicts, and the
+/// next copy when one has all pages.
+Work verdict_beside_copy(const WorkFolder& folder, int records)
+{
+    struct Copying : Drill {
+        Copying(std::shared_ptr<Engine> opened, const WorkFolder& folder)
+            : Drill(std::move(opened)), path(folder.file("copy.crs"))
+        {
+        }
+
+        void step()
+        {
+            if (copy == nullptr)
+                copy = engine->database.begin_copy(path, store::course_tables());
+            // The last step would leave nothing for the verdict to write into.
+            if (copy->step(drill::CourseCopies::pages_of_step))
+                copy = engine->database.begin_copy(path, store::course_tables());
+        }
+
+        std::string path;
+        std::unique_ptr<platform::CourseCopy> copy;
+    };
+    const auto copying = std::make_shared<Copying>(open_engine(fresh_sample(folder, records)), folder);
+    return {.prepare = [copying] { copying->step(); },
+            .run =
+                [copying] {
+                    copying->judge();
+                    benchmark::DoNotOptimize(scheduler::count(copying->engine->course));
+                    copying->current = copying->next();
+                }};
 }
 
 Work random_verdict(const WorkFolder& folder, int records)
@@ -289,6 +323,7 @@ std::vector<Operation> drill_operations()
 {
     return {
         {.name = "verdict, counts and next question", .program = whole_verdict, .floor = bare_commit},
+        {.name = "the same while a copy is made", .program = verdict_beside_copy, .floor = whole_verdict},
         {.name = "the same, drawn at random", .program = random_verdict, .floor = bare_commit},
         {.name = "a verdict alone", .program = stored_verdict, .floor = bare_commit},
         {.name = "next question", .program = choosing, .floor = choosing_floor},

@@ -18,9 +18,6 @@ using namespace std::chrono_literals;
 constexpr std::int64_t hour = 60 * 60;
 constexpr std::int64_t day = 24 * hour;
 
-// A full course has two thousand pages. 32 of them take less than a millisecond, so that a verdict between two steps
-// is not felt, and a full course is copied within two seconds.
-constexpr int pages_of_step = 32;
 constexpr std::chrono::milliseconds between_steps = 25ms;
 
 /// How long the keyboard must have rested, in seconds.
