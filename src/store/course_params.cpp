@@ -192,6 +192,15 @@ std::vector<StoredParam> CourseParamsStore::settings_of(const CourseParams& para
             {"target_level", number_column, static_cast<double>(params.target_level)}};
 }
 
+void CourseParamsStore::change_font(const std::string& font)
+{
+    CourseTransaction transaction(course_);
+    const std::vector<StoredParam> changed{{"font", text_column, font}};
+    store_values(course_, changed);
+    transaction.commit({.is_stored = [this, changed] { return holds_values(course_, changed); }});
+    course_.params.font = font;
+}
+
 void CourseParamsStore::store_settings(const CourseParams& params)
 {
     CourseTransaction transaction(course_);

@@ -48,6 +48,11 @@ public:
     /// @throws platform::DatabaseError; nothing has changed then.
     void change_params(const CourseParams& changed);
 
+    /// Stores the font of questions and answers, and only when that has succeeded makes it that of the course.
+    /// @param font empty for the standard font.
+    /// @throws platform::DatabaseError; nothing has changed then.
+    void change_font(const std::string& font);
+
     /// Stores the work counters as they are at `now`: what was read at opening and the work time since. Calling it
     /// again later stores the later state; nothing is counted twice.
     /// @throws platform::DatabaseError; nothing is stored then.

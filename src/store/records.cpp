@@ -4,6 +4,7 @@
 #include "store/schema.h"
 
 #include <utility>
+#include <vector>
 
 namespace cuedrill::store {
 namespace {
@@ -106,6 +107,21 @@ common::Int16 insert_record(platform::Database& database, std::int64_t cnt, cons
                      "values (?1, ?2, ?3, 0, 0, 0, 0, 0, 0)",
                      {cnt, texts.q, texts.a});
     return number;
+}
+
+common::Int16 insert_with_history(platform::Database& database, std::int64_t cnt, const platform::Row& row)
+{
+    const common::Int16 number = common::to_int16(cnt, "record number");
+    std::vector<Value> values(row.values().begin(), row.values().end());
+    values.at(0) = cnt;
+    database.execute("Insert into qa values (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13)", values);
+    return number;
+}
+
+std::int64_t correct_texts(platform::Database& database, std::int64_t cnt, const QaTexts& texts)
+{
+    check_texts(texts);
+    return database.execute("Update qa set q=?2, a=?3 where cnt=?1", {cnt, texts.q, texts.a});
 }
 
 std::int64_t change_texts(platform::Database& database, std::int64_t cnt, const QaTexts& texts)

@@ -87,6 +87,15 @@ QaRecord record_of(const platform::Row& row);
 /// @throws common::OverflowError when the number does not fit 16 bits
 common::Int16 insert_record(platform::Database& database, std::int64_t cnt, const QaTexts& texts);
 
+/// Adds a record with its history, as another course holds it.
+/// @param row a row of "Select * from qa …"; its number is replaced by `cnt`.
+/// @return `cnt`
+/// @throws common::OverflowError when the number does not fit 16 bits
+common::Int16 insert_with_history(platform::Database& database, std::int64_t cnt, const platform::Row& row);
+
+/// Gives a record other texts and leaves its history as it is.
+[[nodiscard]] std::int64_t correct_texts(platform::Database& database, std::int64_t cnt, const QaTexts& texts);
+
 /// Gives a record other texts. Its six counters become 0; its dates stay.
 [[nodiscard]] std::int64_t change_texts(platform::Database& database, std::int64_t cnt, const QaTexts& texts);
 
