@@ -5,6 +5,7 @@
 #include <csignal>
 #include <iostream>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 // Works on courses without a window.
@@ -15,7 +16,8 @@ int main(int argc, char** argv)
     std::signal(SIGXFSZ, SIG_IGN);
     const std::string data_home = cuedrill::platform::system::data_home();
     cuedrill::tools::Surroundings around{
-        std::cout, std::cerr, cuedrill::app::data_folder(cuedrill::platform::system::executable_folder(), data_home)};
+        std::cout, std::cerr, cuedrill::app::data_folder(cuedrill::platform::system::executable_folder(), data_home),
+        cuedrill::platform::system::runtime_folder(), isatty(STDERR_FILENO) != 0};
     const std::vector<std::string> line(argv + (argc > 0 ? 1 : 0), argv + argc);
     return cuedrill::tools::run_tool(line, around);
 }

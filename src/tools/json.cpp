@@ -22,12 +22,25 @@ std::string json_text(std::string_view text)
     return json + "\"";
 }
 
+std::string json_truth(bool value)
+{
+    return value ? "true" : "false";
+}
+
 std::string json_list(const std::vector<std::string>& values)
 {
     std::string json = "[";
     for (const std::string& value : values)
         json += (json.size() == 1 ? "" : ", ") + value;
     return json + "]";
+}
+
+std::string json_object(const std::vector<std::pair<std::string_view, std::string>>& members)
+{
+    std::string json;
+    for (const auto& [name, value] : members)
+        json += (json.empty() ? "" : ", ") + json_text(name) + ": " + value;
+    return "{" + json + "}";
 }
 
 } // namespace cuedrill::tools

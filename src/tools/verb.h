@@ -17,9 +17,11 @@ inline constexpr int refused = 2;      ///< also for a command line that is not 
 
 /// What a verb works with besides its arguments.
 struct Surroundings {
-    std::ostream& out;       ///< data
-    std::ostream& err;       ///< messages
-    std::string data_folder; ///< the program's folder for the user's data; "" for none
+    std::ostream& out;          ///< data
+    std::ostream& err;          ///< messages
+    std::string data_folder;    ///< the program's folder for the user's data; "" for none
+    std::string runtime_folder; ///< the program's folder for what lasts no longer than the session; "" for none
+    bool shows_progress;        ///< whether somebody watches `err`: on a terminal, long work tells how far it is
 };
 
 /// Something that the tool does with a course. Each verb has a file of its own in verbs/ and a line in the table of

@@ -6,6 +6,15 @@ namespace cuedrill::tools {
 
 [[nodiscard]] const Verb& check_verb();
 [[nodiscard]] const Verb& copies_verb();
+[[nodiscard]] const Verb& due_verb();
+[[nodiscard]] const Verb& dupes_verb();
+[[nodiscard]] const Verb& fix_verb();
+[[nodiscard]] const Verb& font_verb();
+[[nodiscard]] const Verb& info_verb();
+[[nodiscard]] const Verb& list_verb();
+[[nodiscard]] const Verb& merge_verb();
+[[nodiscard]] const Verb& new_verb();
+[[nodiscard]] const Verb& renumber_verb();
 [[nodiscard]] const Verb& restore_verb();
 
 } // namespace cuedrill::tools

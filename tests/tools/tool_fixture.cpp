@@ -12,7 +12,7 @@ int ToolFixture::run(const std::vector<std::string>& line)
 {
     std::ostringstream data;
     std::ostringstream messages;
-    Surroundings around{data, messages, folder.file("data")};
+    Surroundings around{data, messages, folder.file("data"), folder.file("runtime"), false};
     const int code = run_tool(line, around);
     out = data.str();
     err = messages.str();
