@@ -5,6 +5,7 @@
 namespace cuedrill::tools {
 
 [[nodiscard]] const Verb& check_verb();
+[[nodiscard]] const Verb& completion_verb();
 [[nodiscard]] const Verb& copies_verb();
 [[nodiscard]] const Verb& due_verb();
 [[nodiscard]] const Verb& dupes_verb();

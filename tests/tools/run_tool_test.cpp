@@ -36,7 +36,9 @@ TEST_F(Tool, tells_all_its_verbs)
     EXPECT_EQ(run({"--help"}), 0);
     EXPECT_EQ(err, "");
     for (const Verb& verb : all_verbs())
-        EXPECT_NE(out.find("cuedrill-course " + std::string(verb.name) + " COURSE"), std::string::npos) << out;
+        EXPECT_NE(out.find("cuedrill-course " + std::string(verb.name) + " " + std::string(verb.syntax.words)),
+                  std::string::npos)
+            << out;
 }
 
 TEST_F(Tool, has_help_for_each_verb)

@@ -1,6 +1,6 @@
-#include "common/number_format.h"
 #include "scheduler/forecast.h"
 #include "store/side_fields.h"
+#include "tools/forecast_figures.h"
 #include "tools/json.h"
 #include "tools/opened_course.h"
 #include "tools/table.h"
@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <ostream>
 #include <string>
-#include <vector>
 
 namespace cuedrill::tools {
 namespace {
@@ -29,14 +28,6 @@ constexpr std::string_view help =
     "in\n"
     "the direction that the course asks at present, and nothing is new there.\n";
 
-/// "2026-11-23"
-std::string date_of(common::DateTime day)
-{
-    const common::CalendarFields fields = day.fields();
-    return common::format_padded(fields.year, 4) + "-" + common::format_padded(fields.month, 2) + "-" +
-           common::format_padded(fields.day, 2);
-}
-
 void print(const Forecast& questions, const Forecast& inverted, common::DateTime now, std::ostream& out)
 {
     Table table({{"", Table::Align::left}, {"QUESTIONS", Table::Align::right}, {"INVERTED", Table::Align::right}});
@@ -48,25 +39,10 @@ void print(const Forecast& questions, const Forecast& inverted, common::DateTime
     add("Later today", questions.later, inverted.later);
     add("New", questions.never_tested, inverted.never_tested);
     for (std::size_t day = 0; day < questions.days.size(); ++day)
-        add(date_of(now.plus_days(static_cast<double>(day) + 1)), questions.days[day], inverted.days[day]);
+        add(iso_date(now.plus_days(static_cast<double>(day) + 1)), questions.days[day], inverted.days[day]);
     add("After that", questions.afterwards, inverted.afterwards);
     add("Passed", questions.passed, inverted.passed);
     table.print(out);
-}
-
-std::string json_of(const Forecast& forecast, common::DateTime now)
-{
-    std::vector<std::string> days;
-    for (std::size_t day = 0; day < forecast.days.size(); ++day)
-        days.push_back(json_object({{"date", json_text(date_of(now.plus_days(static_cast<double>(day) + 1)))},
-                                    {"due", std::to_string(forecast.days[day])}}));
-    return json_object({{"due_now", std::to_string(forecast.due_now())},
-                        {"overdue", std::to_string(forecast.overdue)},
-                        {"later_today", std::to_string(forecast.later)},
-                        {"new", std::to_string(forecast.never_tested)},
-                        {"days", json_list(days)},
-                        {"after_that", std::to_string(forecast.afterwards)},
-                        {"passed", std::to_string(forecast.passed)}});
 }
 
 int run(const Arguments& arguments, Surroundings& around)
