@@ -3,6 +3,7 @@
 #include "common/text.h"
 #include "common/twips.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -55,6 +56,24 @@ struct ChosenFile {
     std::string title{}; ///< the file's name without its folder
 };
 
+/// A modal dialog that shows the first rows of a table and asks which two of its columns are to be used.
+struct ColumnsBox {
+    std::string title{};
+    std::string prompt{};
+    std::string first_label{};                    ///< what the first of the two is called: "Question"
+    std::string second_label{};                   ///< the same of the second
+    std::vector<std::string> names{};             ///< of the columns, at least two
+    std::vector<std::vector<std::string>> rows{}; ///< first rows, each with a text for each column
+};
+
+/// The places of two columns, counted from 0; they differ.
+struct ChosenColumns {
+    std::size_t first = 0;
+    std::size_t second = 1;
+
+    friend bool operator==(const ChosenColumns&, const ChosenColumns&) = default;
+};
+
 enum class Pointer { normal, busy };
 
 /// What the program asks of the desktop besides its own windows. The functions that show a box return when the user has
@@ -67,6 +86,8 @@ public:
     virtual BoxAnswer message_box(const MessageBox& box) = 0;
     /// The typed text; std::nullopt after a cancel.
     virtual std::optional<std::string> input_box(const InputBox& box) = 0;
+    /// The first two columns are preset; std::nullopt after a cancel.
+    virtual std::optional<ChosenColumns> columns_box(const ColumnsBox& box) = 0;
     virtual ChosenFile open_file_dialog(const FileDialog& dialog) = 0;
     /// Asks for the name of a file to be written; the user has to confirm overwriting an existing one.
     virtual ChosenFile save_file_dialog(const FileDialog& dialog) = 0;

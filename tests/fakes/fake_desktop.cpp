@@ -21,11 +21,15 @@ struct ExpectedInput {
     std::string prompt;
     std::optional<std::string> answer;
 };
+struct ExpectedColumns {
+    std::vector<std::string> names;
+    std::optional<platform::ChosenColumns> chosen;
+};
 struct ExpectedFile {
     platform::ChosenFile chosen;
 };
 struct ExpectedSaveFile : ExpectedFile {};
-using AnyExpected = std::variant<ExpectedBox, ExpectedInput, ExpectedFile, ExpectedSaveFile>;
+using AnyExpected = std::variant<ExpectedBox, ExpectedInput, ExpectedColumns, ExpectedFile, ExpectedSaveFile>;
 
 std::string describe(const AnyExpected& expected)
 {
@@ -33,6 +37,8 @@ std::string describe(const AnyExpected& expected)
         return "message box \"" + box->box.text + "\"";
     if (const auto* input = std::get_if<ExpectedInput>(&expected))
         return "input box \"" + input->prompt + "\"";
+    if (const auto* columns = std::get_if<ExpectedColumns>(&expected))
+        return "dialog for " + std::to_string(columns->names.size()) + " columns";
     if (const auto* file = std::get_if<ExpectedFile>(&expected))
         return "file dialog answered with \"" + file->chosen.path + "\"";
     return "save dialog answered with \"" + std::get<ExpectedSaveFile>(expected).chosen.path + "\"";
@@ -104,6 +110,11 @@ void FakeDesktop::expect_input(std::string prompt, std::optional<std::string> an
     expected_.push_back({ExpectedInput{std::move(prompt), std::move(answer)}});
 }
 
+void FakeDesktop::expect_columns(std::vector<std::string> names, std::optional<platform::ChosenColumns> chosen)
+{
+    expected_.push_back({ExpectedColumns{std::move(names), chosen}});
+}
+
 void FakeDesktop::expect_file(platform::ChosenFile chosen)
 {
     expected_.push_back({ExpectedFile{std::move(chosen)}});
@@ -160,6 +171,17 @@ std::optional<std::string> FakeDesktop::input_box(const platform::InputBox& box)
     if (expected->answer && common::code_points(*expected->answer) > static_cast<std::size_t>(box.longest))
         ADD_FAILURE() << "The answer cannot be typed, it is longer than " << box.longest << " characters.";
     return expected->answer;
+}
+
+std::optional<platform::ChosenColumns> FakeDesktop::columns_box(const platform::ColumnsBox& box)
+{
+    columns_boxes.push_back(box);
+    run_box_hook();
+    const auto expected = take<ExpectedColumns>("dialog for columns \"" + box.prompt + "\"");
+    if (!expected)
+        return std::nullopt;
+    EXPECT_EQ(box.names, expected->names);
+    return expected->chosen;
 }
 
 platform::ChosenFile FakeDesktop::open_file_dialog(const platform::FileDialog& dialog)

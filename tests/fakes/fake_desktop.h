@@ -27,6 +27,9 @@ public:
     /// Expects an input box; std::nullopt is Cancel.
     void expect_input(std::string prompt, std::optional<std::string> answer);
 
+    /// Expects a dialog for two columns among these; std::nullopt is Cancel.
+    void expect_columns(std::vector<std::string> names, std::optional<platform::ChosenColumns> chosen);
+
     /// Expects a dialog for a file to open; an empty choice is Cancel.
     void expect_file(platform::ChosenFile chosen);
 
@@ -38,6 +41,7 @@ public:
 
     platform::BoxAnswer message_box(const platform::MessageBox& box) override;
     std::optional<std::string> input_box(const platform::InputBox& box) override;
+    std::optional<platform::ChosenColumns> columns_box(const platform::ColumnsBox& box) override;
     platform::ChosenFile open_file_dialog(const platform::FileDialog& dialog) override;
     platform::ChosenFile save_file_dialog(const platform::FileDialog& dialog) override;
     void pump() override;
@@ -48,6 +52,7 @@ public:
 
     std::vector<platform::MessageBox> boxes;
     std::vector<platform::InputBox> inputs;
+    std::vector<platform::ColumnsBox> columns_boxes;
     std::vector<platform::FileDialog> file_dialogs;
 
     /// Called while a box of any kind is shown, after it was recorded; may throw common::ProgramEnded.

@@ -1,6 +1,7 @@
 #include "platform/qt/qt_desktop.h"
 
 #include "common/errors.h"
+#include "platform/qt/qt_columns_dialog.h"
 #include "platform/qt/qt_dialog_host.h"
 #include "platform/qt/qt_file_dialog.h"
 #include "platform/qt/qt_file_filter.h"
@@ -274,6 +275,15 @@ std::optional<std::string> QtDesktop::input_box(const InputBox& box)
         return std::nullopt;
     // A clipboard may contain NUL characters, which would end the text for code that reads it as a C string.
     return from_qt(widget.textValue().remove(QChar(QChar::Null)));
+}
+
+std::optional<ChosenColumns> QtDesktop::columns_box(const ColumnsBox& box)
+{
+    ColumnsDialog widget(window_in_front(), box);
+    widget.setWindowTitle(title_or_default(box.title));
+    if (run_modal(widget) != QDialog::Accepted)
+        return std::nullopt;
+    return widget.chosen();
 }
 
 ChosenFile QtDesktop::open_file_dialog(const FileDialog& dialog)

@@ -18,6 +18,7 @@ public:
 
     BoxAnswer message_box(const MessageBox& box) override;
     std::optional<std::string> input_box(const InputBox& box) override;
+    std::optional<ChosenColumns> columns_box(const ColumnsBox& box) override;
     ChosenFile open_file_dialog(const FileDialog& dialog) override;
     ChosenFile save_file_dialog(const FileDialog& dialog) override;
     void pump() override;
