@@ -6,6 +6,7 @@
 #include "torture/effort.h"
 #include "torture/window_user.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QLocale>
@@ -41,7 +42,9 @@
 //   quiet, tick             stops the timers that repaint the window; lets them tick once. How often they tick
 //   otherwise
 //                           depends on how busy the machine is, and what is told must not.
-//   question                tells the question on display
+//   drill=STEPS:SECONDS     asks questions and judges every other one as known, with time that passes at each step;
+//   tells
+//                           the questions and the verdicts
 //   copies=COUNT            waits until there are so many copies of courses, or none can be made
 //   clock=SECONDS, later=SECONDS    sets the clock, as Unix time; or lets time pass
 //   limit=BYTES, limit=none         the largest file that can be written, as on a full disk
@@ -191,8 +194,8 @@ private:
             user_.type(window, first, localized(second));
         else if (word.name == "quiet" || word.name == "tick")
             use_timers(word.name == "tick");
-        else if (word.name == "question")
-            teller_.tell("question: " + program_->form1().controls().Text_q.text());
+        else if (word.name == "drill")
+            drill(std::stoi(first), std::stoll(second));
         else if (word.name == "copies")
             wait_for_copies(std::stoul(word.value));
         else
@@ -207,6 +210,28 @@ private:
             timer->stop();
             if (tick)
                 timer->on_tick();
+        }
+    }
+
+    void drill(int steps, std::int64_t seconds)
+    {
+        QMainWindow& window = program_->form1().widget();
+        const auto* const prompt = window.findChild<QLabel*>(QStringLiteral("panel_dialog"));
+        const auto* const yes = window.findChild<QAbstractButton*>(QStringLiteral("bot_yes"));
+        for (; steps > 0; --steps) {
+            clock_seconds = clock_seconds.value_or(0) + seconds;
+            if (!yes->isVisible() || !yes->isEnabled()) {
+                user_.press(window, "pb_1"); // the command that asks a question
+                continue;
+            }
+            const bool judges = prompt->text() == QLatin1String("Did you know the answer?");
+            if (prompt->text() == QLatin1String("Do you want to see the answer?"))
+                teller_.tell("question: " + program_->form1().controls().Text_q.text());
+            user_.forget_box();
+            user_.press(window, judges && ++judged_ % 2 == 0 ? "bot_no" : "bot_yes");
+            const bool complains = user_.last_box().starts_with("The course");
+            if (judges)
+                teller_.tell(complains ? "verdict refused: " + user_.last_box() : "verdict: stored");
         }
     }
 
@@ -262,6 +287,7 @@ private:
     torture::WindowUser user_;
     std::vector<Word> words_;
     std::size_t next_ = 0;
+    int judged_ = 0;
     program::Program* program_ = nullptr;
 };
 

@@ -154,8 +154,8 @@ void WindowUser::answer()
 {
     QWidget* const modal = QApplication::activeModalWidget();
     if (auto* const box = qobject_cast<QMessageBox*>(modal)) {
-        ++boxes_;
-        teller_.tell("box: " + box->text().toStdString() + details_of(*box));
+        last_box_ = box->text().toStdString();
+        teller_.tell("box: " + last_box_ + details_of(*box));
         // Opening an exported file starts another program.
         const bool declines = box->text().endsWith(QLatin1String("open the exported file?"));
         for (const auto button : {declines ? QMessageBox::No : QMessageBox::Yes, QMessageBox::Ok}) {

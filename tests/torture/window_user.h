@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QTimer>
-#include <cstddef>
 #include <deque>
 #include <map>
 #include <string>
@@ -43,8 +42,9 @@ public:
     /// Tells all texts of the visible windows that have changed since the last call.
     void tell_screen();
 
-    /// How many boxes have been open so far.
-    [[nodiscard]] std::size_t boxes() const { return boxes_; }
+    /// The text of the last box; empty if none has been open since `forget_box`.
+    [[nodiscard]] const std::string& last_box() const { return last_box_; }
+    void forget_box() { last_box_.clear(); }
 
 private:
     void answer();
@@ -55,7 +55,7 @@ private:
     std::deque<std::string> paths_;
     std::deque<std::string> inputs_;
     std::map<std::string, std::string> shown_;
-    std::size_t boxes_ = 0;
+    std::string last_box_;
 };
 
 } // namespace cuedrill::torture

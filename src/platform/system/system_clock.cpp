@@ -14,6 +14,16 @@ struct LocalTime {
     double fraction = 0; ///< of the current second
 };
 
+/// Brings a year that a date cannot hold to the nearest second that it can.
+void keep_in_range(std::tm& fields)
+{
+    constexpr int zero = 1900; // the year that is 0 here
+    if (fields.tm_year > 9999 - zero)
+        fields = {.tm_sec = 59, .tm_min = 59, .tm_hour = 23, .tm_mday = 31, .tm_mon = 11, .tm_year = 9999 - zero};
+    else if (fields.tm_year < 100 - zero)
+        fields = {.tm_mday = 1, .tm_mon = 0, .tm_year = 100 - zero};
+}
+
 LocalTime local_time()
 {
     timespec instant{};
@@ -24,6 +34,7 @@ LocalTime local_time()
         throw common::Error("The local time is not available.");
     // A leap second counts as the second before it; a day has 86400 seconds here.
     local.fields.tm_sec = std::min(local.fields.tm_sec, 59);
+    keep_in_range(local.fields);
     local.fraction = static_cast<double>(instant.tv_nsec) * 1e-9;
     return local;
 }
