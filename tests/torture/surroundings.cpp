@@ -105,6 +105,8 @@ Household::Household()
 
 void Household::give_away() const
 {
+    // As where a program is installed.
+    fs::permissions(folder_.file("bin"), fs::perms::owner_read | fs::perms::owner_exec);
     if (::geteuid() != 0)
         return;
     const auto give = [](const fs::path& path) {

@@ -1,5 +1,6 @@
 #include "app/base/program_folder.h"
 #include "common/errors.h"
+#include "platform/system/standard_streams.h"
 #include "platform/system/system_folders.h"
 #include "program/program.h"
 #include "tools/verb.h"
@@ -19,7 +20,7 @@
 #include <ctime>
 #include <exception>
 #include <filesystem>
-#include <functional>
+#include <fstream>
 #include <iterator>
 #include <optional>
 #include <sstream>
@@ -48,7 +49,8 @@
 //   copies=COUNT            waits until there are so many copies of courses, or none can be made
 //   clock=SECONDS, later=SECONDS    sets the clock, as Unix time; or lets time pass
 //   limit=BYTES, limit=none         the largest file that can be written, as on a full disk
-//   remove=PATH, move=FROM:TO, mode=OCTAL:PATH, go=FOLDER
+//   fill=PATH               writes a file until the disk is full
+//   remove=PATH, copy=FROM:TO
 //   tool=WORD WORD …        runs the command-line tool
 namespace {
 
@@ -165,12 +167,10 @@ private:
             limit(word.value);
         else if (word.name == "remove")
             std::filesystem::remove_all(word.value);
-        else if (word.name == "move")
-            std::filesystem::rename(first, second);
-        else if (word.name == "mode")
-            std::filesystem::permissions(second, static_cast<std::filesystem::perms>(std::stoul(first, nullptr, 8)));
-        else if (word.name == "go")
-            std::filesystem::current_path(word.value);
+        else if (word.name == "fill")
+            fill(word.value);
+        else if (word.name == "copy")
+            std::filesystem::copy_file(first, second);
         else if (word.name == "path")
             user_.prepare_path(word.value);
         else if (word.name == "input")
@@ -249,6 +249,15 @@ private:
         ::setrlimit(RLIMIT_FSIZE, &limit);
     }
 
+    static void fill(const std::string& path)
+    {
+        for (const std::size_t size : {std::size_t{4096}, std::size_t{1}}) {
+            std::ofstream out(path, std::ios::binary | std::ios::app);
+            while (out << std::string(size, 'x') << std::flush) {
+            }
+        }
+    }
+
     void wait_for_copies(std::size_t count) const
     {
         const auto* const status = program_->form1().widget().findChild<QLabel*>(QStringLiteral("P_status"));
@@ -267,7 +276,8 @@ private:
         for (std::filesystem::recursive_directory_iterator entry(data_folder() + "/copies", error);
              !error && entry != std::filesystem::recursive_directory_iterator(); entry.increment(error)) {
             const std::string name = entry->path().filename().string();
-            count += name.ends_with(".crs") && !name.starts_with(".") ? 1 : 0;
+            if (name.ends_with(".crs") && !name.starts_with("."))
+                ++count;
         }
         return count;
     }
@@ -311,7 +321,9 @@ int main(int argc, char** argv)
     if (argc < 2)
         return EXIT_FAILURE;
     const torture::Teller teller(std::atoi(argv[1]));
+    // As the program's own main function begins.
     std::signal(SIGXFSZ, SIG_IGN);
+    platform::system::occupy_standard_streams();
     try {
         int no_options = 1;
         const QApplication application(no_options, argv);

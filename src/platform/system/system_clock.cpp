@@ -14,15 +14,11 @@ struct LocalTime {
     double fraction = 0; ///< of the current second
 };
 
-/// Brings a year that a date cannot hold to the nearest second that it can.
-void keep_in_range(std::tm& fields)
-{
-    constexpr int zero = 1900; // the year that is 0 here
-    if (fields.tm_year > 9999 - zero)
-        fields = {.tm_sec = 59, .tm_min = 59, .tm_hour = 23, .tm_mday = 31, .tm_mon = 11, .tm_year = 9999 - zero};
-    else if (fields.tm_year < 100 - zero)
-        fields = {.tm_mday = 1, .tm_mon = 0, .tm_year = 100 - zero};
-}
+/// The first second of the year 100 and the last one of the year 9999, in UTC, as Unix time. In the local time zone
+/// they may be hours beyond what a date can hold, and DateTime clamps them; years beyond are more than a calendar can
+/// hold.
+constexpr std::time_t first_second = -59'011'459'200;
+constexpr std::time_t last_second = 253'402'300'799;
 
 LocalTime local_time()
 {
@@ -30,11 +26,13 @@ LocalTime local_time()
     LocalTime local;
     // localtime_r alone keeps the time zone the program started with.
     tzset();
-    if (clock_gettime(CLOCK_REALTIME, &instant) != 0 || localtime_r(&instant.tv_sec, &local.fields) == nullptr)
+    if (clock_gettime(CLOCK_REALTIME, &instant) != 0)
+        throw common::Error("The local time is not available.");
+    const std::time_t seconds = std::clamp(instant.tv_sec, first_second, last_second);
+    if (localtime_r(&seconds, &local.fields) == nullptr)
         throw common::Error("The local time is not available.");
     // A leap second counts as the second before it; a day has 86400 seconds here.
     local.fields.tm_sec = std::min(local.fields.tm_sec, 59);
-    keep_in_range(local.fields);
     local.fraction = static_cast<double>(instant.tv_nsec) * 1e-9;
     return local;
 }
