@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <optional>
+#include <random>
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
@@ -235,6 +236,58 @@ TEST_F(Folders, OfTheProgramThatCannotBeUsedAreNotMissed)
     for (std::size_t i = 0; i < std::min(most, list.size()); ++i) {
         const Household household;
         check(list[i], use_in(household, creation + next_day, list[i]));
+    }
+}
+
+/// A file of settings that nobody would write by hand.
+std::string hostile_settings(std::mt19937_64& random)
+{
+    using namespace std::string_literals;
+    static const std::vector<std::string> pieces{"[settings]\n",
+                                                 "[",
+                                                 "]\n",
+                                                 "geometry=",
+                                                 "sound_courses=",
+                                                 "\n",
+                                                 "\\x",
+                                                 "\"",
+                                                 "@ByteArray(",
+                                                 "@Variant(",
+                                                 ")",
+                                                 "=",
+                                                 "AdnQywAD",
+                                                 "last_db_path=/x/",
+                                                 "\0"s,
+                                                 "\xFF\xFE",
+                                                 "%U20",
+                                                 ",",
+                                                 ";",
+                                                 "9999999999"};
+    std::string text;
+    for (std::uint64_t left = random() % 200; left > 0; --left) {
+        if (random() % 4 == 0)
+            text += static_cast<char>(random() % 256);
+        else
+            text += pieces[random() % pieces.size()];
+    }
+    return text;
+}
+
+TEST_F(Folders, WithHostileSettingsAreUsedAsUsual)
+{
+    std::mt19937_64 random(seed());
+    for (int i = 0; i < effort(5); ++i) {
+        const Household household;
+        check({"hostile settings " + std::to_string(i)},
+              use_in(household, creation + next_day, {"hostile settings", [&random](const Household& house) {
+                                                          const fs::path folder =
+                                                              fs::path(house.file("config")) / "CUEDRILL";
+                                                          fs::create_directory(folder);
+                                                          for (const char* const name : {"general.ini", "window.ini"})
+                                                              std::ofstream(folder / name, std::ios::binary)
+                                                                  << hostile_settings(random);
+                                                          house.give_away();
+                                                      }}));
     }
 }
 
