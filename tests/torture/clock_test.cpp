@@ -92,6 +92,7 @@ protected:
     {
         static const Words usual{"File ~/courses/course.crs does not exist. Do you want",
                                  "You have passed level",
+                                 "Congratulations! You have passed level",
                                  "This function will import",
                                  "Questions from file",
                                  std::to_string(imported) + " questions and answers",

@@ -384,11 +384,25 @@ Words use_of_full_disk(const std::string& full, const std::string& free)
             "copy=~/small/course.crs:~/courses/course.crs", "copy=~/small/export.txt:~/courses/export.txt"};
 }
 
+/// Whether this process, which is in the child, has mounts of its own from now on.
+bool begin_own_mounts()
+{
+    if (::unshare(CLONE_NEWNS) == 0)
+        return true;
+    const std::string user = std::to_string(::geteuid());
+    const std::string group = std::to_string(::getegid());
+    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+        return false;
+    std::ofstream("/proc/self/setgroups") << "deny";
+    std::ofstream("/proc/self/uid_map") << "0 " + user + " 1";
+    std::ofstream("/proc/self/gid_map") << "0 " + group + " 1";
+    return true;
+}
+
 /// In the child: a disk of one mebibyte. Ends the child if this is not permitted.
 void mount_small_disk(const Household& household)
 {
-    if ((::unshare(CLONE_NEWNS) != 0 && ::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) ||
-        ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+    if (!begin_own_mounts() || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
         ::mount("none", household.file("small").c_str(), "tmpfs", 0, "size=1m") != 0)
         std::_Exit(not_permitted);
 }
