@@ -1,4 +1,5 @@
 #include "common/errors.h"
+#include "platform/system/standard_streams.h"
 #include "program/program.h"
 #include "support/command_line.h"
 
@@ -44,6 +45,7 @@ int main(int argc, char** argv)
     // Ignored, so that a write beyond the file size limit fails and a box reports it; by default the signal ends the
     // program.
     std::signal(SIGXFSZ, SIG_IGN);
+    cuedrill::platform::system::occupy_standard_streams();
     try {
         const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
         if (const auto answer = cuedrill::support::command_line_answer(arguments)) {

@@ -1,4 +1,5 @@
 #include "app/base/program_folder.h"
+#include "platform/system/standard_streams.h"
 #include "platform/system/system_folders.h"
 #include "tools/verb.h"
 
@@ -14,6 +15,7 @@ int main(int argc, char** argv)
     // Ignored, so that a write beyond the file size limit fails and is reported; by default the signal ends the
     // program.
     std::signal(SIGXFSZ, SIG_IGN);
+    cuedrill::platform::system::occupy_standard_streams();
     const std::string data_home = cuedrill::platform::system::data_home();
     cuedrill::tools::Surroundings around{
         std::cout, std::cerr, cuedrill::app::data_folder(cuedrill::platform::system::executable_folder(), data_home),

@@ -12,10 +12,11 @@
 namespace cuedrill::torture {
 namespace {
 
-[[noreturn]] void be_child(int descriptor, const std::function<std::string()>& work)
+/// In the child; its argument is the descriptor for the words.
+using Child = std::function<void(int)>;
+
+void tell_result(int descriptor, const std::function<std::string()>& work)
 {
-    const rlimit limit{most_child_seconds, most_child_seconds + 1};
-    ::setrlimit(RLIMIT_CPU, &limit);
     std::string words;
     try {
         words = work();
@@ -39,16 +40,18 @@ double seconds_of(const timeval& time)
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / microseconds;
 }
 
-} // namespace
-
-ChildOutcome run_bounded(const std::function<std::string()>& work)
+ChildOutcome outcome_of(const Child& be_child)
 {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0)
         throw std::runtime_error("no pipe");
     const pid_t child = ::fork();
-    if (child == 0)
-        be_child(ends[1], work);
+    if (child == 0) {
+        const rlimit limit{most_child_seconds, most_child_seconds + 1};
+        ::setrlimit(RLIMIT_CPU, &limit);
+        be_child(ends[1]);
+        ::_exit(EXIT_FAILURE);
+    }
     ::close(ends[1]);
     if (child < 0)
         throw std::runtime_error("no child process");
@@ -64,6 +67,32 @@ ChildOutcome run_bounded(const std::function<std::string()>& work)
     outcome.seconds = seconds_of(usage.ru_utime) + seconds_of(usage.ru_stime);
     outcome.peak_kilobytes = usage.ru_maxrss;
     return outcome;
+}
+
+void become(const std::vector<std::string>& line, int descriptor)
+{
+    std::vector<std::string> words = line;
+    std::vector<char*> arguments;
+    for (std::string& word : words)
+        arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    ::dup2(descriptor, told_descriptor);
+    ::execv(arguments.front(), arguments.data());
+}
+
+} // namespace
+
+ChildOutcome run_bounded(const std::function<std::string()>& work)
+{
+    return outcome_of([&work](int descriptor) { tell_result(descriptor, work); });
+}
+
+ChildOutcome run_program_bounded(const std::vector<std::string>& line, const std::function<void()>& prepare)
+{
+    return outcome_of([&](int descriptor) {
+        prepare();
+        become(line, descriptor);
+    });
 }
 
 } // namespace cuedrill::torture

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace cuedrill::torture {
 
@@ -25,5 +26,14 @@ inline constexpr long most_child_kilobytes = 256L * 1024;
 
 /// Does the work in a child process that is killed when it takes more than its processor time.
 [[nodiscard]] ChildOutcome run_bounded(const std::function<std::string()>& work);
+
+/// Runs a program in such a child process. What it writes to the descriptor `told_descriptor` are the words.
+/// @param line the program's path and its arguments.
+/// @param prepare done in the child before the program is started; may change what a program inherits.
+[[nodiscard]] ChildOutcome run_program_bounded(const std::vector<std::string>& line,
+                                               const std::function<void()>& prepare);
+
+/// Above those that a user of the program may close.
+inline constexpr int told_descriptor = 9;
 
 } // namespace cuedrill::torture
