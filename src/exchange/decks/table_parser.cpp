@@ -128,6 +128,7 @@ void TableParser::begin_quoted()
 void TableParser::read_again_unquoted(const Sink& sink)
 {
     const std::string held = std::exchange(held_, {});
+    ++read_again_;
     field_.assign(1, shape_.quote);
     field_was_quoted_ = false;
     line_ = line_of_mark_;

@@ -66,6 +66,9 @@ public:
 
     [[nodiscard]] const UnclosedQuotes& unclosed() const { return unclosed_; }
 
+    /// How many marks that begin a field were taken for ordinary characters, up to now.
+    [[nodiscard]] std::int64_t read_again() const { return read_again_; }
+
 private:
     enum class State {
         row_begins,
@@ -100,6 +103,7 @@ private:
     std::string held_; ///< what follows the opening mark of the current field
     std::int64_t line_of_mark_ = 0;
     UnclosedQuotes unclosed_;
+    std::int64_t read_again_ = 0;
 };
 
 } // namespace cuedrill::decks
