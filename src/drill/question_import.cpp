@@ -1,9 +1,12 @@
 #include "drill/question_import.h"
 
 #include "common/errors.h"
+#include "exchange/decks/deck_preview.h"
 #include "exchange/import_words.h"
 
+#include <cstddef>
 #include <new>
+#include <utility>
 
 namespace cuedrill::drill {
 namespace {
@@ -27,6 +30,9 @@ constexpr const char* explanation =
     "@A@\r\n"
     "Montgomery\r\n"
     "Do you wish to continue?";
+
+/// Rows of a deck that are shown to choose its fields by.
+constexpr std::size_t rows_of_preview = 5;
 
 constexpr const char* text_files = "Text file (*.txt)|*.txt|All files (*.*)|*.*";
 
@@ -81,8 +87,11 @@ bool QuestionImport::may_import(const std::string& path)
 
 void QuestionImport::import_file(const std::string& path)
 {
+    const std::optional<Importer::Open> open = opening_of(path);
+    if (!open)
+        return;
     services_.copies.before_change();
-    Importer importer(course_, services_.files, services_.clock, services_.text_compare, path);
+    Importer importer(course_, services_.clock, services_.text_compare, *open);
     shown_ = 0;
     try {
         run(importer);
@@ -95,6 +104,51 @@ void QuestionImport::import_file(const std::string& path)
     } catch (const std::bad_alloc& error) {
         stop(importer, common::words_of(error));
     }
+}
+
+/// How the file is opened; std::nullopt when the user does not want to import it after all.
+std::optional<Importer::Open> QuestionImport::opening_of(const std::string& path)
+{
+    if (!decks::is_deck_name(path))
+        return [this, path] { return exchange::open_question_text(services_.files, path); };
+    const std::optional<decks::RecordChoice> choice = choice_of(path);
+    if (!choice)
+        return std::nullopt;
+    return [this, path, choice = *choice] { return open_deck(path, choice); };
+}
+
+/// Has the user choose the two fields of a record, if there are more than two.
+/// @return std::nullopt after a cancel.
+std::optional<decks::RecordChoice> QuestionImport::choice_of(const std::string& path)
+{
+    decks::DeckPreview preview;
+    try {
+        preview = decks::preview_of(*decks::open_deck(path, {}, services_.readers).deck, rows_of_preview);
+    } catch (const common::Error&) {
+        // The import meets the same error, and reports it.
+        return decks::RecordChoice{};
+    }
+    if (preview.names.size() <= 2)
+        return decks::RecordChoice{};
+    const auto chosen = services_.desktop.columns_box({.title = "Importing",
+                                                       .prompt = "Each record of this file has more than two texts. "
+                                                                 "Which of them are the question and the answer?",
+                                                       .first_label = "Question",
+                                                       .second_label = "Answer",
+                                                       .names = preview.names,
+                                                       .rows = preview.rows});
+    if (!chosen)
+        return std::nullopt;
+    return decks::RecordChoice{.fields = decks::FieldChoice{.question = preview.names.at(chosen->first),
+                                                            .answer = preview.names.at(chosen->second)}};
+}
+
+std::unique_ptr<exchange::RecordSource> QuestionImport::open_deck(const std::string& path,
+                                                                  const decks::RecordChoice& choice) const
+{
+    decks::OpenedDeck opened = decks::open_deck(path, {}, services_.readers);
+    return std::make_unique<decks::DeckRecords>(std::move(opened.deck), std::move(opened.looked_for),
+                                                services_.text_compare, choice);
 }
 
 /// Runs the steps of the import and lets the window repaint between them.

@@ -6,6 +6,8 @@
 #include "drill/last_list.h"
 #include "drill/statistics.h"
 #include "drill/status_line.h"
+#include "exchange/decks/deck_opening.h"
+#include "exchange/decks/deck_records.h"
 #include "exchange/importer.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
@@ -14,11 +16,13 @@
 #include "store/course.h"
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 
 namespace cuedrill::drill {
 
-/// Command that adds the records of a question text file to the open course.
+/// Command that adds the records of a question text file, or of a deck of another program, to the open course.
 class QuestionImport {
 public:
     struct Services {
@@ -26,6 +30,7 @@ public:
         platform::Clock& clock;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
+        const decks::DeckReaders& readers;
         CourseCopies& copies;
     };
 
@@ -41,11 +46,16 @@ public:
     void Import_questions_and_answers();
 
     /// Imports the file at `path` after a copy of the course was made, showing the progress of each step and the
-    /// result.
+    /// result. For a deck with more than two fields the user chooses the two that make a record; nothing is done after
+    /// a cancel.
     void import_file(const std::string& path);
 
 private:
     [[nodiscard]] bool may_import(const std::string& path);
+    [[nodiscard]] std::optional<exchange::Importer::Open> opening_of(const std::string& path);
+    [[nodiscard]] std::optional<decks::RecordChoice> choice_of(const std::string& path);
+    [[nodiscard]] std::unique_ptr<exchange::RecordSource> open_deck(const std::string& path,
+                                                                    const decks::RecordChoice& choice) const;
     void run(exchange::Importer& importer);
     void show(const exchange::Progress& progress);
     void stop(const exchange::Importer& importer, const std::string& reason);

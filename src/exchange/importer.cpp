@@ -9,6 +9,11 @@
 
 namespace cuedrill::exchange {
 
+std::unique_ptr<RecordSource> open_question_text(const platform::Files& files, const std::string& path)
+{
+    return std::make_unique<QuestionFile>(files.begin_reading(path, longest_file));
+}
+
 Importer::Importer(store::Course& course, platform::Clock& clock, const platform::TextCompare& text_compare, Open open)
     : course_(course), clock_(clock), text_compare_(text_compare), open_(std::move(open))
 {
@@ -16,9 +21,8 @@ Importer::Importer(store::Course& course, platform::Clock& clock, const platform
 
 Importer::Importer(store::Course& course, platform::Files& files, platform::Clock& clock,
                    const platform::TextCompare& text_compare, std::string path)
-    : Importer(course, clock, text_compare, [&files, path = std::move(path)] {
-          return std::make_unique<QuestionFile>(files.begin_reading(path, longest_file));
-      })
+    : Importer(course, clock, text_compare,
+               [&files, path = std::move(path)] { return open_question_text(files, path); })
 {
 }
 

@@ -41,6 +41,10 @@ struct Progress {
     bool finished = false;     ///< the whole file has been read
 };
 
+/// Opens the question text file at `path`.
+/// @throws common::Error
+[[nodiscard]] std::unique_ptr<RecordSource> open_question_text(const platform::Files& files, const std::string& path);
+
 /// Adds the records of a file to the open course, step by step. Between steps no transaction is open, and
 /// what `progress` counts as stored is durable.
 class Importer {

@@ -74,6 +74,7 @@ void DrillFixture::make_program()
                                                                 .folders = folders,
                                                                 .random = random,
                                                                 .text_compare = engine.text_compare,
+                                                                .text_conversions = text_conversions,
                                                                 .database = database,
                                                                 .data_folder = data_folder,
                                                                 .program_folder = folder.path().string(),

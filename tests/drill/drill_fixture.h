@@ -14,6 +14,7 @@
 #include "fakes/fake_shell.h"
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
+#include "platform/icu/icu_text_conversions.h"
 #include "platform/system/system_files.h"
 
 #include <chrono>
@@ -167,6 +168,7 @@ protected:
     platform::system::SystemFiles files;
     fakes::FakeOpenCourses open_courses;
     fakes::FakeFolders folders;
+    platform::icu::IcuTextConversions text_conversions;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
     fakes::CourseBuilder builder;

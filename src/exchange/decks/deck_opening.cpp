@@ -18,12 +18,11 @@ namespace {
 struct Opening {
     const std::string& path;
     const DeckOptions& options;
-    const platform::Files& files;
-    const platform::TextConversions& conversions;
+    const DeckReaders& readers;
 
     [[nodiscard]] std::unique_ptr<platform::FileReading> file() const
     {
-        return files.begin_reading(path, exchange::longest_file);
+        return readers.files.begin_reading(path, exchange::longest_file);
     }
 };
 
@@ -34,21 +33,23 @@ std::string rows_separated_by(char separator)
 
 OpenedDeck open_table(const Opening& opening)
 {
-    auto deck = std::make_unique<TableDeck>(opening.file(), opening.conversions, opening.path, opening.options.table);
+    auto deck =
+        std::make_unique<TableDeck>(opening.file(), opening.readers.conversions, opening.path, opening.options.table);
     std::string looked_for = rows_separated_by(deck->format().shape.separator);
     return {.deck = std::move(deck), .looked_for = std::move(looked_for)};
 }
 
 OpenedDeck open_anki_text(const Opening& opening)
 {
-    auto deck = std::make_unique<AnkiTextDeck>(opening.file(), opening.conversions, opening.options.table.encoding);
+    auto deck =
+        std::make_unique<AnkiTextDeck>(opening.file(), opening.readers.conversions, opening.options.table.encoding);
     std::string looked_for = rows_separated_by(deck->separator());
     return {.deck = std::move(deck), .looked_for = std::move(looked_for)};
 }
 
 OpenedDeck open_mnemosyne_text(const Opening& opening)
 {
-    return {.deck = std::make_unique<MnemosyneTextDeck>(opening.file(), opening.conversions,
+    return {.deck = std::make_unique<MnemosyneTextDeck>(opening.file(), opening.readers.conversions,
                                                         opening.options.table.encoding),
             .looked_for = "lines with two or three texts separated by TAB"};
 }
@@ -116,10 +117,9 @@ std::vector<std::string> deck_formats()
     return names;
 }
 
-OpenedDeck open_deck(const std::string& path, const DeckOptions& options, const platform::Files& files,
-                     const platform::TextConversions& conversions)
+OpenedDeck open_deck(const std::string& path, const DeckOptions& options, const DeckReaders& readers)
 {
-    return format_of(path, options).open({path, options, files, conversions});
+    return format_of(path, options).open({path, options, readers});
 }
 
 } // namespace cuedrill::decks

@@ -32,10 +32,14 @@ struct OpenedDeck {
     std::string looked_for{};
 };
 
+/// What decks are read with; it is used as long as a deck.
+struct DeckReaders {
+    const platform::Files& files;
+    const platform::TextConversions& conversions;
+};
+
 /// Opens the file at `path` and reads its beginning.
-/// @param conversions is used as long as the deck.
 /// @throws common::Error when the file cannot be read, is damaged or too long, or when there is no such format.
-[[nodiscard]] OpenedDeck open_deck(const std::string& path, const DeckOptions& options, const platform::Files& files,
-                                   const platform::TextConversions& conversions);
+[[nodiscard]] OpenedDeck open_deck(const std::string& path, const DeckOptions& options, const DeckReaders& readers);
 
 } // namespace cuedrill::decks

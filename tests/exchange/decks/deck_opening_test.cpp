@@ -12,7 +12,7 @@ class DeckOpening : public testing::Test {
 protected:
     OpenedDeck open(const std::string& path, const DeckOptions& options = {})
     {
-        return open_deck(path, options, files, conversions);
+        return open_deck(path, options, {files, conversions});
     }
 
     Texts texts(const std::string& path, const DeckOptions& options = {})

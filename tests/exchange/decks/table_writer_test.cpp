@@ -41,7 +41,7 @@ protected:
     Texts read_back(const std::string& bytes)
     {
         memory.files["/a.csv"] = bytes;
-        return texts_of(rows_of(*open_deck("/a.csv", {}, memory, conversions).deck));
+        return texts_of(rows_of(*open_deck("/a.csv", {}, {memory, conversions}).deck));
     }
 
     /// Imports the file into the course.
@@ -49,7 +49,7 @@ protected:
     {
         memory.files["/a.csv"] = bytes;
         exchange::Importer importer(course, clock, engine.text_compare, [&] {
-            OpenedDeck opened = open_deck("/a.csv", {}, memory, conversions);
+            OpenedDeck opened = open_deck("/a.csv", {}, {memory, conversions});
             return std::make_unique<DeckRecords>(std::move(opened.deck), opened.looked_for, engine.text_compare,
                                                  choice);
         });
