@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QTimer>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -72,7 +73,7 @@ public:
 private:
     void use(program::Program& program, const std::string& prefix)
     {
-        WindowUser user(program, places_, random_, prefix);
+        WindowUser user(program, boxes_, places_, random_, prefix);
         say_state(program);
         for (; acts_left_ > 0; --acts_left_) {
             const WindowStep step = user.choose();
@@ -89,9 +90,9 @@ private:
     void say_state(program::Program& program)
     {
         platform::Database& course = program.course().database();
-        WindowState state{.rows = rows_of(course),
-                          .params = params_of(course),
-                          .settings = settings_of(folder_ + "/" + window_settings)};
+        WindowState state{.rows = rows_of(course), .params = params_of(course), .settings = {}};
+        for (const char* const name : {"general.ini", "window.ini"})
+            state.settings.merge(settings_of(folder_ + "/" + settings_folder + name, name));
         if (std::filesystem::exists(places_.exported)) {
             std::ifstream stream(places_.exported, std::ios::binary);
             state.exported = number_of({std::istreambuf_iterator<char>(stream), {}});
@@ -104,6 +105,7 @@ private:
 
     std::string folder_;
     WindowPlaces places_;
+    BoxUser boxes_;
     std::mt19937_64 random_;
     std::string prefix_;
     std::uint64_t acts_left_;

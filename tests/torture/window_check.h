@@ -48,6 +48,7 @@ private:
     [[nodiscard]] const store::QaTexts& texts_of_step() const { return report_.step().texts.at(0); }
     [[nodiscard]] TextSet texts_that_must_be_kept(const WindowRows& found) const;
     [[nodiscard]] TextSet kept_in(const std::string& name, const std::string& bytes);
+    [[nodiscard]] NamedValues settings_in(const DiskImage& image);
     [[nodiscard]] WindowState course_in(const DiskImage& image);
     [[nodiscard]] WindowState read_course(const std::string& course, const std::string& journal);
 
@@ -64,7 +65,7 @@ private:
     // What was read of bytes that many images share.
     std::map<std::pair<std::size_t, std::size_t>, WindowState> courses_;
     std::map<std::size_t, TextSet> kept_;
-    std::map<std::size_t, NamedValues> read_settings_;
+    std::map<std::pair<std::string, std::size_t>, NamedValues> read_settings_;
     std::set<std::size_t> sound_copies_;
 };
 

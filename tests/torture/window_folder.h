@@ -10,7 +10,7 @@ inline constexpr const char* window_course = "course.crs";
 inline constexpr const char* window_export = "export.txt";
 inline constexpr const char* window_config = "config"; ///< $XDG_CONFIG_HOME
 inline constexpr const char* window_data = "data";     ///< $XDG_DATA_HOME
-inline constexpr const char* window_settings = "config/CUEDRILL/window.ini";
+inline constexpr const char* settings_folder = "config/CUEDRILL/";
 inline constexpr const char* kept_folder = "data/cuedrill/";
 
 } // namespace cuedrill::torture

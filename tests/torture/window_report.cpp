@@ -114,12 +114,12 @@ NamedValues params_of(platform::Database& course)
     return params;
 }
 
-NamedValues settings_of(const std::string& path)
+NamedValues settings_of(const std::string& path, const std::string& name)
 {
     const QSettings settings(QString::fromStdString(path), QSettings::IniFormat);
     NamedValues values;
     for (const QString& key : settings.allKeys())
-        values[key.toStdString()] = settings.value(key).toString().toStdString();
+        values[name + " " + key.toStdString()] = settings.value(key).toString().toStdString();
     if (settings.status() != QSettings::NoError)
         throw common::Error(path + " cannot be read");
     return values;

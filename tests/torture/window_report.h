@@ -75,9 +75,10 @@ struct WindowState {
 [[nodiscard]] WindowRows rows_of(platform::Database& course);
 /// Its parameters.
 [[nodiscard]] NamedValues params_of(platform::Database& course);
-/// The settings in a file that the program has written.
+/// The settings in a file.
+/// @param name of the file, which the names of the settings begin with.
 /// @throws common::Error when the file cannot be read.
-[[nodiscard]] NamedValues settings_of(const std::string& path);
+[[nodiscard]] NamedValues settings_of(const std::string& path, const std::string& name);
 
 /// A number for the bytes of a file, short enough for a line, and never 0.
 [[nodiscard]] std::size_t number_of(const std::string& bytes);

@@ -53,14 +53,50 @@ void process_events_for(std::chrono::milliseconds duration)
     } while (std::chrono::steady_clock::now() < end);
 }
 
+void answer(QMessageBox& box)
+{
+    const std::string text = box.text().toStdString();
+    std::cerr << text << std::endl;
+    for (const char* const failure : {"cannot", "could not", "has stopped", "not saved", "not exist", "not known"}) {
+        if (text.find(failure) != std::string::npos)
+            std::_Exit(EXIT_FAILURE);
+    }
+    const bool refused = text.find("open the exported file") != std::string::npos;
+    if (QAbstractButton* const button = box.button(refused ? QMessageBox::No : QMessageBox::Yes))
+        button->click();
+    else
+        box.accept();
+}
+
 } // namespace
 
-WindowUser::WindowUser(program::Program& program, const WindowPlaces& places, std::mt19937_64& random,
-                       std::string prefix)
-    : program_(program), places_(places), random_(random), prefix_(std::move(prefix))
+BoxUser::BoxUser()
 {
-    box_watch_.callOnTimeout([this] { answer_box(); });
-    box_watch_.start(between_looks);
+    watch_.callOnTimeout([this] { look(); });
+    watch_.start(between_looks);
+}
+
+void BoxUser::look()
+{
+    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    constexpr const char* answered = "answered";
+    if (dialog == nullptr || dialog->property(answered).toBool())
+        return;
+    dialog->setProperty(answered, true);
+    if (auto* const box = qobject_cast<QMessageBox*>(dialog))
+        return answer(*box);
+    if (auto* const question = qobject_cast<QInputDialog*>(dialog))
+        question->setTextValue(QString::fromStdString(entered));
+    else if (auto* const name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
+        name->setText(QString::fromStdString(chosen_file));
+    // It may show a box of its own, which this timer must answer.
+    QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+}
+
+WindowUser::WindowUser(program::Program& program, BoxUser& boxes, const WindowPlaces& places,
+                       std::mt19937_64& random, std::string prefix)
+    : program_(program), boxes_(boxes), places_(places), random_(random), prefix_(std::move(prefix))
+{
 }
 
 std::vector<store::QaTexts> WindowUser::new_texts(std::size_t count)
@@ -179,10 +215,10 @@ void WindowUser::perform(const WindowStep& step)
         return choose_entry("m_reset_all");
     case Act::import_texts:
         write_import(step);
-        chosen_file_ = places_.import;
+        boxes_.chosen_file = places_.import;
         return choose_entry("m_import");
     case Act::export_texts:
-        chosen_file_ = places_.exported;
+        boxes_.chosen_file = places_.exported;
         return choose_entry("m_export");
     case Act::option:
         return change_option(random_());
@@ -318,7 +354,7 @@ void WindowUser::change_option(std::uint64_t number)
                                                         "m_invert", "m_change_target_level", "m_change_course_title"};
     const std::size_t option = number % entries.size();
     constexpr std::size_t target_level = 4;
-    entered_ = option == target_level ? std::to_string(1 + (number >> 8U) % 9) : "Course " + std::to_string(number);
+    boxes_.entered = option == target_level ? std::to_string(1 + (number >> 8U) % 9) : "Course " + std::to_string(number);
     choose_entry(entries.at(option));
 }
 
@@ -329,38 +365,6 @@ void WindowUser::write_import(const WindowStep& step)
         const bool turned = program_.course().params.invert;
         stream << "@Q@ " << (turned ? texts.a : texts.q) << "\n@A@ " << (turned ? texts.q : texts.a) << '\n';
     }
-}
-
-void WindowUser::answer_box()
-{
-    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    constexpr const char* answered = "answered";
-    if (dialog == nullptr || dialog->property(answered).toBool())
-        return;
-    dialog->setProperty(answered, true);
-    if (auto* const box = qobject_cast<QMessageBox*>(dialog))
-        return answer(*box);
-    if (auto* const question = qobject_cast<QInputDialog*>(dialog))
-        question->setTextValue(QString::fromStdString(entered_));
-    else if (auto* const name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
-        name->setText(QString::fromStdString(chosen_file_));
-    // It may show a box of its own, which this timer must answer.
-    QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
-}
-
-void WindowUser::answer(QMessageBox& box)
-{
-    const std::string text = box.text().toStdString();
-    std::cerr << text << std::endl;
-    for (const char* const failure : {"cannot", "could not", "has stopped", "not saved", "unexpected", "not known"}) {
-        if (text.find(failure) != std::string::npos)
-            std::_Exit(EXIT_FAILURE);
-    }
-    const bool refused = text.find("open the exported file") != std::string::npos;
-    if (QAbstractButton* const button = box.button(refused ? QMessageBox::No : QMessageBox::Yes))
-        button->click();
-    else
-        box.accept();
 }
 
 } // namespace cuedrill::torture

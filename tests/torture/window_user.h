@@ -9,9 +9,6 @@
 #include <random>
 #include <string>
 
-class QDialog;
-class QMessageBox;
-
 namespace cuedrill::torture {
 
 /// Where the program and its user find their files.
@@ -22,10 +19,25 @@ struct WindowPlaces {
     std::string data;     ///< the folder of removed.txt, drafts and copies
 };
 
+/// Answers boxes and dialogs, also those that come before there is a window. A box about a failure ends the process.
+class BoxUser {
+public:
+    BoxUser();
+
+    std::string chosen_file{}; ///< for file dialogs
+    std::string entered{};     ///< for input boxes
+
+private:
+    void look();
+
+    QTimer watch_;
+};
+
 /// Operates the window with real key events, buttons, menu entries and boxes.
 class WindowUser {
 public:
-    WindowUser(program::Program& program, const WindowPlaces& places, std::mt19937_64& random, std::string prefix);
+    WindowUser(program::Program& program, BoxUser& boxes, const WindowPlaces& places, std::mt19937_64& random,
+               std::string prefix);
 
     /// What to do next; the same for the same random numbers and the same course.
     [[nodiscard]] WindowStep choose();
@@ -53,20 +65,16 @@ private:
     void rest();
     void change_option(std::uint64_t number);
     void write_import(const WindowStep& step);
-    void answer_box();
-    void answer(QMessageBox& box);
 
     program::Program& program_;
+    BoxUser& boxes_;
     WindowPlaces places_;
     std::mt19937_64& random_;
     std::string prefix_; ///< of all texts, which occur once only
     int texts_ = 0;
     store::QaTexts draft_{};
     bool has_draft_ = false;
-    std::string chosen_file_; ///< for file dialogs
-    std::string entered_;     ///< for input boxes
     quint64 moment_ = 1'000'000; ///< of the last key event, in milliseconds
-    QTimer box_watch_;
 };
 
 } // namespace cuedrill::torture
