@@ -263,13 +263,17 @@ void WindowCheck::check_export(const DiskImage& image) const
     if (found == state_.exported)
         return;
     require(may_be(Act::export_texts) && found != 0, "the exported file is not the one that was acknowledged");
+    const std::string words = "the exported file is neither the old one nor a whole new one";
+    // The line before the last one is read as a part of the last answer.
+    const std::size_t end = file->second.rfind("\r\n-----");
+    require(file->second.ends_with("questions and answers exported\r\n") && end != std::string::npos, words);
     TextSet exported;
-    for (const store::QaTexts& texts : records_in(file->second))
+    for (const store::QaTexts& texts : records_in(file->second.substr(0, end)))
         exported.emplace(texts.q, texts.a);
     TextSet expected;
     for (const auto& [number, row] : state_.rows)
         expected.emplace(row.texts.q, row.texts.a);
-    require(exported == expected, "the exported file is neither the old one nor a whole new one");
+    require(exported == expected, words);
 }
 
 /// All settings of the program. Those of the toolkit must be readable, too.
