@@ -1,8 +1,13 @@
 #include "torture/question_texts.h"
 
+#include "common/errors.h"
 #include "exchange/question_file.h"
+#include "exchange/text_decoding.h"
 #include "fakes/fake_files.h"
+#include "keep/removed_entry.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 
 namespace cuedrill::torture {
@@ -20,6 +25,16 @@ std::vector<store::QaTexts> records_in(const std::string& question_text)
             records.push_back({file.record().question.text, file.record().answer.text});
     }
     return records;
+}
+
+std::vector<store::QaTexts> kept_in(const std::string& entries)
+{
+    const std::size_t end = entries.rfind(keep::entry_end);
+    if (end == std::string::npos)
+        return {};
+    if (!entries.starts_with(exchange::utf8_mark))
+        throw common::Error("the kept texts do not begin with the mark");
+    return records_in(entries.substr(0, end + keep::entry_end.size()));
 }
 
 } // namespace cuedrill::torture

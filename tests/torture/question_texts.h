@@ -11,4 +11,8 @@ namespace cuedrill::torture {
 /// @throws common::Error when the text is not one.
 [[nodiscard]] std::vector<store::QaTexts> records_in(const std::string& question_text);
 
+/// The texts in the whole entries of a "removed.txt" or of a draft. What follows the last whole one was being appended.
+/// @throws common::Error when there are entries, but no mark before them.
+[[nodiscard]] std::vector<store::QaTexts> kept_in(const std::string& entries);
+
 } // namespace cuedrill::torture

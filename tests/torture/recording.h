@@ -19,17 +19,17 @@ struct DiskEvent {
         remove_name, ///< `name` leads nowhere
         write,
         truncate,
-        sync, ///< of the file
+        sync,        ///< of the file
         sync_folder, ///< of `name`, as in parent_of
         acknowledge  ///< the program has said that the step before is stored
     };
 
     Kind kind = Kind::write;
     int file = 0;
-    std::string name{};     ///< path as in a disk image
+    std::string name{}; ///< path as in a disk image
     std::string old_name{};
     std::int64_t place = 0; ///< of a write, bytes; the new size of a truncate
-    std::string bytes{}; ///< of a write; what the program has said
+    std::string bytes{};    ///< of a write; what the program has said
 };
 
 /// What the engine and the program do to the files of a folder: recorded in this process, or read from the log of

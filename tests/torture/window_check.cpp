@@ -1,7 +1,6 @@
 #include "torture/window_check.h"
 
 #include "common/errors.h"
-#include "exchange/text_decoding.h"
 #include "keep/copy_names.h"
 #include "keep/removed_entry.h"
 #include "platform/sqlite/sqlite_database.h"
@@ -145,8 +144,8 @@ void WindowCheck::check_records(const WindowRows& found) const
     const std::string words = "the course does not hold what was acknowledged";
     require(report_.under_way(), words);
     const WindowStep& step = report_.step();
-    const bool new_records = report_.under_way() && (step.act == Act::insert || step.act == Act::save_draft ||
-                                                     step.act == Act::import_texts);
+    const bool new_records = report_.under_way() &&
+                             (step.act == Act::insert || step.act == Act::save_draft || step.act == Act::import_texts);
     std::size_t changed = 0;
     for (const auto& [number, row] : before) {
         const auto now = found.find(number);
@@ -181,7 +180,8 @@ void WindowCheck::check_params(const NamedValues& found) const
 {
     if (may_be(Act::option))
         return;
-    for (const char* const name : {"course_title", "invert", "random_mode", "list_mode", "always_type", "target_level"}) {
+    for (const char* const name :
+         {"course_title", "invert", "random_mode", "list_mode", "always_type", "target_level"}) {
         const auto before = state_.params.find(name);
         const auto now = found.find(name);
         require((before == state_.params.end() && now == found.end()) ||
@@ -211,17 +211,13 @@ WindowCheck::TextSet WindowCheck::texts_that_must_be_kept(const WindowRows& foun
     return texts;
 }
 
-/// The texts of a file of entries. What follows the last whole entry was being appended.
-WindowCheck::TextSet WindowCheck::kept_in(const std::string& name, const std::string& bytes)
+WindowCheck::TextSet WindowCheck::kept_texts(const std::string& bytes)
 {
     const auto [found, is_new] = kept_.try_emplace(number_of(bytes));
-    if (!is_new)
-        return found->second;
-    const std::size_t end = bytes.rfind(keep::entry_end);
-    const std::string whole = end == std::string::npos ? std::string() : bytes.substr(0, end + keep::entry_end.size());
-    require(whole.empty() || whole.starts_with(exchange::utf8_mark), name + " does not begin with the mark");
-    for (const store::QaTexts& texts : records_in(whole))
-        found->second.emplace(texts.q, texts.a);
+    if (is_new) {
+        for (const store::QaTexts& texts : kept_in(bytes))
+            found->second.emplace(texts.q, texts.a);
+    }
     return found->second;
 }
 
@@ -232,7 +228,7 @@ void WindowCheck::check_kept(const DiskImage& image, const WindowRows& found)
         if (!is_removed_file(path) && !is_draft(path))
             continue;
         require(is_removed_file(path) || bytes.ends_with(keep::entry_end), path + " is not a whole draft");
-        kept.merge(kept_in(path, bytes));
+        kept.merge(kept_texts(bytes));
     }
     for (const auto& texts : texts_that_must_be_kept(found))
         require(kept.contains(texts), "removed.txt has lost " + words_of(texts));
@@ -286,8 +282,8 @@ NamedValues WindowCheck::settings_in(const DiskImage& image)
         const auto [values, is_new] = read_settings_.try_emplace({path, number_of(bytes)});
         // A name of its own for each: the toolkit remembers what it has read under a name.
         if (is_new)
-            values->second = settings_of(
-                folder_.write("settings-" + std::to_string(read_settings_.size()), bytes), name_in(path));
+            values->second =
+                settings_of(folder_.write("settings-" + std::to_string(read_settings_.size()), bytes), name_in(path));
         if (parent_of(path) == settings_folder)
             settings.insert(values->second.begin(), values->second.end());
     }

@@ -47,7 +47,7 @@ private:
     [[nodiscard]] bool may_be(Act act) const { return report_.under_way() && report_.step().act == act; }
     [[nodiscard]] const store::QaTexts& texts_of_step() const { return report_.step().texts.at(0); }
     [[nodiscard]] TextSet texts_that_must_be_kept(const WindowRows& found) const;
-    [[nodiscard]] TextSet kept_in(const std::string& name, const std::string& bytes);
+    [[nodiscard]] TextSet kept_texts(const std::string& bytes);
     [[nodiscard]] NamedValues settings_in(const DiskImage& image);
     [[nodiscard]] WindowState course_in(const DiskImage& image);
     [[nodiscard]] WindowState read_course(const std::string& course, const std::string& journal);
@@ -57,9 +57,9 @@ private:
     std::string output_; ///< the beginning of a line
     WindowReport report_;
     std::int64_t acts_ = 0;
-    WindowState state_;   ///< after the last act
-    TextSet must_keep_;   ///< texts that have left the course, or are in the editor and in the draft
-    TextSet known_;       ///< everything that was ever typed, imported or in the course
+    WindowState state_; ///< after the last act
+    TextSet must_keep_; ///< texts that have left the course, or are in the editor and in the draft
+    TextSet known_;     ///< everything that was ever typed, imported or in the course
     std::map<std::string, std::set<std::string>> settings_; ///< all values that each one had
 
     // What was read of bytes that many images share.

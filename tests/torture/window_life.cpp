@@ -77,7 +77,8 @@ void WindowPlace::be_driver(const WindowLife& life) const
     if (life.logged)
         set("CUEDRILL_TORTURE_LOG", outside + "/log");
     set("LD_PRELOAD", TORTURE_PRELOAD);
-    // The library stands before that of the address sanitizer, which does not mind: it has none of the same calls.
+    // The library comes before that of the address sanitizer, which would refuse to start. Either order does: each
+    // one's calls lead to the other's or to the system. What a killed program has not freed is no leak.
     set("ASAN_OPTIONS", "verify_asan_link_order=0:detect_leaks=0");
     const int errors = ::open((outside + "/errors").c_str(), O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
     ::dup2(errors, STDERR_FILENO);

@@ -5,6 +5,7 @@
 #include "torture/window_life.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <random>
 #include <set>
@@ -20,7 +21,8 @@ class WindowPowerCuts : public testing::Test {
 protected:
     void TearDown() override
     {
-        report("window_power_cuts", {{"acts", check.acts()}, {"states", states}, {"failures", failures}});
+        report("window_power_cuts",
+               {{"acts", check.acts()}, {"states", states}, {"starts", starts}, {"failures", failures}});
     }
 
     void cut_everywhere(const Recording& recording)
@@ -43,7 +45,26 @@ protected:
     void try_state(const DiskImage& image)
     {
         ++states;
-        const std::string complaint = check.complaint(image, true);
+        tell(check.complaint(image, true));
+        if (random() % states_to_a_start == 0)
+            start_with(image);
+    }
+
+    /// The next program starts with what the power cut has left, and works.
+    void start_with(const DiskImage& image)
+    {
+        ++starts;
+        write_image(image, place.folder());
+        WindowCheck next;
+        next.go_on_with(image);
+        if (place.live({.script_seed = random(), .acts = 3}, next) == WindowEnd::by_itself)
+            tell(next.complaint(read_image(place.folder()), false));
+        else
+            tell("the next program has failed: " + place.errors());
+    }
+
+    void tell(const std::string& complaint)
+    {
         if (complaint.empty())
             return;
         ++failures;
@@ -64,11 +85,14 @@ protected:
         return static_cast<Fate>(random() % 4);
     }
 
+    static constexpr std::uint64_t states_to_a_start = 300;
+
     std::mt19937_64 random{seed()};
     WindowPlace place;
     WindowCheck check;
     std::int64_t events = 0;
     std::int64_t states = 0;
+    std::int64_t starts = 0;
     std::int64_t failures = 0;
 };
 
@@ -78,7 +102,7 @@ TEST_F(WindowPowerCuts, LeaveWhatWasAcknowledged)
     const DiskImage start = read_image(place.folder());
     WindowCheck unused;
     unused.go_on_with(start);
-    const auto acts = static_cast<std::uint64_t>(effort(60));
+    const auto acts = static_cast<std::uint64_t>(effort(100));
     ASSERT_EQ(place.live({.script_seed = random(), .acts = acts, .logged = true}, unused), WindowEnd::by_itself)
         << place.errors();
     check.go_on_with(start);

@@ -16,8 +16,9 @@ namespace cuedrill::torture {
 namespace {
 
 constexpr std::array<const char*, number_of_acts> act_names{
-    "open",  "next",       "know",        "know_not",  "answer",       "undo",         "insert", "edit", "remove",
-    "leave", "draft",      "save_draft",  "leave_draft", "reset_all",  "import_texts", "export_texts", "option", "rest", "close"};
+    "open",         "next",         "know",   "know_not", "answer",     "undo",        "insert",
+    "edit",         "remove",       "leave",  "draft",    "save_draft", "leave_draft", "reset_all",
+    "import_texts", "export_texts", "option", "rest",     "close"};
 
 std::string text_of(const platform::Value& value)
 {

@@ -43,8 +43,8 @@ inline constexpr int number_of_acts = 19;
 /// An act that was begun.
 struct WindowStep {
     Act act = Act::open;
-    std::int64_t record = 0;               ///< number of the record that is judged, changed or deleted; 0 for none
-    std::vector<store::QaTexts> texts{};   ///< what is typed or imported, by columns
+    std::int64_t record = 0;             ///< number of the record that is judged, changed or deleted; 0 for none
+    std::vector<store::QaTexts> texts{}; ///< what is typed or imported, by columns
 };
 
 /// A record as text.

@@ -93,8 +93,8 @@ void BoxUser::look()
     QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
 }
 
-WindowUser::WindowUser(program::Program& program, BoxUser& boxes, const WindowPlaces& places,
-                       std::mt19937_64& random, std::string prefix)
+WindowUser::WindowUser(program::Program& program, BoxUser& boxes, const WindowPlaces& places, std::mt19937_64& random,
+                       std::string prefix)
     : program_(program), boxes_(boxes), places_(places), random_(random), prefix_(std::move(prefix))
 {
 }
@@ -114,10 +114,10 @@ WindowStep WindowUser::choose()
     using enum Act;
     if (has_draft_)
         return {.act = random_() % 2 == 0 ? save_draft : leave_draft, .texts = {draft_}};
-    static constexpr std::array<Act, 28> acts{know,   know,  know_not, answer, answer,    undo,         next,
-                                              insert, insert, insert,  insert, edit,      edit,         edit,
-                                              remove, remove, remove,  leave,  leave,     import_texts, export_texts,
-                                              export_texts,   option,  option, reset_all, insert,       edit, remove};
+    static constexpr std::array<Act, 28> acts{
+        know,         know,         know_not, answer, answer,    undo,   next,   insert, insert, insert,
+        insert,       edit,         edit,     edit,   remove,    remove, remove, leave,  leave,  import_texts,
+        export_texts, export_texts, option,   option, reset_all, insert, edit,   remove};
     constexpr std::uint64_t acts_to_a_draft = 40;
     constexpr std::uint64_t acts_to_a_rest = 60;
     constexpr std::uint64_t acts_to_a_close = 25;
@@ -350,11 +350,13 @@ void WindowUser::rest()
 
 void WindowUser::change_option(std::uint64_t number)
 {
-    static constexpr std::array<const char*, 6> entries{"m_always_let_me_type", "m_list_mode", "m_random_extraction",
-                                                        "m_invert", "m_change_target_level", "m_change_course_title"};
+    static constexpr std::array<const char*, 6> entries{"m_always_let_me_type",  "m_list_mode",
+                                                        "m_random_extraction",   "m_invert",
+                                                        "m_change_target_level", "m_change_course_title"};
     const std::size_t option = number % entries.size();
     constexpr std::size_t target_level = 4;
-    boxes_.entered = option == target_level ? std::to_string(1 + (number >> 8U) % 9) : "Course " + std::to_string(number);
+    boxes_.entered =
+        option == target_level ? std::to_string(1 + (number >> 8U) % 9) : "Course " + std::to_string(number);
     choose_entry(entries.at(option));
 }
 

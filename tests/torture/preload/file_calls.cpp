@@ -59,8 +59,8 @@ public:
     {
         const std::string log = variable("CUEDRILL_TORTURE_LOG");
         if (!log.empty())
-            log_ = static_cast<int>(
-                ::syscall(SYS_openat, AT_FDCWD, log.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR));
+            log_ = static_cast<int>(::syscall(SYS_openat, AT_FDCWD, log.c_str(),
+                                              O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR));
     }
 
     [[nodiscard]] bool covers(const std::string& path) const
