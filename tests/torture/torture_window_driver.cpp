@@ -75,7 +75,8 @@ private:
     {
         WindowUser user(program, boxes_, places_, random_, prefix);
         say_state(program);
-        for (; acts_left_ > 0; --acts_left_) {
+        while (acts_left_ > 0 || user.has_draft()) {
+            acts_left_ -= acts_left_ > 0 ? 1 : 0;
             const WindowStep step = user.choose();
             if (step.act == Act::close)
                 break;

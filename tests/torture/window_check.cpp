@@ -125,8 +125,17 @@ void WindowCheck::go_on_with(const DiskImage& image)
     const auto exported = image.find(window_export);
     state_.exported = exported == image.end() ? 0 : number_of(exported->second);
     state_.settings = settings_in(image);
+    for (const auto& [number, row] : state_.rows)
+        known_.emplace(row.texts.q, row.texts.a);
     report_ = {};
     output_.clear();
+}
+
+void WindowCheck::go_on_with(const DiskImage& image, const WindowCheck& other)
+{
+    known_ = other.known_;
+    must_keep_ = other.texts_that_must_be_kept(course_in(image).rows);
+    go_on_with(image);
 }
 
 void WindowCheck::check_course(const WindowState& found) const

@@ -6,6 +6,7 @@
 #include "torture/window_report.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
@@ -30,6 +31,9 @@ public:
 
     /// The program is dead, and the next one goes on with what is in the image, which was found good.
     void go_on_with(const DiskImage& image);
+
+    /// The same, in place of a check that goes on with other images.
+    void go_on_with(const DiskImage& image, const WindowCheck& other);
 
 private:
     using Texts = std::pair<std::string, std::string>;

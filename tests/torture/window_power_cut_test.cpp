@@ -56,7 +56,7 @@ protected:
         ++starts;
         write_image(image, place.folder());
         WindowCheck next;
-        next.go_on_with(image);
+        next.go_on_with(image, check);
         if (place.live({.script_seed = random(), .acts = 3}, next) == WindowEnd::by_itself)
             tell(next.complaint(read_image(place.folder()), false));
         else

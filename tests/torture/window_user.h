@@ -3,11 +3,15 @@
 #include "program/program.h"
 #include "torture/window_report.h"
 
+#include <QMainWindow>
+#include <QString>
 #include <QTimer>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace cuedrill::torture {
 
@@ -45,6 +49,9 @@ public:
     /// Does it.
     /// @throws std::runtime_error when the window does not let it be done.
     void perform(const WindowStep& step);
+
+    /// Whether a record stands in the editor, which is saved or left next.
+    [[nodiscard]] bool has_draft() const { return has_draft_; }
 
     void close_window() { program_.form1().widget().close(); }
 
