@@ -26,8 +26,9 @@ public:
     [[nodiscard]] std::int64_t acts() const { return acts_; }
 
     /// What is wrong with the files after a kill or a power cut now; empty if nothing is.
-    /// @param settings_may_be_older as after a power cut: no setting is promised to be on the disk when it is set.
-    [[nodiscard]] std::string complaint(const DiskImage& image, bool settings_may_be_older);
+    /// @param after_power_cut no setting is promised to be on the disk when it is set, and an entry of removed.txt that
+    /// is being appended may be torn.
+    [[nodiscard]] std::string complaint(const DiskImage& image, bool after_power_cut);
 
     /// The program is dead, and the next one goes on with what is in the image, which was found good.
     void go_on_with(const DiskImage& image);
@@ -43,7 +44,7 @@ private:
     void check_course(const WindowState& found) const;
     void check_records(const WindowRows& found) const;
     void check_params(const NamedValues& found) const;
-    void check_kept(const DiskImage& image, const WindowRows& found);
+    void check_kept(const DiskImage& image, const WindowRows& found, std::ptrdiff_t most_torn);
     void check_copies(const DiskImage& image);
     void check_export(const DiskImage& image) const;
     void check_settings(const DiskImage& image, bool may_be_older);
