@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Tortures courses with power cuts, kills, failing calls, hostile files and unusual surroundings, with another seed in each round:
-# dev/torture.sh [minutes]. Ten minutes by default; at least one round. Prints what ran; exit code 1 on a failure.
+# Tortures courses, and the program with its window, with power cuts, kills, failing calls, hostile files and unusual
+# surroundings, with another seed in each round: dev/torture.sh [minutes]. Ten minutes by default; at least one round.
+# Prints what ran; exit code 1 on a failure.
 # CUEDRILL_TORTURE_BUILD names a build folder other than build/dev, CUEDRILL_TORTURE_SEED the first seed.
 set -euo pipefail
 
@@ -12,7 +13,7 @@ cd "$root"
 minutes=${1:-10}
 [[ $# -le 1 && $minutes =~ ^[0-9]+$ ]] || die "usage: dev/torture.sh [minutes]"
 build=${CUEDRILL_TORTURE_BUILD:-build/dev}
-harnesses=(power_cuts kills faults hostile_courses hostile_texts environment)
+harnesses=(power_cuts kills faults hostile_courses hostile_texts environment window_kills window_power_cuts)
 
 need_utf8
 if [[ -z ${CUEDRILL_TORTURE_BUILD:-} ]]; then

@@ -116,7 +116,8 @@ public:
     /// Whether the name refers to a folder in which this user may create files. False on any error.
     [[nodiscard]] virtual bool is_writable_folder(const std::string& path) const = 0;
 
-    /// Creates the folder and its missing parents, accessible to this user only. An existing folder is left unchanged.
+    /// Creates the folder and its missing parents, accessible to this user only, and waits until their names are on the
+    /// disk. An existing folder is left unchanged.
     /// @throws common::Error with the path and the reason when it cannot be created.
     virtual void create_folder(const std::string& path) = 0;
 

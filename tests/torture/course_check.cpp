@@ -64,4 +64,16 @@ std::string CourseCheck::dump(const DiskImage& image)
     return open_and_dump();
 }
 
+std::set<std::pair<std::string, std::string>> CourseCheck::texts(const DiskImage& image)
+{
+    write_image(image, folder());
+    order_.turned = false;
+    SqliteDatabase database(order_, std::chrono::milliseconds(0));
+    database.open(folder_.file(course_name), store::course_tables());
+    std::set<std::pair<std::string, std::string>> texts;
+    for (const platform::Row& row : database.query("Select q, a from qa"))
+        texts.emplace(std::get<std::string>(row.field(0)), std::get<std::string>(row.field(1)));
+    return texts;
+}
+
 } // namespace cuedrill::torture

@@ -4,7 +4,9 @@
 #include "torture/disk_image.h"
 #include "torture/session.h"
 
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace cuedrill::torture {
@@ -26,6 +28,10 @@ public:
     /// The dump of the course in the image.
     /// @throws common::Error when it cannot be opened.
     [[nodiscard]] std::string dump(const DiskImage& image);
+
+    /// The texts of all records of the course in the image.
+    /// @throws common::Error when it cannot be opened.
+    [[nodiscard]] std::set<std::pair<std::string, std::string>> texts(const DiskImage& image);
 
     /// The folder in which images are opened.
     [[nodiscard]] std::string folder() const { return folder_.path().string(); }

@@ -1,6 +1,7 @@
 #include "torture/disk_model.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace cuedrill::torture {
 namespace {
@@ -47,6 +48,14 @@ void write_torn(std::string& contents, const DiskEvent& event, std::mt19937_64& 
     }
 }
 
+void change(std::map<std::string, int>& names, const DiskEvent& event)
+{
+    if (event.kind != Kind::name)
+        names.erase(event.kind == Kind::rename ? event.old_name : event.name);
+    if (event.kind != Kind::remove_name)
+        names[event.name] = event.file;
+}
+
 /// The file has grown, but the bytes of the write have not reached the disk.
 void write_garbage(std::string& contents, const DiskEvent& event, std::mt19937_64& random)
 {
@@ -70,6 +79,7 @@ void DiskModel::take(const DiskEvent& event)
 {
     switch (event.kind) {
     case Kind::name:
+    case Kind::rename:
     case Kind::remove_name:
         pending_names_.push_back(event);
         return;
@@ -85,9 +95,13 @@ void DiskModel::take(const DiskEvent& event)
         return;
     }
     case Kind::sync_folder: {
-        std::mt19937_64 unused;
-        durable_names_ = names_after(Fate::kept, unused);
-        pending_names_.clear();
+        // A renaming does not leave its folder here.
+        for (const DiskEvent& pending : std::exchange(pending_names_, {})) {
+            if (parent_of(pending.name) == event.name)
+                change(durable_names_, pending);
+            else
+                pending_names_.push_back(pending);
+        }
         return;
     }
     case Kind::acknowledge:
@@ -121,24 +135,26 @@ std::map<std::string, int> DiskModel::names_after(Fate fate, std::mt19937_64& ra
     std::map<std::string, int> names = durable_names_;
     const std::vector<bool> kept = kept_ones(pending_names_.size(), fate, random);
     for (std::size_t i = 0; i < kept.size(); ++i) {
-        if (!kept[i])
-            continue;
-        if (pending_names_[i].kind == Kind::name)
-            names[pending_names_[i].name] = pending_names_[i].file;
-        else
-            names.erase(pending_names_[i].name);
+        if (kept[i])
+            change(names, pending_names_[i]);
     }
     return names;
 }
 
 DiskImage DiskModel::cut(Fate bytes, Fate names, std::mt19937_64& random) const
 {
-    std::map<int, std::string> contents_now;
-    for (const auto& [number, file] : files_)
-        contents_now[number] = contents(file, bytes, random);
+    std::map<int, std::string> contents_now; // one for all names of a file
     DiskImage image;
-    for (const auto& [name, number] : names_after(names, random))
+    for (const auto& [name, number] : names_after(names, random)) {
+        // A folder comes before what is in it, and is lost with it.
+        const std::string parent = parent_of(name);
+        const auto file = files_.find(number);
+        if (!parent.empty() && !image.contains(parent))
+            continue;
+        if (file != files_.end() && !contents_now.contains(number))
+            contents_now[number] = contents(file->second, bytes, random);
         image[name] = contents_now[number];
+    }
     return image;
 }
 

@@ -1,11 +1,16 @@
 #include "torture/course_check.h"
 #include "torture/disk_image.h"
 #include "torture/effort.h"
+#include "torture/question_texts.h"
 #include "torture/replay.h"
 #include "torture/victim.h"
 
+#include <cstdint>
+#include <exception>
 #include <gtest/gtest.h>
+#include <optional>
 #include <random>
+#include <string>
 
 // Kills a program that uses a course, at random moments and at random calls of the engine. The course must then be
 // sound and hold what the program has acknowledged, or that and one step more.
@@ -38,6 +43,7 @@ protected:
         const auto acknowledged = last_acknowledgement(remains.output);
         operations += acknowledged ? acknowledged->steps : 0;
         judge(before, after, script_seed, acknowledged);
+        judge_kept(before, after, script_seed);
         // Its own journal stays for the next life, which has to roll it back.
     }
 
@@ -53,6 +59,26 @@ protected:
                 fail(script_seed, "the course does not hold what was acknowledged");
         } catch (const std::exception& error) {
             fail(script_seed, std::string("the course cannot be used: ") + error.what());
+        }
+    }
+
+    /// What was in the course before and is not in it now must be in "removed.txt".
+    void judge_kept(const DiskImage& before, const DiskImage& after, std::uint64_t script_seed)
+    {
+        try {
+            auto lost = check.texts(before);
+            for (const auto& texts : check.texts(after))
+                lost.erase(texts);
+            for (const auto& [name, bytes] : after) {
+                if (!name.starts_with("removed") || !name.ends_with(".txt"))
+                    continue;
+                for (const store::QaTexts& texts : kept_in(bytes))
+                    lost.erase({texts.q, texts.a});
+            }
+            if (!lost.empty())
+                fail(script_seed, "removed.txt has lost \"" + lost.begin()->first + "\"");
+        } catch (const std::exception& error) {
+            fail(script_seed, std::string("the kept texts cannot be compared: ") + error.what());
         }
     }
 

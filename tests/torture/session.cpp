@@ -1,10 +1,13 @@
 #include "torture/session.h"
 
+#include "keep/removed_entry.h"
 #include "scheduler/verdict.h"
 #include "store/schema.h"
+#include "torture/effort.h"
 
 #include <array>
 #include <chrono>
+#include <filesystem>
 #include <sstream>
 #include <variant>
 
@@ -62,12 +65,22 @@ bool KeptMarks::is_noted(const std::string& path, const std::string& mark) const
 }
 
 Session::Session(const std::string& path)
-    : database_(order_, std::chrono::milliseconds(0), &marks_), course_(database_), params_(course_, clock_),
+    : removed_(real_files_, std::filesystem::path(path).parent_path().string()),
+      database_(order_, std::chrono::milliseconds(0), &marks_), course_(database_), params_(course_, clock_),
       bank_(course_, order_)
 {
+    bank_.before_loss = [this](bank::Loss loss, const store::QaTexts& texts) { keep_lost(loss, texts); };
     course_.db_path = path;
     course_.course_name = "course";
     dead_times_.init_dead_time_array();
+}
+
+void Session::keep_lost(bank::Loss loss, const store::QaTexts& texts)
+{
+    const auto reason = loss == bank::Loss::deleted ? keep::Reason::deleted : keep::Reason::replaced;
+    const keep::RemovedTexts lost{.when = clock_.now(), .course = course_.db_path, .reason = reason, .texts = texts};
+    if (!is_broken("lose_removed"))
+        static_cast<void>(removed_.append(keep::entry_of(lost, order_)));
 }
 
 void Session::create()

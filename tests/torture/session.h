@@ -4,9 +4,11 @@
 #include "exchange/importer.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_files.h"
+#include "keep/removed_file.h"
 #include "platform/icu/icu_text_compare.h"
 #include "platform/sound_files.h"
 #include "platform/sqlite/sqlite_database.h"
+#include "platform/system/system_files.h"
 #include "scheduler/dead_time.h"
 #include "store/course.h"
 #include "store/course_params.h"
@@ -84,7 +86,7 @@ private:
 };
 
 /// One run of the program on one course: the classes below the window, connected as the program connects them. The same
-/// steps on the same file always give the same course.
+/// steps on the same file always give the same course. What leaves it is kept in "removed.txt" in its folder.
 class Session {
 public:
     explicit Session(const std::string& path);
@@ -107,6 +109,7 @@ public:
     [[nodiscard]] std::string dump();
 
 private:
+    void keep_lost(bank::Loss loss, const store::QaTexts& texts);
     void begin_use();
     void import_group(std::uint64_t number);
     void save(std::optional<common::Int16> changed, std::uint64_t number);
@@ -118,6 +121,8 @@ private:
     KeptMarks marks_;
     CountingClock clock_;
     fakes::FakeFiles files_;
+    platform::system::SystemFiles real_files_;
+    keep::RemovedFile removed_;
     platform::sqlite::SqliteDatabase database_;
     store::Course course_;
     store::CourseParamsStore params_;

@@ -156,8 +156,11 @@ void SystemFiles::create_folder(const std::string& path)
     for (std::size_t end = 0; end != std::string::npos;) {
         end = path.find('/', end + 1);
         const std::string folder = path.substr(0, end);
-        if (::mkdir(folder.c_str(), S_IRWXU) == 0)
+        if (::mkdir(folder.c_str(), S_IRWXU) == 0) {
+            // A power cut that takes the name of the folder takes everything that is written into it.
+            OpenFolder(folder_of(folder)).sync();
             continue;
+        }
         const int code = errno;
         // A parent folder may be unreadable for this user and still contain the next one.
         struct stat status {};
