@@ -15,6 +15,7 @@
 #include "fakes/fake_random.h"
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
+#include "platform/icu/icu_text_conversions.h"
 
 #include <chrono>
 #include <cstdint>
@@ -60,6 +61,7 @@ protected:
     fakes::FakeFiles files{make_files()};
     fakes::FakeFolders folders;
     fakes::FakeForm1 form1;
+    platform::icu::IcuTextConversions text_conversions;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
 
