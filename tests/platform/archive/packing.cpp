@@ -1,7 +1,9 @@
 #include "platform/archive/packing.h"
 
 #include <algorithm>
+#include <sqlite3.h>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 #include <zip.h>
 #include <zstd.h>
@@ -13,6 +15,13 @@ void require(bool condition, const char* words)
 {
     if (!condition)
         throw std::runtime_error(words);
+}
+
+int compare_folded(void* /*context*/, int length_a, const void* a, int length_b, const void* b)
+{
+    const int result =
+        sqlite3_strnicmp(static_cast<const char*>(a), static_cast<const char*>(b), std::min(length_a, length_b));
+    return result != 0 ? result : length_a - length_b;
 }
 
 class MemoryFile : public platform::FileReading {
@@ -90,6 +99,23 @@ std::string zstandard_of(std::string_view bytes, bool states_size, int window_lo
     ZSTD_freeCCtx(context);
     packed.resize(out.pos);
     return packed;
+}
+
+std::string database_of(const std::string& sql)
+{
+    sqlite3* db = nullptr;
+    require(sqlite3_open(":memory:", &db) == SQLITE_OK, "no database");
+    sqlite3_create_collation(db, "unicase", SQLITE_UTF8, nullptr, compare_folded);
+    char* words = nullptr;
+    if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &words) != SQLITE_OK)
+        throw std::runtime_error(words);
+    sqlite3_int64 size = 0;
+    unsigned char* const bytes = sqlite3_serialize(db, "main", &size, 0);
+    require(bytes != nullptr, "a database is not written");
+    std::string result(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size));
+    sqlite3_free(bytes);
+    sqlite3_close(db);
+    return result;
 }
 
 std::unique_ptr<platform::FileReading> file_of(std::string bytes)

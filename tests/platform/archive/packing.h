@@ -26,6 +26,9 @@ struct PackedFile {
 /// @param window_log the size of the window as a power of two; 0 for the usual one.
 [[nodiscard]] std::string zstandard_of(std::string_view bytes, bool states_size = true, int window_log = 0);
 
+/// The bytes of a database file in which these statements were run. There is a collation "unicase".
+[[nodiscard]] std::string database_of(const std::string& sql);
+
 /// A file in memory, read in pieces of at most 1000 bytes.
 [[nodiscard]] std::unique_ptr<platform::FileReading> file_of(std::string bytes);
 
