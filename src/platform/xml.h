@@ -10,8 +10,9 @@
 
 namespace cuedrill::platform {
 
-/// An XML file, read forward token by token. Comments and processing instructions are skipped. Nothing outside the file
-/// is read, and the only entities are the predefined ones and the numbers of characters.
+/// An XML file in UTF-8, or in ISO-8859-1 if it says so, read forward token by token. Comments and processing
+/// instructions are skipped. Nothing outside the file is read, and the only entities are the predefined ones and the
+/// numbers of characters.
 class XmlReading {
 public:
     enum class Token {

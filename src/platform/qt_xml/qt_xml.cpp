@@ -1,11 +1,14 @@
 #include "platform/qt_xml/qt_xml.h"
 
 #include "common/errors.h"
+#include "common/text.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QXmlStreamReader>
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace cuedrill::platform::qt_xml {
@@ -38,8 +41,10 @@ public:
         for (;;) {
             const QXmlStreamReader::TokenType type = reader_.readNext();
             if (type == QXmlStreamReader::Invalid) {
-                if (reader_.error() != QXmlStreamReader::PrematureEndOfDocumentError || at_end_)
-                    fail(at_end_ ? std::string("its end is missing") : utf8(reader_.errorString()));
+                if (reader_.error() != QXmlStreamReader::PrematureEndOfDocumentError)
+                    fail(utf8(reader_.errorString()));
+                if (at_end_ && !is_ill_formed_)
+                    fail("its end is missing");
                 if (read_for_token >= longest_token)
                     fail("an element or a text is too long");
                 read_for_token += read();
@@ -72,13 +77,73 @@ private:
         throw common::Error("The file is damaged at line " + std::to_string(line()) + ": " + reason);
     }
 
+    /// Reads the next bytes of the file and gives them to Qt.
+    ///
+    /// Qt decodes a piece as a whole, and refuses all of it because of a single wrong byte. So that what stands before
+    /// that byte is read, Qt gets only well-formed UTF-8.
     std::size_t read()
     {
-        const std::string bytes = file_->read(piece_size);
-        at_end_ = bytes.empty();
-        bytes_read_ += bytes.size();
+        if (is_ill_formed_)
+            fail("it has bytes that are no characters in UTF-8");
+        std::string bytes = std::exchange(held_, {});
+        const std::size_t held = bytes.size();
+        while (!at_end_ && bytes.size() < piece_size) {
+            const std::string more = file_->read(piece_size - bytes.size());
+            at_end_ = more.empty();
+            bytes += more;
+        }
+        const std::size_t count = bytes.size() - held;
+        if (std::exchange(is_first_piece_, false))
+            look_for_encoding(bytes);
+        bytes_read_ += count;
+        if (is_utf8_)
+            hold_back(bytes);
         reader_.addData(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
-        return bytes.size();
+        return count;
+    }
+
+    void look_for_encoding(std::string_view bytes)
+    {
+        constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
+        constexpr std::string_view key = "encoding";
+        if (bytes.starts_with(utf8_mark))
+            bytes.remove_prefix(utf8_mark.size());
+        // UTF-16 and UTF-32, with or without a mark.
+        if (bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE") ||
+            bytes.substr(0, 4).find('\0') != std::string_view::npos)
+            fail("its encoding is not supported");
+        const std::string_view declaration = bytes.substr(0, bytes.find("?>"));
+        const std::size_t place = declaration.find(key);
+        if (!declaration.starts_with("<?xml") || place == std::string_view::npos)
+            return;
+        std::string_view rest = declaration.substr(place + key.size());
+        rest.remove_prefix(std::min(rest.find_first_of("\"'"), rest.size()));
+        const std::string_view name = rest.substr(0, rest.find(rest.substr(0, 1), 1)).substr(rest.empty() ? 0 : 1);
+        is_utf8_ = common::equal_ascii(name, "UTF-8");
+        if (!is_utf8_ && !common::equal_ascii(name, "ISO-8859-1"))
+            fail("its encoding is not supported");
+    }
+
+    /// Keeps back an incomplete character at the end, and everything from the first wrong byte on.
+    void hold_back(std::string& bytes)
+    {
+        constexpr std::size_t longest_rest = 3;
+        if (common::is_utf8(bytes))
+            return;
+        std::string_view text = bytes;
+        if (!at_end_) {
+            for (std::size_t rest = 1; rest <= longest_rest; ++rest) {
+                if (rest <= text.size() && common::is_utf8(text.substr(0, text.size() - rest))) {
+                    held_ = text.substr(text.size() - rest);
+                    bytes.resize(bytes.size() - rest);
+                    return;
+                }
+            }
+        }
+        while (!text.empty() && common::is_utf8(common::first_code_points(text, 1)))
+            text.remove_prefix(common::first_code_points(text, 1).size());
+        bytes.resize(bytes.size() - text.size());
+        is_ill_formed_ = true;
     }
 
     /// std::nullopt for a token to be skipped.
@@ -117,6 +182,10 @@ private:
     std::string text_;
     std::uint64_t bytes_read_ = 0;
     int depth_ = 0;
+    std::string held_; ///< the beginning of a character
+    bool is_first_piece_ = true;
+    bool is_utf8_ = true;
+    bool is_ill_formed_ = false; ///< the next byte, which Qt does not get, is wrong
     bool at_end_ = false;
 };
 
