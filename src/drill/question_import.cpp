@@ -88,7 +88,7 @@ void QuestionImport::import_file(const std::string& path)
         run(importer);
         show_all();
         services_.desktop.message_box(
-            {.text = exchange::end_words(importer.progress()), .details = exchange::end_details(importer.progress())});
+            {.text = exchange::end_words(importer.progress()), .details = exchange::end_details(importer)});
         tell_report(importer.report());
     } catch (const common::Error& error) {
         stop(importer, error.what());

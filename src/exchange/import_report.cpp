@@ -45,13 +45,13 @@ void ImportReport::add_read(const ReadRecord& record)
     if (words.empty())
         return;
     ++unreadable_;
-    lines_.add(record.number, words);
+    lines_.add(record_name(record.number, record.place), words);
 }
 
-void ImportReport::add_refused(std::int64_t number, const std::string& reason)
+void ImportReport::add_refused(const ReadRecord& record, const std::string& reason)
 {
     ++refused_;
-    lines_.add(number, reason);
+    lines_.add(record_name(record.number, record.place), reason);
 }
 
 std::string ImportReport::summary() const

@@ -17,11 +17,11 @@ public:
     /// Notes a record that was read, with its unreadable characters.
     void add_read(const ReadRecord& record);
     /// Notes a record that was not stored.
-    void add_refused(std::int64_t number, const std::string& reason);
+    void add_refused(const ReadRecord& record, const std::string& reason);
 
     /// How many records were refused, and how many had unreadable characters; empty if there is nothing to report.
     [[nodiscard]] std::string summary() const;
-    /// A line for each of these records: its number in the file, the reason and the text.
+    /// A line for each of these records: its place or number in the file, the reason and the text.
     [[nodiscard]] std::string lines() const { return lines_.text(); }
 
 private:

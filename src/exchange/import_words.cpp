@@ -1,18 +1,12 @@
 #include "exchange/import_words.h"
 
 namespace cuedrill::exchange {
-namespace {
-
-constexpr const char* no_question_found =
-    "No \"@Q@\" was found in the file. Each question must be preceded by \"@Q@\", and its answer by \"@A@\".\r\n"
-    "Example: @Q@ What is the capital of Alabama?  @A@ Montgomery\r\n";
-
-} // namespace
 
 std::string empty_words(const EmptyRecord& record)
 {
     const std::string number = std::to_string(record.number);
-    return (record.lacks == EmptyRecord::Lacks::question ? "Question " + number : "Answer to question " + number) +
+    return (record.place.empty() ? "" : record.place + ": ") +
+           (record.lacks == EmptyRecord::Lacks::question ? "Question " + number : "Answer to question " + number) +
            "  is empty. Record not inserted.";
 }
 
@@ -21,9 +15,12 @@ std::string end_words(const Progress& progress)
     return std::to_string(progress.handed_over) + " questions and answers insterted.";
 }
 
-std::string end_details(const Progress& progress)
+std::string end_details(const Importer& importer)
 {
-    return progress.has_question ? "" : no_question_found;
+    const RecordSource* const source = importer.source();
+    if (source == nullptr)
+        return {};
+    return (source->has_question() ? "" : source->nothing_found()) + source->left_out();
 }
 
 std::string stop_words(const std::string& reason, const Progress& progress)

@@ -11,8 +11,8 @@ namespace cuedrill::exchange {
 
 /// The message at the end of an import.
 [[nodiscard]] std::string end_words(const Progress& progress);
-/// Further lines of that message if the file has no question; otherwise empty.
-[[nodiscard]] std::string end_details(const Progress& progress);
+/// Further lines of that message: what was looked for if nothing was found, and what was left out; empty for neither.
+[[nodiscard]] std::string end_details(const Importer& importer);
 
 /// The message about an import that stopped with an error.
 /// @param reason the text of the error.

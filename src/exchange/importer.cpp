@@ -1,22 +1,24 @@
 #include "exchange/importer.h"
 
 #include "common/errors.h"
+#include "exchange/question_file.h"
 
 #include <new>
 #include <utility>
 #include <variant>
 
 namespace cuedrill::exchange {
-namespace {
 
-/// More than the fullest course can hold, comments included.
-constexpr std::uint64_t longest_file = 64ULL * 1024 * 1024;
-
-} // namespace
+Importer::Importer(store::Course& course, platform::Clock& clock, const platform::TextCompare& text_compare, Open open)
+    : course_(course), clock_(clock), text_compare_(text_compare), open_(std::move(open))
+{
+}
 
 Importer::Importer(store::Course& course, platform::Files& files, platform::Clock& clock,
                    const platform::TextCompare& text_compare, std::string path)
-    : course_(course), files_(files), clock_(clock), text_compare_(text_compare), path_(std::move(path))
+    : Importer(course, clock, text_compare, [&files, path = std::move(path)] {
+          return std::make_unique<QuestionFile>(files.begin_reading(path, longest_file));
+      })
 {
 }
 
@@ -24,8 +26,8 @@ Progress Importer::step(std::chrono::milliseconds duration)
 {
     progress_.empty.reset();
     try {
-        if (!file_)
-            file_.emplace(files_.begin_reading(path_, longest_file));
+        if (!source_)
+            source_ = open_();
         const auto empty = read_for(duration);
         commit();
         progress_.empty = empty;
@@ -36,8 +38,8 @@ Progress Importer::step(std::chrono::milliseconds duration)
         keep_what_came_before();
         throw;
     }
-    progress_.percent = file_->percent();
-    progress_.has_question = file_->has_question();
+    progress_.percent = source_->percent();
+    progress_.has_question = source_->has_question();
     return progress_;
 }
 
@@ -46,11 +48,11 @@ std::optional<EmptyRecord> Importer::read_for(std::chrono::milliseconds duration
     const double seconds = std::chrono::duration<double>(duration).count();
     const double begun = clock_.steady_seconds();
     do {
-        const QuestionFile::Step found = file_->step();
-        progress_.finished = found == QuestionFile::Step::end;
+        const RecordSource::Step found = source_->step();
+        progress_.finished = found == RecordSource::Step::end;
         if (progress_.finished)
             break;
-        const auto empty = found == QuestionFile::Step::record ? take(file_->record()) : std::nullopt;
+        const auto empty = found == RecordSource::Step::record ? take(source_->record()) : std::nullopt;
         if (empty)
             return empty;
     } while (clock_.steady_seconds() - begun < seconds);
@@ -63,9 +65,9 @@ std::optional<EmptyRecord> Importer::take(ReadRecord record)
         part->text = text_compare_.nfc(part->text);
     report_.add_read(record);
     if (record.question.text.empty())
-        return EmptyRecord{.number = record.number, .lacks = EmptyRecord::Lacks::question};
+        return EmptyRecord{.number = record.number, .lacks = EmptyRecord::Lacks::question, .place = record.place};
     if (record.answer.text.empty())
-        return EmptyRecord{.number = record.number, .lacks = EmptyRecord::Lacks::answer};
+        return EmptyRecord{.number = record.number, .lacks = EmptyRecord::Lacks::answer, .place = record.place};
     hand_over(record);
     return std::nullopt;
 }
@@ -78,15 +80,15 @@ void Importer::hand_over(const ReadRecord& record)
     ++progress_.handed_over;
     // A truncated text must not be stored as if it were complete.
     if (record.question.cut_off != 0 || record.answer.cut_off != 0) {
-        report_.add_refused(record.number, too_long(record));
+        report_.add_refused(record, too_long(record));
         return;
     }
     const auto written = group_->Write_QA(record.question.text, record.answer.text);
     if (const auto* refusal = std::get_if<bank::Refusal>(&written)) {
         const std::string reason = too_long(record);
-        report_.add_refused(record.number, reason.empty() ? refusal->words + " " + quoted_line(record.question.text) +
-                                                                " " + quoted_line(record.answer.text)
-                                                          : reason);
+        report_.add_refused(record, reason.empty() ? refusal->words + " " + quoted_line(record.question.text) + " " +
+                                                         quoted_line(record.answer.text)
+                                                   : reason);
     }
 }
 

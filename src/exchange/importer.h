@@ -3,7 +3,7 @@
 #include "bank/new_records.h"
 #include "common/int16.h"
 #include "exchange/import_report.h"
-#include "exchange/question_file.h"
+#include "exchange/record_source.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/text_compare.h"
@@ -11,6 +11,8 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -22,6 +24,7 @@ struct EmptyRecord {
 
     std::int64_t number = 0; ///< counted from 1
     Lacks lacks = Lacks::question;
+    std::string place{}; ///< as in ReadRecord
 };
 
 /// Progress of an import.
@@ -34,11 +37,11 @@ struct Progress {
     std::optional<int> percent{};
     /// The record with an empty text that ended the last step.
     std::optional<EmptyRecord> empty{};
-    bool has_question = false; ///< whether any "@Q@" was found
+    bool has_question = false; ///< whether anything that begins a record was found
     bool finished = false;     ///< the whole file has been read
 };
 
-/// Adds the records of a question text file to the open course, step by step. Between steps no transaction is open, and
+/// Adds the records of a file to the open course, step by step. Between steps no transaction is open, and
 /// what `progress` counts as stored is durable.
 class Importer {
 public:
@@ -46,7 +49,12 @@ public:
     /// seems to hang. Each commit waits for the disk, so shorter steps would cost more.
     static constexpr std::chrono::milliseconds usual_step{50};
 
-    /// Reads nothing yet; the first step opens the file at `path`.
+    /// Opens the file. May throw common::Error.
+    using Open = std::function<std::unique_ptr<RecordSource>()>;
+
+    /// Reads nothing yet; the first step calls `open`.
+    Importer(store::Course& course, platform::Clock& clock, const platform::TextCompare& text_compare, Open open);
+    /// Imports the question text file at `path`.
     Importer(store::Course& course, platform::Files& files, platform::Clock& clock,
              const platform::TextCompare& text_compare, std::string path);
     Importer(const Importer&) = delete;
@@ -62,6 +70,9 @@ public:
     /// The records that were not stored exactly as they are in the file, up to now.
     [[nodiscard]] const ImportReport& report() const { return report_; }
 
+    /// The file; null before the first step and if it could not be opened.
+    [[nodiscard]] const RecordSource* source() const { return source_.get(); }
+
 private:
     [[nodiscard]] std::optional<EmptyRecord> read_for(std::chrono::milliseconds duration);
     [[nodiscard]] std::optional<EmptyRecord> take(ReadRecord record);
@@ -70,12 +81,11 @@ private:
     void keep_what_came_before();
 
     store::Course& course_;
-    platform::Files& files_;
     platform::Clock& clock_;
     const platform::TextCompare& text_compare_;
-    std::string path_;
+    Open open_;
 
-    std::optional<QuestionFile> file_;      ///< set by the first step
+    std::unique_ptr<RecordSource> source_;  ///< set by the first step
     std::optional<bank::NewRecords> group_; ///< records added since the last commit
     Progress progress_;
     ImportReport report_;

@@ -80,4 +80,10 @@ std::optional<int> QuestionFile::percent() const
     return static_cast<int>(std::min(read_ * whole / file_->size(), whole));
 }
 
+std::string QuestionFile::nothing_found() const
+{
+    return "No \"@Q@\" was found in the file. Each question must be preceded by \"@Q@\", and its answer by \"@A@\".\r\n"
+           "Example: @Q@ What is the capital of Alabama?  @A@ Montgomery\r\n";
+}
+
 } // namespace cuedrill::exchange

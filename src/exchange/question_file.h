@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange/question_text.h"
+#include "exchange/record_source.h"
 #include "exchange/text_decoding.h"
 #include "platform/files.h"
 
@@ -17,30 +18,22 @@ namespace cuedrill::exchange {
 ///
 /// The file is read twice, because its encoding and line ends are known only at the end. If it changes in between,
 /// bytes that do not fit the encoding count as unreadable.
-class QuestionFile {
+class QuestionFile : public RecordSource {
 public:
-    enum class Step {
-        reading, ///< a piece was read
-        record,  ///< `record` returns the next record
-        end      ///< the end of the file is reached
-    };
-
     explicit QuestionFile(std::unique_ptr<platform::FileReading> file);
-    QuestionFile(const QuestionFile&) = delete;
-    QuestionFile& operator=(const QuestionFile&) = delete;
 
-    /// Reads the next piece or returns the next record.
     /// @throws common::Error when the file cannot be read, is too long, or is encoded as UTF-16.
-    [[nodiscard]] Step step();
+    [[nodiscard]] Step step() override;
 
-    /// The record that the last step returned.
-    [[nodiscard]] const ReadRecord& record() const { return record_; }
+    [[nodiscard]] const ReadRecord& record() const override { return record_; }
 
     /// Whether any "@Q@" was found so far.
-    [[nodiscard]] bool has_question() const { return reader_.has_question(); }
+    [[nodiscard]] bool has_question() const override { return reader_.has_question(); }
 
-    /// How much of the file has been read for records, in percent; std::nullopt for a small file.
-    [[nodiscard]] std::optional<int> percent() const;
+    [[nodiscard]] std::optional<int> percent() const override;
+    [[nodiscard]] std::string nothing_found() const override;
+    /// Comments and what stands before the first question are not told: the file is written that way.
+    [[nodiscard]] std::string left_out() const override { return {}; }
 
 private:
     void survey();

@@ -118,7 +118,7 @@ void QuestionTextReader::finish(const Sink& sink)
 
 void QuestionTextReader::store_record(const Sink& sink)
 {
-    sink({.number = ++number_, .question = question_.take(), .answer = answer_.take()});
+    sink({.number = ++number_, .question = question_.take(), .answer = answer_.take(), .place = {}});
 }
 
 } // namespace cuedrill::exchange

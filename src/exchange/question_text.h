@@ -23,6 +23,8 @@ struct ReadRecord {
     std::int64_t number = 0; ///< counted from 1
     ReadText question{};     ///< may be empty, as may the answer
     ReadText answer{};
+    /// Where it stands in the file, in words ("line 12"); empty for a question text, whose records have numbers only.
+    std::string place{};
 };
 
 /// Parses questions and answers from the lines of a question text, which may be added in pieces of any size.

@@ -13,13 +13,13 @@ constexpr std::size_t longest_quotation = 1000;
 
 } // namespace
 
-void RecordLines::add(std::int64_t number, const std::string& words)
+void RecordLines::add(const std::string& name, const std::string& words)
 {
     if (lines_.size() >= longest_list) {
         ++left_out_;
         return;
     }
-    lines_.append("Question ").append(std::to_string(number)).append(": ").append(words).append(common::cr_lf);
+    lines_.append(name).append(": ").append(words).append(common::cr_lf);
 }
 
 std::string RecordLines::text() const
@@ -27,6 +27,11 @@ std::string RecordLines::text() const
     if (left_out_ == 0)
         return lines_;
     return lines_ + "... and " + std::to_string(left_out_) + " more." + std::string(common::cr_lf);
+}
+
+std::string record_name(std::int64_t number, const std::string& place)
+{
+    return place.empty() ? "Question " + std::to_string(number) : place;
 }
 
 std::string quoted_line(const std::string& text)

@@ -110,7 +110,7 @@ void ReturnCheck::check(bool last)
         return;
     ++changed_;
     reasons_ = reasons(last);
-    lines_.add(number_, reasons_ + " " + quoted_line(question_));
+    lines_.add(record_name(number_), reasons_ + " " + quoted_line(question_));
 }
 
 bool ReturnCheck::comes_back(bool last) const

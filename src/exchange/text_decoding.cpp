@@ -26,18 +26,6 @@ std::size_t sequence_length(char lead)
     return byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
 }
 
-/// `text` without an incomplete sequence at its end.
-std::string_view without_begun_sequence(std::string_view text)
-{
-    constexpr std::size_t longest_beginning = 3;
-    for (std::size_t back = 1; back <= std::min(longest_beginning, text.size()); ++back) {
-        const std::size_t length = sequence_length(text[text.size() - back]);
-        if (length != 0)
-            return text.substr(0, length > back ? text.size() - back : text.size());
-    }
-    return text;
-}
-
 /// Removes the whole characters from `held` and returns them.
 std::string take_whole_characters(std::string& held)
 {
@@ -62,6 +50,17 @@ std::string with_ill_formed_marked(std::string text)
 }
 
 } // namespace
+
+std::string_view without_begun_sequence(std::string_view text)
+{
+    constexpr std::size_t longest_beginning = 3;
+    for (std::size_t back = 1; back <= std::min(longest_beginning, text.size()); ++back) {
+        const std::size_t length = sequence_length(text[text.size() - back]);
+        if (length != 0)
+            return text.substr(0, length > back ? text.size() - back : text.size());
+    }
+    return text;
+}
 
 void TextSurvey::add(std::string bytes)
 {

@@ -59,6 +59,9 @@ private:
     std::string held_;    ///< an incomplete character
 };
 
+/// `text` without an incomplete UTF-8 sequence at its end.
+std::string_view without_begun_sequence(std::string_view text);
+
 /// Whether `TextSurvey` takes these bytes, without a mark, for UTF-8.
 bool is_read_as_utf8(std::string bytes);
 

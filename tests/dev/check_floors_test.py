@@ -18,7 +18,7 @@ class CheckFloors(unittest.TestCase):
         for name in ["common/text.h", "platform/clock.h", "platform/controls.h", "platform/desktop.h",
                      "platform/f_msgbox.h", "platform/form1.h", "platform/sqlite/connection.h", "platform/qt/window.h",
                      "app/base/trace.h", "app/start/start.h", "store/course.h", "drill/scoring.h", "bank/editing.h",
-                     "exchange/import.h", "keep/removed.h", "support/help.h", "drill/dialog.h", "program/wiring.h"]:
+                     "exchange/import.h", "exchange/decks/deck.h", "keep/removed.h", "support/help.h", "drill/dialog.h", "program/wiring.h"]:
             self.write(name)
 
     def write(self, name, *lines):
@@ -53,6 +53,11 @@ class CheckFloors(unittest.TestCase):
         self.assert_bad("exchange/export.cpp", '#include "keep/removed.h"',
                         "exchange may not include keep (keep/removed.h)")
 
+    def test_files_of_other_programs_use_the_import_and_not_the_other_way_round(self):
+        self.assert_good("exchange/decks/reader.cpp", '#include "exchange/import.h"')
+        self.assert_bad("exchange/import.cpp", '#include "exchange/decks/deck.h"',
+                        "exchange may not include exchange/decks (exchange/decks/deck.h)")
+
     def test_rooms_of_one_floor_do_not_see_each_other(self):
         self.assert_bad("exchange/import.cpp", '#include "support/help.h"',
                         "exchange may not include support (support/help.h)")
@@ -74,7 +79,7 @@ class CheckFloors(unittest.TestCase):
                         "store may not include platform/sqlite (platform/sqlite/connection.h)")
 
     def test_a_room_without_windows_sees_neither_controls_nor_boxes(self):
-        for room in ["store", "scheduler", "bank", "exchange"]:
+        for room in ["store", "scheduler", "bank", "exchange", "exchange/decks"]:
             self.assert_good(f"{room}/file.cpp", '#include "platform/clock.h"')
             for header in ["desktop", "controls", "form1", "f_msgbox"]:
                 self.assert_bad(f"{room}/file.cpp", f'#include "platform/{header}.h"',

@@ -37,6 +37,11 @@ void ImportFixture::SetUp()
 Outcome ImportFixture::import_file(const std::string& file)
 {
     Importer importer = importer_of(file);
+    return import_with(importer);
+}
+
+Outcome ImportFixture::import_with(Importer& importer)
+{
     Outcome outcome;
     try {
         while (!importer.step(Importer::usual_step).finished) {

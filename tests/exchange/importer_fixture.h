@@ -63,6 +63,7 @@ protected:
     /// Imports a file with these bytes.
     Outcome import(std::string_view bytes) { return import_file(folder.write("questions.txt", bytes)); }
     Outcome import_file(const std::string& file);
+    Outcome import_with(Importer& importer);
 
     [[nodiscard]] Importer importer_of(const std::string& file)
     {

@@ -1,11 +1,10 @@
 #include "exchange/decks/vocabulary_writer.h"
 
+#include "common/number_format.h"
 #include "exchange/decks/xml_escaping.h"
 #include "exchange/record_lines.h"
 #include "store/course.h"
 
-#include <array>
-#include <cstdio>
 #include <string_view>
 
 namespace cuedrill::decks {
@@ -20,10 +19,9 @@ std::string escaped(std::string_view text)
 
 std::string date_of(const common::DateTime& date)
 {
-    const auto fields = date.fields();
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", fields.year, fields.month, fields.day);
-    return text.data();
+    const common::CalendarFields fields = date.fields();
+    return common::format_padded(fields.year, 4) + "-" + common::format_padded(fields.month, 2) + "-" +
+           common::format_padded(fields.day, 2);
 }
 
 std::string identifier(int id, std::string_view name)
@@ -76,7 +74,7 @@ WrittenVocabulary write_vocabulary(platform::Replacement& file, platform::Record
         ++result.count;
         if (replaced) {
             ++result.changed;
-            lines.add(result.count,
+            lines.add(exchange::record_name(result.count),
                       "It has characters that the format cannot hold. " + exchange::quoted_line(question));
         }
     }

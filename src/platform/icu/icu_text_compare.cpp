@@ -2,6 +2,7 @@
 
 #include "common/errors.h"
 #include "common/text.h"
+#include "platform/icu/icu_text.h"
 
 #include <algorithm>
 #include <array>
@@ -24,12 +25,6 @@ constexpr std::size_t longest_text = std::size_t{1} << 28U;
 
 /// U+FFFD takes three bytes, and no case folding needs more per source byte.
 constexpr std::size_t folded_bytes_per_byte = 3;
-
-void check(UErrorCode code, const char* doing)
-{
-    if (U_FAILURE(code))
-        throw common::Error(std::string("The text library failed to ") + doing + ": " + u_errorName(code) + ".");
-}
 
 std::int32_t checked_length(std::string_view text)
 {
@@ -109,18 +104,6 @@ std::u16string to_utf16(std::string_view text)
     UErrorCode code = U_ZERO_ERROR;
     u_strFromUTF8WithSub(result.data(), length, &used, text.data(), length, 0xFFFD, nullptr, &code);
     check(code, "read a text");
-    result.resize(static_cast<std::size_t>(used));
-    return result;
-}
-
-std::string to_utf8(std::u16string_view text)
-{
-    std::string result(text.size() * 3, '\0');
-    std::int32_t used = 0;
-    UErrorCode code = U_ZERO_ERROR;
-    u_strToUTF8(result.data(), static_cast<std::int32_t>(result.size()), &used, text.data(),
-                static_cast<std::int32_t>(text.size()), &code);
-    check(code, "write a text");
     result.resize(static_cast<std::size_t>(used));
     return result;
 }

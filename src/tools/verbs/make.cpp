@@ -46,7 +46,7 @@ void run(exchange::Importer& importer, Surroundings& around)
     } catch (const std::bad_alloc& error) {
         give_up(importer, common::words_of(error), around);
     }
-    around.out << exchange::end_words(progress) << '\n' << exchange::end_details(progress);
+    around.out << exchange::end_words(progress) << '\n' << exchange::end_details(importer);
     print_report(around.out, importer.report());
 }
 
