@@ -26,13 +26,14 @@ int compare_folded(void* /*context*/, int length_a, const void* a, int length_b,
 
 class MemoryFile : public platform::FileReading {
 public:
-    explicit MemoryFile(std::string bytes) : bytes_(std::move(bytes)) {}
+    MemoryFile(std::string bytes, std::size_t longest_piece) : bytes_(std::move(bytes)), longest_piece_(longest_piece)
+    {
+    }
 
     [[nodiscard]] std::uint64_t size() const override { return bytes_.size(); }
     [[nodiscard]] std::string read(std::size_t most) override
     {
-        constexpr std::size_t longest_piece = 1000;
-        std::string part = bytes_.substr(place_, std::min(most, longest_piece));
+        std::string part = bytes_.substr(place_, std::min(most, longest_piece_));
         place_ += part.size();
         return part;
     }
@@ -44,6 +45,7 @@ public:
 
 private:
     std::string bytes_;
+    std::size_t longest_piece_;
     std::size_t place_ = 0;
 };
 
@@ -118,9 +120,9 @@ std::string database_of(const std::string& sql)
     return result;
 }
 
-std::unique_ptr<platform::FileReading> file_of(std::string bytes)
+std::unique_ptr<platform::FileReading> file_of(std::string bytes, std::size_t longest_piece)
 {
-    return std::make_unique<MemoryFile>(std::move(bytes));
+    return std::make_unique<MemoryFile>(std::move(bytes), longest_piece);
 }
 
 } // namespace cuedrill::packing

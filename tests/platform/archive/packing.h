@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -29,7 +30,7 @@ struct PackedFile {
 /// The bytes of a database file in which these statements were run. There is a collation "unicase".
 [[nodiscard]] std::string database_of(const std::string& sql);
 
-/// A file in memory, read in pieces of at most 1000 bytes.
-[[nodiscard]] std::unique_ptr<platform::FileReading> file_of(std::string bytes);
+/// A file in memory, read in pieces of at most `longest_piece` bytes.
+[[nodiscard]] std::unique_ptr<platform::FileReading> file_of(std::string bytes, std::size_t longest_piece = 1000);
 
 } // namespace cuedrill::packing
