@@ -1,7 +1,12 @@
 #pragma once
 
 #include "exchange/decks/deck.h"
+#include "exchange/decks/deck_opening.h"
+#include "platform/archive/zip_archives.h"
 #include "platform/files.h"
+#include "platform/icu/icu_text_conversions.h"
+#include "platform/qt_xml/qt_xml.h"
+#include "platform/sqlite/sqlite_foreign_databases.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -43,6 +48,21 @@ private:
 
 /// The places of the rows.
 [[nodiscard]] std::vector<std::string> places_of(const std::vector<Row>& rows);
+
+/// The adapters that the program uses for decks.
+class RealTools {
+public:
+    [[nodiscard]] DeckTools tools() const
+    {
+        return {.conversions = conversions_, .archives = archives_, .databases = databases_, .xml = xml_};
+    }
+
+private:
+    platform::icu::IcuTextConversions conversions_;
+    platform::archive::ZipArchives archives_;
+    platform::sqlite::SqliteForeignDatabases databases_;
+    platform::qt_xml::QtXml xml_;
+};
 
 /// Whether `action` throws common::Error with these words.
 void expect_error(const std::function<void()>& action, std::string_view words);

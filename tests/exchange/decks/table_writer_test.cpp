@@ -6,7 +6,6 @@
 #include "exchange/decks/table_writer.h"
 #include "exchange/importer_fixture.h"
 #include "fakes/fake_files.h"
-#include "platform/icu/icu_text_conversions.h"
 #include "store/records.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +40,7 @@ protected:
     Texts read_back(const std::string& bytes)
     {
         memory.files["/a.csv"] = bytes;
-        return texts_of(rows_of(*open_deck("/a.csv", {}, memory, conversions).deck));
+        return texts_of(rows_of(*open_deck("/a.csv", {}, memory, tools.tools()).deck));
     }
 
     /// Imports the file into the course.
@@ -49,7 +48,7 @@ protected:
     {
         memory.files["/a.csv"] = bytes;
         exchange::Importer importer(course, clock, engine.text_compare, [&] {
-            OpenedDeck opened = open_deck("/a.csv", {}, memory, conversions);
+            OpenedDeck opened = open_deck("/a.csv", {}, memory, tools.tools());
             return std::make_unique<DeckRecords>(std::move(opened.deck), opened.looked_for, engine.text_compare,
                                                  choice);
         });
@@ -57,7 +56,7 @@ protected:
     }
 
     fakes::FakeFiles memory;
-    platform::icu::IcuTextConversions conversions;
+    RealTools tools;
     std::int64_t count = 0;
 };
 
