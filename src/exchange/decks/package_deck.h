@@ -24,7 +24,7 @@ public:
     /// The most bytes of an unpacked collection, which is held in memory.
     static constexpr std::size_t longest_collection = 512ULL * 1024 * 1024;
 
-    /// Unpacks the collection and reads its note types. That takes a second for 100 MiB.
+    /// Unpacks the collection and reads its note types. For 100 MiB that takes one or two seconds.
     /// @throws common::Error when the file is no such package, is of a later edition, is damaged, or cannot be read.
     PackageDeck(std::unique_ptr<platform::FileReading> file, const platform::Archives& archives,
                 const platform::ForeignDatabases& databases);

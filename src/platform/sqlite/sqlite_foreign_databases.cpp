@@ -60,9 +60,9 @@ void require_ok(sqlite3* db, int code)
         fail(db, code);
 }
 
-class Rows : public ForeignRows {
+class EngineRows : public ForeignRows {
 public:
-    Rows(sqlite3* db, Deadline& deadline, std::string_view sql) : db_(db), deadline_(deadline)
+    EngineRows(sqlite3* db, Deadline& deadline, std::string_view sql) : db_(db), deadline_(deadline)
     {
         deadline_.restart();
         require_ok(db_, sqlite3_prepare_v2(db_, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr));
@@ -71,7 +71,7 @@ public:
             throw own_error(DatabaseErrorKind::other, "The statement does not read rows.");
         }
     }
-    ~Rows() override { sqlite3_finalize(statement_); }
+    ~EngineRows() override { sqlite3_finalize(statement_); }
 
     [[nodiscard]] bool next() override
     {
@@ -101,9 +101,9 @@ private:
     sqlite3_stmt* statement_ = nullptr;
 };
 
-class Tables : public ForeignTables {
+class EngineTables : public ForeignTables {
 public:
-    Tables(std::string bytes, std::clock_t most_time) : bytes_(std::move(bytes)), deadline_{.most = most_time}
+    EngineTables(std::string bytes, std::clock_t most_time) : bytes_(std::move(bytes)), deadline_{.most = most_time}
     {
         prepare_header();
         const int code = sqlite3_open_v2(":memory:", &db_,
@@ -118,7 +118,7 @@ public:
             throw;
         }
     }
-    ~Tables() override { sqlite3_close_v2(db_); }
+    ~EngineTables() override { sqlite3_close_v2(db_); }
 
     [[nodiscard]] bool has_table(std::string_view name) const override
     {
@@ -128,7 +128,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<ForeignRows> query(std::string_view sql) override
     {
-        return std::make_unique<Rows>(db_, deadline_, sql);
+        return std::make_unique<EngineRows>(db_, deadline_, sql);
     }
 
 private:
@@ -161,7 +161,7 @@ private:
         const auto size = static_cast<sqlite3_int64>(bytes_.size());
         require_ok(db_, sqlite3_deserialize(db_, "main", reinterpret_cast<unsigned char*>(bytes_.data()), size, size,
                                             SQLITE_DESERIALIZE_READONLY));
-        Rows objects(db_, deadline_, "SELECT name, rootpage FROM main.sqlite_schema WHERE type = 'table'");
+        EngineRows objects(db_, deadline_, "SELECT name, rootpage FROM main.sqlite_schema WHERE type = 'table'");
         while (objects.next()) {
             // To mention a virtual table in a statement calls its module.
             if (objects.integer(1) <= 0)
@@ -180,8 +180,8 @@ private:
 
 std::unique_ptr<ForeignTables> SqliteForeignDatabases::open(std::string bytes) const
 {
-    return std::make_unique<Tables>(std::move(bytes),
-                                    static_cast<std::clock_t>(most_time_.count() * CLOCKS_PER_SEC / 1000));
+    return std::make_unique<EngineTables>(std::move(bytes),
+                                          static_cast<std::clock_t>(most_time_.count() * CLOCKS_PER_SEC / 1000));
 }
 
 } // namespace cuedrill::platform::sqlite
