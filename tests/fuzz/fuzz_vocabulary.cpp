@@ -2,67 +2,30 @@
 #include "common/text.h"
 #include "exchange/decks/vocabulary_deck.h"
 #include "exchange/decks/vocabulary_writer.h"
+#include "fuzz/memory_files.h"
 #include "fuzz/read_rows.h"
-#include "platform/archive/packing.h"
 #include "platform/qt_xml/qt_xml.h"
 
 #include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 
 using namespace cuedrill;
 using fuzz::Reading;
+using fuzz::Texts;
 
 Reading read(const std::string& bytes, std::size_t piece)
 {
     Reading result = fuzz::read([&]() -> std::unique_ptr<decks::Deck> {
-        return std::make_unique<decks::VocabularyDeck>(packing::file_of(bytes, piece), platform::qt_xml::QtXml());
+        return std::make_unique<decks::VocabularyDeck>(std::make_unique<fuzz::MemoryFile>(bytes, piece),
+                                                       platform::qt_xml::QtXml());
     });
     // As if a piece that ends within a text lost a character.
     if (fuzz::is_broken() && piece == 1 && result.rows.size() > 1 && !result.rows[1].texts.front().empty())
         result.rows[1].texts.front().pop_back();
     return result;
 }
-
-/// A file in memory.
-class MemoryReplacement : public platform::Replacement {
-public:
-    [[nodiscard]] const std::string& path() const override { return path_; }
-    void write(std::string_view bytes) override { bytes_.append(bytes); }
-    void restart() override { bytes_.clear(); }
-    void finish() override {}
-    [[nodiscard]] const std::string& bytes() const { return bytes_; }
-
-private:
-    std::string path_;
-    std::string bytes_;
-};
-
-using Texts = std::vector<std::pair<std::string, std::string>>; ///< question and answer of each record
-
-/// Rows with the columns "q" and "a".
-class MemoryRows : public platform::Recordset {
-public:
-    explicit MemoryRows(const Texts& texts) : texts_(texts) {}
-
-    [[nodiscard]] bool bof() const override { return texts_.empty(); }
-    [[nodiscard]] bool eof() const override { return place_ == texts_.size(); }
-    void move_first() override { place_ = 0; }
-    void move_next() override { ++place_; }
-    [[nodiscard]] platform::Value field(std::string_view column) const override { return field(column == "a" ? 1 : 0); }
-    [[nodiscard]] platform::Value field(int column) const override
-    {
-        const auto& [question, answer] = texts_.at(place_);
-        return column == 0 ? question : answer;
-    }
-
-private:
-    const Texts& texts_;
-    std::size_t place_ = 0;
-};
 
 bool is_blank(const std::string& text)
 {
@@ -72,8 +35,8 @@ bool is_blank(const std::string& text)
 /// Writes the texts and reads them again.
 void check_return(const Texts& texts, const std::string& title)
 {
-    MemoryReplacement file;
-    MemoryRows rows(texts);
+    fuzz::MemoryReplacement file;
+    fuzz::MemoryRows rows(texts);
     const decks::WrittenVocabulary written =
         decks::write_vocabulary(file, rows,
                                 {.course_title = title,

@@ -147,7 +147,7 @@ void AnkiTextDeck::find_first_kinds()
         give_fields(row.fields.size());
         static_cast<void>(kind_of(row));
     };
-    TableParser parser(head_.shape);
+    TableParser parser(head_.shape, head_.lines + 1);
     parser.add(std::string_view(file_.beginning()).substr(head_.size), sink);
     if (file_.is_whole())
         parser.finish(sink);
@@ -178,6 +178,9 @@ std::size_t AnkiTextDeck::kind_of(const TableRow& row)
     const bool says_kind = head_.kind_column && *head_.kind_column < row.fields.size();
     const std::string& name = says_kind ? row.fields[*head_.kind_column] : head_.kind;
     const auto [place, is_new] = kind_places_.try_emplace(name, kinds_.size());
+    if (is_new && kinds_.size() == most_kinds)
+        throw common::Error(place_of(row) + ": The column of note types has more than " + std::to_string(most_kinds) +
+                            " of them.");
     if (is_new)
         kinds_.push_back({.name = name, .fields = fields_});
     return place->second;

@@ -41,6 +41,9 @@ struct AnkiTextHead {
 /// is a note type; the columns with tags, deck, identifier and note type are no fields.
 class AnkiTextDeck : public Deck {
 public:
+    /// More note types than a collection has. A file with more of them has something else in that column.
+    static constexpr std::size_t most_kinds = 200;
+
     /// Reads the beginning of the file.
     /// @param encoding std::nullopt to find it out.
     /// @throws common::Error when the file cannot be read, or its first lines or the encoding are not usable.
@@ -51,6 +54,7 @@ public:
 
     /// The kinds of the first 64 KiB. Further ones come at the end when they are met, with the same fields.
     [[nodiscard]] const std::vector<Kind>& kinds() const override { return kinds_; }
+    /// @throws common::Error also with the line that has one note type too many.
     [[nodiscard]] Step step() override;
     [[nodiscard]] const Row& row() const override { return row_; }
     [[nodiscard]] std::optional<int> percent() const override { return file_.percent(); }

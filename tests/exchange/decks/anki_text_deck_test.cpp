@@ -188,6 +188,20 @@ TEST(TextExport, gets_the_kinds_that_come_later)
     EXPECT_EQ(names_of(deck.kinds()), (Names{"Basic", "Late"}));
 }
 
+TEST(TextExport, of_too_many_note_types_is_refused)
+{
+    std::string text = "#notetype column:1\n";
+    for (std::size_t i = 0; i < AnkiTextDeck::most_kinds; ++i)
+        text += "type " + std::to_string(i) + "\ta\tb\n";
+    EXPECT_EQ(read(text).kinds.size(), AnkiTextDeck::most_kinds);
+    expect_error([&] { static_cast<void>(read(text + "one more\ta\tb\n")); },
+                 "line 202: The column of note types has more than 200 of them.");
+    const std::string far(100'000, 'x');
+    AnkiTextDeck deck(file_of(text + "type 1\t" + far + "\tb\none more\ta\tb\n"), conversions, {});
+    expect_error([&] { static_cast<void>(rows_of(deck)); },
+                 "line 203: The column of note types has more than 200 of them.");
+}
+
 TEST(TextExport, may_be_of_one_note_type)
 {
     EXPECT_EQ(names_of(read("#notetype:Basic\na\tb\n").kinds), (Names{"Basic"}));

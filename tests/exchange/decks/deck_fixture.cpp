@@ -55,7 +55,7 @@ void expect_error(const std::function<void()>& action, std::string_view words)
         action();
         ADD_FAILURE() << "nothing was thrown";
     } catch (const common::Error& error) {
-        EXPECT_EQ(error.what(), words);
+        EXPECT_EQ(std::string_view(error.what()), words);
     }
 }
 
