@@ -14,7 +14,7 @@ cd "$root"
     die "usage: dev/fuzz.sh [seconds per target | --self-test]"
 
 # Each target with the length of its longest input in bytes.
-targets=(question_text:1024 decks:1024 like:512 cvdate:64 course:65536 kept:512 sound_courses:512)
+targets=(question_text:1024 decks:1024 like:512 cvdate:64 course:65536 kept:512 sound_courses:512 package:65536 vocabulary:2048)
 made=build/fuzz
 # The longest time in which a target finds the fault of the self-test, with room for a busy machine.
 seconds_of_self_test=120

@@ -123,7 +123,8 @@ std::optional<decks::RecordChoice> QuestionImport::choice_of(const std::string& 
 {
     decks::DeckPreview preview;
     try {
-        preview = decks::preview_of(*decks::open_deck(path, {}, services_.readers).deck, rows_of_preview);
+        preview =
+            decks::preview_of(*decks::open_deck(path, {}, services_.files, services_.deck_tools).deck, rows_of_preview);
     } catch (const common::Error&) {
         // The import meets the same error, and reports it.
         return decks::RecordChoice{};
@@ -146,7 +147,7 @@ std::optional<decks::RecordChoice> QuestionImport::choice_of(const std::string& 
 std::unique_ptr<exchange::RecordSource> QuestionImport::open_deck(const std::string& path,
                                                                   const decks::RecordChoice& choice) const
 {
-    decks::OpenedDeck opened = decks::open_deck(path, {}, services_.readers);
+    decks::OpenedDeck opened = decks::open_deck(path, {}, services_.files, services_.deck_tools);
     return std::make_unique<decks::DeckRecords>(std::move(opened.deck), std::move(opened.looked_for),
                                                 services_.text_compare, choice);
 }

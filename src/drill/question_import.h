@@ -30,7 +30,7 @@ public:
         platform::Clock& clock;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
-        const decks::DeckReaders& readers;
+        const decks::DeckTools& deck_tools;
         CourseCopies& copies;
     };
 

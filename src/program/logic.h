@@ -48,7 +48,6 @@
 #include "platform/settings_store.h"
 #include "platform/shell.h"
 #include "platform/text_compare.h"
-#include "platform/text_conversions.h"
 #include "scheduler/dead_time.h"
 #include "store/course_params.h"
 #include "support/agenda.h"
@@ -74,7 +73,7 @@ struct LogicPlatform {
     platform::Folders& folders;
     platform::RandomSource& random;
     const platform::TextCompare& text_compare;
-    const platform::TextConversions& text_conversions;
+    decks::DeckTools deck_tools; ///< for decks of other programs
     platform::Database& database;
     std::string data_folder;    ///< where "removed.txt" and the copies of courses are
     std::string program_folder; ///< where the trace, the agenda and the first file dialog are
@@ -161,14 +160,13 @@ struct Logic {
                                 status, settings, trace, course_copies},
                                p.program_folder,
                                start_time};
-    decks::DeckReaders readers{p.files, p.text_conversions};
     drill::QuestionImport question_import{course,
                                           edit_flags,
                                           display,
                                           statistics,
                                           last_list,
                                           status,
-                                          {p.files, p.clock, p.desktop, p.text_compare, readers, course_copies}};
+                                          {p.files, p.clock, p.desktop, p.text_compare, p.deck_tools, course_copies}};
     drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};
     drill::DrillCommands commands{
         form1, command_controls, {course,          params,         opener, title,        selection, scoring,

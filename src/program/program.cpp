@@ -1,9 +1,9 @@
 #include "program/program.h"
 
+#include "adapters/deck_adapters.h"
 #include "app/base/program_folder.h"
 #include "app/base/sound_courses.h"
 #include "platform/icu/icu_text_compare.h"
-#include "platform/icu/icu_text_conversions.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_dialog_host.h"
 #include "platform/qt/qt_f_msgbox.h"
@@ -49,7 +49,7 @@ struct Program::Platform {
     platform::system::SystemDirectories folders;
     platform::system::SystemRandom random;
     platform::icu::IcuTextCompare text_compare;
-    platform::icu::IcuTextConversions text_conversions;
+    adapters::DeckAdapters deck_adapters;
     app::SoundCourses sound_courses{settings};
     platform::sqlite::SqliteDatabase database{text_compare, longest_wait, &sound_courses};
 
@@ -70,7 +70,7 @@ struct Program::Platform {
                 .folders = folders,
                 .random = random,
                 .text_compare = text_compare,
-                .text_conversions = text_conversions,
+                .deck_tools = deck_adapters.tools(),
                 .database = database,
                 .data_folder = app::data_folder(program_folder, data_home),
                 .program_folder = program_folder,

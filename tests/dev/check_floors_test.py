@@ -113,9 +113,13 @@ class CheckFloors(unittest.TestCase):
     def test_foreign_headers_stay_in_their_adapter(self):
         self.assert_good("platform/sqlite/connection.cpp", "#include <sqlite3.h>")
         self.assert_good("platform/icu/compare.cpp", "#include <unicode/coll.h>")
+        self.assert_good("platform/archive/zip.cpp", "#include <zip.h>", "#include <zstd.h>")
         self.assert_good("platform/qt/window.cpp", "#include <QWidget>", '#include "window.moc"')
+        self.assert_good("platform/qt_xml/reader.cpp", "#include <QXmlStreamReader>")
         for line, words in [("#include <sqlite3.h>", "bank may not use SQLite (sqlite3.h)"),
                             ("#include <unicode/ustring.h>", "bank may not use ICU (unicode/ustring.h)"),
+                            ("#include <zip.h>", "bank may not use libzip (zip.h)"),
+                            ("#include <zstd.h>", "bank may not use libzstd (zstd.h)"),
                             ("#include <QString>", "bank may not use Qt (QString)"),
                             ("#include <QtCore/QString>", "bank may not use Qt (QtCore/QString)"),
                             ("#include <qstring.h>", "bank may not use Qt (qstring.h)")]:

@@ -74,7 +74,7 @@ void DrillFixture::make_program()
                                                                 .folders = folders,
                                                                 .random = random,
                                                                 .text_compare = engine.text_compare,
-                                                                .text_conversions = text_conversions,
+                                                                .deck_tools = deck_adapters.tools(),
                                                                 .database = database,
                                                                 .data_folder = data_folder,
                                                                 .program_folder = folder.path().string(),

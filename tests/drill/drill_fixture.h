@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/deck_adapters.h"
 #include "common/errors.h"
 #include "fakes/course_builder.h"
 #include "fakes/fake_clock.h"
@@ -14,7 +15,6 @@
 #include "fakes/fake_shell.h"
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
-#include "platform/icu/icu_text_conversions.h"
 #include "platform/system/system_files.h"
 
 #include <chrono>
@@ -168,7 +168,7 @@ protected:
     platform::system::SystemFiles files;
     fakes::FakeOpenCourses open_courses;
     fakes::FakeFolders folders;
-    platform::icu::IcuTextConversions text_conversions;
+    adapters::DeckAdapters deck_adapters;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
     fakes::CourseBuilder builder;

@@ -44,7 +44,7 @@ struct ScoringFixture::Program {
                  .folders = fixture.folders,
                  .random = fixture.random,
                  .text_compare = fixture.engine.text_compare,
-                 .text_conversions = fixture.text_conversions,
+                 .deck_tools = fixture.deck_adapters.tools(),
                  .database = fixture.database,
                  .data_folder = "",
                  .program_folder = "/program",

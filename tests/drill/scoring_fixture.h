@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/deck_adapters.h"
 #include "drill/display.h"
 #include "drill/end_of_program.h"
 #include "drill/level_commands.h"
@@ -15,7 +16,6 @@
 #include "fakes/fake_random.h"
 #include "fakes/recording_database.h"
 #include "fakes/temp_folder.h"
-#include "platform/icu/icu_text_conversions.h"
 
 #include <chrono>
 #include <cstdint>
@@ -61,7 +61,7 @@ protected:
     fakes::FakeFiles files{make_files()};
     fakes::FakeFolders folders;
     fakes::FakeForm1 form1;
-    platform::icu::IcuTextConversions text_conversions;
+    adapters::DeckAdapters deck_adapters;
     fakes::RealEngine engine;
     fakes::RecordingDatabase database{engine.database};
 

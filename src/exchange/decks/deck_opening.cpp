@@ -4,25 +4,32 @@
 #include "common/text.h"
 #include "exchange/decks/anki_text_deck.h"
 #include "exchange/decks/mnemosyne_text_deck.h"
+#include "exchange/decks/package_deck.h"
 #include "exchange/decks/table_deck.h"
+#include "exchange/decks/vocabulary_deck.h"
 #include "exchange/record_source.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <utility>
 
 namespace cuedrill::decks {
 namespace {
 
+/// The most bytes of a package. Its pictures and sounds are not read, but they are in the file.
+constexpr std::uint64_t longest_package = 8ULL * 1024 * 1024 * 1024;
+
 /// What a reader is opened with.
 struct Opening {
     const std::string& path;
     const DeckOptions& options;
-    const DeckReaders& readers;
+    const platform::Files& files;
+    const DeckTools& tools;
 
-    [[nodiscard]] std::unique_ptr<platform::FileReading> file() const
+    [[nodiscard]] std::unique_ptr<platform::FileReading> file(std::uint64_t longest = exchange::longest_file) const
     {
-        return readers.files.begin_reading(path, exchange::longest_file);
+        return files.begin_reading(path, longest);
     }
 };
 
@@ -34,7 +41,7 @@ std::string rows_separated_by(char separator)
 OpenedDeck open_table(const Opening& opening)
 {
     auto deck =
-        std::make_unique<TableDeck>(opening.file(), opening.readers.conversions, opening.path, opening.options.table);
+        std::make_unique<TableDeck>(opening.file(), opening.tools.conversions, opening.path, opening.options.table);
     std::string looked_for = rows_separated_by(deck->format().shape.separator);
     return {.deck = std::move(deck), .looked_for = std::move(looked_for)};
 }
@@ -42,16 +49,29 @@ OpenedDeck open_table(const Opening& opening)
 OpenedDeck open_anki_text(const Opening& opening)
 {
     auto deck =
-        std::make_unique<AnkiTextDeck>(opening.file(), opening.readers.conversions, opening.options.table.encoding);
+        std::make_unique<AnkiTextDeck>(opening.file(), opening.tools.conversions, opening.options.table.encoding);
     std::string looked_for = rows_separated_by(deck->separator());
     return {.deck = std::move(deck), .looked_for = std::move(looked_for)};
 }
 
 OpenedDeck open_mnemosyne_text(const Opening& opening)
 {
-    return {.deck = std::make_unique<MnemosyneTextDeck>(opening.file(), opening.readers.conversions,
+    return {.deck = std::make_unique<MnemosyneTextDeck>(opening.file(), opening.tools.conversions,
                                                         opening.options.table.encoding),
             .looked_for = "lines with two or three texts separated by TAB"};
+}
+
+OpenedDeck open_package(const Opening& opening)
+{
+    return {.deck = std::make_unique<PackageDeck>(opening.file(longest_package), opening.tools.archives,
+                                                  opening.tools.databases),
+            .looked_for = "notes with two fields"};
+}
+
+OpenedDeck open_vocabulary(const Opening& opening)
+{
+    return {.deck = std::make_unique<VocabularyDeck>(opening.file(), opening.tools.xml),
+            .looked_for = "entries with texts in two languages"};
 }
 
 /// A format of decks. A further one is a line of the table below.
@@ -61,9 +81,11 @@ struct Format {
     OpenedDeck (*open)(const Opening& opening);
 };
 
-constexpr std::array<Format, 3> formats{{{"table", {".csv", ".tsv", ".tab"}, open_table},
+constexpr std::array<Format, 5> formats{{{"table", {".csv", ".tsv", ".tab"}, open_table},
                                          {"anki-text", {}, open_anki_text},
-                                         {"mnemosyne-text", {}, open_mnemosyne_text}}};
+                                         {"mnemosyne-text", {}, open_mnemosyne_text},
+                                         {"anki-package", {".apkg", ".colpkg"}, open_package},
+                                         {"kvtml", {".kvtml"}, open_vocabulary}}};
 
 bool has_ending(std::string_view path, std::string_view ending)
 {
@@ -117,9 +139,10 @@ std::vector<std::string> deck_formats()
     return names;
 }
 
-OpenedDeck open_deck(const std::string& path, const DeckOptions& options, const DeckReaders& readers)
+OpenedDeck open_deck(const std::string& path, const DeckOptions& options, const platform::Files& files,
+                     const DeckTools& tools)
 {
-    return format_of(path, options).open({path, options, readers});
+    return format_of(path, options).open({path, options, files, tools});
 }
 
 } // namespace cuedrill::decks

@@ -2,8 +2,11 @@
 
 #include "exchange/decks/deck.h"
 #include "exchange/decks/table_format.h"
+#include "platform/archive.h"
 #include "platform/files.h"
+#include "platform/foreign_tables.h"
 #include "platform/text_conversions.h"
+#include "platform/xml.h"
 
 #include <memory>
 #include <optional>
@@ -26,20 +29,24 @@ struct DeckOptions {
     TableOptions table{};                ///< for a text export, only the encoding counts
 };
 
+/// What the readers of the formats need of the platform.
+struct DeckTools {
+    const platform::TextConversions& conversions;
+    const platform::Archives& archives;
+    const platform::ForeignDatabases& databases;
+    const platform::Xml& xml;
+};
+
 /// A deck, and what a record is in it, as DeckRecords takes it.
 struct OpenedDeck {
     std::unique_ptr<Deck> deck{};
     std::string looked_for{};
 };
 
-/// What decks are read with; it is used as long as a deck.
-struct DeckReaders {
-    const platform::Files& files;
-    const platform::TextConversions& conversions;
-};
-
-/// Opens the file at `path` and reads its beginning.
+/// Opens the file at `path` and reads its beginning; of a package, its whole collection.
+/// @param tools are used as long as the deck.
 /// @throws common::Error when the file cannot be read, is damaged or too long, or when there is no such format.
-[[nodiscard]] OpenedDeck open_deck(const std::string& path, const DeckOptions& options, const DeckReaders& readers);
+[[nodiscard]] OpenedDeck open_deck(const std::string& path, const DeckOptions& options, const platform::Files& files,
+                                   const DeckTools& tools);
 
 } // namespace cuedrill::decks

@@ -1,6 +1,7 @@
 #include "platform/sqlite/connection.h"
 
 #include "platform/sqlite/backup.h"
+#include "platform/sqlite/defences.h"
 #include "platform/sqlite/engine_error.h"
 
 #include <cerrno>
@@ -12,26 +13,8 @@
 namespace cuedrill::platform::sqlite {
 namespace {
 
-struct Limit {
-    int id;
-    int value;
-};
-
-// Limits on the engine: well above what the program's own statements and rows need, but too low for a malicious file to
-// do harm.
-constexpr std::array<Limit, 10> limits{{{SQLITE_LIMIT_LENGTH, 1'000'000},
-                                        {SQLITE_LIMIT_SQL_LENGTH, 1'000'000},
-                                        {SQLITE_LIMIT_COLUMN, 100},
-                                        {SQLITE_LIMIT_EXPR_DEPTH, 1000},
-                                        {SQLITE_LIMIT_COMPOUND_SELECT, 50},
-                                        {SQLITE_LIMIT_VDBE_OP, 100'000},
-                                        {SQLITE_LIMIT_FUNCTION_ARG, 16},
-                                        {SQLITE_LIMIT_ATTACHED, 0},
-                                        {SQLITE_LIMIT_TRIGGER_DEPTH, 1},
-                                        {SQLITE_LIMIT_WORKER_THREADS, 0}}};
-
-/// Heap limit of the engine for the whole process, in bytes. Caching and sorting a full course needs far less.
-constexpr sqlite3_int64 most_memory = 160 * 1024 * 1024;
+/// The most bytes of a text: far more than a course can hold.
+constexpr int longest_text = 1'000'000;
 
 /// Limit on the time for reading a file that has not been checked, because even a small malicious file can make a
 /// statement endless. It is processor time (1.5 s), so waiting for a slow disk does not count.
@@ -59,9 +42,8 @@ Connection::Connection(const std::string& file, const TextCompare& compare, std:
     try {
         sqlite3_extended_result_codes(db_, 1);
         wait_for_locks(true);
-        sqlite3_hard_heap_limit64(most_memory);
         limit_time();
-        harden();
+        set_up_defences(db_, longest_text);
         register_functions(db_, rules_);
         pool_ = std::make_unique<StatementPool>(db_, rules_);
     } catch (...) {
@@ -81,29 +63,6 @@ void Connection::open_file(const std::string& file)
                                                db_ == nullptr ? 0 : sqlite3_system_errno(db_), sqlite3_errstr(code));
     close();
     throw error;
-}
-
-void Connection::set_switch(int option, bool on)
-{
-    const int code = sqlite3_db_config(db_, option, on ? 1 : 0, static_cast<int*>(nullptr));
-    if (code != SQLITE_OK)
-        throw database_error(code, 0, sqlite3_errstr(code));
-}
-
-void Connection::harden()
-{
-    set_switch(SQLITE_DBCONFIG_DEFENSIVE, true);
-    for (const int option :
-         {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
-          SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER, SQLITE_DBCONFIG_DQS_DDL,
-          SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_WRITABLE_SCHEMA})
-        set_switch(option, false);
-    for (const Limit& limit : limits)
-        sqlite3_limit(db_, limit.id, limit.value);
-    run("PRAGMA cell_size_check = ON");
-    run("PRAGMA mmap_size = 0");
-    // The engine creates no temporary files: sorting and the undo data of statements and savepoints stay in memory.
-    run("PRAGMA temp_store = MEMORY");
 }
 
 void Connection::close() noexcept
@@ -174,7 +133,7 @@ std::string Connection::mark()
 
 void Connection::set_checkpoint_at_close(bool checkpoint)
 {
-    set_switch(SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, !checkpoint);
+    set_switch(db_, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, !checkpoint);
 }
 
 void Connection::limit_time() noexcept
@@ -213,8 +172,8 @@ void Connection::tolerate_damage()
 {
     // The engine takes this switch for the wish of somebody who wants to repair the file by hand, and only without the
     // defence against statements that write its inner tables. The program has no such statement.
-    set_switch(SQLITE_DBCONFIG_DEFENSIVE, false);
-    set_switch(SQLITE_DBCONFIG_WRITABLE_SCHEMA, true);
+    set_switch(db_, SQLITE_DBCONFIG_DEFENSIVE, false);
+    set_switch(db_, SQLITE_DBCONFIG_WRITABLE_SCHEMA, true);
 }
 
 void Connection::wait_for_locks(bool wait)

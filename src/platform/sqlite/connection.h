@@ -113,8 +113,6 @@ public:
 private:
     void require_open() const;
     void open_file(const std::string& file);
-    void harden();
-    void set_switch(int option, bool on);
     void require_not_moved();
     void do_what_was_put_off();
     [[nodiscard]] bool in_transaction() const noexcept;

@@ -1,7 +1,8 @@
+#include "adapters/deck_adapters.h"
 #include "exchange/decks/deck_fixture.h"
 #include "exchange/decks/deck_opening.h"
+#include "exchange/decks/packages.h"
 #include "fakes/fake_files.h"
-#include "platform/icu/icu_text_conversions.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ class DeckOpening : public testing::Test {
 protected:
     OpenedDeck open(const std::string& path, const DeckOptions& options = {})
     {
-        return open_deck(path, options, {files, conversions});
+        return open_deck(path, options, files, tools.tools());
     }
 
     Texts texts(const std::string& path, const DeckOptions& options = {})
@@ -21,12 +22,12 @@ protected:
     }
 
     fakes::FakeFiles files;
-    platform::icu::IcuTextConversions conversions;
+    adapters::DeckAdapters tools;
 };
 
-TEST(DeckName, is_that_of_a_table)
+TEST(DeckName, is_that_of_a_table_a_package_or_a_vocabulary)
 {
-    for (const char* name : {"a.csv", "/b/c.tsv", "d.TAB", "e.txt.csv"})
+    for (const char* name : {"a.csv", "/b/c.tsv", "d.TAB", "e.txt.csv", "f.apkg", "g.colpkg", "h.KVTML"})
         EXPECT_TRUE(is_deck_name(name)) << name;
 }
 
@@ -44,6 +45,25 @@ TEST_F(DeckOpening, goes_by_the_name_of_the_file)
     files.files["/a.TSV"] = "a,b\tc\n";
     EXPECT_EQ(texts("/a.TSV"), (Texts{{"a,b", "c"}}));
     EXPECT_EQ(open("/a.TSV").looked_for, "rows with two fields separated by TAB");
+}
+
+TEST_F(DeckOpening, finds_packages_and_vocabularies)
+{
+    const std::string package = package_of(3, new_collection({{.id = 1, .name = "Basic", .fields = {"Front", "Back"}}},
+                                                             {{.id = 1, .type = 1, .fields = {"Norway?", "Oslo"}}}));
+    for (const char* const name : {"/a.apkg", "/a.colpkg"}) {
+        files.files[name] = package;
+        EXPECT_EQ(texts(name), (Texts{{"Norway?", "Oslo"}}));
+        EXPECT_EQ(open(name).looked_for, "notes with two fields");
+    }
+    files.files["/a.kvtml"] = "<kvtml version=\"2.0\"><identifiers><identifier id=\"0\"/><identifier id=\"1\"/>"
+                              "</identifiers><entries><entry><translation id=\"1\"><text>Oslo</text></translation>"
+                              "</entry></entries></kvtml>";
+    EXPECT_EQ(texts("/a.kvtml"), (Texts{{"", "Oslo"}}));
+    EXPECT_EQ(open("/a.kvtml").looked_for, "entries with texts in two languages");
+    EXPECT_EQ(texts("/a.kvtml", {.format = "KVTML"}), (Texts{{"", "Oslo"}}));
+    expect_error([&] { static_cast<void>(open("/a.kvtml", {.format = "anki-package"})); },
+                 "The file is not a package, or its end is missing.");
 }
 
 TEST_F(DeckOpening, goes_by_the_format_that_is_said)
@@ -75,9 +95,9 @@ TEST_F(DeckOpening, of_an_unknown_format_is_refused)
 {
     files.files["/a.csv"] = "a,b\n";
     expect_error([&] { static_cast<void>(open("/a.csv", {.format = "cards"})); },
-                 "The format \"cards\" is not known. Known are table, anki-text, mnemosyne-text.");
+                 "The format \"cards\" is not known. Known are table, anki-text, mnemosyne-text, anki-package, kvtml.");
     expect_error([&] { static_cast<void>(open("/a.txt")); }, "The name of /a.txt does not say its format.");
-    EXPECT_EQ(deck_formats(), (Names{"table", "anki-text", "mnemosyne-text"}));
+    EXPECT_EQ(deck_formats(), (Names{"table", "anki-text", "mnemosyne-text", "anki-package", "kvtml"}));
 }
 
 TEST_F(DeckOpening, of_a_file_that_is_not_there_is_refused)

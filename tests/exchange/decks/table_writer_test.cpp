@@ -1,3 +1,4 @@
+#include "adapters/deck_adapters.h"
 #include "common/date_time.h"
 #include "common/text.h"
 #include "exchange/decks/deck_fixture.h"
@@ -6,7 +7,6 @@
 #include "exchange/decks/table_writer.h"
 #include "exchange/importer_fixture.h"
 #include "fakes/fake_files.h"
-#include "platform/icu/icu_text_conversions.h"
 #include "store/records.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ protected:
     Texts read_back(const std::string& bytes)
     {
         memory.files["/a.csv"] = bytes;
-        return texts_of(rows_of(*open_deck("/a.csv", {}, {memory, conversions}).deck));
+        return texts_of(rows_of(*open_deck("/a.csv", {}, memory, tools.tools()).deck));
     }
 
     /// Imports the file into the course.
@@ -49,7 +49,7 @@ protected:
     {
         memory.files["/a.csv"] = bytes;
         exchange::Importer importer(course, clock, engine.text_compare, [&] {
-            OpenedDeck opened = open_deck("/a.csv", {}, {memory, conversions});
+            OpenedDeck opened = open_deck("/a.csv", {}, memory, tools.tools());
             return std::make_unique<DeckRecords>(std::move(opened.deck), opened.looked_for, engine.text_compare,
                                                  choice);
         });
@@ -57,7 +57,7 @@ protected:
     }
 
     fakes::FakeFiles memory;
-    platform::icu::IcuTextConversions conversions;
+    adapters::DeckAdapters tools;
     std::int64_t count = 0;
 };
 
