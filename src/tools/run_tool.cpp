@@ -86,7 +86,7 @@ int run_tool(std::span<const std::string> line, Surroundings& around)
 
 std::span<const Verb> all_verbs()
 {
-    static const std::vector<Verb> verbs{copies_verb(), restore_verb(), check_verb()};
+    static const std::vector<Verb> verbs{copies_verb(), restore_verb(), check_verb(), history_verb()};
     return verbs;
 }
 

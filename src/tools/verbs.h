@@ -6,6 +6,7 @@ namespace cuedrill::tools {
 
 [[nodiscard]] const Verb& check_verb();
 [[nodiscard]] const Verb& copies_verb();
+[[nodiscard]] const Verb& history_verb();
 [[nodiscard]] const Verb& restore_verb();
 
 } // namespace cuedrill::tools
