@@ -2,12 +2,14 @@
 #include "common/errors.h"
 #include "drill/course_copies.h"
 #include "engine.h"
+#include "keep/history_file.h"
 #include "operations.h"
 #include "scheduler/counts.h"
 #include "scheduler/next_due.h"
 #include "scheduler/next_question.h"
 #include "scheduler/verdict.h"
 #include "store/schema.h"
+#include "store/stored_change.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -107,6 +109,37 @@ Work verdict_beside_copy(const WorkFolder& folder, int records)
                     benchmark::DoNotOptimize(scheduler::count(copying->engine->course));
                     copying->current = copying->next();
                 }};
+}
+
+/// The same with what the program writes into the history of the course.
+Work verdict_with_history(const WorkFolder& folder, int records)
+{
+    struct Recorded : Drill {
+        Recorded(std::shared_ptr<Engine> opened, const std::string& path)
+            : Drill(std::move(opened)), history(engine->files, path)
+        {
+            engine->course.when_stored = [this](const store::StoredChange& change) {
+                const store::StoredJudgement& judgement = *change.judgement;
+                history.append({.time = judgement.when,
+                                .kind = keep::HistoryKind::verdict,
+                                .record = change.cnt,
+                                .known = judgement.known,
+                                .typed = judgement.typed,
+                                .level_before = judgement.level_before,
+                                .level_after = judgement.level_after,
+                                .elapsed = judgement.elapsed});
+            };
+        }
+
+        keep::HistoryFile history;
+    };
+    const auto drill =
+        std::make_shared<Recorded>(open_engine(fresh_sample(folder, records)), folder.file("history/course.csv"));
+    return {.run = [drill] {
+        drill->judge();
+        benchmark::DoNotOptimize(scheduler::count(drill->engine->course));
+        drill->current = drill->next();
+    }};
 }
 
 Work random_verdict(const WorkFolder& folder, int records)
@@ -324,6 +357,7 @@ std::vector<Operation> drill_operations()
     return {
         {.name = "verdict, counts and next question", .program = whole_verdict, .floor = bare_commit},
         {.name = "the same while a copy is made", .program = verdict_beside_copy, .floor = whole_verdict},
+        {.name = "the same with its line in the history", .program = verdict_with_history, .floor = whole_verdict},
         {.name = "the same, drawn at random", .program = random_verdict, .floor = bare_commit},
         {.name = "a verdict alone", .program = stored_verdict, .floor = bare_commit},
         {.name = "next question", .program = choosing, .floor = choosing_floor},

@@ -65,14 +65,19 @@ void NewRecords::commit(std::function<void()> when_stored_after_all)
         const auto last = store::find_record(course.database(), cnt);
         return last && last->q == texts.q && last->a == texts.a;
     };
+    const auto take_over = [&course = course_,
+                            change = store::StoredChange{.what = told_as_, .cnt = last_cnt_, .records = count_}] {
+        course.record_count += change.records;
+        if (change.records != 0)
+            course.tell_stored(change);
+    };
     transaction_.commit(
-        {.is_stored = is_stored,
-         .when_stored_after_all = [&course = course_, count = count_, tell = std::move(when_stored_after_all)] {
-             course.record_count += count;
+        {.is_stored = is_stored, .when_stored_after_all = [take_over, tell = std::move(when_stored_after_all)] {
+             take_over();
              if (tell)
                  tell();
          }});
-    course_.record_count += count_;
+    take_over();
 }
 
 } // namespace cuedrill::bank

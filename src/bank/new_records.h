@@ -4,6 +4,7 @@
 #include "store/course.h"
 #include "store/course_transaction.h"
 #include "store/records.h"
+#include "store/stored_change.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -30,7 +31,11 @@ class NewRecords {
 public:
     /// Begins the transaction.
     /// @throws platform::DatabaseError
-    explicit NewRecords(store::Course& course) : course_(course), transaction_(course) {}
+    /// @param told_as what the course tells when they are stored: `added` or `imported`.
+    explicit NewRecords(store::Course& course, store::StoredChange::What told_as = store::StoredChange::What::added)
+        : course_(course), told_as_(told_as), transaction_(course)
+    {
+    }
 
     /// Adds a record with these texts, `question` on the asked side. It starts as never tested, even if the course
     /// already has the same texts.
@@ -58,6 +63,7 @@ public:
 
 private:
     store::Course& course_;
+    store::StoredChange::What told_as_;
     store::CourseTransaction transaction_;
     std::optional<std::int64_t> next_cnt_; ///< number of the next one; read from the course for the first one
     std::int64_t count_ = 0;

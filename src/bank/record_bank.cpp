@@ -92,9 +92,11 @@ void RecordBank::change_record(common::Int16 cnt, const std::string& question, c
                         .when_stored_after_all =
                             [this, cnt, tell = std::move(when_stored_after_all)] {
                                 stored_after_all_ = cnt;
+                                tell_stored(store::StoredChange::What::changed, cnt);
                                 if (tell)
                                     tell();
                             }});
+    tell_stored(store::StoredChange::What::changed, cnt);
 }
 
 /// The texts of the record as they are stored now, for `before_loss`; nothing if nobody wants them. No other program
@@ -129,12 +131,19 @@ void RecordBank::delete_record(common::Int16 cnt, std::function<void()> when_sto
         before_loss(Loss::deleted, *before);
     const auto is_stored = [this, cnt] { return !store::find_record(course_.database(), cnt); };
     transaction.commit(
-        {.is_stored = is_stored, .when_stored_after_all = [this, tell = std::move(when_stored_after_all)] {
+        {.is_stored = is_stored, .when_stored_after_all = [this, cnt, tell = std::move(when_stored_after_all)] {
              --course_.record_count;
+             tell_stored(store::StoredChange::What::deleted, cnt);
              if (tell)
                  tell();
          }});
     --course_.record_count;
+    tell_stored(store::StoredChange::What::deleted, cnt);
+}
+
+void RecordBank::tell_stored(store::StoredChange::What what, common::Int16 cnt) const
+{
+    course_.tell_stored({.what = what, .cnt = cnt});
 }
 
 std::optional<FoundRecord> RecordBank::find(const std::string& column, const std::string& text)

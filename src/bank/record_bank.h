@@ -5,6 +5,7 @@
 #include "platform/text_compare.h"
 #include "store/course.h"
 #include "store/records.h"
+#include "store/stored_change.h"
 
 #include <functional>
 #include <optional>
@@ -92,6 +93,7 @@ private:
     [[nodiscard]] std::optional<Refusal> refusal_of(const Draft& draft);
     [[nodiscard]] bool is_taken(const Draft& draft, const std::string& text, const std::string& before);
 
+    void tell_stored(store::StoredChange::What what, common::Int16 cnt) const;
     [[nodiscard]] bool is_changed_to(common::Int16 cnt, const store::QaTexts& texts);
 
     store::Course& course_;

@@ -139,6 +139,7 @@ void CourseOpener::prepare_chosen_course()
 void CourseOpener::close_course()
 {
     services_.timer.stop();
+    services_.history.course_closing();
     course_.close();
     services_.open_courses.leave();
 }
@@ -230,6 +231,7 @@ void CourseOpener::finish_check()
         course_.database().finish_check();
         services_.timer.stop();
         services_.copies.course_opened();
+        services_.history.course_opened();
         return;
     } catch (const platform::DatabaseError& error) {
         // A write before the next attempt makes the check, too.

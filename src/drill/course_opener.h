@@ -4,6 +4,7 @@
 #include "app/base/trace_log.h"
 #include "drill/course_copies.h"
 #include "drill/main_window.h"
+#include "drill/review_history.h"
 #include "drill/status_line.h"
 #include "platform/clock.h"
 #include "platform/controls.h"
@@ -33,6 +34,7 @@ public:
         app::Settings& settings;
         app::TraceLog& trace;
         CourseCopies& copies;
+        ReviewHistory& history;
     };
 
     /// @param program_folder initial folder of the first file dialog.
@@ -58,8 +60,8 @@ public:
 
     /// Does what opening the course has put off: reads the whole file to see whether it is sound. If it is not, a box
     /// says so, the course is closed, and the user chooses another one. The program ends if the user cancels. After it,
-    /// copies of the course may be made. Where another program writes to the course meanwhile, the check comes a minute
-    /// later.
+    /// copies of the course may be made, and its history says that it is open. Where another program writes to the
+    /// course meanwhile, the check comes a minute later.
     void finish_check();
 
 private:

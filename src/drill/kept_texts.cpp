@@ -25,10 +25,10 @@ bool KeptTexts::append(const std::string& entry)
 {
     try {
         if (std::string unrenamed = removed_.append(entry); !unrenamed.empty())
-            failures_.push_back(std::move(unrenamed));
+            failures_.note(std::move(unrenamed));
         return true;
     } catch (const common::Error& error) {
-        failures_.emplace_back(error.what());
+        failures_.note(error.what());
         return false;
     }
 }
@@ -51,7 +51,7 @@ bool KeptTexts::keep_unsaved(const RecordTexts& typed)
     try {
         draft_.write(text);
     } catch (const common::Error& error) {
-        failures_.emplace_back(error.what());
+        failures_.note(error.what());
     }
     draft_.leave();
     noted_.reset();
@@ -62,7 +62,8 @@ bool KeptTexts::keep_unsaved(const RecordTexts& typed)
 void KeptTexts::keep_left_drafts()
 {
     const keep::LeftDrafts left = draft_.move_left_drafts(removed_);
-    failures_.insert(failures_.end(), left.failures.begin(), left.failures.end());
+    for (const std::string& failure : left.failures)
+        failures_.note(failure);
     if (left.kept > 0)
         services_.status.show_when_free("Unsaved texts found. Kept in removed.txt.", StatusLine::Waiting::stays);
 }
@@ -85,7 +86,7 @@ void KeptTexts::note_typed(const RecordTexts& typed, const std::function<bool()>
         else
             draft_.remove();
     } catch (const common::Error& error) {
-        failures_.emplace_back(error.what());
+        failures_.note(error.what());
     }
 }
 
@@ -96,7 +97,7 @@ void KeptTexts::drop_draft()
     try {
         draft_.remove();
     } catch (const common::Error& error) {
-        failures_.emplace_back(error.what());
+        failures_.note(error.what());
     }
 }
 
@@ -110,23 +111,6 @@ void KeptTexts::tell_deleted()
 void KeptTexts::tell_unsaved()
 {
     services_.status.show_when_free("Not saved. Kept in removed.txt.", StatusLine::Waiting::gives_way);
-}
-
-void KeptTexts::tell_failures()
-{
-    if (failures_.empty())
-        return;
-    if (!std::exchange(failure_told_, true))
-        services_.status.show_when_free("Texts could not be kept. " + failures_.front(), StatusLine::Waiting::stays);
-    services_.trace.write_trace(take_failures());
-}
-
-std::string KeptTexts::take_failures()
-{
-    std::string text;
-    for (const std::string& failure : std::exchange(failures_, {}))
-        text.append(text.empty() ? "texts not kept - " : " - ").append(failure);
-    return text;
 }
 
 } // namespace cuedrill::drill

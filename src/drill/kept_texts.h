@@ -3,6 +3,7 @@
 #include "app/base/trace_log.h"
 #include "bank/record_bank.h"
 #include "drill/editor_boxes.h"
+#include "drill/noted_failures.h"
 #include "drill/status_line.h"
 #include "keep/draft_file.h"
 #include "keep/removed_entry.h"
@@ -15,7 +16,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace cuedrill::drill {
 
@@ -32,7 +32,8 @@ public:
     };
 
     KeptTexts(const store::Course& course, keep::RemovedFile& removed, keep::DraftFile& draft, const Services& services)
-        : course_(course), removed_(removed), draft_(draft), services_(services)
+        : course_(course), removed_(removed), draft_(draft), services_(services),
+          failures_(services.status, services.trace, "Texts could not be kept.", "texts not kept")
     {
     }
 
@@ -60,10 +61,10 @@ public:
 
     /// Writes failures to the trace and has the status line tell the first one of the session.
     /// @throws common::ProgramEnded when the program is ended while the box about a full trace is open.
-    void tell_failures();
+    void tell_failures() { failures_.tell(); }
 
     /// The failures that were not told yet, for the trace; empty if there are none.
-    [[nodiscard]] std::string take_failures();
+    [[nodiscard]] std::string take_failures() { return failures_.take(); }
 
 private:
     [[nodiscard]] std::string entry(keep::Reason reason, store::QaTexts texts) const;
@@ -75,8 +76,7 @@ private:
     Services services_;
 
     bool deleted_kept_ = false; ///< the texts of the last deletion are in "removed.txt"
-    std::vector<std::string> failures_;
-    bool failure_told_ = false;
+    NotedFailures failures_;
 
     std::optional<RecordTexts> noted_; ///< texts of the boxes at the last tick
     std::optional<double> due_;        ///< monotonic time in seconds at which they become the draft

@@ -175,20 +175,20 @@ void QuestionDialog::NextQuestionCommand()
     selection_.next_question_after(state_.shown.is_question() ? state_.shown.current_cnt() : edited);
 }
 
-void QuestionDialog::SucceedAndNext()
+void QuestionDialog::SucceedAndNext(scheduler::JudgedBy by)
 {
     if (!can_judge())
         return;
-    scoring_.set_success();
+    scoring_.set_success(by);
     selection_.next_question();
 }
 
-void QuestionDialog::FailAndNext()
+void QuestionDialog::FailAndNext(scheduler::JudgedBy by)
 {
     if (!can_judge())
         return;
     try {
-        scoring_.set_failure();
+        scoring_.set_failure(by);
     } catch (const std::exception&) {
         // The verdict is still missing, but set_failure has cleared the request for it.
         if (state_.AwaitingVerdict)

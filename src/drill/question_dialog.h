@@ -11,6 +11,7 @@
 #include "drill/window_layout.h"
 #include "platform/desktop.h"
 #include "platform/form1.h"
+#include "scheduler/verdict.h"
 
 #include <string_view>
 
@@ -52,8 +53,8 @@ public:
     void NextQuestionCommand();
 
     /// Judges the question on display and asks the next one. The state of the dialog does not change.
-    void SucceedAndNext();
-    void FailAndNext();
+    void SucceedAndNext(scheduler::JudgedBy by = scheduler::JudgedBy::user);
+    void FailAndNext(scheduler::JudgedBy by = scheduler::JudgedBy::user);
 
 private:
     template <class Step>

@@ -18,10 +18,10 @@ Scoring::Scoring(store::Course& course, const scheduler::DeadTimes& dead_times, 
 {
 }
 
-scheduler::Verdict Scoring::judge_current(bool known)
+scheduler::Verdict Scoring::judge_current(bool known, scheduler::JudgedBy by)
 {
     try {
-        return scheduler::judge(course_, dead_times_, state_.shown.current_cnt(), known, clock_.now());
+        return scheduler::judge(course_, dead_times_, state_.shown.current_cnt(), known, clock_.now(), by);
     } catch (const store::OutcomeUnknown&) {
         // The verdict may have been stored, so the question must not be judged again.
         display_.withdraw_question();
@@ -29,11 +29,11 @@ scheduler::Verdict Scoring::judge_current(bool known)
     }
 }
 
-void Scoring::set_success()
+void Scoring::set_success(scheduler::JudgedBy by)
 {
     try {
         const platform::BusyPointer busy(desktop_);
-        const scheduler::Verdict verdict = judge_current(true);
+        const scheduler::Verdict verdict = judge_current(true, by);
         Display::Change change(display_);
         status_.ShowStatus(scheduler::success_text(verdict), status_seconds);
         show_verdict(verdict);
@@ -45,12 +45,12 @@ void Scoring::set_success()
     statistics_.announce_passed(statistics_.passed_after_success());
 }
 
-void Scoring::set_failure()
+void Scoring::set_failure(scheduler::JudgedBy by)
 {
     status_.ShowStatus("", 0);
     const platform::BusyPointer busy(desktop_);
     try {
-        const scheduler::Verdict verdict = judge_current(false);
+        const scheduler::Verdict verdict = judge_current(false, by);
         Display::Change change(display_);
         show_verdict(verdict);
         change.keep();

@@ -27,13 +27,13 @@ public:
     /// @throws store::OutcomeUnknown; no question is on display then.
     /// @throws common::ProgramEnded, after a message, if the record has vanished: another program has changed the
     /// course.
-    void set_success();
+    void set_success(scheduler::JudgedBy by = scheduler::JudgedBy::user);
 
     /// Judges the current question as not known: its level falls to 0. Clears the status line first; if this throws,
     /// the caller has to ask for the verdict again.
     /// @throws platform::DatabaseError, common::OverflowError; nothing has changed then.
     /// @throws store::OutcomeUnknown, or store::RecordGone if the record has vanished; no question is on display then.
-    void set_failure();
+    void set_failure(scheduler::JudgedBy by = scheduler::JudgedBy::user);
 
     /// Stores that the current question, if any, was shown now, so that it is not asked again at once.
     /// @throws platform::DatabaseError
@@ -49,7 +49,7 @@ public:
     void m_reset_all();
 
 private:
-    scheduler::Verdict judge_current(bool known);
+    scheduler::Verdict judge_current(bool known, scheduler::JudgedBy by);
     void show_verdict(const scheduler::Verdict& verdict);
 
     store::Course& course_;

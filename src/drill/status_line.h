@@ -55,6 +55,9 @@ public:
     /// One text can wait; one that stays is not replaced by one that gives way.
     void show_when_free(std::string text, Waiting waiting);
 
+    /// Whether a text that stays waits for the line.
+    [[nodiscard]] bool is_awaited() const { return waiting_ && waiting_->waiting == Waiting::stays; }
+
     /// Clears the line when its time is over, and shows the text that waits. Call it several times a second.
     void expire();
 

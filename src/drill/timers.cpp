@@ -42,6 +42,7 @@ void Timers::timer_250_ms_tick()
 {
     editor_.write_draft();
     kept_.tell_failures();
+    history_.tell_failures();
     status_.expire();
 }
 

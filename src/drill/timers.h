@@ -4,6 +4,7 @@
 #include "drill/drill_state.h"
 #include "drill/kept_texts.h"
 #include "drill/record_editor.h"
+#include "drill/review_history.h"
 #include "drill/screen.h"
 #include "drill/statistics.h"
 #include "drill/status_line.h"
@@ -20,10 +21,10 @@ namespace cuedrill::drill {
 class Timers {
 public:
     Timers(platform::Form1& form1, store::CourseParamsStore& params, Statistics& statistics, MainScreen& screen,
-           StatusLine& status, RecordEditor& editor, KeptTexts& kept, const DrillState& state, platform::Clock& clock,
-           app::TraceLog& trace)
+           StatusLine& status, RecordEditor& editor, KeptTexts& kept, ReviewHistory& history, const DrillState& state,
+           platform::Clock& clock, app::TraceLog& trace)
         : form1_(form1), params_(params), statistics_(statistics), screen_(screen), status_(status), editor_(editor),
-          kept_(kept), state_(state), clock_(clock), trace_(trace)
+          kept_(kept), history_(history), state_(state), clock_(clock), trace_(trace)
     {
     }
 
@@ -35,7 +36,7 @@ public:
     void timer_1_min_tick();
     /// Shows the time of day.
     void timer_1_sec_tick();
-    /// Clears an old text of the status line, and writes the draft.
+    /// Clears an old text of the status line, writes the draft, and tells what could not be kept or written.
     void timer_250_ms_tick();
 
 private:
@@ -48,6 +49,7 @@ private:
     StatusLine& status_;
     RecordEditor& editor_;
     KeptTexts& kept_;
+    ReviewHistory& history_;
     const DrillState& state_;
     platform::Clock& clock_;
     app::TraceLog& trace_;

@@ -10,6 +10,7 @@ namespace cuedrill::drill {
 namespace {
 
 using platform::Key;
+using scheduler::JudgedBy;
 
 bool is_sign(const platform::KeyPress& press)
 {
@@ -132,14 +133,15 @@ bool TypedAnswer::same(std::string_view a, std::string_view b) const
 void TypedAnswer::JudgeTypedAnswer()
 {
     const std::string typed = form1_.Text_a.text();
+    const JudgedBy by = marked_as_known() ? JudgedBy::user : JudgedBy::program;
     const bool right =
         same(common::trim_blanks_and_line_ends(typed), common::trim_blanks_and_line_ends(state_.shown.loaded_answer()));
     if (right && !state_.AnswerShown) {
-        succeed();
+        succeed(by);
         return;
     }
     msgbox_incorrect_answer(typed, state_.shown.loaded_answer());
-    services_.dialog.FailAndNext();
+    services_.dialog.FailAndNext(by);
     // The box showed the same text twice, so say why it does not count.
     if (right)
         services_.status.ShowStatus("An answer that is typed after a hint or the answer itself counts as not known.",
@@ -147,13 +149,13 @@ void TypedAnswer::JudgeTypedAnswer()
 }
 
 /// @param answer_before text for the answer box if the verdict is not stored and the user can answer again.
-void TypedAnswer::succeed(const std::string* answer_before)
+void TypedAnswer::succeed(JudgedBy by, const std::string* answer_before)
 {
     services_.status.show_right();
     form1_.window.announce("Right.");
     services_.desktop.pump();
     try {
-        services_.dialog.SucceedAndNext();
+        services_.dialog.SucceedAndNext(by);
     } catch (...) {
         services_.status.reset_status();
         if (answer_before != nullptr && services_.layout.can_type())
@@ -200,13 +202,13 @@ void TypedAnswer::OnHintClick()
     answer += *word;
     if (!begins_stored_answer(answer)) {
         msgbox_incorrect_answer(answer, state_.shown.loaded_answer());
-        services_.dialog.FailAndNext();
+        services_.dialog.FailAndNext(JudgedBy::program);
         return;
     }
     put(answer);
     if (same(common::trim_blanks_and_line_ends(answer),
              common::trim_blanks_and_line_ends(state_.shown.loaded_answer())))
-        succeed(&before);
+        succeed(JudgedBy::program, &before);
 }
 
 bool TypedAnswer::begins_stored_answer(const std::string& text) const

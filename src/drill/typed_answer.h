@@ -11,6 +11,7 @@
 #include "platform/desktop.h"
 #include "platform/form1.h"
 #include "platform/text_compare.h"
+#include "scheduler/verdict.h"
 
 #include <string>
 #include <string_view>
@@ -64,7 +65,7 @@ private:
     void reveal();
     [[nodiscard]] bool marked_as_known() const;
     bool insert_before_end(const platform::KeyPress& press);
-    void succeed(const std::string* answer_before = nullptr);
+    void succeed(scheduler::JudgedBy by, const std::string* answer_before = nullptr);
     void msgbox_incorrect_answer(const std::string& typed, const std::string& correct);
     void put(const std::string& answer);
     [[nodiscard]] bool begins_stored_answer(const std::string& text) const;

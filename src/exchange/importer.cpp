@@ -80,7 +80,7 @@ std::optional<EmptyRecord> Importer::take(ReadRecord record)
 void Importer::hand_over(const ReadRecord& record)
 {
     if (!group_)
-        group_.emplace(course_);
+        group_.emplace(course_, store::StoredChange::What::imported);
     ++progress_.handed_over;
     // A truncated text must not be stored as if it were complete.
     if (record.question.cut_off != 0 || record.answer.cut_off != 0) {

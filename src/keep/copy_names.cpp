@@ -69,17 +69,24 @@ std::string copy_name(common::DateTime time)
 
 std::optional<common::DateTime> time_of_copy(std::string_view file_name)
 {
-    constexpr std::string_view pattern = "0000-00-00_00-00-00.crs";
-    if (file_name.size() != pattern.size())
+    if (!file_name.ends_with(extension))
+        return std::nullopt;
+    return time_of_name(file_name.substr(0, file_name.size() - extension.size()));
+}
+
+std::optional<common::DateTime> time_of_name(std::string_view name)
+{
+    constexpr std::string_view pattern = "0000-00-00_00-00-00";
+    if (name.size() != pattern.size())
         return std::nullopt;
     for (std::size_t i = 0; i < pattern.size(); ++i) {
-        const bool is_digit = file_name[i] >= '0' && file_name[i] <= '9';
-        if (pattern[i] == '0' ? !is_digit : file_name[i] != pattern[i])
+        const bool is_digit = name[i] >= '0' && name[i] <= '9';
+        if (pattern[i] == '0' ? !is_digit : name[i] != pattern[i])
             return std::nullopt;
     }
-    const auto number = [file_name](std::size_t place, std::size_t width) {
+    const auto number = [name](std::size_t place, std::size_t width) {
         int value = 0;
-        std::from_chars(file_name.data() + place, file_name.data() + place + width, value);
+        std::from_chars(name.data() + place, name.data() + place + width, value);
         return value;
     };
     const common::CalendarFields at{.year = number(0, 4),

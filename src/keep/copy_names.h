@@ -15,6 +15,9 @@ namespace cuedrill::keep {
 /// "2026-11-21_16-05-00", the name of a copy of that time without its extension.
 [[nodiscard]] std::string time_name(common::DateTime time);
 
+/// The time with this name; std::nullopt for any other text.
+[[nodiscard]] std::optional<common::DateTime> time_of_name(std::string_view name);
+
 /// "2026-11-21_16-05-00.crs"
 [[nodiscard]] std::string copy_name(common::DateTime time);
 

@@ -127,6 +127,14 @@ public:
     /// @throws common::Error with the path and the reason.
     virtual void append_durably(const std::string& path, std::string_view bytes) = 0;
 
+    /// Appends whole lines in one write, which does not wait for the disk. Creates a missing file, for this user only.
+    /// If a crash has cut off the file's last line, the lines begin on a new one; if they cannot all be written, the
+    /// next append finds such a line. Two programs that append at the same time need a `hold`.
+    /// @param first_line what a new or empty file begins with, with its line end (LF).
+    /// @param lines each with its line end (LF).
+    /// @throws common::Error with the path and the reason.
+    virtual void append_lines(const std::string& path, std::string_view first_line, std::string_view lines) = 0;
+
     /// Gives a file another name in the same folder, durably. Never replaces a file.
     /// @throws common::Error with the path and the reason, also if `to` exists already; nothing has changed then.
     virtual void rename_to_free_name(const std::string& from, const std::string& to) = 0;

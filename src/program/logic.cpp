@@ -1,13 +1,19 @@
 #include "program/logic.h"
 
+#include <string>
+
 namespace cuedrill::program {
 
 Logic::Logic(const LogicPlatform& platform) : p(platform)
 {
     bank.before_loss = [this](bank::Loss loss, const store::QaTexts& texts) { kept.keep_lost(loss, texts); };
+    course.when_stored = [this](const store::StoredChange& change) { history.note(change); };
     end_of_program.before_end = [this] {
         editor.forget();
-        return kept.take_failures();
+        history.course_closing();
+        const std::string unkept = kept.take_failures();
+        const std::string unwritten = history.take_failures();
+        return unkept + (unkept.empty() || unwritten.empty() ? "" : " - ") + unwritten;
     };
     main_window.attach();
     display.name_boxes();

@@ -25,6 +25,7 @@
 #include "drill/question_import.h"
 #include "drill/record_editor.h"
 #include "drill/record_lists.h"
+#include "drill/review_history.h"
 #include "drill/scoring.h"
 #include "drill/screen.h"
 #include "drill/selection.h"
@@ -75,7 +76,7 @@ struct LogicPlatform {
     const platform::TextCompare& text_compare;
     decks::DeckTools deck_tools; ///< for decks of other programs
     platform::Database& database;
-    std::string data_folder;    ///< where "removed.txt" and the copies of courses are
+    std::string data_folder;    ///< where "removed.txt", and the copies and histories of courses are
     std::string program_folder; ///< where the trace, the agenda and the first file dialog are
     std::string web_page;       ///< the product's web page: an address or a full path
 };
@@ -114,6 +115,8 @@ struct Logic {
     drill::CourseCopies course_copies{
         course, copies, key_policy, status, {form1.timer_idle, p.clock, p.desktop, trace}};
 
+    drill::ReviewHistory history{course, params, p.data_folder, {p.files, p.folders, p.clock, status, trace}};
+
     drill::EndOfProgram end_of_program{course, params, p.clock, trace};
     drill::Statistics statistics{course, params, screen, p.clock, p.desktop, start_time};
     drill::Selection selection{
@@ -150,14 +153,14 @@ struct Logic {
         form1, course, state, {params, statistics, options, display, status, hints, layout, p.text_compare}};
     drill::ContextHelp context_help{form1, p.desktop};
     drill::CourseTitle title{course, params, form1.window, p.desktop, p.text_compare};
-    drill::Timers timers{form1, params, statistics, screen, status, editor, kept, state, p.clock, trace};
+    drill::Timers timers{form1, params, statistics, screen, status, editor, kept, history, state, p.clock, trace};
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
     drill::CourseOpener opener{course,
                                params,
                                main_window,
                                {p.files, p.open_courses, p.clock, form1.window, form1.timer_check, p.desktop, p.form2,
-                                status, settings, trace, course_copies},
+                                status, settings, trace, course_copies, history},
                                p.program_folder,
                                start_time};
     drill::QuestionImport question_import{course,

@@ -1,7 +1,12 @@
 #include "scheduler/counts.h"
 
+#include "platform/database.h"
+#include "store/side_fields.h"
+
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <variant>
 
 namespace cuedrill::scheduler {
 namespace {
@@ -51,6 +56,24 @@ Counts count(store::Course& course)
             counts.unpassed += counts.level.at(static_cast<std::size_t>(level));
     }
     return counts;
+}
+
+LevelsOfBoth count_levels(store::Course& course)
+{
+    const auto counted_by = [](const store::SideFields& side) {
+        return "Select '" + side.text + "', " + side.successes + ", count(*) from qa where " + side.successes +
+               " between 0 and " + std::to_string(highest_level) + " group by " + side.successes;
+    };
+    const store::SideMapping sides = store::set_side_fields(false);
+    const platform::Rows rows =
+        course.database().query(counted_by(sides.Q_FIELD) + " union all " + counted_by(sides.A_FIELD));
+    LevelsOfBoth levels;
+    for (const platform::Row row : rows) {
+        const bool of_q = std::get<std::string>(row.field(0)) == sides.Q_FIELD.text;
+        const auto level = static_cast<std::size_t>(std::get<std::int64_t>(row.field(1)));
+        (of_q ? levels.q : levels.a).at(level) = std::get<std::int64_t>(row.field(2));
+    }
+    return levels;
 }
 
 } // namespace cuedrill::scheduler

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scheduler/dead_time.h"
 #include "store/course.h"
 
 #include <array>
@@ -19,5 +20,20 @@ struct Counts {
 /// Counts the questions of the open course.
 /// @throws platform::DatabaseError
 Counts count(store::Course& course);
+
+/// Number of questions by level, from 0 to 10.
+using LevelNumbers = std::array<std::int64_t, highest_level + 1>;
+
+/// Number of questions by level in both directions. A level that is null or no level counts in none.
+struct LevelsOfBoth {
+    LevelNumbers q{}; ///< where `q` is asked
+    LevelNumbers a{}; ///< where `a` is asked
+
+    friend bool operator==(const LevelsOfBoth&, const LevelsOfBoth&) = default;
+};
+
+/// Counts the questions of the open course at each level, with one statement that reads the two indexes.
+/// @throws platform::DatabaseError
+LevelsOfBoth count_levels(store::Course& course);
 
 } // namespace cuedrill::scheduler

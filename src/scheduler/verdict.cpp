@@ -59,7 +59,7 @@ bool nothing_tested(Course& course)
 
 } // namespace
 
-Verdict judge(Course& course, const DeadTimes& dead_times, Int16 cnt, bool known, common::DateTime now)
+Verdict judge(Course& course, const DeadTimes& dead_times, Int16 cnt, bool known, common::DateTime now, JudgedBy by)
 {
     store::CourseTransaction transaction(course);
     const auto before = asked_side(course, cnt);
@@ -82,9 +82,19 @@ Verdict judge(Course& course, const DeadTimes& dead_times, Int16 cnt, bool known
     store::CourseParams counters = course.params;
     counters.score_today = verdict.score_today;
     store::write_counters(course, counters, now);
-    const auto take_over = [&course, verdict] {
+    const store::StoredChange change{.what = store::StoredChange::What::verdict,
+                                     .cnt = cnt,
+                                     .judgement = store::StoredJudgement{.known = known,
+                                                                         .typed = by == JudgedBy::program,
+                                                                         .level_before = verdict.old_level,
+                                                                         .level_after = verdict.new_level,
+                                                                         .elapsed = verdict.elapsed,
+                                                                         .when = now}};
+    const auto take_over = [&course, verdict, change] {
         course.params.score_today = verdict.score_today;
-        course.last_verdict = store::LastVerdict{.cnt = verdict.cnt, .old_level = verdict.old_level};
+        course.last_verdict =
+            store::LastVerdict{.cnt = verdict.cnt, .old_level = verdict.old_level, .new_level = verdict.new_level};
+        course.tell_stored(change);
     };
     const auto is_stored = [&course, cnt, stored] {
         const auto side = asked_side(course, cnt);
@@ -115,10 +125,19 @@ std::optional<store::LastVerdict> undo_last_verdict(Course& course)
         return verdict;
     if (store::set_level(course.database(), verdict->cnt, course.Q_FIELD, verdict->old_level) == 0)
         throw store::RecordGone();
-    transaction.commit({.is_stored = [&course, verdict = *verdict] {
-        const auto side = asked_side(course, verdict.cnt);
-        return side && side->successes == verdict.old_level;
-    }});
+    const auto tell = [&course, verdict = *verdict] {
+        course.tell_stored(
+            {.what = store::StoredChange::What::undone,
+             .cnt = verdict.cnt,
+             .judgement = store::StoredJudgement{.level_before = verdict.new_level, .level_after = verdict.old_level}});
+    };
+    transaction.commit({.is_stored =
+                            [&course, verdict = *verdict] {
+                                const auto side = asked_side(course, verdict.cnt);
+                                return side && side->successes == verdict.old_level;
+                            },
+                        .when_stored_after_all = tell});
+    tell();
     return verdict;
 }
 
@@ -136,6 +155,7 @@ void reset_all(Course& course, common::DateTime now)
         course.params.time_today = course.params.time_ever = 0;
         course.params.score_today = 0;
         course.last_verdict.reset();
+        course.tell_stored({.what = store::StoredChange::What::reset, .records = course.record_count});
     };
     transaction.commit(
         {.is_stored = [&course, counters,

@@ -10,6 +10,12 @@
 
 namespace cuedrill::scheduler {
 
+/// Who has found out whether the answer was known.
+enum class JudgedBy {
+    user,   ///< who has seen the answer
+    program ///< by comparing what was typed, or put together from the words of a hint
+};
+
 /// A verdict on a question, as it is stored.
 struct Verdict {
     common::Int16 cnt = 0;
@@ -25,7 +31,8 @@ struct Verdict {
 /// @throws store::RecordGone if there is no such record; platform::DatabaseError, common::OverflowError. Nothing has
 /// changed in these cases.
 /// @throws store::OutcomeUnknown if it is not known whether it is stored; `store::settle` finds out.
-Verdict judge(store::Course& course, const DeadTimes& dead_times, common::Int16 cnt, bool known, common::DateTime now);
+Verdict judge(store::Course& course, const DeadTimes& dead_times, common::Int16 cnt, bool known, common::DateTime now,
+              JudgedBy by = JudgedBy::user);
 
 /// "score of previous question increased from 0 to 3 (elapsed 0.40 days)", or why it was not.
 std::string success_text(const Verdict& verdict);

@@ -34,6 +34,12 @@ void Course::forget_last_verdict_on(common::Int16 cnt)
         last_verdict.reset();
 }
 
+void Course::tell_stored(const StoredChange& change) const
+{
+    if (when_stored)
+        when_stored(change);
+}
+
 void Course::start_counting(common::DateTime from)
 {
     counted_from_ = from;

@@ -5,6 +5,7 @@
 #include "common/int16.h"
 #include "platform/database.h"
 #include "store/side_fields.h"
+#include "store/stored_change.h"
 
 #include <cstdint>
 #include <functional>
@@ -37,6 +38,7 @@ struct CourseParams {
 struct LastVerdict {
     common::Int16 cnt = 0;
     common::Int16 old_level = 0; ///< before the verdict
+    common::Int16 new_level = 0; ///< after it
 };
 
 /// How to find out the outcome of a transaction whose commit has failed.
@@ -83,6 +85,13 @@ public:
 
     /// Forgets the last verdict if it was about this record, because the record was changed or deleted.
     void forget_last_verdict_on(common::Int16 cnt);
+
+    /// Called behind each stored change of the records, also when one of unknown outcome turns out to be stored. No
+    /// transaction is open then. It must neither throw nor show a box nor use the course's file.
+    std::function<void(const StoredChange&)> when_stored;
+
+    /// Calls `when_stored`, if somebody listens.
+    void tell_stored(const StoredChange& change) const;
 
     /// For `settle` (see course_transaction.h).
     std::optional<UnsettledChange> unsettled;

@@ -11,6 +11,7 @@ namespace cuedrill::tools {
 [[nodiscard]] const Verb& dupes_verb();
 [[nodiscard]] const Verb& fix_verb();
 [[nodiscard]] const Verb& font_verb();
+[[nodiscard]] const Verb& history_verb();
 [[nodiscard]] const Verb& info_verb();
 [[nodiscard]] const Verb& list_verb();
 [[nodiscard]] const Verb& merge_verb();

@@ -62,6 +62,8 @@ protected:
         EXPECT_FALSE(form1.timer_idle.running);
     }
 
+    [[nodiscard]] std::string folder_of_copies() const { return data_folder + "/copies"; }
+
     [[nodiscard]] std::size_t made() const { return logic->copies.of(path).size(); }
 
     void press_key() { static_cast<void>(form1.window.on_key_event({.scan_code = 38})); }
@@ -104,7 +106,7 @@ TEST_F(CopySchedule, does_nothing_before_the_first_picture)
     EXPECT_FALSE(form1.timer_idle.running);
     EXPECT_EQ(folders.listings, 0);
     EXPECT_EQ(database.count(Operation::begin_copy), 0);
-    EXPECT_FALSE(fs::exists(data_folder));
+    EXPECT_FALSE(fs::exists(folder_of_copies()));
 }
 
 TEST_F(CopySchedule, only_starts_the_timer_at_the_first_picture)
@@ -112,7 +114,7 @@ TEST_F(CopySchedule, only_starts_the_timer_at_the_first_picture)
     open_and_paint();
     EXPECT_TRUE(form1.timer_idle.running);
     EXPECT_EQ(database.count(Operation::begin_copy), 0);
-    EXPECT_FALSE(fs::exists(data_folder));
+    EXPECT_FALSE(fs::exists(folder_of_copies()));
 }
 
 TEST_F(CopySchedule, makes_a_copy_little_by_little)
@@ -162,7 +164,7 @@ TEST_F(CopySchedule, makes_none_of_a_course_without_records)
     open_and_paint(fakes::CourseBuilder());
     EXPECT_FALSE(form1.timer_idle.running);
     import();
-    EXPECT_FALSE(fs::exists(data_folder));
+    EXPECT_FALSE(fs::exists(folder_of_copies()));
 }
 
 TEST_F(CopySchedule, makes_none_of_a_course_that_is_damaged)
@@ -241,7 +243,7 @@ TEST_F(CopySchedule, drops_the_copy_that_was_not_begun_when_the_course_is_closed
     open_and_paint();
     course.close();
     let_idle();
-    EXPECT_FALSE(fs::exists(data_folder));
+    EXPECT_FALSE(fs::exists(folder_of_copies()));
 }
 
 TEST_F(CopySchedule, drops_the_copy_when_the_same_course_is_opened_again)

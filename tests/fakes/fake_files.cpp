@@ -166,6 +166,17 @@ void FakeFiles::append_durably(const std::string& path, std::string_view bytes)
     journal.push_back("append " + path);
 }
 
+void FakeFiles::append_lines(const std::string& path, std::string_view first_line, std::string_view lines)
+{
+    fail_with(line_append_failure);
+    std::string& contents = files[resolve(path)];
+    if (contents.empty())
+        contents = first_line;
+    else if (!contents.ends_with('\n'))
+        contents += '\n';
+    contents.append(lines);
+}
+
 void FakeFiles::rename_to_free_name(const std::string& from, const std::string& to)
 {
     fail_with(rename_failure);

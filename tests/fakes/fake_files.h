@@ -30,6 +30,7 @@ public:
     std::string finish_failure;
     std::string change_folder_failure;
     std::string durable_append_failure;
+    std::string line_append_failure;
     std::string rename_failure;
     std::string remove_failure;
     std::string names_failure;
@@ -55,6 +56,7 @@ public:
     [[nodiscard]] bool is_writable_folder(const std::string& path) const override;
     void create_folder(const std::string& path) override;
     void append_durably(const std::string& path, std::string_view bytes) override;
+    void append_lines(const std::string& path, std::string_view first_line, std::string_view lines) override;
     void rename_to_free_name(const std::string& from, const std::string& to) override;
     void remove(const std::string& path) override;
     [[nodiscard]] std::vector<std::string> names_in(const std::string& folder) const override;

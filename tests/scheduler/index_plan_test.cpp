@@ -116,6 +116,22 @@ TEST_P(IndexPlan, of_the_counts_reads_the_index_of_the_direction)
     EXPECT_EQ(look_ups, 7) << "no level, below the levels, and five groups";
 }
 
+TEST_P(IndexPlan, of_the_levels_reads_both_indexes)
+{
+    static_cast<void>(count_levels(course));
+    ASSERT_EQ(database.statements().size(), 1U);
+    std::vector<std::string> searches;
+    for (const std::string& step : plan(database.statements().at(0))) {
+        EXPECT_EQ(step.find("TEMP B-TREE"), std::string::npos) << step;
+        EXPECT_FALSE(step.starts_with("SCAN")) << step;
+        if (step.starts_with("SEARCH"))
+            searches.push_back(step);
+    }
+    EXPECT_EQ(searches,
+              (std::vector<std::string>{"SEARCH qa USING COVERING INDEX qa_q_due (q_successes>? AND q_successes<?)",
+                                        "SEARCH qa USING COVERING INDEX qa_a_due (a_successes>? AND a_successes<?)"}));
+}
+
 TEST_P(IndexPlan, of_a_list_by_level_follows_the_index)
 {
     EXPECT_EQ(plan("Select * from qa order by " + course.Q_FIELD.successes),

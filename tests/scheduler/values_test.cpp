@@ -118,6 +118,22 @@ TEST_F(Values, of_a_count_group_the_levels_from_5_on)
     EXPECT_EQ(counts.unpassed, 3);
 }
 
+TEST_F(Values, of_the_levels_are_those_of_both_directions)
+{
+    fakes::CourseBuilder builder;
+    builder.question("1").level(0).inverted().level(10);
+    builder.question("2").level(7).inverted().level(10);
+    builder.question("3").level(7).inverted().level(11);
+    builder.question("4").level(-1);
+    open(builder);
+    const LevelsOfBoth levels = count_levels(course);
+    EXPECT_EQ(levels.q, (LevelNumbers{1, 0, 0, 0, 0, 0, 0, 2}));
+    EXPECT_EQ(levels.a, (LevelNumbers{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2}));
+    course.params.invert = true;
+    course.set_side_fields();
+    EXPECT_EQ(count_levels(course), levels) << "whichever is asked";
+}
+
 TEST_F(Values, of_the_choice_are_a_key_that_is_not_the_one_just_asked)
 {
     fakes::CourseBuilder builder;

@@ -186,6 +186,22 @@ void SystemFiles::append_durably(const std::string& path, std::string_view bytes
         OpenFolder(folder_of(path)).sync(); // the name may be new
 }
 
+void SystemFiles::append_lines(const std::string& path, std::string_view first_line, std::string_view lines)
+{
+    RegularFile file = RegularFile::open("write", path, O_RDWR | O_APPEND | O_CREAT, S_IRUSR | S_IWUSR);
+    std::string bytes;
+    if (file.size() == 0) {
+        bytes = first_line;
+    } else {
+        char last = '\n';
+        file.go_to(file.size() - 1);
+        if (file.read({&last, 1}) == 1 && last != '\n')
+            bytes = '\n';
+    }
+    file.write(bytes.append(lines));
+    file.close();
+}
+
 void SystemFiles::rename_to_free_name(const std::string& from, const std::string& to)
 {
     if (!is_name(from) || !is_name(to))

@@ -21,6 +21,7 @@ public:
     [[nodiscard]] bool is_writable_folder(const std::string& path) const override;
     void create_folder(const std::string& path) override;
     void append_durably(const std::string& path, std::string_view bytes) override;
+    void append_lines(const std::string& path, std::string_view first_line, std::string_view lines) override;
     void rename_to_free_name(const std::string& from, const std::string& to) override;
     void remove(const std::string& path) override;
     [[nodiscard]] std::vector<std::string> names_in(const std::string& folder) const override;

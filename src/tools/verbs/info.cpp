@@ -3,7 +3,7 @@
 #include "keep/copies.h"
 #include "keep/copy_names.h"
 #include "platform/system/system_directories.h"
-#include "scheduler/dead_time.h"
+#include "scheduler/counts.h"
 #include "tools/json.h"
 #include "tools/opened_course.h"
 #include "tools/table.h"
@@ -27,8 +27,7 @@ constexpr std::string_view help =
     "score\n"
     "of the day, the options, the font, the numbers that are left, and the newest copy.\n";
 
-/// Number of records by level, from 0 to the highest.
-using Levels = std::array<std::int64_t, scheduler::highest_level + 1>;
+using scheduler::LevelNumbers;
 
 struct Info {
     std::string path;
@@ -36,23 +35,9 @@ struct Info {
     bool inverted = false;
     std::int64_t records = 0;
     std::int64_t numbers_left = 0;
-    Levels q_levels{};
-    Levels a_levels{};
+    scheduler::LevelsOfBoth levels;
     std::optional<keep::Copy> copy;
 };
-
-Levels levels_of(platform::Database& database, const std::string& column)
-{
-    Levels levels{};
-    database.query("Select min(max(ifnull(" + column + ", 0), 0), " + std::to_string(scheduler::highest_level) +
-                       "), count(0) from qa group by 1",
-                   {}, [&](const platform::Row& row) {
-                       levels.at(static_cast<std::size_t>(std::get<std::int64_t>(row.field(0)))) =
-                           std::get<std::int64_t>(row.field(1));
-                       return true;
-                   });
-    return levels;
-}
 
 Info info_of(OpenedCourse& opened, const Surroundings& around)
 {
@@ -63,8 +48,7 @@ Info info_of(OpenedCourse& opened, const Surroundings& around)
     info.inverted = opened.inverted();
     info.records = course.record_count;
     info.numbers_left = std::max<std::int64_t>(0, common::max_int16 + 1 - store::next_cnt(course.database()));
-    info.q_levels = levels_of(course.database(), "q_successes");
-    info.a_levels = levels_of(course.database(), "a_successes");
+    info.levels = scheduler::count_levels(course);
     platform::system::SystemDirectories folders;
     const keep::Copies copies(opened.files(), folders, around.data_folder);
     if (copies.have_place())
@@ -77,7 +61,7 @@ std::string yes_or_no(bool value)
     return value ? "yes" : "no";
 }
 
-void add_levels(Table& table, const std::string& direction, const Levels& levels)
+void add_levels(Table& table, const std::string& direction, const LevelNumbers& levels)
 {
     std::vector<std::string> cells{direction};
     for (const std::int64_t count : levels)
@@ -88,11 +72,11 @@ void add_levels(Table& table, const std::string& direction, const Levels& levels
 void print_levels(const Info& info, std::ostream& out)
 {
     std::vector<Table::Column> columns{{"Level", Table::Align::left}};
-    for (std::size_t level = 0; level < info.q_levels.size(); ++level)
+    for (std::size_t level = 0; level < info.levels.q.size(); ++level)
         columns.push_back({std::to_string(level), Table::Align::right});
     Table table(std::move(columns));
-    add_levels(table, "Questions", info.q_levels);
-    add_levels(table, "Inverted", info.a_levels);
+    add_levels(table, "Questions", info.levels.q);
+    add_levels(table, "Inverted", info.levels.a);
     table.print(out);
 }
 
@@ -120,7 +104,7 @@ void print(const Info& info, std::ostream& out)
     print_levels(info, out);
 }
 
-std::string json_of(const Levels& levels)
+std::string json_of(const LevelNumbers& levels)
 {
     std::vector<std::string> values;
     for (const std::int64_t count : levels)
@@ -145,8 +129,8 @@ std::string json_of(const Info& info)
                         {"always_typed", json_truth(params.always_type)},
                         {"font", params.font.empty() ? "null" : json_text(params.font)},
                         {"newest_copy", info.copy ? json_text(info.copy->path) : "null"},
-                        {"levels", json_of(info.q_levels)},
-                        {"levels_inverted", json_of(info.a_levels)}});
+                        {"levels", json_of(info.levels.q)},
+                        {"levels_inverted", json_of(info.levels.a)}});
 }
 
 int run(const Arguments& arguments, Surroundings& around)

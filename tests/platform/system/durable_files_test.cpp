@@ -16,6 +16,7 @@ using namespace std::chrono_literals;
 
 using ReadingFromAPlace = FilesTest;
 using DurableAppending = FilesTest;
+using AppendingLines = FilesTest;
 using Renaming = FilesTest;
 using Removing = FilesTest;
 using Listing = FilesTest;
@@ -60,6 +61,51 @@ TEST_F(DurableAppending, NamesThePathAndTheReasonOfAnError)
               "Cannot write " + below_missing + ": No such file or directory.");
     EXPECT_EQ(words([&] { files.append_durably(directory, "x"); }), "Cannot write " + directory + ": Is a directory.");
     EXPECT_EQ(words([&] { files.append_durably("", "x"); }), "Cannot write : Invalid argument.");
+}
+
+TEST_F(AppendingLines, BeginsANewOrEmptyFileWithItsFirstLine)
+{
+    const std::string path = folder.file("history.csv");
+    files.append_lines(path, "head\n", "one\n");
+    files.append_lines(path, "head\n", "two\nthree\n");
+    EXPECT_EQ(folder.read("history.csv"), "head\none\ntwo\nthree\n");
+    EXPECT_EQ(std::filesystem::status(path).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    files.append_lines(folder.write("empty", ""), "head\n", "one\n");
+    EXPECT_EQ(folder.read("empty"), "head\none\n");
+}
+
+TEST_F(AppendingLines, BeginOnANewLineBehindOneThatWasCutOff)
+{
+    const std::string path = folder.write("history.csv", "head\none\ntw");
+    files.append_lines(path, "head\n", "three\n");
+    EXPECT_EQ(folder.read("history.csv"), "head\none\ntw\nthree\n");
+}
+
+TEST_F(AppendingLines, TellThatTheDiskIsFullAndGoOnWhenItIsNot)
+{
+    const std::string path = folder.write("history.csv", "head\none\n");
+    std::string error;
+    {
+        const FileSizeLimit limit(12); // behind "tw"
+        error = words([&] { files.append_lines(path, "head\n", "two\nthree\n"); });
+    }
+    EXPECT_EQ(error, "Cannot write " + path + ": File too large.");
+    files.append_lines(path, "head\n", "four\n");
+    EXPECT_EQ(folder.read("history.csv"), "head\none\ntwo\nfour\n");
+}
+
+TEST_F(AppendingLines, NameThePathAndTheReasonOfAnError)
+{
+    const std::string below_missing = folder.file("missing/history.csv");
+    EXPECT_EQ(words([&] { files.append_lines(below_missing, "", "x\n"); }),
+              "Cannot write " + below_missing + ": No such file or directory.");
+    const std::string directory = folder.path().string();
+    EXPECT_EQ(words([&] { files.append_lines(directory, "", "x\n"); }),
+              "Cannot write " + directory + ": Is a directory.");
+    const std::string pipe = make_pipe();
+    EXPECT_EQ(words([&] { files.append_lines(pipe, "", "x\n"); }),
+              "Cannot write " + pipe + ": it is not a regular file.");
 }
 
 TEST_F(Renaming, NeverReplacesAFile)
