@@ -53,7 +53,7 @@ TEST_F(DeckImport, of_two_columns_asks_nothing_more)
 TEST_F(DeckImport, of_more_columns_has_two_chosen)
 {
     desktop.expect_columns({"No", "Question", "Answer"}, platform::ChosenColumns{.first = 1, .second = 2});
-    expect_end(2);
+    expect_end(2, "The first row was read as the names of the fields: \"No\" \"Question\" \"Answer\"\r\n");
     import("words.CSV", "No;Question;Answer\n1;one;uno\n2;two;dos\n");
     EXPECT_EQ(texts(), (Texts{{"one", "uno"}, {"two", "dos"}}));
     ASSERT_EQ(desktop.columns_boxes.size(), 1U);
