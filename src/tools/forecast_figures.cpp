@@ -15,7 +15,7 @@ std::string iso_date(common::DateTime day)
            common::format_padded(fields.day, 2);
 }
 
-std::string json_of(const scheduler::Forecast& forecast, common::DateTime now)
+std::string forecast_json(const scheduler::Forecast& forecast, common::DateTime now)
 {
     std::vector<std::string> days;
     for (std::size_t day = 0; day < forecast.days.size(); ++day)

@@ -12,6 +12,6 @@ namespace cuedrill::tools {
 
 /// The forecast in JSON, with each day from tomorrow on.
 /// @param now when it was made.
-[[nodiscard]] std::string json_of(const scheduler::Forecast& forecast, common::DateTime now);
+[[nodiscard]] std::string forecast_json(const scheduler::Forecast& forecast, common::DateTime now);
 
 } // namespace cuedrill::tools

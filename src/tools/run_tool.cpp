@@ -86,9 +86,10 @@ int run_tool(std::span<const std::string> line, Surroundings& around)
 
 std::span<const Verb> all_verbs()
 {
-    static const std::vector<Verb> verbs{
-        new_verb(),      info_verb(),  due_verb(),     list_verb(),   fix_verb(),     dupes_verb(), font_verb(),
-        renumber_verb(), merge_verb(), history_verb(), copies_verb(), restore_verb(), check_verb(), completion_verb()};
+    static const std::vector<Verb> verbs{new_verb(),    info_verb(),      due_verb(),     stats_verb(),  list_verb(),
+                                         import_verb(), export_verb(),    fix_verb(),     dupes_verb(),  font_verb(),
+                                         merge_verb(),  renumber_verb(),  history_verb(), copies_verb(), restore_verb(),
+                                         check_verb(),  completion_verb()};
     return verbs;
 }
 

@@ -55,8 +55,8 @@ int run(const Arguments& arguments, Surroundings& around)
     const Forecast questions = forecast_of(false);
     const Forecast inverted = forecast_of(true);
     if (arguments.has("--json"))
-        around.out << json_object({{"questions", json_of(questions, opened.now())},
-                                   {"inverted", json_of(inverted, opened.now())}})
+        around.out << json_object({{"questions", forecast_json(questions, opened.now())},
+                                   {"inverted", forecast_json(inverted, opened.now())}})
                    << '\n';
     else
         print(questions, inverted, opened.now(), around.out);
