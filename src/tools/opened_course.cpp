@@ -13,11 +13,12 @@
 
 namespace cuedrill::tools {
 
-OpenedCourse::OpenedCourse(const std::string& path, For purpose, const Surroundings& around)
+OpenedCourse::OpenedCourse(const std::string& path, For purpose, const Surroundings& around,
+                           const std::string& lasting_path)
     : around_(around), open_courses_(around.runtime_folder)
 {
     course_.db_path = files_.absolute(path);
-    course_.course_name = app::name_of(course_.db_path);
+    course_.course_name = app::name_of(lasting_path.empty() ? course_.db_path : lasting_path);
     if (!files_.exists(course_.db_path))
         throw Refusal("There is no course " + course_.db_path + ".");
     try {

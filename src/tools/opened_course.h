@@ -26,8 +26,11 @@ public:
         writing  ///< nobody else may have it open
     };
 
+    /// @param lasting_path the path that a file under a temporary name will have: a course without a title is called
+    /// after its file. Empty for any other course.
     /// @throws Refusal that says why when it cannot be opened, or for writing when a window has it open.
-    OpenedCourse(const std::string& path, For purpose, const Surroundings& around);
+    OpenedCourse(const std::string& path, For purpose, const Surroundings& around,
+                 const std::string& lasting_path = {});
 
     [[nodiscard]] store::Course& course() { return course_; }
     [[nodiscard]] store::CourseParamsStore& params() { return params_; }

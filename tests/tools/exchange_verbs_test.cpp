@@ -207,6 +207,8 @@ TEST_F(ExchangeVerb, the_form_without_a_verb_reads_tables_too)
     const std::string file = folder.write("words.tsv", "a\tb\nc\td\n");
     EXPECT_EQ(run({folder.file("made.crs"), file}), 0);
     EXPECT_EQ(texts(folder.file("made.crs")), (Texts{{"a", "b"}, {"c", "d"}}));
+    EXPECT_EQ(run({"info", folder.file("made.crs")}), 0);
+    EXPECT_NE(out.find(" Course made\n"), std::string::npos) << out;
     const std::string none = folder.write("none.csv", "alone\n");
     EXPECT_EQ(run({folder.file("none.crs"), none}), 1);
     EXPECT_FALSE(files.exists(folder.file("none.crs")));

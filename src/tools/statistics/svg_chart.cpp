@@ -4,6 +4,7 @@
 #include "common/text.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 
@@ -36,16 +37,21 @@ std::string attribute(std::string_view name, double value)
     return " " + std::string(name) + "=\"" + number(value) + "\"";
 }
 
-/// The least of 1, 2, 5, 10, 20 … that is not below `value`; at least 1.
-double round_maximum(double value)
+/// The end of an axis.
+struct Scale {
+    double maximum = 1;
+    int parts = 1; ///< into which lines divide it; each is a whole number
+};
+
+/// The least round number that is not below `value`; at least 1.
+Scale scale_for(double value)
 {
-    double step = 1;
-    for (;;) {
-        for (const double factor : {1.0, 2.0, 5.0}) {
-            if (step * factor >= value)
-                return step * factor;
+    constexpr std::array<Scale, 7> rounds{{{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 3}, {8, 4}}};
+    for (double step = 1;; step *= 10) {
+        for (const Scale& round : rounds) {
+            if (round.maximum * step >= value)
+                return {.maximum = round.maximum * step, .parts = step > 1 && round.parts == 1 ? 5 : round.parts};
         }
-        step *= 10;
     }
 }
 
@@ -70,7 +76,7 @@ double highest(const Chart& chart)
 /// Draws one chart.
 class Drawing {
 public:
-    explicit Drawing(const Chart& chart) : chart_(chart), maximum_(round_maximum(highest(chart))) {}
+    explicit Drawing(const Chart& chart) : chart_(chart), scale_(scale_for(highest(chart))) {}
 
     [[nodiscard]] std::string svg() const
     {
@@ -88,7 +94,7 @@ private:
         return plot_width / static_cast<double>(std::max<std::size_t>(chart_.labels.size(), 1));
     }
 
-    [[nodiscard]] double height_of(double value) const { return value / maximum_ * plot_height; }
+    [[nodiscard]] double height_of(double value) const { return value / scale_.maximum * plot_height; }
 
     [[nodiscard]] std::string figure(double value) const
     {
@@ -96,13 +102,11 @@ private:
         return common::format_fixed(value, whole ? 0 : 1) + (chart_.unit.empty() ? "" : " " + chart_.unit);
     }
 
-    /// Lines at parts of the maximum that are whole numbers.
     [[nodiscard]] std::string grid() const
     {
-        const int parts = std::fmod(maximum_, 4) == 0 ? 4 : std::fmod(maximum_, 5) == 0 ? 5 : maximum_ < 2 ? 1 : 2;
         std::string svg;
-        for (int part = 0; part <= parts; ++part) {
-            const double value = maximum_ * part / parts;
+        for (int part = 0; part <= scale_.parts; ++part) {
+            const double value = scale_.maximum * part / scale_.parts;
             const double y = top + plot_height - height_of(value);
             svg += "<line class=\"grid\"" + attribute("x1", left) + attribute("x2", width - right) +
                    attribute("y1", y) + attribute("y2", y) + "/>\n<text class=\"axis end\"" + attribute("x", left - 6) +
@@ -119,9 +123,13 @@ private:
         const double needed = static_cast<double>(longest) * character + between_labels;
         const auto every = static_cast<std::size_t>(std::max(1.0, std::ceil(needed / slot())));
         std::string svg;
-        for (std::size_t place = 0; place < chart_.labels.size(); place += every)
-            svg += "<text class=\"axis middle\"" + attribute("x", left + (static_cast<double>(place) + 0.5) * slot()) +
-                   attribute("y", height - 8) + ">" + escaped_html(chart_.labels[place]) + "</text>\n";
+        for (std::size_t place = 0; place < chart_.labels.size(); place += every) {
+            const double x = left + (static_cast<double>(place) + 0.5) * slot();
+            const double half = static_cast<double>(common::code_points(chart_.labels[place])) * character / 2;
+            if (x + half <= width)
+                svg += "<text class=\"axis middle\"" + attribute("x", x) + attribute("y", height - 8) + ">" +
+                       escaped_html(chart_.labels[place]) + "</text>\n";
+        }
         return svg;
     }
 
@@ -151,7 +159,7 @@ private:
     }
 
     const Chart& chart_;
-    double maximum_;
+    Scale scale_;
 };
 
 } // namespace

@@ -11,9 +11,11 @@ namespace cuedrill::tools {
 namespace {
 
 /// Imports into the course at `path`, which has no records.
-void import_into(const std::string& path, const std::string& text_path, Surroundings& around)
+/// @param course_path the path that it will have.
+void import_into(const std::string& path, const std::string& course_path, const std::string& text_path,
+                 Surroundings& around)
 {
-    OpenedCourse opened(path, OpenedCourse::For::writing, around);
+    OpenedCourse opened(path, OpenedCourse::For::writing, around, course_path);
     const RecordSources sources(opened.files(), opened.text_compare());
     exchange::Importer importer(opened.course(), opened.clock(), opened.text_compare(),
                                 [&] { return sources.open({.path = text_path}); });
@@ -41,7 +43,7 @@ int make_course(const std::string& course_name, const std::string& text_path, Su
     if (files.exists(course_path))
         throw common::Error("There is a file " + course_path + " already.");
     NewCourse course(course_path);
-    import_into(course.making(), text_path, around);
+    import_into(course.making(), course_path, text_path, around);
     course.finish();
     return done;
 }

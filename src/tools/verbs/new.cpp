@@ -20,7 +20,7 @@ int run(const Arguments& arguments, Surroundings& around)
         throw Refusal("There is a file " + path + " already.");
     NewCourse made(path);
     if (const std::optional<std::string> title = arguments.value("--title")) {
-        OpenedCourse opened(made.making(), OpenedCourse::For::writing, around);
+        OpenedCourse opened(made.making(), OpenedCourse::For::writing, around, path);
         store::CourseParams params = opened.course().params;
         params.course_title = *title;
         opened.params().change_params(params);
