@@ -92,6 +92,10 @@ Merged merge(store::Course& course, platform::Database& other, AlreadyThere alre
         return !last || (stored && stored->q == last->q && stored->a == last->a);
     }});
     course.record_count = count;
+    if (last)
+        course.tell_stored({.what = store::StoredChange::What::imported,
+                            .cnt = common::to_int16(cnt - 1, "record number"),
+                            .records = merged.added});
     return merged;
 }
 

@@ -28,17 +28,52 @@ void print_report(std::ostream& out, const exchange::ImportReport& report)
     throw common::Error(exchange::stop_words(reason, importer.progress()));
 }
 
+/// Cuts texts that are too long for a course.
+class ShortTexts final : public exchange::RecordSource {
+public:
+    ShortTexts(std::unique_ptr<exchange::RecordSource> source, const platform::TextCompare& text_compare)
+        : source_(std::move(source)), text_compare_(text_compare)
+    {
+    }
+
+    [[nodiscard]] Step step() override
+    {
+        const Step found = source_->step();
+        if (found == Step::record) {
+            record_ = source_->record();
+            for (exchange::ReadText* text : {&record_.question, &record_.answer})
+                cut_ += decks::cut_to_course(*text, text_compare_) ? 1 : 0;
+        }
+        return found;
+    }
+    [[nodiscard]] const exchange::ReadRecord& record() const override { return record_; }
+    [[nodiscard]] bool has_question() const override { return source_->has_question(); }
+    [[nodiscard]] std::optional<int> percent() const override { return source_->percent(); }
+    [[nodiscard]] std::string nothing_found() const override { return source_->nothing_found(); }
+    [[nodiscard]] std::string left_out() const override { return source_->left_out() + decks::cut_words(cut_); }
+
+private:
+    std::unique_ptr<exchange::RecordSource> source_;
+    const platform::TextCompare& text_compare_;
+    exchange::ReadRecord record_;
+    std::int64_t cut_ = 0;
+};
+
+} // namespace
+
 bool is_question_text(const SourceChoice& choice)
 {
     return choice.options.format ? *choice.options.format == question_text_format : !decks::is_deck_name(choice.path);
 }
 
-} // namespace
-
 std::unique_ptr<exchange::RecordSource> RecordSources::open(const SourceChoice& choice) const
 {
-    if (is_question_text(choice))
-        return exchange::open_question_text(files_, choice.path);
+    if (is_question_text(choice)) {
+        auto text = exchange::open_question_text(files_, choice.path);
+        if (!choice.records.truncate)
+            return text;
+        return std::make_unique<ShortTexts>(std::move(text), text_compare_);
+    }
     decks::OpenedDeck opened = decks::open_deck(choice.path, choice.options, files_, adapters_.tools());
     return std::make_unique<decks::DeckRecords>(std::move(opened.deck), std::move(opened.looked_for), text_compare_,
                                                 choice.records);
@@ -91,16 +126,19 @@ std::string NewQuestions::left_out() const
            lines_.text();
 }
 
-exchange::Progress run_import(exchange::Importer& importer, Surroundings& around)
+Imported run_import(exchange::Importer& importer, Surroundings& around)
 {
     exchange::Progress progress;
+    bool all = true;
     ProgressLine line(around);
     try {
         while (!progress.finished) {
             progress = importer.step(exchange::Importer::usual_step);
             line.show(progress.percent);
-            if (progress.empty)
+            if (progress.empty) {
+                all = false;
                 around.out << exchange::empty_words(*progress.empty) << '\n';
+            }
         }
     } catch (const common::Error& error) {
         line.clear();
@@ -112,7 +150,7 @@ exchange::Progress run_import(exchange::Importer& importer, Surroundings& around
     line.clear();
     around.out << exchange::end_words(progress) << '\n' << exchange::end_details(importer);
     print_report(around.out, importer.report());
-    return progress;
+    return {.stored = progress.stored, .all = all && importer.report().summary().empty()};
 }
 
 } // namespace cuedrill::tools

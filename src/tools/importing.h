@@ -23,6 +23,9 @@ struct SourceChoice {
     decks::RecordChoice records{};
 };
 
+/// Whether the file is a question text, by its name or by the format that is given.
+[[nodiscard]] bool is_question_text(const SourceChoice& choice);
+
 /// Opens files with records, of the program's own format and of other programs.
 class RecordSources {
 public:
@@ -66,9 +69,14 @@ private:
     std::int64_t left_out_ = 0;
 };
 
+/// What an import has done.
+struct Imported {
+    std::int64_t stored = 0;
+    bool all = true; ///< no record was refused or had an empty text, and all characters could be read
+};
+
 /// Takes all steps of the import and prints what the window shows in boxes.
-/// @return the progress at the end.
-/// @throws common::Error when the import has stopped; how far it came is printed.
-exchange::Progress run_import(exchange::Importer& importer, Surroundings& around);
+/// @throws common::Error that tells how far it came when the import has stopped.
+Imported run_import(exchange::Importer& importer, Surroundings& around);
 
 } // namespace cuedrill::tools

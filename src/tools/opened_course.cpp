@@ -3,9 +3,9 @@
 #include "app/base/paths.h"
 #include "common/errors.h"
 #include "keep/copies.h"
+#include "keep/history_file.h"
 #include "keep/removed_entry.h"
 #include "keep/removed_file.h"
-#include "platform/system/system_directories.h"
 
 #include <charconv>
 #include <ostream>
@@ -34,12 +34,33 @@ OpenedCourse::OpenedCourse(const std::string& path, For purpose, const Surroundi
     now_ = clock_.now();
     if (purpose == For::writing && open_courses_.enter(course_.db_path))
         throw Refusal("The course " + course_.db_path + " is open in another program. Close it there first.");
+    if (purpose == For::writing)
+        write_history(lasting_path.empty() ? course_.db_path : lasting_path);
+}
+
+/// Has each stored change of records told in the history of the course, as the window does.
+void OpenedCourse::write_history(const std::string& course_path)
+{
+    if (around_.data_folder.empty())
+        return;
+    course_.when_stored = [this, path = keep::history_path(folders_, around_.data_folder, course_path)](
+                              const store::StoredChange& change) {
+        try {
+            keep::HistoryFile(files_, path)
+                .append_last({.time = clock_.now(),
+                              .kind = keep::HistoryKind::imported,
+                              .record = change.cnt,
+                              .records = change.records,
+                              .score = course_.params.score_today});
+        } catch (const common::Error& error) {
+            around_.err << "The history of the course could not be written. " << error.what() << '\n';
+        }
+    };
 }
 
 void OpenedCourse::copy_first()
 {
-    platform::system::SystemDirectories folders;
-    keep::Copies copies(files_, folders, around_.data_folder);
+    keep::Copies copies(files_, folders_, around_.data_folder);
     if (!copies.have_place() || course_.record_count == 0)
         return;
     try {

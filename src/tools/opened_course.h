@@ -3,6 +3,7 @@
 #include "platform/icu/icu_text_compare.h"
 #include "platform/sqlite/sqlite_database.h"
 #include "platform/system/system_clock.h"
+#include "platform/system/system_directories.h"
 #include "platform/system/system_files.h"
 #include "platform/system/system_open_courses.h"
 #include "scheduler/dead_time.h"
@@ -51,10 +52,13 @@ public:
     void keep_replaced(const store::QaTexts& texts);
 
 private:
+    void write_history(const std::string& course_path);
+
     const Surroundings& around_;
     platform::icu::IcuTextCompare text_compare_;
     platform::system::SystemClock clock_;
     platform::system::SystemFiles files_;
+    platform::system::SystemDirectories folders_;
     platform::system::SystemOpenCourses open_courses_;
     platform::sqlite::SqliteDatabase database_{text_compare_};
     store::Course course_{database_};

@@ -22,7 +22,8 @@ const Verb* verb_named(std::string_view name)
 void print_usage(std::ostream& out)
 {
     out << "usage: " << tool << " COURSE QUESTIONS\n"
-        << "           Makes the new course file COURSE of the question text file QUESTIONS.\n";
+        << "           Makes the new course file COURSE of QUESTIONS: a question text, a table, or a file of another "
+           "program.\n";
     for (const Verb& verb : all_verbs())
         out << "       " << tool << ' ' << verb.name << ' ' << verb.syntax.words
             << (verb.syntax.options.empty() ? "" : " [options]") << "\n           " << verb.summary << '\n';
@@ -74,7 +75,10 @@ int run_line(std::span<const std::string> line, Surroundings& around)
 int run_tool(std::span<const std::string> line, Surroundings& around)
 {
     try {
-        return run_line(line, around);
+        const int code = run_line(line, around);
+        if (!around.out.flush())
+            throw common::Error("The output cannot be written.");
+        return code;
     } catch (const Refusal& error) {
         around.err << tool << ": " << error.what() << '\n';
         return refused;

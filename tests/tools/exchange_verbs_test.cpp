@@ -84,6 +84,40 @@ TEST_F(ExchangeVerb, import_leaves_out_or_cuts_what_is_too_long)
     EXPECT_EQ(texts(empty).back().first, std::string(200, 'x'));
 }
 
+TEST_F(ExchangeVerb, import_cuts_the_texts_of_a_question_text_too)
+{
+    const std::string file = folder.write("long.txt", "@Q@ " + std::string(210, 'x') + " @A@ b");
+    EXPECT_EQ(run({"import", empty, file, "--truncate"}), 0);
+    EXPECT_NE(out.find("1 text was cut to 200 characters."), std::string::npos) << out;
+    EXPECT_EQ(texts(empty), (Texts{{std::string(200, 'x'), "b"}}));
+}
+
+TEST_F(ExchangeVerb, import_tells_by_its_exit_code_that_a_record_was_left_out)
+{
+    const std::string file = folder.write("words.csv", "a,b\n,x\ny,z\n");
+    EXPECT_EQ(run({"import", empty, file}), 1);
+    EXPECT_EQ(texts(empty).size(), 2U);
+    EXPECT_EQ(run({folder.file("made.crs"), file}), 1);
+    EXPECT_EQ(texts(folder.file("made.crs")).size(), 2U);
+}
+
+TEST_F(ExchangeVerb, import_takes_the_field_whose_name_has_the_same_case)
+{
+    const std::string file = folder.write("words.csv", "Word,word,WORD\nx,y,z\n");
+    EXPECT_EQ(run({"import", empty, file, "--header", "--columns", "WORD,word"}), 0);
+    EXPECT_EQ(texts(empty), (Texts{{"z", "y"}}));
+    const std::string same = folder.write("same.csv", "Word,Word\nx,y\n");
+    EXPECT_EQ(run({"import", empty, same, "--header", "--columns", "Word (2),Word"}), 0);
+    EXPECT_EQ(texts(empty).back(), (std::pair<std::string, std::string>("y", "x")));
+}
+
+TEST_F(ExchangeVerb, import_is_told_in_the_history)
+{
+    EXPECT_EQ(run({"import", course, folder.write("words.csv", "a,b\nc,d\n")}), 0);
+    EXPECT_EQ(run({"history", course, "--csv"}), 0);
+    EXPECT_NE(out.find(",imported,4,q,"), std::string::npos) << out;
+}
+
 TEST_F(ExchangeVerb, import_can_be_tried_without_a_change)
 {
     const std::string before = folder.read("course.crs");
@@ -121,8 +155,12 @@ TEST_F(ExchangeVerb, import_refuses_what_cannot_be_meant)
     EXPECT_EQ(run({"import", course, file, "--encoding", "latin-99"}), 2);
     EXPECT_EQ(run({"import", course, file, "--separator", "ab"}), 2);
     EXPECT_EQ(run({"import", course, file, "--header", "--no-header"}), 2);
-    EXPECT_EQ(run({"import", course, file, "--format", "word"}), 1);
-    EXPECT_NE(err.find("\"word\" is not known"), std::string::npos) << err;
+    EXPECT_EQ(run({"import", course, file, "--format", "word"}), 2);
+    EXPECT_NE(err.find("There is no format word. Known are text, table"), std::string::npos) << err;
+    EXPECT_EQ(run({"import", course, file, "--columns", "1,1"}), 2);
+    EXPECT_EQ(run({"import", course, file, "--quote", "ab"}), 2);
+    EXPECT_EQ(run({"import", course, folder.write("a.txt", "@Q@ a @A@ b"), "--columns", "1,2"}), 2);
+    EXPECT_TRUE(copies.of(course).empty());
     platform::system::SystemOpenCourses window(folder.file("runtime"));
     window.enter(course);
     EXPECT_EQ(run({"import", course, file}), 2);

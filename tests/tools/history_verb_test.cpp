@@ -144,7 +144,7 @@ TEST_F(HistoryVerb, needs_a_folder_of_the_user)
 {
     std::ostringstream data;
     std::ostringstream messages;
-    Surroundings around{data, messages, ""};
+    Surroundings around{data, messages, "", "", false};
     EXPECT_EQ(run_tool(std::vector<std::string>{"history", course}, around), 2);
     EXPECT_EQ(messages.str(), "cuedrill-course: There is no folder of the user in which a history could be.\n");
 }

@@ -1,7 +1,9 @@
 #include "tools/tool_fixture.h"
 #include "tools/verb.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -60,6 +62,19 @@ TEST_F(Tool, refuses_what_a_verb_does_not_understand)
         EXPECT_EQ(err, "cuedrill-course: Something is missing. See: cuedrill-course " + name + " --help\n");
         EXPECT_EQ(run({name, "a.crs", "--nothing"}), 2);
         EXPECT_EQ(out, "");
+    }
+}
+
+/// A stream that takes nothing, like a full disk.
+TEST_F(Tool, ends_with_1_when_its_output_cannot_be_written)
+{
+    const std::string course = many(3).write(folder, "course.crs");
+    for (const std::string name : {"info", "list", "due", "stats", "dupes"}) {
+        std::ofstream full("/dev/full");
+        std::ostringstream messages;
+        Surroundings around{full, messages, folder.file("data"), folder.file("runtime"), false};
+        EXPECT_EQ(run_tool(std::vector<std::string>{name, course}, around), 1) << name;
+        EXPECT_EQ(messages.str(), "cuedrill-course: The output cannot be written.\n");
     }
 }
 

@@ -146,7 +146,7 @@ TEST_F(WritingVerb, merge_refuses_what_does_not_fit)
     full.question("last").number(32766);
     const std::string path = full.write(folder, "full.crs");
     EXPECT_EQ(run({"merge", path, other}), 2);
-    EXPECT_TRUE(err.ends_with(" Nothing was added.\n")) << err;
+    EXPECT_TRUE(err.find(" Nothing was added. ") != std::string::npos) << err;
     EXPECT_EQ(rows(path).size(), 1U);
 }
 

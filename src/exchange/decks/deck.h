@@ -14,6 +14,9 @@ struct Kind {
     std::vector<std::string> fields{};
 };
 
+/// Makes names that occur twice different, without regard to the place in which they stand: "Word", "Word (2)".
+[[nodiscard]] std::vector<std::string> different(std::vector<std::string> names);
+
 /// A row of a deck.
 struct Row {
     std::string place{};  ///< where it stands in the file, in words: "line 12", "note 7", "entry 3"

@@ -43,6 +43,8 @@ FieldChoice field_choice(std::string_view text)
         throw common::Error("\"" + std::string(text) +
                             "\" does not name two fields. Name them, or give their numbers, with a comma between "
                             "them, the field of the question first.");
+    if (question == answer)
+        throw common::Error("The question and the answer need a field each.");
     return {.question = std::string(question), .answer = std::string(answer)};
 }
 
@@ -97,8 +99,10 @@ std::optional<DeckRecords::Places> DeckRecords::places_in(const Kind& kind) cons
 
 std::optional<std::size_t> DeckRecords::place_of_field(const std::string& field, const Kind& kind) const
 {
-    const auto named = std::find_if(kind.fields.begin(), kind.fields.end(),
-                                    [&](const std::string& name) { return text_compare_.equal(name, field); });
+    auto named = std::find(kind.fields.begin(), kind.fields.end(), field);
+    if (named == kind.fields.end())
+        named = std::find_if(kind.fields.begin(), kind.fields.end(),
+                             [&](const std::string& name) { return text_compare_.equal(name, field); });
     if (named != kind.fields.end())
         return static_cast<std::size_t>(named - kind.fields.begin());
     std::size_t number = 0;
@@ -121,23 +125,31 @@ exchange::ReadText DeckRecords::read(std::string_view text)
         text.remove_prefix(end + (text.substr(end).starts_with(common::cr_lf) ? 2 : 1));
     }
     exchange::ReadText result = collected.take();
-    if (choice_.truncate)
-        cut(result);
+    if (choice_.truncate && cut_to_course(result, text_compare_))
+        ++cut_texts_;
     return result;
 }
 
-/// Cuts the text in the form that is stored, so that no more is lost than has to be.
-void DeckRecords::cut(exchange::ReadText& text)
+bool cut_to_course(exchange::ReadText& text, const platform::TextCompare& text_compare)
 {
-    const std::string stored = text_compare_.nfc(text.text);
+    // In the form that is stored, so that no more is lost than has to be.
+    const std::string stored = text_compare.nfc(text.text);
     if (text.cut_off == 0 && common::code_points(stored) <= std::size_t{store::longest_text})
-        return;
+        return false;
     std::string_view beginning = common::first_code_points(stored, std::size_t{store::longest_text});
     if (beginning.ends_with('\r'))
         beginning.remove_suffix(1); // the first half of a CR LF
     text.text = exchange::trim_exchange_text(beginning);
     text.cut_off = 0;
-    ++cut_texts_;
+    return true;
+}
+
+std::string cut_words(std::int64_t texts)
+{
+    if (texts == 0)
+        return {};
+    return (texts == 1 ? "1 text was" : std::to_string(texts) + " texts were") + " cut to " +
+           std::to_string(store::longest_text) + " characters." + std::string(common::cr_lf);
 }
 
 std::string DeckRecords::nothing_found() const
@@ -160,12 +172,7 @@ std::string DeckRecords::left_out() const
                                 : std::string("two fields");
         words.append(". The first is " + first_without_fields_ + ".").append(common::cr_lf);
     }
-    if (cut_texts_ != 0)
-        words
-            .append((cut_texts_ == 1 ? "1 text was" : std::to_string(cut_texts_) + " texts were") + " cut to " +
-                    std::to_string(store::longest_text) + " characters.")
-            .append(common::cr_lf);
-    return words;
+    return words + cut_words(cut_texts_);
 }
 
 } // namespace cuedrill::decks

@@ -31,6 +31,13 @@ struct RecordChoice {
     bool truncate = false; ///< cut texts to the characters that a course holds; otherwise the import refuses them
 };
 
+/// Cuts a text to the characters that a course holds.
+/// @return whether anything was cut.
+bool cut_to_course(exchange::ReadText& text, const platform::TextCompare& text_compare);
+
+/// The line that says how many texts were cut; empty for none.
+[[nodiscard]] std::string cut_words(std::int64_t texts);
+
 /// The records of a deck.
 ///
 /// Texts are trimmed like those of a question text, and their line breaks become CR LF. A row whose kind has not the
@@ -60,7 +67,6 @@ private:
     [[nodiscard]] std::optional<Places> places_in(const Kind& kind) const;
     [[nodiscard]] std::optional<std::size_t> place_of_field(const std::string& field, const Kind& kind) const;
     [[nodiscard]] exchange::ReadText read(std::string_view text);
-    void cut(exchange::ReadText& text);
 
     std::unique_ptr<Deck> deck_;
     std::string looked_for_;

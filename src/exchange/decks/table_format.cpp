@@ -2,6 +2,7 @@
 
 #include "common/text.h"
 #include "exchange/collected_text.h"
+#include "exchange/decks/deck.h"
 
 #include <algorithm>
 #include <array>
@@ -269,7 +270,7 @@ std::vector<std::string> names_of_header(const std::vector<std::string>& fields)
         name = common::replace_all(name, std::string_view(&exchange::unreadable_mark, 1), replacement_character);
         names.push_back(name.empty() ? std::to_string(names.size() + 1) : name);
     }
-    return names;
+    return different(std::move(names));
 }
 
 } // namespace cuedrill::decks

@@ -70,6 +70,7 @@ void VocabularyDeck::name_fields()
         else
             kind.fields.push_back(is_blank(one.locale) ? std::to_string(kind.fields.size() + 1) : one.locale);
     }
+    kind.fields = different(std::move(kind.fields));
     kinds_.push_back(std::move(kind));
 }
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <pwd.h>
 #include <string_view>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -47,7 +48,14 @@ std::string data_home()
 std::string runtime_folder()
 {
     const std::string runtime = path_variable("XDG_RUNTIME_DIR");
-    return runtime.empty() ? "/tmp/cuedrill-" + std::to_string(getuid()) : runtime + "/cuedrill";
+    if (!runtime.empty())
+        return runtime + "/cuedrill";
+    // Where a shell lacks the variable, as under su, the window has it all the same: systemd names this folder so.
+    const std::string user = std::to_string(getuid());
+    const std::string usual = "/run/user/" + user;
+    struct stat status {};
+    const bool is_own = ::stat(usual.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == getuid();
+    return is_own ? usual + "/cuedrill" : "/tmp/cuedrill-" + user;
 }
 
 } // namespace cuedrill::platform::system

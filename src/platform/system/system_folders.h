@@ -12,7 +12,7 @@ std::string executable_folder();
 std::string data_home();
 
 /// Full path of the program's folder for what lasts no longer than the session: "cuedrill" in $XDG_RUNTIME_DIR, or else
-/// a folder of this user in /tmp. It may not exist.
+/// in the user's folder below /run/user, or a folder of this user in /tmp. It may not exist.
 std::string runtime_folder();
 
 } // namespace cuedrill::platform::system

@@ -1,10 +1,12 @@
 #include "tools/statistics/course_statistics.h"
 
+#include "common/errors.h"
 #include "platform/system/system_directories.h"
 #include "store/side_fields.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <ostream>
 #include <tuple>
 #include <utility>
 
@@ -54,7 +56,13 @@ std::optional<HistoryStatistics> history_of(OpenedCourse& opened, const Surround
     const std::string path = keep::history_path(folders, around.data_folder, opened.course().db_path);
     if (!opened.files().exists(path))
         return std::nullopt;
-    const keep::History history = keep::read_history(opened.files(), path);
+    keep::History history;
+    try {
+        history = keep::read_history(opened.files(), path);
+    } catch (const common::Error& error) {
+        around.err << "The history of the course cannot be read. " << error.what() << '\n';
+        return std::nullopt;
+    }
     return HistoryStatistics{.known = keep::known_by_level(history.events),
                              .work = keep::work_by_day(history.events, opened.now()),
                              .levels = keep::levels_by_day(history.events),

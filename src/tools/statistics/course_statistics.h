@@ -52,7 +52,8 @@ struct CourseStatistics {
     std::optional<HistoryStatistics> history; ///< nothing where there is none
 };
 
-/// @throws platform::DatabaseError; common::Error when the history cannot be read.
+/// Where the history cannot be read, a message says so.
+/// @throws platform::DatabaseError
 [[nodiscard]] CourseStatistics statistics_of(OpenedCourse& opened, const Surroundings& around);
 
 } // namespace cuedrill::tools

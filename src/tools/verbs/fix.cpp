@@ -34,7 +34,9 @@ std::optional<std::string> text_of(const Arguments& arguments, std::string_view 
         else if (c != '\r')
             text += c;
     }
-    return text_compare.nfc(text);
+    if (!common::is_utf8(text))
+        throw UsageError("The text of " + std::string(option) + " is not in UTF-8.");
+    return text_compare.nfc(std::string(common::trim_blanks(text)));
 }
 
 int run(const Arguments& arguments, Surroundings& around)

@@ -1,5 +1,6 @@
 #include "bank/new_records.h"
 #include "common/errors.h"
+#include "common/text.h"
 #include "exchange/import_words.h"
 #include "tools/importing.h"
 #include "tools/opened_course.h"
@@ -14,7 +15,7 @@
 namespace cuedrill::tools {
 namespace {
 
-constexpr std::array<Option, 9> options{
+constexpr std::array<Option, 10> options{
     {{"--dry-run", "", "Only says what would be imported."},
      {"--skip-duplicates", "", "Leaves out records whose question the course has already, or a record before them."},
      {"--columns", "A,B", "The question and the answer: names or numbers of columns or fields."},
@@ -23,6 +24,7 @@ constexpr std::array<Option, 9> options{
       "text (a question text), table, anki-text, anki-package, mnemosyne-text or kvtml; otherwise the file's name "
       "tells."},
      {"--separator", "C", "The character between the columns of a table, or tab."},
+     {"--quote", "C", "The quotation mark of a table, or none."},
      {"--header", "", "The first line of a table has the names of the columns."},
      {"--no-header", "", "The first line of a table is a record."},
      {"--truncate", "", "Cuts texts to the 200 characters that a course holds; otherwise such records are left out."}}};
@@ -41,9 +43,20 @@ char separator_of(const std::string& text)
     return text.front();
 }
 
+char quote_of(const std::string& text)
+{
+    if (text == "none")
+        return '\0';
+    if (text.size() != 1)
+        throw UsageError("A quotation mark is one character, or none.");
+    return text.front();
+}
+
 decks::TableOptions table_of(const Arguments& arguments)
 {
     decks::TableOptions table;
+    if (const auto quote = arguments.value("--quote"))
+        table.quote = quote_of(*quote);
     if (const auto separator = arguments.value("--separator"))
         table.separator = separator_of(*separator);
     if (const auto encoding = arguments.value("--encoding"))
@@ -53,6 +66,19 @@ decks::TableOptions table_of(const Arguments& arguments)
     if (arguments.has("--header") || arguments.has("--no-header"))
         table.has_header = arguments.has("--header");
     return table;
+}
+
+void check_format(const SourceChoice& choice)
+{
+    if (!choice.options.format || *choice.options.format == question_text_format)
+        return;
+    std::string names(question_text_format);
+    for (const std::string& name : decks::deck_formats()) {
+        if (common::equal_ascii(name, *choice.options.format))
+            return;
+        names += ", " + name;
+    }
+    throw UsageError("There is no format " + *choice.options.format + ". Known are " + names + ".");
 }
 
 /// @throws UsageError for what can be known to be wrong without the file.
@@ -67,6 +93,12 @@ SourceChoice choice_of(const Arguments& arguments)
         throw UsageError(error.what());
     }
     choice.records.truncate = arguments.has("--truncate");
+    check_format(choice);
+    for (const std::string_view option :
+         {"--columns", "--encoding", "--separator", "--quote", "--header", "--no-header"}) {
+        if (arguments.has(option) && is_question_text(choice))
+            throw UsageError("A question text has no " + std::string(option) + ". --format says what the file is.");
+    }
     return choice;
 }
 
@@ -130,9 +162,8 @@ int run(const Arguments& arguments, Surroundings& around)
         return run_dry(*open(), around);
     opened.copy_first();
     exchange::Importer importer(opened.course(), opened.clock(), opened.text_compare(), open);
-    const exchange::Progress progress = run_import(importer, around);
-    const bool all = importer.report().summary().empty() && !progress.empty;
-    return progress.stored > 0 && all ? done : not_all_done;
+    const Imported imported = run_import(importer, around);
+    return imported.stored > 0 && imported.all ? done : not_all_done;
 }
 
 } // namespace

@@ -46,7 +46,8 @@ int run(const Arguments& arguments, Surroundings& around)
         print(merged, around.out);
         return merged.added > 0 && merged.left_out.empty() ? done : not_all_done;
     } catch (const common::OverflowError& error) {
-        throw Refusal(std::string(error.what()) + " Nothing was added.");
+        throw Refusal(std::string(error.what()) +
+                      " Nothing was added. \"renumber\" makes a course in which no numbers are left out.");
     }
 }
 
