@@ -59,7 +59,7 @@ class Block:
 
     @property
     def kind(self):
-        return "file" if "data-file" in self.attributes else self.attributes.get("class", "")
+        return "file" if "data-file" in self.attributes else self.attributes.get("class", "").split(" ")[0]
 
 
 class Manual(html.parser.HTMLParser):
