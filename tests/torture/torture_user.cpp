@@ -288,7 +288,7 @@ private:
         const std::vector<std::string> line{std::istream_iterator<std::string>(in), {}};
         std::ostringstream out;
         std::ostringstream err;
-        tools::Surroundings around{out, err, data_folder()};
+        tools::Surroundings around{out, err, data_folder(), {}, false};
         const int code = tools::run_tool(line, around);
         teller_.tell("tool: " + std::to_string(code) + " | " + out.str() + " | " + err.str());
     }
