@@ -78,6 +78,8 @@ void DrillFixture::make_program()
                                                                 .database = database,
                                                                 .data_folder = data_folder,
                                                                 .program_folder = folder.path().string(),
+                                                                .sample_questions = sample_questions,
+                                                                .documents_folder = documents_folder,
                                                                 .web_page = "https://example.org/cuedrill"});
     logic = &program_->parts;
 }
