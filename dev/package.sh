@@ -68,7 +68,8 @@ mkdir -m 700 "$XDG_RUNTIME_DIR"
 
 quietly "$tool" --help
 version=$(dpkg-deb -f "$package" Version)
-[[ $("$installed/usr/bin/cuedrill" --version) == *" version $version" ]] || die "The program tells another version than its package."
+[[ $("$installed/usr/bin/cuedrill" --version) == *" version $version "* ]] ||
+    die "The program tells another version than its package."
 
 # The first start: the sample course is there, and its first question is drilled. The unseen platform warns of what it
 # cannot do; errors of the program still show.

@@ -25,6 +25,7 @@ public:
 
     static constexpr const char* file_name = "Chemical elements.crs";
 
+    /// @param database in which the course is made; no course may be open in it.
     /// @param questions full path of the question text of which the course is made; nothing is done if there is none.
     /// @param data_folder where the course is put; created if missing. "" for a user without one.
     SampleCourse(platform::Database& database, const Services& services, std::string questions, std::string data_folder)
@@ -35,7 +36,7 @@ public:
 
     /// Puts the course into the data folder, unless that holds a course. This is tried once in the life of the user's
     /// settings, so that a sample that was deleted never comes back. No file is ever replaced, and a failure is only
-    /// noted in the trace. Requires that no course is open, and leaves none open.
+    /// noted in the trace.
     void put_once();
 
 private:

@@ -78,11 +78,12 @@ struct LogicPlatform {
     const platform::TextCompare& text_compare;
     decks::DeckTools deck_tools; ///< for decks of other programs
     platform::Database& database;
-    std::string data_folder;        ///< where "removed.txt", and the copies and histories of courses are
-    std::string program_folder;     ///< where the trace, the agenda and the first file dialog are
-    std::string sample_questions{}; ///< full path of the question text of the sample course; "" for none
-    std::string documents_folder{}; ///< where the user keeps documents; "" for none
-    std::string web_page;           ///< the product's web page: an address or a full path
+    platform::Database& sample_database; ///< another one, in which the sample course is made
+    std::string data_folder;             ///< where "removed.txt", and the copies and histories of courses are
+    std::string program_folder;          ///< where the trace, the agenda and the first file dialog are
+    std::string sample_questions{};      ///< full path of the question text of the sample course; "" for none
+    std::string documents_folder{};      ///< where the user keeps documents; "" for none
+    std::string web_page;                ///< the product's web page: an address or a full path
 };
 
 /// All objects of the logic, from the lowest layer to the highest; each member may use those above it.
@@ -161,7 +162,7 @@ struct Logic {
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
     drill::SampleCourse sample{
-        p.database, {p.files, p.clock, p.text_compare, settings, trace}, p.sample_questions, p.data_folder};
+        p.sample_database, {p.files, p.clock, p.text_compare, settings, trace}, p.sample_questions, p.data_folder};
     drill::CourseOpener opener{course,
                                params,
                                main_window,

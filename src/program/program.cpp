@@ -69,6 +69,7 @@ struct Program::Platform {
     adapters::DeckAdapters deck_adapters;
     app::SoundCourses sound_courses{settings};
     platform::sqlite::SqliteDatabase database{text_compare, longest_wait, &sound_courses};
+    platform::sqlite::SqliteDatabase sample_database{text_compare};
 
     LogicPlatform for_logic()
     {
@@ -89,6 +90,7 @@ struct Program::Platform {
                 .text_compare = text_compare,
                 .deck_tools = deck_adapters.tools(),
                 .database = database,
+                .sample_database = sample_database,
                 .data_folder = app::data_folder(program_folder, data_home),
                 .program_folder = program_folder,
                 .sample_questions = sample_questions(executable_folder),
