@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks everything: format, floors, scripts, build, tests, benchmarks, fuzz targets. dev/check.sh --quick leaves out the
-# build and what needs it.
+# Checks everything: format, floors, scripts, build, tests, package, Wayland, benchmarks, fuzz targets.
+# dev/check.sh --quick leaves out the build and what needs it.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -30,11 +30,14 @@ check_format() {
 dev/setup.sh check
 step Format check_format
 step Floors dev/check_floors
-step Scripts shellcheck --external-sources run test .ci/run dev/lib.sh dev/check.sh dev/format.sh dev/fuzz.sh dev/pictures.sh \
-    dev/setup.sh dev/tidy.sh dev/torture.sh
+step Scripts shellcheck --external-sources run test .ci/run dev/lib.sh dev/check.sh dev/format.sh dev/fuzz.sh dev/package.sh dev/pictures.sh \
+    dev/setup.sh dev/tidy.sh dev/torture.sh dev/wayland.sh
 [[ $failed == 0 ]] || exit 1
 if [[ $# == 0 ]]; then
     ./test
+    # The debug build, because it is there; what is distributed comes from the preset run.
+    step Package dev/package.sh build/dev
+    step Wayland dev/wayland.sh build/dev
     # Every operation once, on a small course: only that it still works. The figures mean nothing.
     need_utf8
     step Benchmarks quietly build/dev/bench/cuedrill-bench --brief

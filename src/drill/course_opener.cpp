@@ -90,6 +90,8 @@ bool CourseOpener::choose_course(bool ask_user)
     services_.desktop.pump();
 
     const std::string last = services_.settings.get_setting(last_course_key);
+    if (last.empty())
+        services_.sample.put_once();
     const bool last_exists = app::file_exists(services_.files, last);
     if (ask_user || !last_exists)
         return show_file_dialog(last, last_exists);

@@ -5,6 +5,7 @@
 #include "drill/course_copies.h"
 #include "drill/main_window.h"
 #include "drill/review_history.h"
+#include "drill/sample_course.h"
 #include "drill/status_line.h"
 #include "platform/clock.h"
 #include "platform/controls.h"
@@ -35,6 +36,7 @@ public:
         app::TraceLog& trace;
         CourseCopies& copies;
         ReviewHistory& history;
+        SampleCourse& sample;
     };
 
     /// @param program_folder initial folder of the first file dialog.
@@ -45,7 +47,8 @@ public:
     void attach();
 
     /// Opens the course at `db_path`, or else the one used last time, or else one that the user chooses, and loads the
-    /// main window. If a course cannot be opened, a box tells which one and why, and the user chooses another.
+    /// main window. A user who has never opened a course finds a sample when asked. If a course cannot be opened, a box
+    /// tells which one and why, and the user chooses another.
     /// @return true if a course is open; false if the user cancelled the file dialog.
     /// @throws common::ProgramEnded if the user does not want a missing course to be created.
     bool apertura_db();

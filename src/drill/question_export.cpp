@@ -22,11 +22,15 @@ void QuestionExport::Export_QA()
 {
     const std::string path = desktop_
                                  .save_file_dialog({.title = "Exporting questions and answers to text file",
+                                                    .initial_folder = folder_.initial(),
                                                     .initial_file = "QA export.txt",
                                                     .default_extension = "txt",
                                                     .filter = "Text file (*.txt)|*.txt|All files (*.*)|*.*"})
                                  .path;
-    if (path.empty() || !may_export(path))
+    if (path.empty())
+        return;
+    folder_.chosen(path);
+    if (!may_export(path))
         return;
     const bool numbered = ask("Do you want to include questions numbers in the exported file?");
     const auto exported = try_export(path, numbered);

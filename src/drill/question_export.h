@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drill/text_folder.h"
 #include "exchange/exporter.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
@@ -15,8 +16,8 @@ namespace cuedrill::drill {
 class QuestionExport {
 public:
     QuestionExport(const store::Course& course, exchange::Exporter& exporter, support::Documents& documents,
-                   const platform::Files& files, platform::Desktop& desktop)
-        : course_(course), exporter_(exporter), documents_(documents), files_(files), desktop_(desktop)
+                   const platform::Files& files, platform::Desktop& desktop, TextFolder& folder)
+        : course_(course), exporter_(exporter), documents_(documents), files_(files), desktop_(desktop), folder_(folder)
     {
     }
 
@@ -37,6 +38,7 @@ private:
     support::Documents& documents_;
     const platform::Files& files_;
     platform::Desktop& desktop_;
+    TextFolder& folder_; ///< where the dialog for the file begins
 };
 
 } // namespace cuedrill::drill

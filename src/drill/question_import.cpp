@@ -60,8 +60,12 @@ void QuestionImport::Import_questions_and_answers()
         tell("You should create a course first");
         return;
     }
-    const std::string path = desktop.open_file_dialog({.filter = text_files}).path;
-    if (path.empty() || !may_import(path))
+    const std::string path =
+        desktop.open_file_dialog({.initial_folder = services_.folder.initial(), .filter = text_files}).path;
+    if (path.empty())
+        return;
+    services_.folder.chosen(path);
+    if (!may_import(path))
         return;
     if (desktop.message_box({.text = "Questions from file \"" + path + "\"will be added to current course (" +
                                      course_.params.course_title + ").\r\nDo you wish to continue?",

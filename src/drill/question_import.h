@@ -6,6 +6,7 @@
 #include "drill/last_list.h"
 #include "drill/statistics.h"
 #include "drill/status_line.h"
+#include "drill/text_folder.h"
 #include "exchange/decks/deck_opening.h"
 #include "exchange/decks/deck_records.h"
 #include "exchange/importer.h"
@@ -32,6 +33,7 @@ public:
         const platform::TextCompare& text_compare;
         const decks::DeckTools& deck_tools;
         CourseCopies& copies;
+        TextFolder& folder; ///< where the dialog for the file begins
     };
 
     QuestionImport(store::Course& course, EditFlags& flags, Display& display, Statistics& statistics,

@@ -26,10 +26,12 @@
 #include "drill/record_editor.h"
 #include "drill/record_lists.h"
 #include "drill/review_history.h"
+#include "drill/sample_course.h"
 #include "drill/scoring.h"
 #include "drill/screen.h"
 #include "drill/selection.h"
 #include "drill/statistics.h"
+#include "drill/text_folder.h"
 #include "drill/timers.h"
 #include "drill/typed_answer.h"
 #include "drill/window_keys.h"
@@ -76,9 +78,12 @@ struct LogicPlatform {
     const platform::TextCompare& text_compare;
     decks::DeckTools deck_tools; ///< for decks of other programs
     platform::Database& database;
-    std::string data_folder;    ///< where "removed.txt", and the copies and histories of courses are
-    std::string program_folder; ///< where the trace, the agenda and the first file dialog are
-    std::string web_page;       ///< the product's web page: an address or a full path
+    platform::Database& sample_database; ///< another one, in which the sample course is made
+    std::string data_folder;             ///< where "removed.txt", and the copies and histories of courses are
+    std::string program_folder;          ///< where the trace, the agenda and the first file dialog are
+    std::string sample_questions{};      ///< full path of the question text of the sample course; "" for none
+    std::string documents_folder{};      ///< where the user keeps documents; "" for none
+    std::string web_page;                ///< the product's web page: an address or a full path
 };
 
 /// All objects of the logic, from the lowest layer to the highest; each member may use those above it.
@@ -156,21 +161,26 @@ struct Logic {
     drill::Timers timers{form1, params, statistics, screen, status, editor, kept, history, state, p.clock, trace};
     drill::MainWindow main_window{form1,     p.desktop, title,  options, statistics, display,
                                   last_list, status,    dialog, editor,  timers,     end_of_program};
+    drill::SampleCourse sample{
+        p.sample_database, {p.files, p.clock, p.text_compare, settings, trace}, p.sample_questions, p.data_folder};
     drill::CourseOpener opener{course,
                                params,
                                main_window,
                                {p.files, p.open_courses, p.clock, form1.window, form1.timer_check, p.desktop, p.form2,
-                                status, settings, trace, course_copies, history},
+                                status, settings, trace, course_copies, history, sample},
                                p.program_folder,
                                start_time};
-    drill::QuestionImport question_import{course,
-                                          edit_flags,
-                                          display,
-                                          statistics,
-                                          last_list,
-                                          status,
-                                          {p.files, p.clock, p.desktop, p.text_compare, p.deck_tools, course_copies}};
-    drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop};
+    drill::TextFolder import_folder{settings, p.files, "last_import_folder", p.documents_folder};
+    drill::TextFolder export_folder{settings, p.files, "last_export_folder", p.documents_folder};
+    drill::QuestionImport question_import{
+        course,
+        edit_flags,
+        display,
+        statistics,
+        last_list,
+        status,
+        {p.files, p.clock, p.desktop, p.text_compare, p.deck_tools, course_copies, import_folder}};
+    drill::QuestionExport question_export{course, exporter, documents, p.files, p.desktop, export_folder};
     drill::DrillCommands commands{
         form1, command_controls, {course,          params,         opener, title,        selection, scoring,
                                   levels,          end_of_program, editor, last_list,    lists,     question_import,

@@ -22,15 +22,32 @@
 #include "support/web_page.h"
 
 #include <QApplication>
+#include <QStandardPaths>
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
+#include <string>
 
 namespace cuedrill::program {
 namespace {
 
 /// How long another program that is writing the course is waited for.
 constexpr std::chrono::seconds longest_wait{3};
+
+/// The question text of the sample course, which is installed at a fixed place beside the program.
+std::string sample_questions(const std::string& executable_folder)
+{
+    if (executable_folder.empty())
+        return {};
+    return (std::filesystem::path(executable_folder) / CUEDRILL_SAMPLE_QUESTIONS).lexically_normal().string();
+}
+
+/// As the desktop has it in its list of the user's folders (user-dirs.dirs).
+std::string documents_folder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
+}
 
 } // namespace
 
@@ -52,6 +69,7 @@ struct Program::Platform {
     adapters::DeckAdapters deck_adapters;
     app::SoundCourses sound_courses{settings};
     platform::sqlite::SqliteDatabase database{text_compare, longest_wait, &sound_courses};
+    platform::sqlite::SqliteDatabase sample_database{text_compare};
 
     LogicPlatform for_logic()
     {
@@ -72,8 +90,11 @@ struct Program::Platform {
                 .text_compare = text_compare,
                 .deck_tools = deck_adapters.tools(),
                 .database = database,
+                .sample_database = sample_database,
                 .data_folder = app::data_folder(program_folder, data_home),
                 .program_folder = program_folder,
+                .sample_questions = sample_questions(executable_folder),
+                .documents_folder = documents_folder(),
                 .web_page = support::web_page_address(support::default_web_page(), executable_folder)};
     }
 };

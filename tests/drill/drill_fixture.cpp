@@ -76,8 +76,11 @@ void DrillFixture::make_program()
                                                                 .text_compare = engine.text_compare,
                                                                 .deck_tools = deck_adapters.tools(),
                                                                 .database = database,
+                                                                .sample_database = database,
                                                                 .data_folder = data_folder,
                                                                 .program_folder = folder.path().string(),
+                                                                .sample_questions = sample_questions,
+                                                                .documents_folder = documents_folder,
                                                                 .web_page = "https://example.org/cuedrill"});
     logic = &program_->parts;
 }

@@ -11,7 +11,8 @@ const std::string last_course = fakes::FakeSettings::full_key("CUEDRILL", "gener
 
 } // namespace
 
-OpenerFixture::OpenerFixture() : course(make_traced_program().course), params(logic->params), opener(logic->opener)
+OpenerFixture::OpenerFixture(std::string_view questions)
+    : course(make_traced_program(questions).course), params(logic->params), opener(logic->opener)
 {
     // A box may stay open for hours, so no transaction and no statement may be open meanwhile.
     desktop.on_box = [this] {
@@ -20,8 +21,10 @@ OpenerFixture::OpenerFixture() : course(make_traced_program().course), params(lo
     };
 }
 
-const LogicParts& OpenerFixture::make_traced_program()
+const LogicParts& OpenerFixture::make_traced_program(std::string_view questions)
 {
+    if (!questions.empty())
+        sample_questions = folder.write("questions.txt", questions);
     static_cast<void>(folder.write("trace.flg", ""));
     make_program();
     return *logic;

@@ -3,6 +3,7 @@
 #include "drill/drill_fixture.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cuedrill::drill {
@@ -13,7 +14,8 @@ inline const std::string opener_title = "Specify name of Cuedrill file to open o
 /// program's folder.
 class OpenerFixture : public DrillFixture {
 protected:
-    OpenerFixture();
+    /// @param questions the question text of the sample course; without one there is no sample.
+    explicit OpenerFixture(std::string_view questions = {});
 
     /// A course with one question that is passed in neither direction.
     static fakes::CourseBuilder unpassed_course();
@@ -45,7 +47,7 @@ protected:
     CourseOpener& opener;
 
 private:
-    const LogicParts& make_traced_program();
+    const LogicParts& make_traced_program(std::string_view questions);
 };
 
 } // namespace cuedrill::drill

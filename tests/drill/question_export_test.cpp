@@ -2,6 +2,7 @@
 #include "drill/question_export.h"
 #include "exchange/exporter_fixture.h"
 #include "fakes/fake_desktop.h"
+#include "fakes/fake_settings.h"
 #include "fakes/fake_shell.h"
 
 #include <new>
@@ -54,7 +55,11 @@ protected:
     fakes::FakeDesktop desktop;
     fakes::FakeShell shell;
     support::Documents documents{files, shell, desktop};
-    QuestionExport question_export{course, exporter, documents, files, desktop};
+    fakes::FakeSettings settings_store;
+    app::TraceLog trace{files, clock, desktop, "/home/anna"};
+    app::Settings settings{settings_store, trace};
+    TextFolder export_folder{settings, files, "last_export_folder", "/home/anna/Documents"};
+    QuestionExport question_export{course, exporter, documents, files, desktop, export_folder};
 };
 
 class ExportCommand : public ExportDialogue {

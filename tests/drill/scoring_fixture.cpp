@@ -46,6 +46,7 @@ struct ScoringFixture::Program {
                  .text_compare = fixture.engine.text_compare,
                  .deck_tools = fixture.deck_adapters.tools(),
                  .database = fixture.database,
+                 .sample_database = fixture.database,
                  .data_folder = "",
                  .program_folder = "/program",
                  .web_page = "https://example.org/cuedrill"})

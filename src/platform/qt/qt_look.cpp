@@ -1,6 +1,7 @@
 #include "platform/qt/qt_look.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QPalette>
 #include <QPlainTextEdit>
 #include <QTextDocument>
@@ -9,6 +10,19 @@
 
 namespace cuedrill::platform::qt {
 
+namespace {
+
+/// From the program itself, because a program that is not installed has none in the desktop's theme.
+QIcon program_icon()
+{
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/cuedrill-%1.png").arg(size), QSize(size, size));
+    return icon;
+}
+
+} // namespace
+
 void set_up_application()
 {
     // Fusion is available on every desktop and follows the palette completely, so that light, dark and high-contrast
@@ -16,6 +30,9 @@ void set_up_application()
     QApplication::setStyle(QStringLiteral("Fusion"));
     // While the program starts, boxes open and close before there is a main window.
     QApplication::setQuitOnLastWindowClosed(false);
+    // By this name a desktop finds the program's entry, and on Wayland its icon.
+    QGuiApplication::setDesktopFileName(QStringLiteral("cuedrill"));
+    QApplication::setWindowIcon(program_icon());
 }
 
 int to_pixels(common::Twips twips)

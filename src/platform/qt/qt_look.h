@@ -13,8 +13,8 @@ class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// Sets the widget style, and makes the program end only when it says so, not when its last window is closed. Call this
-/// before the first window is created.
+/// Sets the widget style and the icon of all windows, and makes the program end only when it says so, not when its last
+/// window is closed. Call this before the first window is created.
 void set_up_application();
 
 /// Converts to device-independent pixels, rounded to the nearest.

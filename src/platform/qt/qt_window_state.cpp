@@ -14,7 +14,9 @@ namespace {
 
 constexpr std::string_view application = "CUEDRILL";
 constexpr std::string_view section = "window";
-constexpr std::string_view key = "geometry";
+constexpr std::string_view place_key = "geometry";
+/// The position in it means nothing.
+constexpr std::string_view size_key = "geometry_without_position";
 
 int shared_area(const QRect& a, const QRect& b)
 {
@@ -24,7 +26,22 @@ int shared_area(const QRect& a, const QRect& b)
 
 } // namespace
 
+QtWindowState::QtWindowState(SettingsStore* store) : QtWindowState(store, QGuiApplication::platformName())
+{
+}
+
+QtWindowState::QtWindowState(SettingsStore* store, const QString& platform)
+    : store_(store), has_positions_(!platform.startsWith(QLatin1String("wayland")))
+{
+}
+
 bool QtWindowState::restore(QWidget& window) const
+{
+    // The size that the window has elsewhere is better than none; a position is not made up.
+    return (!has_positions_ && restore_from(size_key, window)) || restore_from(place_key, window);
+}
+
+bool QtWindowState::restore_from(std::string_view key, QWidget& window) const
 {
     if (store_ == nullptr)
         return false;
@@ -52,7 +69,8 @@ void QtWindowState::save(const QWidget& window) const
     if (store_ == nullptr)
         return;
     try {
-        store_->set(application, section, key, window.saveGeometry().toBase64().toStdString());
+        store_->set(application, section, has_positions_ ? place_key : size_key,
+                    window.saveGeometry().toBase64().toStdString());
     } catch (const common::Error&) {
         // Not an error for the user: next time the window opens at its default position.
         return;

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QRect>
 #include <QSize>
+#include <QString>
+#include <string_view>
 
 class QWidget;
 
@@ -12,10 +14,15 @@ namespace cuedrill::platform::qt {
 
 /// Stores position and size of a window, and whether it is maximised, between runs of the program. Errors of the store
 /// and unusable values are ignored.
+///
+/// On Wayland a program neither learns nor chooses the position of its window. There, only the size and whether it is
+/// maximised are stored, apart from what other platforms store, so that a session on Wayland leaves a position alone.
 class QtWindowState {
 public:
     /// @param store where to store them, in the section "window"; null if they are not stored.
-    explicit QtWindowState(SettingsStore* store = nullptr) : store_(store) {}
+    explicit QtWindowState(SettingsStore* store = nullptr);
+    /// @param platform name of the toolkit's platform.
+    QtWindowState(SettingsStore* store, const QString& platform);
 
     /// Restores the stored state of `window`, which must not have been shown yet, and moves it so that all of it is on
     /// a screen.
@@ -27,7 +34,10 @@ public:
     void save(const QWidget& window) const;
 
 private:
+    bool restore_from(std::string_view key, QWidget& window) const;
+
     SettingsStore* store_;
+    bool has_positions_; ///< of windows, on this platform
 };
 
 /// Space for the window frame, which the system draws and reports only later; both sides together, in pixels.

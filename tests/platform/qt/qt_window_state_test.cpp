@@ -304,6 +304,64 @@ TEST_F(QtWindowStateTest, nothing_else_is_left_beside_the_file)
         EXPECT_EQ(entry.path(), path);
 }
 
+/// The same, where each run of the program is on a platform of this name.
+class WindowStateOnPlatforms : public QtWindowStateTest {
+protected:
+    std::unique_ptr<QtWindow> start_on(const char* platform)
+    {
+        auto window = std::make_unique<QtWindow>("Form1", QSize(400, 300), guard,
+                                                 QtWindowState(&store, QString::fromLatin1(platform)));
+        window->widget().setMinimumSize(200, 150);
+        window->show();
+        return window;
+    }
+
+    QRect place_on(const char* platform) { return start_on(platform)->widget().geometry(); }
+
+    /// Wayland reports every window at the origin.
+    const QRect as_wayland_tells{0, 0, 640, 480};
+};
+
+TEST_F(WindowStateOnPlatforms, wayland_leaves_the_place_on_x11_alone)
+{
+    start_on("xcb")->widget().setGeometry(chosen);
+    start_on("wayland")->widget().setGeometry(as_wayland_tells);
+    EXPECT_EQ(place_on("xcb"), chosen);
+    start_on("wayland-egl")->widget().setGeometry(as_wayland_tells);
+    EXPECT_EQ(place_on("xcb"), chosen);
+}
+
+TEST_F(WindowStateOnPlatforms, after_wayland_alone_the_window_is_in_the_middle_on_x11)
+{
+    start_on("wayland")->widget().setGeometry(as_wayland_tells);
+    expect_in_the_middle();
+}
+
+TEST_F(WindowStateOnPlatforms, the_size_comes_back_on_wayland)
+{
+    start_on("wayland")->widget().setGeometry(as_wayland_tells);
+    EXPECT_EQ(place_on("wayland").size(), as_wayland_tells.size());
+    // A session on X11 in between does not change it.
+    start_on("xcb")->widget().setGeometry(chosen);
+    EXPECT_EQ(place_on("wayland").size(), as_wayland_tells.size());
+}
+
+TEST_F(WindowStateOnPlatforms, the_first_session_on_wayland_takes_the_size_of_x11)
+{
+    start_on("xcb")->widget().setGeometry(chosen);
+    EXPECT_EQ(place_on("wayland").size(), chosen.size());
+}
+
+TEST_F(WindowStateOnPlatforms, a_maximised_window_comes_back_maximised_on_wayland)
+{
+    {
+        const auto window = start_on("wayland");
+        window->widget().setGeometry(as_wayland_tells);
+        window->widget().setWindowState(Qt::WindowMaximized);
+    }
+    EXPECT_TRUE(start_on("wayland")->widget().isMaximized());
+}
+
 TEST_F(QtWindowStateTest, without_a_store_nothing_is_kept)
 {
     const auto start_alone = [this] {
