@@ -109,9 +109,10 @@ std::string Narrator::step_in_shared_place() const
     case SharedPlace::statistics:
         break;
     case SharedPlace::hint:
-        return state_.hint_is_masked ? "A hint is shown; Escape closes it."
-                                     : "A hint is shown: Tab and the arrow keys lead to its words, Enter chooses one, "
-                                       "Escape closes it.";
+        return state_.hint_is_masked || !layout_.can_type()
+                   ? "A hint is shown; Escape closes it."
+                   : "A hint is shown: Tab and the arrow keys lead to its words, Enter chooses one, "
+                     "Escape closes it.";
     case SharedPlace::list:
         return "A list is shown: Tab and the arrow keys lead to its lines, Enter chooses one, Escape closes it.";
     }
