@@ -31,7 +31,7 @@ dev/setup.sh check
 step Format check_format
 step Floors dev/check_floors
 step Scripts shellcheck --external-sources run test .ci/run dev/lib.sh dev/check.sh dev/format.sh dev/fuzz.sh dev/package.sh dev/pictures.sh \
-    dev/setup.sh dev/tidy.sh dev/torture.sh dev/wayland.sh
+    dev/setup.sh dev/speech.sh dev/tidy.sh dev/torture.sh dev/wayland.sh
 [[ $failed == 0 ]] || exit 1
 if [[ $# == 0 ]]; then
     ./test

@@ -39,6 +39,7 @@ void AnswerAids::ToggleAlwaysType()
     changed.always_type = !changed.always_type;
     services_.params.change_params(changed);
     services_.options.show_options();
+    form1_.window.announce(CourseOptions::words_for(Command::always_type, changed.always_type));
     if (changed.always_type && services_.layout.can_type())
         services_.display.let_me_type();
     else
@@ -57,6 +58,7 @@ void AnswerAids::ToggleListMode()
     else
         services_.status.reset_status();
     services_.options.show_options();
+    form1_.window.announce(CourseOptions::words_for(Command::always_hint, changed.list_mode));
     if (!changed.list_mode) {
         state_.AnswerShown = false;
         state_.shared_place = SharedPlace::statistics;

@@ -206,6 +206,16 @@ constexpr CommandRow commands[] = {
      .key = 'i',
      .help = "Empties both boxes for a new question and its answer. Texts that you left unsaved come back "
              "with Ctrl+Z in each box.\r\n\r\nKey: I"},
+    {.command = Command::repeat_question,
+     .modes = always,
+     .help = "Has a screen reader say what is asked, what is in the answer box, what the status line tells, and what "
+             "you can do now.\r\n\r\nKey: Ctrl+R",
+     .control_key = 'r'},
+    {.command = Command::tell_figures,
+     .modes = always,
+     .help = "Has a screen reader say the level, attempts and failures of the question on display, and the statistics "
+             "of the course.\r\n\r\nKey: Ctrl+L",
+     .control_key = 'l'},
     {.command = Command::save,
      .modes = in_editor,
      .button = ButtonRow{10, "&Save", "save edited question and answer", 200},
@@ -238,6 +248,15 @@ std::optional<Command> command_with_key(char key)
 {
     for (const CommandRow& row : commands) {
         if (key != no_key && row.key == key)
+            return row.command;
+    }
+    return std::nullopt;
+}
+
+std::optional<Command> command_with_control_key(char key)
+{
+    for (const CommandRow& row : commands) {
+        if (key != no_key && row.control_key == key)
             return row.command;
     }
     return std::nullopt;

@@ -67,6 +67,8 @@ enum class Command {
     about,
     let_me_type,
     insert,
+    repeat_question,
+    tell_figures,
     save
 };
 
@@ -96,6 +98,8 @@ struct CommandRow {
     std::optional<ButtonRow> button{};
     char key = no_key;          ///< lower-case letter that runs the command while no text box has the focus
     const char* help = nullptr; ///< text of the context help; null for none
+    /// lower-case letter that runs the command with Ctrl, from anywhere in the window
+    char control_key = no_key;
 };
 
 /// The menus, in order.
@@ -109,6 +113,9 @@ const CommandRow& row_of(Command command);
 
 /// The command that has this key, a lower-case letter; std::nullopt if there is none.
 std::optional<Command> command_with_key(char key);
+
+/// The command that this key, a lower-case letter, runs with Ctrl; std::nullopt if there is none.
+std::optional<Command> command_with_control_key(char key);
 
 /// The command that has this key and a button, and can also be run with Alt, because no menu uses the letter;
 /// std::nullopt if there is none.

@@ -3,6 +3,7 @@
 #include "common/text.h"
 #include "drill/commands.h"
 
+#include <cctype>
 #include <map>
 #include <string>
 
@@ -57,6 +58,10 @@ void ContextHelp::attach()
     attach_question_figures();
     attach_statistics();
     // A click on a list always chooses a line, so its help is shown only together with all the rest.
+    for (const CommandRow& row : command_table()) {
+        if (row.control_key != no_key)
+            note(std::string("Ctrl+") + static_cast<char>(std::toupper(row.control_key)), row.help);
+    }
     note("List",
          "A line for each record, with its level on the left. Click on a line, or go to it with the arrow keys and "
          "press Enter, to have its question on display. Escape closes the list; \"Recall last list\" shows it again.");
@@ -68,7 +73,7 @@ void ContextHelp::attach_toolbar()
     for (const CommandRow& row : command_table()) {
         if (row.button)
             buttons[row.button->number] = &row;
-        else if (row.help != nullptr)
+        else if (row.entry && row.help != nullptr)
             // A click on a menu entry chooses it, so its help is shown with all the rest only.
             note(common::replace_all(row.entry->caption, "&", ""), row.help);
     }

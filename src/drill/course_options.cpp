@@ -1,5 +1,7 @@
 #include "drill/course_options.h"
 
+#include "common/text.h"
+
 #include <string>
 
 namespace cuedrill::drill {
@@ -23,6 +25,11 @@ void CourseOptions::show_target_level()
 {
     commands_.entry(Command::change_target)
         .set_caption("Change target level (now " + std::to_string(course_.params.target_level) + ")");
+}
+
+std::string CourseOptions::words_for(Command option, bool on)
+{
+    return common::replace_all(row_of(option).entry->caption, "&", "") + (on ? ": on." : ": off.");
 }
 
 } // namespace cuedrill::drill

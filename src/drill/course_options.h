@@ -19,6 +19,9 @@ public:
     /// Updates the entry that shows the target level after it has changed.
     void show_target_level();
 
+    /// Says that the option is on or off, for assistive technology.
+    [[nodiscard]] static std::string words_for(Command option, bool on);
+
 private:
     CommandControls& commands_;
     const store::Course& course_;

@@ -1,5 +1,7 @@
 #include "drill/drill_commands.h"
 
+#include "common/text.h"
+
 #include <string>
 
 namespace cuedrill::drill {
@@ -29,14 +31,25 @@ void DrillCommands::attach()
 
 void DrillCommands::RunToolbarCommand(Command command)
 {
-    if (!controls_.enabled(command))
+    if (!controls_.enabled(command)) {
+        tell_disabled(command);
         return;
+    }
     platform::TextBox* const typed_in = box_with_focus();
     form1_.bot_focus.set_focus();
     run(command);
     // The record was not accepted: put the focus back into the box in which the user was typing.
     if (to_.editor.editing() && box_with_focus() == nullptr)
         (typed_in != nullptr ? *typed_in : form1_.Text_q).set_focus();
+}
+
+/// The button of a disabled command is grey; the key says so.
+void DrillCommands::tell_disabled(Command command) const
+{
+    if (command == Command::show_stats)
+        return to_.narrator.tell_statistics();
+    form1_.window.announce(common::replace_all(row_of(command).button->caption, "&", "") + " cannot be used now.");
+    to_.narrator.tell_next_step();
 }
 
 platform::TextBox* DrillCommands::box_with_focus() const
@@ -106,7 +119,8 @@ void DrillCommands::run(Command command)
     case Command::agenda:
         return to_.agenda.open_agenda();
     case Command::show_stats:
-        return to_.aids.m_view_stats();
+        to_.aids.m_view_stats();
+        return to_.narrator.tell_statistics();
     case Command::show_hints:
         return to_.aids.m_view_hints();
     case Command::count_mature:
@@ -141,6 +155,10 @@ void DrillCommands::run(Command command)
         return to_.editor.begin_new_record();
     case Command::save:
         return save();
+    case Command::repeat_question:
+        return to_.narrator.repeat();
+    case Command::tell_figures:
+        return to_.narrator.tell_figures();
     case Command::compact:
     case Command::repair:
     case Command::clear_all:
@@ -199,10 +217,11 @@ void DrillCommands::m_invert()
     to_.course.last_verdict.reset();
     to_.last_list.exchange_sides();
     to_.options.show_options();
+    form1_.window.announce(CourseOptions::words_for(Command::invert, changed.invert));
     // The question on display was asked in the old direction and must not be judged in the new one.
     Display::Change change(to_.display);
     form1_.bot_focus.set_focus();
-    run(Command::show_stats);
+    to_.aids.m_view_stats();
     change.keep();
     to_.selection.next_question();
 }

@@ -10,6 +10,7 @@
 #include "drill/end_of_program.h"
 #include "drill/last_list.h"
 #include "drill/level_commands.h"
+#include "drill/narrator.h"
 #include "drill/question_dialog.h"
 #include "drill/question_export.h"
 #include "drill/question_import.h"
@@ -54,6 +55,7 @@ public:
         Display& display;
         const DrillState& state;
         StatusLine& status;
+        const Narrator& narrator;
         platform::Desktop& desktop;
     };
 
@@ -68,7 +70,8 @@ public:
     /// @throws whatever the command throws.
     void run(Command command);
 
-    /// Does what a click on the command's button, or its key, does: nothing while the command is disabled. Takes the
+    /// Does what a click on the command's button, or its key, does. While the command is disabled, this only tells
+    /// assistive technology so. Takes the
     /// focus out of the text boxes, unless the command puts it there.
     /// @throws whatever the command throws.
     void RunToolbarCommand(Command command);
@@ -88,6 +91,7 @@ private:
     void change_target();
     void reset_all();
     void save();
+    void tell_disabled(Command command) const;
     [[nodiscard]] platform::TextBox* box_with_focus() const;
     template <class Work>
     void keep_due_true(Work work);

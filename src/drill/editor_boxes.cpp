@@ -44,6 +44,7 @@ void EditorBoxes::open_editor()
 {
     layout_.RelayoutWindow();
     form1_.Text_q.set_focus();
+    form1_.window.announce(edit_flags_.edit_mode ? "You are changing this question." : "New question. Question box.");
     status_.ShowStatus(edit_flags_.edit_mode
                            ? "Saving starts this record's history again."
                            : "Type the question and its answer, then press Save. Escape leaves without saving.",

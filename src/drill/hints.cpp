@@ -113,6 +113,7 @@ void Hints::BuildWordListHint()
     show(text, false);
     form1_.t_hint.set_words(std::move(places));
     words_ = std::move(words);
+    announce_words();
 }
 
 void Hints::BuildMaskedHint()
@@ -121,6 +122,33 @@ void Hints::BuildMaskedHint()
     std::string text = state_.shown.loaded_answer();
     std::replace_if(text.begin(), text.end(), is_letter_or_digit, HintMask);
     show(text, true);
+    announce_shape();
+}
+
+void Hints::announce_words() const
+{
+    std::string text;
+    for (const Word& word : words_)
+        text += (text.empty() ? "" : ", ") + word.text;
+    form1_.window.announce("Hint with " + std::to_string(words_.size()) + " words: " + text + ".");
+}
+
+/// Tells how many characters are hidden between those that are not, because no voice speaks a placeholder.
+void Hints::announce_shape() const
+{
+    const std::string shown = form1_.t_hint.text();
+    std::string text;
+    for (std::size_t at = 0; at < shown.size();) {
+        const std::size_t end = std::min(shown.find_first_not_of(HintMask, at), shown.size());
+        if (end == at) {
+            text += shown[at++];
+            continue;
+        }
+        text += (text.empty() || text.back() == ' ' ? "" : " ") + std::to_string(end - at) + " hidden";
+        text += end < shown.size() && shown[end] == ' ' ? "," : " ";
+        at = end;
+    }
+    form1_.window.announce("Hint: " + std::string(common::trim_blanks(text)) + ".");
 }
 
 void Hints::show(const std::string& text, bool masked)

@@ -47,6 +47,8 @@ private:
     };
 
     void show(const std::string& text, bool masked);
+    void announce_words() const;
+    void announce_shape() const;
     [[nodiscard]] std::vector<std::string> draw_answers();
     [[nodiscard]] std::vector<std::string> sorted_words(const std::vector<std::string>& answers) const;
     [[nodiscard]] std::int64_t draw_position(std::int64_t count);

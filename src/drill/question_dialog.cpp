@@ -122,8 +122,10 @@ void QuestionDialog::OnNo()
 {
     switch (state_.dialog) {
     case DialogState::AskToStart:
-        if (!layout_.question_on_display())
+        if (!layout_.question_on_display()) {
+            form1_.window.announce_last("Cuedrill ends.");
             end_of_program_.end_program();
+        }
         break;
     case DialogState::OfferAnswer:
         go_on([this] { leave_question(); });

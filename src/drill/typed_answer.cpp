@@ -92,6 +92,8 @@ void TypedAnswer::reveal()
     // No verdict has been stored yet.
     if (services_.layout.answer_on_display() && state_.SelfJudgement == "-")
         services_.status.ask_for_verdict();
+    else
+        services_.narrator.tell_next_step();
 }
 
 void TypedAnswer::on_enter()
@@ -102,7 +104,13 @@ void TypedAnswer::on_enter()
         JudgeTypedAnswer();
     else
         // The text was not typed by the user, so it cannot be judged.
-        services_.desktop.beep();
+        beep();
+}
+
+void TypedAnswer::beep()
+{
+    services_.desktop.beep();
+    services_.narrator.tell_next_step();
 }
 
 /// Whether the answer was revealed after the user marked it as known. Enter then confirms that and is judged like a
@@ -192,7 +200,7 @@ void TypedAnswer::OnHintClick()
     if (!word || flags_.editing() || !services_.layout.question_on_display())
         return;
     if (!services_.layout.can_type()) {
-        services_.desktop.beep();
+        beep();
         return;
     }
     const std::string before = form1_.Text_a.text();
@@ -209,6 +217,8 @@ void TypedAnswer::OnHintClick()
     if (same(common::trim_blanks_and_line_ends(answer),
              common::trim_blanks_and_line_ends(state_.shown.loaded_answer())))
         succeed(JudgedBy::program, &before);
+    else
+        form1_.window.announce("Right so far: " + answer);
 }
 
 bool TypedAnswer::begins_stored_answer(const std::string& text) const

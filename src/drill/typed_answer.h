@@ -5,6 +5,7 @@
 #include "drill/edit_flags.h"
 #include "drill/hints.h"
 #include "drill/key_policy.h"
+#include "drill/narrator.h"
 #include "drill/question_dialog.h"
 #include "drill/status_line.h"
 #include "drill/window_layout.h"
@@ -32,6 +33,7 @@ public:
         KeyPolicy& key_policy;
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
+        const Narrator& narrator;
     };
 
     TypedAnswer(platform::Form1& form1, DrillState& state, const EditFlags& flags, const Services& services)
@@ -63,6 +65,7 @@ private:
     void show_answer();
     void on_enter();
     void reveal();
+    void beep();
     [[nodiscard]] bool marked_as_known() const;
     bool insert_before_end(const platform::KeyPress& press);
     void succeed(scheduler::JudgedBy by, const std::string* answer_before = nullptr);

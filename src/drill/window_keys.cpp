@@ -40,6 +40,7 @@ bool WindowKeys::on_enter(const platform::KeyPress& press)
         return true;
     if (state_.AwaitingVerdict) {
         services_.desktop.beep();
+        services_.narrator.tell_next_step();
         return true;
     }
     if (!services_.layout.question_on_display() || !common::trim_blanks_and_line_ends(form1_.Text_a.text()).empty() ||
@@ -60,9 +61,15 @@ bool WindowKeys::on_escape(const platform::KeyPress& press)
         else if (form1_.panel_lista.visible())
             close_shared_place();
         else
-            services_.end_of_program.end_program();
+            end_program();
     });
     return true;
+}
+
+void WindowKeys::end_program()
+{
+    form1_.window.announce_last("Cuedrill ends.");
+    services_.end_of_program.end_program();
 }
 
 void WindowKeys::leave_boxes()
@@ -77,6 +84,7 @@ void WindowKeys::leave_boxes()
 
 void WindowKeys::close_shared_place()
 {
+    form1_.window.announce(state_.list_shown() ? "The list is closed." : "The hint is closed.");
     state_.shared_place = SharedPlace::statistics;
     services_.layout.RelayoutWindow();
     // If the user was typing an answer, typing can go on.
@@ -95,11 +103,13 @@ bool WindowKeys::on_sign(const platform::KeyPress& press)
 {
     if (services_.editor.editing() || (state_.TypingMode && !state_.answer_revealed))
         return false;
-    if (!services_.layout.question_on_display() || form1_.Text_q.text().empty() || !answer_is_shown())
-        return false;
     // If the stored answer is empty, the empty box equals it before anything is revealed.
-    if (state_.shown.loaded_answer().empty() && !state_.answer_revealed)
+    const bool shown = answer_is_shown() && (state_.answer_revealed || !state_.shown.loaded_answer().empty());
+    if (!services_.layout.question_on_display() || form1_.Text_q.text().empty() || !shown) {
+        if (!press.auto_repeat)
+            tell_answer_is_missing();
         return false;
+    }
     if (press.auto_repeat)
         return true;
     services_.key_policy.run(press, [this, &press] {
@@ -110,6 +120,13 @@ bool WindowKeys::on_sign(const platform::KeyPress& press)
             services_.dialog.FailAndNext();
     });
     return true;
+}
+
+/// Tells why "+" or "-" gives no verdict. In the answer box and in the list, it is a character.
+void WindowKeys::tell_answer_is_missing() const
+{
+    if (!AnswerHasFocus() && !form1_.listav.has_focus())
+        services_.narrator.tell_next_step();
 }
 
 bool WindowKeys::on_letter(const platform::KeyPress& press)
@@ -127,12 +144,25 @@ bool WindowKeys::on_letter(const platform::KeyPress& press)
 /// With Ctrl or Alt, some toolbar commands can be run from anywhere, even from a text box.
 bool WindowKeys::on_combination(const platform::KeyPress& press)
 {
+    if (on_control(press))
+        return true;
     const std::optional<Command> command = command_of_combination(press);
     if (!command)
         return false;
     if (!press.auto_repeat)
         services_.key_policy.run(press, [&] { services_.commands.RunToolbarCommand(*command); });
     return true;
+}
+
+/// Commands that run with Ctrl and leave the focus where it is.
+bool WindowKeys::on_control(const platform::KeyPress& press)
+{
+    if (press.modifier != KeyModifier::control)
+        return false;
+    const std::optional<Command> command = command_with_control_key(command_letter(press));
+    if (command && !press.auto_repeat)
+        services_.key_policy.run(press, [&] { services_.commands.run(*command); });
+    return command.has_value();
 }
 
 std::optional<Command> WindowKeys::command_of_combination(const platform::KeyPress& press) const

@@ -4,6 +4,7 @@
 #include "drill/drill_state.h"
 #include "drill/end_of_program.h"
 #include "drill/key_policy.h"
+#include "drill/narrator.h"
 #include "drill/question_dialog.h"
 #include "drill/record_editor.h"
 #include "drill/window_layout.h"
@@ -27,6 +28,7 @@ public:
         platform::Desktop& desktop;
         const platform::TextCompare& text_compare;
         EndOfProgram& end_of_program;
+        const Narrator& narrator;
     };
 
     WindowKeys(platform::Form1& form1, DrillState& state, const Services& services)
@@ -46,9 +48,12 @@ private:
     bool on_sign(const platform::KeyPress& press);
     bool on_letter(const platform::KeyPress& press);
     bool on_combination(const platform::KeyPress& press);
+    bool on_control(const platform::KeyPress& press);
     [[nodiscard]] std::optional<Command> command_of_combination(const platform::KeyPress& press) const;
     void leave_boxes();
+    void end_program();
     void close_shared_place();
+    void tell_answer_is_missing() const;
     [[nodiscard]] bool answer_is_shown() const;
     [[nodiscard]] bool AnswerHasFocus() const { return form1_.Text_a.has_focus(); }
     [[nodiscard]] bool QuestionHasFocus() const { return form1_.Text_q.has_focus(); }

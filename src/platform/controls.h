@@ -228,8 +228,11 @@ public:
     [[nodiscard]] virtual std::string caption() const = 0;
     virtual void show() = 0;
     virtual void hide() = 0;
-    /// Has assistive technology announce `text` immediately. Nothing is visible.
+    /// Has assistive technology announce `text`, together with other texts of the same moment. Nothing is visible.
     virtual void announce(std::string_view text) = 0;
+    /// The same for the last text before the program ends: waits until assistive technology, if there is any, has had
+    /// the time to read it.
+    virtual void announce_last(std::string_view text) = 0;
 
     /// Called once for each key that goes down or up in any window of the program, including boxes. The result for a
     /// key that goes up is ignored. If the hook is empty, each press is taken as the system reports it.

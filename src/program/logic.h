@@ -21,6 +21,7 @@
 #include "drill/last_list.h"
 #include "drill/level_commands.h"
 #include "drill/main_window.h"
+#include "drill/narrator.h"
 #include "drill/question_export.h"
 #include "drill/question_import.h"
 #include "drill/record_editor.h"
@@ -114,6 +115,8 @@ struct Logic {
     drill::Hints hints{form1, course, state, layout, p.random, p.text_compare};
     drill::Display display{form1, course, state, screen, status, layout, hints, p.clock};
 
+    drill::Narrator narrator{form1, state, edit_flags, screen, layout};
+
     scheduler::DeadTimes dead_times;
     keep::Copies copies{p.files, p.folders, p.data_folder};
     drill::KeyPolicy key_policy{p.clock};
@@ -153,7 +156,10 @@ struct Logic {
     drill::QuestionDialog dialog{form1,     state,     screen,  display, status,        layout,
                                  p.desktop, selection, scoring, editor,  end_of_program};
     drill::TypedAnswer typed_answer{
-        form1, state, edit_flags, {display, dialog, status, hints, layout, key_policy, p.desktop, p.text_compare}};
+        form1,
+        state,
+        edit_flags,
+        {display, dialog, status, hints, layout, key_policy, p.desktop, p.text_compare, narrator}};
     drill::AnswerAids aids{
         form1, course, state, {params, statistics, options, display, status, hints, layout, p.text_compare}};
     drill::ContextHelp context_help{form1, p.desktop};
@@ -185,9 +191,11 @@ struct Logic {
         form1, command_controls, {course,          params,         opener, title,        selection, scoring,
                                   levels,          end_of_program, editor, last_list,    lists,     question_import,
                                   question_export, dialog,         aids,   context_help, help,      agenda,
-                                  options,         display,        state,  status,       p.desktop}};
+                                  options,         display,        state,  status,       narrator,  p.desktop}};
     drill::WindowKeys keys{
-        form1, state, {dialog, commands, editor, layout, key_policy, p.desktop, p.text_compare, end_of_program}};
+        form1,
+        state,
+        {dialog, commands, editor, layout, key_policy, p.desktop, p.text_compare, end_of_program, narrator}};
     drill::ErrorReport error_report{course, course_copies, p.desktop, trace};
     app::StartRoutine start{course, opener, dead_times, kept, p.form2, p.files, trace};
 };

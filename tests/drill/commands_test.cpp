@@ -21,10 +21,10 @@ TEST(CommandTable, has_each_command_once)
     EXPECT_EQ(seen.size(), commands);
 }
 
-TEST(CommandTable, gives_each_command_an_entry_or_a_button)
+TEST(CommandTable, gives_each_command_an_entry_or_a_button_or_a_key_with_ctrl)
 {
     for (const CommandRow& row : command_table())
-        EXPECT_TRUE(row.entry || row.button) << static_cast<int>(row.command);
+        EXPECT_TRUE(row.entry || row.button || row.control_key != no_key) << static_cast<int>(row.command);
 }
 
 TEST(CommandTable, names_each_entry_once)
@@ -58,6 +58,26 @@ TEST(CommandTable, gives_no_key_twice)
             EXPECT_TRUE(keys.insert(row.key).second) << row.key;
         }
     }
+}
+
+TEST(CommandTable, gives_each_key_with_ctrl_one_command_a_help_and_a_line_in_the_manual)
+{
+    std::ifstream file(CUEDRILL_MANUAL);
+    const std::string manual{std::istreambuf_iterator<char>(file), {}};
+    std::set<char> keys;
+    for (const CommandRow& row : command_table()) {
+        if (row.control_key == no_key)
+            continue;
+        EXPECT_TRUE(keys.insert(row.control_key).second) << row.control_key;
+        EXPECT_EQ(command_with_control_key(row.control_key), row.command);
+        EXPECT_FALSE(command_with_key(row.control_key)) << "Ctrl never runs the command of a single key";
+        const std::string letter(1, static_cast<char>(std::toupper(row.control_key)));
+        ASSERT_NE(row.help, nullptr);
+        EXPECT_NE(std::string(row.help).find("Key: Ctrl+" + letter), std::string::npos) << letter;
+        EXPECT_NE(manual.find("<kbd>Ctrl</kbd>+<kbd>" + letter + "</kbd>"), std::string::npos) << letter;
+    }
+    EXPECT_EQ(keys, (std::set<char>{'l', 'r'}));
+    EXPECT_FALSE(command_with_control_key(no_key));
 }
 
 TEST(CommandTable, gives_each_key_a_help_that_names_it)

@@ -261,6 +261,8 @@ public:
     void show() override;
     void hide() override;
     void announce(std::string_view text) override;
+    /// Noted like any other announcement.
+    void announce_last(std::string_view text) override { announce(text); }
 
     /// The user presses a key; returns whether it was consumed.
     bool press(const platform::KeyPress& key);

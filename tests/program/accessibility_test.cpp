@@ -30,7 +30,6 @@ bool needs_name(QAccessible::Role role, const QAccessible::State& state)
     case QAccessible::RadioButton:
     case QAccessible::EditableText:
     case QAccessible::StaticText:
-    case QAccessible::Notification:
     case QAccessible::List:
     case QAccessible::ListItem:
     case QAccessible::ComboBox:
@@ -46,7 +45,7 @@ bool needs_name(QAccessible::Role role, const QAccessible::State& state)
 /// value is.
 bool may_be_empty(QAccessible::Role role)
 {
-    return role == QAccessible::StaticText || role == QAccessible::Notification;
+    return role == QAccessible::StaticText;
 }
 
 void walk(QAccessibleInterface& item, const std::string& above, Found& found)

@@ -40,15 +40,19 @@ Form1 interfaces_of(QtForm1Controls& c)
 } // namespace
 
 QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
-    : window("Form1", first_size, guard, state), menu_bar(*window.widget().menuBar(), window.gate()),
-      screen(window.widget()), Text_q("Text_q", window.gate(), window.key_filter()),
-      Text_a("Text_a", window.gate(), window.key_filter()), frame_stats("frame_stats", *new Card, guard),
-      panel_lista("panel_lista", *new QWidget, guard), t_hint("t_hint", window.gate(), window.key_filter()),
-      listav("listav", window.gate(), window.key_filter()), dialog_strip("dialog_strip", *new QWidget, guard),
-      bot_yes("bot_yes", window.gate()), bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()),
-      timer_250_ms(guard), timer_1_sec(guard), timer_1_min(guard), timer_idle(window.gate()),
-      timer_check(window.gate()), session_end(guard, [this] { window.end_session(); })
+    : window("Form1", first_size, guard, state),
+      menu_bar(*window.widget().menuBar(), window.gate(),
+               [this](const QString& text) { window.announcer().tell(text); }),
+      screen(window.widget(), [this](const QString& text) { window.announcer().tell(text); }),
+      Text_q("Text_q", window.gate(), window.key_filter()), Text_a("Text_a", window.gate(), window.key_filter()),
+      frame_stats("frame_stats", *new Card, guard), panel_lista("panel_lista", *new QWidget, guard),
+      t_hint("t_hint", window.gate(), window.key_filter()), listav("listav", window.gate(), window.key_filter()),
+      dialog_strip("dialog_strip", *new QWidget, guard), bot_yes("bot_yes", window.gate()),
+      bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()), timer_250_ms(guard), timer_1_sec(guard),
+      timer_1_min(guard), timer_idle(window.gate()), timer_check(window.gate()),
+      session_end(guard, [this] { window.end_session(); })
 {
+    t_hint.widget().word_reached = [this](const QString& word) { window.announcer().tell_now(word); };
     lay_out(*this);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/qt/qt_look.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QFontDatabase>
 #include <QKeyEvent>
@@ -158,11 +159,22 @@ void HintEdit::keyPressEvent(QKeyEvent* event)
         QPlainTextEdit::keyPressEvent(event);
         return;
     }
-    // Moves the cursor itself to the beginning of the selection, so that assistive technology is informed.
+    select(*word);
+    if (word_reached)
+        word_reached(textCursor().selectedText());
+}
+
+/// Selects the word without an accessibility event. A screen reader would speak the word that is no longer selected,
+/// and only then the new one; the word is announced instead.
+void HintEdit::select(const Word& word)
+{
+    // Moves the cursor itself to the beginning of the selection, where assistive technology finds it.
     QTextCursor cursor = textCursor();
-    cursor.setPosition(word->end);
-    cursor.setPosition(word->begin, QTextCursor::KeepAnchor);
+    cursor.setPosition(word.end);
+    cursor.setPosition(word.begin, QTextCursor::KeepAnchor);
+    const QAccessible::UpdateHandler handler = QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
     setTextCursor(cursor);
+    QAccessible::installUpdateHandler(handler);
 }
 
 const HintEdit::Word* HintEdit::word_of_key(const QKeyEvent& event) const

@@ -49,6 +49,9 @@ public:
     /// The left button was pressed and released on the text without dragging; the cursor is now before that character.
     std::function<void()> clicked;
 
+    /// A key has led to a word; gets its text.
+    std::function<void(const QString& word)> word_reached;
+
 protected:
     void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -61,6 +64,7 @@ protected:
     void doSetTextCursor(const QTextCursor& cursor) override;
 
 private:
+    void select(const Word& word);
     struct Press {
         int character;
         QPointF point;

@@ -83,6 +83,11 @@ MenuEntry& QtMenu::add_entry(std::string_view name, std::string_view caption)
     action->setMenuRole(QAction::NoRole);
     entries_.push_back(std::make_unique<QtMenuEntry>(*action, gate_));
     entries_.back()->set_caption(caption);
+    // A screen reader says by itself that an entry is checked, but not that it can be checked and is not.
+    QObject::connect(action, &QAction::hovered, action, [action, tell = tell_] {
+        if (action->isCheckable() && !action->isChecked())
+            tell(QStringLiteral("not checked"));
+    });
     return *entries_.back();
 }
 
@@ -111,7 +116,7 @@ Menu& QtMenuBar::add_menu(std::string_view name, std::string_view caption)
     QMenu* menu = menu_bar_.addMenu(to_qt(caption));
     menu->setObjectName(to_qt(name));
     menu->setAccessibleName(menu->title().remove(QLatin1Char('&')));
-    menus_.push_back(std::make_unique<QtMenu>(*menu, gate_));
+    menus_.push_back(std::make_unique<QtMenu>(*menu, gate_, tell_));
     return *menus_.back();
 }
 

@@ -5,7 +5,9 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QString>
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -39,15 +41,19 @@ private:
     std::string caption_;
 };
 
+/// Announces a text to assistive technology.
+using MenuTell = std::function<void(const QString&)>;
+
 class QtMenu final : public Menu {
 public:
-    QtMenu(QMenu& menu, QtActionGate& gate) : menu_(menu), gate_(gate) {}
+    QtMenu(QMenu& menu, QtActionGate& gate, MenuTell tell) : menu_(menu), gate_(gate), tell_(std::move(tell)) {}
 
     MenuEntry& add_entry(std::string_view name, std::string_view caption) override;
 
 private:
     QMenu& menu_;
     QtActionGate& gate_;
+    MenuTell tell_;
     std::vector<std::unique_ptr<QtMenuEntry>> entries_;
 };
 
@@ -68,13 +74,18 @@ private:
 
 class QtMenuBar final : public MenuBar {
 public:
-    QtMenuBar(QMenuBar& menu_bar, QtActionGate& gate) : menu_bar_(menu_bar), gate_(gate), focus_(menu_bar) {}
+    /// @param tell announces whether an option is off when the user comes to its entry.
+    QtMenuBar(QMenuBar& menu_bar, QtActionGate& gate, MenuTell tell)
+        : menu_bar_(menu_bar), gate_(gate), tell_(std::move(tell)), focus_(menu_bar)
+    {
+    }
 
     Menu& add_menu(std::string_view name, std::string_view caption) override;
 
 private:
     QMenuBar& menu_bar_;
     QtActionGate& gate_;
+    MenuTell tell_;
     QtMenuFocus focus_;
     std::vector<std::unique_ptr<QtMenu>> menus_;
 };

@@ -50,8 +50,6 @@ CaptionLabel* make_label(const NamedLine& named, QWidget& parent)
     auto* const label = new CaptionLabel(kind == Kind::caption ? CaptionLabel::Tone::quiet : CaptionLabel::Tone::plain);
     label->setParent(&parent);
     label->setObjectName(QString::fromLatin1(named.name));
-    if (is_announced(named.line))
-        make_notification(*label);
     QFont font = label->font();
     font.setWeight(regular_weight(named.line));
     if (kind == Kind::prompt)
@@ -73,7 +71,7 @@ void draw_level(LevelRow& row, const LevelLine& line)
 
 } // namespace
 
-QtScreen::QtScreen(QWidget& parent, std::function<void(QLabel&)> tell) : tell_(std::move(tell))
+QtScreen::QtScreen(QWidget& parent, std::function<void(const QString&)> tell) : tell_(std::move(tell))
 {
     std::transform(screen_lines.begin(), screen_lines.end(), labels_.begin(),
                    [&](const NamedLine& named) { return make_label(named, parent); });
@@ -98,7 +96,7 @@ void QtScreen::show(const Screen& screen)
         const ScreenLine line = screen_lines[i].line;
         draw(*labels_[i], screen.*line, before.*line);
         if (is_announced(line))
-            tell(*labels_[i], screen.*line, before.*line);
+            tell(screen.*line, before.*line);
     }
     for (std::size_t level = 0; level < level_rows_.size(); ++level) {
         if (screen.panel_level[level] != before.panel_level[level])
@@ -126,10 +124,10 @@ void QtScreen::draw(CaptionLabel& label, const Line& line, const Line& before) c
 }
 
 /// Announces a line whose `news` has changed, even if the text is the same: the same thing has happened again.
-void QtScreen::tell(CaptionLabel& label, const Line& line, const Line& before) const
+void QtScreen::tell(const Line& line, const Line& before) const
 {
     if (line.news != before.news && !line.text.empty())
-        tell_(label);
+        tell_(to_qt(line.text));
 }
 
 void QtScreen::offer_help(ScreenLine line, const std::function<void()>& ask)

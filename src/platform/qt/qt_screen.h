@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/qt/qt_announcement.h"
 #include "platform/qt/qt_caption_label.h"
 #include "platform/qt/qt_level_row.h"
 #include "platform/screen.h"
 
+#include <QString>
 #include <array>
 #include <functional>
 
@@ -14,8 +14,8 @@ namespace cuedrill::platform::qt {
 class QtScreen final : public ScreenView {
 public:
     /// @param parent owns the labels; it must outlive the last use of this object.
-    /// @param tell announces a label to assistive technology; a parameter for tests.
-    explicit QtScreen(QWidget& parent, std::function<void(QLabel&)> tell = qt::announce);
+    /// @param tell announces a text to assistive technology.
+    QtScreen(QWidget& parent, std::function<void(const QString&)> tell);
 
     void show(const Screen& screen) override;
     void offer_help(ScreenLine line, const std::function<void()>& ask) override;
@@ -26,9 +26,9 @@ public:
 
 private:
     void draw(CaptionLabel& label, const Line& line, const Line& before) const;
-    void tell(CaptionLabel& label, const Line& line, const Line& before) const;
+    void tell(const Line& line, const Line& before) const;
 
-    std::function<void(QLabel&)> tell_;
+    std::function<void(const QString&)> tell_;
     std::array<CaptionLabel*, screen_lines.size()> labels_; ///< in the order of `screen_lines`
     std::array<LevelRow*, level_panels> level_rows_;
     Screen shown_;

@@ -65,6 +65,11 @@ void QtWindow::announce(std::string_view text)
     announcer_.tell(to_qt(text));
 }
 
+void QtWindow::announce_last(std::string_view text)
+{
+    announcer_.tell_last(to_qt(text));
+}
+
 void QtWindow::ask_to_close()
 {
     guard_.run(on_close);

@@ -29,6 +29,7 @@ public:
     void show() override;
     void hide() override;
     void announce(std::string_view text) override;
+    void announce_last(std::string_view text) override;
 
     /// Calls `on_close`, as a click on the window's close button does.
     void ask_to_close();
@@ -39,6 +40,8 @@ public:
     [[nodiscard]] AskingWindow& widget() { return window_; }
     /// The gate for user actions in this window.
     [[nodiscard]] QtActionGate& gate() { return gate_; }
+    /// For announcements of the controls in this window.
+    [[nodiscard]] QtAnnouncer& announcer() { return announcer_; }
     /// The key filter for all windows of the program.
     [[nodiscard]] QtKeyFilter& key_filter() { return key_filter_; }
 

@@ -74,7 +74,7 @@ protected:
     QtButton button{"bot_yes", window.gate()};
     QtButton tool{"pb_1", window.gate(), QtButton::Kind::toolbar};
     QWidget other_labels; ///< parent of the labels that no test uses
-    QtScreen screen{other_labels};
+    QtScreen screen{other_labels, [](const QString&) {}};
     QWidget& label = screen.label(&Screen::panel_total);
     QWidget& panel = screen.level_row(2);
     QPlainTextEdit typed;

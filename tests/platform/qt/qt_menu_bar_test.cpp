@@ -20,7 +20,8 @@ protected:
     QtGuard guard;
     QMenuBar bar;
     QtActionGate gate{guard, bar};
-    QtMenuBar menu_bar{bar, gate};
+    std::vector<std::string> told;
+    QtMenuBar menu_bar{bar, gate, [this](const QString& text) { told.push_back(text.toStdString()); }};
 };
 
 TEST_F(QtMenuBarTest, ShowsMenusAndEntriesInOrder)
@@ -47,6 +48,20 @@ TEST_F(QtMenuBarTest, AClickReachesTheEntry)
     action("m_exit").trigger();
     QCoreApplication::processEvents();
     EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(QtMenuBarTest, AnOptionThatIsOffIsToldWhenTheUserComesToIt)
+{
+    Menu& menu = menu_bar.add_menu("options", "&Options");
+    MenuEntry& option = menu.add_entry("m_invert", "&Invert");
+    option.set_checkable(true);
+    menu.add_entry("m_target", "Change &target level");
+    for (const char* name : {"m_invert", "m_target"})
+        action(name).hover();
+    EXPECT_EQ(told, std::vector<std::string>{"not checked"});
+    option.set_checked(true);
+    action("m_invert").hover();
+    EXPECT_EQ(told.size(), 1U);
 }
 
 TEST_F(QtMenuBarTest, TheCheckMarkIsWhatWasSetAndNotWhatAClickToggles)
@@ -131,7 +146,7 @@ protected:
     QMainWindow window;
     QPlainTextEdit text;
     QtActionGate gate{guard, window};
-    QtMenuBar menu_bar{*window.menuBar(), gate};
+    QtMenuBar menu_bar{*window.menuBar(), gate, [](const QString&) {}};
 };
 
 TEST_F(MenuKeysTest, TheKeyboardGoesBackAfterAMenuWasLeftForAnother)
