@@ -2,6 +2,7 @@
 
 #include "common/errors.h"
 
+#include <QByteArray>
 #include <QGuiApplication>
 #include <QRegion>
 #include <QScreen>
@@ -14,7 +15,8 @@ namespace {
 
 constexpr std::string_view application = "CUEDRILL";
 constexpr std::string_view section = "window";
-constexpr std::string_view key = "geometry";
+constexpr std::string_view place_key = "geometry";
+constexpr std::string_view zoom_key = "zoom";
 
 int shared_area(const QRect& a, const QRect& b)
 {
@@ -24,17 +26,34 @@ int shared_area(const QRect& a, const QRect& b)
 
 } // namespace
 
-bool QtWindowState::restore(QWidget& window) const
+std::optional<std::string> QtWindowState::get(std::string_view key) const
 {
     if (store_ == nullptr)
-        return false;
+        return std::nullopt;
     try {
-        const std::string kept = store_->get(application, section, key).value_or("");
-        if (!window.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(kept))))
-            return false;
+        return store_->get(application, section, key);
     } catch (const common::Error&) {
-        return false;
+        return std::nullopt;
     }
+}
+
+void QtWindowState::set(std::string_view key, std::string_view value) const
+{
+    if (store_ == nullptr)
+        return;
+    try {
+        store_->set(application, section, key, value);
+    } catch (const common::Error&) {
+        // Not an error for the user: next time the window opens with its defaults.
+        return;
+    }
+}
+
+bool QtWindowState::restore(QWidget& window) const
+{
+    const std::string kept = get(place_key).value_or("");
+    if (!window.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(kept))))
+        return false;
     // restoreGeometry is satisfied if part of the window is visible, and would restore full screen, too.
     const QRect place = window.normalGeometry();
     const Qt::WindowStates states = window.windowState() & Qt::WindowMaximized;
@@ -49,14 +68,22 @@ bool QtWindowState::restore(QWidget& window) const
 
 void QtWindowState::save(const QWidget& window) const
 {
-    if (store_ == nullptr)
-        return;
-    try {
-        store_->set(application, section, key, window.saveGeometry().toBase64().toStdString());
-    } catch (const common::Error&) {
-        // Not an error for the user: next time the window opens at its default position.
-        return;
-    }
+    set(place_key, window.saveGeometry().toBase64().toStdString());
+}
+
+std::optional<int> QtWindowState::zoom() const
+{
+    const std::string kept = get(zoom_key).value_or("");
+    bool is_number = false;
+    const int percent = QByteArray::fromStdString(kept).toInt(&is_number);
+    if (!is_number || percent < smallest_zoom || percent > largest_zoom)
+        return std::nullopt;
+    return percent;
+}
+
+void QtWindowState::save_zoom(int percent) const
+{
+    set(zoom_key, std::to_string(percent));
 }
 
 QRect brought_onto_screen(const QRect& place, QSize smallest, const QList<QRect>& screens)

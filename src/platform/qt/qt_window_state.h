@@ -5,16 +5,24 @@
 #include <QList>
 #include <QRect>
 #include <QSize>
+#include <optional>
+#include <string>
+#include <string_view>
 
 class QWidget;
 
 namespace cuedrill::platform::qt {
 
+/// Zoom of the user in percent.
+inline constexpr int smallest_zoom = 60;
+inline constexpr int usual_zoom = 100;
+inline constexpr int largest_zoom = 400;
+
 /// Stores position and size of a window, and whether it is maximised, between runs of the program. Errors of the store
 /// and unusable values are ignored.
 class QtWindowState {
 public:
-    /// @param store where to store them, in the section "window"; null if they are not stored.
+    /// @param store where to store them and the zoom, in the section "window"; null if they are not stored.
     explicit QtWindowState(SettingsStore* store = nullptr) : store_(store) {}
 
     /// Restores the stored state of `window`, which must not have been shown yet, and moves it so that all of it is on
@@ -26,7 +34,15 @@ public:
     /// size.
     void save(const QWidget& window) const;
 
+    /// The stored zoom of the type in percent; std::nullopt if none between `smallest_zoom` and `largest_zoom` is
+    /// stored.
+    [[nodiscard]] std::optional<int> zoom() const;
+    void save_zoom(int percent) const;
+
 private:
+    [[nodiscard]] std::optional<std::string> get(std::string_view key) const;
+    void set(std::string_view key, std::string_view value) const;
+
     SettingsStore* store_;
 };
 
