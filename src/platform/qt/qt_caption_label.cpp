@@ -58,6 +58,10 @@ QString CaptionLabel::shown_text() const
 void CaptionLabel::set_wrapping(bool wrapping)
 {
     wrapping_ = wrapping;
+    // A fixed height would be that of a single line.
+    QSizePolicy policy = sizePolicy();
+    policy.setVerticalPolicy(wrapping ? QSizePolicy::Preferred : QSizePolicy::Fixed);
+    setSizePolicy(policy);
     updateGeometry();
 }
 

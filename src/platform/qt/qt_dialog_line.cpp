@@ -20,7 +20,6 @@ DialogLine::DialogLine(CaptionLabel& prompt, QWidget& strip, const Buttons& butt
     prompt_.setParent(this);
     strip_.setParent(this);
     strip_.installEventFilter(this);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void DialogLine::set_tight(bool tight)

@@ -15,26 +15,27 @@ namespace {
 
 constexpr QMargins narrow_margins{6, 4, 6, 3};
 constexpr int narrow_gap = 4;
+constexpr int text_lines = 2; // of question and answer that are always to be seen, if there is any room
 constexpr QMargins line_margins{10, 3, 10, 3}; // around the folded statistics
 
-/// The height, in pixels, of a text area that shows two lines of its type.
-int usable_height(const QWidget& text)
+/// The height, in pixels, of a text area that shows this many lines of its type.
+int usable_height(const QWidget& text, int lines)
 {
-    constexpr int lines = 2;
     return lines * text.fontMetrics().lineSpacing() + 2 * static_cast<int>(text_margin) + 2 * card_inset;
 }
 
 } // namespace
 
-const std::array<Folding::Fold, 8> Folding::folds{{
-    {true, false, true, true, true, 2},
-    {false, true, true, true, true, 2},
-    {false, true, false, true, true, 2},
-    {false, true, false, false, true, 2},
-    {false, true, false, false, true, 1},
-    {false, false, false, false, true, 1},
-    {false, false, false, false, false, 1},
-    {false, false, false, false, false, 0},
+const std::array<Folding::Fold, 9> Folding::folds{{
+    {true, false, true, true, true, 2, 0},
+    {false, true, true, true, true, 2, 4},
+    {false, true, false, true, true, 2, 3},
+    {false, true, false, false, true, 2, 2},
+    {false, true, false, false, true, 1, 2},
+    {false, false, false, false, true, 1, 2},
+    {false, false, false, false, false, 1, 2},
+    {false, false, false, false, false, 0, 2},
+    {false, false, false, false, false, 0, 1},
 }};
 
 Folding::Folding(QWidget& content, const FoldingParts& parts)
@@ -92,7 +93,7 @@ int Folding::shared_height(const Fold& fold) const
     if (fold.statistics_line)
         height = parts_.folded_statistics.sizeHint().height() + line_margins.top() + line_margins.bottom();
     if (!parts_.hint_and_list.isHidden())
-        height = std::max(height, usable_height(parts_.list.isHidden() ? parts_.hint : parts_.list));
+        height = std::max(height, usable_height(parts_.list.isHidden() ? parts_.hint : parts_.list, fold.hint_lines));
     return height;
 }
 
@@ -112,7 +113,7 @@ bool Folding::fits(const Fold& fold) const
         add(parts_.toolbar.height_for(width, fold.toolbar_rows));
     if (fold.headings)
         height += parts_.headings.layout()->heightForWidth(width) + heading_gap;
-    add(std::max(usable_height(parts_.question), usable_height(parts_.answer)));
+    add(std::max(usable_height(parts_.question, text_lines), usable_height(parts_.answer, text_lines)));
     if (fold.figures)
         add(parts_.figures.sizeHint().height());
     if (shows_place(fold))
@@ -146,6 +147,11 @@ void Folding::apply(const Fold& fold)
     // The user scrolls through a list, so it gets a share of the window's height.
     const bool shares = hint_or_list && (!parts_.list.isHidden() || !fold.statistics);
     parts_.lines.setStretchFactor(&parts_.shared_place, shares ? 1 : 0);
+    // At once and from the inside out. Left to the toolkit, this takes several turns of the event loop, and the user sees
+    // the window in between.
+    for (const QWidget* part : std::initializer_list<const QWidget*>{
+             parts_.statistics.parentWidget(), &parts_.hint_and_list, &parts_.shared_place, &parts_.headings})
+        part->layout()->activate();
     parts_.lines.activate();
 }
 

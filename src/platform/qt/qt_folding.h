@@ -51,11 +51,12 @@ private:
         bool wide_gaps;
         bool headings;
         int toolbar_rows;
+        int hint_lines; ///< lines of a hint or a list that are seen at least, where the statistics are folded
 
         friend bool operator==(const Fold&, const Fold&) = default;
     };
 
-    static const std::array<Fold, 8> folds;
+    static const std::array<Fold, 9> folds;
 
     void fold();
     [[nodiscard]] bool fits(const Fold& fold) const;

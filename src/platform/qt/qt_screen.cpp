@@ -71,7 +71,7 @@ void draw_level(LevelRow& row, const LevelLine& line)
     row.set_marked(line.marked);
 }
 
-/// The figures of the course, each with its caption, the most important first.
+/// The figures of the course, each with its caption, the most important first; without the clock.
 QStringList in_one_line(const Screen& screen)
 {
     const auto figure = [](const Line& caption, const Line& value) {
@@ -86,8 +86,7 @@ QStringList in_one_line(const Screen& screen)
             figure(screen.lab_score, screen.Panel_score),
             figure(screen.lab_time_today, screen.panel_time_today),
             figure(screen.lab_open_time, screen.panel_open_time),
-            figure(screen.lab_time_ever, screen.panel_time_ever),
-            figure(screen.lab_time_now, screen.Panel_time_now)};
+            figure(screen.lab_time_ever, screen.panel_time_ever)};
 }
 
 } // namespace

@@ -21,7 +21,6 @@ int width_of(const QPushButton& button)
 
 Toolbar::Toolbar() : more_(*new QPushButton(QStringLiteral("More"), this))
 {
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     more_.setObjectName(QStringLiteral("more_commands"));
     more_.setAccessibleName(QStringLiteral("More commands"));
     more_.setFocusPolicy(Qt::TabFocus);
