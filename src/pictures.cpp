@@ -289,7 +289,9 @@ private:
                 QCoreApplication::processEvents();
                 at_work_ = true;
                 User(window).bring_to(*wish_->mode);
-                QCoreApplication::processEvents();
+                // Until all layouts have passed their requests on.
+                for (int turn = 0; turn < 3; ++turn)
+                    QCoreApplication::processEvents();
                 if (*wish_->mode->window != 0)
                     save(further_window(wish_->mode->window));
                 else if (*wish_->mode->box == 0)

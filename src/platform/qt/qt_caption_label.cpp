@@ -18,6 +18,8 @@ constexpr int widest_hint_in_characters = 28;
 constexpr int most_wrapped_lines = 3;
 constexpr int height_beyond_text = 8;
 
+constexpr QChar ellipsis(0x2026);
+
 } // namespace
 
 CaptionLabel::CaptionLabel(Tone tone) : tone_(tone)
@@ -63,6 +65,12 @@ void CaptionLabel::set_wrapping(bool wrapping)
     policy.setVerticalPolicy(wrapping ? QSizePolicy::Preferred : QSizePolicy::Fixed);
     setSizePolicy(policy);
     updateGeometry();
+}
+
+bool CaptionLabel::fits(int width) const
+{
+    const QStringList wrapped = lines(width - 2 * padding, wrapping_ ? most_wrapped_lines : 1);
+    return fontMetrics().horizontalAdvance(wrapped.last()) <= width && !wrapped.last().endsWith(ellipsis);
 }
 
 int CaptionLabel::heightForWidth(int width) const

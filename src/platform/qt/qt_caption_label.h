@@ -25,6 +25,9 @@ public:
     /// Has the layout leave the whole width to the text, if it is not longer than usual.
     void keep_whole() { whole_ = true; }
 
+    /// Whether the text, in as many lines as it may have, can be shown without an ellipsis at this width.
+    [[nodiscard]] bool fits(int width) const;
+
     [[nodiscard]] bool hasHeightForWidth() const override { return wrapping_; }
     [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize sizeHint() const override;

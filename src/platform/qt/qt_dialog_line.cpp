@@ -11,6 +11,7 @@ constexpr int gap = 12;
 constexpr int narrow_gap = 2;
 constexpr int padding = 12; // above and below the caption of a button, beyond what the style has
 constexpr int button_gap = 8;
+constexpr int prompt_space = 6;
 
 } // namespace
 
@@ -55,14 +56,15 @@ DialogLine::Places DialogLine::places(int width, bool tight) const
     const int usual = (width - gap) * 3 / 5;
     for (const int strip : {usual, needed_width_}) {
         const int prompt = width - gap - strip;
-        if (strip < needed_width_ || prompt <= 0)
+        if (strip < needed_width_ || !prompt_.fits(prompt))
             continue;
         const int prompt_height = prompt_.heightForWidth(prompt);
         if (prompt_height <= height)
             return {QRect(0, (height - prompt_height) / 2, prompt, prompt_height),
                     QRect(width - strip, 0, strip, height)};
     }
-    const int prompt_height = prompt_.heightForWidth(width);
+    // Where room is scarce, the prompt has no space above and below.
+    const int prompt_height = prompt_.heightForWidth(width) - (tight ? prompt_space : 0);
     return {QRect(0, 0, width, prompt_height), QRect(0, prompt_height + narrow_gap, width, height)};
 }
 
@@ -88,6 +90,12 @@ void DialogLine::arrange()
     strip_.setGeometry(now.strip);
 }
 
+void DialogLine::content_changed()
+{
+    updateGeometry();
+    arrange();
+}
+
 void DialogLine::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
@@ -97,10 +105,8 @@ void DialogLine::resizeEvent(QResizeEvent* event)
 bool DialogLine::event(QEvent* event)
 {
     // The prompt has a new text.
-    if (event->type() == QEvent::LayoutRequest) {
-        updateGeometry();
-        arrange();
-    }
+    if (event->type() == QEvent::LayoutRequest)
+        content_changed();
     return QWidget::event(event);
 }
 
@@ -109,8 +115,7 @@ bool DialogLine::eventFilter(QObject* watched, QEvent* event)
     // A button has a new caption, or has come or gone.
     if (event->type() == QEvent::LayoutRequest) {
         note_needed_width();
-        updateGeometry();
-        arrange();
+        content_changed();
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -41,6 +41,7 @@ private:
     [[nodiscard]] Places places(int width, bool tight) const;
     [[nodiscard]] int strip_height(bool tight) const;
     void note_needed_width();
+    void content_changed();
     void arrange();
 
     CaptionLabel& prompt_;

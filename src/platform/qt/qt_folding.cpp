@@ -14,7 +14,7 @@ namespace cuedrill::platform::qt {
 namespace {
 
 constexpr QMargins narrow_margins{6, 4, 6, 3};
-constexpr int narrow_gap = 4;
+constexpr int narrow_gap = 3;
 constexpr int text_lines = 2; // of question and answer that are always to be seen, if there is any room
 constexpr QMargins line_margins{10, 3, 10, 3}; // around the folded statistics
 
@@ -147,8 +147,8 @@ void Folding::apply(const Fold& fold)
     // The user scrolls through a list, so it gets a share of the window's height.
     const bool shares = hint_or_list && (!parts_.list.isHidden() || !fold.statistics);
     parts_.lines.setStretchFactor(&parts_.shared_place, shares ? 1 : 0);
-    // At once and from the inside out. Left to the toolkit, this takes several turns of the event loop, and the user sees
-    // the window in between.
+    // At once and from the inside out. Left to the toolkit, this takes several turns of the event loop, and the user
+    // sees the window in between.
     for (const QWidget* part : std::initializer_list<const QWidget*>{
              parts_.statistics.parentWidget(), &parts_.hint_and_list, &parts_.shared_place, &parts_.headings})
         part->layout()->activate();
