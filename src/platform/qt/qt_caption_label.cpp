@@ -18,8 +18,6 @@ constexpr int widest_hint_in_characters = 28;
 constexpr int most_wrapped_lines = 3;
 constexpr int height_beyond_text = 8;
 
-constexpr QChar ellipsis(0x2026);
-
 } // namespace
 
 CaptionLabel::CaptionLabel(Tone tone) : tone_(tone)
@@ -69,8 +67,7 @@ void CaptionLabel::set_wrapping(bool wrapping)
 
 bool CaptionLabel::fits(int width) const
 {
-    const QStringList wrapped = lines(width - 2 * padding, wrapping_ ? most_wrapped_lines : 1);
-    return fontMetrics().horizontalAdvance(wrapped.last()) <= width && !wrapped.last().endsWith(ellipsis);
+    return lines(width - 2 * padding, wrapping_ ? most_wrapped_lines : 1).join(QLatin1Char(' ')) == in_one_line();
 }
 
 int CaptionLabel::heightForWidth(int width) const
@@ -92,11 +89,17 @@ QStringList CaptionLabel::shown_lines() const
     return lines(contentsRect().width() - inset, most_lines);
 }
 
+QString CaptionLabel::in_one_line() const
+{
+    QString line = text();
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return line;
+}
+
 /// The text broken into lines of this width. If it has more than `most_lines`, the last one ends in an ellipsis.
 QStringList CaptionLabel::lines(int width, int most_lines) const
 {
-    QString rest = text();
-    rest.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    QString rest = in_one_line();
     QStringList result;
     while (static_cast<int>(result.size()) < most_lines - 1 && fontMetrics().horizontalAdvance(rest) > width) {
         qsizetype end = rest.lastIndexOf(QLatin1Char(' '));

@@ -41,6 +41,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    [[nodiscard]] QString in_one_line() const;
     [[nodiscard]] QStringList lines(int width, int most_lines) const;
     [[nodiscard]] QStringList shown_lines() const;
 
