@@ -16,6 +16,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPalette>
+#include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
@@ -179,6 +180,11 @@ QPalette dark_theme()
     return palette;
 }
 
+bool is_one_of(const Mode& mode, std::initializer_list<std::string_view> names)
+{
+    return std::find(names.begin(), names.end(), mode.name) != names.end();
+}
+
 class CourseMaker {
 public:
     /// Makes a new course file whose first mature question is that of `texts`.
@@ -242,6 +248,12 @@ private:
     platform::icu::IcuTextCompare text_compare_;
     platform::sqlite::SqliteDatabase database_{text_compare_};
 };
+
+/// Shown in place of the words of a hint.
+const QString hint_words =
+    QStringLiteral(" [Budapest]   [Cardiff]   [Copenhagen]   [Danube]   [Dublin]   [fjord]   [Helsinki]   [islands]   "
+                   "[Lisbon]   [Madrid]   [mouth]   [name]   [of]   [on]   [Oslo]   [Paris]   [Reykjavik]   [Rome]   "
+                   "[Seine]   [Tagus]   [that]   [the]   [too]   [two]");
 
 /// What QT_FONT_DPI sets: the toolkit takes it for a scale, as it does what a desktop tells.
 int chosen_dpi()
@@ -341,6 +353,11 @@ private:
         // The clock would be another one in each picture.
         if (auto* const clock = widget.findChild<QLabel*>(QStringLiteral("Panel_time_now")))
             clock->setText(QStringLiteral("12:34.56"));
+        // The words are drawn at random.
+        if (is_one_of(*wish_->mode, {"word-hint"})) {
+            if (auto* const words = widget.findChild<QPlainTextEdit*>(QStringLiteral("t_hint")))
+                words->setPlainText(hint_words);
+        }
         taken_ = widget.grab().save(folder_ + "/" + name());
     }
 
@@ -368,11 +385,6 @@ private:
     bool at_work_ = false; ///< the user's actions of the mode are running
     std::string failure_;
 };
-
-bool is_one_of(const Mode& mode, std::initializer_list<std::string_view> names)
-{
-    return std::find(names.begin(), names.end(), mode.name) != names.end();
-}
 
 /// A few modes at the size of each screen that is not too small for the window at this scale.
 std::vector<Wish> wishes_for_screens(double scale)
@@ -410,10 +422,8 @@ std::vector<Wish> wishes(double scale, bool all_modes)
         if (scale != 1)
             continue;
         if (is_one_of(mode, {"question", "answer", "word-hint", "masked-hint", "list"})) {
-            for (const QSize size : {QSize(800, 600), QSize(1280, 900)}) {
-                for (const bool dark : {false, true})
-                    list.push_back({.mode = &mode, .texts = short_texts, .size = size, .dark = dark});
-            }
+            for (const bool dark : {false, true})
+                list.push_back({.mode = &mode, .texts = short_texts, .size = QSize(800, 600), .dark = dark});
         }
         if (is_one_of(mode, {"answer", "word-hint", "wrong-box", "list-with-answers"})) {
             for (const Texts& texts : long_texts)
