@@ -12,9 +12,11 @@
 #include <QDir>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPalette>
+#include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
@@ -23,6 +25,7 @@
 #include <exception>
 #include <initializer_list>
 #include <iostream>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +36,11 @@ namespace {
 using namespace cuedrill;
 
 constexpr QSize usual_size(1000, 720);
+
+/// Sizes of screens in their own pixels; at a scale, a window that fills the screen is smaller by as much.
+constexpr QSize screens[] = {{1024, 600}, {1280, 900}, {1920, 1080}};
+/// Dots per inch of the screen where QT_FONT_DPI sets no others.
+constexpr int usual_dpi = 96;
 
 /// The first question and its answer.
 struct Texts {
@@ -172,6 +180,11 @@ QPalette dark_theme()
     return palette;
 }
 
+bool is_one_of(const Mode& mode, std::initializer_list<std::string_view> names)
+{
+    return std::find(names.begin(), names.end(), mode.name) != names.end();
+}
+
 class CourseMaker {
 public:
     /// Makes a new course file whose first mature question is that of `texts`.
@@ -236,6 +249,19 @@ private:
     platform::sqlite::SqliteDatabase database_{text_compare_};
 };
 
+/// Shown in place of the words of a hint.
+const QString hint_words =
+    QStringLiteral(" [Budapest]   [Cardiff]   [Copenhagen]   [Danube]   [Dublin]   [fjord]   [Helsinki]   [islands]   "
+                   "[Lisbon]   [Madrid]   [mouth]   [name]   [of]   [on]   [Oslo]   [Paris]   [Reykjavik]   [Rome]   "
+                   "[Seine]   [Tagus]   [that]   [the]   [too]   [two]");
+
+/// What QT_FONT_DPI sets: the toolkit takes it for a scale, as it does what a desktop tells.
+int chosen_dpi()
+{
+    const int chosen = qEnvironmentVariableIntValue("QT_FONT_DPI");
+    return chosen > 0 ? chosen : usual_dpi;
+}
+
 class Camera {
 public:
     explicit Camera(QString folder) : folder_(std::move(folder))
@@ -275,7 +301,9 @@ private:
                 QCoreApplication::processEvents();
                 at_work_ = true;
                 User(window).bring_to(*wish_->mode);
-                QCoreApplication::processEvents();
+                // Until all layouts have passed their requests on.
+                for (int turn = 0; turn < 3; ++turn)
+                    QCoreApplication::processEvents();
                 if (*wish_->mode->window != 0)
                     save(further_window(wish_->mode->window));
                 else if (*wish_->mode->box == 0)
@@ -320,7 +348,18 @@ private:
         box->reject();
     }
 
-    void save(QWidget& widget) { taken_ = widget.grab().save(folder_ + "/" + name()); }
+    void save(QWidget& widget)
+    {
+        // The clock would be another one in each picture.
+        if (auto* const clock = widget.findChild<QLabel*>(QStringLiteral("Panel_time_now")))
+            clock->setText(QStringLiteral("12:34.56"));
+        // The words are drawn at random.
+        if (is_one_of(*wish_->mode, {"word-hint"})) {
+            if (auto* const words = widget.findChild<QPlainTextEdit*>(QStringLiteral("t_hint")))
+                words->setPlainText(hint_words);
+        }
+        taken_ = widget.grab().save(folder_ + "/" + name());
+    }
 
     [[nodiscard]] QString name() const
     {
@@ -330,7 +369,9 @@ private:
         if (*wish_->font != 0)
             parts << QStringLiteral("font");
         parts << (wish_->dark ? QStringLiteral("dark") : QStringLiteral("light"));
-        parts << QString::number(qApp->devicePixelRatio()) + "x";
+        if (const int dpi = chosen_dpi(); dpi != usual_dpi)
+            parts << QString::number(dpi) + "dpi";
+        parts << QString::number(qApp->devicePixelRatio() * usual_dpi / chosen_dpi()) + "x";
         parts << QString::number(wish_->size.width()) + "x" + QString::number(wish_->size.height());
         return parts.join(QLatin1Char('-')) + ".png";
     }
@@ -345,26 +386,44 @@ private:
     std::string failure_;
 };
 
-bool is_one_of(const Mode& mode, std::initializer_list<std::string_view> names)
+/// A few modes at the size of each screen that is not too small for the window at this scale.
+std::vector<Wish> wishes_for_screens(double scale)
 {
-    return std::find(names.begin(), names.end(), mode.name) != names.end();
+    constexpr QSize smallest(341, 200);
+    std::vector<Wish> list;
+    for (const QSize screen : screens) {
+        const QSize size = QSizeF(screen / scale).toSize();
+        if (size != size.expandedTo(smallest))
+            continue;
+        for (const Mode& mode : modes) {
+            if (is_one_of(mode, {"question", "answer-asked", "typing", "word-hint", "list"}))
+                list.push_back({.mode = &mode, .texts = short_texts, .size = size});
+        }
+        list.push_back({.mode = std::find_if(std::begin(modes), std::end(modes),
+                                             [](const Mode& mode) { return is_one_of(mode, {"answer"}); }),
+                        .texts = long_texts[0],
+                        .size = size});
+    }
+    return list;
 }
 
 /// Each mode in light and dark; sizes, texts and the course's own font where they matter. At scales other than 1, only
 /// a few.
-std::vector<Wish> wishes(double scale)
+/// @param scale pixels of the screen for one of the toolkit
+/// @param all_modes otherwise only the sizes of screens
+std::vector<Wish> wishes(double scale, bool all_modes)
 {
-    std::vector<Wish> list;
+    std::vector<Wish> list = wishes_for_screens(scale);
+    if (!all_modes)
+        return list;
     for (const Mode& mode : modes) {
         for (const bool dark : {false, true})
             list.push_back({.mode = &mode, .texts = short_texts, .dark = dark});
         if (scale != 1)
             continue;
         if (is_one_of(mode, {"question", "answer", "word-hint", "masked-hint", "list"})) {
-            for (const QSize size : {QSize(800, 600), QSize(1280, 900), QSize(1920, 1080)}) {
-                for (const bool dark : {false, true})
-                    list.push_back({.mode = &mode, .texts = short_texts, .size = size, .dark = dark});
-            }
+            for (const bool dark : {false, true})
+                list.push_back({.mode = &mode, .texts = short_texts, .size = QSize(800, 600), .dark = dark});
         }
         if (is_one_of(mode, {"answer", "word-hint", "wrong-box", "list-with-answers"})) {
             for (const Texts& texts : long_texts)
@@ -383,8 +442,10 @@ std::vector<Wish> wishes(double scale)
 
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
-        std::cerr << "usage: cuedrill-pictures FOLDER\n";
+    const bool only_screens = argc == 3 && std::string_view(argv[1]) == "--screens";
+    if (argc != 2 && !only_screens) {
+        std::cerr << "usage: cuedrill-pictures [--screens] FOLDER\n"
+                     "--screens: only a few modes, at the sizes of several screens\n";
         return EXIT_FAILURE;
     }
     try {
@@ -392,11 +453,11 @@ int main(int argc, char** argv)
         platform::qt::set_up_application();
         // A blinking cursor would be in one picture and not in the next.
         QApplication::setCursorFlashTime(0);
-        Camera camera(QString::fromLocal8Bit(argv[1]));
-        const std::vector<Wish> list = wishes(application.devicePixelRatio());
+        Camera camera(QString::fromLocal8Bit(argv[argc - 1]));
+        const std::vector<Wish> list = wishes(application.devicePixelRatio(), !only_screens);
         for (const Wish& wish : list)
             camera.take(wish);
-        std::cout << list.size() << " pictures in " << argv[1] << '\n';
+        std::cout << list.size() << " pictures in " << argv[argc - 1] << '\n';
         return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         std::cerr << "cuedrill-pictures: " << error.what() << '\n';

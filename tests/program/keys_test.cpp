@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTest>
 
 namespace cuedrill::program {
 namespace {
@@ -132,6 +133,38 @@ TEST_F(KeysTest, AnEscapeThatBouncesDoesNotCloseTheMessageWindowUnseen)
         EXPECT_TRUE(message_window->isVisible());
         press_at(text, 10'300, Qt::Key_Escape);
         EXPECT_FALSE(message_window->isVisible());
+    });
+}
+
+TEST_F(KeysTest, TheKeysOfTheZoomAreNoVerdict)
+{
+    fakes::CourseBuilder builder;
+    builder.question("one", "1");
+    builder.question("two", "2");
+    run(builder.write(folder, "zoom.crs"), [](Program& program) {
+        press(program, "bot_yes");
+        press(program, "bot_yes");
+        ASSERT_EQ(label(program, "panel_dialog"), "Did you know the answer?");
+        QWidget& window = program.form1().widget();
+        window.activateWindow();
+        QCoreApplication::processEvents();
+        const double before = program.form1().widget().findChild<QWidget*>("Text_q")->font().pointSizeF();
+        const std::string question = program.form1().controls().Text_q.text();
+        for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Plus, Qt::Key_Minus}) {
+            for (const Qt::KeyboardModifiers place : {Qt::NoModifier, Qt::KeypadModifier})
+                QTest::keyClick(window.focusWidget(), key, Qt::ControlModifier | place);
+        }
+        EXPECT_GT(program.form1().widget().findChild<QWidget*>("Text_q")->font().pointSizeF(), before);
+        EXPECT_EQ(label(program, "panel_dialog"), "Did you know the answer?");
+        EXPECT_EQ(label(program, "Panel_score"), "0");
+        EXPECT_EQ(program.form1().controls().Text_q.text(), question);
+        // Where the toolkit finds no shortcut, the key is none of the program's, either.
+        QKeyEvent plus(QEvent::KeyPress, Qt::Key_Plus, Qt::ControlModifier, "+");
+        QCoreApplication::sendEvent(window.focusWidget(), &plus);
+        EXPECT_EQ(label(program, "panel_dialog"), "Did you know the answer?");
+        // Without Ctrl it is the verdict.
+        QTest::keyClick(window.focusWidget(), Qt::Key_Plus);
+        EXPECT_EQ(label(program, "Panel_score"), "1");
     });
 }
 

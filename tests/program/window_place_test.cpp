@@ -2,6 +2,7 @@
 
 #include "program/program_fixture.h"
 
+#include <QTest>
 #include <csignal>
 
 namespace cuedrill::program {
@@ -46,6 +47,26 @@ TEST_F(WindowPlaceTest, what_was_remembered_besides_is_untouched)
     const std::string general = folder.read("config/CUEDRILL/general.ini");
     EXPECT_EQ(place_at_start(), chosen);
     EXPECT_EQ(folder.read("config/CUEDRILL/general.ini"), general);
+}
+
+TEST_F(WindowPlaceTest, the_zoom_comes_back_with_the_place)
+{
+    const auto points = [](Program& program) {
+        return program.form1().widget().findChild<QWidget*>("Text_q")->font().pointSizeF();
+    };
+    run(course, [&](Program& program) {
+        program.form1().widget().setGeometry(chosen);
+        program.form1().widget().activateWindow();
+        QCoreApplication::processEvents();
+        QTest::keyClick(&program.form1().widget(), Qt::Key_Plus, Qt::ControlModifier);
+        EXPECT_NEAR(points(program), 9.9, 1e-6);
+    });
+    EXPECT_EQ(run(course,
+                  [&](Program& program) {
+                      EXPECT_NEAR(points(program), 9.9, 1e-6);
+                      EXPECT_EQ(program.form1().widget().geometry(), chosen);
+                  }),
+              0);
 }
 
 } // namespace

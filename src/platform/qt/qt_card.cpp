@@ -10,10 +10,8 @@ namespace cuedrill::platform::qt {
 
 void Card::surround(QWidget& content)
 {
-    // In pixels: keeps the square corners of the content inside the rounded ones of the card.
-    constexpr int inset = 3;
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(inset, inset, inset, inset);
+    layout->setContentsMargins(card_inset, card_inset, card_inset, card_inset);
     layout->addWidget(&content);
     content_ = &content;
     content.installEventFilter(this);

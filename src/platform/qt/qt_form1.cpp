@@ -10,8 +10,6 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-constexpr QSize first_size{1000, 720};
-
 Form1 interfaces_of(QtForm1Controls& c)
 {
     return Form1{.window = c.window,
@@ -50,9 +48,14 @@ QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
       dialog_strip("dialog_strip", *new QWidget, guard), bot_yes("bot_yes", window.gate()),
       bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()), timer_250_ms(guard), timer_1_sec(guard),
       timer_1_min(guard), timer_idle(window.gate()), timer_check(window.gate()),
-      session_end(guard, [this] { window.end_session(); })
+      type_size(window.widget(), {Text_q, Text_a, t_hint.widget(), listav.widget()}, state), session_end(guard, [this] {
+          type_size.keep();
+          window.end_session();
+      })
 {
     t_hint.widget().word_reached = [this](const QString& word) { window.announcer().tell_now(word); };
+    Text_q.centre_when_locked();
+    Text_a.centre_when_locked();
     lay_out(*this);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/qt/qt_key_filter.h"
 #include "platform/qt/qt_window_state.h"
 
+#include <QSize>
 #include <memory>
 #include <string>
 
@@ -13,6 +14,9 @@ class QMainWindow;
 namespace cuedrill::platform::qt {
 
 struct QtForm1Controls;
+
+/// Size of the main window when nothing is stored, in pixels. The type has the size laid down for it.
+inline constexpr QSize first_size{1000, 720};
 
 /// The main window. If the session ends or the process gets a signal to terminate, it calls its window's
 /// `on_session_end`, and the program ends in any case.

@@ -12,6 +12,7 @@
 #include "platform/qt/qt_session_end.h"
 #include "platform/qt/qt_text_box.h"
 #include "platform/qt/qt_timer.h"
+#include "platform/qt/qt_type_size.h"
 #include "platform/qt/qt_window.h"
 
 namespace cuedrill::platform::qt {
@@ -50,6 +51,8 @@ struct QtForm1Controls {
     QtTimer timer_1_min;
     QtTimer timer_idle;
     QtTimer timer_check;
+
+    QtTypeSize type_size;
 
     QtSessionEnd session_end;
 

@@ -1,8 +1,9 @@
+#include "platform/qt/qt_dialog_line.h"
+#include "platform/qt/qt_folding.h"
 #include "platform/qt/qt_form1_controls.h"
-#include "platform/qt/qt_look.h"
+#include "platform/qt/qt_toolbar.h"
 
 #include <QBoxLayout>
-#include <QEvent>
 #include <QGridLayout>
 #include <QMenuBar>
 #include <initializer_list>
@@ -15,10 +16,10 @@ constexpr int window_margin = 14;
 constexpr int wide_gap = 12;
 constexpr int narrow_gap = 5;
 constexpr int row_gap = 2; // for the bars and for the figures beside them, so that they align
-// Narrow enough for all toolbar buttons to fit into one row of a window 800 pixels wide.
-constexpr int toolbar_gap = 1;
-constexpr int button_padding = 12;
-constexpr QSize smallest_window{640, 480};
+// Where the window is small, the folding sees to it that the texts are larger.
+constexpr QSize smallest_text{60, 24};
+// Small enough for a screen of 1024 × 600 pixels at three times the size.
+constexpr QSize smallest_window{320, 150};
 
 QBoxLayout* row(int gap)
 {
@@ -49,31 +50,38 @@ void fill_width(QWidget& label)
     keep_room_when_hidden(label);
 }
 
-QBoxLayout* toolbar(QtForm1Controls& c)
+Toolbar* toolbar(QtForm1Controls& c)
 {
-    QBoxLayout* buttons = row(toolbar_gap);
+    auto* buttons = new Toolbar;
     for (QtButton& button : c.pb)
-        buttons->addWidget(&button.widget());
-    buttons->addStretch(1);
+        buttons->add(button.widget());
     return buttons;
 }
 
-QBoxLayout* text_area(CaptionLabel& heading, QtTextBox& text)
+/// The headings of question and answer in a row of their own, so that the two boxes begin at the same height.
+QWidget* headings(QtForm1Controls& c)
 {
-    auto* card = new Card;
-    card->surround(text.widget());
-    fill_width(heading);
-    QBoxLayout* area = column(narrow_gap);
-    area->addWidget(&heading);
-    area->addWidget(card, 1);
+    auto* area = new QWidget;
+    QBoxLayout* labels = row(wide_gap);
+    labels->setContentsMargins(0, 0, 0, 0);
+    for (CaptionLabel* heading : {&c.screen.label(&Screen::lab_q), &c.screen.label(&Screen::panel_a)}) {
+        fill_width(*heading);
+        heading->set_wrapping(true);
+        labels->addWidget(heading, 1);
+    }
+    area->setLayout(labels);
     return area;
 }
 
 QBoxLayout* question_and_answer(QtForm1Controls& c)
 {
     QBoxLayout* areas = row(wide_gap);
-    areas->addLayout(text_area(c.screen.label(&Screen::lab_q), c.Text_q), 1);
-    areas->addLayout(text_area(c.screen.label(&Screen::panel_a), c.Text_a), 1);
+    for (QtTextBox* text : {&c.Text_q, &c.Text_a}) {
+        text->widget().setMinimumSize(smallest_text);
+        auto* card = new Card;
+        card->surround(text->widget());
+        areas->addWidget(card, 1);
+    }
     return areas;
 }
 
@@ -81,6 +89,8 @@ void add_figure(QBoxLayout& figures, CaptionLabel& caption, CaptionLabel& value)
 {
     keep_room_when_hidden(caption);
     keep_room_when_hidden(value);
+    caption.keep_whole();
+    value.keep_whole();
     // A fixed minimum width keeps the captions in place when figures appear and disappear.
     value.setMinimumWidth(value.fontMetrics().averageCharWidth() * 6);
     figures.addWidget(&caption);
@@ -88,15 +98,18 @@ void add_figure(QBoxLayout& figures, CaptionLabel& caption, CaptionLabel& value)
     figures.addSpacing(2 * wide_gap);
 }
 
-QBoxLayout* question_figures(QtForm1Controls& c)
+QWidget* question_figures(QtForm1Controls& c)
 {
+    auto* area = new QWidget;
     QBoxLayout* figures = row(narrow_gap + 1);
     add_figure(*figures, c.screen.label(&Screen::lab_q_level), c.screen.label(&Screen::PANEL_Q_LEVEL));
     add_figure(*figures, c.screen.label(&Screen::lab_q_attempts), c.screen.label(&Screen::PANEL_Q_ATTEMPTS));
     add_figure(*figures, c.screen.label(&Screen::lab_fails), c.screen.label(&Screen::PANEL_FAILS));
     add_figure(*figures, c.screen.label(&Screen::lab_elapsed), c.screen.label(&Screen::PANEL_ELAPSED));
     figures->addStretch(1);
-    return figures;
+    figures->setContentsMargins(0, 0, 0, 0);
+    area->setLayout(figures);
+    return area;
 }
 
 QBoxLayout* level_rows(QtForm1Controls& c)
@@ -109,6 +122,8 @@ QBoxLayout* level_rows(QtForm1Controls& c)
 
 void add_pair(QGridLayout& grid, int line, CaptionLabel& caption, CaptionLabel& value)
 {
+    caption.keep_whole();
+    value.keep_whole();
     value.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     value.setMinimumWidth(value.fontMetrics().averageCharWidth() * 9);
     grid.addWidget(&caption, line, 0);
@@ -144,9 +159,11 @@ QGridLayout* time_figures(QtForm1Controls& c)
     return grid;
 }
 
-QWidget* statistics(QtForm1Controls& c)
+QWidget* statistics(QtForm1Controls& c, QWidget& unfolded)
 {
-    QBoxLayout* figures = row(3 * wide_gap);
+    auto* figures = new QHBoxLayout(&unfolded);
+    figures->setContentsMargins(0, 0, 0, 0);
+    figures->setSpacing(3 * wide_gap);
     figures->addLayout(level_rows(c), 1);
     figures->addLayout(course_figures(c));
     figures->addLayout(time_figures(c));
@@ -155,7 +172,8 @@ QWidget* statistics(QtForm1Controls& c)
     auto* inside = new QVBoxLayout(&frame);
     inside->setContentsMargins(wide_gap, wide_gap - 2, 2 * wide_gap, wide_gap - 2);
     inside->setSpacing(narrow_gap);
-    inside->addLayout(figures);
+    inside->addWidget(&unfolded);
+    inside->addWidget(&c.screen.folded_figures());
     return &frame;
 }
 
@@ -167,6 +185,7 @@ QWidget* hint_and_list(QtForm1Controls& c)
     inside->setContentsMargins(0, 0, 0, 0);
     for (QWidget* content : std::initializer_list<QWidget*>{&c.t_hint.widget(), &c.listav.widget()}) {
         auto* card = new Card;
+        content->setMinimumSize(smallest_text);
         card->surround(*content);
         inside->addWidget(card, 0, 0);
     }
@@ -178,53 +197,29 @@ QWidget* hint_and_list(QtForm1Controls& c)
 
 /// Statistics, and hint or list, in the same place; only one is visible at a time. Both keep their space while hidden,
 /// so that nothing moves when one replaces the other.
-QGridLayout* shared_place(QtForm1Controls& c)
+QWidget* shared_place(QtForm1Controls& c, QWidget& unfolded_statistics)
 {
-    auto* place = new QGridLayout;
-    for (QWidget* area : {statistics(c), hint_and_list(c)}) {
+    auto* area_of_both = new QWidget;
+    auto* place = new QGridLayout(area_of_both);
+    place->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* area : {statistics(c, unfolded_statistics), hint_and_list(c)}) {
         keep_room_when_hidden(*area);
         place->addWidget(area, 0, 0);
     }
     c.panel_lista.set_visible(false);
-    return place;
+    return area_of_both;
 }
 
 /// The prompt, and beside it the strip in which the logic positions the buttons.
-QBoxLayout* dialog_line(QtForm1Controls& c)
+DialogLine* dialog_line(QtForm1Controls& c)
 {
     QWidget& strip = c.dialog_strip.widget();
     for (QtButton* button : {&c.bot_yes, &c.bot_no, &c.bot_other})
         button->widget().setParent(&strip);
-    strip.setFixedHeight(c.bot_yes.widget().sizeHint().height() + button_padding);
-    strip.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-
-    fill_width(c.screen.label(&Screen::panel_dialog));
-    QBoxLayout* line = row(wide_gap);
-    line->addWidget(&c.screen.label(&Screen::panel_dialog), 2);
-    line->addWidget(&strip, 3);
-    return line;
+    CaptionLabel& prompt = c.screen.label(&Screen::panel_dialog);
+    prompt.set_wrapping(true);
+    return new DialogLine(prompt, strip, {&c.bot_yes.widget(), &c.bot_no.widget(), &c.bot_other.widget()});
 }
-
-/// Gives the list a share of the window's height while it is visible, because the user scrolls through it. Otherwise
-/// the text boxes get it all.
-class RoomForList : public QObject {
-public:
-    RoomForList(QWidget& list, QBoxLayout& lines, QLayout& place) : QObject(&list), lines_(lines), place_(place)
-    {
-        list.installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
-            lines_.setStretchFactor(&place_, event->type() == QEvent::ShowToParent ? 1 : 0);
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    QBoxLayout& lines_;
-    QLayout& place_;
-};
 
 } // namespace
 
@@ -234,20 +229,31 @@ void lay_out(QtForm1Controls& c)
     auto* lines = new QVBoxLayout(content);
     lines->setContentsMargins(window_margin, wide_gap, window_margin, narrow_gap);
     lines->setSpacing(wide_gap - 2);
-    lines->addLayout(toolbar(c));
-    lines->addLayout(question_and_answer(c), 1);
-    lines->addLayout(question_figures(c));
+    Toolbar* const buttons = toolbar(c);
+    lines->addWidget(buttons);
+    QWidget* const captions = headings(c);
+    QBoxLayout* const texts = column(heading_gap);
+    texts->addWidget(captions);
+    texts->addLayout(question_and_answer(c), 1);
+    lines->addLayout(texts, 1);
+    QWidget* const figures = question_figures(c);
+    lines->addWidget(figures);
     // The tab order from here: the hint or list if visible, otherwise the dialog, which is the next thing to use after
     // most commands.
     c.bot_focus.widget().setParent(content);
-    QLayout* const place = shared_place(c);
-    lines->addLayout(place);
-    new RoomForList(c.listav.widget(), *lines, *place);
-    lines->addLayout(dialog_line(c));
+    auto* const unfolded_statistics = new QWidget;
+    QWidget* const place = shared_place(c, *unfolded_statistics);
+    lines->addWidget(place);
+    DialogLine* const dialog = dialog_line(c);
+    lines->addWidget(dialog);
     CaptionLabel& status = c.screen.label(&Screen::P_status);
     fill_width(status);
+    status.set_wrapping(true);
     status.setMinimumHeight(status.sizeHint().height() + narrow_gap);
     lines->addWidget(&status);
+    new Folding(*content, {*lines, *buttons, *captions, c.Text_q.widget(), c.Text_a.widget(), *figures, *place,
+                           *unfolded_statistics, c.screen.folded_figures(), c.panel_lista.widget(), c.t_hint.widget(),
+                           c.listav.widget(), *dialog, status});
 
     QMainWindow& window = c.window.widget();
     window.setCentralWidget(content);

@@ -56,10 +56,25 @@ void HintEdit::showEvent(QShowEvent* event)
 {
     // Loading a font takes a millisecond, which the start of the program is spared.
     if (!std::exchange(has_own_font_, true)) {
-        setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+        apply_font();
         cells_.set_font(font());
     }
     QPlainTextEdit::showEvent(event);
+}
+
+void HintEdit::set_points(double points)
+{
+    points_ = points;
+    if (has_own_font_)
+        apply_font();
+}
+
+void HintEdit::apply_font()
+{
+    QFont own = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (points_)
+        own.setPointSizeF(*points_);
+    setFont(own);
 }
 
 void HintEdit::show_text(const QString& text)

@@ -43,6 +43,9 @@ public:
     /// The position of the cursor or the beginning of the selection; std::nullopt until the user has moved the cursor.
     [[nodiscard]] std::optional<int> caret() const;
 
+    /// Sets the size of the type.
+    void set_points(double points);
+
     /// The index of the character drawn at `point` of the viewport.
     [[nodiscard]] std::optional<int> character_at(QPointF point) const;
 
@@ -73,6 +76,7 @@ private:
     /// Calls `told` with each visible line and its origin in viewport coordinates.
     void for_each_line(const std::function<void(const QTextBlock&, const QTextLine&, QPointF)>& told) const;
     void paint_placeholder(QPainter& painter, const QRectF& cell, double base_line, bool selected) const;
+    void apply_font();
     /// The word that a key leads to; null if there is none.
     [[nodiscard]] const Word* word_of_key(const QKeyEvent& event) const;
     [[nodiscard]] const Word& next_word() const;
@@ -82,6 +86,7 @@ private:
     std::vector<Word> words_;
     std::optional<Press> press_;
     bool moved_ = false;
+    std::optional<double> points_; ///< size of the type; std::nullopt means the system's
     bool has_own_font_ = false;
 };
 

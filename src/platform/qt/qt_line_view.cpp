@@ -152,6 +152,13 @@ void LineView::showEvent(QShowEvent* event)
     QListView::showEvent(event);
 }
 
+void LineView::set_points(double points)
+{
+    QFont scaled = font();
+    scaled.setPointSizeF(points);
+    setFont(scaled);
+}
+
 void LineView::show_lines(std::vector<std::string> lines)
 {
     take(std::move(lines));

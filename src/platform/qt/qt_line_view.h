@@ -19,6 +19,9 @@ public:
     /// Shows these lines; keeps the scroll position and the current line as far as there are enough lines.
     void replace_lines(std::vector<std::string> lines);
 
+    /// Sets the size of the type.
+    void set_points(double points);
+
     [[nodiscard]] const LineModel& lines() const { return model_; }
 
     /// Makes the line current and calls `chosen`. Does nothing if there is no such row.

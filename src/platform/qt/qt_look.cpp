@@ -72,7 +72,6 @@ bool has_fixed_background(const QWidget& widget)
 
 void set_up_text_area(QPlainTextEdit& edit)
 {
-    constexpr double text_margin = 6.0;
     edit.setFrameShape(QFrame::NoFrame);
     edit.setTabChangesFocus(true);
     edit.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -32,6 +32,9 @@ bool has_fixed_background(const QWidget& widget);
 /// Minimum size of a text area, in pixels.
 inline constexpr QSize smallest_text_area{120, 72};
 
+/// Space around the text of a text area, in pixels.
+inline constexpr double text_margin = 6.0;
+
 /// Makes `edit` a text area inside a card, with wrapped lines.
 void set_up_text_area(QPlainTextEdit& edit);
 

@@ -69,10 +69,32 @@ void draw_level(LevelRow& row, const LevelLine& line)
     row.set_marked(line.marked);
 }
 
+/// The figures of the course, each with its caption, the most important first; without the clock.
+QStringList in_one_line(const Screen& screen)
+{
+    const auto figure = [](const Line& caption, const Line& value) {
+        return to_qt(caption.text) + QLatin1Char(' ') + to_qt(value.text);
+    };
+    QStringList counts;
+    for (const LevelLine& line : screen.panel_level)
+        counts.append(QString::number(line.count));
+    return {figure(screen.lab_total, screen.panel_total),
+            figure(screen.lab_nr_unpassed, screen.panel_nr_unpassed),
+            QStringLiteral("Levels 0 to %1+: %2").arg(level_panels - 1).arg(counts.join(QStringLiteral(", "))),
+            figure(screen.lab_score, screen.Panel_score),
+            figure(screen.lab_time_today, screen.panel_time_today),
+            figure(screen.lab_open_time, screen.panel_open_time),
+            figure(screen.lab_time_ever, screen.panel_time_ever)};
+}
+
 } // namespace
 
-QtScreen::QtScreen(QWidget& parent, std::function<void(const QString&)> tell) : tell_(std::move(tell))
+QtScreen::QtScreen(QWidget& parent, std::function<void(const QString&)> tell)
+    : tell_(std::move(tell)), folded_figures_(new FoldedFigures)
 {
+    folded_figures_->setParent(&parent);
+    folded_figures_->setObjectName(QStringLiteral("folded_statistics"));
+    folded_figures_->setAccessibleDescription(QStringLiteral("Statistics"));
     std::transform(screen_lines.begin(), screen_lines.end(), labels_.begin(),
                    [&](const NamedLine& named) { return make_label(named, parent); });
     for (std::size_t level = 0; level < level_rows_.size(); ++level) {
@@ -102,6 +124,7 @@ void QtScreen::show(const Screen& screen)
         if (screen.panel_level[level] != before.panel_level[level])
             draw_level(*level_rows_[level], screen.panel_level[level]);
     }
+    folded_figures_->set_figures(in_one_line(screen));
 }
 
 void QtScreen::draw(CaptionLabel& label, const Line& line, const Line& before) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/qt/qt_caption_label.h"
+#include "platform/qt/qt_folded_figures.h"
 #include "platform/qt/qt_level_row.h"
 #include "platform/screen.h"
 
@@ -22,6 +23,8 @@ public:
     void offer_level_help(const std::function<void()>& ask) override;
 
     [[nodiscard]] CaptionLabel& label(ScreenLine line) const;
+    /// The figures of the course in one line.
+    [[nodiscard]] FoldedFigures& folded_figures() const { return *folded_figures_; }
     [[nodiscard]] LevelRow& level_row(int level) const { return *level_rows_.at(static_cast<std::size_t>(level)); }
 
 private:
@@ -31,6 +34,7 @@ private:
     std::function<void(const QString&)> tell_;
     std::array<CaptionLabel*, screen_lines.size()> labels_; ///< in the order of `screen_lines`
     std::array<LevelRow*, level_panels> level_rows_;
+    FoldedFigures* folded_figures_;
     Screen shown_;
 };
 

@@ -2,10 +2,9 @@
 
 #include "platform/qt/qt_look.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/qt_text_edit.h"
 
 #include <QFontDatabase>
-#include <QMimeData>
-#include <QPlainTextEdit>
 #include <QTextCursor>
 #include <QTextDocument>
 
@@ -21,30 +20,14 @@ bool is_systems_fixed_font(const std::string& name)
     return name == general_name || (name == often_missing && !QFontDatabase::hasFamily(to_qt(name)));
 }
 
-/// A text edit that drops NUL characters from pasted or dropped text, as an import does.
-class PlainTextEdit : public QPlainTextEdit {
-protected:
-    void insertFromMimeData(const QMimeData* source) override
-    {
-        QString text = source != nullptr ? source->text() : QString();
-        text.remove(QChar(QChar::Null));
-        // The toolkit crashes on data without any format, which an empty X11 clipboard supplies.
-        if (text.isEmpty())
-            return;
-        QMimeData plain;
-        plain.setText(text);
-        QPlainTextEdit::insertFromMimeData(&plain);
-    }
-};
-
 } // namespace
 
 QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
-    : QtTextBox(name, gate, keys, *new PlainTextEdit)
+    : QtTextBox(name, gate, keys, *new TextEdit)
 {
 }
 
-QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QPlainTextEdit& edit)
+QtTextBox::QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, TextEdit& edit)
     : QtControl(edit, name), edit_(edit)
 {
     set_up_text_area(edit_);
@@ -113,10 +96,25 @@ void QtTextBox::set_background(std::optional<common::Colour> colour)
 
 void QtTextBox::set_font(const Font& font)
 {
-    QFont wanted = is_systems_fixed_font(font.name) ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
-                                                    : QFont(to_qt(font.name));
-    wanted.setPointSize(font.points);
-    wanted.setBold(font.bold);
+    font_ = font;
+    apply_font();
+}
+
+void QtTextBox::set_scale(double scale)
+{
+    if (scale == scale_)
+        return;
+    scale_ = scale;
+    if (font_)
+        apply_font();
+}
+
+void QtTextBox::apply_font()
+{
+    QFont wanted = is_systems_fixed_font(font_->name) ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
+                                                      : QFont(to_qt(font_->name));
+    wanted.setPointSizeF(font_->points * scale_);
+    wanted.setBold(font_->bold);
     edit_.setFont(wanted);
 }
 
@@ -125,6 +123,18 @@ void QtTextBox::set_locked(bool locked)
     edit_.setReadOnly(locked);
     if (locked)
         edit_.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    edit_.set_centred(locked && centred_when_locked_);
+}
+
+void QtTextBox::centre_when_locked()
+{
+    centred_when_locked_ = true;
+    edit_.set_centred(edit_.isReadOnly());
+}
+
+QPlainTextEdit& QtTextBox::widget()
+{
+    return edit_;
 }
 
 void QtTextBox::set_focus()

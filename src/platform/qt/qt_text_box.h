@@ -4,9 +4,13 @@
 #include "platform/qt/qt_guard.h"
 #include "platform/qt/qt_key_filter.h"
 
+#include <optional>
+
 class QPlainTextEdit;
 
 namespace cuedrill::platform::qt {
+
+class TextEdit;
 
 /// Multi-line plain text. The widget is the text edit itself; put it into a Card.
 class QtTextBox final : public QtControl<TextBox> {
@@ -27,14 +31,24 @@ public:
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
 
-    [[nodiscard]] QPlainTextEdit& widget() { return edit_; }
+    /// Multiplies the size of the font by `scale`, now and when a font is set.
+    void set_scale(double scale);
+    /// From now on the text stands in the middle of the box while the box is locked.
+    void centre_when_locked();
+
+    [[nodiscard]] QPlainTextEdit& widget();
 
 private:
-    QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, QPlainTextEdit& edit);
+    QtTextBox(const char* name, QtActionGate& gate, QtKeyFilter& keys, TextEdit& edit);
     /// The text with CR LF line ends.
     [[nodiscard]] QString lines() const;
 
-    QPlainTextEdit& edit_;
+    void apply_font();
+
+    TextEdit& edit_;
+    std::optional<Font> font_; ///< as set, before it is scaled
+    double scale_ = 1;
+    bool centred_when_locked_ = false;
 };
 
 } // namespace cuedrill::platform::qt

@@ -2,6 +2,7 @@
 
 #include "common/errors.h"
 
+#include <QByteArray>
 #include <QGuiApplication>
 #include <QRegion>
 #include <QScreen>
@@ -17,6 +18,7 @@ constexpr std::string_view section = "window";
 constexpr std::string_view place_key = "geometry";
 /// The position in it means nothing.
 constexpr std::string_view size_key = "geometry_without_position";
+constexpr std::string_view zoom_key = "zoom";
 
 int shared_area(const QRect& a, const QRect& b)
 {
@@ -35,6 +37,29 @@ QtWindowState::QtWindowState(SettingsStore* store, const QString& platform)
 {
 }
 
+std::optional<std::string> QtWindowState::get(std::string_view key) const
+{
+    if (store_ == nullptr)
+        return std::nullopt;
+    try {
+        return store_->get(application, section, key);
+    } catch (const common::Error&) {
+        return std::nullopt;
+    }
+}
+
+void QtWindowState::set(std::string_view key, std::string_view value) const
+{
+    if (store_ == nullptr)
+        return;
+    try {
+        store_->set(application, section, key, value);
+    } catch (const common::Error&) {
+        // Not an error for the user: next time the window opens with its defaults.
+        return;
+    }
+}
+
 bool QtWindowState::restore(QWidget& window) const
 {
     // The size that the window has elsewhere is better than none; a position is not made up.
@@ -43,15 +68,9 @@ bool QtWindowState::restore(QWidget& window) const
 
 bool QtWindowState::restore_from(std::string_view key, QWidget& window) const
 {
-    if (store_ == nullptr)
+    const std::string kept = get(key).value_or("");
+    if (!window.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(kept))))
         return false;
-    try {
-        const std::string kept = store_->get(application, section, key).value_or("");
-        if (!window.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(kept))))
-            return false;
-    } catch (const common::Error&) {
-        return false;
-    }
     // restoreGeometry is satisfied if part of the window is visible, and would restore full screen, too.
     const QRect place = window.normalGeometry();
     const Qt::WindowStates states = window.windowState() & Qt::WindowMaximized;
@@ -66,15 +85,22 @@ bool QtWindowState::restore_from(std::string_view key, QWidget& window) const
 
 void QtWindowState::save(const QWidget& window) const
 {
-    if (store_ == nullptr)
-        return;
-    try {
-        store_->set(application, section, has_positions_ ? place_key : size_key,
-                    window.saveGeometry().toBase64().toStdString());
-    } catch (const common::Error&) {
-        // Not an error for the user: next time the window opens at its default position.
-        return;
-    }
+    set(has_positions_ ? place_key : size_key, window.saveGeometry().toBase64().toStdString());
+}
+
+std::optional<int> QtWindowState::zoom() const
+{
+    const std::string kept = get(zoom_key).value_or("");
+    bool is_number = false;
+    const int percent = QByteArray::fromStdString(kept).toInt(&is_number);
+    if (!is_number || percent < smallest_zoom || percent > largest_zoom)
+        return std::nullopt;
+    return percent;
+}
+
+void QtWindowState::save_zoom(int percent) const
+{
+    set(zoom_key, std::to_string(percent));
 }
 
 QRect brought_onto_screen(const QRect& place, QSize smallest, const QList<QRect>& screens)

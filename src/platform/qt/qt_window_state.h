@@ -6,11 +6,18 @@
 #include <QRect>
 #include <QSize>
 #include <QString>
+#include <optional>
+#include <string>
 #include <string_view>
 
 class QWidget;
 
 namespace cuedrill::platform::qt {
+
+/// Zoom of the user in percent.
+inline constexpr int smallest_zoom = 60;
+inline constexpr int usual_zoom = 100;
+inline constexpr int largest_zoom = 400;
 
 /// Stores position and size of a window, and whether it is maximised, between runs of the program. Errors of the store
 /// and unusable values are ignored.
@@ -19,7 +26,7 @@ namespace cuedrill::platform::qt {
 /// maximised are stored, apart from what other platforms store, so that a session on Wayland leaves a position alone.
 class QtWindowState {
 public:
-    /// @param store where to store them, in the section "window"; null if they are not stored.
+    /// @param store where to store them and the zoom, in the section "window"; null if they are not stored.
     explicit QtWindowState(SettingsStore* store = nullptr);
     /// @param platform name of the toolkit's platform.
     QtWindowState(SettingsStore* store, const QString& platform);
@@ -33,8 +40,15 @@ public:
     /// size.
     void save(const QWidget& window) const;
 
+    /// The stored zoom of the type in percent; std::nullopt if none between `smallest_zoom` and `largest_zoom` is
+    /// stored.
+    [[nodiscard]] std::optional<int> zoom() const;
+    void save_zoom(int percent) const;
+
 private:
     bool restore_from(std::string_view key, QWidget& window) const;
+    [[nodiscard]] std::optional<std::string> get(std::string_view key) const;
+    void set(std::string_view key, std::string_view value) const;
 
     SettingsStore* store_;
     bool has_positions_; ///< of windows, on this platform

@@ -262,7 +262,8 @@ TEST_F(QtForm1Test, TheWholeToolbarStandsInOneRowOfAWindow800PixelsWide)
         free_from = button.geometry().right() + 1;
     }
     EXPECT_LE(free_from, 800);
-    EXPECT_LT(widget("pb_1").geometry().bottom(), widget("lab_q").y());
+    EXPECT_LT(widget("pb_1").mapTo(&window.widget(), QPoint(0, widget("pb_1").height())).y(),
+              widget("lab_q").mapTo(&window.widget(), QPoint()).y());
 }
 
 TEST_F(QtForm1Test, TabGoesFromTheTopOfTheWindowToItsBottom)
