@@ -34,16 +34,17 @@ OpenedCourse::OpenedCourse(const std::string& path, For purpose, const Surroundi
     now_ = clock_.now();
     if (purpose == For::writing && open_courses_.enter(course_.db_path))
         throw Refusal("The course " + course_.db_path + " is open in another program. Close it there first.");
-    if (purpose == For::writing)
-        write_history(lasting_path.empty() ? course_.db_path : lasting_path);
+    // Of a course that is being made, nothing is learnt yet.
+    if (purpose == For::writing && lasting_path.empty())
+        write_history();
 }
 
 /// Has each stored change of records told in the history of the course, as the window does.
-void OpenedCourse::write_history(const std::string& course_path)
+void OpenedCourse::write_history()
 {
     if (around_.data_folder.empty())
         return;
-    course_.when_stored = [this, path = keep::history_path(folders_, around_.data_folder, course_path)](
+    course_.when_stored = [this, path = keep::history_path(folders_, around_.data_folder, course_.db_path)](
                               const store::StoredChange& change) {
         try {
             keep::HistoryFile(files_, path)

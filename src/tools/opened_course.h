@@ -52,7 +52,7 @@ public:
     void keep_replaced(const store::QaTexts& texts);
 
 private:
-    void write_history(const std::string& course_path);
+    void write_history();
 
     const Surroundings& around_;
     platform::icu::IcuTextCompare text_compare_;

@@ -12,17 +12,15 @@ namespace {
 
 /// Imports into the course at `path`, which has no records.
 /// @param course_path the path that it will have.
-/// @return whether all of the file was imported.
-bool import_into(const std::string& path, const std::string& course_path, const std::string& text_path,
+void import_into(const std::string& path, const std::string& course_path, const std::string& text_path,
                  Surroundings& around)
 {
     OpenedCourse opened(path, OpenedCourse::For::writing, around, course_path);
     const RecordSources sources(opened.files(), opened.text_compare());
     exchange::Importer importer(opened.course(), opened.clock(), opened.text_compare(),
                                 [&] { return sources.open({.path = text_path}); });
-    bool all = false;
     try {
-        all = run_import(importer, around).all;
+        run_import(importer, around);
     } catch (const common::Error& error) {
         around.err << error.what() << '\n';
         throw common::Error("No course was made, because the import did not come to its end.");
@@ -32,7 +30,6 @@ bool import_into(const std::string& path, const std::string& course_path, const 
                             (decks::is_deck_name(text_path)
                                  ? ""
                                  : " A record is a question behind \"@Q@\" and its answer behind \"@A@\"."));
-    return all;
 }
 
 } // namespace
@@ -46,9 +43,9 @@ int make_course(const std::string& course_name, const std::string& text_path, Su
     if (files.exists(course_path))
         throw common::Error("There is a file " + course_path + " already.");
     NewCourse course(course_path);
-    const bool all = import_into(course.making(), course_path, text_path, around);
+    import_into(course.making(), course_path, text_path, around);
     course.finish();
-    return all ? done : not_all_done;
+    return done;
 }
 
 } // namespace cuedrill::tools
