@@ -14,4 +14,9 @@ bool same_text(std::string_view a, std::string_view b, const platform::TextCompa
     return text_compare.equal(comparable_text(a, text_compare), comparable_text(b, text_compare));
 }
 
+std::string comparison_key(std::string_view text, const platform::TextCompare& text_compare)
+{
+    return text_compare.fold(comparable_text(text, text_compare));
+}
+
 } // namespace cuedrill::bank

@@ -13,4 +13,7 @@ std::string comparable_text(std::string_view text, const platform::TextCompare& 
 /// Whether two texts are equal after `comparable_text`, ignoring case.
 bool same_text(std::string_view a, std::string_view b, const platform::TextCompare& text_compare);
 
+/// The same for texts that differ in case, line ends or composed characters only.
+std::string comparison_key(std::string_view text, const platform::TextCompare& text_compare);
+
 } // namespace cuedrill::bank

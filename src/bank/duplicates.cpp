@@ -16,7 +16,7 @@ std::vector<SameTexts> find_duplicates(platform::Database& database, const std::
     database.query("Select * from qa order by cnt", {}, [&](const platform::Row& row) {
         store::QaRecord record = store::record_of(row);
         const std::string& text = column == "q" ? record.q : record.a;
-        by_text[text_compare.fold(comparable_text(text, text_compare))].push_back(std::move(record));
+        by_text[comparison_key(text, text_compare)].push_back(std::move(record));
         return true;
     });
     std::vector<SameTexts> found;

@@ -42,10 +42,7 @@ private:
         return {key_of(record.q), already_there_ == AlreadyThere::question ? std::string() : key_of(record.a)};
     }
 
-    [[nodiscard]] std::string key_of(const std::string& text) const
-    {
-        return text_compare_.fold(comparable_text(text, text_compare_));
-    }
+    [[nodiscard]] std::string key_of(const std::string& text) const { return comparison_key(text, text_compare_); }
 
     AlreadyThere already_there_;
     const platform::TextCompare& text_compare_;

@@ -4,6 +4,7 @@
 #include "tools/json.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace cuedrill::tools {
@@ -28,6 +29,14 @@ std::string forecast_json(const scheduler::Forecast& forecast, common::DateTime 
                         {"days", json_list(days)},
                         {"after_that", std::to_string(forecast.afterwards)},
                         {"passed", std::to_string(forecast.passed)}});
+}
+
+std::string levels_json(const scheduler::LevelNumbers& levels)
+{
+    std::vector<std::string> values;
+    for (const std::int64_t count : levels)
+        values.push_back(std::to_string(count));
+    return json_list(values);
 }
 
 } // namespace cuedrill::tools

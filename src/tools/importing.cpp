@@ -87,7 +87,7 @@ public:
     /// @return false if it was known already.
     bool add(const std::string& question)
     {
-        return known_.insert(text_compare_.fold(bank::comparable_text(question, text_compare_))).second;
+        return known_.insert(bank::comparison_key(question, text_compare_)).second;
     }
 
 private:

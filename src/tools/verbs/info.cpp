@@ -4,6 +4,7 @@
 #include "keep/copy_names.h"
 #include "platform/system/system_directories.h"
 #include "scheduler/counts.h"
+#include "tools/forecast_figures.h"
 #include "tools/json.h"
 #include "tools/opened_course.h"
 #include "tools/table.h"
@@ -104,14 +105,6 @@ void print(const Info& info, std::ostream& out)
     print_levels(info, out);
 }
 
-std::string json_of(const LevelNumbers& levels)
-{
-    std::vector<std::string> values;
-    for (const std::int64_t count : levels)
-        values.push_back(std::to_string(count));
-    return json_list(values);
-}
-
 std::string json_of(const Info& info)
 {
     const store::CourseParams& params = info.params;
@@ -129,8 +122,8 @@ std::string json_of(const Info& info)
                         {"always_typed", json_truth(params.always_type)},
                         {"font", params.font.empty() ? "null" : json_text(params.font)},
                         {"newest_copy", info.copy ? json_text(info.copy->path) : "null"},
-                        {"levels", json_of(info.levels.q)},
-                        {"levels_inverted", json_of(info.levels.a)}});
+                        {"levels", levels_json(info.levels.q)},
+                        {"levels_inverted", levels_json(info.levels.a)}});
 }
 
 int run(const Arguments& arguments, Surroundings& around)

@@ -126,14 +126,6 @@ void print(const CourseStatistics& statistics, std::ostream& out)
     }
 }
 
-std::string json_of(const scheduler::LevelNumbers& levels)
-{
-    std::vector<std::string> values;
-    for (const std::int64_t count : levels)
-        values.push_back(std::to_string(count));
-    return json_list(values);
-}
-
 std::string json_of(const keep::VerdictCounts& counts)
 {
     std::vector<std::string> values;
@@ -153,8 +145,8 @@ std::string json_of(const HistoryStatistics& history)
     std::vector<std::string> levels;
     for (const keep::LevelsOfDay& day : history.levels)
         levels.push_back(json_object({{"day", json_text(iso_date(day.day))},
-                                      {"questions", json_of(day.levels.q)},
-                                      {"inverted", json_of(day.levels.a)}}));
+                                      {"questions", levels_json(day.levels.q)},
+                                      {"inverted", levels_json(day.levels.a)}}));
     std::vector<std::string> forecast;
     for (const keep::ForecastOfDay& day : history.forecast)
         forecast.push_back(json_object({{"day", json_text(iso_date(day.day))},
@@ -183,8 +175,8 @@ std::string json_of(const CourseStatistics& statistics)
                         {"file", json_text(statistics.path)},
                         {"records", std::to_string(statistics.records)},
                         {"target_level", std::to_string(statistics.target_level)},
-                        {"levels", json_of(statistics.levels.q)},
-                        {"levels_inverted", json_of(statistics.levels.a)},
+                        {"levels", levels_json(statistics.levels.q)},
+                        {"levels_inverted", levels_json(statistics.levels.a)},
                         {"due", forecast_json(statistics.questions, statistics.now)},
                         {"due_inverted", forecast_json(statistics.inverted, statistics.now)},
                         {"hardest", json_list(hardest)},
