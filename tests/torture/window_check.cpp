@@ -308,8 +308,10 @@ NamedValues WindowCheck::settings_in(const DiskImage& image)
 void WindowCheck::check_settings(const DiskImage& image, bool may_be_older)
 {
     const NamedValues found = settings_in(image);
-    // They change while a course is opened or a window is closed.
-    if (!may_be_older && !may_be(Act::close) && !may_be(Act::open))
+    // They change while a course is opened, a window is closed, or a folder is chosen for texts.
+    const bool may_change =
+        may_be(Act::close) || may_be(Act::open) || may_be(Act::import_texts) || may_be(Act::export_texts);
+    if (!may_be_older && !may_change)
         require(found == state_.settings, "the settings are not as they were acknowledged");
     for (const auto& [name, value] : state_.settings)
         require(may_be_older || found.contains(name), "the setting \"" + name + "\" is gone");

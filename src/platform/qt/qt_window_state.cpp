@@ -68,8 +68,9 @@ bool QtWindowState::restore(QWidget& window) const
 
 bool QtWindowState::restore_from(std::string_view key, QWidget& window) const
 {
-    const std::string kept = get(key).value_or("");
-    if (!window.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(kept))))
+    const QByteArray kept = QByteArray::fromBase64(QByteArray::fromStdString(get(key).value_or("")));
+    // restoreGeometry reads zeros where bytes are missing, and then gives the window its smallest size.
+    if (kept.size() < window.saveGeometry().size() || !window.restoreGeometry(kept))
         return false;
     // restoreGeometry is satisfied if part of the window is visible, and would restore full screen, too.
     const QRect place = window.normalGeometry();
