@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Starts the program on Wayland, under a compositor without a screen, drills a question, and looks at what it has left:
 # dev/wayland.sh [build folder]. The default is build/run, which is built first.
-# Without the compositor (Debian package weston) a message says so, and the exit code is 0.
+# Where the compositor (Debian package weston) is missing or does not start, a message says so, and the exit code is 0.
 # The clipboard needs a keyboard, which the compositor has only on an X server; it is tried where Xvfb is installed.
 set -euo pipefail
 
@@ -38,7 +38,7 @@ trap end EXIT
 export XDG_RUNTIME_DIR=$home/runtime XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data
 mkdir -m 700 "$XDG_RUNTIME_DIR" "$home/config" "$home/data"
 
-# wait_for <test> <file>: waits until the server that was started last has made the file; fails if it ends first.
+# wait_for <test> <file>: waits until the server that was started last has made the file; ends the script if it ends first.
 wait_for() {
     for _ in {1..300}; do
         ! test "$1" "$2" || return 0
@@ -46,7 +46,8 @@ wait_for() {
         sleep 0.1
     done
     cat "$home"/*.log >&2
-    die "A server that the test needs did not start."
+    say "No compositor starts here, so the program was not started on Wayland."
+    exit 0
 }
 
 backend=headless-backend.so
@@ -79,7 +80,8 @@ fault() {
 
 for session in first second; do
     drill || fault "The $session session on Wayland has failed."
-    [[ ! -s $home/errors ]] || fault "The $session session on Wayland has reported errors."
+    # The libraries of the graphics driver warn of hardware that is not there.
+    ! grep -qvE '^(libEGL|MESA)' "$home/errors" || fault "The $session session on Wayland has reported errors."
     grep -q '^platform: wayland' "$home/printed" || fault "The program did not run on Wayland."
     grep -q '^verdict: known$' "$home/printed" || fault "No question was drilled."
 done
