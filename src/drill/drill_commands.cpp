@@ -1,6 +1,7 @@
 #include "drill/drill_commands.h"
 
 #include "common/text.h"
+#include "drill/manual_section.h"
 
 #include <string>
 
@@ -138,7 +139,7 @@ void DrillCommands::run(Command command)
     case Command::recall_list:
         return to_.last_list.recall_find_list();
     case Command::help:
-        return to_.help.show_help();
+        return to_.help.show_help(manual_section(to_.layout.mode(), to_.state));
     case Command::context_help:
         return to_.context_help.ShowContextHelpHint();
     case Command::score_table:

@@ -19,6 +19,7 @@
 #include "drill/scoring.h"
 #include "drill/selection.h"
 #include "drill/status_line.h"
+#include "drill/window_layout.h"
 #include "platform/desktop.h"
 #include "platform/form1.h"
 #include "store/course.h"
@@ -55,6 +56,7 @@ public:
         Display& display;
         const DrillState& state;
         StatusLine& status;
+        const WindowLayout& layout;
         const Narrator& narrator;
         platform::Desktop& desktop;
     };

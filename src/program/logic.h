@@ -191,7 +191,8 @@ struct Logic {
         form1, command_controls, {course,          params,         opener, title,        selection, scoring,
                                   levels,          end_of_program, editor, last_list,    lists,     question_import,
                                   question_export, dialog,         aids,   context_help, help,      agenda,
-                                  options,         display,        state,  status,       narrator,  p.desktop}};
+                                  options,         display,        state,  status,       layout,    narrator,
+                                  p.desktop}};
     drill::WindowKeys keys{
         form1,
         state,

@@ -23,10 +23,12 @@ public:
     /// Opens a file (with its folder as the working folder), a folder, or a web address. Of several lines only the
     /// first one counts. Reports in a box what does not exist or has no program.
     /// @throws common::ProgramEnded when the program is ended while the box is open.
-    void open_document(const std::string& path);
+    /// @param section anchor in the file at which a web page opens. Without effect on folders and web addresses, and
+    /// where no program opens the file's address with the anchor.
+    void open_document(const std::string& path, std::string_view section = {});
 
 private:
-    [[nodiscard]] bool start_program(const std::string& path);
+    [[nodiscard]] bool start_program(const std::string& path, std::string_view section);
 
     platform::Files& files_;
     platform::Shell& shell_;

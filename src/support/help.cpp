@@ -20,7 +20,7 @@ void HelpCommands::show_about()
                                   "and ICU (Unicode License)."});
 }
 
-void HelpCommands::show_help()
+void HelpCommands::show_help(std::string_view section)
 {
     const auto answer =
         desktop_.message_box({.text = "The help file is still under construction.\r\n\r\nInformation about the "
@@ -28,7 +28,7 @@ void HelpCommands::show_help()
                               .buttons = platform::BoxButtons::ok_cancel,
                               .icon = platform::BoxIcon::question});
     if (answer == platform::BoxAnswer::ok)
-        m_web_site();
+        documents_.open_document(web_page_, section);
 }
 
 void HelpCommands::m_web_site()

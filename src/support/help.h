@@ -5,6 +5,7 @@
 #include "support/documents.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace cuedrill::support {
@@ -25,7 +26,8 @@ public:
     void show_about();
 
     /// Command: offers to open the web page, which has the help.
-    void show_help();
+    /// @param section anchor of the section at which the page opens if it is a file, which is this program's manual.
+    void show_help(std::string_view section);
 
     /// Command: opens the web page.
     void m_web_site();

@@ -81,7 +81,7 @@ void DrillFixture::make_program()
                                                                 .program_folder = folder.path().string(),
                                                                 .sample_questions = sample_questions,
                                                                 .documents_folder = documents_folder,
-                                                                .web_page = "https://example.org/cuedrill"});
+                                                                .web_page = web_page});
     logic = &program_->parts;
 }
 

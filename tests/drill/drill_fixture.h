@@ -173,8 +173,9 @@ protected:
     fakes::RecordingDatabase database{engine.database};
     fakes::CourseBuilder builder;
 
-    std::string data_folder = folder.file("data");           ///< it does not exist at first
-    std::string sample_questions;                            ///< "" for a program without a sample
+    std::string data_folder = folder.file("data"); ///< it does not exist at first
+    std::string sample_questions;                  ///< "" for a program without a sample
+    std::string web_page = "https://example.org/cuedrill";
     std::string documents_folder = folder.file("Documents"); ///< it does not exist at first
     std::string path;                                        ///< of the course
     bool started = false;

@@ -225,5 +225,23 @@ TEST_F(WindowSizesTest, with_a_font_of_the_desktop_twice_as_large)
     QApplication::setFont(usual);
 }
 
+TEST_F(WindowSizesTest, with_the_buttons_of_the_dialog_from_the_start)
+{
+    run(course(), [&](Program& program) {
+        QWidget& window = program.form1().widget();
+        for (int width = 340; width <= 700; width += 20) {
+            window.resize(width, 330);
+            settle();
+            const QWidget& strip = *window.findChild<QWidget*>(QStringLiteral("dialog_strip"));
+            for (const char* name : {"bot_yes", "bot_no"}) {
+                const auto& button = *window.findChild<QPushButton*>(QLatin1String(name));
+                const int caption = button.fontMetrics().horizontalAdvance(button.text());
+                EXPECT_TRUE(strip.rect().contains(button.geometry())) << name << " at " << width;
+                EXPECT_GE(button.width(), caption) << name << " at " << width;
+            }
+        }
+    });
+}
+
 } // namespace
 } // namespace cuedrill::program

@@ -51,6 +51,37 @@ TEST_F(DocumentsTest, opens_a_file_in_its_folder)
     EXPECT_EQ(shell.calls, Calls{"open /home/anna/notes/verbs.txt in /home/anna/notes"});
 }
 
+TEST_F(DocumentsTest, opens_a_file_at_a_section)
+{
+    files.files["/home/anna/my #1 100% \u00fcben/a-b_c~d.html"] = "";
+    documents.open_document("/home/anna/my #1 100% \u00fcben/a-b_c~d.html", "lists");
+    EXPECT_EQ(shell.calls, Calls{"open file:///home/anna/my%20%231%20100%25%20%C3%BCben/a-b_c~d.html#lists in "
+                                 "/home/anna/my #1 100% \u00fcben"});
+}
+
+TEST_F(DocumentsTest, opens_a_file_at_its_beginning_where_no_program_opens_a_section)
+{
+    files.files["/home/anna/manual.html"] = "";
+    shell.has_programs = false;
+    expect_no_program("/home/anna/manual.html");
+    documents.open_document("/home/anna/manual.html", "lists");
+    EXPECT_EQ(shell.calls, (Calls{"open file:///home/anna/manual.html#lists in /home/anna",
+                                  "open /home/anna/manual.html in /home/anna"}));
+}
+
+TEST_F(DocumentsTest, opens_a_web_address_without_a_section)
+{
+    documents.open_document("https://example.org/cuedrill", "lists");
+    EXPECT_EQ(shell.calls, Calls{"open https://example.org/cuedrill in "});
+}
+
+TEST_F(DocumentsTest, names_a_missing_file_without_its_section)
+{
+    expect_exclamation("Path not found: /home/anna/manual.html");
+    documents.open_document("/home/anna/manual.html", "lists");
+    EXPECT_EQ(shell.calls, Calls{});
+}
+
 TEST_F(DocumentsTest, opens_a_file_of_the_top_folder_in_that)
 {
     files.files["/verbs.txt"] = "";

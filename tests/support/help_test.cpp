@@ -78,14 +78,15 @@ TEST_F(HelpTest, tells_whose_the_copyright_is_as_the_licence_does)
 TEST_F(HelpTest, opens_the_web_page_when_the_user_wants_help_from_there)
 {
     expect_help(platform::BoxAnswer::ok);
-    help.show_help();
-    EXPECT_EQ(shell.calls, Calls{open_page});
+    help.show_help("lists");
+    EXPECT_EQ(shell.calls, Calls{"open file:///usr/share/doc/cuedrill/manual/index.html#lists in "
+                                 "/usr/share/doc/cuedrill/manual"});
 }
 
 TEST_F(HelpTest, opens_nothing_when_the_user_does_not)
 {
     expect_help(platform::BoxAnswer::cancel);
-    help.show_help();
+    help.show_help("lists");
     EXPECT_EQ(shell.calls, Calls{});
 }
 

@@ -104,9 +104,14 @@ void DialogLine::resizeEvent(QResizeEvent* event)
 
 bool DialogLine::event(QEvent* event)
 {
-    // The prompt has a new text.
-    if (event->type() == QEvent::LayoutRequest)
+    if (event->type() == QEvent::LayoutRequest) {
+        // The prompt has a new text.
         content_changed();
+    } else if (event->type() == QEvent::Show) {
+        // The captions that the buttons got while the window was hidden have caused no event.
+        note_needed_width();
+        content_changed();
+    }
     return QWidget::event(event);
 }
 

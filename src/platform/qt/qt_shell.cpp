@@ -22,6 +22,9 @@ using Commands = std::span<const Command>;
 /// Desktop openers; they know the user's preferred program for each kind of file.
 constexpr Command openers[] = {{"xdg-open"}, {"gio", "open"}};
 
+/// For the address of a file: outside of the desktops that it knows, xdg-open leaves out the anchor in it.
+constexpr Command openers_of_addresses[] = {{"gio", "open"}, {"xdg-open"}};
+
 constexpr Command file_managers[] = {{"nautilus"}, {"dolphin"}, {"thunar"},    {"nemo"},
                                      {"caja"},     {"pcmanfm"}, {"pcmanfm-qt"}};
 
@@ -55,7 +58,8 @@ public:
     /// @return its process id; std::nullopt if none could be started.
     [[nodiscard]] std::optional<std::int64_t> start_opener_or(Commands programs) const
     {
-        for (const Command& opener : openers) {
+        const bool is_address = target_.startsWith(QLatin1String("file://"));
+        for (const Command& opener : is_address ? Commands(openers_of_addresses) : Commands(openers)) {
             if (const std::optional<std::int64_t> process = start(opener, patience_))
                 return process;
         }

@@ -125,6 +125,21 @@ TEST_F(QtShellTest, AWebAddressKeepsItsSchemeOrGetsOne)
     }
 }
 
+TEST_F(QtShellTest, TheAddressOfAFileGoesToTheOpenerThatKeepsItsAnchor)
+{
+    install("xdg-open");
+    install("gio");
+    EXPECT_TRUE(shell.open("file:///tmp/manual.html#lists", ""));
+    EXPECT_EQ(call().command, "gio [open] [file:///tmp/manual.html#lists]");
+}
+
+TEST_F(QtShellTest, TheAddressOfAFileGoesToAnotherOpenerWhereThatOneIsMissing)
+{
+    install("xdg-open");
+    EXPECT_TRUE(shell.open("file:///tmp/manual.html#lists", ""));
+    EXPECT_EQ(call().command, "xdg-open [file:///tmp/manual.html#lists]");
+}
+
 TEST_F(QtShellTest, AFileIsNeverTakenForAnOption)
 {
     install("xdg-open");
