@@ -9,15 +9,19 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPalette>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
@@ -255,7 +259,9 @@ public:
         taken_ = at_work_ = false;
         const QString course = scratch_.filePath("course.crs");
         CourseMaker().make(course.toStdString(), wish);
-        QApplication::setPalette(wish.dark ? dark_theme() : light_theme_);
+        QPalette theme = wish.dark ? dark_theme() : light_theme_;
+        QApplication::style()->polish(theme);
+        QApplication::setPalette(theme);
         run(course.toStdString());
         QFile::remove(course);
         if (failure_.empty() && !taken_)
@@ -275,7 +281,7 @@ private:
                 QCoreApplication::processEvents();
                 at_work_ = true;
                 User(window).bring_to(*wish_->mode);
-                QCoreApplication::processEvents();
+                wait_for_due_picture(window);
                 if (*wish_->mode->window != 0)
                     save(further_window(wish_->mode->window));
                 else if (*wish_->mode->box == 0)
@@ -288,6 +294,16 @@ private:
         // the next program in this process.
         QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
         QCoreApplication::exec();
+    }
+
+    /// The picture of what is due is drawn a moment after everything else.
+    static void wait_for_due_picture(QMainWindow& window)
+    {
+        const auto* const picture = window.findChild<QLabel*>(QStringLiteral("due_picture"));
+        const QDeadlineTimer deadline(std::chrono::seconds(10));
+        do
+            QCoreApplication::processEvents();
+        while (picture != nullptr && picture->text().isEmpty() && !deadline.hasExpired());
     }
 
     static QWidget& further_window(const char* name)

@@ -30,6 +30,8 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void paint_plate(QPainter& painter, const QRect& area) const;
+
     Tone tone_;
     std::optional<int> regular_weight_;
 };

@@ -34,6 +34,7 @@ Form1 interfaces_of(QtForm1Controls& c)
                  .timer_1_sec = c.timer_1_sec,
                  .timer_1_min = c.timer_1_min,
                  .timer_idle = c.timer_idle,
+                 .timer_due = c.timer_due,
                  .timer_check = c.timer_check};
 }
 
@@ -46,7 +47,7 @@ QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
       panel_lista("panel_lista", *new QWidget, guard), t_hint("t_hint", window.gate(), window.key_filter()),
       listav("listav", window.gate(), window.key_filter()), dialog_strip("dialog_strip", *new QWidget, guard),
       bot_yes("bot_yes", window.gate()), bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()),
-      timer_250_ms(guard), timer_1_sec(guard), timer_1_min(guard), timer_idle(window.gate()),
+      timer_250_ms(guard), timer_1_sec(guard), timer_1_min(guard), timer_idle(window.gate()), timer_due(window.gate()),
       timer_check(window.gate()), session_end(guard, [this] { window.end_session(); })
 {
     lay_out(*this);

@@ -49,6 +49,7 @@ struct QtForm1Controls {
     QtTimer timer_1_sec;
     QtTimer timer_1_min;
     QtTimer timer_idle;
+    QtTimer timer_due;
     QtTimer timer_check;
 
     QtSessionEnd session_end;

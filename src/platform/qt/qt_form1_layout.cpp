@@ -146,8 +146,9 @@ QGridLayout* time_figures(QtForm1Controls& c)
 
 QWidget* statistics(QtForm1Controls& c)
 {
-    QBoxLayout* figures = row(3 * wide_gap);
-    figures->addLayout(level_rows(c), 1);
+    QBoxLayout* figures = row(2 * wide_gap);
+    figures->addLayout(level_rows(c), 2);
+    figures->addWidget(&c.screen.due_chart(), 3);
     figures->addLayout(course_figures(c));
     figures->addLayout(time_figures(c));
 

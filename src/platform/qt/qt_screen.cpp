@@ -82,6 +82,8 @@ QtScreen::QtScreen(QWidget& parent, std::function<void(QLabel&)> tell) : tell_(s
         level_rows_[level]->setParent(&parent);
         level_rows_[level]->setObjectName(QStringLiteral("panel_level_%1").arg(level));
     }
+    due_chart_->setParent(&parent);
+    due_chart_->setObjectName(QStringLiteral("due_picture"));
 }
 
 CaptionLabel& QtScreen::label(ScreenLine line) const
@@ -104,6 +106,8 @@ void QtScreen::show(const Screen& screen)
         if (screen.panel_level[level] != before.panel_level[level])
             draw_level(*level_rows_[level], screen.panel_level[level]);
     }
+    if (screen.due_picture != before.due_picture)
+        due_chart_->show_picture(screen.due_picture);
 }
 
 void QtScreen::draw(CaptionLabel& label, const Line& line, const Line& before) const
@@ -141,6 +145,11 @@ void QtScreen::offer_level_help(const std::function<void()>& ask)
 {
     for (LevelRow* row : level_rows_)
         qt::offer_help(*row, ask);
+}
+
+void QtScreen::offer_due_help(const std::function<void()>& ask)
+{
+    qt::offer_help(*due_chart_, ask);
 }
 
 } // namespace cuedrill::platform::qt
