@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QMenuBar>
+#include <cstddef>
 #include <initializer_list>
 
 namespace cuedrill::platform::qt {
@@ -17,6 +18,11 @@ constexpr int narrow_gap = 5;
 constexpr int row_gap = 2; // for the bars and for the figures beside them, so that they align
 // Narrow enough for all toolbar buttons to fit into one row of a window 800 pixels wide.
 constexpr int toolbar_gap = 1;
+// In front of "+", the first button of a verdict, and of "Edit".
+constexpr std::size_t first_of_verdict = 5;
+constexpr std::size_t first_of_editing = 7;
+constexpr int narrowest_group_gap = 2;
+constexpr int widest_group_gap = 14;
 constexpr int button_padding = 12;
 constexpr QSize smallest_window{640, 480};
 
@@ -49,12 +55,24 @@ void fill_width(QWidget& label)
     keep_room_when_hidden(label);
 }
 
+/// The space between two groups of the toolbar: as much as there is room for.
+QWidget* group_gap()
+{
+    auto* gap = new QWidget;
+    gap->setMinimumWidth(narrowest_group_gap);
+    gap->setMaximumWidth(widest_group_gap);
+    return gap;
+}
+
 QBoxLayout* toolbar(QtForm1Controls& c)
 {
     QBoxLayout* buttons = row(toolbar_gap);
-    for (QtButton& button : c.pb)
-        buttons->addWidget(&button.widget());
-    buttons->addStretch(1);
+    for (std::size_t place = 0; place < c.pb.size(); ++place) {
+        if (place == first_of_verdict || place == first_of_editing)
+            buttons->addWidget(group_gap(), 1);
+        buttons->addWidget(&c.pb[place].widget());
+    }
+    buttons->addStretch(4); // it takes its share while the gaps are narrower than they may be
     return buttons;
 }
 

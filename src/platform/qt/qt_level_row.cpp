@@ -10,7 +10,7 @@ namespace {
 
 constexpr int padding = 8;
 constexpr int mark_width = 10;
-constexpr int caption_characters = 11;
+constexpr int caption_characters = 13;
 constexpr int count_characters = 6;
 
 } // namespace

@@ -26,6 +26,19 @@ namespace {
 
 constexpr int margin = 6; // on either side of a line, in pixels
 constexpr int row_gap = 2;
+constexpr int bar_left = 16; // behind the mark
+constexpr int bar_length = 40;
+constexpr int bar_gap = 8;
+constexpr int highest_level = 10; // a full bar
+
+/// The level with which a line begins, as "02 - "; std::nullopt if it begins with something else.
+std::optional<int> level_of(const QString& line)
+{
+    const qsizetype end = line.indexOf(QLatin1String(" - "));
+    bool is_number = false;
+    const int level = end < 0 ? 0 : line.first(end).toInt(&is_number);
+    return is_number ? std::optional(std::clamp(level, 0, highest_level)) : std::nullopt;
+}
 
 /// A line in two parts: the figures at its beginning, which may form columns, and the rest from the first word on.
 /// Drawn in one piece, the figures would get the font of the rest, which is not always the fixed-pitch one.
@@ -83,29 +96,71 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        const QPalette& palette = option.palette;
-        QColor text = palette.color(QPalette::Text);
-        if (index == view_.currentIndex() && view_.hasFocus()) {
-            painter->fillRect(option.rect, palette.color(QPalette::Highlight));
-            text = palette.color(QPalette::HighlightedText);
-        } else if (index == view_.currentIndex()) {
-            painter->fillRect(option.rect, tinted(palette, 0.35));
-        } else if (option.state.testFlag(QStyle::State_MouseOver)) {
-            painter->fillRect(option.rect, tinted(palette, 0.15));
-        }
-        painter->setPen(text);
+        const QPalette colours = colours_of(option, index);
+        painter->fillRect(option.rect, colours.color(QPalette::Window));
+        const QString line = view_.lines().shown(index.row());
+        if (index.row() == view_.marked_row())
+            draw_mark(*painter, option.rect, colours.color(QPalette::WindowText));
+        if (const std::optional<int> level = level_of(line))
+            draw_level(*painter, option.rect, colours, *level);
+        painter->setPen(colours.color(QPalette::WindowText));
         painter->setFont(option.font);
-        draw(*painter, option.rect.adjusted(margin, 0, -margin, 0), LineParts(view_.lines().shown(index.row())));
+        draw(*painter, option.rect.adjusted(text_left(), 0, -margin, 0), LineParts(line));
     }
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const override
     {
         const int widest = view_.lines().widest_row();
         const int width = widest < 0 ? 0 : LineParts(view_.lines().shown(widest)).width(option.fontMetrics);
-        return {width + 2 * margin, option.fontMetrics.height() + row_gap};
+        return {text_left() + width + margin, option.fontMetrics.height() + row_gap};
     }
 
 private:
+    /// Where the text begins: behind the mark and, in a list with levels, the bar.
+    [[nodiscard]] int text_left() const
+    {
+        const bool levels = view_.lines().rowCount() > 0 && level_of(view_.lines().shown(0)).has_value();
+        return levels ? bar_left + bar_length + bar_gap : margin;
+    }
+
+    /// The ground and the text of a row as colours of a window, for the bar.
+    [[nodiscard]] QPalette colours_of(const QStyleOptionViewItem& option, const QModelIndex& index) const
+    {
+        QPalette colours = option.palette;
+        colours.setColor(QPalette::Window, colours.color(QPalette::Base));
+        colours.setColor(QPalette::WindowText, colours.color(QPalette::Text));
+        if (index == view_.currentIndex() && view_.hasFocus()) {
+            colours.setColor(QPalette::Window, colours.color(QPalette::Highlight));
+            colours.setColor(QPalette::WindowText, colours.color(QPalette::HighlightedText));
+            colours.setColor(QPalette::Highlight, colours.color(QPalette::HighlightedText));
+        } else if (index == view_.currentIndex()) {
+            colours.setColor(QPalette::Window, tinted(option.palette, 0.35));
+        } else if (option.state.testFlag(QStyle::State_MouseOver)) {
+            colours.setColor(QPalette::Window, tinted(option.palette, 0.15));
+        }
+        return colours;
+    }
+
+    /// The same triangle as that of the level of the last verdict.
+    static void draw_mark(QPainter& painter, const QRect& row, const QColor& colour)
+    {
+        const QPointF middle(row.left() + margin, row.center().y() + 0.5);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colour);
+        painter.drawPolygon(QPolygonF{middle + QPointF(0, -4), middle + QPointF(5, 0), middle + QPointF(0, 4)});
+        painter.restore();
+    }
+
+    static void draw_level(QPainter& painter, const QRect& row, const QPalette& colours, int level)
+    {
+        constexpr double thickness = 6;
+        const QRectF bar(row.left() + bar_left, row.center().y() - thickness / 2 + 0.5, bar_length, thickness);
+        painter.setRenderHint(QPainter::Antialiasing);
+        paint_bar(painter, colours, bar, static_cast<double>(level) / highest_level, Qt::Horizontal);
+    }
+
     static void draw(QPainter& painter, const QRect& place, const LineParts& line)
     {
         // Left-aligned, even for right-to-left text.
@@ -152,6 +207,24 @@ void LineView::showEvent(QShowEvent* event)
     QListView::showEvent(event);
 }
 
+/// When the list is shown it gets its height after its lines.
+void LineView::resizeEvent(QResizeEvent* event)
+{
+    QListView::resizeEvent(event);
+    if (marked_row_ != no_row && currentIndex().row() == marked_row_)
+        scrollTo(currentIndex(), PositionAtCenter);
+}
+
+void LineView::mark(int row)
+{
+    marked_row_ = row < model_.rowCount() ? row : no_row;
+    if (marked_row_ != no_row) {
+        setCurrentIndex(model_.index(marked_row_));
+        scrollTo(currentIndex(), PositionAtCenter);
+    }
+    viewport()->update();
+}
+
 void LineView::show_lines(std::vector<std::string> lines)
 {
     take(std::move(lines));
@@ -176,6 +249,7 @@ void LineView::replace_lines(std::vector<std::string> lines)
 void LineView::take(std::vector<std::string> lines)
 {
     pressed_row_.reset();
+    marked_row_ = no_row;
     model_.set_lines(std::move(lines));
     doItemsLayout();
 }

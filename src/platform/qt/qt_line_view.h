@@ -8,7 +8,8 @@
 
 namespace cuedrill::platform::qt {
 
-/// Shows lines of text in the system's fixed-pitch font and lets the user choose one. The arrow keys move the current
+/// Shows lines of text in the system's fixed-pitch font and lets the user choose one. A line that begins with a level,
+/// as "02 - ", has a small bar in front of it. The arrow keys move the current
 /// line; it is highlighted even while another control has the focus.
 class LineView : public QListView {
 public:
@@ -18,6 +19,12 @@ public:
     void show_lines(std::vector<std::string> lines);
     /// Shows these lines; keeps the scroll position and the current line as far as there are enough lines.
     void replace_lines(std::vector<std::string> lines);
+
+    static constexpr int no_row = -1;
+
+    /// Marks a row, makes it current and scrolls to it; `no_row`, or a row that is not there, takes the mark away.
+    void mark(int row);
+    [[nodiscard]] int marked_row() const { return marked_row_; }
 
     [[nodiscard]] const LineModel& lines() const { return model_; }
 
@@ -31,6 +38,7 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -47,6 +55,7 @@ private:
 
     LineModel& model_;
     std::optional<int> pressed_row_;
+    int marked_row_ = no_row;
 };
 
 } // namespace cuedrill::platform::qt

@@ -1,12 +1,14 @@
 #include "platform/qt/qt_look.h"
 
 #include "platform/qt/qt_contrast.h"
+#include "platform/qt/qt_program_icon.h"
 #include "platform/qt/qt_style.h"
 
 #include <QApplication>
 #include <QPainter>
 #include <QPalette>
 #include <QPlainTextEdit>
+#include <QStyle>
 #include <QTextDocument>
 #include <QTextOption>
 #include <algorithm>
@@ -14,11 +16,26 @@
 
 namespace cuedrill::platform::qt {
 
-void set_up_application()
+namespace {
+
+/// Fusion is available on every desktop and follows the palette completely, so that light, dark and high-contrast
+/// themes come out right and the fixed colours of status, answer and levels are visible.
+constexpr auto usual_style = "Fusion";
+
+QString style_to_use(bool keep_style)
 {
-    // Fusion is available on every desktop and follows the palette completely, so that light, dark and high-contrast
-    // themes come out right and the fixed colours of status, answer and levels are visible.
-    QApplication::setStyle(new ProgramStyle(QStringLiteral("Fusion")));
+    const bool set_by_user = keep_style || !qEnvironmentVariableIsEmpty("QT_STYLE_OVERRIDE");
+    return set_by_user ? QApplication::style()->name() : QString::fromLatin1(usual_style);
+}
+
+} // namespace
+
+void set_up_application(bool keep_style)
+{
+    QApplication::setStyle(new ProgramStyle(style_to_use(keep_style)));
+    QApplication::setWindowIcon(program_icon());
+    // Desktops that show the icon of an application rather than that of a window find it by this name.
+    QGuiApplication::setDesktopFileName(QStringLiteral("cuedrill"));
     // While the program starts, boxes open and close before there is a main window.
     QApplication::setQuitOnLastWindowClosed(false);
 }

@@ -10,14 +10,16 @@
 class QPainter;
 class QPalette;
 class QPlainTextEdit;
+class QRect;
 class QRectF;
 class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// Sets the widget style, and makes the program end only when it says so, not when its last window is closed. Call this
-/// before the first window is created.
-void set_up_application();
+/// Sets the widget style and the icon of the program, and makes the program end only when it says so, not when its last
+/// window is closed. Call this before the first window is created.
+/// @param keep_style keeps the style that the command line has set; one set by the environment is always kept.
+void set_up_application(bool keep_style = false);
 
 /// Converts to device-independent pixels, rounded to the nearest.
 int to_pixels(common::Twips twips);
