@@ -40,12 +40,12 @@ void LevelRow::set_marked(bool marked)
 
 QSize LevelRow::sizeHint() const
 {
-    return {fontMetrics().averageCharWidth() * 30, fontMetrics().height() + 8};
+    return {fontMetrics().averageCharWidth() * 36, fontMetrics().height() + 8};
 }
 
 QSize LevelRow::minimumSizeHint() const
 {
-    return {fontMetrics().averageCharWidth() * 30, fontMetrics().height() + 4};
+    return {fontMetrics().averageCharWidth() * 36, fontMetrics().height() + 4};
 }
 
 void LevelRow::paintEvent(QPaintEvent* /*event*/)
