@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QInputDialog>
 #include <QKeyEvent>
@@ -17,9 +18,11 @@
 #include <QMessageBox>
 #include <QPalette>
 #include <QPlainTextEdit>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
@@ -281,7 +284,9 @@ public:
         taken_ = at_work_ = false;
         const QString course = scratch_.filePath("course.crs");
         CourseMaker().make(course.toStdString(), wish);
-        QApplication::setPalette(wish.dark ? dark_theme() : light_theme_);
+        QPalette theme = wish.dark ? dark_theme() : light_theme_;
+        QApplication::style()->polish(theme);
+        QApplication::setPalette(theme);
         run(course.toStdString());
         QFile::remove(course);
         if (failure_.empty() && !taken_)
@@ -301,6 +306,7 @@ private:
                 QCoreApplication::processEvents();
                 at_work_ = true;
                 User(window).bring_to(*wish_->mode);
+                wait_for_due_picture(window);
                 // Until all layouts have passed their requests on.
                 for (int turn = 0; turn < 3; ++turn)
                     QCoreApplication::processEvents();
@@ -316,6 +322,16 @@ private:
         // the next program in this process.
         QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
         QCoreApplication::exec();
+    }
+
+    /// The picture of what is due is drawn a moment after everything else.
+    static void wait_for_due_picture(QMainWindow& window)
+    {
+        const auto* const picture = window.findChild<QLabel*>(QStringLiteral("due_picture"));
+        const QDeadlineTimer deadline(std::chrono::seconds(10));
+        do
+            QCoreApplication::processEvents();
+        while (picture != nullptr && picture->text().isEmpty() && !deadline.hasExpired());
     }
 
     static QWidget& further_window(const char* name)

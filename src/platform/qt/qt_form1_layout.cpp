@@ -6,6 +6,7 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QMenuBar>
+#include <cstddef>
 #include <initializer_list>
 
 namespace cuedrill::platform::qt {
@@ -16,6 +17,9 @@ constexpr int window_margin = 14;
 constexpr int wide_gap = 12;
 constexpr int narrow_gap = 5;
 constexpr int row_gap = 2; // for the bars and for the figures beside them, so that they align
+// In front of "+", the first button of a verdict, and of "Edit".
+constexpr std::size_t first_of_verdict = 5;
+constexpr std::size_t first_of_editing = 7;
 // Where the window is small, the folding sees to it that the texts are larger.
 constexpr QSize smallest_text{60, 24};
 // Small enough for a screen of 1024 × 600 pixels at three times the size.
@@ -53,8 +57,11 @@ void fill_width(QWidget& label)
 Toolbar* toolbar(QtForm1Controls& c)
 {
     auto* buttons = new Toolbar;
-    for (QtButton& button : c.pb)
-        buttons->add(button.widget());
+    for (std::size_t place = 0; place < c.pb.size(); ++place) {
+        if (place == first_of_verdict || place == first_of_editing)
+            buttons->begin_group();
+        buttons->add(c.pb[place].widget());
+    }
     return buttons;
 }
 
@@ -163,8 +170,9 @@ QWidget* statistics(QtForm1Controls& c, QWidget& unfolded)
 {
     auto* figures = new QHBoxLayout(&unfolded);
     figures->setContentsMargins(0, 0, 0, 0);
-    figures->setSpacing(3 * wide_gap);
-    figures->addLayout(level_rows(c), 1);
+    figures->setSpacing(2 * wide_gap);
+    figures->addLayout(level_rows(c), 2);
+    figures->addWidget(&c.screen.due_chart(), 3);
     figures->addLayout(course_figures(c));
     figures->addLayout(time_figures(c));
 
