@@ -100,19 +100,6 @@ std::string questions_are(std::int64_t count)
     return std::to_string(count) + (count == 1 ? " question is " : " questions are ");
 }
 
-std::string words_about(const DueFigures& due)
-{
-    const scheduler::DueSoon& questions = due.questions;
-    std::string words = questions_are(questions.now) + "due now, " + std::to_string(questions.later_today) +
-                        " more today, tomorrow " + std::to_string(questions.days.front());
-    for (std::size_t day = 1; day < questions.days.size(); ++day)
-        words.append(", ")
-            .append(weekday(due.counted_at, day + 1))
-            .append(" ")
-            .append(std::to_string(questions.days.at(day)));
-    return words + ". " + questions_are(questions.never_tested) + "new.";
-}
-
 /// Days are named by their first letters. The bars of what is due share one scale; that of the new questions, of which
 /// there may be many more, shows their share of the course, as the bars of the levels do.
 void put_due(Screen& screen, const CourseFigures& figures)
@@ -126,7 +113,7 @@ void put_due(Screen& screen, const CourseFigures& figures)
     if (!figures.due)
         return;
     const scheduler::DueSoon& questions = figures.due->questions;
-    picture.words = words_about(*figures.due);
+    picture.words = in_words(*figures.due);
     picture.bars.front().count = questions.now;
     picture.bars[1].count = questions.later_today;
     for (std::size_t day = 0; day < questions.days.size(); ++day) {
@@ -159,6 +146,19 @@ void put_course_figures(Screen& screen, const CourseFigures& figures, common::In
 }
 
 } // namespace
+
+std::string in_words(const DueFigures& due)
+{
+    const scheduler::DueSoon& questions = due.questions;
+    std::string words = questions_are(questions.now) + "due now, " + std::to_string(questions.later_today) +
+                        " more today, tomorrow " + std::to_string(questions.days.front());
+    for (std::size_t day = 1; day < questions.days.size(); ++day)
+        words.append(", ")
+            .append(weekday(due.counted_at, day + 1))
+            .append(" ")
+            .append(std::to_string(questions.days.at(day)));
+    return words + ". " + questions_are(questions.never_tested) + "new.";
+}
 
 Screen render(const Told& told, const DrillState& state, Mode mode, common::Int16 target_level)
 {

@@ -30,6 +30,9 @@ struct DueFigures {
     scheduler::DueSoon questions;
 };
 
+/// What is due now, later today and on each of the next days, and how many questions are new, as two sentences.
+std::string in_words(const DueFigures& due);
+
 /// The figures of the course, as last counted.
 struct CourseFigures {
     std::int64_t records = 0;
