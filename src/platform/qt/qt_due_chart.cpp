@@ -11,11 +11,11 @@ namespace cuedrill::platform::qt {
 namespace {
 
 constexpr int narrowest_column_characters = 5;
-constexpr int fewest_columns = 4; // now, today, tomorrow and new
-constexpr int widest_column_characters = 12;
+constexpr int fewest_columns = 3; // now, today and new
 constexpr int gap_before_new = 8; // its bar has another scale
 constexpr int least_bar_height = 24;
-constexpr int text_gap = 3;
+constexpr int text_padding = 8; // above and below a text together, as in the rows of the levels beside it
+constexpr int caption_gap = 2;
 
 } // namespace
 
@@ -39,7 +39,7 @@ int DueChart::narrowest_column() const
 {
     int width = fontMetrics().averageCharWidth() * narrowest_column_characters;
     for (const DueBar& bar : bars_)
-        width = std::max(width, fontMetrics().horizontalAdvance(to_qt(bar.caption)) + text_gap);
+        width = std::max(width, fontMetrics().horizontalAdvance(to_qt(bar.caption)) + caption_gap);
     return width;
 }
 
@@ -47,12 +47,17 @@ std::vector<DueChart::Column> DueChart::columns() const
 {
     const int room = width() - gap_before_new;
     const int count = std::clamp(room / std::max(narrowest_column(), 1), fewest_columns, due_bars);
-    const int pitch = std::min(room / count, fontMetrics().averageCharWidth() * widest_column_characters);
+    const int pitch = room / count;
     std::vector<Column> columns;
     for (int place = 0; place < count - 1; ++place)
         columns.push_back({static_cast<std::size_t>(place), QRect(place * pitch, 0, pitch, height())});
     columns.push_back({bars_.size() - 1, QRect((count - 1) * pitch + gap_before_new, 0, pitch, height())});
     return columns;
+}
+
+int DueChart::text_height() const
+{
+    return fontMetrics().height() + text_padding;
 }
 
 QSize DueChart::sizeHint() const
@@ -62,8 +67,7 @@ QSize DueChart::sizeHint() const
 
 QSize DueChart::minimumSizeHint() const
 {
-    return {narrowest_column() * fewest_columns + gap_before_new,
-            2 * (fontMetrics().height() + text_gap) + least_bar_height};
+    return {narrowest_column() * fewest_columns + gap_before_new, 2 * text_height() + least_bar_height};
 }
 
 void DueChart::paintEvent(QPaintEvent* /*event*/)
@@ -76,7 +80,7 @@ void DueChart::paintEvent(QPaintEvent* /*event*/)
 
 void DueChart::paint_column(QPainter& painter, const DueBar& bar, const QRect& column) const
 {
-    const int line = fontMetrics().height();
+    const int line = text_height();
     const QString figure = to_qt(bar.figure);
     QFont condensed = font();
     if (fontMetrics().horizontalAdvance(figure) > column.width())
@@ -90,9 +94,7 @@ void DueChart::paint_column(QPainter& painter, const DueBar& bar, const QRect& c
                      Qt::AlignHCenter | Qt::AlignVCenter, to_qt(bar.caption));
     const double left = column.left() + (column.width() - bar_thickness) / 2.0;
     const double share = bar.whole > 0 ? static_cast<double>(bar.count) / static_cast<double>(bar.whole) : 0.0;
-    paint_bar(painter, palette(),
-              QRectF(left, line + text_gap, bar_thickness, column.height() - 2.0 * (line + text_gap)), share,
-              Qt::Vertical);
+    paint_bar(painter, palette(), QRectF(left, line, bar_thickness, column.height() - 2.0 * line), share, Qt::Vertical);
 }
 
 } // namespace cuedrill::platform::qt

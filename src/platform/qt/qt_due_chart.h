@@ -37,6 +37,7 @@ protected:
 
 private:
     [[nodiscard]] int narrowest_column() const;
+    [[nodiscard]] int text_height() const;
     void paint_column(QPainter& painter, const DueBar& bar, const QRect& column) const;
 
     std::array<DueBar, due_bars> bars_;

@@ -18,6 +18,7 @@ constexpr int count_characters = 6;
 LevelRow::LevelRow()
 {
     setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
 void LevelRow::set_caption(const QString& caption)
