@@ -80,6 +80,23 @@ Work whole_verdict(const WorkFolder& folder, int records)
     }};
 }
 
+/// The same where the picture of what is due is counted between two verdicts, as the program does.
+Work verdict_after_due(const WorkFolder& folder, int records)
+{
+    const auto drill = std::make_shared<Drill>(open_engine(fresh_sample(folder, records)));
+    return {.prepare =
+                [drill] {
+                    Engine& engine = *drill->engine;
+                    benchmark::DoNotOptimize(scheduler::due_soon(engine.course, engine.dead_times, drill->now));
+                },
+            .run =
+                [drill] {
+                    drill->judge();
+                    benchmark::DoNotOptimize(scheduler::count(drill->engine->course));
+                    drill->current = drill->next();
+                }};
+}
+
 /// The same while a copy of the course is being made, as the program makes it: a step between two verdicts, and the
 /// next copy when one has all pages.
 Work verdict_beside_copy(const WorkFolder& folder, int records)
@@ -373,6 +390,7 @@ Work picturing_due_floor(const WorkFolder& folder, int records)
     const auto floor = std::make_shared<Due>(fresh_sample(folder, records));
     return {.run = [floor] {
         std::int64_t sum = 0;
+        floor->sqlite.run("begin"); // one lock for all
         for (int level = 0; level < target_level; ++level) {
             double from = floor->before(floor->dead_times.dead_time(level));
             sum += floor->never.bind(1, std::int64_t{level}).run();
@@ -382,6 +400,7 @@ Work picturing_due_floor(const WorkFolder& folder, int records)
                 from += 1;
             }
         }
+        floor->sqlite.run("commit");
         benchmark::DoNotOptimize(sum);
     }};
 }
@@ -394,6 +413,7 @@ std::vector<Operation> drill_operations()
         {.name = "verdict, counts and next question", .program = whole_verdict, .floor = bare_commit},
         {.name = "the same while a copy is made", .program = verdict_beside_copy, .floor = whole_verdict},
         {.name = "the same with its line in the history", .program = verdict_with_history, .floor = whole_verdict},
+        {.name = "the same after what is due was counted", .program = verdict_after_due, .floor = whole_verdict},
         {.name = "the same, drawn at random", .program = random_verdict, .floor = bare_commit},
         {.name = "a verdict alone", .program = stored_verdict, .floor = bare_commit},
         {.name = "next question", .program = choosing, .floor = choosing_floor},
