@@ -79,11 +79,16 @@ public:
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {
-        QPixmap picture(size);
+        // The painter draws lines thinner than a pixel too faintly, so a small picture is made of a large one.
+        constexpr int widest_small_picture = 24;
+        constexpr int enlargement = 8;
+        const bool is_small = size.width() <= widest_small_picture;
+        QPixmap picture(is_small ? size * enlargement : size);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
         paint(&painter, picture.rect(), mode, state);
-        return picture;
+        painter.end();
+        return is_small ? picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation) : picture;
     }
 
     /// The sizes that window managers show, at scales from 1 to 3.
