@@ -5,6 +5,7 @@
 #include "keep/history_file.h"
 #include "operations.h"
 #include "scheduler/counts.h"
+#include "scheduler/forecast.h"
 #include "scheduler/next_due.h"
 #include "scheduler/next_question.h"
 #include "scheduler/verdict.h"
@@ -77,6 +78,23 @@ Work whole_verdict(const WorkFolder& folder, int records)
         benchmark::DoNotOptimize(scheduler::count(drill->engine->course));
         drill->current = drill->next();
     }};
+}
+
+/// The same where the picture of what is due is counted between two verdicts, as the program does.
+Work verdict_after_due(const WorkFolder& folder, int records)
+{
+    const auto drill = std::make_shared<Drill>(open_engine(fresh_sample(folder, records)));
+    return {.prepare =
+                [drill] {
+                    Engine& engine = *drill->engine;
+                    benchmark::DoNotOptimize(scheduler::due_soon(engine.course, engine.dead_times, drill->now));
+                },
+            .run =
+                [drill] {
+                    drill->judge();
+                    benchmark::DoNotOptimize(scheduler::count(drill->engine->course));
+                    drill->current = drill->next();
+                }};
 }
 
 /// The same while a copy of the course is being made, as the program makes it: a step between two verdicts, and the
@@ -350,6 +368,43 @@ Work looking_ahead_floor(const WorkFolder& folder, int records)
     }};
 }
 
+Work picturing_due(const WorkFolder& folder, int records)
+{
+    const auto engine = open_engine(fresh_sample(folder, records));
+    return {.run = [engine, now = engine->clock.now()] {
+        benchmark::DoNotOptimize(scheduler::due_soon(engine->course, engine->dead_times, now));
+    }};
+}
+
+/// Counts, in each level, the questions never tested, the mature ones, and those that get mature on seven days.
+Work picturing_due_floor(const WorkFolder& folder, int records)
+{
+    struct Due : Floor {
+        using Floor::Floor;
+        BareStatement now_due{sqlite, "select count(*) from qa where q_successes=?1 and q_date_last_test<?2"};
+        BareStatement later{sqlite, "select count(*) from qa where q_successes=?1 and q_date_last_test>=?2 and "
+                                    "q_date_last_test<?3"};
+        BareStatement never{sqlite, "select count(*) from qa where q_successes=?1 and q_date_last_test is null"};
+    };
+    constexpr int week = 7; // today and six days
+    const auto floor = std::make_shared<Due>(fresh_sample(folder, records));
+    return {.run = [floor] {
+        std::int64_t sum = 0;
+        floor->sqlite.run("begin"); // one lock for all
+        for (int level = 0; level < target_level; ++level) {
+            double from = floor->before(floor->dead_times.dead_time(level));
+            sum += floor->never.bind(1, std::int64_t{level}).run();
+            sum += floor->now_due.bind(1, std::int64_t{level}).bind(2, from).run();
+            for (int day = 0; day < week; ++day) {
+                sum += floor->later.bind(1, std::int64_t{level}).bind(2, from).bind(3, from + 1).run();
+                from += 1;
+            }
+        }
+        floor->sqlite.run("commit");
+        benchmark::DoNotOptimize(sum);
+    }};
+}
+
 } // namespace
 
 std::vector<Operation> drill_operations()
@@ -358,12 +413,14 @@ std::vector<Operation> drill_operations()
         {.name = "verdict, counts and next question", .program = whole_verdict, .floor = bare_commit},
         {.name = "the same while a copy is made", .program = verdict_beside_copy, .floor = whole_verdict},
         {.name = "the same with its line in the history", .program = verdict_with_history, .floor = whole_verdict},
+        {.name = "the same after what is due was counted", .program = verdict_after_due, .floor = whole_verdict},
         {.name = "the same, drawn at random", .program = random_verdict, .floor = bare_commit},
         {.name = "a verdict alone", .program = stored_verdict, .floor = bare_commit},
         {.name = "next question", .program = choosing, .floor = choosing_floor},
         {.name = "next question, drawn at random", .program = choosing_at_random, .floor = choosing_at_random_floor},
         {.name = "counting the levels", .program = counting, .floor = counting_floor},
         {.name = "counting the mature questions", .program = counting_mature, .floor = counting_mature_floor},
+        {.name = "what is due now and in the next days", .program = picturing_due, .floor = picturing_due_floor},
         {.name = "when the next one is due", .program = looking_ahead, .floor = looking_ahead_floor}};
 }
 

@@ -56,7 +56,7 @@ int main(int argc, char** argv)
         qInstallMessageHandler(end_on_fatal_error);
         const QApplication application(argc, argv);
         qInstallMessageHandler(nullptr);
-        cuedrill::program::Program program;
+        cuedrill::program::Program program(cuedrill::support::sets_style(arguments));
         return program.run(command_line(argc, argv));
     } catch (const std::exception& error) {
         std::cerr << "cuedrill: " << cuedrill::common::words_of(error) << '\n';

@@ -1,3 +1,4 @@
+#include "common/date_time.h"
 #include "common/errors.h"
 #include "platform/icu/icu_text_compare.h"
 #include "platform/qt/qt_look.h"
@@ -9,6 +10,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QInputDialog>
 #include <QKeyEvent>
@@ -17,15 +19,18 @@
 #include <QMessageBox>
 #include <QPalette>
 #include <QPlainTextEdit>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
 #include <initializer_list>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -200,34 +205,39 @@ public:
 private:
     void write_records(const Texts& texts)
     {
+        const common::DateTime now = platform::system::SystemClock().now();
+        const double long_ago = now.plus_days(-3.5).day_number();
+        // Due tomorrow, whatever the time of day.
+        const double yesterday_noon = now.date_only().plus_days(-0.5).day_number();
         struct Record {
             std::string question;
             std::string answer;
             std::int64_t level;
+            std::optional<double> tested;
         };
         const Record records[] = {
-            {texts.question, texts.answer, 4},
-            {"What is the capital of Italy?", "Rome", 4},
-            {"What is the capital of France?", "Paris on the Seine", 5},
-            {"What is the capital of Spain?", "Madrid", 5},
-            {"What is the capital of Portugal?", "Lisbon at the mouth of the Tagus", 5},
-            {"What is the capital of Austria?", "Vienna on the Danube", 3},
-            {"What is the capital of Hungary?", "Budapest on the Danube too", 3},
-            {"What is the capital of Poland?", "Warsaw", 2},
-            {"What is the capital of Ireland?", "Dublin", 2},
-            {"What is the capital of Wales?", "Cardiff", 2},
-            {"What is the capital of Denmark?", "Copenhagen on two islands", 1},
-            {"What is the capital of Finland?", "Helsinki", 0},
-            {"What is the capital of Iceland?", "Reykjavik", 0},
+            {texts.question, texts.answer, 4, long_ago},
+            {"What is the capital of Italy?", "Rome", 4, yesterday_noon},
+            {"What is the capital of France?", "Paris on the Seine", 5, long_ago},
+            {"What is the capital of Spain?", "Madrid", 5, long_ago},
+            {"What is the capital of Portugal?", "Lisbon at the mouth of the Tagus", 5, long_ago},
+            {"What is the capital of Austria?", "Vienna on the Danube", 3, long_ago},
+            {"What is the capital of Hungary?", "Budapest on the Danube too", 3, long_ago},
+            {"What is the capital of Poland?", "Warsaw", 2, long_ago},
+            {"What is the capital of Ireland?", "Dublin", 2, long_ago},
+            {"What is the capital of Wales?", "Cardiff", 2, long_ago},
+            {"What is the capital of Denmark?", "Copenhagen on two islands", 1, long_ago},
+            {"What is the capital of Finland?", "Helsinki", 0, long_ago},
+            {"What is the capital of Iceland?", "Reykjavik", 0, std::nullopt},
         };
-        const double tested = platform::system::SystemClock().now().plus_days(-3.5).day_number();
         std::int64_t attempts = 7;
         for (const Record& record : records) {
-            database_.execute(
-                "Insert into qa (q, a, q_successes, a_successes, q_attempts, a_attempts, q_fails, "
-                "a_fails, q_date_last_test, a_date_last_test) "
-                "values (?1, ?2, ?3, ?3, ?4, ?4, ?5, ?5, ?6, ?6)",
-                {record.question, record.answer, record.level, attempts, attempts - record.level, tested});
+            database_.execute("Insert into qa (q, a, q_successes, a_successes, q_attempts, a_attempts, q_fails, "
+                              "a_fails, q_date_last_test, a_date_last_test) "
+                              "values (?1, ?2, ?3, ?3, ?4, ?4, ?5, ?5, ?6, ?6)",
+                              {record.question, record.answer, record.level, record.tested ? attempts : 0,
+                               record.tested ? attempts - record.level : 0,
+                               record.tested ? platform::Value(*record.tested) : platform::Value()});
             ++attempts;
         }
     }
@@ -281,7 +291,9 @@ public:
         taken_ = at_work_ = false;
         const QString course = scratch_.filePath("course.crs");
         CourseMaker().make(course.toStdString(), wish);
-        QApplication::setPalette(wish.dark ? dark_theme() : light_theme_);
+        QPalette theme = wish.dark ? dark_theme() : light_theme_;
+        QApplication::style()->polish(theme);
+        QApplication::setPalette(theme);
         run(course.toStdString());
         QFile::remove(course);
         if (failure_.empty() && !taken_)
@@ -301,6 +313,7 @@ private:
                 QCoreApplication::processEvents();
                 at_work_ = true;
                 User(window).bring_to(*wish_->mode);
+                wait_for_due_picture(window);
                 // Until all layouts have passed their requests on.
                 for (int turn = 0; turn < 3; ++turn)
                     QCoreApplication::processEvents();
@@ -316,6 +329,16 @@ private:
         // the next program in this process.
         QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
         QCoreApplication::exec();
+    }
+
+    /// The picture of what is due is drawn a moment after everything else.
+    static void wait_for_due_picture(QMainWindow& window)
+    {
+        const auto* const picture = window.findChild<QLabel*>(QStringLiteral("due_picture"));
+        const QDeadlineTimer deadline(std::chrono::seconds(10));
+        do
+            QCoreApplication::processEvents();
+        while (picture != nullptr && picture->text().isEmpty() && !deadline.hasExpired());
     }
 
     static QWidget& further_window(const char* name)

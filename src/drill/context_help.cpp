@@ -17,6 +17,13 @@ constexpr const char* level_help =
     "Questions that were never tested may be in no line.\r\n\r\nThe triangle marks the level to which your last "
     "verdict led. The coloured line with the sign \u25CE is the target level, where that is 5 or less.";
 
+constexpr const char* due_help =
+    "How many questions that were tested are due now, later today, and on each of the next six days if you give no "
+    "more "
+    "verdicts, and how many were never tested. Questions that have reached the target level are not asked any more and "
+    "do not count.\r\n\r\nThe bars up to the last day share one scale. The bar of the new questions shows how many of "
+    "all questions they are.";
+
 constexpr const char* title = "Cuedrill - Help";
 
 } // namespace
@@ -121,6 +128,7 @@ void ContextHelp::attach_question_figures()
 void ContextHelp::attach_statistics()
 {
     form1_.screen.offer_level_help(note("Levels", level_help));
+    form1_.screen.offer_due_help(note("What is due", due_help));
     offer_figures({
         {"Total", &Screen::lab_total, &Screen::panel_total, "How many questions the course has."},
         {"Unpassed", &Screen::lab_nr_unpassed, &Screen::panel_nr_unpassed,

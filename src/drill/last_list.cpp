@@ -11,7 +11,7 @@ bool LastList::build_question_list(const std::string& clause, bool with_answers)
     std::optional<bank::QuestionList> questions = list_questions(clause, with_answers);
     if (!questions)
         return false;
-    set_for_list(std::move(questions->lines));
+    set_for_list(std::move(questions->lines), line_on_display(questions->list, true));
     keep_questions(std::move(*questions), with_answers);
     return true;
 }
@@ -64,7 +64,7 @@ void LastList::keep_questions(bank::QuestionList questions, bool with_answers)
 void LastList::show_found(bank::ListLines found, const char* kind, bool of_questions)
 {
     keep(std::move(found), kind, of_questions);
-    set_for_list(list_.lines());
+    set_for_list(list_.lines(), line_on_display(list_, find_in_questions_));
 }
 
 void LastList::keep(bank::ListLines list, const char* kind, bool of_questions)
@@ -76,14 +76,28 @@ void LastList::keep(bank::ListLines list, const char* kind, bool of_questions)
 
 void LastList::recall_find_list()
 {
-    set_for_list(list_.lines());
+    set_for_list(list_.lines(), line_on_display(list_, find_in_questions_));
     status_.show_about_list("Lines of the last list: " + std::to_string(list_.list_count()), 0);
 }
 
+/// The first line of the record on display: the one that leads to it.
+std::optional<std::size_t> LastList::line_on_display(const bank::ListLines& list, bool of_questions) const
+{
+    if (!state_.shown.is_question())
+        return std::nullopt;
+    for (std::size_t place = 0; place < list.list_count(); ++place) {
+        if (of_questions ? list.text(place) == state_.shown.loaded_question()
+                         : store::shown_answer(list.text(place)) == state_.shown.loaded_answer())
+            return place;
+    }
+    return std::nullopt;
+}
+
 /// Shows the lines in the shared area.
-void LastList::set_for_list(std::vector<std::string> lines)
+void LastList::set_for_list(std::vector<std::string> lines, std::optional<std::size_t> on_display)
 {
     listav_.set_lines(std::move(lines));
+    listav_.mark_line(on_display);
     state_.shared_place = SharedPlace::list;
     state_.list_built = true;
     layout_.RelayoutWindow();

@@ -12,6 +12,7 @@
 #include "store/course.h"
 #include "store/side_fields.h"
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -75,7 +76,8 @@ public:
 private:
     [[nodiscard]] std::optional<bank::QuestionList> list_questions(const std::string& clause, bool with_answers);
     [[nodiscard]] std::optional<bank::QuestionList> read_questions(const std::string& clause, bool with_answers);
-    void set_for_list(std::vector<std::string> lines);
+    [[nodiscard]] std::optional<std::size_t> line_on_display(const bank::ListLines& list, bool of_questions) const;
+    void set_for_list(std::vector<std::string> lines, std::optional<std::size_t> on_display);
     void keep_questions(bank::QuestionList questions, bool with_answers);
     void keep(bank::ListLines list, const char* kind, bool of_questions);
 

@@ -142,6 +142,8 @@ std::string Narrator::statistics() const
                   (level == scheduler::last_counted_level ? " and more: " : ": ") +
                   std::to_string(course.counts.level.at(static_cast<std::size_t>(level)));
     add(text, levels);
+    if (course.due)
+        add(text, in_words(*course.due));
     add(text, "Score today " + std::to_string(course.score));
     add(text, "Time today " + course.time_today);
     return text;

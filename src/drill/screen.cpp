@@ -3,6 +3,11 @@
 #include "common/colour.h"
 #include "common/date_time.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string_view>
+
 namespace cuedrill::drill {
 namespace {
 
@@ -75,6 +80,57 @@ void put_levels(Screen& screen, const CourseFigures& figures, common::Int16 targ
     }
 }
 
+/// The day of the week, `days` after that of `instant`.
+std::string_view weekday(common::DateTime instant, std::size_t days)
+{
+    // Day 0 of a course's dates was a Saturday.
+    constexpr std::array<std::string_view, 7> names{"Saturday",  "Sunday",   "Monday", "Tuesday",
+                                                    "Wednesday", "Thursday", "Friday"};
+    constexpr std::int64_t week = 7;
+    constexpr std::int64_t day_seconds = 86400;
+    const std::int64_t day = instant.date_only().seconds() / day_seconds % week; // negative before day 0
+    return names.at((static_cast<std::size_t>(day + week) + days) % names.size());
+}
+
+/// "12 questions are " with an ending, "1 question is ", "No question is ".
+std::string questions_are(std::int64_t count)
+{
+    if (count == 0)
+        return "No question is ";
+    return std::to_string(count) + (count == 1 ? " question is " : " questions are ");
+}
+
+/// Days are named by their first letters. The bars of what is due share one scale; that of the new questions, of which
+/// there may be many more, shows their share of the course, as the bars of the levels do.
+void put_due(Screen& screen, const CourseFigures& figures)
+{
+    constexpr std::size_t letters_of_day = 3;
+    platform::DuePicture& picture = screen.due_picture;
+    picture.description = "What is due";
+    picture.bars.front().caption = "Now";
+    picture.bars[1].caption = "Today";
+    picture.bars.back().caption = "New";
+    if (!figures.due)
+        return;
+    const scheduler::DueSoon& questions = figures.due->questions;
+    picture.words = in_words(*figures.due);
+    picture.bars.front().count = questions.now;
+    picture.bars[1].count = questions.later_today;
+    for (std::size_t day = 0; day < questions.days.size(); ++day) {
+        picture.bars.at(day + 2).count = questions.days.at(day);
+        picture.bars.at(day + 2).caption = weekday(figures.due->counted_at, day + 1).substr(0, letters_of_day);
+    }
+    picture.bars.back().count = questions.never_tested;
+
+    const auto most = std::max_element(picture.bars.begin(), picture.bars.end() - 1,
+                                       [](const auto& one, const auto& other) { return one.count < other.count; });
+    for (platform::DueBar& bar : picture.bars) {
+        bar.figure = std::to_string(bar.count);
+        bar.whole = most->count;
+    }
+    picture.bars.back().whole = figures.records;
+}
+
 void put_course_figures(Screen& screen, const CourseFigures& figures, common::Int16 target_level)
 {
     put(screen, {&Screen::lab_total, &Screen::panel_total, "Total", "Total"}, std::to_string(figures.records));
@@ -91,6 +147,19 @@ void put_course_figures(Screen& screen, const CourseFigures& figures, common::In
 
 } // namespace
 
+std::string in_words(const DueFigures& due)
+{
+    const scheduler::DueSoon& questions = due.questions;
+    std::string words = questions_are(questions.now) + "due now, " + std::to_string(questions.later_today) +
+                        " more today, tomorrow " + std::to_string(questions.days.front());
+    for (std::size_t day = 1; day < questions.days.size(); ++day)
+        words.append(", ")
+            .append(weekday(due.counted_at, day + 1))
+            .append(" ")
+            .append(std::to_string(questions.days.at(day)));
+    return words + ". " + questions_are(questions.never_tested) + "new.";
+}
+
 Screen render(const Told& told, const DrillState& state, Mode mode, common::Int16 target_level)
 {
     Screen screen;
@@ -100,6 +169,7 @@ Screen render(const Told& told, const DrillState& state, Mode mode, common::Int1
     screen.panel_a.visible = !state.AwaitingVerdict;
     put_question_figures(screen, told.question);
     put_levels(screen, told.course, target_level);
+    put_due(screen, told.course);
     put_course_figures(screen, told.course, target_level);
     screen.panel_dialog = told.prompt;
     // The dialog is disabled while a record is being edited.

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "common/date_time.h"
 #include "common/int16.h"
 #include "drill/drill_state.h"
 #include "drill/edit_flags.h"
 #include "drill/mode.h"
 #include "platform/screen.h"
 #include "scheduler/counts.h"
+#include "scheduler/forecast.h"
 #include "store/course.h"
 
 #include <cstdint>
@@ -22,10 +24,20 @@ struct QuestionFigures {
     std::optional<std::int64_t> elapsed; ///< seconds since the last test; std::nullopt if never tested
 };
 
+/// What is due, and when that was counted.
+struct DueFigures {
+    common::DateTime counted_at;
+    scheduler::DueSoon questions;
+};
+
+/// What is due now, later today and on each of the next days, and how many questions are new, as two sentences.
+std::string in_words(const DueFigures& due);
+
 /// The figures of the course, as last counted.
 struct CourseFigures {
     std::int64_t records = 0;
     scheduler::Counts counts;
+    std::optional<DueFigures> due; ///< std::nullopt until it is counted, or if it cannot be
     common::Int16 score = 0;
     std::optional<int> marked_level; ///< the level panel, 0 to 5, of the last verdict
     std::string open_time;

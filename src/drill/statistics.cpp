@@ -14,6 +14,7 @@ Statistics::Statistics(store::Course& course, store::CourseParamsStore& params, 
 void Statistics::show_course()
 {
     screen_.told.course.marked_level.reset();
+    screen_.told.course.due.reset();
     refresh_counts();
 }
 
@@ -26,6 +27,8 @@ void Statistics::refresh_counts()
     refresh_work_time();
     screen_.told.course.counts = scheduler::count(course_);
     screen_.repaint();
+    if (when_counted)
+        when_counted();
 }
 
 void Statistics::show_verdict(int level)

@@ -9,6 +9,7 @@
 #include "store/course_params.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace cuedrill::drill {
@@ -19,6 +20,9 @@ public:
     /// @param start_time when the program started; the open time counts from there.
     Statistics(store::Course& course, store::CourseParamsStore& params, MainScreen& screen, platform::Clock& clock,
                platform::Desktop& desktop, common::DateTime start_time);
+
+    /// Called after each count of the levels.
+    std::function<void()> when_counted;
 
     /// Shows the figures of a course that has just been opened. No level is marked.
     /// @throws platform::DatabaseError

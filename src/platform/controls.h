@@ -177,6 +177,9 @@ public:
     virtual void set_lines(std::vector<std::string> lines) = 0;
     /// Replaces the lines by an updated version of the same list and keeps the scroll position.
     virtual void replace_lines(std::vector<std::string> lines) = 0;
+    /// Marks the line of the question on display, makes it current and scrolls to it; std::nullopt marks none. Setting
+    /// or replacing the lines takes the mark away.
+    virtual void mark_line(std::optional<std::size_t> line) = 0;
     virtual void set_name(std::string_view name) = 0;
     virtual void set_focus() = 0;
     /// Whether it has the keyboard focus, or will have it when the window becomes active.

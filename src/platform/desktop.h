@@ -11,7 +11,7 @@
 
 namespace cuedrill::platform {
 
-enum class BoxIcon { none, information, question, exclamation };
+enum class BoxIcon { none, information, question, exclamation, program };
 enum class BoxButtons { ok, yes_no, ok_cancel };
 enum class BoxAnswer { ok, yes, no, cancel };
 

@@ -38,6 +38,7 @@ struct Form1 {
     Timer& timer_1_min;
     // These tick only while no action of the user is running and no box is open.
     Timer& timer_idle;  ///< while a copy of the course is being made
+    Timer& timer_due;   ///< while a course is open, for the picture of what is due
     Timer& timer_check; ///< while a check of the course waits for another program
 };
 

@@ -44,6 +44,28 @@ struct LevelLine {
     friend bool operator==(const LevelLine&, const LevelLine&) = default;
 };
 
+/// Bars of the picture of what is due: now, later today, each of six days, and the questions never tested.
+inline constexpr int due_bars = 9;
+
+/// A number of questions, with a bar.
+struct DueBar {
+    std::string caption{};
+    std::string figure{};
+    std::int64_t count = 0;
+    std::int64_t whole = 0; ///< the bar shows the share count / whole; it is empty if this is 0
+
+    friend bool operator==(const DueBar&, const DueBar&) = default;
+};
+
+/// A picture of how many questions are due, now and later.
+struct DuePicture {
+    std::string words{}; ///< the picture in words, as its accessible name and its tool tip
+    std::string description{};
+    std::array<DueBar, due_bars> bars{};
+
+    friend bool operator==(const DuePicture&, const DuePicture&) = default;
+};
+
 /// Everything in the main window that is display only, by the names of its controls.
 struct Screen {
     Line lab_q;   ///< heading of the question area
@@ -60,6 +82,7 @@ struct Screen {
     Line PANEL_ELAPSED;
 
     std::array<LevelLine, level_panels> panel_level; ///< levels 0 to 4, and 5 or more
+    DuePicture due_picture;
     Line lab_total;
     Line panel_total;
     Line lab_nr_unpassed;
@@ -133,6 +156,8 @@ public:
     virtual void offer_help(ScreenLine line, const std::function<void()>& ask) = 0;
     /// The same for every level panel.
     virtual void offer_level_help(const std::function<void()>& ask) = 0;
+    /// The same for the picture of what is due.
+    virtual void offer_due_help(const std::function<void()>& ask) = 0;
 };
 
 } // namespace cuedrill::platform

@@ -8,6 +8,7 @@ Logic::Logic(const LogicPlatform& platform) : p(platform)
 {
     bank.before_loss = [this](bank::Loss loss, const store::QaTexts& texts) { kept.keep_lost(loss, texts); };
     course.when_stored = [this](const store::StoredChange& change) { history.note(change); };
+    statistics.when_counted = [this] { due_picture.ask(); };
     end_of_program.before_end = [this] {
         editor.forget();
         history.course_closing();
@@ -23,6 +24,7 @@ Logic::Logic(const LogicPlatform& platform) : p(platform)
     timers.attach();
     opener.attach();
     course_copies.attach();
+    due_picture.attach();
     big_box.attach();
     context_help.attach();
     commands.attach();

@@ -13,6 +13,7 @@
 #include "drill/display.h"
 #include "drill/drill_commands.h"
 #include "drill/drill_state.h"
+#include "drill/due_picture.h"
 #include "drill/edit_flags.h"
 #include "drill/editor_boxes.h"
 #include "drill/end_of_program.h"
@@ -118,6 +119,7 @@ struct Logic {
     drill::Narrator narrator{form1, state, edit_flags, screen, layout};
 
     scheduler::DeadTimes dead_times;
+    drill::DuePicture due_picture{course, dead_times, screen, form1.timer_due, p.clock, trace};
     keep::Copies copies{p.files, p.folders, p.data_folder};
     drill::KeyPolicy key_policy{p.clock};
     drill::CourseCopies course_copies{

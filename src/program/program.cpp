@@ -99,9 +99,9 @@ struct Program::Platform {
     }
 };
 
-Program::Program()
+Program::Program(bool keep_style)
 {
-    platform::qt::set_up_application();
+    platform::qt::set_up_application(keep_style);
     platform_ = std::make_unique<Platform>();
     logic_ = std::make_unique<Logic>(platform_->for_logic());
     platform_->guard.on_error = [this](const std::exception& error) { logic_->error_report.report(error); };

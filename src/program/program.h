@@ -16,8 +16,9 @@ struct Logic;
 class Program {
 public:
     /// Requires a QApplication.
+    /// @param keep_style keeps the widget style that the command line has set.
     /// @throws common::Error if the platform cannot be used.
-    Program();
+    explicit Program(bool keep_style = false);
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
     ~Program();

@@ -4,8 +4,10 @@
 #include "common/int16.h"
 #include "platform/database.h"
 #include "scheduler/dead_time.h"
+#include "store/course.h"
 #include "store/side_fields.h"
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -34,5 +36,21 @@ struct Forecast {
 [[nodiscard]] Forecast forecast(platform::Database& database, const store::SideFields& side,
                                 const DeadTimes& dead_times, common::Int16 target_level, common::DateTime now,
                                 int days);
+
+/// What can be asked of a course now and in the next days.
+struct DueSoon {
+    std::int64_t now = 0;               ///< tested, and mature
+    std::int64_t later_today = 0;       ///< mature later today
+    std::array<std::int64_t, 6> days{}; ///< mature on each of the days after today; the first is tomorrow
+    std::int64_t never_tested = 0;
+
+    friend bool operator==(const DueSoon&, const DueSoon&) = default;
+};
+
+/// Counts what can be asked in the direction of the open course if no more verdicts are given, with one statement that
+/// counts ranges of the aid index. A question that has just been shown without a verdict counts as mature, unlike in
+/// `forecast`: the eight seconds that it waits are no time in this picture. One of a level below 0 counts in none.
+/// @throws platform::DatabaseError
+[[nodiscard]] DueSoon due_soon(store::Course& course, const DeadTimes& dead_times, common::DateTime now);
 
 } // namespace cuedrill::scheduler

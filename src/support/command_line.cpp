@@ -3,6 +3,9 @@
 #include "support/program_name.h"
 #include "support/version_history.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace cuedrill::support {
 namespace {
 
@@ -42,6 +45,14 @@ std::optional<std::string> command_line_answer(const std::vector<std::string>& a
     if (argument == "--version")
         return std::string(program_name) + " version " + program_version() + "\n";
     return std::nullopt;
+}
+
+bool sets_style(const std::vector<std::string>& arguments)
+{
+    return std::any_of(arguments.begin(), arguments.end(), [](std::string_view argument) {
+        argument.remove_prefix(argument.starts_with("--") ? 1 : 0);
+        return argument == "-style" || argument.starts_with("-style=");
+    });
 }
 
 } // namespace cuedrill::support

@@ -11,4 +11,7 @@ namespace cuedrill::support {
 /// @return std::nullopt for all other arguments; the program itself handles them.
 std::optional<std::string> command_line_answer(const std::vector<std::string>& arguments);
 
+/// Whether the arguments set the widget style, which is an option of the toolkit.
+bool sets_style(const std::vector<std::string>& arguments);
+
 } // namespace cuedrill::support

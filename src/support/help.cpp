@@ -17,7 +17,8 @@ void HelpCommands::show_about()
                                   "\r\n\r\nCopyright (c) 2026 Cuedrill developers\r\n" + name +
                                   " is free software under the MIT License; it comes without any warranty.\r\n\r\n"
                                   "It is built with Qt (GNU Lesser General Public License), SQLite (public domain) "
-                                  "and ICU (Unicode License)."});
+                                  "and ICU (Unicode License).",
+                          .icon = platform::BoxIcon::program});
 }
 
 void HelpCommands::show_help(std::string_view section)

@@ -26,7 +26,6 @@ protected:
         return told_by([&] { form1.screen_view.shift_click_level(); });
     }
 
-private:
     template <class Ask>
     std::string told_by(Ask ask)
     {
@@ -97,6 +96,12 @@ TEST_F(Help, of_an_indicator_is_that_of_its_caption)
     }
     EXPECT_EQ(texts.size(), std::size(indicators));
     EXPECT_FALSE(texts.contains(""));
+}
+
+TEST_F(Help, of_what_is_due_tells_what_the_bars_stand_for)
+{
+    const std::string help = told_by([&] { form1.screen_view.shift_click_due(); });
+    EXPECT_NE(help.find("due now, later today, and on each of the next six days"), std::string::npos);
 }
 
 TEST_F(Help, of_the_levels_tells_what_the_marks_mean)

@@ -118,6 +118,17 @@ TEST_F(Told, ctrl_l_says_the_figures_of_the_question_and_of_the_course)
     EXPECT_EQ(told_by_key(with_ctrl("l")).front().find("Level 0, 0 attempts, 0 failures, never tested. "), 0U);
 }
 
+TEST_F(Told, ctrl_l_says_what_is_due_once_that_is_counted)
+{
+    start_with_three_questions();
+    EXPECT_EQ(told_by_key(with_ctrl("l")).front().find(" due "), std::string::npos);
+    user([this] { form1.timer_due.tick(); });
+    const std::string words = form1.screen.due_picture.words;
+    EXPECT_FALSE(words.empty());
+    EXPECT_NE(told_by_key(with_ctrl("l")).front().find("level 5 and more: 0. " + words + " Score today 0."),
+              std::string::npos);
+}
+
 TEST_F(Told, a_key_with_ctrl_that_is_held_down_speaks_once)
 {
     start_with_three_questions();

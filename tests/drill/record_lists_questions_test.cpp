@@ -72,6 +72,21 @@ INSTANTIATE_TEST_SUITE_P(Directions, EachOrder, testing::Combine(testing::Values
                                     (std::get<bool>(parameters.param) ? "_inverted" : "");
                          });
 
+class MarkedLine : public EitherDirectionLists {
+protected:
+    /// Three questions, of which the second has the lowest level.
+    void open_three_and_show(common::Int16 cnt)
+    {
+        add("France?", "Paris").asked.level(3);
+        add("Italy?", "Rome").asked.level(1);
+        add("Spain?", "Madrid").asked.level(2);
+        open_course();
+        show(cnt);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Directions, MarkedLine, testing::Bool(), direction_name);
+
 TEST_P(EachOrder, lists_all_questions)
 {
     open_four();
@@ -266,6 +281,35 @@ TEST_F(ListOfNothing, does_not_end_the_program_over_a_record_that_could_not_be_s
     EXPECT_FALSE(ended);
     EXPECT_TRUE(logic->course.is_open());
     EXPECT_EQ(lists_shown(), 0);
+}
+
+TEST_P(MarkedLine, is_that_of_the_question_on_display)
+{
+    open_three_and_show(2);
+    choose("m_show_all");
+    EXPECT_EQ(form1.listav.marked, 1U);
+    choose("m_show_sort_by_score");
+    EXPECT_EQ(form1.listav.marked, 0U);
+    choose("m_recall_find_list");
+    EXPECT_EQ(form1.listav.marked, 0U);
+}
+
+TEST_P(MarkedLine, in_a_list_of_answers_is_that_of_its_answer)
+{
+    open_three_and_show(1);
+    find_answer("a");
+    ASSERT_EQ(lines().size(), 2U) << "Madrid, Paris";
+    EXPECT_EQ(form1.listav.marked, 1U);
+}
+
+TEST_P(MarkedLine, is_none_where_nothing_is_on_display_or_not_in_the_list)
+{
+    open_three_and_show(3);
+    find_question("Italy");
+    EXPECT_EQ(form1.listav.marked, std::nullopt);
+    logic->display.forget();
+    choose("m_show_all");
+    EXPECT_EQ(form1.listav.marked, std::nullopt);
 }
 
 } // namespace

@@ -238,6 +238,7 @@ void FakeListBox::set_lines(std::vector<std::string> value)
 {
     lines = std::move(value);
     from_first = true;
+    marked.reset();
     note("lines", std::to_string(lines.size()));
 }
 
@@ -245,6 +246,7 @@ void FakeListBox::replace_lines(std::vector<std::string> value)
 {
     lines = std::move(value);
     from_first = false;
+    marked.reset();
     note("replaced_lines", std::to_string(lines.size()));
 }
 

@@ -178,6 +178,7 @@ public:
 
     void set_lines(std::vector<std::string> value) override;
     void replace_lines(std::vector<std::string> value) override;
+    void mark_line(std::optional<std::size_t> line) override { marked = line; }
     void set_name(std::string_view text) override;
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;
@@ -186,6 +187,7 @@ public:
     void click(std::size_t line);
 
     std::vector<std::string> lines;
+    std::optional<std::size_t> marked;
     bool from_first = false; ///< whether the lines were last shown from the first one on
     std::string accessible_name;
     FakeFocus own_focus;

@@ -61,6 +61,7 @@ public:
     FakeTimer timer_1_sec{"timer_1_sec", &journal};
     FakeTimer timer_1_min{"timer_1_min", &journal};
     FakeTimer timer_idle{"timer_idle", &journal};
+    FakeTimer timer_due{"timer_due", &journal};
     FakeTimer timer_check{"timer_check", &journal};
 
     platform::Form1 controls{
@@ -83,6 +84,7 @@ public:
         .timer_1_sec = timer_1_sec,
         .timer_1_min = timer_1_min,
         .timer_idle = timer_idle,
+        .timer_due = timer_due,
         .timer_check = timer_check,
     };
 };

@@ -48,6 +48,11 @@ void FakeScreen::offer_level_help(const std::function<void()>& ask)
     level_help_ = ask;
 }
 
+void FakeScreen::offer_due_help(const std::function<void()>& ask)
+{
+    due_help_ = ask;
+}
+
 void FakeScreen::shift_click(platform::ScreenLine line) const
 {
     const auto help = help_.find(name_of(line));
@@ -59,6 +64,12 @@ void FakeScreen::shift_click_level() const
 {
     if (level_help_)
         level_help_();
+}
+
+void FakeScreen::shift_click_due() const
+{
+    if (due_help_)
+        due_help_();
 }
 
 } // namespace cuedrill::fakes

@@ -17,11 +17,14 @@ public:
     void show(const platform::Screen& screen) override;
     void offer_help(platform::ScreenLine line, const std::function<void()>& ask) override;
     void offer_level_help(const std::function<void()>& ask) override;
+    void offer_due_help(const std::function<void()>& ask) override;
 
     /// The user holds Shift and clicks on the line.
     void shift_click(platform::ScreenLine line) const;
     /// The same on one of the level panels.
     void shift_click_level() const;
+    /// The same on the picture of what is due.
+    void shift_click_due() const;
 
     platform::Screen shown;
     Journal* journal;
@@ -32,6 +35,7 @@ private:
 
     std::map<std::string, std::function<void()>> help_; ///< by the names of the lines
     std::function<void()> level_help_;
+    std::function<void()> due_help_;
 };
 
 } // namespace cuedrill::fakes

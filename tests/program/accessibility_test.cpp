@@ -7,7 +7,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QTest>
 #include <algorithm>
+#include <chrono>
 #include <set>
 
 namespace cuedrill::program {
@@ -191,9 +193,31 @@ TEST_F(AccessibilityTest, boxes_and_figures_are_found_under_their_names)
         EXPECT_EQ(found.names.contains("List"), list);
         for (const char* description : {"Prompt", "Status", "Question level", "Attempts", "Failures", "Elapsed"})
             EXPECT_TRUE(found.descriptions.contains(description)) << description;
-        for (const char* description : {"Level 0", "Level 1", "Level 2", "Level 3", "Level 4", "Level 5", "Unpassed",
-                                        "Total", "Score today", "Open time", "Time today", "Time ever", "Time now"})
+        for (const char* description :
+             {"Level 0", "Level 1", "Level 2", "Level 3", "Level 4", "Level 5", "Unpassed", "Total", "Score today",
+              "Open time", "Time today", "Time ever", "Time now", "What is due"})
             EXPECT_EQ(found.descriptions.contains(description), !hint && !list) << description;
+    });
+}
+
+TEST_F(AccessibilityTest, what_is_due_is_told_in_words)
+{
+    fakes::CourseBuilder builder;
+    builder.question("capital of Norway", "Oslo").level(2).tested_ago(std::chrono::hours(24));
+    builder.question("capital of Italy", "Rome");
+    run(builder.write(folder), [](Program& program) {
+        QMainWindow& window = program.form1().widget();
+        const auto told = [&] {
+            const Found found = look_at(window);
+            return std::find_if(found.names.begin(), found.names.end(), [](const std::string& name) {
+                       return name.starts_with("1 question is due now, 0 more today, tomorrow 0, ") &&
+                              name.ends_with(". 1 question is new.");
+                   }) != found.names.end();
+        };
+        EXPECT_TRUE(QTest::qWaitFor(told));
+        const auto* const picture = window.findChild<QWidget*>("due_picture");
+        ASSERT_NE(picture, nullptr);
+        EXPECT_TRUE(picture->isVisible());
     });
 }
 

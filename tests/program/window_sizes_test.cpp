@@ -2,6 +2,7 @@
 // once for each resolution of the type and each scale of the screen, which the toolkit reads at its start.
 
 #include "platform/qt/qt_caption_label.h"
+#include "platform/qt/qt_due_chart.h"
 #include "program/program_fixture.h"
 
 #include <QAbstractScrollArea>
@@ -104,6 +105,8 @@ protected:
             EXPECT_GE(text.viewport()->height(), usable_lines * type.lineSpacing()) << name;
             EXPECT_GE(text.width(), 8 * type.averageCharWidth()) << name;
         }
+        check_due_picture(window);
+        check_toolbar_groups(window);
         for (const char* name : {"panel_dialog", "dialog_strip", "bot_yes", "bot_no", "P_status"}) {
             const QWidget& part = *window.findChild<QWidget*>(QString::fromLatin1(name));
             EXPECT_TRUE(part.isVisible()) << name;
@@ -121,6 +124,41 @@ protected:
             const QSize caption = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
             EXPECT_GE(button->width(), caption.width()) << named(widget) << " is cut";
             EXPECT_GE(button->height(), caption.height()) << named(widget) << " is cut";
+        }
+    }
+
+    static void check_due_picture(const QWidget& window)
+    {
+        const auto& picture = dynamic_cast<platform::qt::DueChart&>(*window.findChild<QLabel*>("due_picture"));
+        if (!picture.isVisible())
+            return;
+        EXPECT_GE(picture.width(), picture.minimumSizeHint().width()) << "the picture of what is due is cut";
+        EXPECT_GE(picture.height(), picture.minimumSizeHint().height()) << "the picture of what is due is cut";
+        int right = 0;
+        for (const platform::qt::DueChart::Column& column : picture.columns()) {
+            EXPECT_GE(column.place.left(), right);
+            right = column.place.right() + 1;
+        }
+        EXPECT_LE(right, picture.width());
+    }
+
+    /// Buttons of different groups are further apart than those of one group.
+    static void check_toolbar_groups(const QWidget& window)
+    {
+        const auto place = [&](int number) {
+            const auto* const button = window.findChild<QPushButton*>(QStringLiteral("pb_%1").arg(number));
+            return button->isVisible() ? button->geometry() : QRect();
+        };
+        for (int number = 2; number <= platform::toolbar_buttons; ++number) {
+            const QRect left = place(number - 1);
+            const QRect right = place(number);
+            if (left.isNull() || right.isNull() || left.top() != right.top())
+                continue;
+            const int space = right.left() - left.right() - 1;
+            if (number == 6 || number == 8)
+                EXPECT_GE(space, 5) << "groups before button " << number;
+            else
+                EXPECT_LE(space, 2) << "before button " << number;
         }
     }
 

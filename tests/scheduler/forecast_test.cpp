@@ -132,5 +132,70 @@ TEST_F(ForecastOfOneQuestion, of_a_level_below_all_is_in_no_group)
     EXPECT_EQ(found.due_now() + found.later + found.afterwards + found.never_tested + found.passed, 0);
 }
 
+TEST_F(ForecastOfRandomCourses, agrees_with_what_is_due_soon_except_for_what_was_just_shown)
+{
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        ask(seed % 2 == 0);
+        course.params.target_level = static_cast<common::Int16>(1 + seed % 10);
+        fill(60, seed);
+        engine.database.execute("Update qa set q_date_last_show=null, a_date_last_show=null, "
+                                "q_successes=max(q_successes, 0), a_successes=max(a_successes, 0)");
+        const Forecast whole = made(6);
+        const DueSoon soon = due_soon(course, dead_times, clock.time);
+        EXPECT_EQ(soon.now, whole.due_now()) << "seed " << seed;
+        EXPECT_EQ(soon.later_today, whole.later) << "seed " << seed;
+        EXPECT_EQ(std::vector<std::int64_t>(soon.days.begin(), soon.days.end()), whole.days) << "seed " << seed;
+        EXPECT_EQ(soon.never_tested, whole.never_tested) << "seed " << seed;
+    }
+}
+
+/// A course of one question of level 4, which rests two days; the present is 12:00.
+class DueSoonOfOneQuestion : public IndexCourse {
+protected:
+    DueSoonOfOneQuestion() { course.params.target_level = 5; }
+
+    /// @param tested_ago seconds since the last test
+    [[nodiscard]] DueSoon of(std::int64_t level, std::int64_t tested_ago)
+    {
+        const auto moment = [&](std::int64_t ago) {
+            return common::DateTime::from_seconds(noon.seconds() - ago).day_number();
+        };
+        engine.database.execute("Delete from qa");
+        engine.database.execute("Insert into qa (q, a, q_successes, q_date_last_test, q_date_last_show) values "
+                                "('q', 'a', ?1, ?2, ?3)",
+                                {level, moment(tested_ago), moment(0)});
+        return due_soon(course, dead_times, noon);
+    }
+
+    static constexpr std::int64_t hours = 3600;
+    static constexpr std::int64_t days = 24 * hours;
+
+    const common::DateTime noon =
+        common::DateTime::from_fields({.year = 2026, .month = 11, .day = 22, .hour = 12, .minute = 0, .second = 0});
+};
+
+TEST_F(DueSoonOfOneQuestion, is_due_the_second_after_its_dead_time_also_when_it_was_just_shown)
+{
+    EXPECT_EQ(of(4, 2 * days + 1).now, 1);
+    EXPECT_EQ(of(4, 2 * days).now, 0);
+    EXPECT_EQ(of(4, 2 * days).later_today, 1);
+}
+
+TEST_F(DueSoonOfOneQuestion, is_on_the_day_on_which_it_is_due)
+{
+    EXPECT_EQ(of(4, 36 * hours + 2).later_today, 1) << "today at 23:59:59";
+    EXPECT_EQ(of(4, 36 * hours + 1).days.front(), 1) << "tomorrow at 00:00:00";
+    EXPECT_EQ(of(4, 12 * hours + 2).days.front(), 1) << "tomorrow at 23:59:59";
+    EXPECT_EQ(of(4, 12 * hours + 1).days[1], 1) << "the day after, at 00:00:00";
+    EXPECT_EQ(of(4, 2 - 5 * days + 12 * hours).days.back(), 1) << "in six days at 23:59:59";
+    EXPECT_EQ(of(4, 1 - 5 * days + 12 * hours), DueSoon{}) << "later";
+}
+
+TEST_F(DueSoonOfOneQuestion, counts_nowhere_at_the_target_level_and_below_all_levels)
+{
+    EXPECT_EQ(of(5, 9000 * hours), DueSoon{});
+    EXPECT_EQ(of(-1, 9000 * hours), DueSoon{});
+}
+
 } // namespace
 } // namespace cuedrill::scheduler

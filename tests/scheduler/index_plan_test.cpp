@@ -1,6 +1,7 @@
 // Checks by their query plans that the statements of the drill read only the index of the direction.
 #include "index_course.h"
 #include "scheduler/counts.h"
+#include "scheduler/forecast.h"
 #include "scheduler/maturity.h"
 #include "scheduler/next_due.h"
 #include "scheduler/next_question.h"
@@ -96,6 +97,20 @@ TEST_P(IndexPlan, of_the_look_ahead_is_look_ups_for_every_target)
         course.params.target_level = target;
         static_cast<void>(find_next_due(course, dead_times, clock.time));
         expect_all_look_ups(database.statements().size());
+    }
+}
+
+TEST_P(IndexPlan, of_what_is_due_soon_is_look_ups_by_level_and_date_for_every_target)
+{
+    for (common::Int16 target = store::lowest_target_level; target <= store::highest_target_level; ++target) {
+        course.params.target_level = target;
+        static_cast<void>(due_soon(course, dead_times, clock.time));
+        ASSERT_EQ(database.statements().size(), 1U);
+        for (const std::string& step : plan(database.statements().front())) {
+            EXPECT_TRUE(!step.starts_with("SEARCH") || step.find(course.Q_FIELD.date_last_test) != std::string::npos)
+                << step;
+        }
+        expect_all_look_ups(1);
     }
 }
 

@@ -45,5 +45,14 @@ TEST(CommandLine, is_otherwise_for_the_program)
     EXPECT_EQ(command_line_answer({"verbs.crs", "--version"}), std::nullopt);
 }
 
+TEST(CommandLine, that_sets_the_style_is_told_from_others)
+{
+    for (const char* option : {"-style", "--style", "-style=windows", "--style=windows"})
+        EXPECT_TRUE(sets_style({"verbs.crs", option})) << option;
+    for (const char* other : {"verbs.crs", "style", "-stylesheet", "-stylesheet=x.qss", "---style"})
+        EXPECT_FALSE(sets_style({other})) << other;
+    EXPECT_FALSE(sets_style({}));
+}
+
 } // namespace
 } // namespace cuedrill::support

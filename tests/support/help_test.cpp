@@ -58,7 +58,8 @@ TEST_F(HelpTest, tells_version_and_licence)
         {.text = "Cuedrill version " + program_version() +
                  "\r\n\r\nCopyright (c) 2026 Cuedrill developers\r\nCuedrill is free software under the MIT License; "
                  "it comes without any warranty.\r\n\r\nIt is built with Qt (GNU Lesser General Public License), "
-                 "SQLite (public domain) and ICU (Unicode License)."},
+                 "SQLite (public domain) and ICU (Unicode License).",
+         .icon = platform::BoxIcon::program},
         platform::BoxAnswer::ok);
     help.show_about();
 }

@@ -30,7 +30,11 @@ public:
     [[nodiscard]] QString text(QAccessible::Text what) const override
     {
         const LineView* const present = view();
-        return what == QAccessible::Name && present != nullptr ? present->lines().shown(row_) : QString();
+        if (present == nullptr)
+            return {};
+        if (what == QAccessible::Description && present->marked_row() == row_)
+            return QStringLiteral("question on display");
+        return what == QAccessible::Name ? present->lines().shown(row_) : QString();
     }
     void setText(QAccessible::Text /*what*/, const QString& /*text*/) override {}
     [[nodiscard]] QRect rect() const override;

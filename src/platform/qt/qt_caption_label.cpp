@@ -1,5 +1,6 @@
 #include "platform/qt/qt_caption_label.h"
 
+#include "platform/qt/qt_contrast.h"
 #include "platform/qt/qt_look.h"
 #include "platform/qt/qt_text.h"
 
@@ -12,7 +13,9 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-constexpr int padding = 6;
+constexpr int plate_padding = 10;
+// From the edge of a background to its text, with room for the edge of the text's own ground.
+constexpr int padding = 6 + plate_padding;
 // A long text must neither widen the window nor squeeze the widgets next to it.
 constexpr int widest_hint_in_characters = 28;
 constexpr int most_wrapped_lines = 3;
@@ -119,17 +122,31 @@ void CaptionLabel::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     QRect area = contentsRect();
     if (has_fixed_background(*this)) {
+        const QColor background = palette().color(QPalette::Window);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(palette().color(QPalette::Window));
-        painter.drawRoundedRect(rect(), corner_radius, corner_radius);
+        draw_background(painter, rect(), background);
         area.adjust(padding, 0, -padding, 0);
+        if (!takes_black_text(background) && !text().isEmpty())
+            paint_plate(painter, area);
         painter.setPen(palette().color(QPalette::WindowText));
     } else {
         const bool quiet = tone_ == Tone::quiet || !isEnabled();
         painter.setPen(quiet ? quiet_text(palette()) : palette().color(QPalette::WindowText));
     }
     painter.drawText(area, static_cast<int>(alignment()), shown_lines().join(QLatin1Char('\n')));
+}
+
+/// A ground for the text alone.
+void CaptionLabel::paint_plate(QPainter& painter, const QRect& area) const
+{
+    constexpr int space_above = 3;
+    QRect plate = painter.boundingRect(area, static_cast<int>(alignment()), shown_lines().join(QLatin1Char('\n')));
+    plate.adjust(-plate_padding, 0, plate_padding, 0);
+    plate.setTop(rect().top() + space_above);
+    plate.setBottom(rect().bottom() - space_above);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(plate_of(palette().color(QPalette::Window)));
+    painter.drawRoundedRect(plate, corner_radius, corner_radius);
 }
 
 bool CaptionLabel::event(QEvent* event)

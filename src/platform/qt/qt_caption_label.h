@@ -44,6 +44,7 @@ private:
     [[nodiscard]] QString in_one_line() const;
     [[nodiscard]] QStringList lines(int width, int most_lines) const;
     [[nodiscard]] QStringList shown_lines() const;
+    void paint_plate(QPainter& painter, const QRect& area) const;
 
     Tone tone_;
     bool wrapping_ = false;

@@ -42,8 +42,8 @@ void Card::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const bool focused = content_ != nullptr && content_->hasFocus();
-    const double line = focused ? 2.0 : 1.0;
-    painter.setPen(QPen(focused ? palette().color(QPalette::Highlight) : hairline(palette()), line));
+    const double line = focused ? focus_width : 1.0;
+    painter.setPen(QPen(focused ? focus_colour(palette()) : hairline(palette()), line));
     if (content_ != nullptr)
         painter.setBrush(content_->palette().color(QPalette::Base));
     else

@@ -6,6 +6,7 @@
 #include "platform/qt/qt_file_dialog.h"
 #include "platform/qt/qt_file_filter.h"
 #include "platform/qt/qt_marked_text.h"
+#include "platform/qt/qt_program_icon.h"
 #include "platform/qt/qt_text.h"
 
 #include <QApplication>
@@ -30,6 +31,7 @@ namespace cuedrill::platform::qt {
 namespace {
 
 constexpr auto program_title = "CUEDRILL";
+constexpr QSize icon_of_program_size{64, 64};
 
 /// Shows the normal pointer while an object of this class lives, even if the busy pointer is set.
 class NormalPointer {
@@ -113,6 +115,7 @@ QMessageBox::Icon to_icon(BoxIcon icon)
         return QMessageBox::Question;
     case BoxIcon::exclamation:
         return QMessageBox::Warning;
+    case BoxIcon::program:
     case BoxIcon::none:
         break;
     }
@@ -250,6 +253,8 @@ BoxAnswer QtDesktop::message_box(const MessageBox& box)
     widget.setWindowTitle(title_or_default(box.title));
     show_text(widget, box);
     widget.setIcon(to_icon(box.icon));
+    if (box.icon == BoxIcon::program)
+        widget.setIconPixmap(program_icon().pixmap(icon_of_program_size, widget.devicePixelRatioF()));
     set_buttons(widget, box);
     if (!box.details.empty())
         show_details(widget, box);

@@ -32,6 +32,7 @@ Form1 interfaces_of(QtForm1Controls& c)
                  .timer_1_sec = c.timer_1_sec,
                  .timer_1_min = c.timer_1_min,
                  .timer_idle = c.timer_idle,
+                 .timer_due = c.timer_due,
                  .timer_check = c.timer_check};
 }
 
@@ -47,7 +48,7 @@ QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
       t_hint("t_hint", window.gate(), window.key_filter()), listav("listav", window.gate(), window.key_filter()),
       dialog_strip("dialog_strip", *new QWidget, guard), bot_yes("bot_yes", window.gate()),
       bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()), timer_250_ms(guard), timer_1_sec(guard),
-      timer_1_min(guard), timer_idle(window.gate()), timer_check(window.gate()),
+      timer_1_min(guard), timer_idle(window.gate()), timer_due(window.gate()), timer_check(window.gate()),
       type_size(window.widget(), {Text_q, Text_a, t_hint.widget(), listav.widget()}, state), session_end(guard, [this] {
           type_size.keep();
           window.end_session();

@@ -50,6 +50,7 @@ struct QtForm1Controls {
     QtTimer timer_1_sec;
     QtTimer timer_1_min;
     QtTimer timer_idle;
+    QtTimer timer_due;
     QtTimer timer_check;
 
     QtTypeSize type_size;

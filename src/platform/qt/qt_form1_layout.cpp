@@ -6,6 +6,7 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QMenuBar>
+#include <cstddef>
 #include <initializer_list>
 
 namespace cuedrill::platform::qt {
@@ -15,7 +16,11 @@ namespace {
 constexpr int window_margin = 14;
 constexpr int wide_gap = 12;
 constexpr int narrow_gap = 5;
-constexpr int row_gap = 2; // for the bars and for the figures beside them, so that they align
+constexpr int row_gap = 2;      // for the bars and for the figures beside them, so that they align
+constexpr int figures_gap = 18; // between the parts of the statistics
+// In front of "+", the first button of a verdict, and of "Edit".
+constexpr std::size_t first_of_verdict = 5;
+constexpr std::size_t first_of_editing = 7;
 // Where the window is small, the folding sees to it that the texts are larger.
 constexpr QSize smallest_text{60, 24};
 // Small enough for a screen of 1024 × 600 pixels at three times the size.
@@ -53,8 +58,11 @@ void fill_width(QWidget& label)
 Toolbar* toolbar(QtForm1Controls& c)
 {
     auto* buttons = new Toolbar;
-    for (QtButton& button : c.pb)
-        buttons->add(button.widget());
+    for (std::size_t place = 0; place < c.pb.size(); ++place) {
+        if (place == first_of_verdict || place == first_of_editing)
+            buttons->begin_group();
+        buttons->add(c.pb[place].widget());
+    }
     return buttons;
 }
 
@@ -120,12 +128,13 @@ QBoxLayout* level_rows(QtForm1Controls& c)
     return rows;
 }
 
-void add_pair(QGridLayout& grid, int line, CaptionLabel& caption, CaptionLabel& value)
+/// @param characters that the value has room for at least.
+void add_pair(QGridLayout& grid, int line, CaptionLabel& caption, CaptionLabel& value, int characters)
 {
     caption.keep_whole();
     value.keep_whole();
     value.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    value.setMinimumWidth(value.fontMetrics().averageCharWidth() * 9);
+    value.setMinimumWidth(value.fontMetrics().averageCharWidth() * characters);
     grid.addWidget(&caption, line, 0);
     grid.addWidget(&value, line, 1);
 }
@@ -140,21 +149,24 @@ QGridLayout* pairs()
 
 QGridLayout* course_figures(QtForm1Controls& c)
 {
+    constexpr int characters = 7;
     QGridLayout* grid = pairs();
-    add_pair(*grid, 0, c.screen.label(&Screen::lab_total), c.screen.label(&Screen::panel_total));
-    add_pair(*grid, 1, c.screen.label(&Screen::lab_nr_unpassed), c.screen.label(&Screen::panel_nr_unpassed));
-    add_pair(*grid, 2, c.screen.label(&Screen::lab_score), c.screen.label(&Screen::Panel_score));
+    add_pair(*grid, 0, c.screen.label(&Screen::lab_total), c.screen.label(&Screen::panel_total), characters);
+    add_pair(*grid, 1, c.screen.label(&Screen::lab_nr_unpassed), c.screen.label(&Screen::panel_nr_unpassed),
+             characters);
+    add_pair(*grid, 2, c.screen.label(&Screen::lab_score), c.screen.label(&Screen::Panel_score), characters);
     grid->setRowStretch(3, 1);
     return grid;
 }
 
 QGridLayout* time_figures(QtForm1Controls& c)
 {
+    constexpr int characters = 9;
     QGridLayout* grid = pairs();
-    add_pair(*grid, 0, c.screen.label(&Screen::lab_open_time), c.screen.label(&Screen::panel_open_time));
-    add_pair(*grid, 1, c.screen.label(&Screen::lab_time_today), c.screen.label(&Screen::panel_time_today));
-    add_pair(*grid, 2, c.screen.label(&Screen::lab_time_ever), c.screen.label(&Screen::panel_time_ever));
-    add_pair(*grid, 3, c.screen.label(&Screen::lab_time_now), c.screen.label(&Screen::Panel_time_now));
+    add_pair(*grid, 0, c.screen.label(&Screen::lab_open_time), c.screen.label(&Screen::panel_open_time), characters);
+    add_pair(*grid, 1, c.screen.label(&Screen::lab_time_today), c.screen.label(&Screen::panel_time_today), characters);
+    add_pair(*grid, 2, c.screen.label(&Screen::lab_time_ever), c.screen.label(&Screen::panel_time_ever), characters);
+    add_pair(*grid, 3, c.screen.label(&Screen::lab_time_now), c.screen.label(&Screen::Panel_time_now), characters);
     grid->setRowStretch(4, 1);
     return grid;
 }
@@ -163,14 +175,16 @@ QWidget* statistics(QtForm1Controls& c, QWidget& unfolded)
 {
     auto* figures = new QHBoxLayout(&unfolded);
     figures->setContentsMargins(0, 0, 0, 0);
-    figures->setSpacing(3 * wide_gap);
-    figures->addLayout(level_rows(c), 1);
+    // Narrow enough for all bars of the picture of what is due in the window's first size.
+    figures->setSpacing(figures_gap);
+    figures->addLayout(level_rows(c));
+    figures->addWidget(&c.screen.due_chart());
     figures->addLayout(course_figures(c));
     figures->addLayout(time_figures(c));
 
     QWidget& frame = c.frame_stats.widget();
     auto* inside = new QVBoxLayout(&frame);
-    inside->setContentsMargins(wide_gap, wide_gap - 2, 2 * wide_gap, wide_gap - 2);
+    inside->setContentsMargins(wide_gap, wide_gap - 2, wide_gap + 2, wide_gap - 2);
     inside->setSpacing(narrow_gap);
     inside->addWidget(&unfolded);
     inside->addWidget(&c.screen.folded_figures());

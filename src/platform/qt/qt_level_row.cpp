@@ -3,24 +3,22 @@
 #include "platform/qt/qt_look.h"
 
 #include <QPainter>
-#include <algorithm>
 
 namespace cuedrill::platform::qt {
 
 namespace {
 
 constexpr int padding = 8;
-constexpr double bar_height = 10;
 constexpr int mark_width = 10;
-constexpr int caption_characters = 14;
-constexpr int count_characters = 7;
-constexpr double thinnest_bar = 4.0; // keeps one question in thousands visible
+constexpr int caption_characters = 13;
+constexpr int count_characters = 6;
 
 } // namespace
 
 LevelRow::LevelRow()
 {
     setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
 void LevelRow::set_caption(const QString& caption)
@@ -43,23 +41,20 @@ void LevelRow::set_marked(bool marked)
 
 QSize LevelRow::sizeHint() const
 {
-    return {fontMetrics().averageCharWidth() * 60, fontMetrics().height() + 8};
+    return {fontMetrics().averageCharWidth() * 36, fontMetrics().height() + 8};
 }
 
 QSize LevelRow::minimumSizeHint() const
 {
-    return {fontMetrics().averageCharWidth() * 32, fontMetrics().height() + 4};
+    return {fontMetrics().averageCharWidth() * 36, fontMetrics().height() + 4};
 }
 
 void LevelRow::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (has_fixed_background(*this)) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(palette().color(QPalette::Window));
-        painter.drawRoundedRect(rect(), corner_radius, corner_radius);
-    }
+    if (has_fixed_background(*this))
+        draw_background(painter, rect(), palette().color(QPalette::Window));
 
     QFont row_font = font();
     row_font.setBold(marked_);
@@ -81,26 +76,11 @@ void LevelRow::paintEvent(QPaintEvent* /*event*/)
     painter.drawText(caption, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      metrics.elidedText(caption_, Qt::ElideRight, caption.width()));
     painter.drawText(count, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text());
-    paint_bar(painter, QRect(caption.right() + padding, area.top(), count.left() - caption.right() - 2 * padding,
-                             area.height()));
-}
-
-void LevelRow::paint_bar(QPainter& painter, const QRect& area) const
-{
-    const QColor ground = palette().color(QPalette::Window);
-    QRectF bar(area.left(), area.center().y() - bar_height / 2 + 0.5, area.width(), bar_height);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(blend(ground, palette().color(QPalette::WindowText), 0.13));
-    painter.drawRoundedRect(bar, bar_height / 2, bar_height / 2);
-    if (share_ <= 0.0)
-        return;
-
-    // Clipping keeps the rounded left end of the bar, however short the filled part is.
-    painter.save();
-    painter.setClipRect(QRectF(bar.left(), bar.top(), std::max(bar.width() * share_, thinnest_bar), bar.height()));
-    painter.setBrush(palette().color(QPalette::Highlight));
-    painter.drawRoundedRect(bar, bar_height / 2, bar_height / 2);
-    painter.restore();
+    const int bar_left = caption.right() + padding;
+    paint_bar(
+        painter, palette(),
+        QRectF(bar_left, area.center().y() - bar_thickness / 2 + 0.5, count.left() - bar_left - padding, bar_thickness),
+        share_, Qt::Horizontal);
 }
 
 } // namespace cuedrill::platform::qt

@@ -2,8 +2,6 @@
 
 #include <QLabel>
 
-class QPainter;
-
 namespace cuedrill::platform::qt {
 
 /// One row with caption, bar and count. The text of the label is the count.
@@ -27,8 +25,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void paint_bar(QPainter& painter, const QRect& area) const;
-
     QString caption_;
     double share_ = 0.0;
     bool marked_ = false;

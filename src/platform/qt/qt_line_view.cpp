@@ -26,6 +26,31 @@ namespace {
 
 constexpr int margin = 6; // on either side of a line, in pixels
 constexpr int row_gap = 2;
+constexpr int highest_level = 10; // a full bar
+
+/// Mark and bar in front of a line, in pixels: as large as the type.
+struct BarPlaces {
+    explicit BarPlaces(const QFontMetrics& type)
+        : mark_height(type.height() / 2.0), thickness(type.height() * 0.4), left(margin + type.height() * 3 / 4),
+          length(type.height() * 5 / 2), text_left(left + length + type.height() / 2)
+    {
+    }
+
+    double mark_height;
+    double thickness;
+    int left; ///< of the bar, behind the mark
+    int length;
+    int text_left;
+};
+
+/// The level with which a line begins, as "02 - "; std::nullopt if it begins with something else.
+std::optional<int> level_of(const QString& line)
+{
+    const qsizetype end = line.indexOf(QLatin1String(" - "));
+    bool is_number = false;
+    const int level = end < 0 ? 0 : line.first(end).toInt(&is_number);
+    return is_number ? std::optional(std::clamp(level, 0, highest_level)) : std::nullopt;
+}
 
 /// A line in two parts: the figures at its beginning, which may form columns, and the rest from the first word on.
 /// Drawn in one piece, the figures would get the font of the rest, which is not always the fixed-pitch one.
@@ -83,29 +108,74 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        const QPalette& palette = option.palette;
-        QColor text = palette.color(QPalette::Text);
-        if (index == view_.currentIndex() && view_.hasFocus()) {
-            painter->fillRect(option.rect, palette.color(QPalette::Highlight));
-            text = palette.color(QPalette::HighlightedText);
-        } else if (index == view_.currentIndex()) {
-            painter->fillRect(option.rect, tinted(palette, 0.35));
-        } else if (option.state.testFlag(QStyle::State_MouseOver)) {
-            painter->fillRect(option.rect, tinted(palette, 0.15));
-        }
-        painter->setPen(text);
+        const QPalette colours = colours_of(option, index);
+        painter->fillRect(option.rect, colours.color(QPalette::Window));
+        const QString line = view_.lines().shown(index.row());
+        if (index.row() == view_.marked_row())
+            draw_mark(*painter, option, colours.color(QPalette::WindowText));
+        if (const std::optional<int> level = level_of(line))
+            draw_level(*painter, option, colours, *level);
+        painter->setPen(colours.color(QPalette::WindowText));
         painter->setFont(option.font);
-        draw(*painter, option.rect.adjusted(margin, 0, -margin, 0), LineParts(view_.lines().shown(index.row())));
+        draw(*painter, option.rect.adjusted(text_left(option.fontMetrics), 0, -margin, 0), LineParts(line));
     }
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const override
     {
         const int widest = view_.lines().widest_row();
         const int width = widest < 0 ? 0 : LineParts(view_.lines().shown(widest)).width(option.fontMetrics);
-        return {width + 2 * margin, option.fontMetrics.height() + row_gap};
+        return {text_left(option.fontMetrics) + width + margin, option.fontMetrics.height() + row_gap};
     }
 
 private:
+    /// Where the text begins: behind the mark and, in a list with levels, the bar.
+    [[nodiscard]] int text_left(const QFontMetrics& type) const
+    {
+        const bool levels = view_.lines().rowCount() > 0 && level_of(view_.lines().shown(0)).has_value();
+        return levels ? BarPlaces(type).text_left : margin;
+    }
+
+    /// The ground and the text of a row as colours of a window, for the bar.
+    [[nodiscard]] QPalette colours_of(const QStyleOptionViewItem& option, const QModelIndex& index) const
+    {
+        QPalette colours = option.palette;
+        colours.setColor(QPalette::Window, colours.color(QPalette::Base));
+        colours.setColor(QPalette::WindowText, colours.color(QPalette::Text));
+        if (index == view_.currentIndex() && view_.hasFocus()) {
+            colours.setColor(QPalette::Window, colours.color(QPalette::Highlight));
+            colours.setColor(QPalette::WindowText, colours.color(QPalette::HighlightedText));
+            colours.setColor(QPalette::Highlight, colours.color(QPalette::HighlightedText));
+        } else if (index == view_.currentIndex()) {
+            colours.setColor(QPalette::Window, tinted(option.palette, 0.35));
+        } else if (option.state.testFlag(QStyle::State_MouseOver)) {
+            colours.setColor(QPalette::Window, tinted(option.palette, 0.15));
+        }
+        return colours;
+    }
+
+    /// The same triangle as that of the level of the last verdict.
+    static void draw_mark(QPainter& painter, const QStyleOptionViewItem& row, const QColor& colour)
+    {
+        const double half = BarPlaces(row.fontMetrics).mark_height / 2;
+        const QPointF middle(row.rect.left() + margin, row.rect.center().y() + 0.5);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colour);
+        painter.drawPolygon(
+            QPolygonF{middle - QPointF(0, half), middle + QPointF(half * 5 / 4, 0), middle + QPointF(0, half)});
+        painter.restore();
+    }
+
+    static void draw_level(QPainter& painter, const QStyleOptionViewItem& row, const QPalette& colours, int level)
+    {
+        const BarPlaces places(row.fontMetrics);
+        const QRectF bar(row.rect.left() + places.left, row.rect.center().y() - places.thickness / 2 + 0.5,
+                         places.length, places.thickness);
+        painter.setRenderHint(QPainter::Antialiasing);
+        paint_bar(painter, colours, bar, static_cast<double>(level) / highest_level, Qt::Horizontal);
+    }
+
     static void draw(QPainter& painter, const QRect& place, const LineParts& line)
     {
         // Left-aligned, even for right-to-left text.
@@ -159,6 +229,24 @@ void LineView::set_points(double points)
     setFont(scaled);
 }
 
+/// When the list is shown it gets its height after its lines.
+void LineView::resizeEvent(QResizeEvent* event)
+{
+    QListView::resizeEvent(event);
+    if (marked_row_ != no_row && currentIndex().row() == marked_row_)
+        scrollTo(currentIndex(), PositionAtCenter);
+}
+
+void LineView::mark(int row)
+{
+    marked_row_ = row < model_.rowCount() ? row : no_row;
+    if (marked_row_ != no_row) {
+        setCurrentIndex(model_.index(marked_row_));
+        scrollTo(currentIndex(), PositionAtCenter);
+    }
+    viewport()->update();
+}
+
 void LineView::show_lines(std::vector<std::string> lines)
 {
     take(std::move(lines));
@@ -183,6 +271,7 @@ void LineView::replace_lines(std::vector<std::string> lines)
 void LineView::take(std::vector<std::string> lines)
 {
     pressed_row_.reset();
+    marked_row_ = no_row;
     model_.set_lines(std::move(lines));
     doItemsLayout();
 }

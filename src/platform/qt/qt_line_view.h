@@ -8,7 +8,8 @@
 
 namespace cuedrill::platform::qt {
 
-/// Shows lines of text in the system's fixed-pitch font and lets the user choose one. The arrow keys move the current
+/// Shows lines of text in the system's fixed-pitch font and lets the user choose one. A line that begins with a level,
+/// as "02 - ", has a small bar in front of it. The arrow keys move the current
 /// line; it is highlighted even while another control has the focus.
 class LineView : public QListView {
 public:
@@ -22,6 +23,12 @@ public:
     /// Sets the size of the type.
     void set_points(double points);
 
+    static constexpr int no_row = -1;
+
+    /// Marks a row, makes it current and scrolls to it; `no_row`, or a row that is not there, takes the mark away.
+    void mark(int row);
+    [[nodiscard]] int marked_row() const { return marked_row_; }
+
     [[nodiscard]] const LineModel& lines() const { return model_; }
 
     /// Makes the line current and calls `chosen`. Does nothing if there is no such row.
@@ -34,6 +41,7 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -50,6 +58,7 @@ private:
 
     LineModel& model_;
     std::optional<int> pressed_row_;
+    int marked_row_ = no_row;
 };
 
 } // namespace cuedrill::platform::qt

@@ -41,6 +41,11 @@ void QtListBox::replace_lines(std::vector<std::string> lines)
     view_.replace_lines(std::move(lines));
 }
 
+void QtListBox::mark_line(std::optional<std::size_t> line)
+{
+    view_.mark(line ? static_cast<int>(*line) : LineView::no_row);
+}
+
 void QtListBox::set_name(std::string_view name)
 {
     view_.setAccessibleName(to_qt(name));

@@ -15,6 +15,7 @@ public:
 
     void set_lines(std::vector<std::string> lines) override;
     void replace_lines(std::vector<std::string> lines) override;
+    void mark_line(std::optional<std::size_t> line) override;
     void set_name(std::string_view name) override;
     void set_focus() override;
     [[nodiscard]] bool has_focus() const override;

@@ -1,38 +1,43 @@
 #include "platform/qt/qt_look.h"
 
+#include "platform/qt/qt_contrast.h"
+#include "platform/qt/qt_program_icon.h"
+#include "platform/qt/qt_style.h"
+
 #include <QApplication>
-#include <QIcon>
+#include <QPainter>
 #include <QPalette>
 #include <QPlainTextEdit>
+#include <QStyle>
 #include <QTextDocument>
 #include <QTextOption>
+#include <algorithm>
 #include <cmath>
 
 namespace cuedrill::platform::qt {
 
 namespace {
 
-/// From the program itself, because a program that is not installed has none in the desktop's theme.
-QIcon program_icon()
+/// Fusion is available on every desktop and follows the palette completely, so that light, dark and high-contrast
+/// themes come out right and the fixed colours of status, answer and levels are visible.
+constexpr auto usual_style = "Fusion";
+
+QString style_to_use(bool keep_style)
 {
-    QIcon icon;
-    for (const int size : {16, 32, 48, 64, 128, 256})
-        icon.addFile(QStringLiteral(":/icons/cuedrill-%1.png").arg(size), QSize(size, size));
-    return icon;
+    const bool set_by_user = keep_style || !qEnvironmentVariableIsEmpty("QT_STYLE_OVERRIDE");
+    return set_by_user ? QApplication::style()->name() : QString::fromLatin1(usual_style);
 }
 
 } // namespace
 
-void set_up_application()
+void set_up_application(bool keep_style)
 {
-    // Fusion is available on every desktop and follows the palette completely, so that light, dark and high-contrast
-    // themes come out right and the fixed colours of status, answer and levels are visible.
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    // While the program starts, boxes open and close before there is a main window.
-    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(new ProgramStyle(style_to_use(keep_style)));
+    QApplication::setWindowIcon(program_icon());
     // By this name a desktop finds the program's entry, and on Wayland its icon.
     QGuiApplication::setDesktopFileName(QStringLiteral("cuedrill"));
-    QApplication::setWindowIcon(program_icon());
+    // While the program starts, boxes open and close before there is a main window.
+    QApplication::setQuitOnLastWindowClosed(false);
 }
 
 int to_pixels(common::Twips twips)
@@ -93,7 +98,67 @@ QColor quiet_text(const QPalette& palette)
 
 QColor hairline(const QPalette& palette)
 {
-    return blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.2);
+    const QColor window = palette.color(QPalette::Window);
+    const QColor faint = blend(window, palette.color(QPalette::WindowText), 0.2);
+    return with_contrast(with_contrast(faint, window, part_contrast), palette.color(QPalette::Base), part_contrast);
+}
+
+QColor focus_colour(const QPalette& palette)
+{
+    const QColor on_window =
+        with_contrast(palette.color(QPalette::Highlight), palette.color(QPalette::Window), text_contrast);
+    return with_contrast(on_window, palette.color(QPalette::Base), text_contrast);
+}
+
+QColor outline_of(const QColor& background)
+{
+    return with_contrast(background, background, part_contrast);
+}
+
+QColor plate_of(const QColor& background)
+{
+    return blend(background, Qt::white, 0.85);
+}
+
+void draw_background(QPainter& painter, const QRect& area, const QColor& background)
+{
+    constexpr double line = 1.5;
+    constexpr double half = line / 2;
+    painter.setPen(QPen(outline_of(background), line));
+    painter.setBrush(background);
+    painter.drawRoundedRect(QRectF(area).adjusted(half, half, -half, -half), corner_radius, corner_radius);
+}
+
+QColor bar_track(const QPalette& palette)
+{
+    return blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.13);
+}
+
+QColor bar_fill(const QPalette& palette)
+{
+    return with_contrast(palette.color(QPalette::Highlight), bar_track(palette), part_contrast);
+}
+
+void paint_bar(QPainter& painter, const QPalette& palette, const QRectF& bar, double share, Qt::Orientation direction)
+{
+    constexpr double thinnest_part = 4.0; // keeps one question in thousands visible
+    const double radius = std::min(bar.width(), bar.height()) / 2;
+    painter.save();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(bar_track(palette));
+    painter.drawRoundedRect(bar, radius, radius);
+    if (share > 0.0) {
+        QRectF part = bar;
+        if (direction == Qt::Horizontal)
+            part.setWidth(std::max(bar.width() * share, thinnest_part));
+        else
+            part.setTop(bar.bottom() - std::max(bar.height() * share, thinnest_part));
+        // Clipping keeps the round end, however short the filled part is.
+        painter.setClipRect(part);
+        painter.setBrush(bar_fill(palette));
+        painter.drawRoundedRect(bar, radius, radius);
+    }
+    painter.restore();
 }
 
 } // namespace cuedrill::platform::qt

@@ -7,15 +7,19 @@
 #include <QSize>
 #include <optional>
 
+class QPainter;
 class QPalette;
 class QPlainTextEdit;
+class QRect;
+class QRectF;
 class QWidget;
 
 namespace cuedrill::platform::qt {
 
-/// Sets the widget style and the icon of all windows, and makes the program end only when it says so, not when its last
+/// Sets the widget style and the icon of the program, and makes the program end only when it says so, not when its last
 /// window is closed. Call this before the first window is created.
-void set_up_application();
+/// @param keep_style keeps the style that the command line has set; one set by the environment is always kept.
+void set_up_application(bool keep_style = false);
 
 /// Converts to device-independent pixels, rounded to the nearest.
 int to_pixels(common::Twips twips);
@@ -44,8 +48,33 @@ QColor blend(const QColor& from, const QColor& to, double share);
 /// The text colour of captions: less prominent than the values, readable on every theme.
 QColor quiet_text(const QPalette& palette);
 
-/// The colour of hairlines around cards and bars.
+/// The colour of lines around cards: one that can be told from the window and from the card.
 QColor hairline(const QPalette& palette);
+
+/// The colour of the ring around what has the keyboard focus, and its width in pixels.
+QColor focus_colour(const QPalette& palette);
+inline constexpr double focus_width = 2.0;
+
+/// The colour of the line around something with a background of its own, which can be told from the background and is
+/// seen where the background cannot be told from the window.
+QColor outline_of(const QColor& background);
+
+/// A pale ground for text on that background, where black cannot be read on the background itself by everybody.
+QColor plate_of(const QColor& background);
+
+/// Fills `area` with round corners, and draws the line around it.
+void draw_background(QPainter& painter, const QRect& area, const QColor& background);
+
+/// The colours of a bar: of the whole, and of its filled part.
+QColor bar_track(const QPalette& palette);
+QColor bar_fill(const QPalette& palette);
+
+/// Thickness of the bars of the statistics, in pixels.
+inline constexpr double bar_thickness = 10.0;
+
+/// Draws a bar with round ends: the whole as a track, and the `share` of it, 0 to 1, filled from its left end, or from
+/// its lower end if it is upright. A share above 0 is always visible.
+void paint_bar(QPainter& painter, const QPalette& palette, const QRectF& bar, double share, Qt::Orientation direction);
 
 /// Radius of all rounded corners, in pixels.
 inline constexpr double corner_radius = 5.0;

@@ -78,13 +78,16 @@ QStringList in_one_line(const Screen& screen)
     QStringList counts;
     for (const LevelLine& line : screen.panel_level)
         counts.append(QString::number(line.count));
-    return {figure(screen.lab_total, screen.panel_total),
-            figure(screen.lab_nr_unpassed, screen.panel_nr_unpassed),
-            QStringLiteral("Levels 0 to %1+: %2").arg(level_panels - 1).arg(counts.join(QStringLiteral(", "))),
-            figure(screen.lab_score, screen.Panel_score),
-            figure(screen.lab_time_today, screen.panel_time_today),
-            figure(screen.lab_open_time, screen.panel_open_time),
-            figure(screen.lab_time_ever, screen.panel_time_ever)};
+    QStringList figures{figure(screen.lab_total, screen.panel_total),
+                        figure(screen.lab_nr_unpassed, screen.panel_nr_unpassed)};
+    if (const std::array<DueBar, due_bars>& due = screen.due_picture.bars; !due.front().figure.empty())
+        figures.append(QStringLiteral("Due now %1, later today %2, new %3")
+                           .arg(to_qt(due[0].figure), to_qt(due[1].figure), to_qt(due.back().figure)));
+    figures.append(
+        {QStringLiteral("Levels 0 to %1+: %2").arg(level_panels - 1).arg(counts.join(QStringLiteral(", "))),
+         figure(screen.lab_score, screen.Panel_score), figure(screen.lab_time_today, screen.panel_time_today),
+         figure(screen.lab_open_time, screen.panel_open_time), figure(screen.lab_time_ever, screen.panel_time_ever)});
+    return figures;
 }
 
 } // namespace
@@ -102,6 +105,8 @@ QtScreen::QtScreen(QWidget& parent, std::function<void(const QString&)> tell)
         level_rows_[level]->setParent(&parent);
         level_rows_[level]->setObjectName(QStringLiteral("panel_level_%1").arg(level));
     }
+    due_chart_->setParent(&parent);
+    due_chart_->setObjectName(QStringLiteral("due_picture"));
 }
 
 CaptionLabel& QtScreen::label(ScreenLine line) const
@@ -125,6 +130,8 @@ void QtScreen::show(const Screen& screen)
             draw_level(*level_rows_[level], screen.panel_level[level]);
     }
     folded_figures_->set_figures(in_one_line(screen));
+    if (screen.due_picture != before.due_picture)
+        due_chart_->show_picture(screen.due_picture);
 }
 
 void QtScreen::draw(CaptionLabel& label, const Line& line, const Line& before) const
@@ -162,6 +169,11 @@ void QtScreen::offer_level_help(const std::function<void()>& ask)
 {
     for (LevelRow* row : level_rows_)
         qt::offer_help(*row, ask);
+}
+
+void QtScreen::offer_due_help(const std::function<void()>& ask)
+{
+    qt::offer_help(*due_chart_, ask);
 }
 
 } // namespace cuedrill::platform::qt

@@ -153,6 +153,52 @@ TEST_F(QtFoldingTest, TheFoldedStatisticsShowWholeFiguresOnlyAndTheToolTipAll)
     EXPECT_TRUE(line.toolTip().contains("q. unpassed"));
 }
 
+TEST_F(QtFoldingTest, TheFoldedStatisticsSayWhatIsDueOnceThatIsCounted)
+{
+    const auto& line = static_cast<FoldedFigures&>(widget("folded_statistics"));
+    EXPECT_FALSE(line.text().contains("Due"));
+    Screen screen;
+    screen.due_picture.bars[0].figure = "3";
+    screen.due_picture.bars[1].figure = "5";
+    screen.due_picture.bars.back().figure = "40";
+    form1.screen.show(screen);
+    EXPECT_EQ(line.text().section("   \u00b7   ", 2, 2), "Due now 3, later today 5, new 40");
+}
+
+TEST_F(QtFoldingTest, TheGroupsOfTheToolbarStandApartAndInARowOfTheirOwn)
+{
+    const auto space_before = [&](int number) {
+        const QRect left = widget(("pb_" + std::to_string(number - 1)).c_str()).geometry();
+        return widget(("pb_" + std::to_string(number)).c_str()).x() - left.right() - 1;
+    };
+    resize(1000, 720);
+    for (int number = 2; number <= toolbar_buttons; ++number)
+        EXPECT_EQ(space_before(number), number == 6 || number == 8 ? 16 : 1) << number;
+    resize(560, 600);
+    EXPECT_EQ(widget("pb_8").x(), 0) << "Edit begins the second row";
+    EXPECT_EQ(widget("pb_7").y(), widget("pb_1").y());
+    EXPECT_EQ(space_before(6), 16);
+}
+
+TEST_F(QtFoldingTest, BetweenTheGroupsOfTheToolbarIsAsMuchSpaceAsThereIsRoomFor)
+{
+    const auto space = [&] { return widget("pb_6").x() - widget("pb_5").geometry().right() - 1; };
+    const auto last = [&] { return widget("pb_11").geometry().right() + 1; };
+    resize(1000, 720);
+    const int margins = 1000 - widget("pb_1").parentWidget()->width();
+    const int needed = last() + margins;
+    resize(needed, 720);
+    EXPECT_EQ(space(), 16);
+    resize(needed - 2, 720);
+    EXPECT_EQ(space(), 15);
+    resize(needed - 20, 720);
+    EXPECT_EQ(space(), 6);
+    EXPECT_EQ(toolbar_rows(), 1);
+    resize(needed - 21, 720);
+    EXPECT_EQ(toolbar_rows(), 2);
+    EXPECT_EQ(space(), 16);
+}
+
 TEST_F(QtFoldingTest, ThePromptStandsAboveTheButtonsWhereItsCaptionsNeedTheWidth)
 {
     form1.bot_yes.set_caption("Yes");

@@ -44,6 +44,7 @@ TEST_F(QtForm1Test, EveryControlIsFoundByItsOwnName)
                              "panel_level_3",
                              "panel_level_4",
                              "panel_level_5",
+                             "due_picture",
                              "lab_total",
                              "panel_total",
                              "lab_nr_unpassed",

@@ -1,7 +1,9 @@
 #include "platform/qt/qt_card.h"
 #include "platform/qt/qt_list_box.h"
+#include "platform/qt/qt_look.h"
 #include "platform/qt/qt_test_tools.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QClipboard>
 #include <QDropEvent>
@@ -10,6 +12,7 @@
 #include <QHoverEvent>
 #include <QImage>
 #include <QMimeData>
+#include <QPalette>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
@@ -471,6 +474,64 @@ TEST_F(QtListBoxTest, NothingThatTheUserDoesChangesTheLines)
     QCoreApplication::sendEvent(&viewport, &drop);
     EXPECT_EQ(view.model()->rowCount(), 3);
     EXPECT_EQ(view.lines().line(0), "line 0");
+}
+
+TEST_F(QtListBoxTest, TheMarkedLineIsCurrentAndInView)
+{
+    box.set_lines(numbered(200));
+    box.mark_line(150);
+    EXPECT_EQ(view.currentIndex().row(), 150);
+    EXPECT_TRUE(viewport.rect().contains(view.visualRect(view.lines().index(150))));
+    card.resize(300, 400);
+    QCoreApplication::processEvents();
+    card.resize(300, 100);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(viewport.rect().contains(view.visualRect(view.lines().index(150))));
+    EXPECT_TRUE(clicked.empty());
+}
+
+TEST_F(QtListBoxTest, TheMarkIsSeenAndToldAndGoesWithTheLines)
+{
+    box.set_lines(numbered(3));
+    const QImage plain = viewport.grab().toImage();
+    box.mark_line(0);
+    view.setCurrentIndex(view.lines().index(2));
+    view.setCurrentIndex({});
+    EXPECT_NE(viewport.grab().toImage(), plain);
+    QAccessibleInterface& list = *QAccessible::queryAccessibleInterface(&view);
+    EXPECT_EQ(list.child(0)->text(QAccessible::Description), "question on display");
+    EXPECT_EQ(list.child(1)->text(QAccessible::Description), "");
+    box.replace_lines(numbered(3));
+    EXPECT_EQ(view.marked_row(), LineView::no_row);
+    EXPECT_EQ(viewport.grab().toImage(), plain);
+    box.mark_line(0);
+    box.mark_line(std::nullopt);
+    EXPECT_EQ(view.marked_row(), LineView::no_row);
+    box.mark_line(3);
+    EXPECT_EQ(view.marked_row(), LineView::no_row) << "there is no such line";
+}
+
+TEST_F(QtListBoxTest, ALineThatBeginsWithALevelHasABarOfItsLength)
+{
+    const auto filled_part = [this](const std::string& line) {
+        box.set_lines({line});
+        const QImage picture = viewport.grab().toImage();
+        QPalette on_base = view.palette();
+        on_base.setColor(QPalette::Window, on_base.color(QPalette::Base));
+        on_base.setColor(QPalette::WindowText, on_base.color(QPalette::Text));
+        const int y = view.visualRect(view.lines().index(0)).center().y();
+        int pixels = 0;
+        for (int x = 0; x < 80; ++x)
+            pixels += picture.pixelColor(x, y) == bar_fill(on_base) ? 1 : 0;
+        return pixels;
+    };
+    const int full = filled_part("10 - x");
+    EXPECT_GT(full, 30);
+    EXPECT_NEAR(filled_part("05 - x"), full / 2, 3);
+    EXPECT_EQ(filled_part("00 - x"), 0);
+    EXPECT_EQ(filled_part("99 - x"), full);
+    EXPECT_EQ(filled_part("x"), 0);
+    EXPECT_EQ(filled_part("3 capitals"), 0);
 }
 
 } // namespace

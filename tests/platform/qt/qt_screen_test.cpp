@@ -1,3 +1,4 @@
+#include "platform/qt/qt_look.h"
 #include "platform/qt/qt_screen.h"
 #include "platform/qt/qt_test_tools.h"
 
@@ -186,7 +187,7 @@ TEST_F(QtLevelRowTest, TellsItsCountAsNameAndItsLevelAsDescription)
 
 TEST_F(QtLevelRowTest, FillsTheBarByTheShare)
 {
-    const QColor filled = row.palette().color(QPalette::Highlight);
+    const QColor filled = bar_fill(row.palette());
     show_level({.count = 10, .total = 20});
     EXPECT_DOUBLE_EQ(row.share(), 0.5);
     EXPECT_EQ(colour_at(0.4), filled);
@@ -227,6 +228,92 @@ TEST_F(QtLevelRowTest, AMarkChangesThePictureAndNotOnlyItsColour)
     EXPECT_NE(row.grab().toImage(), plain);
     show_level({.count = 1, .total = 2});
     EXPECT_EQ(row.grab().toImage(), plain);
+}
+
+class QtDueChartTest : public QtScreenTest {
+protected:
+    QtDueChartTest()
+    {
+        screen.due_picture.words = "2 questions are due now";
+        screen.due_picture.description = "What is due";
+        for (DueBar& bar : screen.due_picture.bars)
+            bar.caption = "Today";
+        show();
+    }
+
+    QImage picture_at(int width)
+    {
+        chart.resize(width, 140);
+        return chart.grab().toImage();
+    }
+
+    std::vector<std::size_t> drawn_bars()
+    {
+        std::vector<std::size_t> bars;
+        for (const DueChart::Column& column : chart.columns())
+            bars.push_back(column.bar);
+        return bars;
+    }
+
+    DueChart& chart = view.due_chart();
+};
+
+TEST_F(QtDueChartTest, SaysItsPictureInWordsAsNameAndToolTip)
+{
+    EXPECT_EQ(accessible(chart).text(QAccessible::Name), "2 questions are due now");
+    EXPECT_EQ(accessible(chart).text(QAccessible::Description), "What is due");
+    EXPECT_EQ(chart.toolTip(), "2 questions are due now");
+    EXPECT_EQ(chart.objectName(), "due_picture");
+}
+
+TEST_F(QtDueChartTest, FillsTheBarsFromBelowByTheirShare)
+{
+    screen.due_picture.bars.front() = {.caption = "Now", .figure = "1", .count = 1, .whole = 2};
+    show();
+    const QImage picture = picture_at(600);
+    const int middle = 600 / due_bars / 2;
+    const QColor filled = picture.pixelColor(middle, 100);
+    EXPECT_NE(picture.pixelColor(middle, 50), filled);
+    EXPECT_EQ(picture.pixelColor(middle, 80), filled);
+    screen.due_picture.bars.front().count = 2;
+    show();
+    EXPECT_EQ(picture_at(600).pixelColor(middle, 50), filled);
+}
+
+TEST_F(QtDueChartTest, LeavesOutTheLastDaysWhereThereIsNoRoom)
+{
+    using Bars = std::vector<std::size_t>;
+    chart.resize(600, 140);
+    EXPECT_EQ(drawn_bars(), (Bars{0, 1, 2, 3, 4, 5, 6, 7, 8}));
+    chart.resize(chart.sizeHint().width(), 140);
+    EXPECT_EQ(drawn_bars(), (Bars{0, 1, 2, 3, 4, 5, 6, 7, 8}));
+    chart.resize(chart.sizeHint().width() - 1, 140);
+    EXPECT_EQ(drawn_bars(), (Bars{0, 1, 2, 3, 4, 5, 6, 8}));
+    chart.resize(chart.minimumSizeHint().width(), 140);
+    EXPECT_EQ(drawn_bars(), (Bars{0, 1, 8}));
+}
+
+TEST_F(QtDueChartTest, HasRoomForEachCaptionAtItsSmallest)
+{
+    chart.resize(chart.minimumSizeHint());
+    int right = 0;
+    for (const DueChart::Column& column : chart.columns()) {
+        EXPECT_GE(column.place.left(), right);
+        EXPECT_GT(column.place.width(), chart.fontMetrics().horizontalAdvance("Today"));
+        right = column.place.right() + 1;
+    }
+    EXPECT_LE(right, chart.width());
+}
+
+TEST_F(QtDueChartTest, KeepsItsSizeWhateverTheFiguresAre)
+{
+    const QSize hint = chart.sizeHint();
+    const QSize least = chart.minimumSizeHint();
+    for (DueBar& bar : screen.due_picture.bars)
+        bar = {.caption = "Today", .figure = "32767", .count = 32767, .whole = 32767};
+    show();
+    EXPECT_EQ(chart.sizeHint(), hint);
+    EXPECT_EQ(chart.minimumSizeHint(), least);
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 
 #include <QAccessible>
 #include <QElapsedTimer>
-#include <QGuiApplication>
-#include <QIcon>
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
@@ -207,19 +205,6 @@ TEST_F(QtWindowTest, KeysPassWhileNoHookIsSet)
     window.widget().setCentralWidget(below);
     below->setFocus();
     EXPECT_FALSE(press_key(*below, Qt::Key_Q, "q"));
-}
-
-// main has set up the application.
-TEST_F(QtWindowTest, HasTheIconOfTheProgramInEverySize)
-{
-    const QIcon icon = window.widget().windowIcon();
-    for (const int size : {16, 32, 48, 64, 128, 256}) {
-        const QImage picture = icon.pixmap(QSize(size, size)).toImage();
-        EXPECT_EQ(picture.size(), QSize(size, size));
-        // Green in the corner with the tick.
-        EXPECT_GT(qGreen(picture.pixel(size * 3 / 4, size * 9 / 10)), 100) << size;
-    }
-    EXPECT_EQ(QGuiApplication::desktopFileName(), "cuedrill");
 }
 
 } // namespace
