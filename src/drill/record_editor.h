@@ -102,6 +102,7 @@ private:
     bool keep_unsaved_texts();
     [[nodiscard]] bool has_unsaved_texts() const;
     SaveResult save(Rejection rejection);
+    [[nodiscard]] Unsaved certainty() const { return save_is_unknown_ ? Unsaved::perhaps : Unsaved::surely; }
     SaveResult reject(const bank::Refusal& refusal, const RecordTexts& texts, Rejection rejection);
     SaveResult finish_save(common::Int16 cnt);
     [[nodiscard]] bool is_saving_wanted();
