@@ -53,7 +53,7 @@ void AnswerAids::ToggleListMode()
     changed.list_mode = !changed.list_mode;
     services_.params.change_params(changed);
     // The status line may be asking for a verdict; the user still owes it.
-    if (state_.AwaitingVerdict)
+    if (state_.verdict_requested())
         services_.status.ask_for_verdict();
     else
         services_.status.reset_status();
