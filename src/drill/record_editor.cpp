@@ -16,6 +16,8 @@ using platform::BoxIcon;
 
 void RecordEditor::begin_new_record()
 {
+    // The direction of the course decides which box is stored in which column.
+    store::settle(course_);
     save_is_unknown_ = false;
     flags_ = {.new_mode = true, .edit_mode = false};
     // Without a current record the boxes hold unsaved texts; emptying them this way can be undone.

@@ -2,6 +2,7 @@
 
 #include "scheduler/next_due.h"
 #include "scheduler/next_question.h"
+#include "store/course_transaction.h"
 
 #include <optional>
 #include <string>
@@ -17,6 +18,7 @@ Selection::Selection(store::Course& course, store::CourseParamsStore& params, co
 
 void Selection::next_question_after(common::Int16 previous)
 {
+    settle();
     if (course_.record_count == 0) {
         services_.desktop.message_box({.text = "There are no questions in the database."});
         return;
@@ -27,6 +29,14 @@ void Selection::next_question_after(common::Int16 previous)
         return;
     services_.desktop.message_box({.text = "No question is mature for being asked."});
     show_next_due(true);
+}
+
+/// Finds out whether a change of unknown outcome has added a record or changed the direction.
+void Selection::settle()
+{
+    Display::Change change(display_);
+    store::settle(course_);
+    change.keep();
 }
 
 /// Asks the next question. Returns false if none is mature; no question is on display then.
@@ -72,14 +82,12 @@ std::optional<common::Int16> Selection::find_next_question(common::DateTime now)
 
 void Selection::m_random_extraction()
 {
-    store::CourseParams changed = course_.params;
-    changed.random_mode = !changed.random_mode;
-    params_.change_params(changed);
+    const bool on = !course_.params.random_mode;
+    params_.change_params([on](store::CourseParams& params) { params.random_mode = on; });
     options_.show_options();
     services_.desktop.message_box(
-        {.text = changed.random_mode
-                     ? "Mature questions of a given level will be extracted randomly"
-                     : "Mature questions of a given level will be extracted ordered by date of last test"});
+        {.text = on ? "Mature questions of a given level will be extracted randomly"
+                    : "Mature questions of a given level will be extracted ordered by date of last test"});
 }
 
 void Selection::m_disp_nr_mature()

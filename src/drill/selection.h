@@ -47,6 +47,7 @@ public:
     void m_disp_nr_mature();
 
 private:
+    void settle();
     [[nodiscard]] bool ask_next(common::DateTime now);
     [[nodiscard]] std::optional<common::Int16> find_next_question(common::DateTime now);
     void show_next_due(bool found_nothing);
