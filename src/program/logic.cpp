@@ -13,6 +13,7 @@ Logic::Logic(const LogicPlatform& platform) : p(platform)
         options.show_course();
         layout.RelayoutWindow();
         statistics.refresh_counts();
+        display.refresh_figures();
     };
     end_of_program.before_end = [this] {
         editor.forget();

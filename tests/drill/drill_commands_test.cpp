@@ -122,6 +122,58 @@ TEST_F(Commands, settings_that_turn_out_to_be_stored_are_shown)
     EXPECT_TRUE(entry("m_always_let_me_type").checked);
 }
 
+TEST_F(Commands, undo_shows_what_it_has_found_to_be_stored)
+{
+    yes();
+    ASSERT_EQ(form1.screen.panel_total.text, "3");
+    desktop.expect_box("Are you sure you want to delete question \"France?\" and its asnwer?",
+                       platform::BoxAnswer::yes);
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query, 2); // the first query reads the old texts
+    desktop.expect_box("The course " + path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    choose("m_delete");
+    ASSERT_EQ(form1.screen.panel_total.text, "3");
+    choose("m_undo");
+    EXPECT_EQ(logic->course.record_count, 2);
+    EXPECT_EQ(form1.screen.panel_total.text, "2");
+}
+
+TEST_F(Commands, minute_shows_a_verdict_that_turns_out_to_be_stored)
+{
+    yes();
+    yes();
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query, 2); // the first query reads the record
+    desktop.expect_box("The course " + path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    yes();
+    ASSERT_EQ(form1.screen.Panel_score.text, "0");
+    form1.timer_1_min.tick();
+    EXPECT_EQ(form1.screen.Panel_score.text, "1");
+    EXPECT_EQ(form1.screen.panel_level[4].count, 1);
+}
+
+TEST_F(Commands, minute_shows_a_reset_that_turns_out_to_be_stored)
+{
+    yes();
+    ASSERT_NE(form1.screen.PANEL_Q_LEVEL.text, "0");
+    desktop.expect_box("This will set all question at level 0; do you really want to do this?",
+                       platform::BoxAnswer::yes);
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::open_recordset);
+    desktop.expect_box("The course " + path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    choose("m_reset_all");
+    ASSERT_EQ(question(), "France?");
+    form1.timer_1_min.tick();
+    EXPECT_EQ(form1.screen.panel_level[0].count, 3);
+    EXPECT_EQ(form1.screen.PANEL_Q_LEVEL.text, "0");
+}
+
 TEST_F(Commands, import_adds_to_the_course_and_shows_the_last_record)
 {
     const std::string file = folder.write("more.txt", "@Q@ Norway? @A@ Oslo\r\n@Q@ Peru? @A@ Lima\r\n");
