@@ -35,12 +35,12 @@ void AnswerAids::m_let_me_type()
 
 void AnswerAids::ToggleAlwaysType()
 {
-    store::CourseParams changed = course_.params;
-    changed.always_type = !changed.always_type;
-    services_.params.change_params(changed);
+    // The user switches what the menu shows, whatever an earlier change of unknown outcome turns out to have stored.
+    const bool on = !course_.params.always_type;
+    services_.params.change_params([on](store::CourseParams& params) { params.always_type = on; });
     services_.options.show_options();
-    form1_.window.announce(CourseOptions::words_for(Command::always_type, changed.always_type));
-    if (changed.always_type && services_.layout.can_type())
+    form1_.window.announce(CourseOptions::words_for(Command::always_type, on));
+    if (on && services_.layout.can_type())
         services_.display.let_me_type();
     else
         form1_.Text_q.set_focus();
@@ -49,17 +49,16 @@ void AnswerAids::ToggleAlwaysType()
 
 void AnswerAids::ToggleListMode()
 {
-    store::CourseParams changed = course_.params;
-    changed.list_mode = !changed.list_mode;
-    services_.params.change_params(changed);
+    const bool on = !course_.params.list_mode;
+    services_.params.change_params([on](store::CourseParams& params) { params.list_mode = on; });
     // The status line may be asking for a verdict; the user still owes it.
-    if (state_.AwaitingVerdict)
+    if (state_.verdict_requested())
         services_.status.ask_for_verdict();
     else
         services_.status.reset_status();
     services_.options.show_options();
-    form1_.window.announce(CourseOptions::words_for(Command::always_hint, changed.list_mode));
-    if (!changed.list_mode) {
+    form1_.window.announce(CourseOptions::words_for(Command::always_hint, on));
+    if (!on) {
         state_.AnswerShown = false;
         state_.shared_place = SharedPlace::statistics;
         services_.layout.RelayoutWindow();

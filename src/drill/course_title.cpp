@@ -24,9 +24,7 @@ void CourseTitle::m_change_course_title()
     const std::string title = text_compare_.nfc(common::trim_blanks(*answer));
     if (title.empty())
         return;
-    store::CourseParams changed = course_.params;
-    changed.course_title = title;
-    params_.change_params(changed);
+    params_.change_params([&title](store::CourseParams& params) { params.course_title = title; });
     set_window_title();
 }
 

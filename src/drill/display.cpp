@@ -2,6 +2,7 @@
 
 #include "common/colour.h"
 #include "scheduler/dead_time.h"
+#include "store/course_transaction.h"
 
 #include <algorithm>
 #include <string>
@@ -97,6 +98,8 @@ void Display::let_me_type()
 /// Makes the record current and shows its question and figures. If the record no longer exists, withdraws the question.
 void Display::load(common::Int16 cnt)
 {
+    // If the direction of the course changed while a question is on display, the other side would be judged.
+    store::settle(course_);
     state_.shown.current_cnt_ = cnt;
     const auto record = store::find_record(course_.database(), cnt);
     if (!record) {

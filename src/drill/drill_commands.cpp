@@ -2,6 +2,7 @@
 
 #include "common/text.h"
 #include "drill/manual_section.h"
+#include "store/course_transaction.h"
 
 #include <string>
 
@@ -210,15 +211,16 @@ void DrillCommands::m_invert()
 {
     if (!to_.editor.ask_to_save())
         return;
-    store::CourseParams changed = to_.course.params;
-    changed.invert = !changed.invert;
-    to_.params.change_params(changed);
-    to_.course.set_side_fields();
-    // The last verdict belongs to the other direction.
-    to_.course.last_verdict.reset();
-    to_.last_list.exchange_sides();
+    const bool inverted = !to_.course.params.invert;
+    try {
+        to_.params.change_params([inverted](store::CourseParams& params) { params.invert = inverted; });
+    } catch (const store::OutcomeUnknown&) {
+        // The question on display must not be judged in another direction than the one it was asked in.
+        to_.display.withdraw_question();
+        throw;
+    }
     to_.options.show_options();
-    form1_.window.announce(CourseOptions::words_for(Command::invert, changed.invert));
+    form1_.window.announce(CourseOptions::words_for(Command::invert, inverted));
     // The question on display was asked in the old direction and must not be judged in the new one.
     Display::Change change(to_.display);
     form1_.bot_focus.set_focus();

@@ -79,8 +79,8 @@ public:
     void RunToolbarCommand(Command command);
 
     /// Swaps questions and answers of the course. First offers to save unsaved texts.
-    /// @throws platform::DatabaseError. If the option cannot be stored, the direction does not change; after any later
-    /// error no question is on display.
+    /// @throws platform::DatabaseError. If the option cannot be stored, the direction does not change; if that is not
+    /// known, and after any later error, no question is on display.
     void m_invert();
 
     /// Shows the number of the current record in a box.

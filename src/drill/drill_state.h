@@ -66,6 +66,12 @@ struct DrillState {
     /// Whether a list of records takes the place of the statistics and hints.
     [[nodiscard]] bool list_shown() const { return shared_place == SharedPlace::list; }
 
+    /// Whether the user has seen the answer and owes a verdict: the status line asks for it.
+    [[nodiscard]] bool verdict_requested() const
+    {
+        return AwaitingVerdict || (answer_revealed && SelfJudgement == "-");
+    }
+
     /// Clears the state of the answer, and its hint. A list stays.
     void clear_answer()
     {

@@ -20,6 +20,12 @@ std::string KeptTexts::entry(keep::Reason reason, store::QaTexts texts) const
         services_.text_compare);
 }
 
+std::string KeptTexts::entry_of_typed(const RecordTexts& typed, Unsaved certainty) const
+{
+    return entry(certainty == Unsaved::surely ? keep::Reason::unsaved : keep::Reason::perhaps_unsaved,
+                 store::texts_by_column(course_.Q_FIELD, typed.question, typed.answer));
+}
+
 /// @return whether the entry is in the file.
 bool KeptTexts::append(const std::string& entry)
 {
@@ -40,10 +46,9 @@ void KeptTexts::keep_lost(bank::Loss loss, const store::QaTexts& texts)
     deleted_kept_ = deleted && kept;
 }
 
-bool KeptTexts::keep_unsaved(const RecordTexts& typed)
+bool KeptTexts::keep_unsaved(const RecordTexts& typed, Unsaved certainty)
 {
-    const std::string text =
-        entry(keep::Reason::unsaved, store::texts_by_column(course_.Q_FIELD, typed.question, typed.answer));
+    const std::string text = entry_of_typed(typed, certainty);
     if (append(text)) {
         drop_draft();
         return true;
@@ -68,7 +73,7 @@ void KeptTexts::keep_left_drafts()
         services_.status.show_when_free("Unsaved texts found. Kept in removed.txt.", StatusLine::Waiting::stays);
 }
 
-void KeptTexts::note_typed(const RecordTexts& typed, const std::function<bool()>& is_unsaved)
+void KeptTexts::note_typed(const RecordTexts& typed, Unsaved certainty, const std::function<bool()>& is_unsaved)
 {
     const double now = services_.clock.steady_seconds();
     if (!noted_ || noted_->question != typed.question || noted_->answer != typed.answer) {
@@ -81,8 +86,7 @@ void KeptTexts::note_typed(const RecordTexts& typed, const std::function<bool()>
     due_.reset();
     try {
         if (is_unsaved())
-            draft_.write(
-                entry(keep::Reason::unsaved, store::texts_by_column(course_.Q_FIELD, typed.question, typed.answer)));
+            draft_.write(entry_of_typed(typed, certainty));
         else
             draft_.remove();
     } catch (const common::Error& error) {
@@ -108,9 +112,11 @@ void KeptTexts::tell_deleted()
         services_.status.ShowStatus("Deleted. Kept in removed.txt.", status_seconds);
 }
 
-void KeptTexts::tell_unsaved()
+void KeptTexts::tell_unsaved(Unsaved certainty)
 {
-    services_.status.show_when_free("Not saved. Kept in removed.txt.", StatusLine::Waiting::gives_way);
+    services_.status.show_when_free(certainty == Unsaved::surely ? "Not saved. Kept in removed.txt."
+                                                                 : "Perhaps not saved. Kept in removed.txt.",
+                                    StatusLine::Waiting::gives_way);
 }
 
 } // namespace cuedrill::drill

@@ -40,24 +40,25 @@ public:
     /// Keeps the texts of a record before the course loses them. Shows nothing.
     void keep_lost(bank::Loss loss, const store::QaTexts& texts);
 
-    /// Keeps texts that were typed and are not saved.
+    /// Keeps texts that were typed and are not saved, or may not be.
     /// @return whether they are in "removed.txt"; otherwise they stay in the draft, if possible, for the next start.
-    bool keep_unsaved(const RecordTexts& typed);
+    bool keep_unsaved(const RecordTexts& typed, Unsaved certainty);
 
     /// Keeps the drafts of programs that ended without doing so themselves. Call it once, at the start.
     void keep_left_drafts();
 
     /// Notes what stands in the boxes of the editor. A second after a change it becomes the draft, if `is_unsaved` says
     /// that there is something to save; otherwise the draft is removed.
-    void note_typed(const RecordTexts& typed, const std::function<bool()>& is_unsaved);
+    void note_typed(const RecordTexts& typed, Unsaved certainty, const std::function<bool()>& is_unsaved);
 
     /// Removes the draft, because its texts are saved.
     void drop_draft();
 
     /// Says in the status line that the record just deleted is kept, if it is.
     void tell_deleted();
-    /// Says in the status line, as soon as no other text is there, that unsaved texts are kept.
-    void tell_unsaved();
+    /// Says in the status line, as soon as no other text is there, that unsaved texts are kept, or texts that may be
+    /// saved.
+    void tell_unsaved(Unsaved certainty);
 
     /// Writes failures to the trace and has the status line tell the first one of the session.
     /// @throws common::ProgramEnded when the program is ended while the box about a full trace is open.
@@ -68,6 +69,7 @@ public:
 
 private:
     [[nodiscard]] std::string entry(keep::Reason reason, store::QaTexts texts) const;
+    [[nodiscard]] std::string entry_of_typed(const RecordTexts& typed, Unsaved certainty) const;
     [[nodiscard]] bool append(const std::string& entry);
 
     const store::Course& course_;

@@ -67,6 +67,8 @@ KeyJudgement KeyPolicy::judge(const KeyEvent& event)
         return KeyJudgement::stray;
     }
     pressed_ = event;
+    if (event.in_box)
+        box_closed_ = true;
     return KeyJudgement::meant;
 }
 

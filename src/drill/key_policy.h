@@ -21,7 +21,8 @@ public:
     ///
     /// A press is stray if its key is held while the focus moves, or if it is a second Enter, Escape or blank within
     /// the debounce time. In text that is being edited, the second press counts. After an Enter that has closed a box,
-    /// the debounce time is shorter and only filters contact chatter.
+    /// the debounce time is shorter and only filters contact chatter. A press in a box lifts the echo rule as
+    /// `note_box_closed` does.
     [[nodiscard]] platform::KeyJudgement judge(const platform::KeyEvent& event);
 
     /// Whether a press counts. Call it first for each press that the window handles. A press is ignored during a pause,

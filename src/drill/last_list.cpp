@@ -71,7 +71,7 @@ void LastList::keep(bank::ListLines list, const char* kind, bool of_questions)
 {
     list_ = std::move(list);
     last_list_kind_ = kind;
-    find_in_questions_ = of_questions;
+    column_ = (of_questions ? course_.Q_FIELD : course_.A_FIELD).text;
 }
 
 void LastList::recall_find_list()

@@ -60,15 +60,13 @@ public:
     /// The side of the course whose texts are in the lines.
     [[nodiscard]] const store::SideFields& side() const
     {
-        return find_in_questions_ ? course_.Q_FIELD : course_.A_FIELD;
+        return find_in_questions() ? course_.Q_FIELD : course_.A_FIELD;
     }
     /// Attaches what is done with the line that the user chooses.
     void attach(std::function<void(const std::string& line)> choose) { listav_.on_click = std::move(choose); }
 
-    [[nodiscard]] bool find_in_questions() const { return find_in_questions_; }
-
-    /// Call it when questions and answers are swapped: the lines then belong to the other side.
-    void exchange_sides() { find_in_questions_ = !find_in_questions_; }
+    /// Whether the lines show questions; otherwise they show answers. That changes with the direction of the course.
+    [[nodiscard]] bool find_in_questions() const { return column_ != course_.A_FIELD.text; }
 
     /// Clears the list when its course is closed.
     void forget_list();
@@ -94,7 +92,7 @@ private:
     std::string last_list_kind_; ///< empty until the first list is built
     std::string last_list_clause_;
     bool last_list_with_answers_ = false;
-    bool find_in_questions_ = true; ///< whether the lines show questions; otherwise they show answers
+    std::string column_; ///< column of the texts in the lines; empty until the first list is built
 };
 
 } // namespace cuedrill::drill

@@ -52,12 +52,8 @@ void LevelCommands::m_change_target_level()
         level = common::parse_number(typed);
     }
 
-    store::CourseParams changed = course_.params;
-    changed.target_level = common::to_int16(std::floor(*level), "target level");
-    const bool raised = changed.target_level > course_.params.target_level;
-    params_.change_params(changed);
-    if (raised)
-        course_.all_passed_announced = false;
+    const common::Int16 target = common::to_int16(std::floor(*level), "target level");
+    params_.change_params([target](store::CourseParams& params) { params.target_level = target; });
     options_.show_target_level();
     statistics_.refresh_counts();
 }

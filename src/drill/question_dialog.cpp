@@ -193,7 +193,7 @@ void QuestionDialog::FailAndNext(scheduler::JudgedBy by)
         scoring_.set_failure(by);
     } catch (const std::exception&) {
         // The verdict is still missing, but set_failure has cleared the request for it.
-        if (state_.AwaitingVerdict)
+        if (state_.verdict_requested())
             status_.ask_for_verdict();
         throw;
     }

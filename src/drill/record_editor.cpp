@@ -16,6 +16,8 @@ using platform::BoxIcon;
 
 void RecordEditor::begin_new_record()
 {
+    // The direction of the course decides which box is stored in which column.
+    store::settle(course_);
     save_is_unknown_ = false;
     flags_ = {.new_mode = true, .edit_mode = false};
     // Without a current record the boxes hold unsaved texts; emptying them this way can be undone.
@@ -223,9 +225,9 @@ void RecordEditor::leave_editor()
     flags_.clear();
     boxes_.redisplay();
     if (unsaved)
-        boxes_.tell_unsaved(save_is_unknown_ ? Unsaved::perhaps : Unsaved::surely);
+        boxes_.tell_unsaved(certainty());
     if (kept)
-        services_.kept.tell_unsaved();
+        services_.kept.tell_unsaved(certainty());
 }
 
 void RecordEditor::close_editor()
@@ -234,7 +236,7 @@ void RecordEditor::close_editor()
     flags_.clear();
     boxes_.redisplay();
     if (kept)
-        services_.kept.tell_unsaved();
+        services_.kept.tell_unsaved(certainty());
 }
 
 void RecordEditor::forget()
@@ -248,7 +250,7 @@ void RecordEditor::forget()
 bool RecordEditor::keep_unsaved_texts()
 {
     if (has_unsaved_texts())
-        return services_.kept.keep_unsaved(boxes_.typed_texts());
+        return services_.kept.keep_unsaved(boxes_.typed_texts(), certainty());
     services_.kept.drop_draft();
     return false;
 }
@@ -256,7 +258,7 @@ bool RecordEditor::keep_unsaved_texts()
 void RecordEditor::write_draft()
 {
     if (flags_.editing())
-        services_.kept.note_typed(boxes_.typed_texts(), [this] { return has_unsaved_texts(); });
+        services_.kept.note_typed(boxes_.typed_texts(), certainty(), [this] { return has_unsaved_texts(); });
 }
 
 /// Whether something would be lost with the boxes: they differ from the record, and are not merely emptied.

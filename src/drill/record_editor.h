@@ -48,6 +48,7 @@ public:
 
     /// Empties both boxes for a new record; no question is on display afterwards. Emptying unsaved texts can be undone
     /// in each box.
+    /// @throws platform::DatabaseError if a change of unknown outcome cannot be settled; nothing is emptied then.
     void begin_new_record();
 
     /// Opens the current record for editing and shows its answer. Without a current record it does nothing.
@@ -101,6 +102,7 @@ private:
 
     bool keep_unsaved_texts();
     [[nodiscard]] bool has_unsaved_texts() const;
+    [[nodiscard]] Unsaved certainty() const { return save_is_unknown_ ? Unsaved::perhaps : Unsaved::surely; }
     SaveResult save(Rejection rejection);
     SaveResult reject(const bank::Refusal& refusal, const RecordTexts& texts, Rejection rejection);
     SaveResult finish_save(common::Int16 cnt);

@@ -2,8 +2,8 @@
 
 #include "scheduler/next_due.h"
 #include "scheduler/next_question.h"
+#include "store/course_transaction.h"
 
-#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -18,6 +18,7 @@ Selection::Selection(store::Course& course, store::CourseParamsStore& params, co
 
 void Selection::next_question_after(common::Int16 previous)
 {
+    settle();
     if (course_.record_count == 0) {
         services_.desktop.message_box({.text = "There are no questions in the database."});
         return;
@@ -27,7 +28,15 @@ void Selection::next_question_after(common::Int16 previous)
     if (ask_next(now))
         return;
     services_.desktop.message_box({.text = "No question is mature for being asked."});
-    show_next_due(now);
+    show_next_due(true);
+}
+
+/// Finds out whether a change of unknown outcome has added a record or changed the direction.
+void Selection::settle()
+{
+    Display::Change change(display_);
+    store::settle(course_);
+    change.keep();
 }
 
 /// Asks the next question. Returns false if none is mature; no question is on display then.
@@ -44,11 +53,11 @@ bool Selection::ask_next(common::DateTime now)
 
 void Selection::tell_next_due()
 {
-    show_next_due(std::nullopt);
+    show_next_due(false);
 }
 
-/// @param searched_at time of the search that found no mature question, if there was one.
-void Selection::show_next_due(std::optional<common::DateTime> searched_at)
+/// @param found_nothing whether a search has just found no mature question.
+void Selection::show_next_due(bool found_nothing)
 {
     const common::DateTime now = services_.clock.now();
     std::optional<scheduler::NextDue> due;
@@ -58,9 +67,10 @@ void Selection::show_next_due(std::optional<common::DateTime> searched_at)
     }
     if (!due)
         return;
-    // A question that was due during the search, but was not found, is the one asked last: the search skips it. One
-    // that became due later, or that another program has added since, is a different question.
-    due->was_just_shown = searched_at && state_.shown.previous_cnt() != 0 && due->at <= std::min(*searched_at, now);
+    // A search skips the question asked last. If one is due and still none is found, it is that question; otherwise
+    // another one became due after the first search, or another program has added it.
+    due->was_just_shown =
+        found_nothing && state_.shown.previous_cnt() != 0 && due->at <= now && !find_next_question(now);
     services_.status.show_about_due(scheduler::next_due_text(*due, now), 0);
 }
 
@@ -72,14 +82,12 @@ std::optional<common::Int16> Selection::find_next_question(common::DateTime now)
 
 void Selection::m_random_extraction()
 {
-    store::CourseParams changed = course_.params;
-    changed.random_mode = !changed.random_mode;
-    params_.change_params(changed);
+    const bool on = !course_.params.random_mode;
+    params_.change_params([on](store::CourseParams& params) { params.random_mode = on; });
     options_.show_options();
     services_.desktop.message_box(
-        {.text = changed.random_mode
-                     ? "Mature questions of a given level will be extracted randomly"
-                     : "Mature questions of a given level will be extracted ordered by date of last test"});
+        {.text = on ? "Mature questions of a given level will be extracted randomly"
+                    : "Mature questions of a given level will be extracted ordered by date of last test"});
 }
 
 void Selection::m_disp_nr_mature()

@@ -47,9 +47,10 @@ public:
     void m_disp_nr_mature();
 
 private:
+    void settle();
     [[nodiscard]] bool ask_next(common::DateTime now);
     [[nodiscard]] std::optional<common::Int16> find_next_question(common::DateTime now);
-    void show_next_due(std::optional<common::DateTime> searched_at);
+    void show_next_due(bool found_nothing);
 
     store::Course& course_;
     store::CourseParamsStore& params_;

@@ -64,7 +64,7 @@ void Timers::timer_1_min_tick()
 /// verdict in the status line stays.
 void Timers::tell_about_work_time(const std::string& text)
 {
-    if (!state_.AwaitingVerdict)
+    if (!state_.verdict_requested())
         status_.ShowStatus(text, status_seconds);
 }
 

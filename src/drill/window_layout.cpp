@@ -56,7 +56,7 @@ void WindowLayout::relayout_shared_place()
         return;
     status_.withdraw_about_list();
     // The list's status text may have replaced the request for a verdict.
-    if (state_.AwaitingVerdict)
+    if (state_.verdict_requested())
         status_.ask_for_verdict();
 }
 

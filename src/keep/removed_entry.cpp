@@ -28,6 +28,8 @@ std::string_view words_of(Reason reason)
         return "deleted";
     case Reason::replaced:
         return "replaced by an edit";
+    case Reason::perhaps_unsaved:
+        return "typed and perhaps not saved";
     case Reason::unsaved:
         break;
     }

@@ -10,7 +10,12 @@
 namespace cuedrill::keep {
 
 /// Why texts are kept.
-enum class Reason { deleted, replaced, unsaved };
+enum class Reason {
+    deleted,
+    replaced,
+    unsaved,
+    perhaps_unsaved ///< it is not known whether they are saved
+};
 
 /// Texts that leave a course or never reached it.
 struct RemovedTexts {

@@ -9,6 +9,13 @@ Logic::Logic(const LogicPlatform& platform) : p(platform)
     bank.before_loss = [this](bank::Loss loss, const store::QaTexts& texts) { kept.keep_lost(loss, texts); };
     course.when_stored = [this](const store::StoredChange& change) { history.note(change); };
     statistics.when_counted = [this] { due_picture.ask(); };
+    course.when_stored_after_all = [this] {
+        title.set_window_title();
+        options.show_course();
+        layout.RelayoutWindow();
+        statistics.refresh_counts();
+        display.refresh_figures();
+    };
     end_of_program.before_end = [this] {
         editor.forget();
         history.course_closing();

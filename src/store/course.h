@@ -93,6 +93,10 @@ public:
     /// Calls `when_stored`, if somebody listens.
     void tell_stored(const StoredChange& change) const;
 
+    /// Called when a change of unknown outcome has turned out to be stored and memory is updated, to show it. No
+    /// transaction is open then. It may read the course and throw what that throws.
+    std::function<void()> when_stored_after_all;
+
     /// For `settle` (see course_transaction.h).
     std::optional<UnsettledChange> unsettled;
 

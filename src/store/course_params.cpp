@@ -8,7 +8,6 @@
 #include <cmath>
 #include <optional>
 #include <string>
-#include <utility>
 
 namespace cuedrill::store {
 namespace {
@@ -167,19 +166,40 @@ void CourseParamsStore::read_counters(common::DateTime now)
 
 void CourseParamsStore::write_params()
 {
-    store_settings(course_.params);
+    change_params([](CourseParams&) {});
 }
 
-void CourseParamsStore::change_params(const CourseParams& changed)
+void CourseParamsStore::change_params(const std::function<void(CourseParams&)>& edit)
 {
-    store_settings(changed);
-    // Beginning the transaction may have settled an earlier verdict, which updates the counters in memory.
-    CourseParams params = changed;
-    params.time_ever = course_.params.time_ever;
-    params.time_today = course_.params.time_today;
-    params.last_date = course_.params.last_date;
-    params.score_today = course_.params.score_today;
-    course_.params = std::move(params);
+    CourseTransaction transaction(course_);
+    CourseParams changed = course_.params;
+    edit(changed);
+    const std::vector<StoredParam> settings = settings_of(changed);
+    store_values(course_, settings);
+    const auto take_over = [this, changed] { adopt(changed); };
+    transaction.commit({.is_stored = [this, settings] { return holds_values(course_, settings); },
+                        .when_stored_after_all = take_over});
+    take_over();
+}
+
+/// Makes the six settings those of the course. Its counters stay.
+void CourseParamsStore::adopt(const CourseParams& settings)
+{
+    CourseParams& params = course_.params;
+    if (settings.target_level > params.target_level)
+        course_.all_passed_announced = false;
+    const bool turned = settings.invert != params.invert;
+    params.course_title = settings.course_title;
+    params.invert = settings.invert;
+    params.random_mode = settings.random_mode;
+    params.list_mode = settings.list_mode;
+    params.always_type = settings.always_type;
+    params.target_level = settings.target_level;
+    if (turned) {
+        course_.set_side_fields();
+        // The last verdict belongs to the other direction.
+        course_.last_verdict.reset();
+    }
 }
 
 std::vector<StoredParam> CourseParamsStore::settings_of(const CourseParams& params) const
@@ -197,17 +217,10 @@ void CourseParamsStore::change_font(const std::string& font)
     CourseTransaction transaction(course_);
     const std::vector<StoredParam> changed{{"font", text_column, font}};
     store_values(course_, changed);
-    transaction.commit({.is_stored = [this, changed] { return holds_values(course_, changed); }});
-    course_.params.font = font;
-}
-
-void CourseParamsStore::store_settings(const CourseParams& params)
-{
-    CourseTransaction transaction(course_);
-    const std::vector<StoredParam> settings = settings_of(params);
-    store_values(course_, settings);
-    // If the outcome stays unknown, the settings in memory are not changed. The next change stores all six again.
-    transaction.commit({.is_stored = [this, settings] { return holds_values(course_, settings); }});
+    const auto take_over = [this, font] { course_.params.font = font; };
+    transaction.commit(
+        {.is_stored = [this, changed] { return holds_values(course_, changed); }, .when_stored_after_all = take_over});
+    take_over();
 }
 
 void CourseParamsStore::save_work_time(common::DateTime now)

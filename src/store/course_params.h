@@ -4,6 +4,7 @@
 #include "platform/database.h"
 #include "store/course.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -43,14 +44,19 @@ public:
     /// @throws platform::DatabaseError; nothing is stored then.
     void write_params();
 
-    /// Stores the settings as `changed` has them, and only when that has succeeded makes them those of the course. The
-    /// counters of `changed` do not matter.
+    /// Stores the settings as `edit` leaves them, and only when that has succeeded makes them those of the course. In
+    /// another direction the columns of the sides are exchanged and no verdict can be undone; a higher target level is
+    /// announced again when all questions have passed it.
+    /// @param edit gets the parameters of the course, after an earlier change of unknown outcome was settled. The
+    /// counters do not matter.
     /// @throws platform::DatabaseError; nothing has changed then.
-    void change_params(const CourseParams& changed);
+    /// @throws OutcomeUnknown if it is not known whether they are stored; `settle` finds out.
+    void change_params(const std::function<void(CourseParams&)>& edit);
 
     /// Stores the font of questions and answers, and only when that has succeeded makes it that of the course.
     /// @param font empty for the standard font.
     /// @throws platform::DatabaseError; nothing has changed then.
+    /// @throws OutcomeUnknown
     void change_font(const std::string& font);
 
     /// Stores the work counters as they are at `now`: what was read at opening and the work time since. Calling it
@@ -65,7 +71,7 @@ public:
     [[nodiscard]] double time_ever(common::DateTime now) const;
 
 private:
-    void store_settings(const CourseParams& params);
+    void adopt(const CourseParams& settings);
     [[nodiscard]] std::vector<StoredParam> settings_of(const CourseParams& params) const;
     [[nodiscard]] std::string stored_title(const CourseParams& params) const;
     void read_target_level();

@@ -69,8 +69,12 @@ void settle(Course& course)
         return;
     const bool stored = find_out(*course.unsettled);
     const UnsettledChange settled_change = *std::exchange(course.unsettled, std::nullopt);
-    if (stored && settled_change.change.when_stored_after_all)
+    if (!stored)
+        return;
+    if (settled_change.change.when_stored_after_all)
         settled_change.change.when_stored_after_all();
+    if (course.when_stored_after_all)
+        course.when_stored_after_all();
 }
 
 } // namespace cuedrill::store

@@ -32,8 +32,9 @@ private:
     platform::Transaction transaction_;
 };
 
-/// Finds out the outcome of the last change if it is unknown, and updates memory if the change is stored.
-/// @throws OutcomeUnknown if the course still cannot be read.
+/// Finds out the outcome of the last change if it is unknown. If the change is stored, updates memory and calls
+/// `Course::when_stored_after_all`.
+/// @throws OutcomeUnknown if the course still cannot be read; whatever that hook throws, when memory is updated.
 void settle(Course& course);
 
 } // namespace cuedrill::store

@@ -91,6 +91,89 @@ TEST_F(Commands, title_of_the_course_is_changed)
     EXPECT_EQ(fakes::read_course(path).param("course_title")->string_value, "Capitals");
 }
 
+TEST_F(Commands, settings_that_turn_out_to_be_stored_are_shown)
+{
+    const auto make_unknown = [this] {
+        database.fail_commit(true);
+        database.fail_at(fakes::Operation::query);
+        desktop.expect_box(
+            "The course " + path +
+            " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+            "stored, because the course cannot be read again.");
+    };
+    desktop.expect_input("New title?", "Capitals");
+    make_unknown();
+    choose("m_change_course_title");
+    EXPECT_EQ(form1.window.caption_value, "Cuedrill: Course course [course]");
+    form1.timer_1_min.tick();
+    EXPECT_EQ(form1.window.caption_value, "Cuedrill: Capitals [course]");
+
+    desktop.expect_input("New target level (1 to 10)?", "2");
+    make_unknown();
+    choose("m_change_target_level");
+    ASSERT_EQ(form1.screen.panel_nr_unpassed.text, "2");
+    form1.timer_1_min.tick();
+    EXPECT_EQ(entry("m_change_target_level").caption_value, "Change &target level  (now 2)");
+
+    make_unknown();
+    choose("m_always_let_me_type");
+    EXPECT_FALSE(entry("m_always_let_me_type").checked);
+    form1.timer_1_min.tick();
+    EXPECT_TRUE(entry("m_always_let_me_type").checked);
+}
+
+TEST_F(Commands, undo_shows_what_it_has_found_to_be_stored)
+{
+    yes();
+    ASSERT_EQ(form1.screen.panel_total.text, "3");
+    desktop.expect_box("Are you sure you want to delete question \"France?\" and its asnwer?",
+                       platform::BoxAnswer::yes);
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query, 2); // the first query reads the old texts
+    desktop.expect_box("The course " + path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    choose("m_delete");
+    ASSERT_EQ(form1.screen.panel_total.text, "3");
+    choose("m_undo");
+    EXPECT_EQ(logic->course.record_count, 2);
+    EXPECT_EQ(form1.screen.panel_total.text, "2");
+}
+
+TEST_F(Commands, minute_shows_a_verdict_that_turns_out_to_be_stored)
+{
+    yes();
+    yes();
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query, 2); // the first query reads the record
+    desktop.expect_box("The course " + path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    yes();
+    ASSERT_EQ(form1.screen.Panel_score.text, "0");
+    form1.timer_1_min.tick();
+    EXPECT_EQ(form1.screen.Panel_score.text, "1");
+    EXPECT_EQ(form1.screen.panel_level[4].count, 1);
+}
+
+TEST_F(Commands, minute_shows_a_reset_that_turns_out_to_be_stored)
+{
+    yes();
+    ASSERT_NE(form1.screen.PANEL_Q_LEVEL.text, "0");
+    desktop.expect_box("This will set all question at level 0; do you really want to do this?",
+                       platform::BoxAnswer::yes);
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::open_recordset);
+    desktop.expect_box("The course " + path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    choose("m_reset_all");
+    ASSERT_EQ(question(), "France?");
+    form1.timer_1_min.tick();
+    EXPECT_EQ(form1.screen.panel_level[0].count, 3);
+    EXPECT_EQ(form1.screen.PANEL_Q_LEVEL.text, "0");
+}
+
 TEST_F(Commands, import_adds_to_the_course_and_shows_the_last_record)
 {
     const std::string file = folder.write("more.txt", "@Q@ Norway? @A@ Oslo\r\n@Q@ Peru? @A@ Lima\r\n");
@@ -129,6 +212,26 @@ TEST_F(Commands, import_takes_the_request_for_a_verdict_away)
     EXPECT_EQ(answer(), "");
     EXPECT_FALSE(logic->state.AwaitingVerdict);
     EXPECT_FALSE(press("+")) << "the answer of the new question has not been shown";
+}
+
+class FirstRecord : public DrillFixture {};
+
+TEST_F(FirstRecord, is_asked_where_it_turns_out_to_be_stored)
+{
+    desktop.expect_box("You have passed level 5 for all questions.");
+    start();
+    write_new("Norway?", "Oslo");
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query, 3); // earlier queries look for a duplicate and for the record number
+    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
+                       "\r\n\r\nThe course " +
+                       path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    toolbar(10);
+    desktop.expect_box("Do you want to save the changes?", platform::BoxAnswer::no);
+    toolbar(1);
+    EXPECT_EQ(question(), "Norway?");
 }
 
 class Inversion : public Commands {};
@@ -182,6 +285,119 @@ TEST_F(Inversion, that_cannot_be_stored_changes_nothing)
     EXPECT_EQ(logic->course.Q_FIELD.text, "q");
     EXPECT_EQ(question(), "France?");
     EXPECT_EQ(fakes::read_course(path).number("invert"), 0);
+}
+
+/// The commit of the new direction fails, and the course cannot be read right after it.
+class InversionOfUnknownOutcome : public Inversion {
+protected:
+    void invert(bool stored)
+    {
+        database.fail_commit(stored);
+        database.fail_at(fakes::Operation::query);
+        desktop.expect_box(
+            "The course " + path +
+            " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+            "stored, because the course cannot be read again.");
+        choose("m_invert");
+        EXPECT_FALSE(entry("m_invert").checked);
+    }
+};
+
+TEST_F(InversionOfUnknownOutcome, leaves_no_question_that_could_be_judged)
+{
+    for (const bool is_stored : {false, true}) {
+        SCOPED_TRACE(is_stored);
+        choose("m_display_next_question");
+        ASSERT_NE(question(), "");
+        invert(is_stored);
+        EXPECT_EQ(question(), "");
+        EXPECT_EQ(logic->state.shown.current_cnt(), 0);
+        EXPECT_FALSE(entry("m_set_success").is_enabled);
+    }
+}
+
+TEST_F(InversionOfUnknownOutcome, is_settled_before_the_next_question_is_chosen)
+{
+    yes();
+    invert(true);
+    const fakes::SideRow before = stored(1).q_side;
+    choose("m_display_next_question");
+    EXPECT_EQ(question(), "Paris") << "the first of those that were never tested in this direction";
+    EXPECT_TRUE(entry("m_invert").checked);
+    EXPECT_EQ(form1.screen.panel_level[2].count, 0);
+    choose("m_set_success");
+    EXPECT_EQ(stored(1).q_side, before);
+    EXPECT_EQ(stored(1).a_side, (fakes::SideRow{1, std::nullopt, 3, clock.time, clock.time}));
+}
+
+TEST_F(InversionOfUnknownOutcome, which_is_not_stored_leaves_the_direction)
+{
+    yes();
+    invert(false);
+    choose("m_display_next_question");
+    EXPECT_EQ(question(), "France?");
+    EXPECT_FALSE(entry("m_invert").checked);
+    choose("m_set_success");
+    EXPECT_EQ(stored(1).q_side, (fakes::SideRow{5, 1, 4, clock.time, clock.time}));
+}
+
+TEST_F(InversionOfUnknownOutcome, shows_no_question_while_it_is_unknown)
+{
+    yes();
+    invert(true);
+    database.fail_at(fakes::Operation::query);
+    desktop.expect_box("The course " + path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    choose("m_display_next_question");
+    EXPECT_EQ(question(), "");
+    EXPECT_EQ(logic->state.shown.current_cnt(), 0);
+}
+
+TEST_F(InversionOfUnknownOutcome, leaves_the_lines_of_a_list_to_their_records)
+{
+    choose("m_show_all");
+    invert(true);
+    user([this] { form1.listav.click(1); });
+    EXPECT_EQ(logic->state.shown.current_cnt(), 2);
+    EXPECT_EQ(question(), "Rome");
+    EXPECT_TRUE(entry("m_invert").checked);
+    choose("m_recall_find_list");
+    user([this] { form1.listav.click(2); });
+    EXPECT_EQ(logic->state.shown.current_cnt(), 3);
+}
+
+TEST_F(InversionOfUnknownOutcome, is_settled_before_a_new_record_is_typed)
+{
+    invert(true);
+    toolbar(9);
+    EXPECT_TRUE(entry("m_invert").checked);
+    form1.type(form1.Text_q, "Oslo");
+    form1.type(form1.Text_a, "Norway?");
+    toolbar(10);
+    EXPECT_EQ(stored(4).q, "Norway?");
+    EXPECT_EQ(stored(4).a, "Oslo");
+}
+
+TEST_F(InversionOfUnknownOutcome, is_settled_when_it_is_asked_for_again)
+{
+    invert(true);
+    choose("m_invert");
+    EXPECT_EQ(question(), "Paris") << "the menu has shown the other direction until now";
+    EXPECT_TRUE(entry("m_invert").checked);
+    EXPECT_EQ(fakes::read_course(path).number("invert"), 1);
+}
+
+TEST_F(InversionOfUnknownOutcome, forgets_the_last_verdict)
+{
+    yes();
+    yes();
+    yes();
+    invert(true);
+    const fakes::CourseContents before = fakes::read_course(path);
+    choose("m_undo");
+    EXPECT_EQ(fakes::read_course(path), before);
+    EXPECT_TRUE(entry("m_invert").checked);
 }
 
 // The new direction is stored; the question on display belongs to the old one.

@@ -18,6 +18,7 @@ using platform::BoxAnswer;
 
 constexpr const char* offer = "Do you want to save the changes?";
 constexpr const char* not_saved = "Not saved. Kept in removed.txt.";
+constexpr const char* perhaps_not_saved = "Perhaps not saved. Kept in removed.txt.";
 constexpr const char* deleted = "Deleted. Kept in removed.txt.";
 
 /// The first question is on display. The data folder does not exist yet.
@@ -356,7 +357,32 @@ TEST_F(Leaving, after_a_save_of_unknown_outcome_keeps_the_texts)
     toolbar(10);
     press(platform::Key::escape);
     EXPECT_EQ(status(), "It is not known whether the changes are saved.");
-    expect_kept(entry("typed and not saved", "Norway?", "Oslo"));
+    expect_kept(entry("typed and perhaps not saved", "Norway?", "Oslo"));
+    toolbar(1);
+    pass(0.25);
+    EXPECT_EQ(status(), perhaps_not_saved);
+}
+
+TEST_F(Leaving, for_the_next_question_after_a_save_of_unknown_outcome_says_that_nobody_can_tell)
+{
+    write_new("Norway?", "Oslo");
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query, 3);
+    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
+                       "\r\n\r\nThe course " +
+                       path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    toolbar(10);
+    form1.Text_a.text_value = "Bergen";
+    pass(2);
+    EXPECT_EQ(data("draft-1.txt"), "\xEF\xBB\xBF" + entry("typed and perhaps not saved", "Norway?", "Bergen"));
+    expect_offer(BoxAnswer::no);
+    toolbar(1);
+    EXPECT_EQ(question(), "France?");
+    expect_kept(entry("typed and perhaps not saved", "Norway?", "Bergen"));
+    pass(0.25);
+    EXPECT_EQ(status(), perhaps_not_saved);
 }
 
 struct Way {

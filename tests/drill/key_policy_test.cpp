@@ -271,6 +271,23 @@ TEST_F(KeyEchoes, are_only_repetitions_after_a_box_that_the_user_has_closed)
     EXPECT_TRUE(is_echo_after(0.1, enter)) << "the next command has closed none";
 }
 
+TEST_F(KeyEchoes, are_only_repetitions_after_a_key_pressed_in_a_box)
+{
+    const KeyPress enter{.key = Key::enter};
+    std::int64_t milliseconds = 0;
+    const auto press = [&](bool in_box) {
+        clock.steady_seconds_more += 3;
+        milliseconds += 3000; // no bounce
+        EXPECT_EQ(policy.judge({.kind = KeyKind::enter, .milliseconds = milliseconds, .in_box = in_box}),
+                  KeyJudgement::meant);
+    };
+    policy.run(enter, [&] { press(true); });
+    EXPECT_TRUE(is_echo_after(0.1, {.key = Key::enter, .auto_repeat = true}));
+    EXPECT_FALSE(is_echo_after(0.01, enter));
+    policy.run(enter, [&] { press(false); });
+    EXPECT_TRUE(is_echo_after(0.1, enter)) << "no box was open";
+}
+
 TEST_F(KeyEchoes, are_not_the_same_key_with_a_modifier)
 {
     const KeyPress combination{.key = Key::enter, .modifier = platform::KeyModifier::control};

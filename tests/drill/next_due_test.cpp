@@ -103,6 +103,16 @@ TEST_F(NextDueTold, is_told_of_no_question_just_shown_where_there_was_none)
     EXPECT_EQ(current_cnt(), 2);
 }
 
+TEST_F(NextDueTold, is_another_one_where_that_came_while_the_box_was_open)
+{
+    builder.question("a").level(0).tested_ago(1h);
+    open(builder);
+    display.take_for_record(1);
+    // Another program adds a question, which was never tested.
+    desktop.on_box = [this] { engine.database.execute("Insert into qa (q, a, q_successes) values ('b', 'B', 1)"); };
+    expect_told("The next question is due now. 2 questions are due by the end of the day.");
+}
+
 TEST_F(NextDueTold, is_a_time_to_come_where_the_clock_was_put_back_while_the_box_was_open)
 {
     builder.question("a").level(0).tested_ago(1h);

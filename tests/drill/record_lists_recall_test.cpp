@@ -73,7 +73,6 @@ protected:
     {
         logic->course.params.invert = inverted = !inverted;
         logic->course.set_side_fields();
-        logic->last_list.exchange_sides();
     }
 
     void expect_to_lead_to(const std::string& line, common::Int16 cnt)

@@ -193,11 +193,7 @@ protected:
     void invert()
     {
         model.invert();
-        store::CourseParams changed = course.params;
-        changed.invert = !changed.invert;
-        params.change_params(changed);
-        course.set_side_fields();
-        course.last_verdict.reset();
+        params.change_params([](store::CourseParams& changed) { changed.invert = !changed.invert; });
         statistics.refresh_counts();
     }
 

@@ -9,6 +9,8 @@ namespace {
 using platform::Key;
 using platform::KeyPress;
 
+constexpr const char* verdict_request = "Press '+' or '-' to indicate success or failure";
+
 /// The question "France?" is on display.
 class AnswerKeys : public DrillFixture {
 protected:
@@ -28,7 +30,7 @@ protected:
         EXPECT_EQ(answer(), "Paris");
         EXPECT_TRUE(logic->state.AwaitingVerdict);
         EXPECT_TRUE(logic->state.AnswerShown);
-        EXPECT_EQ(status(), "Press '+' or '-' to indicate success or failure");
+        EXPECT_EQ(status(), verdict_request);
         EXPECT_FALSE(form1.screen.panel_a.visible);
     }
 
@@ -92,6 +94,51 @@ TEST_F(AnswerKeys, minus_in_an_empty_box_reveals_the_answer_on_red)
     EXPECT_EQ(answer(), "Paris");
     EXPECT_EQ(form1.Text_a.background, common::light_red);
     expect_not_judged();
+}
+
+TEST_F(AnswerKeys, minus_leaves_the_request_for_a_verdict_when_hints_are_switched)
+{
+    press_in_answer("-");
+    ASSERT_EQ(status(), verdict_request);
+    choose("m_list_mode");
+    EXPECT_EQ(status(), verdict_request);
+    EXPECT_EQ(form1.Text_a.background, common::light_red);
+    choose("m_list_mode");
+    EXPECT_EQ(status(), verdict_request);
+}
+
+TEST_F(AnswerKeys, minus_leaves_the_request_for_a_verdict_behind_a_list)
+{
+    press_in_answer("-");
+    choose("m_show_all");
+    ASSERT_NE(status(), verdict_request);
+    choose("m_view_stats");
+    EXPECT_EQ(status(), verdict_request);
+}
+
+TEST_F(AnswerKeys, minus_leaves_the_request_for_a_verdict_that_is_not_stored)
+{
+    press_in_answer("-");
+    database.fail_at(fakes::Operation::execute);
+    desktop.expect_box("The course " + path + " could not be read or written.\r\n\r\nThe disk is full.");
+    press_in_answer("-");
+    expect_not_judged();
+    EXPECT_EQ(status(), verdict_request);
+}
+
+TEST_F(AnswerKeys, minus_leaves_the_request_for_a_verdict_where_the_work_time_cannot_be_stored)
+{
+    press_in_answer("-");
+    database.fail_at(fakes::Operation::execute);
+    form1.timer_1_min.tick();
+    EXPECT_EQ(status(), verdict_request);
+}
+
+TEST_F(AnswerKeys, plus_asks_for_no_verdict)
+{
+    press_in_answer("+");
+    choose("m_list_mode");
+    EXPECT_EQ(status(), "");
 }
 
 TEST_F(AnswerKeys, second_sign_is_the_verdict_whatever_the_first_one_was)

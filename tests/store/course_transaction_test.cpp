@@ -129,18 +129,90 @@ TEST_F(CommitOrFindOut, leaves_nothing_open_when_the_course_is_closed)
 TEST_F(CommitOrFindOut, holds_for_the_settings)
 {
     params.read_params();
-    CourseParams changed = course.params;
-    changed.invert = true;
     database.fail_commit(true);
-    params.change_params(changed);
+    params.change_params([](CourseParams& changed) { changed.invert = true; });
     EXPECT_TRUE(course.params.invert);
     EXPECT_EQ(file().number("invert"), 1);
 
-    changed.invert = false;
     database.fail_commit(false);
-    EXPECT_THROW(params.change_params(changed), platform::CommitError);
+    EXPECT_THROW(params.change_params([](CourseParams& changed) { changed.invert = false; }), platform::CommitError);
     EXPECT_TRUE(course.params.invert);
     EXPECT_EQ(file().number("invert"), 1);
+}
+
+TEST_F(CommitOrFindOut, makes_settings_the_course_s_own_that_turn_out_to_be_stored)
+{
+    params.read_params();
+    course.set_side_fields();
+    for (const bool stored : {false, true}) {
+        SCOPED_TRACE(stored);
+        course.last_verdict = LastVerdict{.cnt = 1};
+        course.all_passed_announced = true;
+        database.fail_commit(stored);
+        database.fail_at(fakes::Operation::query);
+        EXPECT_THROW(params.change_params([](CourseParams& changed) {
+            changed.course_title = "New";
+            changed.invert = true;
+            changed.target_level = 6;
+        }),
+                     OutcomeUnknown);
+        EXPECT_EQ(course.params.course_title, "Course Verbs");
+        EXPECT_FALSE(course.params.invert);
+        course.params.score_today = 7;
+        settle(course);
+        EXPECT_EQ(course.params.course_title, stored ? "New" : "Course Verbs");
+        EXPECT_EQ(course.params.invert, stored);
+        EXPECT_EQ(course.params.target_level, stored ? 6 : 5);
+        EXPECT_EQ(course.params.score_today, 7) << "a counter";
+        EXPECT_EQ(course.Q_FIELD.text, stored ? "a" : "q");
+        EXPECT_EQ(course.last_verdict.has_value(), !stored);
+        EXPECT_EQ(course.all_passed_announced, !stored);
+    }
+    EXPECT_EQ(file().param("course_title")->string_value, "New");
+}
+
+TEST_F(CommitOrFindOut, keeps_settings_that_turn_out_to_be_stored_in_the_next_change)
+{
+    params.read_params();
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query);
+    EXPECT_THROW(params.change_params([](CourseParams& changed) { changed.course_title = "New"; }), OutcomeUnknown);
+    params.change_params([](CourseParams& changed) { changed.random_mode = true; });
+    EXPECT_EQ(course.params.course_title, "New");
+    EXPECT_EQ(file().param("course_title")->string_value, "New");
+    EXPECT_EQ(file().number("random_mode"), 1);
+}
+
+TEST_F(CommitOrFindOut, makes_a_font_the_course_s_own_that_turns_out_to_be_stored)
+{
+    params.read_params();
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query);
+    EXPECT_THROW(params.change_font("Serif"), OutcomeUnknown);
+    EXPECT_EQ(course.params.font, "");
+    settle(course);
+    EXPECT_EQ(course.params.font, "Serif");
+}
+
+TEST_F(CommitOrFindOut, calls_the_hook_once_memory_is_updated)
+{
+    int shown = 0;
+    course.when_stored_after_all = [&] {
+        ++shown;
+        EXPECT_EQ(late, 1);
+        EXPECT_FALSE(course.unsettled);
+    };
+    database.fail_commit(true);
+    change_answer();
+    EXPECT_EQ(shown, 0) << "the caller shows it";
+    database.execute("Update qa set a = 'Paris'");
+    for (const bool stored : {false, true}) {
+        database.fail_commit(stored);
+        database.fail_at(fakes::Operation::query);
+        EXPECT_THROW(change_answer(), OutcomeUnknown);
+        settle(course);
+        EXPECT_EQ(shown, stored ? 1 : 0);
+    }
 }
 
 TEST_F(CommitOrFindOut, holds_for_the_work_time)

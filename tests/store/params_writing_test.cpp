@@ -21,13 +21,11 @@ protected:
         database.forget();
     }
 
-    static CourseParams other_params(const CourseParams& params)
+    static void change_all(CourseParams& params)
     {
-        CourseParams changed = params;
-        changed.course_title = "Irregular verbs";
-        changed.invert = changed.random_mode = changed.list_mode = changed.always_type = true;
-        changed.target_level = 9;
-        return changed;
+        params.course_title = "Irregular verbs";
+        params.invert = params.random_mode = params.list_mode = params.always_type = true;
+        params.target_level = 9;
     }
 
     void expect_defaults_in_memory() const
@@ -44,7 +42,7 @@ protected:
 TEST_F(WriteParams, stores_the_six_settings_in_their_order)
 {
     open(CourseBuilder(), "Verbs");
-    course.params = other_params(course.params);
+    change_all(course.params);
     params.write_params();
     EXPECT_EQ(file().params, (std::vector<ParamRow>{{.param = "random_mode", .number_value = 1},
                                                     {.param = "course_title", .string_value = "Irregular verbs"},
@@ -99,7 +97,7 @@ TEST_F(WriteParams, shortens_a_default_title_that_does_not_fit)
 TEST_F(WriteParams, makes_a_change_the_course_s_own_once_it_is_stored)
 {
     open_with_defaults();
-    params.change_params(other_params(course.params));
+    params.change_params(change_all);
     EXPECT_EQ(course.params.course_title, "Irregular verbs");
     EXPECT_TRUE(course.params.always_type);
     EXPECT_EQ(course.params.target_level, 9);
@@ -116,6 +114,30 @@ TEST_F(WriteParams, stores_all_in_one_transaction)
     EXPECT_EQ(database.count(Operation::execute), 6);
 }
 
+TEST_F(WriteParams, exchanges_the_sides_in_another_direction_and_forgets_the_last_verdict)
+{
+    open_with_defaults();
+    course.set_side_fields();
+    course.last_verdict = LastVerdict{.cnt = 1};
+    params.change_params([](CourseParams& changed) { changed.random_mode = true; });
+    EXPECT_EQ(course.Q_FIELD.text, "q");
+    EXPECT_TRUE(course.last_verdict);
+    params.change_params([](CourseParams& changed) { changed.invert = true; });
+    EXPECT_EQ(course.Q_FIELD.text, "a");
+    EXPECT_EQ(course.A_FIELD.text, "q");
+    EXPECT_FALSE(course.last_verdict);
+}
+
+TEST_F(WriteParams, announces_only_a_higher_target_again)
+{
+    open_with_defaults();
+    course.all_passed_announced = true;
+    params.change_params([](CourseParams& changed) { changed.target_level = 4; });
+    EXPECT_TRUE(course.all_passed_announced);
+    params.change_params([](CourseParams& changed) { changed.target_level = 5; });
+    EXPECT_FALSE(course.all_passed_announced);
+}
+
 /// Proves that memory and file are as before when storing fails at any step.
 class FailingChange : public WriteParams, public testing::WithParamInterface<std::pair<Operation, int>> {};
 
@@ -124,7 +146,7 @@ TEST_P(FailingChange, changes_neither_memory_nor_file)
     open_with_defaults();
     const CourseContents before = file();
     database.fail_at(GetParam().first, GetParam().second);
-    EXPECT_THROW(params.change_params(other_params(course.params)), DatabaseError);
+    EXPECT_THROW(params.change_params(change_all), DatabaseError);
     expect_defaults_in_memory();
     EXPECT_EQ(file(), before);
     EXPECT_EQ(database.transaction_depth(), 0);

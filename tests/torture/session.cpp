@@ -210,19 +210,16 @@ void Session::save(std::optional<common::Int16> changed, std::uint64_t number)
 
 void Session::change_settings(std::uint64_t number, bool invert)
 {
-    store::CourseParams changed = course_.params;
-    if (invert) {
-        changed.invert = !changed.invert;
-    } else {
-        changed.course_title = text_of(number, "Course ");
-        changed.list_mode = number % 3 == 0;
-        changed.random_mode = number % 5 == 0;
-        changed.target_level = static_cast<common::Int16>(1 + number % 10);
-    }
-    params_.change_params(changed);
-    if (invert)
-        course_.last_verdict.reset();
-    course_.set_side_fields();
+    params_.change_params([&](store::CourseParams& changed) {
+        if (invert) {
+            changed.invert = !changed.invert;
+        } else {
+            changed.course_title = text_of(number, "Course ");
+            changed.list_mode = number % 3 == 0;
+            changed.random_mode = number % 5 == 0;
+            changed.target_level = static_cast<common::Int16>(1 + number % 10);
+        }
+    });
 }
 
 void Session::import_group(std::uint64_t number)

@@ -21,9 +21,7 @@ int run(const Arguments& arguments, Surroundings& around)
     NewCourse made(path);
     if (const std::optional<std::string> title = arguments.value("--title")) {
         OpenedCourse opened(made.making(), OpenedCourse::For::writing, around, path);
-        store::CourseParams params = opened.course().params;
-        params.course_title = *title;
-        opened.params().change_params(params);
+        opened.params().change_params([&title](store::CourseParams& params) { params.course_title = *title; });
         opened.course().close();
     }
     made.finish();
