@@ -64,7 +64,7 @@ void LastList::keep_questions(bank::QuestionList questions, bool with_answers)
 void LastList::show_found(bank::ListLines found, const char* kind, bool of_questions)
 {
     keep(std::move(found), kind, of_questions);
-    set_for_list(list_.lines(), line_on_display(list_, find_in_questions_));
+    set_for_list(list_.lines(), line_on_display(list_, find_in_questions()));
 }
 
 void LastList::keep(bank::ListLines list, const char* kind, bool of_questions)
@@ -76,7 +76,7 @@ void LastList::keep(bank::ListLines list, const char* kind, bool of_questions)
 
 void LastList::recall_find_list()
 {
-    set_for_list(list_.lines(), line_on_display(list_, find_in_questions_));
+    set_for_list(list_.lines(), line_on_display(list_, find_in_questions()));
     status_.show_about_list("Lines of the last list: " + std::to_string(list_.list_count()), 0);
 }
 
