@@ -1,4 +1,5 @@
 #include "fakes/file_size_limit.h"
+#include "fakes/super_journal.h"
 #include "platform/system/system_open_courses.h"
 #include "tools/tool_fixture.h"
 #include "tools/verb.h"
@@ -56,6 +57,32 @@ TEST_F(WritingVerb, new_makes_a_course_without_records)
     EXPECT_EQ(err, "cuedrill-course: There is a file " + path + " already.\n");
     EXPECT_EQ(run({"new", folder.file("plain.crs")}), 0);
     EXPECT_TRUE(fakes::read_course(folder.file("plain.crs")).params.empty());
+}
+
+TEST_F(WritingVerb, touches_no_file_that_a_journal_beside_the_course_names)
+{
+    const std::vector<fakes::QaRow> before = rows(course);
+    const std::string precious = folder.write("diary.txt", "precious");
+    const std::string name = fakes::naming(precious);
+    const std::string bytes = std::string(512 - name.size(), 'j') + name;
+    const std::string journal = folder.write("course.crs-journal", bytes);
+    std::vector<std::vector<std::string>> lines = writing_lines();
+    lines.push_back({"info", course});
+    for (const std::vector<std::string>& line : lines) {
+        SCOPED_TRACE(line.front());
+        EXPECT_EQ(run(line), 2);
+        EXPECT_EQ(out, "");
+        EXPECT_EQ(err, "cuedrill-course: The course " + course +
+                           " cannot be opened. The file beside it, course.crs-journal, names another file that would "
+                           "be deleted. Nothing was changed or deleted. No course of this program has such a file: get "
+                           "the course once more from where it came from.\n");
+        EXPECT_EQ(folder.read("diary.txt"), "precious");
+        EXPECT_EQ(folder.read("course.crs-journal"), bytes);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.file("renumbered.crs")));
+    std::filesystem::remove(journal);
+    EXPECT_EQ(rows(course), before);
+    EXPECT_EQ(run({"info", course}), 0) << "nothing but the journal was in the way";
 }
 
 TEST_F(WritingVerb, fix_corrects_a_text_and_leaves_the_history)

@@ -18,9 +18,13 @@ struct ChildOutcome {
 /// from work, not fast work from slow.
 #if defined(__SANITIZE_ADDRESS__)
 inline constexpr unsigned most_child_seconds = 60;
+inline constexpr double most_course_seconds = most_child_seconds;
+inline constexpr long most_import_kilobytes = 4L * 1024 * 1024;
 inline constexpr long most_child_kilobytes = 4L * 1024 * 1024;
 #else
 inline constexpr unsigned most_child_seconds = 10;
+inline constexpr double most_course_seconds = 3;                   ///< to open and use any small course
+inline constexpr long most_import_kilobytes = 150'000'000L / 1024; ///< to import a text of any length
 inline constexpr long most_child_kilobytes = 256L * 1024;
 #endif
 

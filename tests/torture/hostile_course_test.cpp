@@ -72,6 +72,8 @@ protected:
     {
         if (!outcome.death.empty())
             return outcome.death + " after " + std::to_string(outcome.seconds) + " s";
+        if (outcome.seconds > most_course_seconds)
+            return "it took " + std::to_string(outcome.seconds) + " s of processor time";
         if (outcome.peak_kilobytes > most_child_kilobytes)
             return "it took " + std::to_string(outcome.peak_kilobytes) + " KiB";
         const bool is_told = outcome.words == "opens" || outcome.words.starts_with("refused:");

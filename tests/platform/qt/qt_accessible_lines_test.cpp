@@ -174,6 +174,29 @@ TEST_F(QtAccessibleLinesTest, LinesAreGoneWhenOthersAreShown)
     EXPECT_EQ(list().child(1)->text(QAccessible::Name), "elk");
 }
 
+// A long list must cost assistive technology nothing until it looks at a line.
+TEST_F(QtAccessibleLinesTest, NoLineIsMadeBeforeSomebodyLooksAtIt)
+{
+    constexpr int count = 9'000;
+    const bool was_active = QAccessible::isActive();
+    QAccessible::setActive(true);
+    box.set_lines(std::vector<std::string>(count, "line"));
+    view.setCurrentIndex({});
+    QCoreApplication::processEvents();
+    ASSERT_EQ(list().childCount(), count);
+    EXPECT_EQ(list().tableInterface()->rowCount(), count);
+    QAccessibleInterface* const looked_at = list().child(count / 2);
+    // The identifiers are given in order, so those of lines made before lie next to this one.
+    const QAccessible::Id id = QAccessible::uniqueId(looked_at);
+    int made = 0;
+    for (QAccessible::Id near = id - 2 * count; near != id + 2 * count; ++near) {
+        const QAccessibleInterface* const one = QAccessible::accessibleInterface(near);
+        made += one != nullptr && one->role() == QAccessible::ListItem ? 1 : 0;
+    }
+    EXPECT_EQ(made, 1);
+    QAccessible::setActive(was_active);
+}
+
 TEST_F(QtAccessibleLinesTest, ALineFarBelowIsOffscreen)
 {
     box.set_lines(std::vector<std::string>(10'000, "line"));

@@ -1,3 +1,4 @@
+#include "fakes/super_journal.h"
 #include "platform/sqlite/course_files.h"
 #include "platform/sqlite/engine_error.h"
 #include "platform/sqlite/support.h"
@@ -14,24 +15,8 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-std::string big_endian(std::size_t number)
-{
-    std::string bytes;
-    for (unsigned shift = 32; shift > 0; shift -= 8)
-        bytes += static_cast<char>((number >> (shift - 8)) & 0xFFU);
-    return bytes;
-}
-
-/// What the engine appends to the journal of a transaction over several files: the name of the file that lists their
-/// journals.
-std::string naming(const std::string& name)
-{
-    std::size_t sum = 0;
-    for (const char c : name)
-        sum += static_cast<std::size_t>(static_cast<signed char>(c));
-    return big_endian(0x40000000 / 4096 + 1) + name + big_endian(name.size()) + big_endian(sum) +
-           "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7";
-}
+using fakes::big_endian;
+using fakes::naming;
 
 /// A closed course with records, and a file of the user's own next to it.
 class Neighbours : public CourseTest {
