@@ -27,11 +27,12 @@ if(CUEDRILL_SANITIZERS)
         -fsanitize=${CUEDRILL_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(cuedrill_options INTERFACE -fsanitize=${CUEDRILL_SANITIZERS})
 endif()
-# In what is distributed, a fault of the program ends it instead of serving an attacker with a hostile file: checked copies,
+# A fault of the program ends it instead of serving an attacker with a hostile file: checked copies,
 # a guarded stack, tables of functions that are read-only from the start on. Position independence is the compilers' default.
+# The checked copies need an optimised build.
 target_compile_options(cuedrill_options INTERFACE
-    $<$<CONFIG:Release,RelWithDebInfo>:-D_FORTIFY_SOURCE=2 -fstack-protector-strong -fstack-clash-protection>)
-target_link_options(cuedrill_options INTERFACE $<$<CONFIG:Release,RelWithDebInfo>:-Wl,-z,relro,-z,now>)
+    -fstack-protector-strong -fstack-clash-protection $<$<CONFIG:Release,RelWithDebInfo>:-D_FORTIFY_SOURCE=2>)
+target_link_options(cuedrill_options INTERFACE -Wl,-z,relro,-z,now)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
