@@ -89,17 +89,20 @@ DateTime DateTime::from_fields(const CalendarFields& f)
 
 double DateTime::day_number() const
 {
-    const std::int64_t day = floor_div(seconds_, day_seconds);
-    return static_cast<double>(day) + static_cast<double>(seconds_ - day * day_seconds) / seconds_per_day;
+    return static_cast<double>(day()) + static_cast<double>(seconds_ - day() * day_seconds) / seconds_per_day;
+}
+
+std::int64_t DateTime::day() const
+{
+    return floor_div(seconds_, day_seconds);
 }
 
 CalendarFields DateTime::fields() const
 {
     using namespace std::chrono;
-    const std::int64_t day = floor_div(seconds_, day_seconds);
-    const auto rest = static_cast<int>(seconds_ - day * day_seconds);
+    const auto rest = static_cast<int>(seconds_ - day() * day_seconds);
     constexpr sys_days zero{std::chrono::year{1899} / 12 / 30};
-    const year_month_day date{zero + days{day}};
+    const year_month_day date{zero + days{day()}};
     return {.year = static_cast<int>(date.year()),
             .month = static_cast<int>(static_cast<unsigned>(date.month())),
             .day = static_cast<int>(static_cast<unsigned>(date.day())),
@@ -110,7 +113,12 @@ CalendarFields DateTime::fields() const
 
 DateTime DateTime::date_only() const
 {
-    return from_seconds(floor_div(seconds_, day_seconds) * day_seconds);
+    return from_seconds(day() * day_seconds);
+}
+
+DateTime DateTime::end_of_day(std::int64_t days_later) const
+{
+    return from_seconds((day() + days_later + 1) * day_seconds - 1);
 }
 
 DateTime DateTime::plus_days(double days) const

@@ -48,8 +48,14 @@ public:
 
     [[nodiscard]] CalendarFields fields() const;
 
+    /// Whole days from 1899-12-30 to this date; negative before it.
+    [[nodiscard]] std::int64_t day() const;
+
     /// The same date at 00:00:00.
     [[nodiscard]] DateTime date_only() const;
+
+    /// 23:59:59 of the date `days_later` days after this one.
+    [[nodiscard]] DateTime end_of_day(std::int64_t days_later = 0) const;
 
     /// This instant plus `days` (may be negative), rounded to the nearest second.
     [[nodiscard]] DateTime plus_days(double days) const;

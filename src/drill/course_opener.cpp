@@ -104,7 +104,7 @@ bool CourseOpener::show_file_dialog(const std::string& last, bool last_exists)
 {
     const platform::ChosenFile chosen =
         services_.desktop.open_file_dialog({.title = "Specify name of Cuedrill file to open or create",
-                                            .initial_folder = last_exists ? app::dir_of(last) : program_folder_,
+                                            .initial_folder = initial_folder(last, last_exists),
                                             .initial_file = last_exists ? app::file_of(last) : std::string(),
                                             .default_extension = "crs",
                                             .filter = "Cuedrill database file (*.crs)|*.crs"});
@@ -117,6 +117,16 @@ bool CourseOpener::show_file_dialog(const std::string& last, bool last_exists)
     // The title is a plain file name. The "/" before it keeps name_of from treating ":" and "\\" in it as separators.
     course_.course_name = app::name_of("/" + chosen.title);
     return true;
+}
+
+/// A user who has never opened a course begins where the sample is. In an installation of the user's own, the program's
+/// folder is another one, that of the executable.
+std::string CourseOpener::initial_folder(const std::string& last, bool last_exists) const
+{
+    if (last_exists)
+        return app::dir_of(last);
+    const std::string folder_with_course = last.empty() ? services_.sample.folder_with_course() : std::string();
+    return folder_with_course.empty() ? program_folder_ : folder_with_course;
 }
 
 void CourseOpener::prepare_chosen_course()

@@ -39,7 +39,8 @@ public:
         SampleCourse& sample;
     };
 
-    /// @param program_folder initial folder of the first file dialog.
+    /// @param program_folder initial folder of the file dialog where neither the course used last time nor, for a user
+    /// who has opened none, a course in the data folder says where to begin.
     /// @param start_time when the program started.
     CourseOpener(store::Course& course, store::CourseParamsStore& params, MainWindow& main_window,
                  const Services& services, std::string program_folder, common::DateTime start_time);
@@ -71,6 +72,7 @@ private:
     bool take_command_line_course();
     bool choose_course(bool ask_user);
     bool show_file_dialog(const std::string& last, bool last_exists);
+    [[nodiscard]] std::string initial_folder(const std::string& last, bool last_exists) const;
     void prepare_chosen_course();
     void open_course();
     void create_course();

@@ -24,7 +24,7 @@ void LastList::rebuild_shown_list()
         std::optional<bank::QuestionList> questions = list_questions(last_list_clause_, last_list_with_answers_);
         if (!questions)
             return;
-        listav_.replace_lines(std::move(questions->lines));
+        listav_.replace_lines(std::move(questions->lines), line_on_display(questions->list, true));
         keep_questions(std::move(*questions), last_list_with_answers_);
     } catch (const common::Error& error) {
         desktop_.message_box({.text = "The list is not up to date.\r\n\r\n" + store::words_about(error, course_),
@@ -80,7 +80,8 @@ void LastList::recall_find_list()
     status_.show_about_list("Lines of the last list: " + std::to_string(list_.list_count()), 0);
 }
 
-/// The first line of the record on display: the one that leads to it.
+/// The first line with the text of the record on display. A line holds no record number, and a click on it searches for
+/// its text, too: of records with the same text, all lines lead to the first record.
 std::optional<std::size_t> LastList::line_on_display(const bank::ListLines& list, bool of_questions) const
 {
     if (!state_.shown.is_question())

@@ -89,6 +89,15 @@ void SampleCourse::put_once()
     }
 }
 
+std::string SampleCourse::folder_with_course() const
+{
+    try {
+        return !data_folder_.empty() && data_folder_holds_course() ? data_folder_ : std::string();
+    } catch (const common::Error&) {
+        return {}; // most often because there is no such folder
+    }
+}
+
 /// Before the course is made: one that came back after the user has deleted it would be worse than none.
 bool SampleCourse::remember()
 {

@@ -39,6 +39,9 @@ public:
     /// noted in the trace.
     void put_once();
 
+    /// The data folder if it holds a course, this one or another; else "", also if the folder cannot be read.
+    [[nodiscard]] std::string folder_with_course() const;
+
 private:
     [[nodiscard]] bool remember();
     [[nodiscard]] bool data_folder_holds_course() const;

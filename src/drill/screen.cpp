@@ -87,8 +87,7 @@ std::string_view weekday(common::DateTime instant, std::size_t days)
     constexpr std::array<std::string_view, 7> names{"Saturday",  "Sunday",   "Monday", "Tuesday",
                                                     "Wednesday", "Thursday", "Friday"};
     constexpr std::int64_t week = 7;
-    constexpr std::int64_t day_seconds = 86400;
-    const std::int64_t day = instant.date_only().seconds() / day_seconds % week; // negative before day 0
+    const std::int64_t day = instant.day() % week; // negative before day 0
     return names.at((static_cast<std::size_t>(day + week) + days) % names.size());
 }
 

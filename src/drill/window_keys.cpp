@@ -97,17 +97,23 @@ bool WindowKeys::answer_is_shown() const
     return bank::same_text(form1_.Text_a.text(), state_.shown.loaded_answer(), services_.text_compare);
 }
 
-/// Gives the verdict on an answer on display. Otherwise "+" and "-" are ordinary characters, as they are while an
-/// answer is being typed, until the stored one is revealed.
-bool WindowKeys::on_sign(const platform::KeyPress& press)
+/// Whether "+" and "-" are verdicts now. While an answer is being typed they are characters of it, until the stored one
+/// is revealed.
+bool WindowKeys::awaits_sign() const
 {
     if (services_.editor.editing() || (state_.TypingMode && !state_.answer_revealed))
         return false;
     // If the stored answer is empty, the empty box equals it before anything is revealed.
     const bool shown = answer_is_shown() && (state_.answer_revealed || !state_.shown.loaded_answer().empty());
-    if (!services_.layout.question_on_display() || form1_.Text_q.text().empty() || !shown) {
+    return shown && services_.layout.question_on_display() && !form1_.Text_q.text().empty();
+}
+
+/// Gives the verdict on an answer on display.
+bool WindowKeys::on_sign(const platform::KeyPress& press)
+{
+    if (!awaits_sign()) {
         if (!press.auto_repeat)
-            tell_answer_is_missing();
+            tell_sign_is_none();
         return false;
     }
     if (press.auto_repeat)
@@ -122,10 +128,13 @@ bool WindowKeys::on_sign(const platform::KeyPress& press)
     return true;
 }
 
-/// Tells why "+" or "-" gives no verdict. In the answer box and in the list, it is a character.
-void WindowKeys::tell_answer_is_missing() const
+/// Tells what can be done instead of a verdict, unless the sign is a character: in the answer box it is typed, or
+/// reveals the answer; the question box takes it only in the editor. Everywhere else, also in the list, it does
+/// nothing.
+void WindowKeys::tell_sign_is_none() const
 {
-    if (!AnswerHasFocus() && !form1_.listav.has_focus())
+    const bool is_character = AnswerHasFocus() || (QuestionHasFocus() && services_.editor.editing());
+    if (!is_character)
         services_.narrator.tell_next_step();
 }
 

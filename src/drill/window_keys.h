@@ -53,8 +53,9 @@ private:
     void leave_boxes();
     void end_program();
     void close_shared_place();
-    void tell_answer_is_missing() const;
+    void tell_sign_is_none() const;
     [[nodiscard]] bool answer_is_shown() const;
+    [[nodiscard]] bool awaits_sign() const;
     [[nodiscard]] bool AnswerHasFocus() const { return form1_.Text_a.has_focus(); }
     [[nodiscard]] bool QuestionHasFocus() const { return form1_.Text_q.has_focus(); }
     [[nodiscard]] bool in_text_box() const { return AnswerHasFocus() || QuestionHasFocus(); }

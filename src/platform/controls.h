@@ -175,10 +175,12 @@ class ListBox : public Control {
 public:
     /// Shows these lines, scrolled to the first one.
     virtual void set_lines(std::vector<std::string> lines) = 0;
-    /// Replaces the lines by an updated version of the same list and keeps the scroll position.
-    virtual void replace_lines(std::vector<std::string> lines) = 0;
+    /// Replaces the lines by an updated version of the same list, of which `marked` is the line of the question on
+    /// display, and keeps the scroll position. The current line stays in its place, or goes with the mark if it was the
+    /// marked one.
+    virtual void replace_lines(std::vector<std::string> lines, std::optional<std::size_t> marked) = 0;
     /// Marks the line of the question on display, makes it current and scrolls to it; std::nullopt marks none. Setting
-    /// or replacing the lines takes the mark away.
+    /// the lines takes the mark away.
     virtual void mark_line(std::optional<std::size_t> line) = 0;
     virtual void set_name(std::string_view name) = 0;
     virtual void set_focus() = 0;

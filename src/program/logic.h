@@ -82,10 +82,10 @@ struct LogicPlatform {
     platform::Database& database;
     platform::Database& sample_database; ///< another one, in which the sample course is made
     std::string data_folder;             ///< where "removed.txt", and the copies and histories of courses are
-    std::string program_folder;          ///< where the trace, the agenda and the first file dialog are
-    std::string sample_questions{};      ///< full path of the question text of the sample course; "" for none
-    std::string documents_folder{};      ///< where the user keeps documents; "" for none
-    std::string web_page;                ///< the product's web page: an address or a full path
+    std::string program_folder;     ///< where the trace and the agenda are, and the file dialog if no course is known
+    std::string sample_questions{}; ///< full path of the question text of the sample course; "" for none
+    std::string documents_folder{}; ///< where the user keeps documents; "" for none
+    std::string web_page;           ///< the product's web page: an address or a full path
 };
 
 /// All objects of the logic, from the lowest layer to the highest; each member may use those above it.

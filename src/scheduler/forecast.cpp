@@ -4,7 +4,6 @@
 #include "store/course.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -27,7 +26,7 @@ common::DateTime mature_at(common::DateTime tested, std::optional<common::DateTi
 
 void add(Forecast& forecast, common::DateTime at, common::DateTime now)
 {
-    const auto day = static_cast<std::int64_t>(std::lround(common::days_between(now.date_only(), at.date_only())));
+    const std::int64_t day = at.day() - now.day();
     if (day < 0)
         ++forecast.overdue;
     else if (day == 0)
@@ -46,10 +45,9 @@ constexpr std::size_t new_part = dated_parts;
 /// The last second of each part: now, the end of today, and of each day.
 std::vector<common::DateTime> ends_of_parts(common::DateTime now)
 {
-    constexpr std::int64_t day_seconds = 86400;
     std::vector<common::DateTime> ends{now};
-    for (std::int64_t day = 1; ends.size() < dated_parts; ++day)
-        ends.push_back(common::DateTime::from_seconds(now.date_only().seconds() + day * day_seconds - 1));
+    for (std::int64_t day = 0; ends.size() < dated_parts; ++day)
+        ends.push_back(now.end_of_day(day));
     return ends;
 }
 

@@ -9,7 +9,6 @@ namespace cuedrill::scheduler {
 namespace {
 
 constexpr std::int64_t minute_seconds = 60;
-constexpr std::int64_t day_seconds = 86400;
 
 /// Parts of the statements about one group of questions: those of one level, or those with a null level, which counts
 /// as level 0.
@@ -75,16 +74,11 @@ std::string due_before_query(const std::vector<Group>& groups, double end)
         // The condition on the bare date lets the engine use the index. It is one second too wide, because a sum and a
         // difference round differently; the exact comparison follows.
         const std::string entered =
-            group.test + " < " + common::format_general(end - group.rest + 1.0 / day_seconds) + " and ";
+            group.test + " < " + common::format_general(end - group.rest + 1.0 / common::seconds_per_day) + " and ";
         sum += (sum.empty() ? "" : " + ") + count + group.test + " is null" + shown;
         sum.append(" + ").append(count).append(entered).append(group.due).append(before_end).append(shown);
     }
     return "Select " + sum;
-}
-
-common::DateTime end_of_day(common::DateTime instant)
-{
-    return common::DateTime::from_seconds(instant.date_only().seconds() + day_seconds - 1);
 }
 
 std::string clock_text(common::DateTime instant, bool with_seconds)
@@ -137,7 +131,8 @@ std::optional<NextDue> find_next_due(store::Course& course, const DeadTimes& dea
         due.at = common::DateTime::from_seconds(moment->seconds() + 1);
     }
     // Half a second earlier, because sums of days and fractions have rounding errors.
-    const double end = (static_cast<double>(end_of_day(std::max(due.at, now)).seconds()) - 0.5) / day_seconds;
+    const double end =
+        (static_cast<double>(std::max(due.at, now).end_of_day().seconds()) - 0.5) / common::seconds_per_day;
     due.by_end_of_day = store::single_number(course.database(), due_before_query(groups, end));
     return due;
 }

@@ -111,6 +111,28 @@ TEST(DateOnly, IsMidnightOfTheSameDate)
     EXPECT_EQ(DateTime::from_seconds(day_seconds).date_only().day_number(), 1.0);
 }
 
+TEST(Day, CountsWholeDaysBeforeDayZeroToo)
+{
+    EXPECT_EQ(DateTime().day(), 0);
+    EXPECT_EQ(DateTime::from_seconds(day_seconds - 1).day(), 0);
+    EXPECT_EQ(DateTime::from_seconds(day_seconds).day(), 1);
+    EXPECT_EQ(DateTime::from_seconds(-1).day(), -1);
+    EXPECT_EQ(DateTime::from_seconds(-day_seconds).day(), -1);
+    EXPECT_EQ(DateTime::from_seconds(-day_seconds - 1).day(), -2);
+}
+
+TEST(EndOfDay, IsTheLastSecondOfThatDateOrALaterOne)
+{
+    const CalendarFields today{.year = 2026, .month = 11, .day = 15, .hour = 23, .minute = 59, .second = 59};
+    EXPECT_EQ(morning.end_of_day().fields(), today);
+    EXPECT_EQ(morning.end_of_day().end_of_day(), morning.end_of_day());
+    const CalendarFields next_month{.year = 2026, .month = 12, .day = 1, .hour = 23, .minute = 59, .second = 59};
+    EXPECT_EQ(morning.end_of_day(16).fields(), next_month);
+    EXPECT_EQ(DateTime::from_seconds(-1).end_of_day(), DateTime::from_seconds(-1));
+    const DateTime last = DateTime::from_seconds((highest_day + 1) * day_seconds - 1);
+    EXPECT_EQ(last.end_of_day(7), last) << "there is no later one";
+}
+
 TEST(DaysBetween, EqualsTheFractionOfADayToTheLastBit)
 {
     for (const DateTime instant : many_instants()) {

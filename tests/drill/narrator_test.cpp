@@ -214,6 +214,49 @@ TEST_F(Told, a_sign_without_an_answer_on_display_says_what_to_do)
     EXPECT_EQ(stored(1).q_side.attempts, 4);
 }
 
+TEST_F(Told, a_sign_outside_the_boxes_says_what_to_do_while_an_answer_is_typed)
+{
+    start_with_three_questions();
+    yes();
+    toolbar(5);
+    type_answer("Par");
+    EXPECT_EQ(told([&] { EXPECT_FALSE(press("+")); }), Texts{}) << "a character of the answer box";
+    form1.bot_focus.set_focus();
+    EXPECT_EQ(told([&] { EXPECT_FALSE(press("+")); }), Texts{"Type the answer, then press Enter."});
+    EXPECT_EQ(told([&] { EXPECT_FALSE(press("+", true)); }), Texts{}) << "held down";
+}
+
+TEST_F(Told, a_sign_in_the_list_says_what_to_do)
+{
+    start_with_three_questions();
+    choose("m_show_all");
+    ASSERT_TRUE(form1.listav.has_focus());
+    EXPECT_EQ(told([&] { EXPECT_FALSE(press("-")); }),
+              Texts{"No question is on display. Press Q for the next one. A list is shown: Tab and the arrow keys lead "
+                    "to its lines, Enter chooses one, Escape closes it."});
+}
+
+TEST_F(Told, a_sign_in_the_editor_says_what_to_do_outside_its_boxes)
+{
+    start_with_three_questions();
+    toolbar(9);
+    form1.Text_q.take_focus();
+    EXPECT_EQ(told([&] { EXPECT_FALSE(press("+")); }), Texts{}) << "a character of the question";
+    form1.Text_a.take_focus();
+    EXPECT_EQ(told([&] { EXPECT_FALSE(press("-")); }), Texts{}) << "a character of the answer";
+    form1.bot_focus.set_focus();
+    EXPECT_EQ(told([&] { EXPECT_FALSE(press("+")); }),
+              Texts{"Tab leads from box to box, Ctrl+S saves, Escape leaves."});
+}
+
+TEST_F(Told, a_sign_in_the_question_that_cannot_be_changed_says_what_to_do)
+{
+    start_with_three_questions();
+    yes();
+    form1.Text_q.take_focus();
+    EXPECT_EQ(told([&] { EXPECT_FALSE(press("+")); }), Texts{steps});
+}
+
 TEST_F(Told, enter_that_beeps_says_what_to_do)
 {
     start_with_three_questions();

@@ -45,7 +45,7 @@ TEST_F(Choice, takes_the_remembered_course_without_a_dialog)
     EXPECT_EQ(course.course_name, "German Verbs");
 }
 
-TEST_F(Choice, opens_the_dialog_in_the_program_folder_at_the_first_start)
+TEST_F(Choice, opens_the_dialog_in_the_program_folder_at_a_first_start_without_a_sample)
 {
     desktop.expect_file({});
     EXPECT_FALSE(opener.apertura_db());

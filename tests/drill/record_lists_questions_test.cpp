@@ -294,6 +294,19 @@ TEST_P(MarkedLine, is_that_of_the_question_on_display)
     EXPECT_EQ(form1.listav.marked, 0U);
 }
 
+TEST_P(MarkedLine, stays_that_of_the_question_on_display_when_the_record_is_saved)
+{
+    open_three_and_show(2);
+    choose("m_show_all");
+    ASSERT_EQ(form1.listav.marked, 1U);
+    toolbar(8);
+    user([this] { form1.type(form1.Text_q, "Old "); });
+    toolbar(10);
+    EXPECT_EQ(lines().at(1), "00 - Old Italy?");
+    EXPECT_EQ(form1.listav.marked, 1U);
+    EXPECT_FALSE(form1.listav.from_first) << "the list keeps its scroll position";
+}
+
 TEST_P(MarkedLine, in_a_list_of_answers_is_that_of_its_answer)
 {
     open_three_and_show(1);

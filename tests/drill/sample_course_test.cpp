@@ -79,6 +79,31 @@ TEST_F(Sample, lies_in_the_data_folder_when_the_first_dialog_comes)
     EXPECT_TRUE(desktop.boxes.empty());
 }
 
+TEST_F(Sample, is_in_the_folder_where_the_first_dialog_begins)
+{
+    start_and_cancel();
+    EXPECT_EQ(desktop.file_dialogs.at(0).initial_folder, data_folder);
+    // At the next start, too: still no course was opened.
+    start_and_cancel();
+    EXPECT_EQ(desktop.file_dialogs.at(1).initial_folder, data_folder);
+}
+
+TEST_F(Sample, that_was_deleted_sends_no_dialog_to_its_folder)
+{
+    start_and_cancel();
+    std::filesystem::remove(sample_path);
+    start_and_cancel();
+    EXPECT_EQ(desktop.file_dialogs.at(1).initial_folder, folder.path().string());
+}
+
+TEST_F(Sample, sends_no_dialog_to_its_folder_once_a_course_was_opened)
+{
+    start_and_cancel();
+    remember(courses.file("gone.crs"));
+    start_and_cancel();
+    EXPECT_EQ(desktop.file_dialogs.at(1).initial_folder, folder.path().string());
+}
+
 TEST_F(Sample, can_be_chosen_and_drilled)
 {
     expect_dialog_answer(sample_path);
@@ -101,6 +126,7 @@ TEST_F(Sample, is_not_put_beside_a_course_of_the_user)
     put_into_data_folder("Verbs.CRS", "mine");
     start_and_cancel();
     EXPECT_EQ(names(), (std::vector<std::string>{"Verbs.CRS"}));
+    EXPECT_EQ(desktop.file_dialogs.at(0).initial_folder, data_folder);
     // The first start is over, also when that course goes.
     std::filesystem::remove(data_folder + "/Verbs.CRS");
     start_and_cancel();

@@ -242,11 +242,11 @@ void FakeListBox::set_lines(std::vector<std::string> value)
     note("lines", std::to_string(lines.size()));
 }
 
-void FakeListBox::replace_lines(std::vector<std::string> value)
+void FakeListBox::replace_lines(std::vector<std::string> value, std::optional<std::size_t> line)
 {
     lines = std::move(value);
     from_first = false;
-    marked.reset();
+    marked = line;
     note("replaced_lines", std::to_string(lines.size()));
 }
 

@@ -177,7 +177,7 @@ public:
     using FakeControl::FakeControl;
 
     void set_lines(std::vector<std::string> value) override;
-    void replace_lines(std::vector<std::string> value) override;
+    void replace_lines(std::vector<std::string> value, std::optional<std::size_t> line) override;
     void mark_line(std::optional<std::size_t> line) override { marked = line; }
     void set_name(std::string_view text) override;
     void set_focus() override;

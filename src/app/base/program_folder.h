@@ -6,7 +6,8 @@
 
 namespace cuedrill::app {
 
-/// The folder for the program's own files: trace and agenda; the first file dialog starts there, too.
+/// The folder for the program's own files: trace and agenda; a file dialog starts there where no
+/// course says where.
 ///
 /// It is `executable_folder` if that is writable or contains the trace's switch file, as in a portable installation;
 /// otherwise the folder "cuedrill" in `data_home`, created if missing. Never fails: if that folder cannot be created,

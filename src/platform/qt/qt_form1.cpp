@@ -5,6 +5,7 @@
 #include "platform/qt/qt_text.h"
 
 #include <QPixmap>
+#include <chrono>
 
 namespace cuedrill::platform::qt {
 
@@ -36,6 +37,10 @@ Form1 interfaces_of(QtForm1Controls& c)
                  .timer_check = c.timer_check};
 }
 
+/// Until the timer of what is due ticks after a box is closed, at most; as long as one is open, it wakes the program
+/// that often.
+constexpr std::chrono::seconds longest_wait_of_due{1};
+
 } // namespace
 
 QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
@@ -48,8 +53,9 @@ QtForm1Controls::QtForm1Controls(QtGuard& guard, QtWindowState state)
       t_hint("t_hint", window.gate(), window.key_filter()), listav("listav", window.gate(), window.key_filter()),
       dialog_strip("dialog_strip", *new QWidget, guard), bot_yes("bot_yes", window.gate()),
       bot_no("bot_no", window.gate()), bot_other("bot_other", window.gate()), timer_250_ms(guard), timer_1_sec(guard),
-      timer_1_min(guard), timer_idle(window.gate()), timer_due(window.gate()), timer_check(window.gate()),
-      type_size(window.widget(), {Text_q, Text_a, t_hint.widget(), listav.widget()}, state), session_end(guard, [this] {
+      timer_1_min(guard), timer_idle(window.gate()), timer_due(window.gate(), longest_wait_of_due),
+      timer_check(window.gate()), type_size(window.widget(), {Text_q, Text_a, t_hint.widget(), listav.widget()}, state),
+      session_end(guard, [this] {
           type_size.keep();
           window.end_session();
       })

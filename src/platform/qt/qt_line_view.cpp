@@ -233,17 +233,23 @@ void LineView::set_points(double points)
 void LineView::resizeEvent(QResizeEvent* event)
 {
     QListView::resizeEvent(event);
-    if (marked_row_ != no_row && currentIndex().row() == marked_row_)
+    if (keep_mark_in_view_ && currentIndex().row() == marked_row_)
         scrollTo(currentIndex(), PositionAtCenter);
 }
 
 void LineView::mark(int row)
 {
-    marked_row_ = row < model_.rowCount() ? row : no_row;
-    if (marked_row_ != no_row) {
+    set_marked_row(row);
+    keep_mark_in_view_ = marked_row_ != no_row;
+    if (keep_mark_in_view_) {
         setCurrentIndex(model_.index(marked_row_));
         scrollTo(currentIndex(), PositionAtCenter);
     }
+}
+
+void LineView::set_marked_row(int row)
+{
+    marked_row_ = row < model_.rowCount() ? row : no_row;
     viewport()->update();
 }
 
@@ -256,14 +262,17 @@ void LineView::show_lines(std::vector<std::string> lines)
         begin_with_first_line();
 }
 
-void LineView::replace_lines(std::vector<std::string> lines)
+void LineView::replace_lines(std::vector<std::string> lines, int marked)
 {
+    const bool mark_is_current = marked_row_ != no_row && currentIndex().row() == marked_row_;
     const int row = std::min(currentIndex().row(), static_cast<int>(lines.size()) - 1);
     const int top = verticalScrollBar()->value();
     const int left = horizontalScrollBar()->value();
     take(std::move(lines));
-    if (row >= 0)
-        setCurrentIndex(model_.index(row));
+    set_marked_row(marked);
+    const int current = mark_is_current && marked_row_ != no_row ? marked_row_ : row;
+    if (current >= 0)
+        setCurrentIndex(model_.index(current));
     verticalScrollBar()->setValue(top);
     horizontalScrollBar()->setValue(left);
 }
@@ -272,6 +281,7 @@ void LineView::take(std::vector<std::string> lines)
 {
     pressed_row_.reset();
     marked_row_ = no_row;
+    keep_mark_in_view_ = false;
     model_.set_lines(std::move(lines));
     doItemsLayout();
 }

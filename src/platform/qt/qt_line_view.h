@@ -17,8 +17,10 @@ public:
 
     /// Shows these lines, scrolled to the first one. No line is current, or the first one if the list has the focus.
     void show_lines(std::vector<std::string> lines);
-    /// Shows these lines; keeps the scroll position and the current line as far as there are enough lines.
-    void replace_lines(std::vector<std::string> lines);
+    /// Shows these lines; keeps the scroll position as far as there are enough lines.
+    /// @param marked the row to mark; `no_row`, or a row that is not there, marks none. It becomes current if the
+    /// marked row was current before; otherwise the same row stays current, or the last one if there are fewer.
+    void replace_lines(std::vector<std::string> lines, int marked);
 
     /// Sets the size of the type.
     void set_points(double points);
@@ -52,6 +54,7 @@ protected:
 
 private:
     void take(std::vector<std::string> lines);
+    void set_marked_row(int row);
     void begin_with_first_line();
     void tell_focus();
     void copy() const;
@@ -59,6 +62,7 @@ private:
     LineModel& model_;
     std::optional<int> pressed_row_;
     int marked_row_ = no_row;
+    bool keep_mark_in_view_ = false; ///< until other lines are shown
 };
 
 } // namespace cuedrill::platform::qt

@@ -3,6 +3,14 @@
 #include "platform/qt/qt_text.h"
 
 namespace cuedrill::platform::qt {
+namespace {
+
+int row_of(std::optional<std::size_t> line)
+{
+    return line ? static_cast<int>(*line) : LineView::no_row;
+}
+
+} // namespace
 
 QtListBox::QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys)
     : QtListBox(name, gate, keys, *new LineView)
@@ -36,14 +44,14 @@ void QtListBox::set_lines(std::vector<std::string> lines)
     view_.show_lines(std::move(lines));
 }
 
-void QtListBox::replace_lines(std::vector<std::string> lines)
+void QtListBox::replace_lines(std::vector<std::string> lines, std::optional<std::size_t> marked)
 {
-    view_.replace_lines(std::move(lines));
+    view_.replace_lines(std::move(lines), row_of(marked));
 }
 
 void QtListBox::mark_line(std::optional<std::size_t> line)
 {
-    view_.mark(line ? static_cast<int>(*line) : LineView::no_row);
+    view_.mark(row_of(line));
 }
 
 void QtListBox::set_name(std::string_view name)

@@ -14,7 +14,7 @@ public:
     QtListBox(const char* name, QtActionGate& gate, QtKeyFilter& keys);
 
     void set_lines(std::vector<std::string> lines) override;
-    void replace_lines(std::vector<std::string> lines) override;
+    void replace_lines(std::vector<std::string> lines, std::optional<std::size_t> marked) override;
     void mark_line(std::optional<std::size_t> line) override;
     void set_name(std::string_view name) override;
     void set_focus() override;

@@ -169,7 +169,7 @@ TEST_F(QtAccessibleLinesTest, LinesAreGoneWhenOthersAreShown)
 {
     const QAccessible::Id old = QAccessible::uniqueId(list().child(1));
     ASSERT_NE(QAccessible::accessibleInterface(old), nullptr);
-    box.replace_lines({"dog", "elk"});
+    box.replace_lines({"dog", "elk"}, std::nullopt);
     EXPECT_EQ(QAccessible::accessibleInterface(old), nullptr);
     EXPECT_EQ(list().child(1)->text(QAccessible::Name), "elk");
 }

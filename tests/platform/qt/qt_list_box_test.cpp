@@ -141,19 +141,19 @@ TEST_F(QtListBoxTest, ReplacedLinesAreShownAtTheSamePlace)
     view.verticalScrollBar()->setValue(40);
     view.horizontalScrollBar()->setValue(50);
     click_at(middle_of(42));
-    box.replace_lines(numbered(90, std::string(80, 'V')));
+    box.replace_lines(numbered(90, std::string(80, 'V')), std::nullopt);
     EXPECT_EQ(top(), 40);
     EXPECT_EQ(view.horizontalScrollBar()->value(), 50);
     EXPECT_EQ(current(), 42);
     view.verticalScrollBar()->setValue(10);
-    box.replace_lines(numbered(90));
+    box.replace_lines(numbered(90), std::nullopt);
     EXPECT_EQ(top(), 10) << "the current line is not in view";
     EXPECT_EQ(current(), 42);
     view.verticalScrollBar()->setValue(40);
-    box.replace_lines(numbered(20));
+    box.replace_lines(numbered(20), std::nullopt);
     EXPECT_EQ(current(), 19);
     EXPECT_EQ(top(), view.verticalScrollBar()->maximum());
-    box.replace_lines({});
+    box.replace_lines({}, std::nullopt);
     EXPECT_EQ(current(), -1);
 }
 
@@ -162,7 +162,7 @@ TEST_F(QtListBoxTest, ReplacedLinesKeepThePlaceAlsoOfAListThatIsNotShown)
     box.set_lines(numbered(100));
     view.verticalScrollBar()->setValue(40);
     card.hide();
-    box.replace_lines(numbered(100, "other "));
+    box.replace_lines(numbered(100, "other "), std::nullopt);
     card.show();
     EXPECT_EQ(top(), 40);
     EXPECT_EQ(current(), -1);
@@ -236,7 +236,7 @@ TEST_F(QtListBoxTest, AClickOnALineThatWasReplacedMeanwhileIsNone)
 {
     box.set_lines(numbered(5));
     send(QEvent::MouseButtonPress, middle_of(3));
-    box.replace_lines(numbered(5, "other "));
+    box.replace_lines(numbered(5, "other "), std::nullopt);
     send(QEvent::MouseButtonRelease, middle_of(3));
     EXPECT_TRUE(clicked.empty());
 }
@@ -490,6 +490,27 @@ TEST_F(QtListBoxTest, TheMarkedLineIsCurrentAndInView)
     EXPECT_TRUE(clicked.empty());
 }
 
+TEST_F(QtListBoxTest, AMarkThatComesWithReplacedLinesDoesNotScrollToIt)
+{
+    box.set_lines(numbered(200));
+    box.mark_line(150);
+    view.verticalScrollBar()->setValue(20);
+    box.replace_lines(numbered(200, "other "), 160);
+    EXPECT_EQ(view.marked_row(), 160);
+    EXPECT_EQ(current(), 160) << "the marked line was current";
+    EXPECT_EQ(top(), 20);
+    card.resize(300, 400);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(top(), 20);
+    view.setCurrentIndex(view.lines().index(30));
+    box.replace_lines(numbered(200), 150);
+    EXPECT_EQ(view.marked_row(), 150);
+    EXPECT_EQ(current(), 30);
+    box.replace_lines(numbered(100), 100);
+    EXPECT_EQ(view.marked_row(), LineView::no_row) << "there is no such line";
+    EXPECT_EQ(current(), 30);
+}
+
 TEST_F(QtListBoxTest, TheMarkIsSeenAndToldAndGoesWithTheLines)
 {
     box.set_lines(numbered(3));
@@ -501,7 +522,7 @@ TEST_F(QtListBoxTest, TheMarkIsSeenAndToldAndGoesWithTheLines)
     QAccessibleInterface& list = *QAccessible::queryAccessibleInterface(&view);
     EXPECT_EQ(list.child(0)->text(QAccessible::Description), "question on display");
     EXPECT_EQ(list.child(1)->text(QAccessible::Description), "");
-    box.replace_lines(numbered(3));
+    box.replace_lines(numbered(3), std::nullopt);
     EXPECT_EQ(view.marked_row(), LineView::no_row);
     EXPECT_EQ(viewport.grab().toImage(), plain);
     box.mark_line(0);

@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QDialog>
 #include <QWidget>
+#include <chrono>
+#include <vector>
 
 namespace cuedrill::platform::qt {
 
@@ -105,6 +107,38 @@ TEST_F(IdleTimer, RestsWhileABoxIsOpen)
     box.hide();
     process_events();
     EXPECT_GT(ticks, 0);
+}
+
+TEST_F(IdleTimer, WaitsLongerAfterEachSkippedTickAndThenHasItsPeriodAgain)
+{
+    QtTimer patient(gate, 4ms);
+    std::vector<std::chrono::milliseconds> waits{0ms};
+    patient.on_tick = [] { QCoreApplication::exit(0); };
+    patient.start(0ms);
+    QDialog box;
+    box.setModal(true);
+    box.show();
+    for (int i = 0; i < 1000 && patient.wait() < 4ms; ++i) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (patient.wait() != waits.back())
+            waits.push_back(patient.wait());
+    }
+    EXPECT_EQ(waits, (std::vector<std::chrono::milliseconds>{0ms, 1ms, 2ms, 4ms}));
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_EQ(patient.wait(), 4ms);
+    box.hide();
+    QCoreApplication::exec();
+    EXPECT_EQ(patient.wait(), 0ms);
+}
+
+TEST_F(IdleTimer, HasTheSamePeriodAfterASkippedTickUnlessToldToWait)
+{
+    timer.start(0ms);
+    QDialog box;
+    box.setModal(true);
+    box.show();
+    process_events();
+    EXPECT_EQ(timer.wait(), 0ms);
 }
 
 } // namespace
