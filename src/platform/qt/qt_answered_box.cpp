@@ -1,11 +1,13 @@
 #include "platform/qt/qt_answered_box.h"
 
+#include "platform/qt/qt_look.h"
 #include "platform/qt/qt_screen_room.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -20,6 +22,9 @@ constexpr QSize usual_details{560, 240};
 
 /// Lines of a scrolled text that are seen at least.
 constexpr int fewest_lines = 2;
+
+/// Space between the text and the outer edge of the ring around it, in pixels.
+constexpr int ring_gap = 4;
 
 /// How far a key scrolls. With the arrow keys that is as far as the cursor of the label moves, so that it stays in
 /// view.
@@ -50,6 +55,8 @@ AnsweredBox::AnsweredBox(QWidget* parent, bool must_be_answered)
     : QMessageBox(parent), must_be_answered_(must_be_answered)
 {
     setWindowFlag(Qt::WindowCloseButtonHint, !must_be_answered);
+    if (QLabel* const label = text_label())
+        label->installEventFilter(this);
 }
 
 QLabel* AnsweredBox::text_label() const
@@ -132,11 +139,24 @@ void AnsweredBox::let_text_scroll()
     area_->setWidget(label);
     area_->show();
     label->show();
-    label->installEventFilter(this);
+}
+
+/// Draws the ring around the text, for which the toolkit has none.
+void AnsweredBox::paintEvent(QPaintEvent* event)
+{
+    QMessageBox::paintEvent(event);
+    const QLabel* const label = text_label();
+    if (label == nullptr || !label->hasFocus())
+        return;
+    const QRect text = area_ != nullptr ? area_->geometry() : label->geometry();
+    QPainter painter(this);
+    draw_focus_ring(painter, palette(), text.adjusted(-ring_gap, -ring_gap, ring_gap, ring_gap));
 }
 
 bool AnsweredBox::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        update();
     if (event->type() == QEvent::KeyPress && area_ != nullptr && watched == area_->widget())
         area_->verticalScrollBar()->triggerAction(action_of(static_cast<const QKeyEvent&>(*event)));
     return QMessageBox::eventFilter(watched, event);

@@ -110,6 +110,18 @@ QColor focus_colour(const QPalette& palette)
     return with_contrast(on_window, palette.color(QPalette::Base), text_contrast);
 }
 
+void draw_focus_ring(QPainter& painter, const QPalette& palette, const QRectF& area)
+{
+    constexpr double style_radius = 2.0; // of the style's own frames
+    constexpr double half = focus_width / 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(focus_colour(palette), focus_width));
+    painter.drawRoundedRect(area.adjusted(half, half, -half, -half), style_radius, style_radius);
+    painter.restore();
+}
+
 QColor outline_of(const QColor& background)
 {
     return with_contrast(background, background, part_contrast);
