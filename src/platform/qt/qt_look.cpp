@@ -22,10 +22,17 @@ namespace {
 /// themes come out right and the fixed colours of status, answer and levels are visible.
 constexpr auto usual_style = "Fusion";
 
+/// The key of the application's style, also where the program has set it up before.
+QString style_in_use()
+{
+    const auto* const set_up = dynamic_cast<const ProgramStyle*>(QApplication::style());
+    return set_up != nullptr ? set_up->baseStyle()->name() : QApplication::style()->name();
+}
+
 QString style_to_use(bool keep_style)
 {
     const bool set_by_user = keep_style || !qEnvironmentVariableIsEmpty("QT_STYLE_OVERRIDE");
-    return set_by_user ? QApplication::style()->name() : QString::fromLatin1(usual_style);
+    return set_by_user ? style_in_use() : QString::fromLatin1(usual_style);
 }
 
 } // namespace

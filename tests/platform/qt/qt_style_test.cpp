@@ -228,6 +228,39 @@ TEST_P(RowsOfAList, can_be_read_under_the_pointer)
     EXPECT_GE(contrast(theme.color(QPalette::Text), ground(1)), text_contrast);
 }
 
+/// The key of the style that the program's own one is based on.
+std::string style_in_use()
+{
+    return static_cast<const QProxyStyle*>(QApplication::style())->baseStyle()->name().toLower().toStdString();
+}
+
+TEST(StyleOfTheProgram, is_that_of_the_command_line_or_of_the_environment_and_else_the_usual_one)
+{
+    QApplication::setStyle(QStringLiteral("Windows"));
+    set_up_application(true);
+    EXPECT_EQ(style_in_use(), "windows");
+
+    set_up_application();
+    EXPECT_EQ(style_in_use(), "fusion");
+
+    QApplication::setStyle(QStringLiteral("Windows"));
+    qputenv("QT_STYLE_OVERRIDE", "Windows");
+    set_up_application();
+    qunsetenv("QT_STYLE_OVERRIDE");
+    EXPECT_EQ(style_in_use(), "windows");
+
+    set_up_application();
+}
+
+TEST(StyleOfTheProgram, is_kept_when_it_is_set_up_again)
+{
+    QApplication::setStyle(QStringLiteral("Windows"));
+    set_up_application(true);
+    set_up_application(true);
+    EXPECT_EQ(style_in_use(), "windows");
+    set_up_application();
+}
+
 const auto name_of_theme = [](const auto& info) { return std::string(info.param ? "dark" : "light"); };
 INSTANTIATE_TEST_SUITE_P(Themes, FocusRing, testing::Bool(), name_of_theme);
 INSTANTIATE_TEST_SUITE_P(Themes, RowsOfAList, testing::Bool(), name_of_theme);
