@@ -56,7 +56,7 @@ private:
         friend bool operator==(const Fold&, const Fold&) = default;
     };
 
-    static const std::array<Fold, 9> folds;
+    static const std::array<Fold, 10> folds;
 
     void fold();
     [[nodiscard]] bool fits(const Fold& fold) const;
