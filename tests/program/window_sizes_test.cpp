@@ -147,6 +147,9 @@ protected:
         for (const platform::qt::DueChart::Column& column : picture.columns()) {
             EXPECT_GE(column.place.left(), right);
             right = column.place.right() + 1;
+            const QString figure = QString::fromStdString(picture.bar(column.bar).figure);
+            const QFontMetrics type(picture.figure_font(figure, column.place.width()));
+            EXPECT_LE(type.horizontalAdvance(figure), column.place.width()) << figure.toStdString() << " is cut";
         }
         EXPECT_LE(right, picture.width());
     }
@@ -274,6 +277,19 @@ TEST_F(WindowSizesTest, with_a_list_of_the_largest_type)
         enlarge(program, 10);
         choose(program, "m_show_sort_by_score");
         EXPECT_TRUE(program.form1().controls().listav.visible());
+    });
+}
+
+/// Figures of millions, as no course has them.
+TEST_F(WindowSizesTest, with_large_figures_of_what_is_due)
+{
+    check_everywhere([](Program& program) {
+        auto& picture = dynamic_cast<platform::qt::DueChart&>(
+            *program.form1().widget().findChild<QLabel*>(QStringLiteral("due_picture")));
+        platform::DuePicture large;
+        for (platform::DueBar& bar : large.bars)
+            bar = {.caption = "Now", .figure = "8888888"};
+        picture.show_picture(large);
     });
 }
 
