@@ -6,12 +6,18 @@
 #include "platform/system/system_clock.h"
 #include "program/program.h"
 #include "store/schema.h"
+#include "support/command_line.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemModel>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
@@ -94,6 +100,7 @@ const Mode modes[] = {
     {.name = "search", .buttons = {"bot_yes"}, .entry = "m_find_a", .entered_text = "on"},
     {.name = "similar", .buttons = {"bot_yes"}, .entry = "m_list_similar"},
     {.name = "about", .entry = "m_about", .box = "CUEDRILL"},
+    {.name = "file-dialog", .entry = "m_open", .box = "Specify name of Cuedrill file to open or create"},
     {.name = "history", .entry = "m_version_history", .window = "f_msgbox"},
 };
 
@@ -274,15 +281,20 @@ int chosen_dpi()
 
 class Camera {
 public:
-    explicit Camera(QString folder) : folder_(std::move(folder))
+    /// @param keeps_style keeps the widget style that the command line has set.
+    Camera(QString folder, bool keeps_style) : folder_(std::move(folder)), keeps_style_(keeps_style)
     {
         if (!scratch_.isValid() || !QDir().mkpath(folder_))
             throw common::Error(folder_.toStdString() + ": the folder cannot be made");
         qputenv("XDG_CONFIG_HOME", scratch_.filePath("config").toLocal8Bit());
         qputenv("XDG_DATA_HOME", scratch_.filePath("data").toLocal8Bit());
+        make_shown_folder();
         box_watch_.callOnTimeout([this] { look_at_box(); });
         box_watch_.start(0);
     }
+    Camera(const Camera&) = delete;
+    Camera& operator=(const Camera&) = delete;
+    ~Camera() { QDir(shown_folder_).removeRecursively(); }
 
     void take(const Wish& wish)
     {
@@ -306,7 +318,7 @@ private:
     void run(const std::string& course)
     {
         {
-            program::Program program;
+            program::Program program(keeps_style_);
             program.run(course, [&] {
                 QMainWindow& window = program.form1().widget();
                 window.resize(wish_->size);
@@ -360,6 +372,10 @@ private:
                 window->activateWindow();
             return;
         }
+        if (auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+            look_at_file_dialog(*dialog);
+            return;
+        }
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr)
             return;
@@ -369,6 +385,32 @@ private:
         else if (at_work_)
             failure_ = "a box says: " + box->text().toStdString();
         box->reject();
+    }
+
+    /// In a folder that is the same for all pictures. The toolkit reads it in another thread.
+    void look_at_file_dialog(QFileDialog& dialog)
+    {
+        box_watch_.stop();
+        dialog.setDirectory(shown_folder_);
+        const auto* const files = dialog.findChild<QAbstractItemView*>(QStringLiteral("treeView"));
+        const QDeadlineTimer deadline(std::chrono::seconds(10));
+        do
+            QCoreApplication::processEvents();
+        while (files != nullptr && files->model()->rowCount(files->rootIndex()) == 0 && !deadline.hasExpired());
+        if (at_work_ && dialog.windowTitle() == QLatin1String(wish_->mode->box))
+            save(dialog);
+        dialog.reject();
+        box_watch_.start(0);
+    }
+
+    void make_shown_folder() const
+    {
+        const QDir folder(shown_folder_);
+        folder.mkpath(QStringLiteral("."));
+        QFile file(folder.filePath(QStringLiteral("Chemical elements.crs")));
+        if (!file.open(QIODevice::WriteOnly) ||
+            !file.setFileTime(QDateTime(QDate(2024, 1, 6), QTime(12, 0)), QFileDevice::FileModificationTime))
+            throw common::Error(file.fileName().toStdString() + ": the file cannot be written");
     }
 
     void save(QWidget& widget)
@@ -400,7 +442,9 @@ private:
     }
 
     QString folder_;
+    bool keeps_style_;
     QTemporaryDir scratch_;
+    QString shown_folder_ = QDir::temp().filePath("cuedrill-pictures"); ///< in the file dialog
     QPalette light_theme_ = QApplication::palette();
     QTimer box_watch_;
     const Wish* wish_ = nullptr;
@@ -414,6 +458,11 @@ std::vector<Wish> wishes_for_screens(double scale)
 {
     constexpr QSize smallest(341, 200);
     std::vector<Wish> list;
+    for (const Mode& mode : modes) {
+        // Only the screen itself bounds them.
+        if (is_one_of(mode, {"wrong-box", "about", "file-dialog"}))
+            list.push_back({.mode = &mode, .texts = long_texts[0], .size = QSizeF(screens[0] / scale).toSize()});
+    }
     for (const QSize screen : screens) {
         const QSize size = QSizeF(screen / scale).toSize();
         if (size != size.expandedTo(smallest))
@@ -465,18 +514,20 @@ std::vector<Wish> wishes(double scale, bool all_modes)
 
 int main(int argc, char** argv)
 {
-    const bool only_screens = argc == 3 && std::string_view(argv[1]) == "--screens";
-    if (argc != 2 && !only_screens) {
-        std::cerr << "usage: cuedrill-pictures [--screens] FOLDER\n"
-                     "--screens: only a few modes, at the sizes of several screens\n";
-        return EXIT_FAILURE;
-    }
     try {
+        const bool sets_style = support::sets_style({argv + std::min(argc, 1), argv + argc});
+        // The toolkit removes its own options from the arguments.
         const QApplication application(argc, argv);
-        platform::qt::set_up_application();
+        const bool only_screens = argc == 3 && std::string_view(argv[1]) == "--screens";
+        if (argc != 2 && !only_screens) {
+            std::cerr << "usage: cuedrill-pictures [-style STYLE] [--screens] FOLDER\n"
+                         "--screens: only a few modes, at the sizes of several screens\n";
+            return EXIT_FAILURE;
+        }
+        platform::qt::set_up_application(sets_style);
         // A blinking cursor would be in one picture and not in the next.
         QApplication::setCursorFlashTime(0);
-        Camera camera(QString::fromLocal8Bit(argv[argc - 1]));
+        Camera camera(QString::fromLocal8Bit(argv[argc - 1]), sets_style);
         const std::vector<Wish> list = wishes(application.devicePixelRatio(), !only_screens);
         for (const Wish& wish : list)
             camera.take(wish);

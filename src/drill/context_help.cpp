@@ -19,9 +19,9 @@ constexpr const char* level_help =
 
 constexpr const char* due_help =
     "How many questions that were tested are due now, later today, and on each of the next six days if you give no "
-    "more "
-    "verdicts, and how many were never tested. Questions that have reached the target level are not asked any more and "
-    "do not count.\r\n\r\nThe bars up to the last day share one scale. The bar of the new questions shows how many of "
+    "more verdicts, and how many were never tested. Questions that have reached the target level are not asked any "
+    "more and do not count.\r\n\r\nThe bars up to the last day share one scale. The bar of the new questions shows how "
+    "many of "
     "all questions they are.";
 
 constexpr const char* title = "Cuedrill - Help";

@@ -73,8 +73,7 @@ public:
     void run(Command command);
 
     /// Does what a click on the command's button, or its key, does. While the command is disabled, this only tells
-    /// assistive technology so. Takes the
-    /// focus out of the text boxes, unless the command puts it there.
+    /// assistive technology so. Takes the focus out of the text boxes, unless the command puts it there.
     /// @throws whatever the command throws.
     void RunToolbarCommand(Command command);
 

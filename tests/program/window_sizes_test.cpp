@@ -35,6 +35,7 @@ class WindowSizesTest : public ProgramTest {
 protected:
     QSize smallest = smallest_screen;
     int usable_lines = 2; ///< lines of question and answer that can be seen at least
+    int usable_width = 8; ///< characters that a line of them holds at least
 
     /// Checks the window at the size of each screen, both brought into a state at this size and made this size in the
     /// state.
@@ -86,6 +87,14 @@ protected:
         QCoreApplication::processEvents();
     }
 
+    /// Zooms in by so many steps from 100 %. The zoom of the run before is kept.
+    static void enlarge(Program& program, int steps)
+    {
+        QTest::keyClick(&program.form1().widget(), Qt::Key_0, Qt::ControlModifier);
+        for (int step = 0; step < steps; ++step)
+            QTest::keyClick(&program.form1().widget(), Qt::Key_Plus, Qt::ControlModifier);
+    }
+
     void check(QWidget& window, QSize size) const
     {
         EXPECT_EQ(window.size(), size) << "the window is larger than the screen";
@@ -103,7 +112,7 @@ protected:
             EXPECT_TRUE(text.isVisible()) << name;
             const QFontMetrics type = text.fontMetrics();
             EXPECT_GE(text.viewport()->height(), usable_lines * type.lineSpacing()) << name;
-            EXPECT_GE(text.width(), 8 * type.averageCharWidth()) << name;
+            EXPECT_GE(text.width(), usable_width * type.averageCharWidth()) << name;
         }
         check_due_picture(window);
         check_toolbar_groups(window);
@@ -138,6 +147,9 @@ protected:
         for (const platform::qt::DueChart::Column& column : picture.columns()) {
             EXPECT_GE(column.place.left(), right);
             right = column.place.right() + 1;
+            const QString figure = QString::fromStdString(picture.bar(column.bar).figure);
+            const QFontMetrics type(picture.figure_font(figure, column.place.width()));
+            EXPECT_LE(type.horizontalAdvance(figure), column.place.width()) << figure.toStdString() << " is cut";
         }
         EXPECT_LE(right, picture.width());
     }
@@ -241,10 +253,43 @@ TEST_F(WindowSizesTest, with_type_of_twice_the_size)
     usable_lines = 1;
     check_everywhere([](Program& program) {
         click(program, "bot_yes");
-        // The zoom of the run before is kept.
-        QTest::keyClick(&program.form1().widget(), Qt::Key_0, Qt::ControlModifier);
-        for (int step = 0; step < 6; ++step)
-            QTest::keyClick(&program.form1().widget(), Qt::Key_Plus, Qt::ControlModifier);
+        enlarge(program, 6);
+    });
+}
+
+TEST_F(WindowSizesTest, with_a_word_hint_of_the_largest_type)
+{
+    usable_lines = 0;
+    usable_width = 5;
+    check_everywhere([](Program& program) {
+        click(program, "bot_yes");
+        enlarge(program, 10);
+        click(program, "pb_4");
+        EXPECT_TRUE(program.form1().controls().t_hint.visible());
+    });
+}
+
+TEST_F(WindowSizesTest, with_a_list_of_the_largest_type)
+{
+    usable_lines = 0;
+    usable_width = 5;
+    check_everywhere([](Program& program) {
+        enlarge(program, 10);
+        choose(program, "m_show_sort_by_score");
+        EXPECT_TRUE(program.form1().controls().listav.visible());
+    });
+}
+
+/// Figures of millions, as no course has them.
+TEST_F(WindowSizesTest, with_large_figures_of_what_is_due)
+{
+    check_everywhere([](Program& program) {
+        auto& picture = dynamic_cast<platform::qt::DueChart&>(
+            *program.form1().widget().findChild<QLabel*>(QStringLiteral("due_picture")));
+        platform::DuePicture large;
+        for (platform::DueBar& bar : large.bars)
+            bar = {.caption = "Now", .figure = "8888888"};
+        picture.show_picture(large);
     });
 }
 

@@ -1,5 +1,6 @@
 #include "platform/qt/qt_columns_dialog.h"
 
+#include "platform/qt/qt_screen_room.h"
 #include "platform/qt/qt_text.h"
 
 #include <QComboBox>
@@ -8,7 +9,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -18,6 +18,15 @@ namespace {
 
 /// Width of a column, in average characters, that is given without scrolling.
 constexpr int widest_column = 40;
+
+/// Width of a choice on a small screen, in average characters.
+constexpr int narrowest_choice = 16;
+
+/// With its heading and a scroll bar.
+constexpr int lines_of_smallest_table = 3;
+
+/// In pixels.
+constexpr QSize usual_size(560, 320);
 
 /// A text of a cell: on one line, and no longer than anybody reads in a preview.
 QString cell_text(const std::string& text)
@@ -53,8 +62,13 @@ ColumnsDialog::ColumnsDialog(QWidget* parent, const ColumnsBox& box)
     layout->addWidget(buttons_);
     show_choice();
     first_->setFocus();
-    const QSize screen = this->screen()->availableGeometry().size();
-    resize(sizeHint().expandedTo(QSize(560, 320)).boundedTo(screen * 3 / 4));
+    const QSize room = room_on_screen(*this);
+    if (room.height() < sizeHint().height()) {
+        draw_together(*layout);
+        choices->setVerticalSpacing(layout->spacing());
+        table_->setMinimumHeight(lines_of_smallest_table * table_->fontMetrics().lineSpacing());
+    }
+    resize(sizeHint().expandedTo(usual_size).boundedTo(room));
 }
 
 QComboBox* ColumnsDialog::column_choice(const ColumnsBox& box, const std::string& label, int preset)
@@ -66,6 +80,7 @@ QComboBox* ColumnsDialog::column_choice(const ColumnsBox& box, const std::string
     choice->setAccessibleDescription(to_qt(box.prompt));
     choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     choice->setMinimumContentsLength(24);
+    choice->setMinimumWidth(fontMetrics().averageCharWidth() * narrowest_choice);
     connect(choice, &QComboBox::currentIndexChanged, this, [this] { show_choice(); });
     return choice;
 }

@@ -1,26 +1,25 @@
 #include "platform/qt/qt_desktop.h"
 
 #include "common/errors.h"
+#include "platform/qt/qt_answered_box.h"
 #include "platform/qt/qt_columns_dialog.h"
 #include "platform/qt/qt_dialog_host.h"
 #include "platform/qt/qt_file_dialog.h"
 #include "platform/qt/qt_file_filter.h"
 #include "platform/qt/qt_marked_text.h"
 #include "platform/qt/qt_program_icon.h"
+#include "platform/qt/qt_screen_room.h"
 #include "platform/qt/qt_text.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
-#include <QGridLayout>
 #include <QInputDialog>
-#include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QValidator>
@@ -59,39 +58,6 @@ public:
 
 private:
     int longest_;
-};
-
-/// A message box that ignores letters. The toolkit takes a bare "y" for Yes, even if the user was typing text when the
-/// box appeared.
-class AnsweredBox : public QMessageBox {
-public:
-    AnsweredBox(QWidget* parent, bool must_be_answered) : QMessageBox(parent), must_be_answered_(must_be_answered)
-    {
-        setWindowFlag(Qt::WindowCloseButtonHint, !must_be_answered);
-    }
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override
-    {
-        const bool letter = event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::ShiftModifier;
-        if ((letter && !event->text().isEmpty() && event->text().front().isLetter()) ||
-            (must_be_answered_ && event->key() == Qt::Key_Escape)) {
-            event->accept();
-            return;
-        }
-        QMessageBox::keyPressEvent(event);
-    }
-
-    void closeEvent(QCloseEvent* event) override
-    {
-        if (must_be_answered_)
-            event->ignore();
-        else
-            QMessageBox::closeEvent(event);
-    }
-
-private:
-    bool must_be_answered_;
 };
 
 /// The window over which a box appears; null if none is visible.
@@ -197,14 +163,17 @@ void make_room_for_words(QMessageBox& widget, QLabel& label, const QString& text
     if (word < long_word)
         return;
     const int line = std::min(widest_piece(text, "\n", metrics), usual_width);
-    label.setMinimumWidth(std::min(std::max(word, line), widget.screen()->availableGeometry().width() * 3 / 4));
+    constexpr int icon_and_margins = 120;
+    const int widest = std::min(widget.screen()->availableGeometry().width() * 3 / 4,
+                                room_on_screen(widget).width() - icon_and_margins);
+    label.setMinimumWidth(std::min(std::max(word, line), widest));
 }
 
 /// Shows plain text, or markup if parts of it are marked. The text can be read with the keyboard.
-void show_text(QMessageBox& widget, const MessageBox& box)
+void show_text(AnsweredBox& widget, const MessageBox& box)
 {
     widget.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    auto* const label = widget.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    QLabel* const label = widget.text_label();
     if (label != nullptr) {
         label->setFocusPolicy(Qt::StrongFocus); // by default only a click focuses it
         make_room_for_words(widget, *label, to_qt(box.text));
@@ -231,20 +200,6 @@ void make_prompt_plain(QInputDialog& widget)
     }
 }
 
-/// The toolkit hides details behind a button; here they are the main content of the box.
-void show_details(QMessageBox& widget, const MessageBox& box)
-{
-    auto* const grid = qobject_cast<QGridLayout*>(widget.layout());
-    auto* const text = new QPlainTextEdit(to_qt(box.details), &widget);
-    text->setReadOnly(true);
-    // By default read-only text has no cursor, so neither the keyboard nor a screen reader can move through it.
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    text->setTabChangesFocus(true);
-    text->setAccessibleName(to_qt(box.text));
-    text->setMinimumSize(560, 240);
-    grid->addWidget(text, grid->rowCount(), 0, 1, grid->columnCount());
-}
-
 } // namespace
 
 BoxAnswer QtDesktop::message_box(const MessageBox& box)
@@ -257,7 +212,7 @@ BoxAnswer QtDesktop::message_box(const MessageBox& box)
         widget.setIconPixmap(program_icon().pixmap(icon_of_program_size, widget.devicePixelRatioF()));
     set_buttons(widget, box);
     if (!box.details.empty())
-        show_details(widget, box);
+        widget.add_details(to_qt(box.details), to_qt(box.text));
 
     return to_answer(run_modal(widget));
 }
@@ -273,7 +228,9 @@ std::optional<std::string> QtDesktop::input_box(const InputBox& box)
         line->setMaxLength(2 * box.longest);
         line->setValidator(new LongestText(line, box.longest));
         line->setAccessibleName(to_qt(box.prompt));
-        line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 60);
+        const QMargins margins = widget.layout()->contentsMargins();
+        line->setMinimumWidth(std::min(line->fontMetrics().averageCharWidth() * 60,
+                                       room_on_screen(widget).width() - margins.left() - margins.right()));
     }
     widget.setTextValue(to_qt(box.default_text));
     if (run_modal(widget) != QDialog::Accepted)
@@ -321,7 +278,7 @@ ChosenFile QtDesktop::choose_file(OneFileDialog& widget, const FileDialog& dialo
         widget.setDirectory(to_qt(dialog.initial_folder));
     if (!dialog.initial_file.empty())
         widget.selectFile(to_qt(dialog.initial_file));
-    widget.resize(widget.sizeHint().expandedTo(QSize(760, 480)));
+    widget.take_size();
 
     if (run_modal(widget) != QDialog::Accepted || widget.chosen_path().isEmpty())
         return {};

@@ -15,7 +15,7 @@ constexpr int fewest_columns = 3; // now, today and new
 constexpr int gap_before_new = 8; // its bar has another scale
 constexpr int least_bar_height = 24;
 constexpr int text_padding = 8; // above and below a text together, as in the rows of the levels beside it
-constexpr int caption_gap = 2;
+constexpr int text_gap = 2;
 
 } // namespace
 
@@ -35,12 +35,33 @@ void DueChart::show_picture(const DuePicture& picture)
     update();
 }
 
-int DueChart::narrowest_column() const
+int DueChart::caption_width() const
 {
     int width = fontMetrics().averageCharWidth() * narrowest_column_characters;
     for (const DueBar& bar : bars_)
-        width = std::max(width, fontMetrics().horizontalAdvance(to_qt(bar.caption)) + caption_gap);
+        width = std::max(width, fontMetrics().horizontalAdvance(to_qt(bar.caption)) + text_gap);
     return width;
+}
+
+int DueChart::narrowest_column() const
+{
+    const QFontMetrics condensed(condensed_font());
+    int width = caption_width();
+    for (const DueBar& bar : bars_)
+        width = std::max(width, condensed.horizontalAdvance(to_qt(bar.figure)) + text_gap);
+    return width;
+}
+
+QFont DueChart::condensed_font() const
+{
+    QFont condensed = font();
+    condensed.setStretch(QFont::Condensed);
+    return condensed;
+}
+
+QFont DueChart::figure_font(const QString& figure, int column_width) const
+{
+    return fontMetrics().horizontalAdvance(figure) > column_width ? condensed_font() : font();
 }
 
 std::vector<DueChart::Column> DueChart::columns() const
@@ -62,7 +83,9 @@ int DueChart::text_height() const
 
 QSize DueChart::sizeHint() const
 {
-    return {narrowest_column() * due_bars + gap_before_new, minimumSizeHint().height()};
+    // Without the figures: rather than taking the space of what is beside it, the picture leaves out days.
+    const QSize wish(caption_width() * due_bars + gap_before_new, 0);
+    return wish.expandedTo(minimumSizeHint());
 }
 
 QSize DueChart::minimumSizeHint() const
@@ -82,10 +105,7 @@ void DueChart::paint_column(QPainter& painter, const DueBar& bar, const QRect& c
 {
     const int line = text_height();
     const QString figure = to_qt(bar.figure);
-    QFont condensed = font();
-    if (fontMetrics().horizontalAdvance(figure) > column.width())
-        condensed.setStretch(QFont::Condensed);
-    painter.setFont(condensed);
+    painter.setFont(figure_font(figure, column.width()));
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(QRect(column.left(), 0, column.width(), line), Qt::AlignHCenter | Qt::AlignVCenter, figure);
     painter.setFont(font());

@@ -2,8 +2,10 @@
 
 #include "platform/screen.h"
 
+#include <QFont>
 #include <QLabel>
 #include <QRect>
+#include <QString>
 #include <array>
 #include <cstddef>
 #include <vector>
@@ -29,6 +31,10 @@ public:
     /// From left to right.
     [[nodiscard]] std::vector<Column> columns() const;
 
+    /// The font of a figure: condensed where it is wider than its column.
+    [[nodiscard]] QFont figure_font(const QString& figure, int column_width) const;
+    [[nodiscard]] const DueBar& bar(std::size_t index) const { return bars_.at(index); }
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -36,7 +42,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    [[nodiscard]] int caption_width() const;
     [[nodiscard]] int narrowest_column() const;
+    [[nodiscard]] QFont condensed_font() const;
     [[nodiscard]] int text_height() const;
     void paint_column(QPainter& painter, const DueBar& bar, const QRect& column) const;
 

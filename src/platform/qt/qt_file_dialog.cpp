@@ -1,9 +1,12 @@
 #include "platform/qt/qt_file_dialog.h"
 
+#include "platform/qt/qt_screen_room.h"
+
 #include <QAbstractItemView>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -11,6 +14,8 @@
 namespace cuedrill::platform::qt {
 
 namespace {
+
+constexpr QSize usual_size{760, 480};
 
 bool has_quotes(const QString& name)
 {
@@ -31,6 +36,26 @@ OneFileDialog::OneFileDialog(QWidget* parent) : QFileDialog(parent)
     disconnect(line, &QLineEdit::textChanged, this, nullptr);
     connect(line, &QLineEdit::textChanged, this, [this] { enable_button(); });
     connect(line, &QLineEdit::textEdited, this, [this] { forget_clicked_file(); });
+}
+
+void OneFileDialog::take_size()
+{
+    const QSize room = room_on_screen(*this);
+    const QSize least = minimumSizeHint();
+    if (least != least.boundedTo(room) && layout() != nullptr) {
+        draw_together(*layout());
+        lower_lists();
+    }
+    resize(sizeHint().expandedTo(usual_size).boundedTo(room));
+}
+
+void OneFileDialog::lower_lists()
+{
+    constexpr int fewest_lines = 4; // one of them is the heading
+    for (const char* name : {"listView", "treeView", "sidebar"}) {
+        if (auto* const list = findChild<QAbstractItemView*>(QLatin1String(name)))
+            list->setMinimumHeight(fewest_lines * list->fontMetrics().lineSpacing());
+    }
 }
 
 void OneFileDialog::enable_button()

@@ -10,6 +10,9 @@ class OneFileDialog : public QFileDialog {
 public:
     explicit OneFileDialog(QWidget* parent);
 
+    /// Gives the dialog its size: the usual one, or what the screen has room for. Call this before it is shown.
+    void take_size();
+
     /// Full path of the file; empty until one was chosen.
     [[nodiscard]] QString chosen_path() const;
 
@@ -17,6 +20,7 @@ protected:
     void accept() override;
 
 private:
+    void lower_lists();
     void enable_button();
     void forget_clicked_file();
     [[nodiscard]] QString typed_name() const;

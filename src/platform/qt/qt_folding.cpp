@@ -26,7 +26,7 @@ int usable_height(const QWidget& text, int lines)
 
 } // namespace
 
-const std::array<Folding::Fold, 9> Folding::folds{{
+const std::array<Folding::Fold, 10> Folding::folds{{
     {true, false, true, true, true, 2, 0},
     {false, true, true, true, true, 2, 4},
     {false, true, false, true, true, 2, 3},
@@ -36,6 +36,7 @@ const std::array<Folding::Fold, 9> Folding::folds{{
     {false, false, false, false, false, 1, 2},
     {false, false, false, false, false, 0, 2},
     {false, false, false, false, false, 0, 1},
+    {false, false, false, false, false, 0, 0},
 }};
 
 Folding::Folding(QWidget& content, const FoldingParts& parts)

@@ -35,7 +35,7 @@ struct FoldingParts {
 /// Lets the parts of the main window give way, one after the other, where it has too little room for all of them: the
 /// statistics fold to one line, the figures of the question go, the gaps shrink, the toolbar gets one row instead of
 /// two, the folded statistics go, then the headings, then the toolbar. Question, answer, dialog and status line stay.
-/// Where the statistics are folded, a hint or a list is as high as the rest of the window lets it be, and scrolls.
+/// Where the statistics are folded, a hint or a list gets half of the height that is left, and scrolls.
 class Folding : public QObject {
 public:
     /// @param content the widget with all the parts; owns this object.
@@ -56,7 +56,7 @@ private:
         friend bool operator==(const Fold&, const Fold&) = default;
     };
 
-    static const std::array<Fold, 9> folds;
+    static const std::array<Fold, 10> folds;
 
     void fold();
     [[nodiscard]] bool fits(const Fold& fold) const;

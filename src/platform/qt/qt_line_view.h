@@ -9,8 +9,8 @@
 namespace cuedrill::platform::qt {
 
 /// Shows lines of text in the system's fixed-pitch font and lets the user choose one. A line that begins with a level,
-/// as "02 - ", has a small bar in front of it. The arrow keys move the current
-/// line; it is highlighted even while another control has the focus.
+/// as "02 - ", has a small bar in front of it. The arrow keys move the current line; it is highlighted even while
+/// another control has the focus.
 class LineView : public QListView {
 public:
     LineView();

@@ -22,10 +22,17 @@ namespace {
 /// themes come out right and the fixed colours of status, answer and levels are visible.
 constexpr auto usual_style = "Fusion";
 
+/// The key of the application's style, also where the program has set it up before.
+QString style_in_use()
+{
+    const auto* const set_up = dynamic_cast<const ProgramStyle*>(QApplication::style());
+    return set_up != nullptr ? set_up->baseStyle()->name() : QApplication::style()->name();
+}
+
 QString style_to_use(bool keep_style)
 {
     const bool set_by_user = keep_style || !qEnvironmentVariableIsEmpty("QT_STYLE_OVERRIDE");
-    return set_by_user ? QApplication::style()->name() : QString::fromLatin1(usual_style);
+    return set_by_user ? style_in_use() : QString::fromLatin1(usual_style);
 }
 
 } // namespace
@@ -108,6 +115,18 @@ QColor focus_colour(const QPalette& palette)
     const QColor on_window =
         with_contrast(palette.color(QPalette::Highlight), palette.color(QPalette::Window), text_contrast);
     return with_contrast(on_window, palette.color(QPalette::Base), text_contrast);
+}
+
+void draw_focus_ring(QPainter& painter, const QPalette& palette, const QRectF& area)
+{
+    constexpr double style_radius = 2.0; // of the style's own frames
+    constexpr double half = focus_width / 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(focus_colour(palette), focus_width));
+    painter.drawRoundedRect(area.adjusted(half, half, -half, -half), style_radius, style_radius);
+    painter.restore();
 }
 
 QColor outline_of(const QColor& background)

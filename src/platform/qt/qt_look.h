@@ -55,6 +55,9 @@ QColor hairline(const QPalette& palette);
 QColor focus_colour(const QPalette& palette);
 inline constexpr double focus_width = 2.0;
 
+/// Draws that ring just inside `area`.
+void draw_focus_ring(QPainter& painter, const QPalette& palette, const QRectF& area);
+
 /// The colour of the line around something with a background of its own, which can be told from the background and is
 /// seen where the background cannot be told from the window.
 QColor outline_of(const QColor& background);

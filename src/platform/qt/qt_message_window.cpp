@@ -7,7 +7,8 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-constexpr QSize smallest_window{240, 160};
+/// Fits the smallest screen together with its frame.
+constexpr QSize smallest_window{240, 150};
 constexpr Qt::WindowStates filling = Qt::WindowMaximized | Qt::WindowFullScreen;
 
 } // namespace

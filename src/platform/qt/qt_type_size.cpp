@@ -13,7 +13,6 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <iterator>
 
 namespace cuedrill::platform::qt {

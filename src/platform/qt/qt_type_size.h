@@ -32,11 +32,6 @@ public:
     QtTypeSize(QMainWindow& window, const Texts& texts, QtWindowState state);
     ~QtTypeSize() override;
 
-    /// In percent.
-    [[nodiscard]] int zoom() const { return zoom_; }
-    /// Sets the zoom in percent. A value beyond a limit means the limit.
-    void set_zoom(int percent);
-
     /// Stores the zoom if it has changed.
     void keep();
 
@@ -44,6 +39,7 @@ public:
 
 private:
     void add_keys();
+    void set_zoom(int percent);
     void step(int steps);
     void turn(int angle);
     void apply();
@@ -51,7 +47,7 @@ private:
     QMainWindow& window_;
     Texts texts_;
     QtWindowState state_;
-    int zoom_;
+    int zoom_; ///< in percent
     int kept_zoom_;
     int turned_ = 0; ///< angle that the wheel was turned since the last step, in eighths of a degree
 };
