@@ -63,10 +63,10 @@ function(cuedrill_library folder)
     endif()
 endfunction()
 
-# cuedrill_test(<folder> SOURCES <file>... [LINKS <target>...] [WORKING_ENVIRONMENT <NAME=value>...])
+# cuedrill_test(<folder> SOURCES <file>... [LINKS <target>...])
 # One folder of tests/ is one test program: "platform/sqlite" gives the target test_platform_sqlite.
 function(cuedrill_test folder)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;WORKING_ENVIRONMENT")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
     string(REPLACE "/" "_" name ${folder})
     add_executable(test_${name} ${arg_SOURCES})
     target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
@@ -75,7 +75,7 @@ function(cuedrill_test folder)
         target_precompile_headers(test_${name} REUSE_FROM cuedrill_test_headers)
     endif()
     gtest_discover_tests(test_${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
-        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_WORKING_ENVIRONMENT}")
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
 # cuedrill_test_library(<target> SOURCES <file>... LINKS <target>...)
