@@ -102,10 +102,11 @@ bool CourseOpener::choose_course(bool ask_user)
 
 bool CourseOpener::show_file_dialog(const std::string& last, bool last_exists)
 {
+    const auto [folder, file] = first_choice(last, last_exists);
     const platform::ChosenFile chosen =
         services_.desktop.open_file_dialog({.title = "Specify name of Cuedrill file to open or create",
-                                            .initial_folder = initial_folder(last, last_exists),
-                                            .initial_file = last_exists ? app::file_of(last) : std::string(),
+                                            .initial_folder = folder,
+                                            .initial_file = file,
                                             .default_extension = "crs",
                                             .filter = "Cuedrill database file (*.crs)|*.crs"});
     if (chosen.path.empty() || common::equal_ascii(chosen.path, bare_pattern) ||
@@ -119,14 +120,16 @@ bool CourseOpener::show_file_dialog(const std::string& last, bool last_exists)
     return true;
 }
 
-/// A user who has never opened a course begins where the sample is. In an installation of the user's own, the program's
-/// folder is another one, that of the executable.
-std::string CourseOpener::initial_folder(const std::string& last, bool last_exists) const
+/// A user who has never opened a course begins with the sample, or where another course is. In an installation of the
+/// user's own, the program's folder is another one, that of the executable.
+CourseOpener::FirstChoice CourseOpener::first_choice(const std::string& last, bool last_exists) const
 {
     if (last_exists)
-        return app::dir_of(last);
+        return {app::dir_of(last), app::file_of(last)};
     const std::string folder_with_course = last.empty() ? services_.sample.folder_with_course() : std::string();
-    return folder_with_course.empty() ? program_folder_ : folder_with_course;
+    if (folder_with_course.empty())
+        return {program_folder_, {}};
+    return {folder_with_course, services_.sample.is_there() ? SampleCourse::file_name : ""};
 }
 
 void CourseOpener::prepare_chosen_course()

@@ -69,10 +69,16 @@ public:
     void finish_check();
 
 private:
+    /// What the file dialog shows when it opens: a folder, and the name of a file in it; "" for none.
+    struct FirstChoice {
+        std::string folder;
+        std::string file;
+    };
+
     bool take_command_line_course();
     bool choose_course(bool ask_user);
     bool show_file_dialog(const std::string& last, bool last_exists);
-    [[nodiscard]] std::string initial_folder(const std::string& last, bool last_exists) const;
+    [[nodiscard]] FirstChoice first_choice(const std::string& last, bool last_exists) const;
     void prepare_chosen_course();
     void open_course();
     void create_course();

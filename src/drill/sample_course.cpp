@@ -98,6 +98,11 @@ std::string SampleCourse::folder_with_course() const
     }
 }
 
+bool SampleCourse::is_there() const
+{
+    return services_.files.is_regular_file(app::join_path(data_folder_, file_name));
+}
+
 /// Before the course is made: one that came back after the user has deleted it would be worse than none.
 bool SampleCourse::remember()
 {

@@ -42,6 +42,9 @@ public:
     /// The data folder if it holds a course, this one or another; else "", also if the folder cannot be read.
     [[nodiscard]] std::string folder_with_course() const;
 
+    /// Whether a file of the sample's name is in the data folder.
+    [[nodiscard]] bool is_there() const;
+
 private:
     [[nodiscard]] bool remember();
     [[nodiscard]] bool data_folder_holds_course() const;

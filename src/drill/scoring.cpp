@@ -84,6 +84,8 @@ void Scoring::m_undo()
         const std::optional<store::LastVerdict> undone = scheduler::undo_last_verdict(course_);
         if (!undone)
             return;
+        // What it says of the verdict is no longer true.
+        status_.ShowStatus("", 0);
         failure = "The last result is undone, but the question cannot be shown.";
         refresh_counts_or_withdraw(statistics_, display_);
         display_.ask(undone->cnt);

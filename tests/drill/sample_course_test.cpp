@@ -83,9 +83,11 @@ TEST_F(Sample, is_in_the_folder_where_the_first_dialog_begins)
 {
     start_and_cancel();
     EXPECT_EQ(desktop.file_dialogs.at(0).initial_folder, data_folder);
+    EXPECT_EQ(desktop.file_dialogs.at(0).initial_file, "Chemical elements.crs");
     // At the next start, too: still no course was opened.
     start_and_cancel();
     EXPECT_EQ(desktop.file_dialogs.at(1).initial_folder, data_folder);
+    EXPECT_EQ(desktop.file_dialogs.at(1).initial_file, "Chemical elements.crs");
 }
 
 TEST_F(Sample, that_was_deleted_sends_no_dialog_to_its_folder)
@@ -127,6 +129,7 @@ TEST_F(Sample, is_not_put_beside_a_course_of_the_user)
     start_and_cancel();
     EXPECT_EQ(names(), (std::vector<std::string>{"Verbs.CRS"}));
     EXPECT_EQ(desktop.file_dialogs.at(0).initial_folder, data_folder);
+    EXPECT_EQ(desktop.file_dialogs.at(0).initial_file, "");
     // The first start is over, also when that course goes.
     std::filesystem::remove(data_folder + "/Verbs.CRS");
     start_and_cancel();

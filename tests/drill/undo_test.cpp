@@ -50,6 +50,15 @@ TEST_F(Undo, after_a_success_restores_the_level)
     EXPECT_EQ(stored().successes, 3);
 }
 
+TEST_F(Undo, takes_back_what_the_status_line_says_of_the_verdict)
+{
+    clock.advance_days(3);
+    scoring.set_success();
+    ASSERT_NE(form1.screen.P_status.text, "");
+    scoring.m_undo();
+    EXPECT_EQ(form1.screen.P_status.text, "");
+}
+
 TEST_F(Undo, shows_the_question_and_the_counts_again)
 {
     scoring.set_failure();

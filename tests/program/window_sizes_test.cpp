@@ -321,6 +321,7 @@ TEST_F(WindowSizesTest, with_the_buttons_of_the_dialog_from_the_start)
                 const int caption = button.fontMetrics().horizontalAdvance(button.text());
                 EXPECT_TRUE(strip.rect().contains(button.geometry())) << name << " at " << width;
                 EXPECT_GE(button.width(), caption) << name << " at " << width;
+                EXPECT_GE(button.width(), button.height()) << name << " at " << width;
             }
         }
     });

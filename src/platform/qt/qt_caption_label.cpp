@@ -73,6 +73,11 @@ bool CaptionLabel::fits(int width) const
     return lines(width - 2 * padding, wrapping_ ? most_wrapped_lines : 1).join(QLatin1Char(' ')) == in_one_line();
 }
 
+int CaptionLabel::one_line_width() const
+{
+    return fontMetrics().horizontalAdvance(in_one_line()) + 2 * padding;
+}
+
 int CaptionLabel::heightForWidth(int width) const
 {
     // Room for the edges of a background, even without one, so that a background changes no line.

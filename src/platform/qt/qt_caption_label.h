@@ -27,6 +27,8 @@ public:
 
     /// Whether the text, in as many lines as it may have, can be shown without an ellipsis at this width.
     [[nodiscard]] bool fits(int width) const;
+    /// Width, in pixels, at which the text stands in one line, with room for the edges of a background.
+    [[nodiscard]] int one_line_width() const;
 
     [[nodiscard]] bool hasHeightForWidth() const override { return wrapping_; }
     [[nodiscard]] int heightForWidth(int width) const override;

@@ -44,7 +44,8 @@ void DialogLine::note_needed_width()
     for (const PressButton* button : buttons_) {
         if (button->isHidden())
             continue;
-        widest = std::max(widest, button->needed_width());
+        // A short caption makes no upright button.
+        widest = std::max({widest, button->needed_width(), 2 * button->sizeHint().height()});
         ++count;
     }
     needed_width_ = std::max(needed_width_, count * (widest + button_gap));
@@ -54,7 +55,9 @@ DialogLine::Places DialogLine::places(int width, bool tight) const
 {
     const int height = strip_height(tight);
     const int usual = (width - gap) * 3 / 5;
-    for (const int strip : {usual, needed_width_}) {
+    // What the prompt leaves where it stands in one line, so that short captions have no tiny buttons.
+    const int beside = width - gap - widest_prompt_;
+    for (const int strip : {usual, std::max(beside, needed_width_)}) {
         const int prompt = width - gap - strip;
         if (strip < needed_width_ || !prompt_.fits(prompt))
             continue;
@@ -92,6 +95,7 @@ void DialogLine::arrange()
 
 void DialogLine::content_changed()
 {
+    widest_prompt_ = std::max(widest_prompt_, prompt_.one_line_width());
     updateGeometry();
     arrange();
 }

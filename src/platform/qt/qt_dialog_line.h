@@ -51,6 +51,7 @@ private:
     /// Width, in pixels, that the strip needed for the captions with most text so far. The widest counts, so that the
     /// strip stays where it is from one step of the dialog to the next.
     int needed_width_ = 0;
+    int widest_prompt_ = 0; ///< width, in pixels, that a prompt needed in one line so far
 };
 
 } // namespace cuedrill::platform::qt
