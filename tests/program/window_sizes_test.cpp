@@ -3,6 +3,7 @@
 
 #include "platform/qt/qt_caption_label.h"
 #include "platform/qt/qt_due_chart.h"
+#include "platform/qt/qt_window_state.h"
 #include "program/program_fixture.h"
 
 #include <QAbstractScrollArea>
@@ -116,6 +117,11 @@ protected:
         }
         check_due_picture(window);
         check_toolbar_groups(window);
+        check_dialog_and_status(window);
+    }
+
+    static void check_dialog_and_status(const QWidget& window)
+    {
         for (const char* name : {"panel_dialog", "dialog_strip", "bot_yes", "bot_no", "P_status"}) {
             const QWidget& part = *window.findChild<QWidget*>(QString::fromLatin1(name));
             EXPECT_TRUE(part.isVisible()) << name;
@@ -278,6 +284,26 @@ TEST_F(WindowSizesTest, with_a_list_of_the_largest_type)
         choose(program, "m_show_sort_by_score");
         EXPECT_TRUE(program.form1().controls().listav.visible());
     });
+}
+
+/// A window manager may take as much of the smallest screen as frame_room says. The status line may then be shortened.
+TEST_F(WindowSizesTest, in_a_frame_on_the_smallest_screen)
+{
+    for (const char* const entry : {"m_view_hints", "m_show_sort_by_score"}) {
+        SCOPED_TRACE(entry);
+        run(course(), [&](Program& program) {
+            QWidget& window = program.form1().widget();
+            window.resize(smallest_screen - platform::qt::frame_room);
+            for (int step = 0; step < 3; ++step)
+                click(program, "bot_yes");
+            EXPECT_EQ(label(program, "P_status").substr(0, 26), "score of previous question");
+            choose(program, entry);
+            settle();
+            for (const QWidget* widget : window.findChildren<QWidget*>())
+                check_children(*widget);
+            check_dialog_and_status(window);
+        });
+    }
 }
 
 /// Figures of millions, as no course has them.

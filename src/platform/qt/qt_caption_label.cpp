@@ -60,6 +60,8 @@ QString CaptionLabel::shown_text() const
 
 void CaptionLabel::set_wrapping(bool wrapping)
 {
+    if (wrapping == wrapping_)
+        return;
     wrapping_ = wrapping;
     // A fixed height would be that of a single line.
     QSizePolicy policy = sizePolicy();

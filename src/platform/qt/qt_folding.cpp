@@ -13,35 +13,37 @@ namespace cuedrill::platform::qt {
 
 namespace {
 
-constexpr QMargins narrow_margins{6, 4, 6, 3};
+constexpr QMargins narrow_margins{6, 3, 6, 3};
 constexpr int narrow_gap = 3;
-constexpr int text_lines = 2; // of question and answer that are always to be seen, if there is any room
 constexpr QMargins line_margins{10, 3, 10, 3}; // around the folded statistics
 
 /// The height, in pixels, of a text area that shows this many lines of its type.
 int usable_height(const QWidget& text, int lines)
 {
-    return lines * text.fontMetrics().lineSpacing() + 2 * static_cast<int>(text_margin) + 2 * card_inset;
+    const int shown = lines * text.fontMetrics().lineSpacing() + 2 * static_cast<int>(text_margin);
+    return std::max(text.minimumHeight(), shown) + 2 * card_inset;
 }
 
 } // namespace
 
-const std::array<Folding::Fold, 10> Folding::folds{{
-    {true, false, true, true, true, 2, 0},
-    {false, true, true, true, true, 2, 4},
-    {false, true, false, true, true, 2, 3},
-    {false, true, false, false, true, 2, 2},
-    {false, true, false, false, true, 1, 2},
-    {false, false, false, false, true, 1, 2},
-    {false, false, false, false, false, 1, 2},
-    {false, false, false, false, false, 0, 2},
-    {false, false, false, false, false, 0, 1},
-    {false, false, false, false, false, 0, 0},
+const std::array<Folding::Fold, 11> Folding::folds{{
+    {true, false, true, true, true, true, 2, 2, 0},
+    {false, true, true, true, true, true, 2, 2, 4},
+    {false, true, false, true, true, true, 2, 2, 3},
+    {false, true, false, false, true, true, 2, 2, 2},
+    {false, true, false, false, true, true, 1, 2, 2},
+    {false, false, false, false, true, true, 1, 2, 2},
+    {false, false, false, false, false, true, 1, 2, 2},
+    {false, false, false, false, false, true, 0, 2, 2},
+    {false, false, false, false, false, true, 0, 2, 1},
+    {false, false, false, false, false, true, 0, 0, 0},
+    {false, false, false, false, false, false, 0, 0, 0},
 }};
 
 Folding::Folding(QWidget& content, const FoldingParts& parts)
     : QObject(&content), content_(content), parts_(parts), wide_margins_(parts.lines.contentsMargins()),
-      wide_gap_(parts.lines.spacing()), frame_margins_(parts.statistics.parentWidget()->layout()->contentsMargins())
+      wide_gap_(parts.lines.spacing()), frame_margins_(parts.statistics.parentWidget()->layout()->contentsMargins()),
+      status_height_(parts.status.minimumHeight())
 {
     for (QWidget* watched :
          std::initializer_list<QWidget*>{&content_, &parts_.hint_and_list, &parts_.hint, &parts_.list})
@@ -114,13 +116,13 @@ bool Folding::fits(const Fold& fold) const
         add(parts_.toolbar.height_for(width, fold.toolbar_rows));
     if (fold.headings)
         height += parts_.headings.layout()->heightForWidth(width) + heading_gap;
-    add(std::max(usable_height(parts_.question, text_lines), usable_height(parts_.answer, text_lines)));
+    add(std::max(usable_height(parts_.question, fold.text_lines), usable_height(parts_.answer, fold.text_lines)));
     if (fold.figures)
         add(parts_.figures.sizeHint().height());
     if (shows_place(fold))
         add(shared_height(fold));
     add(parts_.dialog.height_for(width, !fold.wide_gaps));
-    height += parts_.status.heightForWidth(width);
+    height += fold.whole_status ? parts_.status.heightForWidth(width) : parts_.status.sizeHint().height();
     return height <= content_.height();
 }
 
@@ -143,6 +145,8 @@ void Folding::apply(const Fold& fold)
     show(parts_.shared_place, shows_place(fold));
     parts_.statistics.parentWidget()->layout()->setContentsMargins(fold.statistics ? frame_margins_ : line_margins);
     parts_.dialog.set_tight(!fold.wide_gaps);
+    parts_.status.set_wrapping(fold.whole_status);
+    parts_.status.setMinimumHeight(fold.whole_status ? status_height_ : 0);
     const bool hint_or_list = !parts_.hint_and_list.isHidden();
     parts_.hint_and_list.setMinimumHeight(hint_or_list && !fold.statistics ? shared_height(fold) : 0);
     // The user scrolls through a list, so it gets a share of the window's height.

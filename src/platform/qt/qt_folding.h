@@ -34,7 +34,8 @@ struct FoldingParts {
 
 /// Lets the parts of the main window give way, one after the other, where it has too little room for all of them: the
 /// statistics fold to one line, the figures of the question go, the gaps shrink, the toolbar gets one row instead of
-/// two, the folded statistics go, then the headings, then the toolbar. Question, answer, dialog and status line stay.
+/// two, the folded statistics go, then the headings, then the toolbar, and at last a long text of the status line is
+/// shortened to one line. Question, answer, dialog and status line stay.
 /// Where the statistics are folded, a hint or a list gets half of the height that is left, and scrolls.
 class Folding : public QObject {
 public:
@@ -50,13 +51,15 @@ private:
         bool figures;
         bool wide_gaps;
         bool headings;
+        bool whole_status; ///< the status line has as many lines as its text needs
         int toolbar_rows;
+        int text_lines; ///< of question and answer that are seen at least
         int hint_lines; ///< lines of a hint or a list that are seen at least, where the statistics are folded
 
         friend bool operator==(const Fold&, const Fold&) = default;
     };
 
-    static const std::array<Fold, 10> folds;
+    static const std::array<Fold, 11> folds;
 
     void fold();
     [[nodiscard]] bool fits(const Fold& fold) const;
@@ -70,6 +73,7 @@ private:
     QMargins wide_margins_;
     int wide_gap_;
     QMargins frame_margins_;
+    int status_height_; ///< of a status line that is not shortened, at least
 };
 
 } // namespace cuedrill::platform::qt

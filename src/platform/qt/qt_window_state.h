@@ -55,7 +55,7 @@ private:
 };
 
 /// Space for the window frame, which the system draws and reports only later; both sides together, in pixels.
-inline constexpr QSize frame_room{16, 48};
+inline constexpr QSize frame_room{16, 42};
 
 /// `place` itself if it is on `screens` and neither smaller than `smallest` nor larger than a screen. Otherwise the
 /// nearest such place on the screen that contains most of it, or on the first screen. On a screen smaller than
