@@ -2,6 +2,7 @@
 #include "drill/drill_fixture.h"
 #include "drill/edit_flags.h"
 #include "drill/end_of_program.h"
+#include "drill/import_explanation.h"
 #include "drill/question_import.h"
 #include "store/course.h"
 
@@ -103,25 +104,12 @@ class ImportCommand : public ImportDialogue {
 protected:
     void expect_explanation(BoxAnswer answer)
     {
-        desktop.expect_box_like(
-            {.text = "This function will import questions and answers form a text file and put them in the current "
-                     "course.\r\n"
-                     "In the text file each question must be preceded by '@Q@', and the related answer by '@A@'\r\n"
-                     "Questions and answers may be on different lines and consist of more than one line each.\r\n"
-                     "Spaces, newline and TAB characters at beginning or end of questions and answers are trimmed.\r\n"
-                     "Lines beginning with /*/ are ignored.\r\n"
-                     "Example 1: @Q@ What is the capital of Alabama?  @A@ Montgomery\r\n"
-                     "Example 2:\r\n"
-                     "@Q@\r\n"
-                     "What is the capital of Alabama?\r\n"
-                     "@A@\r\n"
-                     "Montgomery\r\n"
-                     "Do you wish to continue?",
-             .buttons = BoxButtons::yes_no,
-             .icon = BoxIcon::question,
-             .default_button = BoxAnswer::no,
-             .title = "Importing questions and answers from text file"},
-            answer);
+        desktop.expect_box_like({.text = import_explanation,
+                                 .buttons = BoxButtons::yes_no,
+                                 .icon = BoxIcon::question,
+                                 .default_button = BoxAnswer::no,
+                                 .title = "Importing questions and answers from text file"},
+                                answer);
     }
     void expect_confirmation(const std::string& file, BoxAnswer answer)
     {

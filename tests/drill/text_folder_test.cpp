@@ -1,5 +1,6 @@
 // Where the dialogs of import and export begin.
 #include "drill/drill_fixture.h"
+#include "drill/import_explanation.h"
 #include "drill/text_folder.h"
 
 #include <filesystem>
@@ -23,7 +24,7 @@ protected:
     /// @return the folder in which the dialog began.
     std::string import_begins_in(const std::string& chosen)
     {
-        desktop.expect_box(import_explanation(), platform::BoxAnswer::yes);
+        desktop.expect_box(import_explanation, platform::BoxAnswer::yes);
         desktop.expect_file({.path = chosen, .title = "chosen.txt"});
         if (!chosen.empty())
             desktop.expect_box("File not found");
@@ -44,24 +45,6 @@ protected:
     }
 
     const std::string downloads = folder.file("Downloads");
-
-private:
-    static std::string import_explanation()
-    {
-        return "This function will import questions and answers form a text file and put them in the current "
-               "course.\r\n"
-               "In the text file each question must be preceded by '@Q@', and the related answer by '@A@'\r\n"
-               "Questions and answers may be on different lines and consist of more than one line each.\r\n"
-               "Spaces, newline and TAB characters at beginning or end of questions and answers are trimmed.\r\n"
-               "Lines beginning with /*/ are ignored.\r\n"
-               "Example 1: @Q@ What is the capital of Alabama?  @A@ Montgomery\r\n"
-               "Example 2:\r\n"
-               "@Q@\r\n"
-               "What is the capital of Alabama?\r\n"
-               "@A@\r\n"
-               "Montgomery\r\n"
-               "Do you wish to continue?";
-    }
 };
 
 TEST_F(Dialogs, begin_in_the_documents_folder)
