@@ -221,14 +221,7 @@ TEST_F(FirstRecord, is_asked_where_it_turns_out_to_be_stored)
     desktop.expect_box("You have passed level 5 for all questions.");
     start();
     write_new("Norway?", "Oslo");
-    database.fail_commit(true);
-    database.fail_at(fakes::Operation::query, 3); // earlier queries look for a duplicate and for the record number
-    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
-                       "\r\n\r\nThe course " +
-                       path +
-                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
-                       "stored, because the course cannot be read again.");
-    toolbar(10);
+    save_with_unknown_outcome();
     desktop.expect_box("Do you want to save the changes?", platform::BoxAnswer::no);
     toolbar(1);
     EXPECT_EQ(question(), "Norway?");

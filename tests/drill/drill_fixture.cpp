@@ -169,6 +169,18 @@ void DrillFixture::change_to(std::string_view question_text, std::string_view an
     form1.Text_a.text_value = answer_text;
 }
 
+void DrillFixture::save_with_unknown_outcome()
+{
+    database.fail_commit(true);
+    database.fail_at(fakes::Operation::query, 3); // earlier queries look for a duplicate and for the record number
+    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
+                       "\r\n\r\nThe course " +
+                       path +
+                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
+                       "stored, because the course cannot be read again.");
+    toolbar(10);
+}
+
 fakes::FakeMenuEntry& DrillFixture::entry(std::string_view name) const
 {
     return form1.menu_bar.entry(name);

@@ -138,6 +138,9 @@ protected:
     void write_new(std::string_view question_text, std::string_view answer_text);
     /// Begins to change the record on display and replaces its texts.
     void change_to(std::string_view question_text, std::string_view answer_text);
+    /// Presses Save for the record that is being written. It is stored, but the commit reports an error and the course
+    /// cannot be read again, so a box says that nobody knows.
+    void save_with_unknown_outcome();
     /// Clicks the toolbar button with that number.
     void toolbar(int number);
 

@@ -230,14 +230,7 @@ TEST_F(SaveInTheWindow, whose_record_cannot_be_read_afterwards_leaves_the_texts_
 TEST_F(SaveInTheWindow, of_unknown_outcome_keeps_the_editor_open_and_finds_out_at_the_next_save)
 {
     write_new("Norway?", "Oslo");
-    database.fail_commit(true);
-    database.fail_at(Operation::query, 3);
-    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
-                       "\r\n\r\nThe course " +
-                       path +
-                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
-                       "stored, because the course cannot be read again.");
-    toolbar(10);
+    save_with_unknown_outcome();
     expect_open("Norway?", "Oslo");
     toolbar(10);
     expect_saved_on_display("Norway?", "Oslo");
@@ -248,14 +241,7 @@ TEST_F(SaveInTheWindow, of_unknown_outcome_keeps_the_editor_open_and_finds_out_a
 TEST_F(SaveInTheWindow, of_unknown_outcome_is_told_once_the_editor_is_left)
 {
     change_to("Gaul?", "Lutetia");
-    database.fail_commit(true);
-    database.fail_at(Operation::query, 3);
-    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
-                       "\r\n\r\nThe course " +
-                       path +
-                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
-                       "stored, because the course cannot be read again.");
-    toolbar(10);
+    save_with_unknown_outcome();
     press(platform::Key::escape);
     EXPECT_FALSE(logic->editor.editing());
     EXPECT_EQ(status(), "It is not known whether the changes are saved.");

@@ -347,14 +347,7 @@ TEST_F(Leaving, keeps_the_texts_by_their_columns_in_an_inverted_course)
 TEST_F(Leaving, after_a_save_of_unknown_outcome_keeps_the_texts)
 {
     write_new("Norway?", "Oslo");
-    database.fail_commit(true);
-    database.fail_at(fakes::Operation::query, 3); // earlier queries look for a duplicate and for the record number
-    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
-                       "\r\n\r\nThe course " +
-                       path +
-                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
-                       "stored, because the course cannot be read again.");
-    toolbar(10);
+    save_with_unknown_outcome();
     press(platform::Key::escape);
     EXPECT_EQ(status(), "It is not known whether the changes are saved.");
     expect_kept(entry("typed and perhaps not saved", "Norway?", "Oslo"));
@@ -366,14 +359,7 @@ TEST_F(Leaving, after_a_save_of_unknown_outcome_keeps_the_texts)
 TEST_F(Leaving, for_the_next_question_after_a_save_of_unknown_outcome_says_that_nobody_can_tell)
 {
     write_new("Norway?", "Oslo");
-    database.fail_commit(true);
-    database.fail_at(fakes::Operation::query, 3);
-    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
-                       "\r\n\r\nThe course " +
-                       path +
-                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
-                       "stored, because the course cannot be read again.");
-    toolbar(10);
+    save_with_unknown_outcome();
     form1.Text_a.text_value = "Bergen";
     pass(2);
     EXPECT_EQ(data("draft-1.txt"), "\xEF\xBB\xBF" + entry("typed and perhaps not saved", "Norway?", "Bergen"));

@@ -368,14 +368,7 @@ TEST_F(Reviewed, added_changed_and_deleted_records)
 TEST_F(Reviewed, added_record_that_turns_out_to_be_stored_is_written_then)
 {
     write_new("Norway?", "Oslo");
-    database.fail_commit(true);
-    database.fail_at(Operation::query, 3);
-    desktop.expect_box("It is not known whether the question and its answer are saved. Save again to find out."
-                       "\r\n\r\nThe course " +
-                       path +
-                       " could not be read or written.\r\n\r\nThe commit failed. It is not known whether the change is "
-                       "stored, because the course cannot be read again.");
-    toolbar(10);
+    save_with_unknown_outcome();
     EXPECT_FALSE(is_written());
     toolbar(10);
     expect_history({{.time = clock.time, .kind = HistoryKind::added, .record = 4}});
